@@ -1,0 +1,29 @@
+# Compiler settings and the libraries that Daylark stands on.
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Svg Test Concurrent Network Multimedia)
+if(DAYLARK_GUI)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets DBus)
+endif()
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil libswscale libswresample)
+pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
+find_package(CLI11 REQUIRED)
+
+add_library(daylark_settings INTERFACE)
+target_compile_options(daylark_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror)
+target_compile_definitions(daylark_settings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_FOREACH
+                                                      QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_include_directories(daylark_settings INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(DAYLARK_SANITIZE)
+  # -g1 keeps line numbers in reports; vptr needs RTTI of Qt's own classes, which Debian's Qt has not exported.
+  target_compile_options(daylark_settings INTERFACE -g1 -O1 -fno-omit-frame-pointer
+                         -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all)
+  target_link_options(daylark_settings INTERFACE -fsanitize=address,undefined -fno-sanitize=vptr)
+  if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    target_compile_options(daylark_settings INTERFACE -fsanitize=fuzzer-no-link)
+  endif()
+endif()

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+namespace daylark {
+
+class Library;
+class UserDefaults;
+
+/// The found or missing state of every item and playlist, refreshed on a worker. Interface thread.
+class FileStates : public QObject {
+    Q_OBJECT
+public:
+    FileStates(Library& library, UserDefaults& defaults, QObject* parent = nullptr);
+    ~FileStates() override;
+    void updateAllFilePaths(); ///< a request while one runs makes it run once more
+    [[nodiscard]] qint64 missingCount() const; ///< of the arranged items, as last refreshed
+
+Q_SIGNALS:
+    void updated();
+
+private:
+    class Worker;
+    Library& library_;
+    UserDefaults& defaults_;
+    std::unique_ptr<Worker> worker_;
+};
+
+} // namespace daylark

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "model/Playlist.h"
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace daylark {
+
+/// The session in memory: the playlists in display order, which are selected, the items of the selected one in shown order
+/// ("arranged"), which of those are selected. Owns the records; interface thread. Views render it and call its setters;
+/// edits of review data go through the parts that own them.
+class Library : public QObject {
+    Q_OBJECT
+public:
+    using Playlists = std::vector<std::shared_ptr<Playlist>>;
+    using Movies = std::vector<std::shared_ptr<Movie>>;
+    using Rows = std::vector<qsizetype>; ///< ascending
+
+    explicit Library(QObject* parent = nullptr) : QObject(parent) {}
+
+    // The playlists.
+    [[nodiscard]] const Playlists& playlists() const { return playlists_; }
+    void setPlaylists(Playlists playlists); ///< replaces the session; nothing selected
+    void appendPlaylist(const std::shared_ptr<Playlist>& playlist, bool select);
+    void removePlaylists(const Rows& rows);
+    void movePlaylists(const Rows& rows, qsizetype dropRow); ///< the move rule of drag and drop
+    [[nodiscard]] const Rows& selectedPlaylistRows() const { return selectedPlaylists_; }
+    void selectPlaylists(Rows rows); ///< rows that don't exist are left out
+    void selectPlaylist(qsizetype row) { selectPlaylists({row}); }
+    [[nodiscard]] std::shared_ptr<Playlist> selectedPlaylist() const; ///< the first selected; null when none
+
+    // The items of the selected playlist, as shown.
+    [[nodiscard]] const Movies& arrangedMovies() const { return arranged_; }
+    [[nodiscard]] const Rows& selectedMovieRows() const { return selectedMovies_; }
+    void selectMovies(Rows rows);
+    [[nodiscard]] Movies selectedMovies() const; ///< in shown order
+
+    /// The field that the items are shown by ("sortOrder" is the playlist's own order) and its direction; stays until set again.
+    void setSort(const QString& field, bool ascending);
+    [[nodiscard]] QString sortField() const { return sortField_; }
+    [[nodiscard]] bool sortAscending() const { return sortAscending_; }
+    void rearrange(); ///< builds the arranged list again; the selection stays on the same records
+
+    /// Adds items to a playlist's end in one step.
+    void addMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies);
+    void removeMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies);
+
+    /// Says that a record's shown fields changed (thumbnail, icons, flags, texts, found state).
+    void announceMovie(const std::shared_ptr<Movie>& movie) { Q_EMIT movieUpdated(movie); }
+    void announcePlaylist(const std::shared_ptr<Playlist>& playlist) { Q_EMIT playlistUpdated(playlist); }
+
+Q_SIGNALS:
+    void playlistsChanged();
+    void playlistSelectionChanged();
+    void arrangedMoviesChanged();
+    void movieSelectionChanged();
+    void movieUpdated(const std::shared_ptr<daylark::Movie>& movie);
+    void playlistUpdated(const std::shared_ptr<daylark::Playlist>& playlist);
+
+private:
+    Playlists playlists_;
+    Rows selectedPlaylists_;
+    Movies arranged_;
+    Rows selectedMovies_;
+    QString sortField_ = QStringLiteral("sortOrder");
+    bool sortAscending_ = true;
+};
+
+} // namespace daylark

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "model/Playlist.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace daylark {
+
+class Library;
+class Panels;
+class ProgressBoard;
+class SessionFiles;
+class Thumbnails;
+class UserDefaults;
+
+/// How files get into the library: open panel, drops, folders, "open with". Folder walks and file bookmarks are a worker's
+/// (sorted by path within each folder, hidden files skipped, bundles not descended into, cancellable); the items appear in
+/// one step when the walk is done, then thumbnails and properties follow. Interface thread.
+class MediaAdding : public QObject {
+    Q_OBJECT
+public:
+    struct Surroundings {
+        Library& library;
+        UserDefaults& defaults;
+        Panels& panels;
+        SessionFiles& sessionFiles;
+        ProgressBoard& progress;
+        Thumbnails& thumbnails;
+    };
+    explicit MediaAdding(const Surroundings& surroundings, QObject* parent = nullptr);
+    ~MediaAdding() override;
+
+    void addMediaFilesToSelectedPlaylist(const QStringList& paths);
+    void addMediaFoldersToSelectedPlaylist(const QStringList& folders);
+    void createPlaylistsWithFolders(const QStringList& folders);
+    void addMediaFromOpenDialog();
+    void processFile(const QString& path); ///< opened from the desktop or the command line
+    /// A drop: on the playlist table every folder becomes a playlist and loose files go to a new one; on table or tiles they go
+    /// into the selected playlist (a new one when there is none or a divider). A first file "*.dls" is imported.
+    void dropOnPlaylists(const QStringList& paths);
+    void dropOnMovies(const QStringList& paths);
+
+    [[nodiscard]] bool isBusy() const; ///< a walk is under way
+
+Q_SIGNALS:
+    void finished();             ///< one request has been carried out (or cancelled)
+    void openedFromDesktop(bool launchViewer); ///< hides the library behind the viewer when it is launched
+
+private:
+    class Worker;
+    Surroundings surroundings_;
+    std::unique_ptr<Worker> worker_;
+};
+
+} // namespace daylark

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/Sender.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+namespace daylark {
+
+class Alerts;
+class Library;
+class Panels;
+class UserDefaults;
+
+/// "Export Movie Notes..." and "Export Playlist Notes...": scope, dialog, document, file. Interface thread; the file is
+/// written by a worker, and a failed write is not reported.
+class NotesExport : public QObject {
+    Q_OBJECT
+public:
+    struct Surroundings {
+        Library& library;
+        UserDefaults& defaults;
+        Alerts& alerts;
+        Panels& panels;
+    };
+    explicit NotesExport(const Surroundings& surroundings, QObject* parent = nullptr);
+    ~NotesExport() override; ///< waits for a write under way
+
+    void exportNotes(const Sender& sender);
+    [[nodiscard]] static QStringList formatTitles();
+
+Q_SIGNALS:
+    void exported(const QString& path); ///< the file has been written
+
+private:
+    Surroundings surroundings_;
+    class Writer;
+    std::unique_ptr<Writer> writer_;
+};
+
+} // namespace daylark

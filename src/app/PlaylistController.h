@@ -1,0 +1,98 @@
+#pragma once
+
+#include "app/FileStates.h"
+#include "app/Library.h"
+#include "app/MediaAdding.h"
+#include "app/NotesExport.h"
+#include "app/PlaylistEditing.h"
+#include "app/ProgressBoard.h"
+#include "app/SessionFiles.h"
+#include "app/Thumbnails.h"
+#include "model/ReviewEdits.h"
+#include "platform/Desktop.h"
+#include "viewer/LibraryLink.h"
+#include "viewer/MoviePlayerController.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+namespace daylark {
+
+/// The library and the application's delegate: a thin owner of the parts that do the work, start-up and termination in their
+/// order. Made by main (or a test) with everything that it needs. Interface thread.
+class PlaylistController : public QObject, public LibraryLink {
+    Q_OBJECT
+public:
+    struct Surroundings {
+        UserDefaults& defaults;
+        Alerts& alerts;
+        Panels& panels;
+        Pasteboard& pasteboard;
+        FileBrowser& fileBrowser;
+        SystemPlaces places;
+        Player& player;
+    };
+    explicit PlaylistController(const Surroundings& surroundings, QObject* parent = nullptr);
+    ~PlaylistController() override;
+
+    /// Start-up: preferences, previous session, viewer, found state. Windows connect before this. `started` when the previous
+    /// session is there.
+    void awake();
+    void openFiles(const QStringList& paths); ///< files by `processFile`; folders become playlists. Before `started` they wait.
+    void applicationWillTerminate();
+    void checkToClose(); ///< a last playlist named "File From Link" goes, and the program with it
+
+    /// Opens the viewer on the arranged items at the (first) selected one; nothing when there are none.
+    void loadMovieWindow();
+
+    [[nodiscard]] Library& library() { return library_; }
+    [[nodiscard]] ReviewEdits& edits() { return edits_; }
+    [[nodiscard]] ProgressBoard& progress() { return progress_; }
+    [[nodiscard]] Thumbnails& thumbnails() { return thumbnails_; }
+    [[nodiscard]] FileStates& fileStates() { return fileStates_; }
+    [[nodiscard]] SessionFiles& sessionFiles() { return sessionFiles_; }
+    [[nodiscard]] MediaAdding& mediaAdding() { return mediaAdding_; }
+    [[nodiscard]] PlaylistEditing& playlistEditing() { return playlistEditing_; }
+    [[nodiscard]] NotesExport& notesExport() { return notesExport_; }
+    [[nodiscard]] MoviePlayerController& playerWindow() { return playerWindow_; }
+    [[nodiscard]] UserDefaults& defaults() { return surroundings_.defaults; }
+    [[nodiscard]] Pasteboard& pasteboard() { return surroundings_.pasteboard; }
+    [[nodiscard]] FileBrowser& fileBrowser() { return surroundings_.fileBrowser; }
+    [[nodiscard]] bool mHidePlaylistWindow() const { return mHidePlaylistWindow_; }
+
+    void setFlagOfSelectedMovies(const Sender& sender); ///< the tag's flag onto the selected items
+    void revealSelectedInFileBrowser();
+    void copyPathsOfSelected();
+    void copyFilenamesOfSelected();
+
+    // LibraryLink
+    void viewerShowsMovie(qsizetype index) override;
+    void saveTempSession() override;
+    void bringLibraryToFront() override;
+
+Q_SIGNALS:
+    void started();
+    void libraryToFront();
+    void libraryHidden();   ///< the viewer plays and the preference hides the library
+    void terminate();       ///< close the program on the next turn of the loop
+
+private:
+    Surroundings surroundings_;
+    ReviewEdits edits_;
+    Library library_;
+    ProgressBoard progress_;
+    Thumbnails thumbnails_;
+    FileStates fileStates_;
+    SessionFiles sessionFiles_;
+    MediaAdding mediaAdding_;
+    PlaylistEditing playlistEditing_;
+    NotesExport notesExport_;
+    MoviePlayerController playerWindow_;
+    QStringList waitingFiles_;
+    bool started_ = false;
+    bool mHidePlaylistWindow_ = false;
+};
+
+} // namespace daylark

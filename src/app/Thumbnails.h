@@ -1,0 +1,50 @@
+#pragma once
+
+#include "model/Playlist.h"
+#include "platform/Sender.h"
+
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+namespace daylark {
+
+class Library;
+class ProgressBoard;
+class UserDefaults;
+
+/// Makes thumbnails and reads the properties of items, on workers, in the order asked for; results find their record weakly
+/// and are dropped when it is gone. Interface thread.
+class Thumbnails : public QObject {
+    Q_OBJECT
+public:
+    using Movies = std::vector<std::shared_ptr<Movie>>;
+    Thumbnails(Library& library, UserDefaults& defaults, ProgressBoard& progress, QObject* parent = nullptr);
+    ~Thumbnails() override;
+
+    void probeAndThumbnail(const Movies& newItems); ///< what adding asks for: properties, then a thumbnail, item by item
+    void updateThumbnailsInArray(const Movies& items);
+    void updateThumbnailsSequentially(const std::shared_ptr<Playlist>& playlist);
+    void updateThumbnailForMovie(const std::shared_ptr<Movie>& movie);
+    void createMissingThumbnails(const Sender& sender);
+    void recreateSelectedThumbnails(const Sender& sender); ///< the sender's title is the frame choice
+    void recreateAllThumbnails(const Sender& sender);
+    /// The viewer's picture as the item's thumbnail, by the older movie path's rules.
+    void recreateCurrentThumbnail(const std::shared_ptr<Movie>& current, const QImage& picture, const Sender& sender);
+    void cancelAll();
+    [[nodiscard]] bool isIdle() const;
+
+Q_SIGNALS:
+    void thumbnailDidLoad(const std::shared_ptr<daylark::Movie>& movie);
+    void idle();
+
+private:
+    class Queue;
+    Library& library_;
+    UserDefaults& defaults_;
+    ProgressBoard& progress_;
+    std::unique_ptr<Queue> queue_;
+};
+
+} // namespace daylark

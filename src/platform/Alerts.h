@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <deque>
+#include <vector>
+
+namespace daylark {
+
+enum class AlertStyle { informational, warning };
+
+/// A question or a message for the person. The first button is the default; its answer is 1000, the second 1001, the third 1002.
+struct Alert {
+    QString message;
+    QString informativeText;
+    QStringList buttons; ///< empty means one "OK"
+    AlertStyle style = AlertStyle::warning;
+};
+
+/// Shows alerts. Interface thread; `run` returns when answered, while the windows stay alive behind it.
+class Alerts {
+public:
+    static constexpr int firstButton = 1000, secondButton = 1001, thirdButton = 1002;
+    virtual ~Alerts() = default;
+    /// The number of the button pressed; any other way of closing gives the answer of the last button.
+    [[nodiscard]] virtual int run(const Alert& alert) = 0;
+    void show(const Alert& alert) { static_cast<void>(run(alert)); }
+};
+
+/// Alerts answered by a script: for tests and the headless tool. Without an answer left it gives the last button's.
+class ScriptedAlerts : public Alerts {
+public:
+    std::deque<int> answers;
+    std::vector<Alert> shown;
+    [[nodiscard]] int run(const Alert& alert) override;
+};
+
+} // namespace daylark

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace daylark {
+
+/// The general pasteboard, plain text. Interface thread.
+class Pasteboard {
+public:
+    virtual ~Pasteboard() = default;
+    virtual void setText(const QString& text) = 0; ///< clears it first
+    [[nodiscard]] virtual QString text() const = 0;
+};
+
+/// The desktop's file browser. Interface thread; returns at once; failures are silent.
+class FileBrowser {
+public:
+    virtual ~FileBrowser() = default;
+    virtual void reveal(const QStringList& paths) = 0; ///< shows the files selected in their folders
+};
+
+/// Whose machine this is and where the program keeps its own files.
+struct SystemPlaces {
+    QString loginName;
+    QString applicationSupport; ///< the "Daylark" folder of the user's data folder; made when missing, silently
+    [[nodiscard]] static SystemPlaces current();
+};
+
+} // namespace daylark

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <deque>
+#include <functional>
+#include <vector>
+
+namespace daylark {
+
+struct SavePanel {
+    QString title;
+    QString prompt;            ///< text of the confirming button
+    QString proposedName;      ///< file name with extension; may be empty
+    QStringList allowedTypes;  ///< extensions; the first is added to a name without one of them
+    /// A choice shown under the name (a format pop-up); picking one calls `accessoryChosen` with the title and the name as it
+    /// stands, and the answer becomes the name.
+    QString accessoryLabel;
+    QStringList accessoryTitles;
+    QString accessoryCurrent;
+    std::function<QString(const QString& title, const QString& name)> accessoryChosen;
+};
+
+struct OpenPanel {
+    QString title;
+    QString prompt;
+    QStringList allowedTypes;  ///< extensions; empty means all
+    bool chooseFiles = true;
+    bool chooseFolders = false;
+    bool allowMultiple = false;
+};
+
+/// Open and save panels. Interface thread; return when answered. Cancelled: a null path, an empty list.
+class Panels {
+public:
+    virtual ~Panels() = default;
+    [[nodiscard]] virtual QString runSave(const SavePanel& panel) = 0;
+    [[nodiscard]] virtual QStringList runOpen(const OpenPanel& panel) = 0;
+};
+
+/// Panels answered by a script: for tests and the headless tool. Without an answer left they are cancelled.
+class ScriptedPanels : public Panels {
+public:
+    std::deque<QString> saveAnswers;
+    std::deque<QStringList> openAnswers;
+    std::vector<SavePanel> savesShown;
+    std::vector<OpenPanel> opensShown;
+    [[nodiscard]] QString runSave(const SavePanel& panel) override;
+    [[nodiscard]] QStringList runOpen(const OpenPanel& panel) override;
+};
+
+} // namespace daylark

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "media/SampleIndex.h"
+#include "media/VideoFrame.h"
+#include "model/MediaTime.h"
+#include "playback/PlaybackClock.h"
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+namespace daylark {
+
+/// Plays one movie at a time: rate, position, single steps, loop, volume, end of movie. Positions are times on the movie's
+/// clock; which picture stands at a position is the sample index's to say, never a rounded second. Pictures come from one
+/// decode thread; requests are coalesced (the newest wins) and numbered by a generation, and pictures of an old generation
+/// are dropped. Reset order: stop taking, bump the generation, flush, resume. Interface thread; nothing here waits for a
+/// disk or a decoder.
+class Player : public QObject {
+    Q_OBJECT
+public:
+    explicit Player(PlaybackClock& clock, QObject* parent = nullptr);
+    ~Player() override;
+
+    /// Opens a file on the decode thread; answers with `opened` or `openFailed`. A newer `open` or `close` cancels an older one.
+    void open(const QString& path);
+    void close(); ///< forgets movie and picture; rate 0
+    [[nodiscard]] bool isOpen() const;
+
+    [[nodiscard]] const SampleIndex& index() const; ///< empty when nothing is open
+    [[nodiscard]] MediaTime duration() const;
+    [[nodiscard]] MediaTime currentTime() const;
+    void setCurrentTime(const MediaTime& time); ///< clamped to the movie; shows the frame that stands there
+    /// The frame that the current position stands on, counted from 1; 0 when nothing is open. Known at once, whether its
+    /// picture is ready or not.
+    [[nodiscard]] qint64 currentFrame() const;
+    [[nodiscard]] bool pictureIsCurrent() const; ///< the picture last shown is the one of `currentFrame`
+
+    [[nodiscard]] float rate() const; ///< 0 stopped, negative backwards
+    void setRate(float rate);
+    void gotoBeginning();
+    void stepForward();  ///< one frame; stays on the last
+    void stepBackward(); ///< one frame; stays on the first
+
+    void setLoops(bool loops); ///< at an end (either direction) goes on from the other instead of `didEnd`
+    void setVolume(float volume); ///< 0 to 1
+    [[nodiscard]] float volume() const;
+
+    [[nodiscard]] VideoFrame shownFrame() const; ///< the picture on screen; null before the first
+
+Q_SIGNALS:
+    void opened();
+    void openFailed(const QString& reason);
+    /// A picture to show: exactly frame `number` (from 1).
+    void frameShown(const daylark::VideoFrame& frame, qint64 number);
+    void positionChanged(); ///< currentFrame or currentTime changed, its picture perhaps still to come
+    void rateChanged(float rate);
+    void didEnd(); ///< played onto an end without looping; the rate is 0
+
+private:
+    class Engine;
+    std::unique_ptr<Engine> engine_;
+};
+
+} // namespace daylark

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "model/Movie.h"
+#include "model/ReviewEdits.h"
+#include "platform/Sender.h"
+#include "viewer/TimeDisplay.h"
+#include "viewer/Transport.h"
+#include "viewer/ViewerBookmarks.h"
+#include "viewer/ViewerList.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+namespace daylark {
+
+class Alerts;
+class FileBrowser;
+class LibraryLink;
+class Pasteboard;
+class Player;
+class UserDefaults;
+
+/// The viewer: a thin owner of its parts, which do the work. There is one for the program's life; its window is a view that
+/// renders the parts' state. Interface thread.
+class MoviePlayerController : public QObject {
+    Q_OBJECT
+public:
+    struct Surroundings {
+        UserDefaults& defaults;
+        Alerts& alerts;
+        Pasteboard& pasteboard;
+        FileBrowser& fileBrowser;
+        ReviewEdits& edits;
+        Player& player;
+    };
+    explicit MoviePlayerController(const Surroundings& surroundings, QObject* parent = nullptr);
+
+    void setLibrary(LibraryLink* library) { library_ = library; } ///< before the first `open`
+
+    /// Shows the window on these movies at this position.
+    void open(std::vector<std::shared_ptr<Movie>> movies, qsizetype selectionIndex);
+    [[nodiscard]] bool isOpen() const { return open_; }
+    [[nodiscard]] bool windowShouldClose(); ///< stores where the movie was left; always true
+    void close();                           ///< after `windowShouldClose`; saves the temporary session, library to the front
+
+    [[nodiscard]] ViewerList& list() { return list_; }
+    [[nodiscard]] Transport& transport() { return transport_; }
+    [[nodiscard]] TimeDisplay& time() { return time_; }
+    [[nodiscard]] ViewerBookmarks& bookmarks() { return bookmarks_; }
+    [[nodiscard]] Player& player() { return surroundings_.player; }
+    [[nodiscard]] ReviewEdits& edits() { return surroundings_.edits; }
+    [[nodiscard]] UserDefaults& defaults() { return surroundings_.defaults; }
+    [[nodiscard]] std::shared_ptr<Movie> currentMovie() const { return mCurrentMovie_; }
+
+    void displayCurrentMovie(); ///< shows the movie now selected in the list
+    void setFlagImage(const Sender& sender); ///< the tag's flag onto the movie on screen
+    void revealInFinder();
+    void copyPath();
+    void copyFilename();
+    void updateMovieIcons();
+    void updateGUI(); ///< once a second
+
+Q_SIGNALS:
+    void windowOpened();   ///< show the window, bring it to the front
+    void windowClosed();   ///< hide the window and its panels
+    void movieShown();     ///< another movie is on screen (or none)
+    void movieLoading(bool loading);
+
+private:
+    void movieOpened();
+    void movieOpenFailed(const QString& reason);
+    void leaveCurrentMovie();
+
+    Surroundings surroundings_;
+    LibraryLink* library_ = nullptr;
+    ViewerList list_;
+    Transport transport_;
+    TimeDisplay time_;
+    ViewerBookmarks bookmarks_;
+    QTimer timer_;
+    std::shared_ptr<Movie> mCurrentMovie_;
+    MediaTime previousTime_;
+    bool open_ = false;
+};
+
+} // namespace daylark

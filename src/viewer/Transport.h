@@ -1,0 +1,66 @@
+#pragma once
+
+#include "model/Movie.h"
+#include "platform/Sender.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace daylark {
+
+class Player;
+class UserDefaults;
+class ViewerList;
+
+/// Play, pause, step, first, last, next and previous movie, repeat modes, speed and volume of the viewer. At most one of the
+/// two direction flags is set; both clear means paused. Interface thread.
+class Transport : public QObject {
+    Q_OBJECT
+public:
+    Transport(Player& player, ViewerList& list, UserDefaults& defaults, QObject* parent = nullptr);
+
+    void playPauseMovie();
+    void pauseMovie();
+    void playMovieForwards();  ///< again while playing forwards: faster, rate = multiplier x (rate + 2)
+    void playMovieBackwards();
+    void jumpToNextFrame();    ///< while playing: only stops; on the last frame: wraps to the first
+    void jumpToPreviousFrame();
+    void jumpToFirstFrame();
+    void jumpToLastFrame();
+    void displayNextMovie();
+    void displayPreviousMovie();
+    void setRateMultiplier(const Sender& sender);
+    void setRepeatMode(const Sender& sender);
+    void setQTAttributes(); ///< loops and volume onto the player
+    void setVolume(float volume);
+    [[nodiscard]] float volume() const;
+    /// The slider's position in ticks of the movie's clock: pauses and shows the frame in whose middle it lands.
+    void setSliderTime(double sliderValue);
+
+    [[nodiscard]] bool movieIsPlayingForwards() const { return forwards_; }
+    [[nodiscard]] bool movieIsPlayingBackwards() const { return backwards_; }
+    [[nodiscard]] bool isRunning() const { return forwards_ || backwards_; }
+
+    void setMovie(const std::shared_ptr<Movie>& movie); ///< the movie on screen (null: none)
+    void applyStartPosition(const MediaTime& previousMovieTime); ///< by the preference "loadFrame"
+    void resumeAfterMovieChange(); ///< a run carries over in its direction; a one-frame movie pauses
+    void reset();                  ///< both flags clear, rate 0
+
+Q_SIGNALS:
+    void stateChanged();    ///< direction flags or rate
+    void volumeChanged(float volume);
+    void actionDone();      ///< after every transport action: texts, active bookmarks and drawings are to be refreshed
+
+private:
+    void movieDidEnd();
+    [[nodiscard]] qint64 movieFrameCount() const;
+
+    Player& player_;
+    ViewerList& list_;
+    UserDefaults& defaults_;
+    std::shared_ptr<Movie> movie_;
+    bool forwards_ = false, backwards_ = false;
+};
+
+} // namespace daylark
