@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds a release and starts Daylark with the given movies, folders and sessions.
+#   ./run.sh [PATH...]     start (without a display: the demo)
+#   ./run.sh --build       build only
+#   ./run.sh --demo        demo dailies: a whole review by itself without a display, or yours to try with one
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+. "$root/scripts/setup.sh"
+
+mode=start
+case "${1:-}" in
+    --build) mode=build ;;
+    --demo) mode=demo ;;
+    --help | -h) sed -n '2,5s/^# \?//p' "${BASH_SOURCE[0]}"; exit 0 ;;
+esac
+has_display() { [ -n "${WAYLAND_DISPLAY:-}" ] || [ -n "${DISPLAY:-}" ]; }
+[ "$mode" != start ] || has_display || mode=demo
+
+purposes=(build run)
+[ "$mode" != demo ] || has_display || purposes+=(test)
+install_packages "${purposes[@]}"
+targets=(daylark daylark-tool)
+[ "$mode" != demo ] || targets+=(daylark-demo-dailies daylark-demo-review)
+build_preset release "${targets[@]}"
+
+bin=$root/build/release/bin
+case $mode in
+    build) ;;
+    start) exec "$bin/daylark" "$@" ;;
+    demo)
+        out=$PWD/demo-out
+        mkdir -p "$out"
+        "$bin/daylark-demo-dailies" "$out/dailies"
+        if has_display; then
+            exec "$bin/daylark" "$out/dailies/Day 1" "$out/dailies/Day 2"
+        fi
+        exec "$root/scripts/demo.sh" "$bin" "$out"
+        ;;
+esac
