@@ -1,0 +1,153 @@
+#include "media/FrameReader.h"
+#include "media/MovieProbe.h"
+#include "media/Thumbnail.h"
+#include "tool/ToolContext.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <memory>
+
+namespace daylark::tool {
+namespace {
+
+QJsonObject assetJson(const AssetProperties& asset) {
+    QJsonObject json{{QStringLiteral("fileSizeText"), asset.fileSizeText},
+                     {QStringLiteral("durationText"), asset.durationText}};
+    if (asset.mMovieFPS) json[QStringLiteral("mMovieFPS")] = double(*asset.mMovieFPS);
+    if (asset.frameRateText) json[QStringLiteral("frameRateText")] = *asset.frameRateText;
+    if (asset.mMovieDurationFrames)
+        json[QStringLiteral("mMovieDurationFrames")] = *asset.mMovieDurationFrames;
+    if (asset.mMovieDurationSeconds)
+        json[QStringLiteral("mMovieDurationSeconds")] = double(*asset.mMovieDurationSeconds);
+    if (asset.mMovieResolutionString)
+        json[QStringLiteral("mMovieResolutionString")] = *asset.mMovieResolutionString;
+    if (asset.mMovieAspectRatio) json[QStringLiteral("mMovieAspectRatio")] = double(*asset.mMovieAspectRatio);
+    return json;
+}
+
+QJsonObject legacyJson(const LegacyProperties& legacy) {
+    QJsonObject json{{QStringLiteral("fileSizeText"), legacy.fileSizeText},
+                     {QStringLiteral("durationText"), legacy.durationText}};
+    if (!legacy.hasVideo) return json;
+    json[QStringLiteral("mMovieFPS")] = double(legacy.mMovieFPS);
+    json[QStringLiteral("frameRateText")] = legacy.frameRateText;
+    json[QStringLiteral("mMovieDurationFrames")] = legacy.mMovieDurationFrames;
+    json[QStringLiteral("mMovieDurationSeconds")] = double(legacy.mMovieDurationSeconds);
+    json[QStringLiteral("mMovieResolutionString")] = legacy.mMovieResolutionString;
+    json[QStringLiteral("mMovieAspectRatio")] = double(legacy.mMovieAspectRatio);
+    json[QStringLiteral("mMovieWidth")] = legacy.mMovieWidth;
+    json[QStringLiteral("mMovieHeight")] = legacy.mMovieHeight;
+    json[QStringLiteral("mMovieTimeValuePerStep")] = legacy.mMovieTimeValuePerStep;
+    json[QStringLiteral("mMovieAdjustedDurationTimeValue")] = legacy.mMovieAdjustedDurationTimeValue;
+    json[QStringLiteral("isOneFrame")] = legacy.isOneFrame;
+    return json;
+}
+
+void probe(ToolContext& context, const std::vector<std::string>& files) {
+    QJsonArray array;
+    for (const std::string& file : files) {
+        const QString path = QString::fromStdString(file);
+        QJsonObject json{{QStringLiteral("filenameString"), QFileInfo(path).fileName()},
+                         {QStringLiteral("filepathString"), QFileInfo(path).absoluteFilePath()}};
+        const Result<ProbeResult> result = probeMovie(path);
+        if (result) {
+            json[QStringLiteral("asset")] = assetJson(result->asset);
+            json[QStringLiteral("legacy")] = legacyJson(result->legacy);
+        } else {
+            json[QStringLiteral("error")] = result.error().text;
+            context.fail(path, result.error().text);
+        }
+        array.append(json);
+    }
+    context.print(QJsonDocument(array));
+}
+
+void printIndex(ToolContext& context, const QString& path) {
+    const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(path);
+    if (!reader) return context.fail(path, reader.error().text);
+    const SampleIndex& index = (*reader)->index();
+    QJsonArray frames;
+    for (const SampleIndex::Sample& sample : index.samples)
+        frames.append(QJsonObject{{QStringLiteral("pts"), sample.pts}, {QStringLiteral("key"), sample.key}});
+    context.print(QJsonDocument(QJsonObject{
+        {QStringLiteral("frames"), frames},
+        {QStringLiteral("timeBase"), QJsonArray{index.timeBaseNum, index.timeBaseDen}},
+    }));
+}
+
+void writeFrame(ToolContext& context, const QString& path, qint64 number, const QString& out, int width) {
+    const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(path);
+    if (!reader) return context.fail(path, reader.error().text);
+    const qint64 count = (*reader)->index().count();
+    if (number < 1 || number > count)
+        return context.fail(path, QStringLiteral("has frames 1 to %1, not %2").arg(count).arg(number));
+    const Result<VideoFrame> frame = (*reader)->read(number - 1);
+    if (!frame) return context.fail(path, frame.error().text);
+    const QSize display = frame->displaySize();
+    const QSize size =
+        width > 0 ? QSize(width, std::max(1, qRound(double(width) * display.height() / display.width())))
+                  : display;
+    if (!renderFrame(*frame, size, frame->bitDepth() > 8).save(out, "PNG"))
+        context.fail(out, QStringLiteral("cannot be written"));
+}
+
+void writeThumbnail(ToolContext& context, const QString& path, const QString& out, const QString& choice) {
+    const ThumbnailResult result = makeThumbnail({path, choice});
+    if (result.thumbnail.isNil()) return context.fail(path, result.creatingThumbnailText);
+    if (!result.thumbnail.decode().save(out, "PNG")) context.fail(out, QStringLiteral("cannot be written"));
+}
+
+} // namespace
+
+void addMediaCommands(CLI::App& app, ToolContext& context) {
+    struct Arguments {
+        std::vector<std::string> files;
+        std::string file, out, choice;
+        qint64 number = 1;
+        int width = 0;
+    };
+    const auto arguments = std::make_shared<Arguments>();
+
+    CLI::App* probing = app.add_subcommand("probe", "What the two rule sets read from files");
+    probing->footer("Example: daylark-tool probe shot_010.mov shot_020.mov");
+    probing->add_option("FILE", arguments->files)->required();
+    probing->callback([=, &context] { probe(context, arguments->files); });
+
+    CLI::App* index = app.add_subcommand("index", "The movie's frames in presentation order");
+    index->footer("Example: daylark-tool index shot_010.mov");
+    index->add_option("FILE", arguments->file)->required();
+    index->callback([=, &context] { printIndex(context, QString::fromStdString(arguments->file)); });
+
+    CLI::App* frame = app.add_subcommand(
+        "frame", "One frame, decoded exactly, as a PNG (16 bit when the source is deeper than 8)");
+    frame->footer("Example: daylark-tool frame shot_010.mov 42 frame.png --width 960");
+    frame->add_option("FILE", arguments->file)->required();
+    frame->add_option("N", arguments->number, "frame number, counted from 1")->required();
+    frame->add_option("OUT", arguments->out)->required();
+    frame->add_option("--width", arguments->width, "pixels; the height follows the picture")
+        ->check(CLI::Range(1, 65536));
+    frame->callback([=, &context] {
+        writeFrame(context, QString::fromStdString(arguments->file), arguments->number,
+                   QString::fromStdString(arguments->out), arguments->width);
+    });
+
+    CLI::App* thumbnail = app.add_subcommand("thumbnail", "The thumbnail as the library makes it");
+    thumbnail->footer("Example: daylark-tool thumbnail shot_010.mov thumb.png --choice \"First Frame\"");
+    thumbnail->add_option("FILE", arguments->file)->required();
+    thumbnail->add_option("OUT", arguments->out)->required();
+    thumbnail->add_option("--choice", arguments->choice,
+                          "which frame, e.g. \"Middle Frame\"; default: the preference");
+    thumbnail->callback([=, &context] {
+        const QString choice = arguments->choice.empty()
+                                   ? context.defaults().stringForKey(QStringLiteral("thumbnailFrame"))
+                                   : QString::fromStdString(arguments->choice);
+        writeThumbnail(context, QString::fromStdString(arguments->file),
+                       QString::fromStdString(arguments->out), choice);
+    });
+}
+
+} // namespace daylark::tool

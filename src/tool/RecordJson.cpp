@@ -1,0 +1,125 @@
+#include "tool/RecordJson.h"
+
+#include "archive/Encoder.h"
+
+#include <QJsonArray>
+
+#include <map>
+
+namespace daylark::tool {
+namespace {
+
+QJsonValue imageJson(const Image& image) {
+    const QSize size = image.size();
+    const QString text = image.name().isEmpty()
+                             ? QStringLiteral("%1 x %2").arg(size.width()).arg(size.height())
+                             : image.name();
+    return QJsonObject{{QStringLiteral("image"), text}};
+}
+
+QString keyText(const Value& key) {
+    return key.isString() ? key.string()
+           : key.number() ? QString::number(numberToInt64(*key.number()))
+                          : QString();
+}
+
+QJsonValue objectJson(const Archivable& object);
+
+QJsonValue valueJson(const Value& value) {
+    if (const Number* number = value.number())
+        return std::visit(
+            [](auto n) -> QJsonValue {
+                if constexpr (std::is_same_v<decltype(n), quint64>)
+                    return QJsonValue(double(n));
+                else
+                    return QJsonValue(n);
+            },
+            *number);
+    if (value.isString()) return value.string();
+    if (value.isData())
+        return QJsonObject{{QStringLiteral("data"), QString::fromLatin1(value.data().toBase64())}};
+    if (const Date* date = value.date())
+        return QJsonObject{{QStringLiteral("secondsFrom2001"), date->secondsSince2001}};
+    if (const ArchivedUrl* url = value.url())
+        return url->base.isNull() ? QJsonValue(url->relative)
+                                  : QJsonValue(QJsonObject{{QStringLiteral("url"), url->relative},
+                                                           {QStringLiteral("base"), url->base}});
+    if (value.colour().isValid()) return value.colour().name();
+    if (const QPointF* point = value.point()) return QJsonArray{point->x(), point->y()};
+    if (const AttributedString* text = value.attributedString()) return text->string();
+    if (const Image* image = value.image()) return imageJson(*image);
+    if (const Value::Array* array = value.array()) {
+        QJsonArray json;
+        for (const Value& element : *array)
+            json.append(valueJson(element));
+        return json;
+    }
+    if (const Value::Dictionary* dictionary = value.dictionary()) {
+        QJsonObject json;
+        for (const auto& [key, element] : *dictionary)
+            json[keyText(key)] = valueJson(element);
+        return json;
+    }
+    if (const auto object = value.object()) return objectJson(*object);
+    return QJsonValue::Null;
+}
+
+/// Takes a record's fields as the archive would, so that every archived key shows, and no other.
+class JsonEncoder : public Encoder {
+public:
+    void encode(const char* key, const Value& value) override {
+        json_[QLatin1String(key)] = valueJson(value);
+    }
+    void encodeArray(const char* key,
+                     const std::vector<std::shared_ptr<const Archivable>>& objects) override {
+        QJsonArray array;
+        for (const auto& object : objects)
+            array.append(objectJson(*object));
+        json_[QLatin1String(key)] = array;
+    }
+    [[nodiscard]] const QJsonObject& json() const { return json_; }
+
+private:
+    QJsonObject json_;
+};
+
+QJsonValue objectJson(const Archivable& object) {
+    JsonEncoder encoder;
+    object.encodeWithCoder(encoder);
+    return encoder.json();
+}
+
+} // namespace
+
+QJsonObject sessionJson(const SessionContents& session) {
+    std::map<const Movie*, int> ids;
+    QJsonArray playlists;
+    for (const auto& playlist : session.playlists) {
+        QJsonArray movies;
+        for (const auto& movie : playlist->movieList) {
+            const int id = ids.try_emplace(movie.get(), int(ids.size()) + 1).first->second;
+            QJsonObject json = objectJson(*movie).toObject();
+            json[QStringLiteral("id")] = id;
+            movies.append(json);
+        }
+        playlists.append(QJsonObject{
+            {QStringLiteral("name"), playlist->name},
+            {QStringLiteral("playlistType"), playlist->playlistType},
+            {QStringLiteral("isDivider"), playlist->isDivider && numberToBool(*playlist->isDivider)},
+            {QStringLiteral("status"), playlist->status},
+            {QStringLiteral("movieList"), movies},
+        });
+    }
+    QJsonObject json{{QStringLiteral("playlists"), playlists}};
+    if (session.lastSelectedPlaylistIndex)
+        json[QStringLiteral("lastSelectedPlaylistIndex")] = *session.lastSelectedPlaylistIndex;
+    if (session.version) {
+        json[QStringLiteral("majorVersion")] = session.version->majorVersion;
+        json[QStringLiteral("minorVersion")] = session.version->minorVersion;
+        json[QStringLiteral("patchVersion")] = session.version->patchVersion;
+        json[QStringLiteral("build")] = session.version->build;
+    }
+    return json;
+}
+
+} // namespace daylark::tool

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "base/Result.h"
+#include "platform/UserDefaults.h"
+
+#include <QJsonDocument>
+#include <QString>
+#include <QStringList>
+
+namespace CLI {
+class App;
+}
+
+namespace daylark::tool {
+
+/// What every command works with: the preferences of this run, standard output as one JSON document, one line
+/// a failure on standard error. Main thread.
+class ToolContext {
+public:
+    explicit ToolContext(UserDefaults& defaults)
+        : defaults_(defaults) {}
+
+    [[nodiscard]] UserDefaults& defaults() { return defaults_; }
+    void print(const QJsonDocument& document);                  ///< the command's one document
+    void fail(const QString& path, const QString& whatIsWrong); ///< "daylark-tool: <path>: <what is wrong>"
+    [[nodiscard]] int exitStatus() const { return failed_ ? 1 : 0; }
+
+private:
+    UserDefaults& defaults_;
+    bool failed_ = false;
+};
+
+/// Each adds its subcommands; what a subcommand does runs in CLI11's final callback.
+void addMediaCommands(CLI::App& app, ToolContext& context);
+void addSessionCommands(CLI::App& app, ToolContext& context);
+void addExportCommands(CLI::App& app, ToolContext& context);
+void addBenchCommands(CLI::App& app, ToolContext& context);
+
+} // namespace daylark::tool
