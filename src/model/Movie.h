@@ -92,6 +92,7 @@ public:
     void displayBookmarkIcon();
     void setDefaultColourOptions();
     [[nodiscard]] Grade grade() const;
+    void setGrade(const Grade& grade); ///< the eight numbers only
     void setFlag(int tag); ///< flagString and the flag image by the tag
 
     void addDrawingToMovie(const Drawing& drawing, const QString& frameKey);
@@ -108,6 +109,14 @@ public:
     [[nodiscard]] const char* archiveClassName() const override { return "Movie"; }
     void encodeWithCoder(Encoder& coder) const override; ///< 58 keys in their order
     void initWithCoder(const Decoder& coder) override;
+
+private:
+    void encodeFileAndIcons(Encoder& coder) const;
+    void encodeProperties(Encoder& coder) const;
+    void encodeReview(Encoder& coder) const;
+    void decodeFileAndIcons(const Decoder& coder);
+    void decodeProperties(const Decoder& coder);
+    void decodeReview(const Decoder& coder);
 };
 
 /// The label of a movie whose file is not found: four blanks, for the two-line thumbnail label; wanted.

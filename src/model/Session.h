@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/Archivable.h"
 #include "base/Result.h"
 #include "model/Playlist.h"
 
@@ -26,6 +27,10 @@ struct SessionContents {
 
 /// The classes that session archives hold.
 [[nodiscard]] const ArchiveClasses& recordClasses();
+
+/// Independent copies of every record, cheaply (values are shared until somebody changes them), identity kept: a movie that
+/// stood in two playlists still does. Interface thread; the copy may then be encoded by a worker while the user goes on.
+[[nodiscard]] SessionContents snapshotOf(const SessionContents& contents);
 
 /// The archive's bytes (root dictionary, keys in their order, named icons with pictures). Interface thread, or on copies.
 [[nodiscard]] QByteArray encodeSession(const SessionContents& contents);

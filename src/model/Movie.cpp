@@ -1,0 +1,199 @@
+#include "model/Movie.h"
+
+#include "model/StatusCodes.h"
+#include "platform/FileBookmark.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace daylark {
+
+namespace {
+
+Image iconWhen(bool shown, const char* name) {
+    return shown ? Image::named(QString::fromLatin1(name)) : Image();
+}
+
+QColor missingFileColour() {
+    return QColor::fromRgbF(1.0F, 0.5F, 0.0F); // orange
+}
+
+bool hasText(const std::optional<AttributedString>& text) {
+    return text && text->length() > 0;
+}
+
+} // namespace
+
+FileCheck checkFile(const FileReference& reference) {
+    if (reference.networkMode)
+        return {!reference.path.isEmpty() && QFileInfo::exists(reference.path), reference.path};
+    const Result<QString> resolved = resolveFileBookmark(reference.bookmarkData, reference.path);
+    return resolved ? FileCheck{true, *resolved} : FileCheck{false, reference.path};
+}
+
+Movie::Movie() {
+    mLastFrameVisited = {0, 0, 0};
+    mMovieBookmarkArray.isNil = true;
+    bookmarkStore.isNil = true;
+}
+
+Movie::Movie(const QString& path, const QByteArray& bookmarkData)
+    : filenameString(QFileInfo(path).fileName())
+    , filepathString(path)
+    , filepathURL(QUrl::fromLocalFile(path))
+    , filepathBookmarkData(bookmarkData)
+    , grabIcon(Image::named(QStringLiteral("dl-grabIcon-01.png")))
+    , flagString(QString::number(status::none))
+    , creatingThumbnailText(QStringLiteral(""))
+    , statusColour(Qt::white)
+    , notes(AttributedString())
+    , notes2(AttributedString())
+    , sortOrder(99999) // after every ordered movie, until the playlist numbers it
+    , mLastFrameVisited{0, 600, 0}
+    , mThumbnailFrame(-1) {
+    setDefaultColourOptions();
+}
+
+bool Movie::fileIsFound(bool networkMode) {
+    const FileCheck check = checkFile(fileReference(networkMode));
+    applyFileCheck(check);
+    return check.found;
+}
+
+FileReference Movie::fileReference(bool networkMode) const {
+    const bool byUrl = networkMode && filepathURL.isLocalFile();
+    return {byUrl ? filepathURL.toLocalFile() : filepathString, filepathBookmarkData, networkMode};
+}
+
+void Movie::applyFileCheck(const FileCheck& check) {
+    if (!check.found) { // the paths stay as they were
+        creatingThumbnailText = fileNotFoundText;
+        statusColour = missingFileColour();
+        return;
+    }
+    creatingThumbnailText = QStringLiteral("");
+    statusColour = Qt::white;
+    filepathString = check.path;
+    filepathURL = QUrl::fromLocalFile(check.path);
+    filenameString = QFileInfo(check.path).fileName();
+}
+
+void Movie::addICount() {
+    ++iCount;
+    if (iCount >= 1) instanceIcon = Image::named(QStringLiteral("copy 03 white.png"));
+}
+
+void Movie::removeICount() {
+    if (iCount > 0) --iCount;
+    if (iCount == 0) instanceIcon = Image();
+}
+
+void Movie::displayGradeIcon() {
+    const bool neutral = grade().isNeutral(); // exact comparisons: wanted
+    gradeIcon = iconWhen(!neutral, "dl-levelsActive-01.png");
+    if (neutral) applyGrade = true;
+}
+
+void Movie::displayNotesIcon() {
+    notesIcon = iconWhen(hasText(notes) || hasText(notes2), "dl-notesActive-03.png");
+}
+
+void Movie::displayDrawingIcon() {
+    const bool drawn = std::any_of(bookmarkStore.begin(), bookmarkStore.end(),
+                                   [](const auto& bookmark) { return bookmark->hasDrawings(); });
+    drawingIcon = iconWhen(drawn, "dl-brushActive-01.png");
+}
+
+void Movie::displayBookmarkIcon() {
+    bookmarkIcon = iconWhen(!bookmarkStore.empty(), "bookmark_on.png");
+}
+
+void Movie::setDefaultColourOptions() {
+    setGrade(Grade());
+    applyGrade = true;
+    displayGradeIcon();
+}
+
+Grade Movie::grade() const {
+    return {exposure, contrast, saturation, gamma, brightness, redChannel, greenChannel, blueChannel};
+}
+
+void Movie::setGrade(const Grade& grade) {
+    exposure = grade.exposure;
+    contrast = grade.contrast;
+    saturation = grade.saturation;
+    gamma = grade.gamma;
+    brightness = grade.brightness;
+    redChannel = grade.redChannel;
+    greenChannel = grade.greenChannel;
+    blueChannel = grade.blueChannel;
+}
+
+void Movie::setFlag(int tag) {
+    flagString = QString::number(tag);
+    if (tag == status::none)
+        flag = Image();
+    else if (const QString name = status::flagImageName(flagString); !name.isEmpty())
+        flag = Image::named(name); // any other tag leaves the image: wanted
+}
+
+void Movie::addDrawingToMovie(const Drawing& drawing, const QString& frameKey) {
+    if (const auto found = mMovieDrawings.find(frameKey); found != mMovieDrawings.end())
+        found->second.append(drawing);
+    else
+        mMovieDrawings.emplace(frameKey, drawing);
+    displayDrawingIcon(); // looks at the bookmarks, not at this store: wanted
+}
+
+void Movie::removeDrawingFromMovieForFrame(const QString& frameKey) {
+    mMovieDrawings.erase(frameKey);
+    displayDrawingIcon();
+}
+
+void Movie::removeLastStrokesFromBookmarks(const std::vector<std::shared_ptr<Bookmark>>& bookmarks) {
+    const auto last = std::find_if(bookmarks.rbegin(), bookmarks.rend(),
+                                   [](const auto& bookmark) { return bookmark && bookmark->hasDrawings(); });
+    if (last != bookmarks.rend())
+        (*last)->drawings.removeLastStroke(); // an emptied drawing keeps its five empty lists: wanted
+}
+
+std::vector<std::shared_ptr<Bookmark>> Movie::bookmarksForFrame(qint64 frame) {
+    std::vector<std::shared_ptr<Bookmark>> covering;
+    for (const auto& bookmark : bookmarkStore) {
+        if (bookmark->mute) continue; // keeps its images
+        const bool covers = bookmark->firstFrame <= frame && frame <= bookmark->lastFrame;
+        bookmark->setActive(covers);
+        if (covers) covering.push_back(bookmark);
+    }
+    return covering;
+}
+
+qint64 Movie::previousBookmarkFrameNumber(qint64 frame) const {
+    std::optional<qint64> previous;
+    for (const auto& bookmark : bookmarkStore)
+        if (!bookmark->mute && bookmark->firstFrame < frame)
+            previous = std::max(previous.value_or(bookmark->firstFrame), bookmark->firstFrame);
+    return previous.value_or(-1);
+}
+
+qint64 Movie::nextBookmarkFrameNumber(qint64 frame) const {
+    std::optional<qint64> next;
+    for (const auto& bookmark : bookmarkStore)
+        if (!bookmark->mute && bookmark->firstFrame > frame)
+            next = std::min(next.value_or(bookmark->firstFrame), bookmark->firstFrame);
+    return next.value_or(-1);
+}
+
+bool Movie::frameIsBookmarked(qint64 frame) const {
+    return std::any_of(mMovieBookmarkArray.begin(), mMovieBookmarkArray.end(), [frame](const auto& bookmark) {
+        return bookmark->mFrameNumber && numberToInt64(*bookmark->mFrameNumber) == frame;
+    });
+}
+
+void Movie::removeAllBookmarks() {
+    bookmarkStore.clear();
+    bookmarkStore.isNil = false;
+}
+
+} // namespace daylark
