@@ -9,21 +9,25 @@
 #include <QString>
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace daylark {
 
-/// Plays one movie at a time: rate, position, single steps, loop, volume, end of movie. Positions are times on the movie's
-/// clock; which picture stands at a position is the sample index's to say, never a rounded second. Pictures come from one
-/// decode thread; requests are coalesced (the newest wins) and numbered by a generation, and pictures of an old generation
-/// are dropped. Reset order: stop taking, bump the generation, flush, resume. Interface thread; nothing here waits for a
-/// disk or a decoder.
+/// Plays one movie at a time: rate, position, single steps, loop, volume, end of movie. Positions are times
+/// on the movie's clock; which picture stands at a position is the sample index's to say, never a rounded
+/// second. Pictures come from one decode thread; requests are coalesced (the newest wins) and numbered by a
+/// generation, and pictures of an old generation are dropped. Reset order: stop taking, bump the generation,
+/// flush, resume. Interface thread; nothing here waits for a disk or a decoder.
 class Player : public QObject {
     Q_OBJECT
 public:
-    explicit Player(PlaybackClock& clock, QObject* parent = nullptr);
+    /// `cacheBudget`: what decoded pictures may take (bytes); 0 means `FrameCache::defaultBudget()`.
+    explicit Player(PlaybackClock& clock, QObject* parent = nullptr, qint64 cacheBudget = 0);
     ~Player() override;
 
-    /// Opens a file on the decode thread; answers with `opened` or `openFailed`. A newer `open` or `close` cancels an older one.
+    /// Opens a file on the decode thread; answers with `opened` or `openFailed`. A newer `open` or `close`
+    /// cancels an older one.
     void open(const QString& path);
     void close(); ///< forgets movie and picture; rate 0
     [[nodiscard]] bool isOpen() const;
@@ -32,8 +36,8 @@ public:
     [[nodiscard]] MediaTime duration() const;
     [[nodiscard]] MediaTime currentTime() const;
     void setCurrentTime(const MediaTime& time); ///< clamped to the movie; shows the frame that stands there
-    /// The frame that the current position stands on, counted from 1; 0 when nothing is open. Known at once, whether its
-    /// picture is ready or not.
+    /// The frame that the current position stands on, counted from 1; 0 when nothing is open. Known at once,
+    /// whether its picture is ready or not.
     [[nodiscard]] qint64 currentFrame() const;
     [[nodiscard]] bool pictureIsCurrent() const; ///< the picture last shown is the one of `currentFrame`
 
@@ -43,11 +47,22 @@ public:
     void stepForward();  ///< one frame; stays on the last
     void stepBackward(); ///< one frame; stays on the first
 
-    void setLoops(bool loops); ///< at an end (either direction) goes on from the other instead of `didEnd`
+    /// The clock moves the position: false when stopped, and while the first pictures of a run are still
+    /// being read.
+    [[nodiscard]] bool isRolling() const;
+    /// The frames whose pictures are ready, as inclusive ranges counted from 1.
+    [[nodiscard]] std::vector<std::pair<qint64, qint64>> readyRanges() const;
+
+    void setLoops(bool loops);    ///< at an end (either direction) goes on from the other instead of `didEnd`
     void setVolume(float volume); ///< 0 to 1
     [[nodiscard]] float volume() const;
 
     [[nodiscard]] VideoFrame shownFrame() const; ///< the picture on screen; null before the first
+
+public Q_SLOTS:
+    /// Looks at the clock and moves on; the player's own timer calls it, and tests that turn the clock by
+    /// hand.
+    void tick();
 
 Q_SIGNALS:
     void opened();

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "media/FrameReader.h"
+#include "playback/ReadPlan.h"
+
+#include <QString>
+
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace daylark {
+
+class FrameCache;
+
+/// The one thread that opens and reads movies. It holds one movie at a time, fills the cache after the newest
+/// demand, and says "look again" when there is something new; older demands and openings are given up. The
+/// calls return at once (one short lock); the callbacks come on the decode thread. Owned by the player; the
+/// destructor ends the read under way and waits.
+class DecodeThread {
+public:
+    struct Opening {
+        quint64 generation = 0;
+        std::shared_ptr<const SampleIndex> index; ///< null: failed
+        QString reason;
+    };
+    DecodeThread(FrameCache& cache, std::function<void(Opening)> opened, std::function<void()> lookAgain);
+    ~DecodeThread();
+    DecodeThread(const DecodeThread&) = delete;
+    DecodeThread& operator=(const DecodeThread&) = delete;
+
+    void open(quint64 generation, const QString& path);
+    void close(quint64 generation);
+    void want(quint64 generation, const ReadDemand& demand);
+
+private:
+    struct Command {
+        quint64 generation = 0;
+        QString path; ///< null: close
+    };
+    void run();
+    void obey(const Command& command);
+    bool readOne(const ReadDemand& demand);
+    void give(Command command);
+    [[nodiscard]] bool isOnTheWay(qint64 frame, qint64 target) const;
+
+    FrameCache& cache_;
+    const std::function<void(Opening)> opened_;
+    const std::function<void()> lookAgain_;
+    CancelFlag cancel_ = false;
+
+    std::mutex mutex_; // guards down to the blank line
+    std::condition_variable wake_;
+    std::optional<Command> command_;
+    ReadDemand demand_;
+    quint64 demandGeneration_ = 0;
+    std::shared_ptr<const SampleIndex> index_;
+    qint64 underWay_ = -1;
+    bool dirty_ = false, stopping_ = false;
+
+    std::unique_ptr<FrameReader> reader_; // the decode thread's own, as is what follows
+    quint64 readerGeneration_ = 0;
+    qint64 lastRead_ = -1;
+
+    std::thread thread_;
+};
+
+} // namespace daylark

@@ -1,0 +1,133 @@
+#include "playback/FrameCache.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+namespace daylark {
+
+qint64 FrameCache::defaultBudget() {
+    constexpr qint64 most = qint64(4) << 30;
+    const qint64 pages = sysconf(_SC_PHYS_PAGES);
+    const qint64 pageSize = sysconf(_SC_PAGESIZE);
+    return pages > 0 && pageSize > 0 ? std::min(pages * pageSize / 4, most) : most / 4;
+}
+
+void FrameCache::reset(quint64 generation) {
+    Pictures old; // freed outside the lock
+    const std::lock_guard lock(mutex_);
+    old.swap(pictures_);
+    generation_ = generation;
+    travel_ = {};
+    bytes_ = 0;
+    lastSize_ = 0;
+}
+
+void FrameCache::setTravel(const Travel& travel) {
+    const std::lock_guard lock(mutex_);
+    travel_ = travel;
+}
+
+qint64 FrameCache::cost(qint64 frame) const {
+    const qint64 ahead = (frame - travel_.playhead) * travel_.direction;
+    if (ahead >= 0) return ahead;
+    const qint64 behind = -2 * ahead;
+    return travel_.loops && travel_.frames > 0 ? std::min(behind, ahead + travel_.frames) : behind;
+}
+
+// The cost grows away from the playhead on both sides, so its maximum stands at an end of the map, or, when
+// the movie is a ring, beside the point where the way on equals twice the way back.
+FrameCache::Pictures::const_iterator FrameCache::dearest() const {
+    auto best = pictures_.begin();
+    const auto consider = [&](Pictures::const_iterator candidate) {
+        if (candidate != pictures_.end() && cost(candidate->first) > cost(best->first)) best = candidate;
+    };
+    consider(std::prev(pictures_.end()));
+    if (travel_.loops && travel_.frames > 0) {
+        qint64 peak = travel_.playhead - travel_.direction * (travel_.frames / 3);
+        peak = (peak % travel_.frames + travel_.frames) % travel_.frames;
+        const auto after = pictures_.lower_bound(peak);
+        consider(after);
+        if (after != pictures_.begin()) consider(std::prev(after));
+    }
+    return best;
+}
+
+bool FrameCache::put(quint64 generation, qint64 frame, const VideoFrame& picture) {
+    std::vector<VideoFrame> evicted; // freed outside the lock
+    const std::lock_guard lock(mutex_);
+    if (generation != generation_) return false;
+    const qint64 size = picture.isNull() ? 0 : picture.byteCount();
+    const auto [at, isNew] = pictures_.try_emplace(frame, picture);
+    if (!isNew) return true;
+    bytes_ += size;
+    if (size > 0) lastSize_ = size;
+    bool kept = true;
+    while (bytes_ > budget_ && pictures_.size() > 1) {
+        const auto victim = dearest();
+        kept = kept && victim->first != frame;
+        bytes_ -= victim->second.isNull() ? 0 : victim->second.byteCount();
+        evicted.push_back(victim->second);
+        pictures_.erase(victim);
+    }
+    return kept;
+}
+
+bool FrameCache::contains(qint64 frame) const {
+    const std::lock_guard lock(mutex_);
+    return pictures_.count(frame) != 0;
+}
+
+VideoFrame FrameCache::find(qint64 frame) const {
+    const std::lock_guard lock(mutex_);
+    const auto at = pictures_.find(frame);
+    return at == pictures_.end() ? VideoFrame() : at->second;
+}
+
+std::optional<qint64> FrameCache::nearestBetween(qint64 first, qint64 last) const {
+    const std::lock_guard lock(mutex_);
+    if (last >= first) {
+        for (auto at = pictures_.upper_bound(last); at != pictures_.begin();) {
+            --at;
+            if (at->first < first) break;
+            if (!at->second.isNull()) return at->first;
+        }
+        return std::nullopt;
+    }
+    for (auto at = pictures_.lower_bound(last); at != pictures_.end() && at->first <= first; ++at)
+        if (!at->second.isNull()) return at->first;
+    return std::nullopt;
+}
+
+bool FrameCache::wouldKeep(qint64 frame) const {
+    const std::lock_guard lock(mutex_);
+    if (pictures_.empty() || bytes_ + lastSize_ <= budget_) return true;
+    return cost(dearest()->first) > cost(frame);
+}
+
+qint64 FrameCache::capacity() const {
+    const std::lock_guard lock(mutex_);
+    return lastSize_ > 0 ? std::max<qint64>(1, budget_ / lastSize_) : std::numeric_limits<qint32>::max();
+}
+
+qint64 FrameCache::byteCount() const {
+    const std::lock_guard lock(mutex_);
+    return bytes_;
+}
+
+std::vector<std::pair<qint64, qint64>> FrameCache::readyRanges() const {
+    const std::lock_guard lock(mutex_);
+    std::vector<std::pair<qint64, qint64>> ranges;
+    for (const auto& [frame, picture] : pictures_) {
+        if (picture.isNull()) continue;
+        if (!ranges.empty() && ranges.back().second + 1 == frame)
+            ranges.back().second = frame;
+        else
+            ranges.emplace_back(frame, frame);
+    }
+    return ranges;
+}
+
+} // namespace daylark

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "media/VideoFrame.h"
+
+#include <map>
+#include <mutex>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace daylark {
+
+/// Decoded pictures of one movie by frame number (from 0), bounded in bytes: after every `put` the pictures
+/// held take at most the budget, except that the last one is never given up. What goes first is what is
+/// farthest from the playhead in the direction of travel; what lies behind counts double. Each opening of a
+/// movie has a generation: pictures of another one are not taken. Owned by the player; any thread (the decode
+/// thread puts, the interface thread looks). Nothing here fails.
+class FrameCache {
+public:
+    /// Where the playhead stands and where it is heading.
+    struct Travel {
+        qint64 playhead = 0;
+        int direction = 1; ///< 1 or -1
+        qint64 frames = 0; ///< of the movie
+        bool loops = false;
+    };
+
+    explicit FrameCache(qint64 budget)
+        : budget_(budget) {}
+    /// A quarter of the machine's memory, at most 4 GiB.
+    [[nodiscard]] static qint64 defaultBudget();
+
+    void reset(quint64 generation); ///< forgets everything; from now on takes this generation only
+    void setTravel(const Travel& travel);
+    /// Takes a picture (a null one stands for a frame that cannot be read). False when it was not kept.
+    bool put(quint64 generation, qint64 frame, const VideoFrame& picture);
+
+    [[nodiscard]] bool contains(qint64 frame) const;
+    [[nodiscard]] VideoFrame find(qint64 frame) const; ///< null when not held
+    /// Walks from `last` towards `first` and gives the first frame with a picture.
+    [[nodiscard]] std::optional<qint64> nearestBetween(qint64 first, qint64 last) const;
+    [[nodiscard]] bool wouldKeep(qint64 frame) const; ///< a picture like those held
+    [[nodiscard]] qint64 capacity() const;            ///< pictures like those held that fit; at least 1
+    [[nodiscard]] qint64 byteCount() const;
+    [[nodiscard]] qint64 budget() const { return budget_; }
+    /// The frames held, as inclusive ranges in order.
+    [[nodiscard]] std::vector<std::pair<qint64, qint64>> readyRanges() const;
+
+private:
+    using Pictures = std::map<qint64, VideoFrame>;
+    [[nodiscard]] qint64 cost(qint64 frame) const;
+    [[nodiscard]] Pictures::const_iterator dearest() const;
+
+    const qint64 budget_;
+    mutable std::mutex mutex_;
+    Pictures pictures_;
+    Travel travel_;
+    quint64 generation_ = 0;
+    qint64 bytes_ = 0;
+    qint64 lastSize_ = 0;
+};
+
+} // namespace daylark

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <functional>
+#include <optional>
+
+namespace daylark {
+
+class FrameCache;
+
+/// What the player wants read; a value (frames from 0).
+struct ReadDemand {
+    qint64 target = -1; ///< the frame under the playhead; -1 for nothing
+    int direction = 1;  ///< of travel: 1 or -1
+    bool playing = false;
+    bool loops = false;
+};
+
+/// Where the reading stands; a value.
+struct ReadState {
+    qint64 frames = 0;    ///< of the movie
+    qint64 lastRead = -1; ///< the frame read last, so that the next one in order is cheap; -1 for none
+    std::function<qint64(qint64)> keyFrameBefore;
+};
+
+/// The frame to read next so that the demand is met: the target if it is not in the cache, else what lies
+/// ahead in the direction of travel; nothing when enough is ready. Backwards a group is read forwards from
+/// its key frame, so that each of its samples is decoded once. Reading one frame after the other by this plan
+/// ends; it is asked again after each. Any thread.
+[[nodiscard]] std::optional<qint64> nextFrameToRead(const ReadDemand& demand, const ReadState& state,
+                                                    const FrameCache& cache);
+
+} // namespace daylark
