@@ -1,5 +1,6 @@
 #pragma once
 
+#include "media/MovieProbe.h"
 #include "model/Movie.h"
 #include "model/ReviewEdits.h"
 #include "platform/Sender.h"
@@ -8,7 +9,9 @@
 #include "viewer/ViewerBookmarks.h"
 #include "viewer/ViewerList.h"
 
+#include <QColor>
 #include <QObject>
+#include <QThreadPool>
 #include <QTimer>
 
 #include <memory>
@@ -36,6 +39,7 @@ public:
         Player& player;
     };
     explicit MoviePlayerController(const Surroundings& surroundings, QObject* parent = nullptr);
+    ~MoviePlayerController() override; ///< ends a probing under way and waits for it (a second at most)
 
     void setLibrary(LibraryLink* library) { library_ = library; } ///< before the first `open`
 
@@ -62,16 +66,26 @@ public:
     void updateMovieIcons();
     void updateGUI(); ///< once a second
 
+    /// Colours of the drawing tool and of the texts over the picture; from the preferences, written back at `close`.
+    [[nodiscard]] QColor brushColour() const { return brushColour_; }
+    void setBrushColour(const QColor& colour) { brushColour_ = colour; }
+    [[nodiscard]] QColor onscreenTextColour() const { return onscreenTextColour_; }
+    void setOnscreenTextColour(const QColor& colour) { onscreenTextColour_ = colour; }
+
 Q_SIGNALS:
     void windowOpened();   ///< show the window, bring it to the front
     void windowClosed();   ///< hide the window and its panels
     void movieShown();     ///< another movie is on screen (or none)
     void movieLoading(bool loading);
+    void movieProbed(const std::shared_ptr<daylark::Movie>& movie); ///< the record's properties were read anew
 
 private:
     void movieOpened();
     void movieOpenFailed(const QString& reason);
     void leaveCurrentMovie();
+    void storeLastFrameVisited();
+    void firstPictureShown();
+    void probed(const std::weak_ptr<Movie>& movie, const Result<ProbeResult>& result);
 
     Surroundings surroundings_;
     LibraryLink* library_ = nullptr;
@@ -83,6 +97,10 @@ private:
     std::shared_ptr<Movie> mCurrentMovie_;
     MediaTime previousTime_;
     bool open_ = false;
+    bool probeDue_ = false; ///< the movie's properties are read once its first picture stands
+    QColor brushColour_, onscreenTextColour_;
+    CancelFlag probeCancel_ = false;
+    QThreadPool probePool_; ///< last: waits for its work before what it uses goes
 };
 
 } // namespace daylark

@@ -34,6 +34,12 @@ public:
     [[nodiscard]] QString approxFrameRate() const { return frameRate_; }
     [[nodiscard]] QString durationText() const;
 
+    [[nodiscard]] QString stripFrameNumber() const; ///< the counter's text whatever is switched on; empty without a movie
+    [[nodiscard]] QString stripTimecode() const;    ///< the timecode's text whatever is switched on; empty without a movie
+    /// Ticks under the position slider: one a frame up to 239 frames, and the slider snaps to them; none above.
+    [[nodiscard]] qint64 tickCount() const;
+    [[nodiscard]] float framesPerSecond() const; ///< the record's; before it was probed, the sample index's
+
     void setOverlayInfoStatic();
     void setOverlayInfoDynamic();
 
@@ -41,6 +47,8 @@ Q_SIGNALS:
     void changed();
 
 private:
+    [[nodiscard]] QString timecodeWithPrefix() const;
+
     Player& player_;
     UserDefaults& defaults_;
     std::shared_ptr<Movie> movie_;

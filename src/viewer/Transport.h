@@ -42,6 +42,9 @@ public:
     [[nodiscard]] bool movieIsPlayingBackwards() const { return backwards_; }
     [[nodiscard]] bool isRunning() const { return forwards_ || backwards_; }
 
+    /// Lands the fraction of a frame into the frame (from 1): where bookmarks and start positions put the playhead.
+    void goToFrame(qint64 frame, double fraction);
+
     void setMovie(const std::shared_ptr<Movie>& movie); ///< the movie on screen (null: none)
     void applyStartPosition(const MediaTime& previousMovieTime); ///< by the preference "loadFrame"
     void resumeAfterMovieChange(); ///< a run carries over in its direction; a one-frame movie pauses
@@ -54,13 +57,19 @@ Q_SIGNALS:
 
 private:
     void movieDidEnd();
-    [[nodiscard]] qint64 movieFrameCount() const;
+    void playerItemDidReachEnd(const QString& repeatType);
+    void wrapToFirstMovie();
+    void run(int direction);
+    [[nodiscard]] bool isOneFrame() const;
+    [[nodiscard]] qint64 movieFrameCount() const; ///< the sample index's when open, else the record's
 
     Player& player_;
     ViewerList& list_;
     UserDefaults& defaults_;
     std::shared_ptr<Movie> movie_;
     bool forwards_ = false, backwards_ = false;
+    bool movieReachedEnd_ = false;  ///< set when a one-shot run ends
+    bool startAtFirstFrame_ = false; ///< the movie being opened starts there, whatever "loadFrame" says
 };
 
 } // namespace daylark

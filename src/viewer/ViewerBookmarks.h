@@ -44,6 +44,9 @@ Q_SIGNALS:
     void activeBookmarksChanged();
 
 private:
+    [[nodiscard]] bool isOfThisMovie(const std::shared_ptr<Bookmark>& bookmark) const;
+    void afterEdit();
+
     Player& player_;
     Transport& transport_;
     TimeDisplay& time_;
