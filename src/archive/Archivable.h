@@ -12,8 +12,8 @@ namespace daylark {
 class Encoder;
 class Decoder;
 
-/// A record that can stand in a keyed archive as an object of its own class. Shared records (one `Movie` in two playlists)
-/// are written once and come back as one object.
+/// A record that can stand in a keyed archive as an object of its own class. Shared records (one `Movie` in
+/// two playlists) are written once and come back as one object.
 class Archivable {
 public:
     virtual ~Archivable() = default;
@@ -27,8 +27,8 @@ public:
 /// Makes empty records by class name; names that it doesn't know decode to nil.
 using ArchiveClasses = std::map<QString, std::function<std::shared_ptr<Archivable>()>>;
 
-/// A list field of a record. A nil list (absent key) is empty and says so: older items are told by it. Adding to a nil list
-/// is the caller's wish for a list: set `isNil` to false with it.
+/// A list field of a record. A nil list (absent key) is empty and says so: older items are told by it. Adding
+/// to a nil list is the caller's wish for a list: set `isNil` to false with it.
 template<class T>
 struct ObjectList : std::vector<std::shared_ptr<T>> {
     using std::vector<std::shared_ptr<T>>::vector;

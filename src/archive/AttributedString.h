@@ -12,14 +12,14 @@ struct TextAttributes {
     bool bold = false;
     bool italic = false;
     bool underline = false;
-    QColor colour;          ///< invalid: the default text colour
-    QString fontFamily;     ///< null: the default family
-    double pointSize = 0;   ///< 0: the default size
+    QColor colour;        ///< invalid: the default text colour
+    QString fontFamily;   ///< null: the default family
+    double pointSize = 0; ///< 0: the default size
     bool operator==(const TextAttributes&) const = default;
 };
 
-/// Text with styled runs. The invariant: the runs' lengths (UTF-16 units) add up to the text's length, neighbours differ,
-/// no run is empty. Any thread; a plain value.
+/// Text with styled runs. The invariant: the runs' lengths (UTF-16 units) add up to the text's length,
+/// neighbours differ, no run is empty. Any thread; a plain value.
 class AttributedString {
 public:
     struct Run {

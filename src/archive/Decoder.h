@@ -7,8 +7,8 @@
 
 namespace daylark {
 
-/// What a record reads its fields from. A missing key, a value of another class or an unreadable one gives null, 0 or false;
-/// there are no errors here. Narrowing: integers are truncated to the width asked for.
+/// What a record reads its fields from. A missing key, a value of another class or an unreadable one gives
+/// null, 0 or false; there are no errors here. Narrowing: integers are truncated to the width asked for.
 class Decoder {
 public:
     virtual ~Decoder() = default;
@@ -29,7 +29,8 @@ public:
     [[nodiscard]] qint64 decodeInt64(const char* key) const;
     [[nodiscard]] float decodeFloat(const char* key) const;
     [[nodiscard]] double decodeDouble(const char* key) const;
-    /// The integer value of whatever stands under the key: a number, or the number that a string begins with (else 0).
+    /// The integer value of whatever stands under the key: a number, or the number that a string begins with
+    /// (else 0).
     [[nodiscard]] qint32 decodeIntegerValue(const char* key) const;
 
     /// The records of class T of an array, others left out; a missing or non-array value gives a nil list.

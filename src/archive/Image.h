@@ -7,12 +7,13 @@
 
 namespace daylark {
 
-/// An image as a record keeps it: nil, one of the program's named icons ("flag_Green.png"), or encoded bytes (TIFF from
-/// archives and from us; whatever else a file held stays as it was). The bytes are never decoded by the record and never
-/// encoded again: a session that is read and saved carries the same bytes. A plain value, implicitly shared; any thread.
+/// An image as a record keeps it: nil, one of the program's named icons ("flag_Green.png"), or encoded bytes
+/// (TIFF from archives and from us; whatever else a file held stays as it was). The bytes are never decoded
+/// by the record and never encoded again: a session that is read and saved carries the same bytes. A plain
+/// value, implicitly shared; any thread.
 class Image {
 public:
-    Image() = default; ///< nil
+    Image() = default;                                     ///< nil
     [[nodiscard]] static Image named(const QString& name); ///< an empty name is nil
     /// `encoded` in any format that the image readers know; `size` in points.
     [[nodiscard]] static Image fromEncoded(const QByteArray& encoded, QSize size, const QString& name = {});
@@ -20,10 +21,13 @@ public:
     [[nodiscard]] static Image fromQImage(const QImage& image);
 
     [[nodiscard]] bool isNil() const { return name_.isEmpty() && encoded_.isEmpty(); }
-    [[nodiscard]] const QString& name() const { return name_; }       ///< empty when not a named icon
-    [[nodiscard]] const QByteArray& encoded() const { return encoded_; } ///< empty for a named icon without bytes
-    [[nodiscard]] QSize size() const { return size_; }                ///< points; invalid when unknown
-    /// Decodes the bytes (null when there are none or they are no picture). Bounded: pictures beyond 64 megapixels give null.
+    [[nodiscard]] const QString& name() const { return name_; } ///< empty when not a named icon
+    [[nodiscard]] const QByteArray& encoded() const {
+        return encoded_;
+    }                                                  ///< empty for a named icon without bytes
+    [[nodiscard]] QSize size() const { return size_; } ///< points; invalid when unknown
+    /// Decodes the bytes (null when there are none or they are no picture). Bounded: pictures beyond 64
+    /// megapixels give null.
     [[nodiscard]] QImage decode() const;
 
     bool operator==(const Image& other) const { return name_ == other.name_ && encoded_ == other.encoded_; }

@@ -22,10 +22,12 @@ class Archivable;
 using Number = std::variant<bool, qint64, quint64, double>;
 
 [[nodiscard]] bool numberToBool(const Number& number);
-[[nodiscard]] qint64 numberToInt64(const Number& number); ///< truncates towards zero; out of range or NaN gives 0
+[[nodiscard]] qint64
+numberToInt64(const Number& number); ///< truncates towards zero; out of range or NaN gives 0
 [[nodiscard]] double numberToDouble(const Number& number);
 
-/// A point in time, in seconds from 2001-01-01 00:00 UTC (kept as the archive's double, so nothing is rounded).
+/// A point in time, in seconds from 2001-01-01 00:00 UTC (kept as the archive's double, so nothing is
+/// rounded).
 struct Date {
     double secondsSince2001 = 0;
     [[nodiscard]] static Date fromUnixSeconds(double seconds) { return {seconds - 978307200.0}; }
@@ -40,35 +42,49 @@ struct ArchivedUrl {
     bool operator==(const ArchivedUrl&) const = default;
 };
 
-/// Anything that can stand in a keyed archive: nil, one of the value classes, an array, a dictionary, or one of our
-/// records. Copies are cheap; arrays and dictionaries are shared and never change once made. Any thread.
+/// Anything that can stand in a keyed archive: nil, one of the value classes, an array, a dictionary, or one
+/// of our records. Copies are cheap; arrays and dictionaries are shared and never change once made. Any
+/// thread.
 class Value {
 public:
     using Array = std::vector<Value>;
     using Dictionary = std::vector<std::pair<Value, Value>>; ///< key and value, in archived order
 
     Value() = default; ///< nil
-    Value(Number number) : state_(number) {}
-    Value(bool number) : state_(Number(number)) {}
-    Value(int number) : state_(Number(qint64(number))) {}
-    Value(qint64 number) : state_(Number(number)) {}
-    Value(double number) : state_(Number(number)) {}
-    Value(const QString& string);   ///< a null string is nil
-    Value(const QByteArray& data);  ///< a null byte array is nil
-    Value(Date date) : state_(date) {}
-    Value(ArchivedUrl url) : state_(std::move(url)) {}
-    Value(const QColor& colour);    ///< an invalid colour is nil
-    Value(QPointF point) : state_(point) {}
-    Value(QUuid uuid) : state_(uuid) {}
-    Value(AttributedString text) : state_(std::make_shared<const AttributedString>(std::move(text))) {}
-    Value(Image image);             ///< a nil image is nil
-    Value(Array array) : state_(std::make_shared<const Array>(std::move(array))) {}
-    Value(Dictionary dictionary) : state_(std::make_shared<const Dictionary>(std::move(dictionary))) {}
+    Value(Number number)
+        : state_(number) {}
+    Value(bool number)
+        : state_(Number(number)) {}
+    Value(int number)
+        : state_(Number(qint64(number))) {}
+    Value(qint64 number)
+        : state_(Number(number)) {}
+    Value(double number)
+        : state_(Number(number)) {}
+    Value(const QString& string);  ///< a null string is nil
+    Value(const QByteArray& data); ///< a null byte array is nil
+    Value(Date date)
+        : state_(date) {}
+    Value(ArchivedUrl url)
+        : state_(std::move(url)) {}
+    Value(const QColor& colour); ///< an invalid colour is nil
+    Value(QPointF point)
+        : state_(point) {}
+    Value(QUuid uuid)
+        : state_(uuid) {}
+    Value(AttributedString text)
+        : state_(std::make_shared<const AttributedString>(std::move(text))) {}
+    Value(Image image); ///< a nil image is nil
+    Value(Array array)
+        : state_(std::make_shared<const Array>(std::move(array))) {}
+    Value(Dictionary dictionary)
+        : state_(std::make_shared<const Dictionary>(std::move(dictionary))) {}
     Value(std::shared_ptr<Archivable> object); ///< a null pointer is nil
 
     [[nodiscard]] bool isNil() const { return state_.index() == 0; }
 
-    // Each gives nullptr (or a null value) when the value is of another class: readers of archives test, never assume.
+    // Each gives nullptr (or a null value) when the value is of another class: readers of archives test,
+    // never assume.
     [[nodiscard]] const Number* number() const { return std::get_if<Number>(&state_); }
     [[nodiscard]] QString string() const;
     [[nodiscard]] bool isString() const { return std::holds_alternative<QString>(state_); }

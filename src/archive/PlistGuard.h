@@ -1,0 +1,14 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QByteArray>
+
+namespace daylark {
+
+/// Looks at a property list's bytes before the parser gets them. The parser copies shared objects wherever
+/// they are referenced and works recursively; this refuses what would make it need more memory than a small
+/// multiple of the bytes, or more stack than there is. Linear in the bytes. Any thread.
+[[nodiscard]] Result<void> checkPropertyList(const QByteArray& bytes);
+
+} // namespace daylark
