@@ -147,7 +147,8 @@ void Movie::decodeProperties(const Decoder& coder) {
     duration = coder.decodeNumber("duration");
     durationText = coder.decodeString("durationText");
     mMovieAspectRatio = coder.decodeFloat("mMovieAspectRatio");
-    if (!coder.decode("mMovieHeight").isNil()) mMovieHeight = coder.decodeInt32("mMovieHeight");
+    if (const Value height = coder.decode("mMovieHeight"); !height.isNil())
+        mMovieHeight = height.number() ? qint32(numberToInt64(*height.number())) : 0;
     mMovieWidth = coder.decodeInt32("mMovieWidth");
     mMovieDurationFrames = coder.decodeInt64("mMovieDurationFrames");
     mMovieDurationSeconds = coder.decodeFloat("mMovieDurationSeconds");

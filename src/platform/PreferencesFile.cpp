@@ -8,11 +8,16 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QLockFile>
 #include <QStringList>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <chrono>
 #include <cmath>
 #include <limits>
+#include <thread>
 
 namespace daylark {
 
@@ -90,6 +95,32 @@ QVariant parsePreference(const QByteArray& text) {
     return parsePreferenceNumber(text);
 }
 
+/// The kernel's lock on the file beside the preferences: it goes with its process, so a killed one leaves no
+/// lock behind. The file itself stays.
+class PreferencesLock {
+public:
+    explicit PreferencesLock(const QString& path)
+        : file_(::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {}
+    ~PreferencesLock() {
+        if (file_ >= 0) ::close(file_); // unlocks
+    }
+    PreferencesLock(const PreferencesLock&) = delete;
+    PreferencesLock& operator=(const PreferencesLock&) = delete;
+
+    [[nodiscard]] bool tryFor(std::chrono::milliseconds wait) const {
+        if (file_ < 0) return false;
+        const auto end = std::chrono::steady_clock::now() + wait;
+        while (::flock(file_, LOCK_EX | LOCK_NB) != 0) {
+            if (std::chrono::steady_clock::now() >= end) return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        return true;
+    }
+
+private:
+    int file_;
+};
+
 /// What copies of the program left that were killed while writing. Called under the lock, so nobody is
 /// writing now.
 void removeLeftoversOf(const QString& path) {
@@ -138,8 +169,9 @@ Result<PreferenceValues> readPreferencesFile(const QString& path) {
 Result<void> mergeIntoPreferencesFile(const QString& path, const PreferenceChanges& changes, int lockWaitMs) {
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))
         return Error{QStringLiteral("could not make the folder of %1").arg(path)};
-    QLockFile lock(path + QStringLiteral(".lock"));
-    if (!lock.tryLock(lockWaitMs)) return Error{QStringLiteral("%1 is locked").arg(path)};
+    const PreferencesLock lock(path + QStringLiteral(".lock"));
+    if (!lock.tryFor(std::chrono::milliseconds(lockWaitMs)))
+        return Error{QStringLiteral("%1 is locked").arg(path)};
     removeLeftoversOf(path);
     Result<PreferenceValues> read = readPreferencesFile(path);
     if (!read) // writing now would lose what others have stored
