@@ -1,0 +1,262 @@
+#include "demo/MovieMaker.h"
+
+#include "demo/BarCode.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <memory>
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libavutil/channel_layout.h>
+#include <libavutil/opt.h>
+#include <libavutil/pixdesc.h>
+#include <libswscale/swscale.h>
+}
+
+namespace daylark {
+namespace {
+
+template<auto Free>
+struct FreeByAddress {
+    template<class T>
+    void operator()(T* pointer) const {
+        Free(&pointer);
+    }
+};
+using CodecPtr = std::unique_ptr<AVCodecContext, FreeByAddress<avcodec_free_context>>;
+using FramePtr = std::unique_ptr<AVFrame, FreeByAddress<av_frame_free>>;
+using PacketPtr = std::unique_ptr<AVPacket, FreeByAddress<av_packet_free>>;
+struct FreeScaler {
+    void operator()(SwsContext* context) const { sws_freeContext(context); }
+};
+using ScalerPtr = std::unique_ptr<SwsContext, FreeScaler>;
+struct FreeOutput {
+    void operator()(AVFormatContext* context) const {
+        if (context->pb && !(context->oformat->flags & AVFMT_NOFILE)) avio_closep(&context->pb);
+        avformat_free_context(context);
+    }
+};
+using OutputPtr = std::unique_ptr<AVFormatContext, FreeOutput>;
+
+Error errorOf(const char* what, int code) {
+    char text[AV_ERROR_MAX_STRING_SIZE] = {};
+    av_strerror(code, text, sizeof text);
+    return {QStringLiteral("%1: %2").arg(QString::fromLatin1(what), QString::fromLocal8Bit(text))};
+}
+
+/// One encoded stream of the movie being written.
+struct Track {
+    CodecPtr codec;
+    AVStream* stream = nullptr;
+
+    Result<void> drain(AVFormatContext* output) const {
+        const PacketPtr packet(av_packet_alloc());
+        while (avcodec_receive_packet(codec.get(), packet.get()) >= 0) {
+            av_packet_rescale_ts(packet.get(), codec->time_base, stream->time_base);
+            packet->stream_index = stream->index;
+            if (const int code = av_interleaved_write_frame(output, packet.get()); code < 0)
+                return errorOf("writing", code);
+        }
+        return {};
+    }
+    Result<void> encode(AVFormatContext* output, const AVFrame* frame) const {
+        if (const int code = avcodec_send_frame(codec.get(), frame); code < 0)
+            return errorOf("encoding", code);
+        return drain(output);
+    }
+};
+
+Result<Track> openVideo(const MovieSpec& spec, AVFormatContext* output) {
+    const AVCodec* encoder = avcodec_find_encoder_by_name(spec.encoder.toLatin1().constData());
+    if (!encoder) return Error{QStringLiteral("no encoder ") + spec.encoder};
+    Track track;
+    track.codec.reset(avcodec_alloc_context3(encoder));
+    AVCodecContext* codec = track.codec.get();
+    codec->width = spec.size.width();
+    codec->height = spec.size.height();
+    codec->pix_fmt = av_get_pix_fmt(spec.pixelFormat.toLatin1().constData());
+    codec->time_base = {spec.rateDen, spec.rateNum};
+    if (!spec.ticks.empty()) codec->time_base = {1, spec.rateNum};
+    codec->framerate = {spec.rateNum, spec.rateDen};
+    codec->gop_size = spec.groupSize;
+    codec->max_b_frames = spec.bFrames;
+    codec->sample_aspect_ratio = {spec.pixelAspectNum, spec.pixelAspectDen};
+    codec->colorspace = spec.size.height() >= 720 ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
+    codec->color_range = AVCOL_RANGE_MPEG;
+    codec->bit_rate = std::max<int64_t>(2'000'000, int64_t(spec.size.width()) * spec.size.height() * 8);
+    codec->thread_count = 2;
+    if (output->oformat->flags & AVFMT_GLOBALHEADER) codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+    AVDictionary* options = nullptr;
+    if (spec.encoder == QLatin1String("libx264")) {
+        av_dict_set(&options, "preset", "veryfast", 0);
+        av_dict_set_int(&options, "bf", spec.bFrames, 0);
+    }
+    for (const auto& [key, value] : spec.encoderOptions)
+        av_dict_set(&options, key.toUtf8().constData(), value.toUtf8().constData(), 0);
+    const int code = avcodec_open2(codec, encoder, &options);
+    av_dict_free(&options);
+    if (code < 0) return errorOf("opening the encoder", code);
+    track.stream = avformat_new_stream(output, nullptr);
+    track.stream->time_base = codec->time_base;
+    track.stream->avg_frame_rate = codec->framerate;
+    track.stream->sample_aspect_ratio = codec->sample_aspect_ratio;
+    avcodec_parameters_from_context(track.stream->codecpar, codec);
+    if (!spec.timecode.isEmpty())
+        av_dict_set(&track.stream->metadata, "timecode", spec.timecode.toLatin1().constData(), 0);
+    return track;
+}
+
+Result<Track> openSound(AVFormatContext* output) {
+    const AVCodecID id = output->oformat->audio_codec == AV_CODEC_ID_NONE ? AV_CODEC_ID_PCM_S16LE
+                                                                          : output->oformat->audio_codec;
+    const AVCodec* encoder = avcodec_find_encoder(id);
+    if (!encoder) return Error{QStringLiteral("no sound encoder")};
+    Track track;
+    track.codec.reset(avcodec_alloc_context3(encoder));
+    AVCodecContext* codec = track.codec.get();
+    codec->sample_fmt = encoder->sample_fmts ? encoder->sample_fmts[0] : AV_SAMPLE_FMT_S16;
+    codec->sample_rate = 48000;
+    av_channel_layout_default(&codec->ch_layout, 2);
+    codec->bit_rate = 128000;
+    codec->time_base = {1, codec->sample_rate};
+    if (output->oformat->flags & AVFMT_GLOBALHEADER) codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+    if (const int code = avcodec_open2(codec, encoder, nullptr); code < 0)
+        return errorOf("opening the sound encoder", code);
+    track.stream = avformat_new_stream(output, nullptr);
+    track.stream->time_base = codec->time_base;
+    avcodec_parameters_from_context(track.stream->codecpar, codec);
+    return track;
+}
+
+/// A quiet hum, and a beep in the first tenth of every second.
+float toneAt(int64_t sample) {
+    const double seconds = double(sample) / 48000;
+    const bool beep = seconds - std::floor(seconds) < 0.1;
+    return float((beep ? 0.5 : 0.02) * std::sin(seconds * 2 * M_PI * (beep ? 1000 : 220)));
+}
+
+Result<void> encodeSoundFrame(const Track& track, AVFormatContext* output, int64_t first, int count) {
+    const FramePtr frame(av_frame_alloc());
+    frame->nb_samples = count;
+    frame->format = track.codec->sample_fmt;
+    av_channel_layout_copy(&frame->ch_layout, &track.codec->ch_layout);
+    frame->sample_rate = track.codec->sample_rate;
+    frame->pts = first;
+    if (const int code = av_frame_get_buffer(frame.get(), 0); code < 0) return errorOf("sound buffer", code);
+    for (int i = 0; i < count; ++i) {
+        const float value = toneAt(first + i);
+        for (int channel = 0; channel < 2; ++channel) {
+            switch (frame->format) {
+            case AV_SAMPLE_FMT_FLTP:
+                reinterpret_cast<float*>(frame->extended_data[channel])[i] = value;
+                break;
+            case AV_SAMPLE_FMT_FLT:
+                reinterpret_cast<float*>(frame->data[0])[2 * i + channel] = value;
+                break;
+            case AV_SAMPLE_FMT_S16P:
+                reinterpret_cast<int16_t*>(frame->extended_data[channel])[i] = int16_t(value * 32767);
+                break;
+            default:
+                reinterpret_cast<int16_t*>(frame->data[0])[2 * i + channel] = int16_t(value * 32767);
+                break;
+            }
+        }
+    }
+    return track.encode(output, frame.get());
+}
+
+/// The painted picture in the encoder's pixel format, with the matrix that the stream is labelled with.
+Result<FramePtr> convert(const QImage& picture, const AVCodecContext* codec, ScalerPtr& scaler) {
+    FramePtr frame(av_frame_alloc());
+    frame->format = codec->pix_fmt;
+    frame->width = codec->width;
+    frame->height = codec->height;
+    frame->colorspace = codec->colorspace;
+    frame->color_range = codec->color_range;
+    frame->sample_aspect_ratio = codec->sample_aspect_ratio;
+    if (const int code = av_frame_get_buffer(frame.get(), 0); code < 0)
+        return errorOf("picture buffer", code);
+    if (!scaler) {
+        scaler.reset(sws_getContext(
+            picture.width(), picture.height(), AV_PIX_FMT_BGRA, codec->width, codec->height, codec->pix_fmt,
+            SWS_BICUBIC | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INP, nullptr, nullptr, nullptr));
+        const int* matrix =
+            sws_getCoefficients(codec->colorspace == AVCOL_SPC_BT709 ? SWS_CS_ITU709 : SWS_CS_ITU601);
+        sws_setColorspaceDetails(scaler.get(), matrix, 1, matrix, 0, 0, 1 << 16, 1 << 16);
+    }
+    const uint8_t* source[] = {picture.constBits()};
+    const int stride[] = {int(picture.bytesPerLine())};
+    sws_scale(scaler.get(), source, stride, 0, picture.height(), frame->data, frame->linesize);
+    return frame;
+}
+
+Result<void> writeAll(const MovieSpec& spec, AVFormatContext* output, const Track& video,
+                      const Track* sound) {
+    ScalerPtr scaler;
+    int64_t soundSample = 0;
+    const int soundChunk = sound && sound->codec->frame_size > 0 ? sound->codec->frame_size : 1024;
+    const int count = spec.ticks.empty() ? spec.frames : int(spec.ticks.size());
+    for (int i = 0; i < count; ++i) {
+        Result<FramePtr> frame = convert(paintFrame(spec, i + 1), video.codec.get(), scaler);
+        if (!frame) return frame.error();
+        (*frame)->pts = spec.ticks.empty() ? i : spec.ticks[size_t(i)];
+        if (const Result<void> done = video.encode(output, frame->get()); !done) return done;
+        const int64_t until = av_rescale_q((*frame)->pts + 1, video.codec->time_base, {1, 48000});
+        for (; sound && soundSample + soundChunk <= until; soundSample += soundChunk)
+            if (const Result<void> done = encodeSoundFrame(*sound, output, soundSample, soundChunk); !done)
+                return done;
+    }
+    if (const Result<void> done = video.encode(output, nullptr); !done) return done;
+    return sound ? sound->encode(output, nullptr) : Result<void>();
+}
+
+} // namespace
+
+QImage paintFrame(const MovieSpec& spec, int number) {
+    QImage picture(spec.size, QImage::Format_RGB32);
+    QPainter painter(&picture);
+    if (spec.paint) {
+        spec.paint(painter, number);
+    } else {
+        QLinearGradient gradient(0, 0, spec.size.width(), spec.size.height());
+        gradient.setColorAt(0, QColor(40, 60, 90));
+        gradient.setColorAt(1, QColor(180, 150, 110));
+        painter.fillRect(picture.rect(), gradient);
+        const int x = (number * 7) % std::max(1, spec.size.width() - 20);
+        painter.fillRect(QRect(x, spec.size.height() / 2, 20, 20), QColor(220, 80, 60));
+    }
+    if (spec.barCode) drawBarCode(painter, spec.size, number);
+    return picture;
+}
+
+Result<void> makeMovie(const MovieSpec& spec) {
+    av_log_set_level(AV_LOG_ERROR);
+    AVFormatContext* allocated = nullptr;
+    const QByteArray path = spec.path.toUtf8();
+    if (const int code = avformat_alloc_output_context2(&allocated, nullptr, nullptr, path.constData());
+        code < 0)
+        return errorOf("the container", code);
+    const OutputPtr output(allocated);
+    Result<Track> video = openVideo(spec, output.get());
+    if (!video) return video.error();
+    std::optional<Track> sound;
+    if (spec.sound) {
+        Result<Track> track = openSound(output.get());
+        if (!track) return track.error();
+        sound = std::move(*track);
+    }
+    if (!(output->oformat->flags & AVFMT_NOFILE))
+        if (const int code = avio_open(&output->pb, path.constData(), AVIO_FLAG_WRITE); code < 0)
+            return errorOf("opening the file", code);
+    if (const int code = avformat_write_header(output.get(), nullptr); code < 0)
+        return errorOf("the header", code);
+    if (const Result<void> done = writeAll(spec, output.get(), *video, sound ? &*sound : nullptr); !done)
+        return done;
+    if (const int code = av_write_trailer(output.get()); code < 0) return errorOf("the trailer", code);
+    return {};
+}
+
+} // namespace daylark

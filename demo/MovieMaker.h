@@ -1,0 +1,51 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <vector>
+
+class QPainter;
+
+namespace daylark {
+
+/// A movie to make. The container follows from the file name's extension. Frame numbers count from 1, as in
+/// the viewer.
+struct MovieSpec {
+    QString path;
+    QString encoder =
+        QStringLiteral("libx264"); ///< FFmpeg's name: "prores_ks", "mjpeg", "mpeg2video", "libvpx-vp9", ...
+    QSize size{320, 180};
+    int rateNum = 24, rateDen = 1; ///< frames a second
+    int frames = 48;
+    int groupSize = 12;
+    int bFrames = 2;
+    QString pixelFormat = QStringLiteral("yuv420p");
+    std::map<QString, QString> encoderOptions; ///< private options, e.g. {"preset", "ultrafast"}
+    bool sound = false;                        ///< a quiet tone with a beep at every second, 48 kHz stereo
+    QString timecode; ///< "01:00:00:00": a timecode track where the container has one
+    std::vector<qint64>
+        ticks; ///< own presentation times in 1/rateNum seconds (variable rate, late start); empty: even
+    int pixelAspectNum = 1, pixelAspectDen = 1;
+    bool barCode = true;
+    /// Paints a frame's picture before the bar code; none: a moving pattern.
+    std::function<void(QPainter& painter, int number)> paint;
+};
+
+/// Encodes it for real. Errors: an encoder that isn't there, a file that can't be written.
+[[nodiscard]] Result<void> makeMovie(const MovieSpec& spec);
+
+/// The picture of a frame as it goes into the encoder.
+[[nodiscard]] QImage paintFrame(const MovieSpec& spec, int number);
+
+/// The frame number drawn as a bar code into the topmost eighth of a picture of any size; none when there is
+/// no valid one.
+[[nodiscard]] std::optional<int> readBarCode(const QImage& picture);
+
+} // namespace daylark
