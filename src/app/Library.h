@@ -10,9 +10,10 @@
 
 namespace daylark {
 
-/// The session in memory: the playlists in display order, which are selected, the items of the selected one in shown order
-/// ("arranged"), which of those are selected. Owns the records; interface thread. Views render it and call its setters;
-/// edits of review data go through the parts that own them.
+/// The session in memory: the playlists in display order, which are selected, the items of the selected one
+/// in shown order
+/// ("arranged"), which of those are selected. Owns the records; interface thread. Views render it and call
+/// its setters; edits of review data go through the parts that own them.
 class Library : public QObject {
     Q_OBJECT
 public:
@@ -20,7 +21,8 @@ public:
     using Movies = std::vector<std::shared_ptr<Movie>>;
     using Rows = std::vector<qsizetype>; ///< ascending
 
-    explicit Library(QObject* parent = nullptr) : QObject(parent) {}
+    explicit Library(QObject* parent = nullptr)
+        : QObject(parent) {}
 
     // The playlists.
     [[nodiscard]] const Playlists& playlists() const { return playlists_; }
@@ -37,9 +39,13 @@ public:
     [[nodiscard]] const Movies& arrangedMovies() const { return arranged_; }
     [[nodiscard]] const Rows& selectedMovieRows() const { return selectedMovies_; }
     void selectMovies(Rows rows);
-    [[nodiscard]] Movies selectedMovies() const; ///< in shown order
+    [[nodiscard]] Movies selectedMovies() const;           ///< in shown order
+    void selectMovie(const std::shared_ptr<Movie>& movie); ///< nothing changes when it is not shown
+    /// How many items the playlist shows: the arranged ones for the selected playlist, else all of its own.
+    [[nodiscard]] qsizetype shownCount(const std::shared_ptr<Playlist>& playlist) const;
 
-    /// The field that the items are shown by ("sortOrder" is the playlist's own order) and its direction; stays until set again.
+    /// The field that the items are shown by ("sortOrder" is the playlist's own order) and its direction;
+    /// stays until set again.
     void setSort(const QString& field, bool ascending);
     [[nodiscard]] QString sortField() const { return sortField_; }
     [[nodiscard]] bool sortAscending() const { return sortAscending_; }
@@ -55,6 +61,9 @@ public:
 
 Q_SIGNALS:
     void playlistsChanged();
+    /// Playlists or items came, went or changed places by a person's doing; a session set as a whole is none
+    /// of these.
+    void contentEdited();
     void playlistSelectionChanged();
     void arrangedMoviesChanged();
     void movieSelectionChanged();
@@ -62,6 +71,8 @@ Q_SIGNALS:
     void playlistUpdated(const std::shared_ptr<daylark::Playlist>& playlist);
 
 private:
+    void showSelectedPlaylist();
+
     Playlists playlists_;
     Rows selectedPlaylists_;
     Movies arranged_;

@@ -5,8 +5,8 @@
 #include <QObject>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
+#include <vector>
 
 namespace daylark {
 
@@ -17,9 +17,10 @@ class SessionFiles;
 class Thumbnails;
 class UserDefaults;
 
-/// How files get into the library: open panel, drops, folders, "open with". Folder walks and file bookmarks are a worker's
-/// (sorted by path within each folder, hidden files skipped, bundles not descended into, cancellable); the items appear in
-/// one step when the walk is done, then thumbnails and properties follow. Interface thread.
+/// How files get into the library: open panel, drops, folders, "open with". Folder walks and file bookmarks
+/// are a worker's (sorted by path within each folder, hidden files skipped, bundles not descended into,
+/// cancellable); the items appear in one step when the walk is done, then thumbnails and properties follow.
+/// Interface thread.
 class MediaAdding : public QObject {
     Q_OBJECT
 public:
@@ -38,19 +39,31 @@ public:
     void addMediaFoldersToSelectedPlaylist(const QStringList& folders);
     void createPlaylistsWithFolders(const QStringList& folders);
     void addMediaFromOpenDialog();
-    void processFile(const QString& path); ///< opened from the desktop or the command line
-    /// A drop: on the playlist table every folder becomes a playlist and loose files go to a new one; on table or tiles they go
-    /// into the selected playlist (a new one when there is none or a divider). A first file "*.dls" is imported.
+    void processFile(const QString& path);    ///< opened from the desktop or the command line
+    void openPaths(const QStringList& paths); ///< files by `processFile`; every folder becomes a playlist
+    /// A drop: on the playlist table every folder becomes a playlist and loose files go to a new one; on
+    /// table or tiles they go into the selected playlist (a new one when there is none or a divider). A first
+    /// file "*.dls" is imported.
     void dropOnPlaylists(const QStringList& paths);
     void dropOnMovies(const QStringList& paths);
 
+    using Movies = std::vector<std::shared_ptr<Movie>>;
     [[nodiscard]] bool isBusy() const; ///< a walk is under way
 
 Q_SIGNALS:
-    void finished();             ///< one request has been carried out (or cancelled)
+    void finished();                           ///< one request has been carried out (or cancelled)
     void openedFromDesktop(bool launchViewer); ///< hides the library behind the viewer when it is launched
 
 private:
+    struct Request;
+    struct Group;
+    void enqueue(Request request);
+    void startNext();
+    void requestDone();
+    void apply(const Group& group);
+    std::shared_ptr<Playlist> targetOf(const Group& group);
+    Movies addItems(const std::shared_ptr<Playlist>& playlist, const Group& group);
+
     class Worker;
     Surroundings surroundings_;
     std::unique_ptr<Worker> worker_;

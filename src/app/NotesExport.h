@@ -14,8 +14,8 @@ class Library;
 class Panels;
 class UserDefaults;
 
-/// "Export Movie Notes..." and "Export Playlist Notes...": scope, dialog, document, file. Interface thread; the file is
-/// written by a worker, and a failed write is not reported.
+/// "Export Movie Notes..." and "Export Playlist Notes...": scope, dialog, document, file. Interface thread;
+/// the file is written by a worker, and a failed write is not reported.
 class NotesExport : public QObject {
     Q_OBJECT
 public:
@@ -35,6 +35,9 @@ Q_SIGNALS:
     void exported(const QString& path); ///< the file has been written
 
 private:
+    QString askForPath();
+    void write(const QString& path, const QByteArray& bytes);
+
     Surroundings surroundings_;
     class Writer;
     std::unique_ptr<Writer> writer_;

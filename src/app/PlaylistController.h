@@ -13,15 +13,17 @@
 #include "viewer/LibraryLink.h"
 #include "viewer/MoviePlayerController.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 
 #include <memory>
 
 namespace daylark {
 
-/// The library and the application's delegate: a thin owner of the parts that do the work, start-up and termination in their
-/// order. Made by main (or a test) with everything that it needs. Interface thread.
+/// The library and the application's delegate: a thin owner of the parts that do the work, start-up and
+/// termination in their order. Made by main (or a test) with everything that it needs. Interface thread.
 class PlaylistController : public QObject, public LibraryLink {
     Q_OBJECT
 public:
@@ -37,10 +39,11 @@ public:
     explicit PlaylistController(const Surroundings& surroundings, QObject* parent = nullptr);
     ~PlaylistController() override;
 
-    /// Start-up: preferences, previous session, viewer, found state. Windows connect before this. `started` when the previous
-    /// session is there.
+    /// Start-up: preferences, previous session, viewer, found state. Windows connect before this. `started`
+    /// when the previous session is there.
     void awake();
-    void openFiles(const QStringList& paths); ///< files by `processFile`; folders become playlists. Before `started` they wait.
+    void openFiles(const QStringList& paths); ///< files by `processFile`; folders become playlists. Before
+                                              ///< `started` they wait.
     void applicationWillTerminate();
     void checkToClose(); ///< a last playlist named "File From Link" goes, and the program with it
 
@@ -75,10 +78,15 @@ public:
 Q_SIGNALS:
     void started();
     void libraryToFront();
-    void libraryHidden();   ///< the viewer plays and the preference hides the library
-    void terminate();       ///< close the program on the next turn of the loop
+    void libraryHidden(); ///< the viewer plays and the preference hides the library
+    void terminate();     ///< close the program on the next turn of the loop
 
 private:
+    void connectParts();
+    void sessionIsThere(bool restored);
+    void noteEdit();
+    void probeWhatWasLeft();
+
     Surroundings surroundings_;
     ReviewEdits edits_;
     Library library_;
@@ -90,6 +98,8 @@ private:
     PlaylistEditing playlistEditing_;
     NotesExport notesExport_;
     MoviePlayerController playerWindow_;
+    QTimer autosave_;
+    QElapsedTimer unsavedSince_;
     QStringList waitingFiles_;
     bool started_ = false;
     bool mHidePlaylistWindow_ = false;

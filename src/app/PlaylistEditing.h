@@ -3,13 +3,17 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
 #include <vector>
+
+class QDate;
 
 namespace daylark {
 
 class Alerts;
 class FileStates;
 class Library;
+class Playlist;
 class ReviewEdits;
 class SessionFiles;
 
@@ -29,7 +33,9 @@ public:
     void addEmptyPlaylist();
     void addDivider();
     void addDatedDivider();
+    [[nodiscard]] static QString datedDividerName(const QDate& date);
     void removeSelectedPlaylists();
+    void removeSelectedPlaylistsWithoutWarning();
     void removeAllPlaylists(bool ask); ///< "Clear Session" asks
     void removeSelectedMovies();
     void moveMovies(const std::vector<qsizetype>& rows, qsizetype dropRow); ///< reorder and renumber
@@ -39,6 +45,9 @@ Q_SIGNALS:
     void playlistAdded(qsizetype row); ///< scroll it into view, focus the playlist table
 
 private:
+    void append(const std::shared_ptr<Playlist>& playlist, bool select);
+    void appendDivider(const QString& name);
+
     Surroundings surroundings_;
 };
 

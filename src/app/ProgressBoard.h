@@ -9,16 +9,17 @@
 
 namespace daylark {
 
-/// The long jobs under way, for the status line and the progress window. A job is begun, advanced and ended by the part that
-/// runs it; a person may cancel it. Interface thread, except the cancel flag, which workers read.
+/// The long jobs under way, for the status line and the progress window. A job is begun, advanced and ended
+/// by the part that runs it; a person may cancel it. Interface thread, except the cancel flag, which workers
+/// read.
 class ProgressBoard : public QObject {
     Q_OBJECT
 public:
     struct Job {
         int id = 0;
-        QString title;            ///< "Adding Media Files..."
+        QString title;              ///< "Adding Media Files..."
         qint64 done = 0, total = 0; ///< total 0: not known
-        bool window = false;      ///< shown in the progress window, not only in the status line
+        bool window = false;        ///< shown in the progress window, not only in the status line
         std::shared_ptr<std::atomic<bool>> cancelled;
     };
     using QObject::QObject;

@@ -4,9 +4,10 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
-#include <optional>
+#include <memory>
 
 namespace daylark {
 
@@ -16,9 +17,9 @@ class Panels;
 class ReviewEdits;
 class UserDefaults;
 
-/// Save, Save As, Import, the temporary session, the current path and the window's title. Files are read and written on a
-/// worker, one job at a time in order; the interface goes on. A write that fails leaves file and memory as they were and is
-/// not reported. Interface thread.
+/// Save, Save As, Import, the temporary session, the current path and the window's title. Files are read and
+/// written on a worker, one job at a time in order; the interface goes on. A write that fails leaves file and
+/// memory as they were and is not reported. Interface thread.
 class SessionFiles : public QObject {
     Q_OBJECT
 public:
@@ -38,34 +39,57 @@ public:
     void dragSessionImport(const QString& path);
     void clearSession(); ///< every playlist goes, without a question; the current path is forgotten
 
+    /// Snapshot now, written behind; while one is being written, further calls join in one more. Does nothing
+    /// while the previous one is still being read: what stands on the disk has not been taken over yet.
     void saveTempSession();
-    void finishWriting();    ///< waits; for termination
-    void loadTempSession();  ///< reads on a worker; `temporarySessionLoaded` follows
+    void finishWriting();   ///< waits; for termination
+    void loadTempSession(); ///< reads on a worker; `temporarySessionLoaded` follows
 
     [[nodiscard]] QString currentSessionPath() const { return currentSessionPath_; } ///< null when none
     void setCurrentSessionPath(const QString& path); ///< stores "Session Path" too
+    void forgetCurrentSessionPath(); ///< what is stored stays until the temporary session is written
     [[nodiscard]] QString windowTitle() const { return title_; }
-    void setSessionTitle(const QString& title);      ///< stores "Session Title" and shows it
+    void setSessionTitle(const QString& title); ///< stores "Session Title" and shows it
     [[nodiscard]] bool sessionIsModified() const { return modified_; }
     void setSessionIsModified(bool modified);
 
 Q_SIGNALS:
     void temporarySessionLoaded();
-    void sessionImported();      ///< the conversions and the found-state refresh follow
+    void sessionImported(); ///< the conversions and the found-state refresh follow
     void bringToFront();
     void titleChanged(const QString& title);
     void modifiedChanged(bool modified);
 
 private:
-    void write(const QString& path, const SessionContents& contents);
-    void read(const QString& path, std::function<void(Result<SessionContents>)> then);
-    void appendImported(SessionContents contents);
+    struct WriteOutcome {
+        bool folderExists = false, written = false;
+    };
+    struct ReadOutcome {
+        bool exists = false, readable = false;
+        SessionContents contents;
+    };
+    void write(const QString& path, const SessionContents& contents, std::function<void(WriteOutcome)> then);
+    void read(const QString& path, bool setAsideWhenUnreadable, std::function<void(ReadOutcome)> then);
+    void writeSession(const QString& path, std::function<void(WriteOutcome)> then);
+    [[nodiscard]] QString askForPath(const QString& proposedName);
+    void askAndSave();
+    void storeSessionPath();
+    void startTempWrite();
+    void takeOverTempSession(ReadOutcome outcome);
+    void startNextImport();
+    void importContents(const QString& path, ReadOutcome outcome);
+    void appendImported(const SessionContents& contents);
 
     class Queue;
     Surroundings surroundings_;
     std::unique_ptr<Queue> queue_;
-    QString currentSessionPath_, title_;
+    QString currentSessionPath_, title_ = QStringLiteral("Untitled Session");
+    QStringList imports_; ///< the first is under way
+    quint64 edits_ = 0;   ///< counts what was edited, to tell whether a save holds it
     bool modified_ = false;
+    bool panelOpen_ = false;
+    bool loadingTemp_ = false;
+    bool tempWriting_ = false, tempAgain_ = false;
 };
 
 } // namespace daylark

@@ -3,6 +3,7 @@
 #include "model/Playlist.h"
 #include "platform/Sender.h"
 
+#include <QImage>
 #include <QObject>
 
 #include <memory>
@@ -14,8 +15,8 @@ class Library;
 class ProgressBoard;
 class UserDefaults;
 
-/// Makes thumbnails and reads the properties of items, on workers, in the order asked for; results find their record weakly
-/// and are dropped when it is gone. Interface thread.
+/// Makes thumbnails and reads the properties of items, on workers, in the order asked for; results find their
+/// record weakly and are dropped when it is gone. Interface thread.
 class Thumbnails : public QObject {
     Q_OBJECT
 public:
@@ -23,7 +24,8 @@ public:
     Thumbnails(Library& library, UserDefaults& defaults, ProgressBoard& progress, QObject* parent = nullptr);
     ~Thumbnails() override;
 
-    void probeAndThumbnail(const Movies& newItems); ///< what adding asks for: properties, then a thumbnail, item by item
+    void probeAndThumbnail(
+        const Movies& newItems); ///< what adding asks for: properties, then a thumbnail, item by item
     void updateThumbnailsInArray(const Movies& items);
     void updateThumbnailsSequentially(const std::shared_ptr<Playlist>& playlist);
     void updateThumbnailForMovie(const std::shared_ptr<Movie>& movie);
@@ -31,7 +33,10 @@ public:
     void recreateSelectedThumbnails(const Sender& sender); ///< the sender's title is the frame choice
     void recreateAllThumbnails(const Sender& sender);
     /// The viewer's picture as the item's thumbnail, by the older movie path's rules.
-    void recreateCurrentThumbnail(const std::shared_ptr<Movie>& current, const QImage& picture, const Sender& sender);
+    void recreateCurrentThumbnail(const std::shared_ptr<Movie>& current, const QImage& picture,
+                                  const Sender& sender);
+    /// Items that a person can see go before the others, in their own order.
+    void prioritise(const Movies& visible);
     void cancelAll();
     [[nodiscard]] bool isIdle() const;
 
@@ -40,6 +45,15 @@ Q_SIGNALS:
     void idle();
 
 private:
+    struct Task;
+    struct Outcome;
+    void enqueue(const Movies& items, const Task& kind);
+    void dispatch();
+    void taskDone(const Task& task, const Outcome& outcome);
+    static Outcome carryOut(const Task& task);
+    static void applyThumbnail(Movie& movie, const Outcome& outcome, bool force);
+    [[nodiscard]] Movies moviesOfAllPlaylists() const;
+
     class Queue;
     Library& library_;
     UserDefaults& defaults_;

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <atomic>
+#include <functional>
+#include <vector>
+
+namespace daylark {
+
+/// A file that is to become an item.
+struct FoundMedia {
+    QString path;
+    QByteArray bookmarkData;
+};
+
+/// What a look through files and folders reports on its way, and what may end it. Worker threads.
+struct WalkWatch {
+    const std::atomic<bool>* cancelled = nullptr; ///< may be null
+    std::function<void(qint64 found)> found;      ///< so many media files until now; may be empty
+    [[nodiscard]] bool isCancelled() const { return cancelled && *cancelled; }
+};
+
+/// Every file under a folder, depth first, sorted by path within each folder; hidden entries are skipped,
+/// bundles ("*.dlm", folders on the disk) and linked folders are not descended into. A folder that is a
+/// bundle or cannot be read gives nothing.
+[[nodiscard]] QStringList filesUnderFolder(const QString& folder, const WalkWatch& watch);
+
+/// Those of the paths that pass the type test, in their order, with their bookmark data made.
+[[nodiscard]] std::vector<FoundMedia> mediaAmong(const QStringList& paths, bool allowImageFiles,
+                                                 const WalkWatch& watch);
+
+} // namespace daylark

@@ -1,0 +1,202 @@
+#include "app/PlaylistController.h"
+
+#include "app/PreferencesTable.h"
+#include "platform/UserDefaults.h"
+
+#include <QDir>
+
+#include <algorithm>
+
+namespace daylark {
+
+namespace {
+
+// Closing the viewer and quitting write the temporary session; a crash in between would lose what was noted
+// since. So it is written, behind, some seconds after the last edit as well, and no later than this after the
+// first.
+constexpr int autosaveQuietMs = 5000;
+constexpr qint64 autosaveLatestMs = 20000;
+
+QString temporarySessionPath(const SystemPlaces& places) {
+    return QDir(places.applicationSupport).filePath(places.loginName + QLatin1String("_daylarkSession.dls"));
+}
+
+} // namespace
+
+PlaylistController::PlaylistController(const Surroundings& surroundings, QObject* parent)
+    : QObject(parent)
+    , surroundings_(surroundings)
+    , thumbnails_(library_, surroundings_.defaults, progress_)
+    , fileStates_(library_, surroundings_.defaults)
+    , sessionFiles_({library_, surroundings_.defaults, surroundings_.alerts, surroundings_.panels,
+                     temporarySessionPath(surroundings_.places)})
+    , mediaAdding_(
+          {library_, surroundings_.defaults, surroundings_.panels, sessionFiles_, progress_, thumbnails_})
+    , playlistEditing_({library_, sessionFiles_, fileStates_, edits_, surroundings_.alerts})
+    , notesExport_({library_, surroundings_.defaults, surroundings_.alerts, surroundings_.panels})
+    , playerWindow_({surroundings_.defaults, surroundings_.alerts, surroundings_.pasteboard,
+                     surroundings_.fileBrowser, edits_, surroundings_.player}) {
+    playerWindow_.setLibrary(this);
+    connectParts();
+}
+
+PlaylistController::~PlaylistController() = default;
+
+void PlaylistController::connectParts() {
+    autosave_.setSingleShot(true);
+    connect(&autosave_, &QTimer::timeout, this, [this] {
+        unsavedSince_.invalidate();
+        sessionFiles_.saveTempSession();
+    });
+    connect(&edits_, &ReviewEdits::movieChanged, this, [this](const std::shared_ptr<Movie>& movie) {
+        library_.announceMovie(movie);
+        sessionFiles_.setSessionIsModified(true);
+        noteEdit();
+    });
+    connect(&edits_, &ReviewEdits::bookmarkChanged, this, [this](const std::shared_ptr<Movie>& movie) {
+        library_.announceMovie(movie);
+        sessionFiles_.setSessionIsModified(true);
+        noteEdit();
+    });
+    connect(&edits_, &ReviewEdits::playlistChanged, this, [this](const std::shared_ptr<Playlist>& playlist) {
+        library_.announcePlaylist(playlist);
+        sessionFiles_.setSessionIsModified(true);
+        noteEdit();
+    });
+    connect(&library_, &Library::contentEdited, this, &PlaylistController::noteEdit);
+    connect(&thumbnails_, &Thumbnails::idle, this, &PlaylistController::noteEdit);
+    connect(&sessionFiles_, &SessionFiles::sessionImported, &fileStates_, &FileStates::updateAllFilePaths);
+    connect(&sessionFiles_, &SessionFiles::bringToFront, this, &PlaylistController::libraryToFront);
+    connect(&mediaAdding_, &MediaAdding::openedFromDesktop, this, [this](bool launchViewer) {
+        mHidePlaylistWindow_ = true;
+        if (launchViewer) loadMovieWindow();
+    });
+}
+
+// Start-up and termination.
+
+void PlaylistController::awake() {
+    preparePreferences(surroundings_.defaults);
+    if (!surroundings_.defaults.boolForKey(QStringLiteral("loadPreviousSessionOnStartup"))) {
+        sessionIsThere(false);
+        return;
+    }
+    connect(
+        &sessionFiles_, &SessionFiles::temporarySessionLoaded, this, [this] { sessionIsThere(true); },
+        Qt::SingleShotConnection);
+    sessionFiles_.loadTempSession();
+}
+
+void PlaylistController::sessionIsThere(bool restored) {
+    UserDefaults& defaults = surroundings_.defaults;
+    if (restored) sessionFiles_.setSessionTitle(defaults.stringForKey(QStringLiteral("Session Title")));
+    // Whether or not the session was restored; wanted.
+    sessionFiles_.setCurrentSessionPath(defaults.stringForKey(QStringLiteral("Session Path")));
+    connect(&fileStates_, &FileStates::updated, this, &PlaylistController::probeWhatWasLeft,
+            Qt::SingleShotConnection);
+    fileStates_.updateAllFilePaths();
+    if (!library_.arrangedMovies().empty()) library_.selectMovies({0});
+    started_ = true;
+    Q_EMIT started();
+    if (!waitingFiles_.isEmpty()) mediaAdding_.openPaths(std::exchange(waitingFiles_, {}));
+}
+
+/// Items whose properties were never read, because the program ended first.
+void PlaylistController::probeWhatWasLeft() {
+    Thumbnails::Movies left;
+    for (const auto& playlist : library_.playlists())
+        for (const auto& movie : playlist->movieList)
+            if (movie->fileSizeText.isEmpty() && movie->creatingThumbnailText.isEmpty())
+                left.push_back(movie);
+    if (!left.empty()) thumbnails_.probeAndThumbnail(left);
+}
+
+void PlaylistController::noteEdit() {
+    if (!started_) return;
+    if (!unsavedSince_.isValid()) unsavedSince_.start();
+    const qint64 latest = std::max<qint64>(0, autosaveLatestMs - unsavedSince_.elapsed());
+    autosave_.start(int(std::min<qint64>(autosaveQuietMs, latest)));
+}
+
+void PlaylistController::openFiles(const QStringList& paths) {
+    if (paths.isEmpty()) return;
+    if (started_)
+        mediaAdding_.openPaths(paths);
+    else
+        waitingFiles_ += paths;
+}
+
+void PlaylistController::applicationWillTerminate() {
+    autosave_.stop();
+    // With the viewer still open, where its movie was left goes into the session too.
+    if (playerWindow_.isOpen()) static_cast<void>(playerWindow_.windowShouldClose());
+    thumbnails_.cancelAll();
+    sessionFiles_.saveTempSession();
+    sessionFiles_.finishWriting();
+    surroundings_.defaults.synchronise();
+}
+
+void PlaylistController::checkToClose() {
+    const auto& playlists = library_.playlists();
+    if (playlists.empty() || playlists.back()->name != QLatin1String("File From Link")) return;
+    library_.removePlaylists({qsizetype(playlists.size()) - 1});
+    QTimer::singleShot(0, this, &PlaylistController::terminate);
+}
+
+// The viewer.
+
+void PlaylistController::loadMovieWindow() {
+    if (library_.arrangedMovies().empty()) return;
+    const auto& rows = library_.selectedMovieRows();
+    playerWindow_.open(library_.arrangedMovies(), rows.empty() ? 0 : rows.front());
+    if (mHidePlaylistWindow_ ||
+        surroundings_.defaults.boolForKey(QStringLiteral("hideMainWindowWhenPlayerLaunches")))
+        Q_EMIT libraryHidden();
+}
+
+void PlaylistController::viewerShowsMovie(qsizetype index) {
+    // The viewer keeps the list that it was opened with; the library may show another by now.
+    const auto& shown = playerWindow_.list().movies();
+    if (index >= 0 && size_t(index) < shown.size()) library_.selectMovie(shown[size_t(index)]);
+}
+
+void PlaylistController::saveTempSession() {
+    autosave_.stop();
+    unsavedSince_.invalidate();
+    sessionFiles_.saveTempSession();
+}
+
+void PlaylistController::bringLibraryToFront() {
+    mHidePlaylistWindow_ = false;
+    Q_EMIT libraryToFront();
+}
+
+// Commands on the selected items.
+
+void PlaylistController::setFlagOfSelectedMovies(const Sender& sender) {
+    const Library::Movies movies = library_.selectedMovies();
+    if (!movies.empty()) edits_.setFlag(movies, sender.tag);
+}
+
+void PlaylistController::revealSelectedInFileBrowser() {
+    QStringList paths;
+    for (const auto& movie : library_.selectedMovies())
+        paths.append(movie->filepathString);
+    if (!paths.isEmpty()) surroundings_.fileBrowser.reveal(paths);
+}
+
+void PlaylistController::copyPathsOfSelected() {
+    QStringList paths;
+    for (const auto& movie : library_.selectedMovies())
+        paths.append(movie->filepathString);
+    if (!paths.isEmpty()) surroundings_.pasteboard.setText(paths.join(QLatin1Char('\n')));
+}
+
+void PlaylistController::copyFilenamesOfSelected() {
+    QStringList names;
+    for (const auto& movie : library_.selectedMovies())
+        names.append(movie->filenameString);
+    if (!names.isEmpty()) surroundings_.pasteboard.setText(names.join(QLatin1Char('\n')));
+}
+
+} // namespace daylark
