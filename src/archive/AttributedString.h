@@ -12,9 +12,9 @@ struct TextAttributes {
     bool bold = false;
     bool italic = false;
     bool underline = false;
-    QColor colour;        ///< invalid: the default text colour
-    QString fontFamily;   ///< null: the default family
-    double pointSize = 0; ///< 0: the default size
+    QColor colour = {};      ///< invalid: the default text colour
+    QString fontFamily = {}; ///< null: the default family
+    double pointSize = 0;    ///< 0: the default size
     bool operator==(const TextAttributes&) const = default;
 };
 

@@ -155,7 +155,8 @@ private:
 KeyedReader::KeyedReader(plist_t tree, const ArchiveClasses& classes, qsizetype byteCount)
     : classes_(classes)
     , tree_(tree)
-    , budget_(kFreeWeight + quint64(byteCount) / 2) {
+    , allowance_(kFreeWeight + quint64(byteCount) / 2)
+    , budget_(allowance_) {
     const std::vector<plist_t> objects = arrayNodes(member(tree, "$objects"));
     slots_.resize(objects.size());
     for (size_t uid = 0; uid < objects.size(); ++uid)
@@ -163,14 +164,13 @@ KeyedReader::KeyedReader(plist_t tree, const ArchiveClasses& classes, qsizetype 
 }
 
 Value KeyedReader::topValue(const char* key) {
-    const plist_t node = member(member(tree_, "$top"), key);
-    return readWithinBudget(node);
+    return readTop(member(member(tree_, "$top"), key));
 }
 
 Value::Dictionary KeyedReader::top() {
     Value::Dictionary values;
     for (const PlistField& field : dictionaryFields(member(tree_, "$top")))
-        values.emplace_back(QString::fromUtf8(field.key.get()), readWithinBudget(field.node));
+        values.emplace_back(QString::fromUtf8(field.key.get()), readTop(field.node));
     return values;
 }
 
@@ -184,6 +184,12 @@ Value KeyedReader::readWithinBudget(plist_t node) {
     quint64 weight = 0;
     Value value = read(node, weight);
     return weight <= 1 || charge(weight) ? value : Value();
+}
+
+Value KeyedReader::readTop(plist_t node) {
+    quint64 weight = 0;
+    Value value = read(node, weight);
+    return weight <= allowance_ ? value : Value();
 }
 
 Value KeyedReader::read(plist_t node, quint64& weight) {

@@ -64,6 +64,7 @@ private:
     /// `weight`.
     Value read(plist_t node, quint64& weight);
     Value readWithinBudget(plist_t node);
+    Value readTop(plist_t node); ///< what no record takes: bounded by itself, whatever records were given
     Value readUid(quint64 uid, quint64& weight);
     Value readObject(plist_t object, quint64& weight);
     Value readKind(Kind kind, plist_t object, quint64& weight);
@@ -91,7 +92,8 @@ private:
     plist_t tree_;
     std::vector<Slot> slots_; ///< $objects, by UID
     std::unordered_map<plist_t, ClassInfo> classInfos_;
-    quint64 budget_;
+    const quint64 allowance_; ///< weight that the file's size entitles it to
+    quint64 budget_;          ///< what is left of it for records
     int depth_ = 0;
 };
 

@@ -17,7 +17,7 @@ QByteArray shortestNumber(double value) {
 
 std::vector<float> colourComponents(const QByteArray& text) {
     std::vector<float> components;
-    const QByteArray clean = text.left(text.indexOf('\0')).left(200).simplified(); // indexOf -1: all of it
+    const QByteArray clean = text.left(200).split('\0').constFirst().simplified();
     for (const QByteArray& part : clean.split(' ')) {
         const double value = part.toDouble();
         components.push_back(std::isfinite(value) ? float(std::clamp(value, 0.0, 1.0)) : 0.0F);

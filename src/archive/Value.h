@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <optional>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -80,6 +81,9 @@ public:
     Value(Dictionary dictionary)
         : state_(std::make_shared<const Dictionary>(std::move(dictionary))) {}
     Value(std::shared_ptr<Archivable> object); ///< a null pointer is nil
+    template<class T>
+    requires std::is_convertible_v<T*, Archivable*> Value(std::shared_ptr<T> record)
+        : Value(std::shared_ptr<Archivable>(std::move(record))) {}
 
     [[nodiscard]] bool isNil() const { return state_.index() == 0; }
 
