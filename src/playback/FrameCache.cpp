@@ -32,9 +32,9 @@ void FrameCache::setTravel(const Travel& travel) {
 
 qint64 FrameCache::cost(qint64 frame) const {
     const qint64 ahead = (frame - travel_.playhead) * travel_.direction;
-    if (ahead >= 0) return ahead;
-    const qint64 behind = -2 * ahead;
-    return travel_.loops && travel_.frames > 0 ? std::min(behind, ahead + travel_.frames) : behind;
+    if (!travel_.loops || travel_.frames <= 0) return ahead >= 0 ? ahead : -2 * ahead;
+    const qint64 around = ahead >= 0 ? ahead : ahead + travel_.frames;
+    return std::min(around, 2 * (travel_.frames - around));
 }
 
 // The cost grows away from the playhead on both sides, so its maximum stands at an end of the map, or, when
