@@ -1,0 +1,237 @@
+#include "model/Movie.h"
+#include "model/Playlist.h"
+#include "model/ReviewEdits.h"
+#include "model/StatusCodes.h"
+#include "platform/FileBookmark.h"
+
+#include "RecordSamples.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+namespace daylark {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(MovieTest, NewRecordIsNeutralUnflaggedAndLastInOrder) {
+    const Movie movie(u"/day 1/A 100%.mov"_s, "mark");
+    EXPECT_EQ(movie.filenameString, u"A 100%.mov"_s);
+    EXPECT_EQ(movie.filepathURL.toLocalFile(), movie.filepathString);
+    EXPECT_EQ(movie.flagString, u"900"_s);
+    EXPECT_TRUE(movie.flag.isNil() && movie.instanceIcon.isNil() && movie.gradeIcon.isNil());
+    EXPECT_EQ(movie.grabIcon.name(), u"dl-grabIcon-01.png"_s);
+    EXPECT_EQ(movie.sortOrder, 99999);
+    EXPECT_EQ(movie.mThumbnailFrame, -1);
+    EXPECT_EQ(movie.mLastFrameVisited, (MediaTime{0, 600, 0}));
+    EXPECT_TRUE(movie.grade().isNeutral() && movie.applyGrade);
+    EXPECT_TRUE(movie.notes && movie.notes2 && !movie.bookmarkStore.isNil &&
+                !movie.mMovieBookmarkArray.isNil);
+    EXPECT_FALSE(movie.creatingThumbnailText.isNull());
+}
+
+TEST(MovieTest, FlagImageFollowsTheCodeAndUnknownTagsLeaveIt) {
+    Movie movie(u"/a.mov"_s);
+    const QStringList images{u"flag_Green.png"_s, u"flag_Yellow.png"_s, u"flag_Orange.png"_s,
+                             u"flag_Red.png"_s,   u"flag_Purple.png"_s, u"flag_Blue.png"_s,
+                             u"flag_Grey.png"_s};
+    for (int tag = 901; tag <= 907; ++tag) {
+        movie.setFlag(tag);
+        EXPECT_EQ(movie.flag.name(), images[tag - 901]);
+    }
+    movie.setFlag(42);
+    EXPECT_EQ(movie.flagString, u"42"_s);
+    EXPECT_EQ(movie.flag.name(), u"flag_Grey.png"_s);
+    movie.setFlag(900);
+    EXPECT_TRUE(movie.flag.isNil());
+    EXPECT_TRUE(status::flagImageName(u"900"_s).isEmpty());
+}
+
+TEST(MovieTest, InstanceCountNeverGoesBelowZero) {
+    Movie movie(u"/a.mov"_s);
+    movie.addICount();
+    movie.addICount();
+    movie.removeICount();
+    EXPECT_EQ(movie.iCount, 1);
+    EXPECT_EQ(movie.instanceIcon.name(), u"copy 03 white.png"_s);
+    movie.removeICount();
+    EXPECT_TRUE(movie.instanceIcon.isNil());
+    movie.instanceIcon = Image::named(u"copy 03 white.png"_s);
+    movie.removeICount();
+    EXPECT_EQ(movie.iCount, 0);
+    EXPECT_TRUE(movie.instanceIcon.isNil()) << "an icon left over is cleared";
+}
+
+TEST(MovieTest, GradeIconShowsAtTheSmallestDifference) {
+    Movie movie(u"/a.mov"_s);
+    movie.contrast = 1.0000001;
+    movie.applyGrade = false;
+    movie.displayGradeIcon();
+    EXPECT_EQ(movie.gradeIcon.name(), u"dl-levelsActive-01.png"_s);
+    EXPECT_FALSE(movie.applyGrade);
+    movie.contrast = 1;
+    movie.displayGradeIcon();
+    EXPECT_TRUE(movie.gradeIcon.isNil() && movie.applyGrade);
+}
+
+TEST(MovieTest, IconsFollowNotesBookmarksAndDrawings) {
+    Movie movie(u"/a.mov"_s);
+    movie.notes.reset();
+    movie.displayNotesIcon();
+    EXPECT_TRUE(movie.notesIcon.isNil());
+    movie.notes2 = AttributedString(u"x"_s);
+    movie.displayNotesIcon();
+    EXPECT_EQ(movie.notesIcon.name(), u"dl-notesActive-03.png"_s);
+
+    movie.displayBookmarkIcon();
+    EXPECT_TRUE(movie.bookmarkIcon.isNil());
+    movie.bookmarkStore = {std::make_shared<Bookmark>(1, 1, 25.0F), std::make_shared<Bookmark>(2, 1, 25.0F)};
+    movie.displayBookmarkIcon();
+    EXPECT_EQ(movie.bookmarkIcon.name(), u"bookmark_on.png"_s);
+
+    movie.addDrawingToMovie(test::sampleDrawing(1), u"3"_s);
+    EXPECT_TRUE(movie.drawingIcon.isNil()) << "the older store shows no icon";
+    movie.bookmarkStore[1]->drawings = test::sampleDrawing(1);
+    movie.displayDrawingIcon();
+    EXPECT_EQ(movie.drawingIcon.name(), u"dl-brushActive-01.png"_s);
+}
+
+TEST(MovieTest, DrawingsOfAFrameAreAppended) {
+    Movie movie(u"/a.mov"_s);
+    movie.addDrawingToMovie(test::sampleDrawing(2), u"3"_s);
+    movie.addDrawingToMovie(test::sampleDrawing(1), u"3"_s);
+    movie.addDrawingToMovie(test::sampleDrawing(1), u"4"_s);
+    ASSERT_EQ(movie.mMovieDrawings.size(), 2U);
+    const Drawing& drawing = movie.mMovieDrawings.at(u"3"_s);
+    EXPECT_EQ(drawing.strokesArray.size(), 3U);
+    EXPECT_EQ(drawing.brushTypeArray, (std::vector{0, 1, 0}));
+    movie.removeDrawingFromMovieForFrame(u"3"_s);
+    EXPECT_EQ(movie.mMovieDrawings.count(u"3"_s), 0U);
+}
+
+TEST(MovieTest, LastStrokeIsTakenFromTheLastBookmarkThatHasOne) {
+    std::vector<std::shared_ptr<Bookmark>> bookmarks;
+    for (const int strokes : {2, 1, 0}) {
+        bookmarks.push_back(std::make_shared<Bookmark>(1, 1, 25.0F));
+        bookmarks.back()->drawings = test::sampleDrawing(strokes);
+    }
+    Movie::removeLastStrokesFromBookmarks(bookmarks);
+    EXPECT_FALSE(bookmarks[1]->hasDrawings());
+    EXPECT_TRUE(bookmarks[1]->drawings.hasKeys) << "the five lists stay";
+    Movie::removeLastStrokesFromBookmarks(bookmarks);
+    EXPECT_EQ(bookmarks[0]->drawings, test::sampleDrawing(1));
+    Movie::removeLastStrokesFromBookmarks({});
+}
+
+TEST(MovieTest, FileCheckMarksMissingFilesAndFollowsMovedOnes) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"ä.mov"_s), moved = folder.filePath(u"b.mov"_s);
+    ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+    Movie movie(path, createFileBookmark(path));
+    EXPECT_TRUE(movie.fileIsFound(true) && movie.fileIsFound(false));
+    ASSERT_TRUE(QFile::rename(path, moved));
+    EXPECT_FALSE(movie.fileIsFound(true));
+    EXPECT_EQ(movie.creatingThumbnailText, u"File Not    Found"_s);
+    EXPECT_EQ(movie.statusColour.rgb(), QColor(255, 128, 0).rgb());
+    EXPECT_EQ(movie.filepathString, path) << "the path stays as it was";
+    EXPECT_TRUE(movie.fileIsFound(false));
+    EXPECT_EQ(movie.filepathString, moved);
+    EXPECT_EQ(movie.filepathURL, QUrl::fromLocalFile(moved));
+    EXPECT_EQ(movie.filenameString, u"b.mov"_s);
+    EXPECT_EQ(movie.creatingThumbnailText, u""_s);
+    EXPECT_EQ(movie.statusColour, QColor(Qt::white));
+    EXPECT_TRUE(movie.fileIsFound(true));
+}
+
+TEST(PlaylistTest, CountAndMissingStateFollowTheList) {
+    Playlist playlist;
+    playlist.updateCount();
+    EXPECT_EQ(playlist.itemCount, u""_s);
+    EXPECT_EQ(playlist.statusForMissing(0), 0);
+    for (int i = 0; i < 3; ++i)
+        playlist.movieList.push_back(std::make_shared<Movie>(u"/a.mov"_s));
+    playlist.updateCount();
+    EXPECT_EQ(playlist.itemCount, u"3"_s);
+    EXPECT_EQ(playlist.statusForMissing(0), 0);
+    EXPECT_EQ(playlist.statusForMissing(1), 1);
+    EXPECT_EQ(playlist.statusForMissing(3), 2);
+}
+
+class ReviewEditsTest : public ::testing::Test {
+protected:
+    /// Fields announced since the last call, "movie" or "playlist" signals alike.
+    QStringList announced() {
+        QStringList fields;
+        for (const auto* spy : {&movies_, &playlists_})
+            for (const auto& arguments : *spy)
+                fields << arguments.at(1).toString();
+        movies_.clear();
+        playlists_.clear();
+        return fields;
+    }
+    ReviewEdits edits_;
+    QSignalSpy movies_{&edits_, &ReviewEdits::movieChanged};
+    QSignalSpy bookmarks_{&edits_, &ReviewEdits::bookmarkChanged};
+    QSignalSpy playlists_{&edits_, &ReviewEdits::playlistChanged};
+    std::shared_ptr<Movie> movie_ = std::make_shared<Movie>(u"/a.mov"_s);
+};
+
+TEST_F(ReviewEditsTest, EachChangeIsAnnouncedOnceWithWhatStoodThere) {
+    const auto other = std::make_shared<Movie>(u"/b.mov"_s);
+    other->setFlag(901);
+    edits_.setFlag({movie_, other}, 901);
+    ASSERT_EQ(movies_.count(), 1) << "the other had it already";
+    EXPECT_EQ(movies_.at(0).at(2).toString(), u"900"_s);
+    EXPECT_EQ(announced(), QStringList{u"flagString"_s});
+
+    edits_.setNotes(movie_, NotesField::notes2, AttributedString(u"n"_s));
+    edits_.setNotes(movie_, NotesField::notes2, AttributedString(u"n"_s));
+    EXPECT_EQ(announced(), QStringList{u"notes2"_s});
+    EXPECT_FALSE(movie_->notesIcon.isNil());
+
+    Grade grade;
+    grade.gamma = 2;
+    edits_.setGrade(movie_, grade);
+    edits_.setApplyGrade(movie_, false);
+    EXPECT_EQ(announced(), (QStringList{u"grade"_s, u"applyGrade"_s}));
+    EXPECT_FALSE(movie_->gradeIcon.isNil());
+    edits_.setGrade(movie_, Grade()); // neutral: is applied again
+    EXPECT_EQ(announced(), (QStringList{u"grade"_s, u"applyGrade"_s}));
+    EXPECT_TRUE(movie_->applyGrade && movie_->gradeIcon.isNil());
+
+    const auto playlist = test::samplePlaylist({movie_});
+    edits_.setPlaylistName(playlist, u"Day 2"_s);
+    edits_.setMovieList(playlist, {movie_, other});
+    edits_.setMovieList(playlist, {movie_, other});
+    EXPECT_EQ(announced(), (QStringList{u"name"_s, u"movieList"_s}));
+    EXPECT_EQ(playlist->itemCount, u"2"_s);
+}
+
+TEST_F(ReviewEditsTest, BookmarkEditsKeepIconsTrueAndOrderStable) {
+    const auto late = std::make_shared<Bookmark>(20, 1, 25.0F),
+               early = std::make_shared<Bookmark>(5, 9, 25.0F),
+               earlyShort = std::make_shared<Bookmark>(5, 1, 25.0F);
+    movie_->bookmarkStore.isNil = true; // as an older file leaves it
+    edits_.addBookmarks(movie_, {late, early, earlyShort});
+    EXPECT_FALSE(movie_->bookmarkStore.isNil || movie_->bookmarkIcon.isNil());
+    edits_.sortBookmarks(movie_);
+    EXPECT_EQ(movie_->bookmarkStore, (ObjectList<Bookmark>{earlyShort, early, late}));
+    edits_.sortBookmarks(movie_);
+    EXPECT_EQ(announced().size(), 2) << "sorting what is sorted is no change";
+
+    edits_.editBookmark(movie_, late, [](Bookmark& b) { b.addDrawingToBookmark(test::sampleDrawing(1)); });
+    EXPECT_EQ(bookmarks_.count(), 1);
+    EXPECT_FALSE(movie_->drawingIcon.isNil());
+    edits_.removeBookmarks(movie_, {late});
+    EXPECT_TRUE(movie_->drawingIcon.isNil());
+    edits_.removeBookmarks(movie_, {late});
+    EXPECT_EQ(announced().size(), 1);
+    edits_.removeBookmarks(movie_, movie_->bookmarkStore);
+    EXPECT_TRUE(movie_->bookmarkStore.empty() && movie_->bookmarkIcon.isNil());
+}
+
+} // namespace
+} // namespace daylark
