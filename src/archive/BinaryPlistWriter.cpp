@@ -62,7 +62,9 @@ BinaryPlistWriter::Ref BinaryPlistWriter::addScalar(const char* bytes, qsizetype
 
 BinaryPlistWriter::Ref BinaryPlistWriter::addString(const QString& text) {
     const auto begin = reinterpret_cast<const char16_t*>(text.utf16());
-    const bool ascii = std::all_of(begin, begin + text.size(), [](char16_t unit) { return unit < 0x80; });
+    // Readers take a NUL in the one-byte form for the end of the text.
+    const auto isPlain = [](char16_t unit) { return unit > 0 && unit < 0x80; };
+    const bool ascii = std::all_of(begin, begin + text.size(), isPlain);
     const qsizetype position = scalars_.size();
     scalars_.resize(position + headerSize(quint64(text.size())) + text.size() * (ascii ? 1 : 2));
     char* out = putHeader(scalars_.data() + position, ascii ? 0x50 : 0x60, quint64(text.size()));

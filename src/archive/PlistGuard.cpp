@@ -40,6 +40,8 @@ private:
         quint64 children = 0; ///< references that follow
         quint64 payload = 0;  ///< where they begin
         quint64 cost = kNodeCost;
+        bool isDictionary = false;
+        bool hasNul = false; ///< a text that holds a NUL
     };
     struct Frame {
         quint64 index = 0;
@@ -52,6 +54,7 @@ private:
     bool readNode(quint64 index, Node& node) const;
     Result<void> enter(quint64 index);
     bool leave();
+    [[nodiscard]] static bool isAtKey(const Frame& frame);
     [[nodiscard]] quint64 number(quint64 at, quint64 width) const;
 
     const uchar* bytes_;
@@ -64,6 +67,7 @@ private:
     quint64 table_ = 0;
     std::vector<quint64> costs_; ///< of the finished objects; 0: not seen, 1: being walked
     std::vector<quint8> heights_;
+    std::vector<bool> nuls_; ///< the finished object is a text that holds a NUL
     std::vector<Frame> stack_;
 };
 
@@ -105,8 +109,11 @@ bool BinaryPlistGuard::readNode(quint64 index, Node& node) const {
     if (count > table_ - at) return false; // every entry takes a byte at least
     if (!container) {
         node.cost += (marker == 0x6 ? 3 : 1) * count;
+        for (quint64 unit = 0; marker == 0x6 && unit < count && at + 2 * unit + 1 < table_; ++unit)
+            node.hasNul = node.hasNul || number(at + 2 * unit, 2) == 0;
         return true;
     }
+    node.isDictionary = marker == 0xD;
     node.children = marker == 0xD ? 2 * count : count;
     node.payload = at;
     return node.children <= (table_ - at) / referenceSize_;
@@ -121,12 +128,19 @@ Result<void> BinaryPlistGuard::enter(quint64 index) {
     return {};
 }
 
+/// Keys come before the values. The parser's way of handing out keys ends the program at a key that holds a
+/// NUL.
+bool BinaryPlistGuard::isAtKey(const Frame& frame) {
+    return frame.node.isDictionary && frame.next <= frame.node.children / 2;
+}
+
 /// Closes the top frame and charges it to the one below; false when the whole grew beyond the budget.
 bool BinaryPlistGuard::leave() {
     const Frame done = stack_.back();
     stack_.pop_back();
     costs_[done.index] = done.node.cost;
     heights_[done.index] = quint8(done.height);
+    nuls_[done.index] = done.node.hasNul;
     if (!stack_.empty()) {
         stack_.back().node.cost += done.node.cost;
         stack_.back().height = std::max(stack_.back().height, done.height + 1);
@@ -138,15 +152,18 @@ Result<void> BinaryPlistGuard::check() {
     if (!readTrailer()) return damaged();
     costs_.resize(count_);
     heights_.resize(count_);
+    nuls_.resize(count_);
     if (Result<void> entered = enter(top_); !entered) return entered;
     while (!stack_.empty()) {
         Frame& frame = stack_.back();
         if (frame.next == frame.node.children) {
+            const quint64 index = frame.index;
             if (!leave()) return Error{u"The property list repeats its objects too often"_s};
+            if (nuls_[index] && !stack_.empty() && isAtKey(stack_.back())) return damaged();
             continue;
         }
         const quint64 child = number(frame.node.payload + frame.next++ * referenceSize_, referenceSize_);
-        if (child >= count_ || costs_[child] == 1) return damaged();
+        if (child >= count_ || costs_[child] == 1 || (nuls_[child] && isAtKey(frame))) return damaged();
         if (costs_[child] == 0) {
             if (Result<void> entered = enter(child); !entered) return entered;
             continue;

@@ -154,6 +154,18 @@ TEST(HostileArchives, DeepNestingOfTheListItselfIsRefused) {
         EXPECT_FALSE(unarchiveRoot("<plist>" + (QByteArray("<array>") + hidden).repeated(100'000), {}));
 }
 
+TEST(HostileArchives, KeysThatHoldANulAreRefused) {
+    BinaryPlistWriter plist;
+    const Ref key = plist.string(u"a\0b"_s);
+    const Ref first = plist.dictionary({key}, {plist.boolean(true)});
+    EXPECT_FALSE(unarchiveTop(
+        plist.finish(plist.dictionary({plist.key("$top"), plist.key("$objects")}, {first, plist.array({})})),
+        {}));
+    const Ref seenBefore = plist.array({key, first});
+    EXPECT_FALSE(unarchiveTop(
+        plist.finish(plist.dictionary({plist.key("$objects"), plist.key("$top")}, {seenBefore, first})), {}));
+}
+
 TEST(HostileArchives, SharingInTheListDoesNotMultiply) {
     BinaryPlistWriter plist;
     Ref lots = plist.string(u"lol"_s);

@@ -77,8 +77,9 @@ TEST(Numbers, ConvertWithoutOverflow) {
 }
 
 TEST(Strings, SurviveInAnyScriptAndLength) {
-    for (const QString& text : {u""_s, u"a"_s, u"14 characters."_s, u"fifteen letters"_s, u"Überblick"_s,
-                                u"日本語 \U0001F3AC"_s, QString(300, u'x'), QString(70000, u'é')}) {
+    for (const QString& text :
+         {u""_s, u"a"_s, u"14 characters."_s, u"fifteen letters"_s, u"Überblick"_s, u"日本語 \U0001F3AC"_s,
+          QString(300, u'x'), QString(70000, u'é'), QString(QChar(0)) + u"after"_s}) {
         const Value read = roundTrip(text);
         ASSERT_TRUE(read.isString());
         EXPECT_EQ(read.string(), text);
