@@ -21,11 +21,18 @@ QString temporarySessionPath(const SystemPlaces& places) {
     return QDir(places.applicationSupport).filePath(places.loginName + QLatin1String("_daylarkSession.dls"));
 }
 
+/// Before any part is made: some read preferences in their constructors.
+const PlaylistController::Surroundings&
+withPreferences(const PlaylistController::Surroundings& surroundings) {
+    preparePreferences(surroundings.defaults);
+    return surroundings;
+}
+
 } // namespace
 
 PlaylistController::PlaylistController(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
-    , surroundings_(surroundings)
+    , surroundings_(withPreferences(surroundings))
     , thumbnails_(library_, surroundings_.defaults, progress_)
     , fileStates_(library_, surroundings_.defaults)
     , sessionFiles_({library_, surroundings_.defaults, surroundings_.alerts, surroundings_.panels,
@@ -64,9 +71,17 @@ void PlaylistController::connectParts() {
         noteEdit();
     });
     connect(&library_, &Library::contentEdited, this, &PlaylistController::noteEdit);
+    // The viewer goes through the same list: it follows as long as its movie is in it.
+    connect(&library_, &Library::arrangedMoviesChanged, this, [this] {
+        const auto& movies = library_.arrangedMovies();
+        const auto current = std::find(movies.begin(), movies.end(), playerWindow_.currentMovie());
+        if (playerWindow_.isOpen() && current != movies.end())
+            playerWindow_.list().setMovies(movies, qsizetype(current - movies.begin()));
+    });
     connect(&thumbnails_, &Thumbnails::idle, this, &PlaylistController::noteEdit);
     connect(&sessionFiles_, &SessionFiles::sessionImported, &fileStates_, &FileStates::updateAllFilePaths);
     connect(&sessionFiles_, &SessionFiles::bringToFront, this, &PlaylistController::libraryToFront);
+    connect(&playerWindow_, &MoviePlayerController::movieProbed, &library_, &Library::announceMovie);
     connect(&mediaAdding_, &MediaAdding::openedFromDesktop, this, [this](bool launchViewer) {
         mHidePlaylistWindow_ = true;
         if (launchViewer) loadMovieWindow();
@@ -76,7 +91,6 @@ void PlaylistController::connectParts() {
 // Start-up and termination.
 
 void PlaylistController::awake() {
-    preparePreferences(surroundings_.defaults);
     if (!surroundings_.defaults.boolForKey(QStringLiteral("loadPreviousSessionOnStartup"))) {
         sessionIsThere(false);
         return;

@@ -39,8 +39,8 @@ public:
     explicit PlaylistController(const Surroundings& surroundings, QObject* parent = nullptr);
     ~PlaylistController() override;
 
-    /// Start-up: preferences, previous session, viewer, found state. Windows connect before this. `started`
-    /// when the previous session is there.
+    /// Start-up after the preferences, which the constructor prepares: previous session, viewer, found state.
+    /// Windows connect before this. `started` when the previous session is there.
     void awake();
     void openFiles(const QStringList& paths); ///< files by `processFile`; folders become playlists. Before
                                               ///< `started` they wait.

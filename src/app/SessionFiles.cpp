@@ -9,6 +9,7 @@
 
 #include <QFileInfo>
 
+#include <numeric>
 #include <set>
 
 namespace daylark {
@@ -25,7 +26,9 @@ const QString sessionExtension = QStringLiteral("dls");
 class SessionFiles::Queue {
 public:
     bool mayWriteOver(const QString& path) {
-        if (known_.count(path) || !QFileInfo::exists(path)) return true;
+        const QFileInfo file(path);
+        if (known_.count(path) || !file.exists()) return true;
+        if (!file.isFile()) return false;
         // Whatever stands there and cannot be read may still be somebody's review: it is kept beside.
         return readSessionFile(path) || setFileAside(path);
     }
@@ -284,10 +287,9 @@ void SessionFiles::appendImported(const SessionContents& contents) {
 
 void SessionFiles::clearSession() {
     Library& library = surroundings_.library;
-    if (!library.playlists().empty()) {
-        library.setPlaylists({});
-        setSessionIsModified(true);
-    }
+    Library::Rows rows(library.playlists().size());
+    std::iota(rows.begin(), rows.end(), qsizetype(0));
+    library.removePlaylists(rows);
     setCurrentSessionPath({});
 }
 

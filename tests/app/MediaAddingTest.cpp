@@ -1,0 +1,222 @@
+#include "app/AppFixture.h"
+
+#include <iostream>
+
+namespace daylark::test {
+namespace {
+
+class MediaAddingTest : public AppFixture {
+protected:
+    void SetUp() override { start(); }
+    MediaAdding& adding() { return controller->mediaAdding(); }
+    /// A day folder with a movie, a still, a text, a hidden movie, a subfolder and a bundle.
+    QString dayFolder() {
+        makeFile(u"day/b.mov"_s);
+        makeFile(u"day/still.jpg"_s);
+        makeFile(u"day/readme.txt"_s);
+        makeFile(u"day/.hidden.mov"_s);
+        makeFile(u"day/a/z.MXF"_s);
+        makeFile(u"day/a/y.png"_s);
+        makeFile(u"day/c.dlm/inside.mov"_s);
+        QDir(folder.path()).mkpath(u"day/folder.mov"_s);
+        QFile::link(folder.path(), path(u"day/loop"_s));
+        return path(u"day"_s);
+    }
+};
+
+TEST_F(MediaAddingTest, NewItemsAreNumberedBehindTheShownOnesAndTheFirstItemIsSelected) {
+    addPlaylist(u"Day"_s, {u"1.mov"_s, u"2.mov"_s});
+    adding().addMediaFilesToSelectedPlaylist({makeFile(u"c.mov"_s), makeFile(u"no.txt"_s),
+                                              makeFile(u"a.mov"_s), makeFile(u"noext"_s),
+                                              makeFile(u"b.mov"_s)});
+    settleAdding();
+    EXPECT_EQ(shownNames(), (QStringList{u"1.mov"_s, u"2.mov"_s, u"c.mov"_s, u"a.mov"_s, u"b.mov"_s}));
+    EXPECT_EQ(shownNumbers(), (std::vector<qint64>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(library().selectedMovieRows(), Library::Rows{0});
+    EXPECT_EQ(library().selectedPlaylist()->itemCount, u"5"_s);
+    EXPECT_FALSE(library().arrangedMovies()[2]->filepathBookmarkData.isEmpty());
+    EXPECT_TRUE(sessionFiles().sessionIsModified());
+    EXPECT_TRUE(controller->progress().jobs().empty() || !controller->thumbnails().isIdle());
+}
+
+TEST_F(MediaAddingTest, AFolderGivesItsMoviesDepthFirstByPathAndStillsOnlyByPreference) {
+    addPlaylist(u"Day"_s, {});
+    adding().addMediaFoldersToSelectedPlaylist({dayFolder(), path(u"day/c.dlm"_s), path(u"missing"_s)});
+    settleAdding();
+    EXPECT_EQ(shownNames(), (QStringList{u"z.MXF"_s, u"b.mov"_s}));
+
+    defaults->set(u"allowImageFiles"_s, true);
+    addPlaylist(u"With stills"_s, {});
+    adding().addMediaFoldersToSelectedPlaylist({path(u"day"_s)});
+    settleAdding();
+    EXPECT_EQ(shownNames(), (QStringList{u"y.png"_s, u"z.MXF"_s, u"b.mov"_s, u"still.jpg"_s}));
+}
+
+TEST_F(MediaAddingTest, ADropOnThePlaylistsMakesOneOfEveryFolderAndOneOfTheLooseFiles) {
+    makeFile(u"day 2/x.mov"_s);
+    adding().dropOnPlaylists(
+        {dayFolder(), makeFile(u"loose.mov"_s), path(u"day 2/"_s), makeFile(u"text.txt"_s)});
+    settleAdding();
+    EXPECT_EQ(playlistNames(), (QStringList{u"day"_s, u"day 2"_s, u"Untitled Playlist"_s}));
+    EXPECT_EQ(shownNames(), QStringList{u"loose.mov"_s});
+    EXPECT_EQ(library().playlists()[0]->count(), 2);
+    EXPECT_EQ(library().playlists()[1]->movieList[0]->sortOrder, 1);
+}
+
+TEST_F(MediaAddingTest, ADropOnTheItemsMakesAPlaylistOnlyWhenNoneCanTakeThem) {
+    adding().dropOnMovies({makeFile(u"only.txt"_s)});
+    settleAdding();
+    EXPECT_TRUE(library().playlists().empty());
+    makeFile(u"day 2/x.mov"_s);
+    adding().dropOnMovies({makeFile(u"loose.mov"_s), path(u"day 2"_s)});
+    settleAdding();
+    EXPECT_EQ(playlistNames(), QStringList{u"day 2"_s});
+    EXPECT_EQ(shownNames(), (QStringList{u"x.mov"_s, u"loose.mov"_s})); // folders' contents, then files
+    adding().dropOnMovies({makeFile(u"more.mov"_s)});
+    settleAdding();
+    EXPECT_EQ(playlistNames(), QStringList{u"day 2"_s});
+    EXPECT_EQ(library().arrangedMovies().size(), 3u);
+
+    controller->playlistEditing().addDivider();
+    library().selectPlaylist(1);
+    adding().dropOnMovies({path(u"loose.mov"_s)});
+    settleAdding();
+    EXPECT_EQ(library().playlists().size(), 3u);
+    EXPECT_TRUE(library().playlists()[1]->movieList.empty());
+}
+
+TEST_F(MediaAddingTest, ItemsGoWhereTheyWereDroppedEvenIfThePersonLooksElsewhereMeanwhile) {
+    const auto first = addPlaylist(u"First"_s, {});
+    addPlaylist(u"Second"_s, {});
+    library().selectPlaylist(0);
+    adding().dropOnMovies({makeFile(u"a.mov"_s)});
+    library().selectPlaylist(1);
+    settleAdding();
+    EXPECT_EQ(first->count(), 1);
+    EXPECT_TRUE(library().arrangedMovies().empty());
+}
+
+TEST_F(MediaAddingTest, OpenWithAddsAMovieSelectsItAndTakesNoStills) {
+    defaults->set(u"allowImageFiles"_s, true);
+    int opened = 0;
+    bool launch = true;
+    QObject::connect(&adding(), &MediaAdding::openedFromDesktop, [&](bool launchViewer) {
+        ++opened;
+        launch = launchViewer;
+    });
+    adding().processFile(makeFile(u"still.png"_s));
+    settleAdding();
+    EXPECT_TRUE(library().playlists().empty());
+    adding().processFile(makeFile(u"a.mov"_s));
+    adding().processFile(makeFile(u"b.mov"_s));
+    settleAdding();
+    EXPECT_EQ(playlistNames(), QStringList{u"Untitled Playlist"_s});
+    EXPECT_EQ(library().selectedMovieRows(), Library::Rows{1});
+    EXPECT_EQ(opened, 2);
+    EXPECT_FALSE(launch);
+    EXPECT_TRUE(controller->mHidePlaylistWindow());
+
+    SessionContents contents;
+    contents.hasPlaylists = true;
+    contents.playlists.push_back(std::make_shared<Playlist>());
+    ASSERT_TRUE(bool(writeSessionFile(path(u"s.dls"_s), encodeSession(contents))));
+    alerts.answers = {Alerts::secondButton};
+    adding().processFile(path(u"s.dls"_s));
+    settleAdding();
+    settleFiles();
+    EXPECT_EQ(library().playlists().size(), 2u);
+}
+
+TEST_F(MediaAddingTest, FilesOpenedBeforeTheSessionIsThereWaitForIt) {
+    addPlaylist(u"Day 1"_s, {});
+    quit();
+    defaults = std::make_unique<UserDefaults>(path(u"preferences.ini"_s));
+    player = std::make_unique<Player>(clock);
+    controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
+        *defaults, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
+    controller->awake();
+    controller->openFiles({makeFile(u"a.mov"_s), dayFolder()});
+    ASSERT_TRUE(waitUntil([this] { return library().playlists().size() == 2; }));
+    settleAdding();
+    EXPECT_EQ(playlistNames(), (QStringList{u"Day 1"_s, u"day"_s}));
+}
+
+TEST_F(MediaAddingTest, TheOpenPanelAddsInItsOrderAndStaysShutWithSeveralPlaylists) {
+    addPlaylist(u"A"_s, {});
+    addPlaylist(u"B"_s, {});
+    library().selectPlaylists({0, 1});
+    adding().addMediaFromOpenDialog();
+    EXPECT_TRUE(panels.opensShown.empty());
+    library().selectPlaylist(1);
+    panels.openAnswers = {{makeFile(u"z.mov"_s), makeFile(u"a.mov"_s)}};
+    adding().addMediaFromOpenDialog();
+    settleAdding();
+    EXPECT_EQ(panels.opensShown.back().title, u"Choose Media Files To Add"_s);
+    EXPECT_EQ(panels.opensShown.back().prompt, u"Add Media"_s);
+    EXPECT_TRUE(panels.opensShown.back().allowMultiple);
+    EXPECT_FALSE(panels.opensShown.back().chooseFolders);
+    EXPECT_EQ(shownNames(), (QStringList{u"z.mov"_s, u"a.mov"_s}));
+}
+
+TEST_F(MediaAddingTest, ACancelledWalkAddsNothing) {
+    addPlaylist(u"Day"_s, {});
+    adding().addMediaFoldersToSelectedPlaylist({dayFolder()});
+    const auto jobs = controller->progress().jobs();
+    ASSERT_EQ(jobs.size(), 1u);
+    EXPECT_EQ(jobs[0].title, u"Adding Media Files..."_s);
+    controller->progress().cancel(jobs[0].id);
+    adding().addMediaFilesToSelectedPlaylist({makeFile(u"after.mov"_s)});
+    settleAdding();
+    // The walk may have been over before it was cancelled; what was asked for afterwards is done in any case.
+    EXPECT_TRUE(shownNames().contains(u"after.mov"_s));
+    EXPECT_TRUE(shownNames().size() == 1 || shownNames().size() == 3);
+}
+
+/// How long the interface thread was away from its loop at the longest.
+class Watchdog {
+public:
+    Watchdog() {
+        since_.start();
+        QObject::connect(&timer_, &QTimer::timeout, [this] {
+            longest_ = std::max(longest_, since_.nsecsElapsed());
+            since_.start();
+        });
+        timer_.start(0);
+    }
+    [[nodiscard]] double longestMs() const { return double(longest_) / 1e6; }
+
+private:
+    QTimer timer_;
+    QElapsedTimer since_;
+    qint64 longest_ = 0;
+};
+
+TEST_F(MediaAddingTest, FiveHundredMoviesAreShownBeforeAnyOfThemIsProbed) {
+    QStringList files;
+    for (int i = 0; i < 500; ++i)
+        files << makeFile(u"many/%1.mov"_s.arg(i, 3, 10, QLatin1Char('0')));
+    size_t shownAtOnce = 0, withThumbnailText = 0;
+    QObject::connect(&library(), &Library::arrangedMoviesChanged, [&] {
+        shownAtOnce = library().arrangedMovies().size();
+        for (const auto& movie : library().arrangedMovies())
+            withThumbnailText += !movie->creatingThumbnailText.isEmpty();
+    });
+    Watchdog watchdog;
+    controller->mediaAdding().createPlaylistsWithFolders({path(u"many"_s)});
+    settleAdding();
+    EXPECT_EQ(shownAtOnce, 500u);
+    EXPECT_EQ(withThumbnailText, 0u);
+    EXPECT_EQ(shownNames().first(), u"000.mov"_s);
+    EXPECT_FALSE(controller->thumbnails().isIdle());
+    settleThumbnails();
+    sessionFiles().saveTempSession();
+    controller->fileStates().updateAllFilePaths();
+    bool updated = false;
+    QObject::connect(&controller->fileStates(), &FileStates::updated, [&updated] { updated = true; });
+    ASSERT_TRUE(waitUntil([&updated] { return updated; }));
+    std::cout << "longest time away from the event loop while 500 files came in: " << watchdog.longestMs()
+              << " ms\n";
+}
+
+} // namespace
+} // namespace daylark::test

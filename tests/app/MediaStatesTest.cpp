@@ -1,0 +1,178 @@
+#include "app/AppFixture.h"
+#include "demo/MovieMaker.h"
+
+namespace daylark::test {
+namespace {
+
+class MediaStatesTest : public AppFixture {
+protected:
+    void SetUp() override { start(); }
+    QString makeClip(const QString& name, int frames = 24) {
+        MovieSpec spec;
+        spec.path = path(name);
+        QDir().mkpath(QFileInfo(spec.path).path());
+        spec.encoder = u"mjpeg"_s;
+        spec.pixelFormat = u"yuvj420p"_s;
+        spec.frames = frames;
+        const Result<void> made = makeMovie(spec);
+        EXPECT_TRUE(bool(made)) << (made ? "" : made.error().text.toStdString());
+        return spec.path;
+    }
+    void refreshFileStates() {
+        bool updated = false;
+        const auto connection =
+            QObject::connect(&controller->fileStates(), &FileStates::updated, [&updated] { updated = true; });
+        controller->fileStates().updateAllFilePaths();
+        ASSERT_TRUE(waitUntil([&updated] { return updated; }));
+        QObject::disconnect(connection);
+    }
+    void add(const QStringList& files) {
+        controller->mediaAdding().addMediaFilesToSelectedPlaylist(files);
+        settleAdding();
+    }
+};
+
+TEST_F(MediaStatesTest, AddedMoviesGetPropertiesAndThumbnailsAndBrokenOnesSaySo) {
+    addPlaylist(u"Day"_s, {});
+    int loaded = 0;
+    QObject::connect(&controller->thumbnails(), &Thumbnails::thumbnailDidLoad, [&loaded] { ++loaded; });
+    add({makeClip(u"good.mov"_s), makeFile(u"broken.mov"_s, QByteArray(5000, 'x')),
+         makeFile(u"empty.mov"_s, "")});
+    settleThumbnails();
+    const auto& movies = library().arrangedMovies();
+    ASSERT_EQ(movies.size(), 3u);
+    EXPECT_EQ(movies[0]->mMovieDurationFrames, 24);
+    EXPECT_EQ(movies[0]->mMovieResolutionString, u"320 x 180"_s);
+    EXPECT_FALSE(movies[0]->mMovieHasBeenVisited); // only the viewer's pass marks that
+    EXPECT_EQ(movies[0]->thumbnail.decode().size(), QSize(100, 56));
+    EXPECT_EQ(movies[0]->creatingThumbnailText, QString());
+    EXPECT_TRUE(movies[1]->thumbnail.isNil());
+    EXPECT_EQ(movies[1]->creatingThumbnailText, u"No QT Thumbnail"_s);
+    EXPECT_EQ(movies[2]->creatingThumbnailText, u"No QT Thumbnail"_s);
+    EXPECT_EQ(loaded, 3);
+    EXPECT_TRUE(controller->progress().jobs().empty());
+}
+
+TEST_F(MediaStatesTest, ResultsOfItemsThatAreGoneAreDroppedAndTheQueueGoesOn) {
+    addPlaylist(u"Day"_s, {});
+    QStringList files;
+    for (int i = 0; i < 6; ++i)
+        files << makeClip(u"%1.mov"_s.arg(i), 6);
+    add(files);
+    const std::weak_ptr<Movie> gone = library().arrangedMovies()[0];
+    const auto kept = library().arrangedMovies()[5];
+    library().removeMovies(library().selectedPlaylist(), {gone.lock()});
+    EXPECT_TRUE(gone.expired()); // the queue holds nothing alive
+    controller->thumbnails().prioritise({kept});
+    settleThumbnails();
+    for (const auto& movie : library().arrangedMovies())
+        EXPECT_FALSE(movie->thumbnail.isNil());
+}
+
+TEST_F(MediaStatesTest, CancellingTheJobLeavesTheRestWithoutThumbnails) {
+    addPlaylist(u"Day"_s, {});
+    QStringList files;
+    for (int i = 0; i < 30; ++i)
+        files << makeClip(u"%1.mov"_s.arg(i), 6);
+    add(files);
+    int loaded = 0;
+    QObject::connect(&controller->thumbnails(), &Thumbnails::thumbnailDidLoad, [this, &loaded] {
+        if (++loaded == 2) controller->progress().cancel(controller->progress().jobs().front().id);
+    });
+    settleThumbnails();
+    EXPECT_LT(loaded, 10);
+    EXPECT_TRUE(controller->progress().jobs().empty());
+    controller->thumbnails().createMissingThumbnails({u"First Frame"_s, 0});
+    settleThumbnails();
+    for (const auto& movie : library().arrangedMovies())
+        EXPECT_FALSE(movie->thumbnail.isNil());
+}
+
+TEST_F(MediaStatesTest, OnlyForcedRequestsReplaceAThumbnail) {
+    addPlaylist(u"Day"_s, {});
+    add({makeClip(u"a.mov"_s)});
+    settleThumbnails();
+    const auto movie = library().arrangedMovies()[0];
+    const Image first = movie->thumbnail;
+    controller->thumbnails().updateThumbnailForMovie(movie);
+    controller->thumbnails().createMissingThumbnails({u"Last Frame"_s, 0});
+    settleThumbnails();
+    EXPECT_TRUE(movie->thumbnail == first);
+    EXPECT_EQ(movie->mThumbnailFrame, -1);
+    library().selectMovies({0});
+    controller->thumbnails().recreateSelectedThumbnails({u"First Frame"_s, 0});
+    settleThumbnails();
+    EXPECT_FALSE(movie->thumbnail == first);
+    EXPECT_EQ(movie->mThumbnailFrame, 1);
+    QImage picture(640, 360, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    controller->thumbnails().recreateCurrentThumbnail(movie, picture, {u"Set Thumbnail Image"_s, 0});
+    EXPECT_EQ(movie->thumbnail.decode().pixelColor(50, 28), QColor(Qt::red));
+}
+
+TEST_F(MediaStatesTest, MissingFilesMarkItemsAndPlaylistsAndComeBack) {
+    const auto some = addPlaylist(u"Some"_s, {u"gone.mov"_s});
+    library().addMovies(some, {std::make_shared<Movie>(makeFile(u"here.mov"_s))});
+    const auto all = addPlaylist(u"All"_s, {u"gone1.mov"_s, u"gone2.mov"_s});
+    const auto none = addPlaylist(u"None"_s, {});
+    library().selectPlaylist(0);
+    refreshFileStates();
+    EXPECT_EQ(some->status, 1);
+    EXPECT_EQ(all->status, 2);
+    EXPECT_EQ(none->status, 0);
+    EXPECT_EQ(controller->fileStates().missingCount(), 1);
+    EXPECT_EQ(some->movieList[0]->creatingThumbnailText, fileNotFoundText);
+    makeFile(u"gone.mov"_s);
+    refreshFileStates();
+    EXPECT_EQ(some->status, 0);
+    EXPECT_EQ(some->movieList[0]->creatingThumbnailText, QString());
+    EXPECT_EQ(controller->fileStates().missingCount(), 0);
+}
+
+TEST_F(MediaStatesTest, AMovedFileIsFoundAgainByItsBookmarkOffTheNetwork) {
+    addPlaylist(u"Day"_s, {});
+    add({makeFile(u"old.mov"_s, "the very movie")});
+    settleThumbnails();
+    ASSERT_TRUE(QFile::rename(path(u"old.mov"_s), path(u"new.mov"_s)));
+    const auto movie = library().arrangedMovies()[0];
+    refreshFileStates(); // by path alone
+    EXPECT_EQ(movie->creatingThumbnailText, fileNotFoundText);
+    defaults->set(u"networkMode"_s, false);
+    refreshFileStates();
+    EXPECT_EQ(movie->filepathString, path(u"new.mov"_s));
+    EXPECT_EQ(movie->filenameString, u"new.mov"_s);
+    EXPECT_EQ(library().selectedPlaylist()->status, 0);
+}
+
+TEST_F(MediaStatesTest, AReviewInTheViewerIsFoundAgainAtTheNextStart) {
+    addPlaylist(u"Day"_s, {});
+    add({makeClip(u"a.mov"_s), makeClip(u"b.mov"_s)});
+    settleThumbnails();
+    library().selectMovies({1});
+    bool hidden = false;
+    QObject::connect(controller.get(), &PlaylistController::libraryHidden, [&hidden] { hidden = true; });
+    controller->loadMovieWindow();
+    EXPECT_TRUE(hidden);
+    MoviePlayerController& viewer = controller->playerWindow();
+    ASSERT_TRUE(waitUntil([this] { return player->isOpen() && player->pictureIsCurrent(); }));
+    EXPECT_EQ(viewer.currentMovie()->filenameString, u"b.mov"_s);
+    viewer.transport().jumpToFirstFrame();
+    for (int i = 0; i < 5; ++i)
+        viewer.transport().jumpToNextFrame();
+    viewer.setFlagImage({{}, 901});
+    viewer.bookmarks().addBookmark();
+    quit(); // with the viewer still open
+
+    start();
+    const auto movie = library().arrangedMovies()[1];
+    EXPECT_EQ(movie->flagString, u"901"_s);
+    ASSERT_EQ(movie->bookmarkStore.size(), 1u);
+    EXPECT_EQ(movie->bookmarkStore[0]->firstFrame, 6);
+    library().selectMovies({1});
+    controller->loadMovieWindow();
+    ASSERT_TRUE(waitUntil([this] { return player->isOpen() && player->pictureIsCurrent(); }));
+    EXPECT_EQ(player->currentFrame(), 6); // "Last Visited Frame"
+}
+
+} // namespace
+} // namespace daylark::test

@@ -1,0 +1,68 @@
+#include "app/AppFixture.h"
+
+namespace daylark::test {
+namespace {
+
+class NotesExportTest : public AppFixture {
+protected:
+    void SetUp() override {
+        start();
+        addPlaylist(u"Day 1"_s, {u"b.mov"_s, u"a.mov"_s});
+        library().setSort(u"filenameString"_s, true);
+    }
+    QByteArray exportTo(const QString& name, const QString& title) {
+        panels.saveAnswers = {path(name)};
+        bool done = false;
+        const auto connection =
+            QObject::connect(&controller->notesExport(), &NotesExport::exported, [&done] { done = true; });
+        controller->notesExport().exportNotes({title, 0});
+        EXPECT_TRUE(waitUntil([&done] { return done; }));
+        QObject::disconnect(connection);
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+};
+
+TEST_F(NotesExportTest, TheScopeFollowsTheSenderAndTheSortGoesBackAfterwards) {
+    defaults->set(u"printBookmarksInNotes"_s, false);
+    defaults->set(u"905"_s, u"Edit"_s);
+    library().selectMovies({1});
+    controller->setFlagOfSelectedMovies({{}, 905});
+    EXPECT_EQ(exportTo(u"all.csv"_s, u"Export Playlist Notes..."_s),
+              "Filename,Notes 1,Notes 2,Flag\r\ra,,,\rb,,,Edit\r");
+    EXPECT_EQ(library().sortField(), u"sortOrder"_s);
+    EXPECT_EQ(panels.savesShown[0].title, u"Export Notes"_s);
+    EXPECT_EQ(panels.savesShown[0].proposedName, u"Day 1_notes.csv"_s);
+    library().selectMovies({1});
+    EXPECT_EQ(exportTo(u"one.csv"_s, u"Export Movie Notes..."_s), "Filename,Notes 1,Notes 2,Flag\r\ra,,,\r");
+}
+
+TEST_F(NotesExportTest, AnEmptyScopeShowsOneAlertAndNothingElse) {
+    library().selectMovies({});
+    controller->notesExport().exportNotes({u"Export Movie Notes..."_s, 0});
+    ASSERT_EQ(alerts.shown.size(), 1u);
+    EXPECT_EQ(alerts.shown[0].message, u"No movies found to export"_s);
+    EXPECT_EQ(alerts.shown[0].style, AlertStyle::informational);
+    EXPECT_EQ(alerts.shown[0].buttons, QStringList{u"Okay"_s});
+    EXPECT_TRUE(panels.savesShown.empty());
+    EXPECT_EQ(library().sortField(), u"filenameString"_s);
+}
+
+TEST_F(NotesExportTest, ACancelledDialogWritesNothingAndTheFormatKeepsTheExtensionInStep) {
+    controller->notesExport().exportNotes({u"Export Playlist Notes..."_s, 0});
+    EXPECT_EQ(library().sortField(), u"sortOrder"_s);
+    const SavePanel& panel = panels.savesShown.back();
+    EXPECT_EQ(panel.accessoryTitles, NotesExport::formatTitles());
+    EXPECT_EQ(panel.accessoryChosen(u"RTF (Rich Text)"_s, u"my.notes.csv"_s), u"my.notes.rtf"_s);
+    EXPECT_EQ(defaults->stringForKey(u"notesExportFormat"_s), u"RTF (Rich Text)"_s);
+    EXPECT_EQ(panel.accessoryChosen(u"CSV (Comma Separated Values)"_s, u"plain"_s), u"plain.csv"_s);
+
+    defaults->set(u"notesExportFormat"_s, u"PDF"_s);
+    panels.saveAnswers = {path(u"x.pdf"_s)};
+    controller->notesExport().exportNotes({u"Export Playlist Notes..."_s, 0});
+    EXPECT_EQ(panels.savesShown.back().proposedName, QString());
+    EXPECT_FALSE(QFileInfo::exists(path(u"x.pdf"_s)));
+}
+
+} // namespace
+} // namespace daylark::test

@@ -1,0 +1,131 @@
+#include "app/AppFixture.h"
+
+namespace daylark::test {
+namespace {
+
+class StartupTest : public AppFixture {};
+
+TEST_F(StartupTest, ARestartFindsPlaylistsSelectionNotesAndSharedItemsAgain) {
+    start();
+    const auto first = addPlaylist(u"Day 1"_s, {u"a.mov"_s, u"b.mov"_s});
+    const auto second = addPlaylist(u"Day 2"_s, {});
+    const auto shared = first->movieList[1];
+    library().addMovies(second, {shared});
+    controller->edits().setNotes(shared, NotesField::notes, AttributedString(u"too dark"_s));
+    library().selectMovies({0});
+    controller->setFlagOfSelectedMovies({{}, 903});
+    library().selectPlaylist(1);
+    sessionFiles().setSessionTitle(u"Show"_s);
+    sessionFiles().setCurrentSessionPath(path(u"show.dls"_s));
+    quit();
+    EXPECT_TRUE(alerts.shown.empty());
+
+    start();
+    EXPECT_EQ(playlistNames(), (QStringList{u"Day 1"_s, u"Day 2"_s}));
+    EXPECT_EQ(library().selectedPlaylistRows(), Library::Rows{1});
+    EXPECT_EQ(library().selectedMovieRows(), Library::Rows{0});
+    EXPECT_EQ(sessionFiles().windowTitle(), u"Show"_s);
+    EXPECT_EQ(sessionFiles().currentSessionPath(), path(u"show.dls"_s));
+    EXPECT_FALSE(sessionFiles().sessionIsModified());
+    const auto& lists = library().playlists();
+    EXPECT_EQ(lists[0]->itemCount, u"2"_s);
+    EXPECT_EQ(lists[0]->movieList[1], lists[1]->movieList[0]); // still one record
+    EXPECT_EQ(lists[1]->movieList[0]->notes->string(), u"too dark"_s);
+    EXPECT_EQ(lists[1]->movieList[0]->flagString, u"903"_s);
+}
+
+TEST_F(StartupTest, WithoutThePreviousSessionTheLibraryIsEmptyButThePathIsKept) {
+    start();
+    addPlaylist(u"Day 1"_s, {});
+    sessionFiles().setCurrentSessionPath(path(u"show.dls"_s));
+    defaults->set(u"loadPreviousSessionOnStartup"_s, false);
+    quit();
+    start();
+    EXPECT_TRUE(library().playlists().empty());
+    EXPECT_EQ(sessionFiles().currentSessionPath(), path(u"show.dls"_s));
+}
+
+TEST_F(StartupTest, AnUnreadableTemporarySessionIsKeptAside) {
+    makeFile(u"mia_daylarkSession.dls"_s, "not an archive");
+    start();
+    EXPECT_TRUE(library().playlists().empty());
+    addPlaylist(u"New"_s, {});
+    quit();
+    const QStringList kept = QDir(folder.path()).entryList({u"mia_daylarkSession (unreadable *"_s});
+    ASSERT_EQ(kept.size(), 1);
+    QFile aside(path(kept[0]));
+    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+    EXPECT_EQ(aside.readAll(), "not an archive");
+    EXPECT_TRUE(bool(readSessionFile(temporarySession())));
+}
+
+TEST_F(StartupTest, QuittingWhileThePreviousSessionIsStillBeingReadLosesNothing) {
+    start();
+    addPlaylist(u"Day 1"_s, {u"a.mov"_s});
+    sessionFiles().setCurrentSessionPath(path(u"show.dls"_s));
+    quit();
+
+    defaults = std::make_unique<UserDefaults>(path(u"preferences.ini"_s));
+    player = std::make_unique<Player>(clock);
+    controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
+        *defaults, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
+    controller->awake();
+    quit(); // no event was handled in between
+
+    start();
+    EXPECT_EQ(playlistNames(), QStringList{u"Day 1"_s});
+    EXPECT_EQ(sessionFiles().currentSessionPath(), path(u"show.dls"_s));
+}
+
+TEST_F(StartupTest, EditsAreOnTheDiskSomeSecondsLaterWithoutAnybodyQuitting) {
+    start();
+    const auto playlist = addPlaylist(u"Day 1"_s, {u"a.mov"_s});
+    controller->edits().setNotes(playlist->movieList[0], NotesField::notes2, AttributedString(u"kept"_s));
+    const auto noteOnDisk = [this] {
+        auto session = readSessionFile(temporarySession());
+        return session && !session->playlists.empty() &&
+               session->playlists[0]->movieList[0]->notes2->string() == u"kept"_s;
+    };
+    EXPECT_TRUE(waitUntil(noteOnDisk));
+    crash();
+    start();
+    EXPECT_EQ(playlistNames(), QStringList{u"Day 1"_s});
+}
+
+TEST_F(StartupTest, OlderPlaylistsGetTheirTypesAndCounts) {
+    SessionContents contents;
+    contents.hasPlaylists = true;
+    for (const bool divider : {false, true}) {
+        auto playlist = std::make_shared<Playlist>();
+        playlist->playlistType = QString();
+        playlist->isDivider = Number(divider);
+        contents.playlists.push_back(playlist);
+    }
+    contents.playlists[0]->movieList.push_back(std::make_shared<Movie>(path(u"a.mov"_s)));
+    ASSERT_TRUE(bool(writeSessionFile(temporarySession(), encodeSession(contents))));
+    start();
+    ASSERT_EQ(library().playlists().size(), 2u);
+    EXPECT_EQ(library().playlists()[0]->playlistType, u"playlist"_s);
+    EXPECT_EQ(library().playlists()[0]->itemCount, u"1"_s);
+    EXPECT_EQ(library().playlists()[1]->playlistType, u"divider"_s);
+    EXPECT_EQ(library().selectedPlaylistRows(), Library::Rows{0}); // no stored index reads as 0
+}
+
+TEST_F(StartupTest, CheckToCloseEndsTheProgramOnlyAfterAFileFromALink) {
+    start();
+    bool ended = false;
+    QObject::connect(controller.get(), &PlaylistController::terminate, [&ended] { ended = true; });
+    addPlaylist(u"Day 1"_s, {});
+    controller->checkToClose();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(ended);
+    addPlaylist(u"File From Link"_s, {});
+    controller->checkToClose();
+    EXPECT_FALSE(ended); // on the next turn of the loop
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(ended);
+    EXPECT_EQ(playlistNames(), QStringList{u"Day 1"_s});
+}
+
+} // namespace
+} // namespace daylark::test
