@@ -251,8 +251,12 @@ Result<void> makeMovie(const MovieSpec& spec) {
     if (!(output->oformat->flags & AVFMT_NOFILE))
         if (const int code = avio_open(&output->pb, path.constData(), AVIO_FLAG_WRITE); code < 0)
             return errorOf("opening the file", code);
-    if (const int code = avformat_write_header(output.get(), nullptr); code < 0)
-        return errorOf("the header", code);
+    AVDictionary* options = nullptr;
+    for (const auto& [key, value] : spec.muxerOptions)
+        av_dict_set(&options, key.toUtf8().constData(), value.toUtf8().constData(), 0);
+    const int header = avformat_write_header(output.get(), &options);
+    av_dict_free(&options);
+    if (header < 0) return errorOf("the header", header);
     if (const Result<void> done = writeAll(spec, output.get(), *video, sound ? &*sound : nullptr); !done)
         return done;
     if (const int code = av_write_trailer(output.get()); code < 0) return errorOf("the trailer", code);

@@ -28,8 +28,9 @@ struct MovieSpec {
     int bFrames = 2;
     QString pixelFormat = QStringLiteral("yuv420p");
     std::map<QString, QString> encoderOptions; ///< private options, e.g. {"preset", "ultrafast"}
-    bool sound = false;                        ///< a quiet tone with a beep at every second, 48 kHz stereo
-    QString timecode; ///< "01:00:00:00": a timecode track where the container has one
+    std::map<QString, QString> muxerOptions;
+    bool sound = false; ///< a quiet tone with a beep at every second, 48 kHz stereo
+    QString timecode;   ///< "01:00:00:00": a timecode track where the container has one
     std::vector<qint64>
         ticks; ///< own presentation times in 1/rateNum seconds (variable rate, late start); empty: even
     int pixelAspectNum = 1, pixelAspectDen = 1;

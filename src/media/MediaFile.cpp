@@ -1,0 +1,116 @@
+#include "media/MediaFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <thread>
+
+namespace daylark {
+
+using namespace std::chrono_literals;
+
+Error av::errorOf(const char* what, int code) {
+    if (code == AVERROR_EXIT) return {QStringLiteral("cancelled")};
+    char text[AV_ERROR_MAX_STRING_SIZE] = {};
+    av_strerror(code, text, sizeof text);
+    return {QStringLiteral("%1: %2").arg(QString::fromLatin1(what), QString::fromLocal8Bit(text))};
+}
+
+namespace {
+
+constexpr auto openingLimit = 4s;
+constexpr int lowestTrustedProbe = 5; // a score below comes from chance matches in arbitrary bytes
+
+struct OpeningOptions {
+    AVDictionary* dictionary = nullptr;
+    OpeningOptions() {
+        // A "%04d" in a name is part of the name, and a file must not make us open others.
+        av_dict_set(&dictionary, "pattern_type", "none", 0);
+        av_dict_set(&dictionary, "protocol_whitelist", "file", 0);
+        av_dict_set(&dictionary, "probesize", "5000000", 0);
+    }
+    ~OpeningOptions() { av_dict_free(&dictionary); }
+    OpeningOptions(const OpeningOptions&) = delete;
+    OpeningOptions& operator=(const OpeningOptions&) = delete;
+};
+
+bool isRealVideo(const AVStream* stream) {
+    const AVCodecParameters* parameters = stream->codecpar;
+    return parameters->codec_type == AVMEDIA_TYPE_VIDEO && parameters->codec_id != AV_CODEC_ID_NONE &&
+           !(stream->disposition & (AV_DISPOSITION_ATTACHED_PIC | AV_DISPOSITION_TIMED_THUMBNAILS));
+}
+
+} // namespace
+
+int MediaFile::interrupted(void* opaque) {
+    const auto* state = static_cast<const Interrupt*>(opaque);
+    if (state->cancel && state->cancel->load()) return 1;
+    return std::chrono::steady_clock::now() > state->deadline ? 1 : 0;
+}
+
+Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel) {
+    const QFileInfo info(path);
+    if (!info.exists()) return Error{QStringLiteral("no such file")};
+    if (!info.isFile()) return Error{QStringLiteral("not a file")};
+    if (info.size() == 0) return Error{QStringLiteral("the file is empty")};
+    av_log_set_level(AV_LOG_QUIET);
+    MediaFile file;
+    file.path_ = path;
+    file.interrupt_ = std::make_unique<Interrupt>();
+    file.interrupt_->cancel = cancel;
+    file.interrupt_->deadline = std::chrono::steady_clock::now() + openingLimit;
+    AVFormatContext* context = avformat_alloc_context();
+    context->interrupt_callback = {&MediaFile::interrupted, file.interrupt_.get()};
+    OpeningOptions options;
+    const QByteArray url = "file:" + QFile::encodeName(path);
+    int code = avformat_open_input(&context, url.constData(), nullptr, &options.dictionary);
+    if (code < 0) return av::errorOf("opening", code);
+    file.format_.reset(context);
+    if (context->probe_score < lowestTrustedProbe) return Error{QStringLiteral("no known format")};
+    code = avformat_find_stream_info(context, nullptr);
+    if (code < 0) return av::errorOf("reading the streams", code);
+    if (interrupted(file.interrupt_.get())) return av::errorOf("opening", AVERROR_EXIT);
+    bool hasSound = false;
+    for (unsigned i = 0; i < context->nb_streams; ++i) {
+        AVStream* stream = context->streams[i];
+        if (!file.video_ && isRealVideo(stream)) file.video_ = stream;
+        hasSound = hasSound || stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO;
+        stream->discard = stream == file.video_ ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
+    }
+    if (!file.video_ && !hasSound) return Error{QStringLiteral("neither picture nor sound")};
+    file.interrupt_->deadline = std::chrono::steady_clock::time_point::max();
+    return file;
+}
+
+int MediaFile::readPacket(AVPacket* packet) const {
+    for (;;) {
+        av_packet_unref(packet);
+        if (cancelled()) return AVERROR_EXIT;
+        const int code = av_read_frame(format_.get(), packet);
+        if (code == AVERROR(EAGAIN)) continue;
+        // A read error in the middle is the end of what can be read.
+        if (code < 0) return cancelled() ? AVERROR_EXIT : AVERROR_EOF;
+        if (packet->stream_index == video_->index) return 0;
+    }
+}
+
+Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth) const {
+    const AVCodec* decoder = avcodec_find_decoder(video_->codecpar->codec_id);
+    if (!decoder) return Error{QStringLiteral("no decoder for this codec")};
+    av::CodecPtr codec(avcodec_alloc_context3(decoder));
+    avcodec_parameters_to_context(codec.get(), video_->codecpar);
+    codec->pkt_timebase = video_->time_base;
+    codec->has_b_frames = std::max(codec->has_b_frames, std::min(reorderDepth, 16));
+    codec->thread_type = FF_THREAD_FRAME | FF_THREAD_SLICE;
+    codec->thread_count = int(std::clamp(std::thread::hardware_concurrency(), 1U, 8U));
+    AVDictionary* options = nullptr;
+    // Scene-linear pictures are shown as a display would: through its transfer curve.
+    if (decoder->id == AV_CODEC_ID_EXR) av_dict_set(&options, "apply_trc", "iec61966_2_1", 0);
+    const int code = avcodec_open2(codec.get(), decoder, &options);
+    av_dict_free(&options);
+    if (code < 0) return av::errorOf("opening the decoder", code);
+    return codec;
+}
+
+} // namespace daylark

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "media/Av.h"
+#include "media/FrameReader.h"
+
+#include <chrono>
+
+namespace daylark {
+
+/// An opened media file with its first real video stream (cover pictures don't count), if it has one. Only
+/// that stream's packets are delivered. Every wait on the file can be cancelled; opening gives up after a few
+/// seconds whatever the file says. Internal to media/. One thread at a time. Fails for what is no regular
+/// file, is empty, or has no known format.
+class MediaFile {
+public:
+    [[nodiscard]] static Result<MediaFile> open(const QString& path, const CancelFlag* cancel);
+    /// The same file from its beginning, for what cannot be wound back.
+    [[nodiscard]] Result<MediaFile> reopened() const { return open(path_, interrupt_->cancel); }
+
+    [[nodiscard]] AVFormatContext* format() const { return format_.get(); }
+    [[nodiscard]] AVStream* video() const { return video_; } ///< null: sound only
+    /// The next packet of the video stream; AVERROR_EOF at the end of what can be read, AVERROR_EXIT when
+    /// cancelled.
+    [[nodiscard]] int readPacket(AVPacket* packet) const;
+    void setCancel(const CancelFlag* cancel) const { interrupt_->cancel = cancel; }
+    [[nodiscard]] bool cancelled() const { return interrupt_->cancel && interrupt_->cancel->load(); }
+
+    /// A decoder for the video stream, with frame and slice threads; `reorderDepth` is how many frames may
+    /// come between a sample's place in the file and its place on the screen.
+    [[nodiscard]] Result<av::CodecPtr> openDecoder(int reorderDepth) const;
+
+private:
+    struct Interrupt {
+        const CancelFlag* cancel = nullptr;
+        std::chrono::steady_clock::time_point deadline;
+    };
+    static int interrupted(void* opaque);
+
+    MediaFile() = default;
+    QString path_;
+    std::unique_ptr<Interrupt> interrupt_; ///< outlives format_, which points to it
+    av::FormatPtr format_;
+    AVStream* video_ = nullptr;
+};
+
+} // namespace daylark

@@ -1,0 +1,244 @@
+#include "media/SampleTable.h"
+
+#include "media/FrameRate.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <numeric>
+
+namespace daylark {
+namespace {
+
+constexpr qint64 unknownTime = AV_NOPTS_VALUE;
+
+struct RawSample {
+    qint64 pts = unknownTime, dts = unknownTime, position = -1, duration = 0;
+    bool key = false, shown = true;
+};
+
+/// A VP8 picture that is only referred to travels as a packet of its own and says so in its first byte.
+bool isHiddenPicture(const AVStream& stream, const AVPacket& packet) {
+    return stream.codecpar->codec_id == AV_CODEC_ID_VP8 && packet.size > 0 && !(packet.data[0] & 0x10);
+}
+
+RawSample sampleOf(const AVStream& stream, const AVPacket& packet) {
+    RawSample sample{
+        packet.pts, packet.dts, packet.pos, packet.duration, (packet.flags & AV_PKT_FLAG_KEY) != 0, true};
+    sample.shown = !(packet.flags & AV_PKT_FLAG_DISCARD) && !isHiddenPicture(stream, packet);
+    return sample;
+}
+
+unsigned codecProperties(const AVStream& stream) {
+    const AVCodecDescriptor* descriptor = avcodec_descriptor_get(stream.codecpar->codec_id);
+    return descriptor ? unsigned(descriptor->props) : 0;
+}
+
+/// The index in the header of a file whose pictures all stand for themselves is as exact as reading the file,
+/// and spares reading gigabytes. Empty where that doesn't hold.
+std::vector<RawSample> readHeaderIndex(const MediaFile& file) {
+    AVStream* stream = file.video();
+    const int count = avformat_index_get_entries_count(stream);
+    if (!(codecProperties(*stream) & AV_CODEC_PROP_INTRA_ONLY) ||
+        !std::strstr(file.format()->iformat->name, "mov") || stream->nb_frames <= 0 || count < 2)
+        return {};
+    std::vector<RawSample> samples;
+    samples.reserve(size_t(count));
+    for (int i = 0; i < count; ++i) {
+        const AVIndexEntry* entry = avformat_index_get_entry(stream, i);
+        if (!samples.empty() && entry->timestamp <= samples.back().pts) return {};
+        const bool shown = !(entry->flags & AVINDEX_DISCARD_FRAME);
+        samples.push_back({entry->timestamp, entry->timestamp, entry->pos, 0, true, shown});
+    }
+    // The header speaks of decoding times; a first packet with another presentation time gives it away.
+    const av::PacketPtr packet(av_packet_alloc());
+    if (file.readPacket(packet.get()) < 0 || packet->pts != samples[0].pts || packet->dts != samples[0].dts ||
+        packet->pos != samples[0].position)
+        return {};
+    // A fragmented file's header knows its first fragment only.
+    const qint64 span = samples.back().pts - samples.front().pts;
+    const qint64 gap = std::max<qint64>(1, span / (count - 1));
+    if (stream->duration != unknownTime && std::abs(stream->duration - span) > 2 * gap) return {};
+    return samples;
+}
+
+Result<std::vector<RawSample>> readAllPackets(const MediaFile& file) {
+    std::vector<RawSample> samples;
+    const av::PacketPtr packet(av_packet_alloc());
+    for (;;) {
+        const int code = file.readPacket(packet.get());
+        if (code == AVERROR_EXIT) return av::errorOf("reading", code);
+        if (code < 0) return samples;
+        samples.push_back(sampleOf(*file.video(), *packet));
+    }
+}
+
+/// For containers that give decoding times only: the decoder tells the order, the decoding times the times.
+Result<void> orderByDecoding(const MediaFile& file, std::vector<RawSample>& samples) {
+    Result<MediaFile> fresh = file.reopened();
+    if (!fresh) return fresh.error();
+    std::vector<size_t> order;
+    std::vector<bool> seen(samples.size(), false);
+    const auto done = decodeFromStart(*fresh, 0, [&](qint64 place) {
+        if (place >= 0 && place < qint64(samples.size()) && !seen[size_t(place)]) {
+            seen[size_t(place)] = true;
+            order.push_back(size_t(place));
+        }
+        return true;
+    });
+    if (!done) return done;
+    // What the decoder did not give back keeps its place after the sample before it in the file.
+    std::vector<double> rank(samples.size(), -1);
+    for (size_t i = 0; i < order.size(); ++i)
+        rank[order[i]] = double(i);
+    for (size_t place = 0; place < samples.size(); ++place)
+        if (!seen[place]) rank[place] = (place ? rank[place - 1] : -1.0) + 0.001;
+    std::vector<qint64> times;
+    for (const RawSample& sample : samples)
+        times.push_back(sample.dts);
+    std::sort(times.begin(), times.end());
+    std::vector<size_t> places(samples.size());
+    std::iota(places.begin(), places.end(), 0);
+    std::stable_sort(places.begin(), places.end(), [&](size_t a, size_t b) { return rank[a] < rank[b]; });
+    for (size_t i = 0; i < places.size(); ++i)
+        samples[places[i]].pts = times[i];
+    return {};
+}
+
+/// Gives every sample a presentation time.
+Result<void> completeTimes(const MediaFile& file, std::vector<RawSample>& samples) {
+    const auto lacksPts = [](const RawSample& sample) { return sample.pts == unknownTime; };
+    if (std::none_of(samples.begin(), samples.end(), lacksPts)) return {};
+    qint64 next = 0;
+    for (RawSample& sample : samples) {
+        if (sample.dts == unknownTime) sample.dts = sample.pts != unknownTime ? sample.pts : next;
+        next = sample.dts + std::max<qint64>(1, sample.duration);
+    }
+    const bool reorders =
+        (codecProperties(*file.video()) & AV_CODEC_PROP_REORDER) && file.video()->codecpar->video_delay > 0;
+    if (reorders) return orderByDecoding(file, samples);
+    for (RawSample& sample : samples)
+        if (sample.pts == unknownTime) sample.pts = sample.dts;
+    return {};
+}
+
+/// Pictures before the first key frame, in file order or on the screen, are shown only if the decoder can
+/// make them.
+Result<void> dropUndecodableStart(const MediaFile& file, std::vector<RawSample>& samples) {
+    const auto key =
+        std::find_if(samples.begin(), samples.end(), [](const RawSample& s) { return s.key && s.shown; });
+    if (key == samples.end()) return {};
+    const qint64 keyTime = key->pts;
+    const auto leads = [&](const RawSample& s) { return s.shown && s.pts < keyTime; };
+    if (std::none_of(samples.begin(), samples.end(), leads)) return {};
+    Result<MediaFile> fresh = file.reopened();
+    if (!fresh) return fresh.error();
+    std::vector<bool> decoded(samples.size(), false);
+    const auto done = decodeFromStart(*fresh, 4, [&](qint64 place) {
+        if (place < 0 || place >= qint64(samples.size())) return true;
+        decoded[size_t(place)] = true;
+        return samples[size_t(place)].pts <= keyTime;
+    });
+    if (!done) return done;
+    for (size_t place = 0; place < samples.size(); ++place)
+        if (leads(samples[place]) && !decoded[place]) samples[place].shown = false;
+    return {};
+}
+
+/// How many samples at most come later on the screen than one that follows them in the file.
+int reorderDepthOf(const std::vector<SampleTable::Packet>& packets) {
+    constexpr size_t deepest = 16;
+    int depth = 0;
+    for (size_t place = 1; place < packets.size(); ++place) {
+        if (packets[place].frame < 0) continue;
+        int later = 0;
+        for (size_t back = 1; back <= std::min(place, deepest); ++back)
+            later += packets[place - back].frame > packets[place].frame;
+        depth = std::max(depth, later);
+    }
+    return depth;
+}
+
+SampleTable tableOf(const std::vector<RawSample>& samples, const AVStream& stream) {
+    SampleTable table;
+    for (size_t place = 0; place < samples.size(); ++place) {
+        const RawSample& sample = samples[place];
+        table.packets.push_back({sample.pts, sample.position, -1, sample.key});
+        if (sample.shown) table.packetOfFrame.push_back(qint32(place));
+    }
+    auto& order = table.packetOfFrame;
+    std::stable_sort(order.begin(), order.end(),
+                     [&](qint32 a, qint32 b) { return samples[size_t(a)].pts < samples[size_t(b)].pts; });
+    // Two packets with one time are the two halves of a picture.
+    order.erase(
+        std::unique(order.begin(), order.end(),
+                    [&](qint32 a, qint32 b) { return samples[size_t(a)].pts == samples[size_t(b)].pts; }),
+        order.end());
+    table.index.timeBaseNum = stream.time_base.num;
+    table.index.timeBaseDen = stream.time_base.den;
+    for (size_t n = 0; n < order.size(); ++n) {
+        SampleTable::Packet& packet = table.packets[size_t(order[n])];
+        packet.frame = qint32(n);
+        table.index.samples.push_back({packet.stamp, 0, packet.key});
+    }
+    setClock(table.index, stream, order.empty() ? 0 : samples[size_t(order.back())].duration);
+    table.reorderDepth = reorderDepthOf(table.packets);
+    return table;
+}
+
+} // namespace
+
+qint64 stampOf(const AVPacket& packet) {
+    return packet.pts != unknownTime ? packet.pts : packet.dts;
+}
+
+bool SampleTable::isAt(size_t place, const AVPacket& packet) const {
+    if (place >= packets.size()) return false;
+    const Packet& entry = packets[place];
+    if (entry.position >= 0 && packet.pos >= 0 && entry.position != packet.pos) return false;
+    return entry.stamp == stampOf(packet);
+}
+
+Result<void> decodeFromStart(const MediaFile& file, int reorderDepth,
+                             const std::function<bool(qint64 place)>& visit) {
+    Result<av::CodecPtr> codec = file.openDecoder(reorderDepth);
+    if (!codec) return codec.error();
+    const av::PacketPtr packet(av_packet_alloc());
+    const av::FramePtr frame(av_frame_alloc());
+    bool atEnd = false;
+    for (qint64 place = 0; !atEnd; ++place) {
+        const int code = file.readPacket(packet.get());
+        if (code == AVERROR_EXIT) return av::errorOf("reading", code);
+        atEnd = code < 0;
+        packet->pts = packet->dts = place;
+        avcodec_send_packet(codec->get(),
+                            atEnd ? nullptr : packet.get()); // a damaged sample just gives no picture
+        while (avcodec_receive_frame(codec->get(), frame.get()) >= 0)
+            if (!visit(frame->pts)) return {};
+    }
+    return {};
+}
+
+Result<SampleTable> buildSampleTable(const MediaFile& file) {
+    if (!file.video()) return Error{QStringLiteral("no picture")};
+    std::vector<RawSample> samples = readHeaderIndex(file);
+    if (samples.empty()) {
+        Result<MediaFile> fresh = file.reopened();
+        if (!fresh) return fresh.error();
+        Result<std::vector<RawSample>> read = readAllPackets(*fresh);
+        if (!read) return read.error();
+        samples = std::move(*read);
+    }
+    std::vector<qint64> stamps;
+    stamps.reserve(samples.size());
+    for (const RawSample& sample : samples)
+        stamps.push_back(sample.pts != unknownTime ? sample.pts : sample.dts);
+    if (const auto done = completeTimes(file, samples); !done) return done.error();
+    if (const auto done = dropUndecodableStart(file, samples); !done) return done.error();
+    SampleTable table = tableOf(samples, *file.video());
+    for (size_t place = 0; place < stamps.size(); ++place)
+        table.packets[place].stamp = stamps[place];
+    return table;
+}
+
+} // namespace daylark
