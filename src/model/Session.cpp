@@ -34,6 +34,9 @@ private:
     std::pair<std::shared_ptr<Record>, bool> once(Copies<Record>& copies,
                                                   const std::shared_ptr<Record>& record) {
         if (!record) return {nullptr, false};
+        // Held by its one list and that list's copy only: nobody can meet it again, which spares most
+        // look-ups.
+        if (record.use_count() <= 2) return {std::make_shared<Record>(*record), true};
         auto [entry, isNew] = copies.try_emplace(record.get());
         if (isNew) entry->second = std::make_shared<Record>(*record);
         return {entry->second, isNew};
