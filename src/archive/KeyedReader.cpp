@@ -228,7 +228,7 @@ plist_t KeyedReader::resolve(plist_t node) const {
 KeyedReader::Kind KeyedReader::kindOf(const QString& className) {
     struct Entry {
         QLatin1StringView name;
-        Kind kind;
+        Kind kind = Kind::Unknown;
     };
     static constexpr Entry entries[] = {
         {"NSNull"_L1, Kind::Null},
