@@ -13,28 +13,29 @@ class QWidget;
 
 namespace daylark {
 
-/// The commands of one window: an ID with text, icon, shortcut, state and what it does. Menus, buttons, context menus and keys
-/// bind to the command; what it does never touches a widget. Owned by its window; interface thread.
+/// The commands of one window: an ID with text, icon, shortcut, state and what it does. Menus, buttons,
+/// context menus and keys bind to the command; what it does never touches a widget. Owned by its window;
+/// interface thread.
 class Commands : public QObject {
     Q_OBJECT
 public:
     struct Command {
-        QString id;         ///< "session.save"
-        QString text;       ///< the menu title, with mnemonic
-        QString icon;       ///< a named icon or empty
+        QString id;   ///< "session.save"
+        QString text; ///< the menu title, with mnemonic
+        QString icon; ///< a named icon or empty
         QKeySequence shortcut;
         std::function<void()> run;
-        std::function<bool()> enabled = {};  ///< asked by `refresh`; none: always
-        std::function<bool()> checked = {};  ///< makes it checkable; asked by `refresh`
-        QString hint = {};   ///< the tooltip when it says more than the text
+        std::function<bool()> enabled = {}; ///< asked by `refresh`; none: always
+        std::function<bool()> checked = {}; ///< makes it checkable; asked by `refresh`
+        QString hint = {};                  ///< the tooltip when it says more than the text
     };
     explicit Commands(QWidget* window);
 
-    QAction* add(Command command);              ///< registers it and its shortcut with the window
+    QAction* add(Command command);                          ///< registers it and its shortcut with the window
     [[nodiscard]] QAction* action(const QString& id) const; ///< asserts that it exists
     /// A flat icon button bound to a command: tooltip "Text (Key)", accessible name, at least 24 x 24.
     [[nodiscard]] QToolButton* button(const QString& id, QWidget* parent) const;
-    void refresh();                             ///< asks every command for its state again
+    void refresh(); ///< asks every command for its state again
     [[nodiscard]] const std::map<QString, Command>& all() const { return commands_; }
 
 private:

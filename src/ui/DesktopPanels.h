@@ -15,6 +15,9 @@ class DesktopPanels : public Panels {
 public:
     [[nodiscard]] QString runSave(const SavePanel& panel) override;
     [[nodiscard]] QStringList runOpen(const OpenPanel& panel) override;
+
+private:
+    QString folder_; ///< where the last panel was left
 };
 class DesktopPasteboard : public Pasteboard {
 public:

@@ -1,0 +1,58 @@
+#include "ui/DesktopProgram.h"
+#include "ui/InterfaceWatchdog.h"
+#include "ui/LibraryWindow.h"
+#include "ui/SingleInstance.h"
+#include "ui/TerminationSignals.h"
+#include "ui/Theme.h"
+
+#include "app/PlaylistController.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QTimer>
+
+/// Builds the program, or hands its files to the one that runs already.
+int main(int argc, char** argv) {
+    using namespace daylark;
+    TerminationSignals::holdBack();
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("daylark"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Daylark"));
+    QApplication::setApplicationVersion(QStringLiteral("1.14.1"));
+    QApplication::setDesktopFileName(QStringLiteral("daylark"));
+    QApplication::setQuitOnLastWindowClosed(
+        false); // the library's closing ends the program, the viewer's does not
+
+    QCommandLineParser arguments;
+    arguments.setApplicationDescription(QStringLiteral("Review player for film dailies."));
+    arguments.addHelpOption();
+    arguments.addVersionOption();
+    arguments.addPositionalArgument(QStringLiteral("files"),
+                                    QStringLiteral("Movies, folders or a session to open."),
+                                    QStringLiteral("[FILE...]"));
+    arguments.process(application);
+    QStringList paths;
+    const QStringList given = arguments.positionalArguments();
+    for (const QString& path : given)
+        paths << QDir::cleanPath(QDir::current().absoluteFilePath(path));
+
+    const DesktopProgram::Places places = DesktopProgram::Places::current();
+    SingleInstance instance(places.system.applicationSupport);
+    if (instance.handOver(paths)) return 0;
+
+    theme::apply(application);
+    const InterfaceWatchdog watchdog;
+    DesktopProgram program(places);
+    QObject::connect(&instance, &SingleInstance::filesReceived, &program.controller(),
+                     [&program](const QStringList& files) {
+                         program.libraryWindow().bringToFront();
+                         program.controller().openFiles(files);
+                     });
+    TerminationSignals ending;
+    QObject::connect(&ending, &TerminationSignals::received, &application, &QCoreApplication::quit);
+    program.start(paths);
+    const int code = QApplication::exec();
+    program.terminate();
+    return code;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "model/Playlist.h"
+
+#include <QAbstractTableModel>
+
+namespace daylark {
+
+class Library;
+class PlaylistEditing;
+
+/// The session's playlists as rows: name (editable in place) and count. Holds no state of its own; renaming
+/// goes through the part that edits playlists. Interface thread.
+class PlaylistsModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    enum Column { nameColumn, countColumn, columnTotal };
+    enum Role { dividerRole = Qt::UserRole + 1, statusRole };
+
+    PlaylistsModel(Library& library, PlaylistEditing& editing, QObject* parent = nullptr);
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    void refreshAll(); ///< found states or counts changed
+
+private:
+    Library& library_;
+    PlaylistEditing& editing_;
+    std::vector<std::shared_ptr<Playlist>> rows_; ///< what the views were last told
+};
+
+} // namespace daylark

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QProgressBar;
+class QToolButton;
+
+namespace daylark {
+
+class PlaylistController;
+
+/// The line at the library's foot: how many items, how many of them selected and missing, and the job under
+/// way with what is left of it and a way to cancel it. Interface thread.
+class StatusStrip : public QWidget {
+    Q_OBJECT
+public:
+    explicit StatusStrip(PlaylistController& controller, QWidget* parent = nullptr);
+    void refresh();
+    [[nodiscard]] QString text() const; ///< as shown, job included
+
+private:
+    PlaylistController& controller_;
+    QLabel* counts_;
+    QLabel* job_;
+    QProgressBar* bar_;
+    QToolButton* cancel_;
+    int jobId_ = 0;
+};
+
+} // namespace daylark
