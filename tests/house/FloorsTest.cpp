@@ -76,10 +76,12 @@ TEST(Floors, DecoderLibraryIsNamedInMediaOnlyAndWidgetsInUiOnly) {
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QString floor = file.fileName().mid(root.size() + 1).section(QLatin1Char('/'), 0, 0);
         const QString text = QString::fromUtf8(file.readAll());
-        if (floor != QStringLiteral("media"))
+        if (floor != QStringLiteral("media")) {
             EXPECT_FALSE(text.contains(decoder)) << file.fileName().toStdString();
-        if (floor != QStringLiteral("ui") && floor != QStringLiteral("main.cpp"))
+        }
+        if (floor != QStringLiteral("ui") && floor != QStringLiteral("main.cpp")) {
             EXPECT_FALSE(text.contains(widgets)) << file.fileName().toStdString();
+        }
     }
 }
 

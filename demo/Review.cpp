@@ -1,0 +1,345 @@
+// daylark-demo-review DAILIES OUT: a whole review on the real program in a real window, by a robot's hands:
+// drop the folders, open the viewer, play, step, flag, note, bookmark, close, export, save, start again.
+// Every step is checked; the exit status is 0 only if each was as it should be. (daylark-demo-review
+// --drag-source FOLDER... is the desktop that they are dragged from.)
+#include "demo/MovieMaker.h"
+#include "demo/Robot.h"
+
+#include "app/PlaylistController.h"
+#include "model/Session.h"
+#include "platform/UserDefaults.h"
+#include "ui/BookmarkPanel.h"
+#include "ui/Commands.h"
+#include "ui/DesktopProgram.h"
+#include "ui/ItemsPane.h"
+#include "ui/LibraryWindow.h"
+#include "ui/NotesPanel.h"
+#include "ui/PictureView.h"
+#include "ui/PlaylistsPane.h"
+#include "ui/Theme.h"
+#include "ui/ViewerWindow.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QDrag>
+#include <QFile>
+#include <QFileInfo>
+#include <QLabel>
+#include <QListView>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QProcess>
+#include <QScreen>
+#include <QTableView>
+#include <QTextEdit>
+#include <QToolButton>
+#include <QUrl>
+
+#include <cstdio>
+
+using namespace daylark;
+using namespace daylark::demo;
+
+namespace {
+
+/// A piece of desktop with folders on it, to drag from.
+class DragSource : public QLabel {
+public:
+    explicit DragSource(const QStringList& folders)
+        : folders_(folders) {
+        setWindowTitle(QStringLiteral("Folders"));
+        setWindowFlag(Qt::WindowStaysOnTopHint);
+        setAlignment(Qt::AlignCenter);
+        QStringList names;
+        for (const QString& folder : folders)
+            names << QFileInfo(folder).fileName();
+        setText(names.join(QLatin1Char('\n')));
+        setGeometry(1500, 760, 240, 120);
+    }
+
+protected:
+    void mouseMoveEvent(QMouseEvent*) override {
+        auto* drag = new QDrag(this);
+        auto* data = new QMimeData;
+        QList<QUrl> urls;
+        for (const QString& folder : folders_)
+            urls << QUrl::fromLocalFile(folder);
+        data->setUrls(urls);
+        drag->setMimeData(data);
+        drag->exec(Qt::CopyAction);
+    }
+
+private:
+    QStringList folders_;
+};
+
+int runDragSource(const QStringList& folders) {
+    DragSource source(folders);
+    source.show();
+    return QApplication::exec();
+}
+
+class Review {
+public:
+    Review(QDir dailies, QDir out)
+        : dailies_(std::move(dailies))
+        , out_(std::move(out)) {}
+    int run();
+
+private:
+    void check(bool good, const QString& what);
+    void shot(const QString& name);
+    void startProgram();
+    void dropFolders();
+    void lookAround();
+    void reviewInViewer();
+    void exportAndSave();
+    void startAgain();
+    void checkFiles();
+    void saveInDialog(const QString& path);
+    void hold(QWidget& window, QRect geometry);
+    [[nodiscard]] QPoint itemMiddle(const QAbstractItemView* view, int row, int column = 0);
+    [[nodiscard]] std::optional<int> numberOnScreen();
+    [[nodiscard]] Movie& firstMovie() {
+        return *controller().library().playlists().front()->movieList.front();
+    }
+    [[nodiscard]] PlaylistController& controller() { return program_->controller(); }
+    [[nodiscard]] LibraryWindow& library() { return program_->libraryWindow(); }
+    [[nodiscard]] ViewerWindow& viewer() { return program_->viewerWindow(); }
+
+    QDir dailies_, out_;
+    Robot robot_;
+    std::unique_ptr<DesktopProgram> program_;
+    int passed_ = 0, failed_ = 0;
+};
+
+const QString demoNote = QStringLiteral("Sun is a touch too warm, otherwise lovely.");
+
+void Review::check(bool good, const QString& what) {
+    ++(good ? passed_ : failed_);
+    std::printf("%s %s\n", good ? "  ok  " : "FAILED", qUtf8Printable(what));
+    std::fflush(stdout);
+}
+
+void Review::shot(const QString& name) {
+    robot_.rest(250);
+    const QString path = out_.filePath(name);
+    check(robot_.shot(path), QStringLiteral("screenshot %1").arg(path));
+}
+
+void Review::hold(QWidget& window, QRect geometry) {
+    window.setGeometry(geometry);
+    window.raise();
+    window.activateWindow();
+    robot_.rest(300);
+}
+
+QPoint Review::itemMiddle(const QAbstractItemView* view, int row, int column) {
+    return view->viewport()->mapToGlobal(view->visualRect(view->model()->index(row, column)).center());
+}
+
+/// What stands on the screen, read back from the screen.
+std::optional<int> Review::numberOnScreen() {
+    const PictureView* picture = viewer().picture();
+    const QRect place = picture->pictureRect();
+    const QPoint corner = picture->mapToGlobal(place.topLeft());
+    const QPixmap grabbed = QGuiApplication::primaryScreen()->grabWindow(0, corner.x(), corner.y(),
+                                                                         place.width(), place.height());
+    return readBarCode(grabbed.toImage());
+}
+
+void Review::startProgram() {
+    program_ = std::make_unique<DesktopProgram>(DesktopProgram::Places::current());
+    program_->start({});
+    check(robot_.waitFor([&] { return library().isVisible(); }), QStringLiteral("the library shows"));
+    hold(library(), QRect(40, 60, 1280, 720));
+}
+
+void Review::dropFolders() {
+    shot(QStringLiteral("library-empty.png"));
+    const QStringList folders{dailies_.filePath(QStringLiteral("Day 1")),
+                              dailies_.filePath(QStringLiteral("Day 2"))};
+    QProcess desktop;
+    desktop.start(QCoreApplication::applicationFilePath(),
+                  QStringList{QStringLiteral("--drag-source")} + folders);
+    robot_.rest(1500);
+    const QWidget* table = library().playlistsPane().table()->viewport();
+    robot_.drag(QPoint(1620, 820), Robot::middleOf(table));
+    Library& items = controller().library();
+    check(robot_.waitFor([&] { return items.playlists().size() == 2; }),
+          QStringLiteral("two folders dropped are two playlists"));
+    check(robot_.waitFor(
+              [&] { return controller().thumbnails().isIdle() && !controller().mediaAdding().isBusy(); },
+              60000),
+          QStringLiteral("thumbnails and properties have arrived"));
+    desktop.kill();
+    desktop.waitForFinished();
+    if (items.playlists().size() != 2) return;
+    check(items.playlists()[0]->count() == 4 && items.playlists()[1]->count() == 3,
+          QStringLiteral("4 items in Day 1, 3 in Day 2"));
+    bool complete = true;
+    for (const auto& playlist : items.playlists())
+        for (const auto& movie : playlist->movieList)
+            complete = complete && !movie->thumbnail.isNil() && movie->mMovieDurationFrames > 0;
+    check(complete, QStringLiteral("every item has a thumbnail and a length"));
+}
+
+void Review::lookAround() {
+    hold(library(), QRect(40, 60, 1280, 720));
+    robot_.click(itemMiddle(library().playlistsPane().table(), 0, 1));
+    robot_.click(itemMiddle(library().itemsPane().activeView(), 0));
+    shot(QStringLiteral("library-tiles.png"));
+    library().itemsPane().showTiles(false);
+    shot(QStringLiteral("library-list.png"));
+    library().itemsPane().showTiles(true);
+    check(controller().library().selectedMovieRows() == Library::Rows{0},
+          QStringLiteral("a click selects the first item"));
+}
+
+void Review::reviewInViewer() {
+    robot_.click(itemMiddle(library().itemsPane().activeView(), 0), 2);
+    MoviePlayerController& player = controller().playerWindow();
+    check(robot_.waitFor([&] { return viewer().isVisible() && player.player().pictureIsCurrent(); }),
+          QStringLiteral("a double click opens the viewer"));
+    hold(viewer(), QRect(20, 40, 1440, 900));
+
+    robot_.key(QStringLiteral("Home"));
+    check(robot_.waitFor([&] { return numberOnScreen() == 1; }), QStringLiteral("Home shows frame 1"));
+    robot_.key(QStringLiteral("space"));
+    check(robot_.waitFor([&] { return player.player().currentFrame() > 24; }), QStringLiteral("Space plays"));
+    robot_.key(QStringLiteral("space"));
+    check(
+        robot_.waitFor([&] { return !player.transport().isRunning() && player.player().pictureIsCurrent(); }),
+        QStringLiteral("Space pauses"));
+    const qint64 paused = player.player().currentFrame();
+    check(robot_.waitFor([&] { return numberOnScreen() == int(paused); }),
+          QStringLiteral("the frame on screen is the frame counted: %1").arg(paused));
+    bool exact = true;
+    for (qint64 step = 1; step <= 5; ++step) {
+        robot_.key(QStringLiteral("Right"));
+        exact = exact && robot_.waitFor([&] { return numberOnScreen() == int(paused + step); }, 5000);
+    }
+    check(exact, QStringLiteral("five steps forwards show the five next frames"));
+    robot_.key(QStringLiteral("Left"));
+    check(robot_.waitFor([&] { return numberOnScreen() == int(paused + 4); }, 5000),
+          QStringLiteral("a step back shows the one before"));
+
+    robot_.key(QStringLiteral("ctrl+1"));
+    check(robot_.waitFor([&] { return firstMovie().flagString == QLatin1String("901"); }, 5000),
+          QStringLiteral("Ctrl+1 approves"));
+    robot_.key(QStringLiteral("b"));
+    check(robot_.waitFor([&] { return firstMovie().bookmarkStore.size() == 1; }, 5000),
+          QStringLiteral("B adds a bookmark"));
+    if (!firstMovie().bookmarkStore.empty())
+        check(firstMovie().bookmarkStore.front()->firstFrame == paused + 4,
+              QStringLiteral("the bookmark stands on the frame shown"));
+
+    robot_.key(QStringLiteral("n"));
+    check(robot_.waitFor([&] { return viewer().notes()->isVisible(); }, 5000),
+          QStringLiteral("N opens the notes"));
+    const auto* field = viewer().notes()->findChild<QTextEdit*>();
+    check(field != nullptr, QStringLiteral("there is a notes field"));
+    if (field) {
+        robot_.click(field);
+        robot_.type(demoNote);
+        robot_.key(QStringLiteral("Escape"));
+    }
+    shot(QStringLiteral("viewer.png"));
+    robot_.key(QStringLiteral("ctrl+w"));
+    check(robot_.waitFor([&] { return !viewer().isVisible() && library().isVisible(); }),
+          QStringLiteral("Ctrl+W closes the viewer"));
+    check(firstMovie().notes && firstMovie().notes->string() == demoNote,
+          QStringLiteral("the note typed is the note kept"));
+}
+
+void Review::saveInDialog(const QString& path) {
+    check(robot_.waitFor([&] { return QApplication::activeModalWidget() != nullptr; }, 5000),
+          QStringLiteral("a save panel opens"));
+    robot_.rest(300);
+    robot_.key(QStringLiteral("ctrl+a"));
+    robot_.type(path);
+    robot_.key(QStringLiteral("Return"));
+}
+
+void Review::exportAndSave() {
+    hold(library(), QRect(40, 60, 1280, 720));
+    robot_.click(itemMiddle(library().playlistsPane().table(), 0, 1));
+    const QString notes = out_.filePath(QStringLiteral("Day 1_notes.csv"));
+    // The panels run their own loop, so the command is sent by key and answered meanwhile.
+    robot_.key(QStringLiteral("ctrl+shift+e"));
+    saveInDialog(notes);
+    check(robot_.waitFor([&] { return QFileInfo::exists(notes); }), QStringLiteral("the notes are exported"));
+    const QString session = out_.filePath(QStringLiteral("review.dls"));
+    robot_.key(QStringLiteral("ctrl+shift+s"));
+    saveInDialog(session);
+    check(robot_.waitFor([&] { return QFileInfo::exists(session); }), QStringLiteral("the session is saved"));
+    shot(QStringLiteral("library-reviewed.png"));
+}
+
+void Review::startAgain() {
+    program_.reset();
+    startProgram();
+    check(robot_.waitFor([&] { return controller().library().playlists().size() == 2; }),
+          QStringLiteral("the next start finds the playlists"));
+    if (controller().library().playlists().size() != 2) return;
+    check(firstMovie().flagString == QLatin1String("901") && firstMovie().notes &&
+              firstMovie().notes->string() == demoNote && firstMovie().bookmarkStore.size() == 1 &&
+              !firstMovie().thumbnail.isNil(),
+          QStringLiteral("flag, note, bookmark and thumbnail are there again"));
+    program_.reset();
+}
+
+void Review::checkFiles() {
+    const Result<SessionContents> session = readSessionFile(out_.filePath(QStringLiteral("review.dls")));
+    check(bool(session), QStringLiteral("the session file reads"));
+    if (session) {
+        const auto& movie = session->playlists.at(0)->movieList.at(0);
+        check(session->playlists.size() == 2 && movie->flagString == QLatin1String("901") &&
+                  movie->notes->string() == demoNote,
+              QStringLiteral("the session file holds the review"));
+    }
+    QFile notes(out_.filePath(QStringLiteral("Day 1_notes.csv")));
+    check(notes.open(QIODevice::ReadOnly), QStringLiteral("the notes file reads"));
+    const QString text = QString::fromUtf8(notes.readAll());
+    check(text.startsWith(QStringLiteral("Filename,Notes 1,Notes 2,Flag,Bookmark Timecode Start,")) &&
+              text.count(QLatin1Char('\r')) == 2 + 4 && text.contains(QStringLiteral(",Approved,")) &&
+              text.contains(QString(demoNote).remove(QLatin1Char(','))),
+          QStringLiteral("the notes file holds four movies, the flag and the note"));
+    for (const char* name : {"library-empty.png", "library-tiles.png", "library-list.png", "viewer.png",
+                             "library-reviewed.png"}) {
+        const QImage picture(out_.filePath(QString::fromLatin1(name)));
+        check(picture.size() == QSize(1920, 1080),
+              QStringLiteral("%1 is a whole screen").arg(QString::fromLatin1(name)));
+    }
+}
+
+int Review::run() {
+    startProgram();
+    dropFolders();
+    if (failed_ == 0) {
+        lookAround();
+        reviewInViewer();
+        exportAndSave();
+        startAgain();
+        checkFiles();
+    }
+    std::printf("%s: %d checks as they should be, %d not\n", qUtf8Printable(out_.path()), passed_, failed_);
+    return failed_ == 0 ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Daylark"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Daylark"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    theme::apply(application);
+    const QStringList arguments = QApplication::arguments().mid(1);
+    if (arguments.value(0) == QLatin1String("--drag-source")) return runDragSource(arguments.mid(1));
+    if (arguments.size() != 2) {
+        std::fprintf(stderr, "usage: daylark-demo-review DAILIES OUT\n");
+        return 2;
+    }
+    return Review(QDir(arguments[0]), QDir(arguments[1])).run();
+}

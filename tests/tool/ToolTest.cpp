@@ -1,0 +1,185 @@
+#include "demo/MovieMaker.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace {
+
+using namespace daylark;
+
+struct Run {
+    int status = -1;
+    QByteArray out, err;
+    [[nodiscard]] QJsonDocument json() const { return QJsonDocument::fromJson(out); }
+    [[nodiscard]] QJsonArray array() const { return json().array(); }
+    [[nodiscard]] QJsonObject object() const { return json().object(); }
+};
+
+Run tool(const QStringList& arguments) {
+    QProcess process;
+    process.start(QStringLiteral(DAYLARK_BINARY_DIR "/daylark-tool"), arguments);
+    process.waitForFinished(-1);
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+/// Real movies, made once: a folder "Day 1" with two of 30 and 24 frames.
+class Tool : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        folder_ = new QTemporaryDir;
+        QDir(folder_->path()).mkdir(QStringLiteral("Day 1"));
+        MovieSpec spec;
+        spec.path = file("Day 1/a_shot.mov");
+        spec.rateNum = 25;
+        spec.frames = 30;
+        ASSERT_TRUE(makeMovie(spec));
+        spec.path = file("Day 1/b_shot.mp4");
+        spec.rateNum = 24000;
+        spec.rateDen = 1001;
+        spec.frames = 24;
+        ASSERT_TRUE(makeMovie(spec));
+    }
+    static void TearDownTestSuite() { delete folder_; }
+
+    static QString file(const char* name) { return folder_->filePath(QString::fromUtf8(name)); }
+    static void makeSession(const QString& path) {
+        const Run run =
+            tool({QStringLiteral("session"), QStringLiteral("new"), path, QStringLiteral("--playlist"),
+                  QStringLiteral("Day 1"), file("Day 1"), QStringLiteral("--playlist"),
+                  QStringLiteral("Selects"), file("Day 1/b_shot.mp4")});
+        ASSERT_EQ(run.status, 0) << run.err.constData();
+    }
+
+private:
+    static inline QTemporaryDir* folder_ = nullptr;
+};
+
+TEST_F(Tool, ProbePrintsBothRuleSetsAndFailsForWhatIsNoMovie) {
+    const Run run = tool({QStringLiteral("probe"), file("Day 1/a_shot.mov"), file("nothing.mov")});
+    EXPECT_EQ(run.status, 1);
+    ASSERT_EQ(run.array().size(), 2);
+    const QJsonObject good = run.array()[0].toObject();
+    EXPECT_EQ(good[u"filenameString"].toString(), QStringLiteral("a_shot.mov"));
+    EXPECT_EQ(good[u"asset"][u"mMovieDurationFrames"].toInt(), 30);
+    EXPECT_EQ(good[u"asset"][u"mMovieResolutionString"].toString(), QStringLiteral("320 x 180"));
+    EXPECT_EQ(good[u"legacy"][u"mMovieDurationFrames"].toInt(), 30);
+    EXPECT_EQ(good[u"legacy"][u"mMovieFPS"].toDouble(), 25.0);
+    EXPECT_FALSE(run.array()[1].toObject()[u"error"].toString().isEmpty());
+    EXPECT_TRUE(run.err.startsWith("daylark-tool: " + file("nothing.mov").toUtf8() + ": "));
+    EXPECT_EQ(run.err.count('\n'), 1);
+}
+
+TEST_F(Tool, IndexAndFrameSpeakOfTheSamePictures) {
+    const QJsonObject index = tool({QStringLiteral("index"), file("Day 1/b_shot.mp4")}).object();
+    const QJsonArray frames = index[u"frames"].toArray();
+    ASSERT_EQ(frames.size(), 24);
+    EXPECT_TRUE(frames[0].toObject()[u"key"].toBool());
+    for (qsizetype i = 1; i < frames.size(); ++i)
+        EXPECT_GT(frames[i].toObject()[u"pts"].toDouble(), frames[i - 1].toObject()[u"pts"].toDouble());
+    for (const int number : {1, 2, 13, 24}) {
+        const QString out = file("frame.png");
+        const Run run =
+            tool({QStringLiteral("frame"), file("Day 1/b_shot.mp4"), QString::number(number), out});
+        ASSERT_EQ(run.status, 0) << run.err.constData();
+        EXPECT_EQ(readBarCode(QImage(out)), number);
+    }
+    ASSERT_EQ(tool({QStringLiteral("frame"), file("Day 1/b_shot.mp4"), QStringLiteral("3"), file("small.png"),
+                    QStringLiteral("--width"), QStringLiteral("160")})
+                  .status,
+              0);
+    EXPECT_EQ(QImage(file("small.png")).size(), QSize(160, 90));
+    EXPECT_EQ(
+        tool({QStringLiteral("frame"), file("Day 1/b_shot.mp4"), QStringLiteral("25"), file("x.png")}).status,
+        1);
+}
+
+TEST_F(Tool, ThumbnailFollowsItsChoice) {
+    ASSERT_EQ(tool({QStringLiteral("thumbnail"), file("Day 1/a_shot.mov"), file("last.png"),
+                    QStringLiteral("--choice"), QStringLiteral("Last Frame")})
+                  .status,
+              0);
+    const QImage last(file("last.png"));
+    EXPECT_EQ(last.size(), QSize(100, 56));
+    EXPECT_EQ(readBarCode(last), 30);
+}
+
+TEST_F(Tool, SessionsAreMadeShownAndEdited) {
+    const QString session = file("day.dls"), edited = file("edited.dls");
+    makeSession(session);
+    const QJsonArray playlists =
+        tool({QStringLiteral("session"), QStringLiteral("show"), session}).object()[u"playlists"].toArray();
+    ASSERT_EQ(playlists.size(), 2);
+    const QJsonArray movies = playlists[0].toObject()[u"movieList"].toArray();
+    ASSERT_EQ(movies.size(), 2);
+    EXPECT_EQ(movies[0].toObject().size(), 58 + 1) << "the archived fields and id";
+    EXPECT_EQ(movies[0].toObject()[u"thumbnail"][u"image"].toString(), QStringLiteral("100 x 56"));
+    EXPECT_EQ(movies[1].toObject()[u"mMovieDurationFrames"].toInt(), 24);
+
+    Run run = tool({QStringLiteral("session"), QStringLiteral("set"), session, QStringLiteral("--out"),
+                    edited, QStringLiteral("--playlist"), QStringLiteral("1"), QStringLiteral("--item"),
+                    QStringLiteral("2"), QStringLiteral("flagString=904"),
+                    QStringLiteral("notes=One\nTwo, three"), QStringLiteral("gamma=1.5")});
+    ASSERT_EQ(run.status, 0) << run.err.constData();
+    run = tool({QStringLiteral("bookmark"), QStringLiteral("add"), edited, QStringLiteral("--out"), edited,
+                QStringLiteral("--playlist"), QStringLiteral("1"), QStringLiteral("--item"),
+                QStringLiteral("1"), QStringLiteral("--first"), QStringLiteral("3"),
+                QStringLiteral("--duration"), QStringLiteral("5"), QStringLiteral("--overlay"),
+                QStringLiteral("edge, left")});
+    ASSERT_EQ(run.status, 0) << run.err.constData();
+
+    const QJsonArray list = tool({QStringLiteral("session"), QStringLiteral("show"), edited})
+                                .object()[u"playlists"]
+                                .toArray()[0]
+                                .toObject()[u"movieList"]
+                                .toArray();
+    const QJsonObject flagged = list[1].toObject(), marked = list[0].toObject();
+    EXPECT_EQ(flagged[u"flag"][u"image"].toString(), QStringLiteral("flag_Red.png"));
+    EXPECT_EQ(flagged[u"notes"].toString(), QStringLiteral("One\nTwo, three"));
+    EXPECT_EQ(flagged[u"gradeIcon"][u"image"].toString(), QStringLiteral("dl-levelsActive-01.png"));
+    const QJsonObject bookmark = marked[u"bookmarkStore"].toArray()[0].toObject();
+    EXPECT_EQ(bookmark[u"lastFrame"].toInt(), 7);
+    EXPECT_EQ(bookmark[u"lastTC"].toString(), QStringLiteral("00:00:00:06"));
+
+    const QString notes = file("notes.csv");
+    run = tool({QStringLiteral("notes"), edited, QStringLiteral("--playlist"), QStringLiteral("1"),
+                QStringLiteral("--format"), QStringLiteral("csv"), QStringLiteral("--out"), notes});
+    ASSERT_EQ(run.status, 0) << run.err.constData();
+    QFile csv(notes);
+    ASSERT_TRUE(csv.open(QIODevice::ReadOnly));
+    EXPECT_EQ(csv.readAll(),
+              QByteArray("Filename,Notes 1,Notes 2,Flag,Bookmark Timecode Start,Bookmark Timecode End,"
+                         "Bookmark First Frame,Bookmark Last Frame,Bookmark Description,Bookmark Note\r\r"
+                         "a_shot,,,,00:00:00:02,00:00:00:06,3,7,edge - left,\r"
+                         "b_shot,One. Two three,,Not Approved,\r"));
+}
+
+TEST_F(Tool, WrongUsageIsTwoAndBadFilesAreOne) {
+    EXPECT_EQ(tool({}).status, 2);
+    EXPECT_EQ(tool({QStringLiteral("frame"), file("Day 1/a_shot.mov")}).status, 2);
+    EXPECT_EQ(tool({QStringLiteral("session"), QStringLiteral("show"), file("Day 1/a_shot.mov")}).status, 1);
+    EXPECT_EQ(tool({QStringLiteral("--help")}).status, 0);
+    makeSession(file("few.dls"));
+    EXPECT_EQ(tool({QStringLiteral("session"), QStringLiteral("set"), file("few.dls"),
+                    QStringLiteral("--out"), file("x.dls"), QStringLiteral("--playlist"), QStringLiteral("9"),
+                    QStringLiteral("--item"), QStringLiteral("1"), QStringLiteral("flagString=901")})
+                  .status,
+              1);
+    EXPECT_FALSE(QFile::exists(file("x.dls")));
+}
+
+TEST_F(Tool, BenchSessionReadsBackWhatItWrote) {
+    const QJsonObject figures =
+        tool({QStringLiteral("bench"), QStringLiteral("session"), QStringLiteral("50")}).object();
+    for (const char* key : {"bytes", "saveSeconds", "loadSeconds", "parseSeconds", "peakMemoryMiB"})
+        EXPECT_GT(figures[QLatin1String(key)].toDouble(), 0) << key;
+}
+
+} // namespace
