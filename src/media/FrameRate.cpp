@@ -70,7 +70,8 @@ void setOwnClock(SampleIndex& index, qint64 end) {
     const qint64 first = index.samples.front().pts;
     for (SampleIndex::Sample& sample : index.samples)
         sample.ticks = av_rescale((sample.pts - first) * base.num, scale, base.den);
-    index.endTicks = std::max<qint64>(av_rescale(end * base.num, scale, base.den), index.samples.back().ticks + 1);
+    index.endTicks =
+        std::max<qint64>(av_rescale(end * base.num, scale, base.den), index.samples.back().ticks + 1);
 }
 
 } // namespace

@@ -4,12 +4,14 @@
 #include "media/VideoFrameData.h"
 
 #include <algorithm>
-#include <cstring>
+#include <map>
 #include <optional>
 #include <set>
 
 namespace daylark {
 namespace {
+
+constexpr int mostEarlierGroups = 2;
 
 using FramePassed = std::function<void(qint64, const VideoFrame&)>;
 
@@ -42,6 +44,11 @@ private:
     enum class Found { exact, missing, stopped };
 
     qint64 placeOf(qint64 n) const { return table_.packetOfFrame[size_t(n)]; }
+    qint64 startFor(qint64 key, int groups) const;
+    int groupsBefore(qint64 key) const {
+        const auto known = earlierGroups_.find(key);
+        return known == earlierGroups_.end() ? 0 : known->second;
+    }
     Result<void> startAt(qint64 keyFrame);
     bool windTo(qint64 place, int attempt);
     Found decodeTo(qint64 n, const FramePassed& passed);
@@ -57,7 +64,8 @@ private:
     av::CodecPtr codec_;
     av::PacketPtr packet_;
     std::vector<qint64> keyFrames_;
-    std::set<qint64> retried_; ///< key frames whose group lacks pictures for good
+    std::map<qint64, int> earlierGroups_; ///< key frames whose group needs a start so many groups earlier
+    std::set<qint64> damagedGroups_;      ///< key frames whose group lacks pictures for good
     bool started_ = false;
     bool packetWaits_ = false; ///< packet_ holds the next packet already
     bool draining_ = false;
@@ -84,7 +92,7 @@ Result<VideoFrame> DecodingReader::readThrough(qint64 n, const FramePassed& pass
     const qint64 key = keyFrameBefore(n);
     const bool onTheWay = started_ && n > shown_.number && n >= firstValid_ && placeOf(key) <= place_;
     if (!onTheWay)
-        if (const auto done = startAt(key); !done) return done.error();
+        if (const auto done = startAt(startFor(key, groupsBefore(key))); !done) return done.error();
     Result<VideoFrame> result = Error{QStringLiteral("cancelled")};
     switch (decodeTo(n, passed)) {
     case Found::exact:
@@ -102,19 +110,29 @@ Result<VideoFrame> DecodingReader::readThrough(qint64 n, const FramePassed& pass
 }
 
 /// The decoder left the picture out: because the sample is damaged, or because it could not make it without
-/// the group before (a stream refreshed bit by bit). An earlier start tells.
+/// the group before (a stream refreshed bit by bit). An earlier start tells, and what it tells is remembered.
 Result<VideoFrame> DecodingReader::afterMissing(qint64 n, const FramePassed& passed) {
-    qint64 key = keyFrameBefore(n);
-    const bool worthTrying = key > 0 && retried_.insert(key).second;
-    for (int attempt = 0; worthTrying && attempt < 2 && key > 0; ++attempt) {
-        key = keyFrameBefore(key - 1);
-        if (const auto done = startAt(key); !done) return done.error();
-        const Found found = decodeTo(n, passed);
-        if (found == Found::exact) return shown_.frame;
-        if (found == Found::stopped) return Error{QStringLiteral("cancelled")};
+    const qint64 key = keyFrameBefore(n);
+    if (key > 0 && !damagedGroups_.contains(key)) {
+        for (int groups = earlierGroups_[key] + 1; groups <= mostEarlierGroups; ++groups) {
+            if (const auto done = startAt(startFor(key, groups)); !done) return done.error();
+            const Found found = decodeTo(n, passed);
+            if (found == Found::stopped) return Error{QStringLiteral("cancelled")};
+            if (found == Found::exact) {
+                earlierGroups_[key] = groups;
+                return shown_.frame;
+            }
+        }
+        damagedGroups_.insert(key);
     }
     if (const VideoFrame frame = nearest(); !frame.isNull()) return frame;
     return Error{QStringLiteral("no picture can be decoded")};
+}
+
+qint64 DecodingReader::startFor(qint64 key, int groups) const {
+    for (; groups > 0 && key > 0; --groups)
+        key = keyFrameBefore(key - 1);
+    return key;
 }
 
 Result<void> DecodingReader::startAt(qint64 keyFrame) {
@@ -141,21 +159,19 @@ Result<void> DecodingReader::startAt(qint64 keyFrame) {
 /// Brings the packet at `place` into packet_. Where a container's seeking ends is checked, never trusted; the
 /// last attempt reads the file from its beginning.
 bool DecodingReader::windTo(qint64 place, int attempt) {
-    const SampleTable::Packet& goal = table_.packets[size_t(place)];
     const int stream = file_.video()->index;
     const bool byBytes = file_.format()->iformat->flags & AVFMT_TS_DISCONT;
     int code = -1;
     qint64 patience = 400; // packets between where a seek may land and the goal
-    if (attempt == 0) {
-        if (byBytes && goal.position >= 0)
-            code = av_seek_frame(file_.format(), stream, goal.position, AVSEEK_FLAG_BYTE);
-        else if (!byBytes)
-            code = av_seek_frame(file_.format(), stream, goal.stamp, AVSEEK_FLAG_BACKWARD);
-    } else if (attempt < 3) {
-        const qint64 earlier = std::max<qint64>(0, place - (attempt == 1 ? 60 : 600));
-        patience += place - earlier + 600;
-        code = av_seek_frame(file_.format(), stream, table_.packets[size_t(earlier)].stamp,
-                             AVSEEK_FLAG_BACKWARD);
+    if (attempt < 3) {
+        constexpr qint64 stepsBack[] = {0, 60, 600};
+        qint64 earlier = std::max<qint64>(0, place - stepsBack[attempt]);
+        while (byBytes && earlier > 0 && table_.packets[size_t(earlier)].position < 0)
+            --earlier;
+        const SampleTable::Packet& target = table_.packets[size_t(earlier)];
+        patience += place - earlier + stepsBack[attempt];
+        code = byBytes ? av_seek_frame(file_.format(), stream, target.position, AVSEEK_FLAG_BYTE)
+                       : av_seek_frame(file_.format(), stream, target.stamp, AVSEEK_FLAG_BACKWARD);
     } else {
         Result<MediaFile> fresh = file_.reopened();
         if (!fresh) return false;
@@ -164,9 +180,11 @@ bool DecodingReader::windTo(qint64 place, int attempt) {
         code = 0;
     }
     if (code < 0) return false;
+    if (attempt < 3 && !table_.canRecognise(size_t(place))) return false;
     for (; patience > 0; --patience) {
         if (file_.readPacket(packet_.get()) < 0) return false;
-        if (table_.isAt(size_t(place), *packet_)) return true;
+        if (attempt == 3 && patience > 1) continue; // counted from the beginning, which needs no recognising
+        if (attempt == 3 || table_.isAt(size_t(place), *packet_)) return true;
     }
     return false;
 }

@@ -7,6 +7,10 @@
 #include <limits>
 #include <numeric>
 
+extern "C" {
+#include <libavutil/crc.h>
+}
+
 namespace daylark {
 namespace {
 
@@ -14,6 +18,7 @@ constexpr qint64 unknownTime = AV_NOPTS_VALUE;
 
 struct RawSample {
     qint64 pts = unknownTime, dts = unknownTime, position = -1, duration = 0;
+    quint32 content = 0;
     bool key = false, shown = true;
 };
 
@@ -22,9 +27,24 @@ bool isHiddenPicture(const AVStream& stream, const AVPacket& packet) {
     return stream.codecpar->codec_id == AV_CODEC_ID_VP8 && packet.size > 0 && !(packet.data[0] & 0x10);
 }
 
+/// Of the ends of the data and its length: tells samples apart without touching all of a large one.
+quint32 contentOf(const AVPacket& packet) {
+    constexpr int reach = 512;
+    if (!packet.data || packet.size <= 0) return 0;
+    const AVCRC* table = av_crc_get_table(AV_CRC_32_IEEE);
+    quint32 sum = av_crc(table, quint32(packet.size), packet.data, size_t(std::min(packet.size, reach)));
+    if (packet.size > reach) sum = av_crc(table, sum, packet.data + packet.size - reach, reach);
+    return sum ? sum : 1;
+}
+
 RawSample sampleOf(const AVStream& stream, const AVPacket& packet) {
-    RawSample sample{
-        packet.pts, packet.dts, packet.pos, packet.duration, (packet.flags & AV_PKT_FLAG_KEY) != 0, true};
+    RawSample sample{packet.pts,
+                     packet.dts,
+                     packet.pos,
+                     packet.duration,
+                     contentOf(packet),
+                     (packet.flags & AV_PKT_FLAG_KEY) != 0,
+                     true};
     sample.shown = !(packet.flags & AV_PKT_FLAG_DISCARD) && !isHiddenPicture(stream, packet);
     return sample;
 }
@@ -48,7 +68,7 @@ std::vector<RawSample> readHeaderIndex(const MediaFile& file) {
         const AVIndexEntry* entry = avformat_index_get_entry(stream, i);
         if (!samples.empty() && entry->timestamp <= samples.back().pts) return {};
         const bool shown = !(entry->flags & AVINDEX_DISCARD_FRAME);
-        samples.push_back({entry->timestamp, entry->timestamp, entry->pos, 0, true, shown});
+        samples.push_back({entry->timestamp, entry->timestamp, entry->pos, 0, 0, true, shown});
     }
     // The header speaks of decoding times; a first packet with another presentation time gives it away.
     const av::PacketPtr packet(av_packet_alloc());
@@ -163,7 +183,7 @@ SampleTable tableOf(const std::vector<RawSample>& samples, const AVStream& strea
     SampleTable table;
     for (size_t place = 0; place < samples.size(); ++place) {
         const RawSample& sample = samples[place];
-        table.packets.push_back({sample.pts, sample.position, -1, sample.key});
+        table.packets.push_back({sample.pts, sample.position, sample.content, -1, sample.key});
         if (sample.shown) table.packetOfFrame.push_back(qint32(place));
     }
     auto& order = table.packetOfFrame;
@@ -196,7 +216,14 @@ bool SampleTable::isAt(size_t place, const AVPacket& packet) const {
     if (place >= packets.size()) return false;
     const Packet& entry = packets[place];
     if (entry.position >= 0 && packet.pos >= 0 && entry.position != packet.pos) return false;
-    return entry.stamp == stampOf(packet);
+    if (entry.content && entry.content != contentOf(packet)) return false;
+    return !stampsHold || entry.stamp == stampOf(packet);
+}
+
+bool SampleTable::canRecognise(size_t place) const {
+    if (stampsHold || packets[place].position >= 0) return true;
+    return std::count_if(packets.begin(), packets.end(),
+                         [&](const Packet& packet) { return packet.content == packets[place].content; }) == 1;
 }
 
 Result<void> decodeFromStart(const MediaFile& file, int reorderDepth,
@@ -233,9 +260,13 @@ Result<SampleTable> buildSampleTable(const MediaFile& file) {
     stamps.reserve(samples.size());
     for (const RawSample& sample : samples)
         stamps.push_back(sample.pts != unknownTime ? sample.pts : sample.dts);
+    const bool stampsHold = std::none_of(samples.begin(), samples.end(),
+                                         [](const RawSample& s) { return s.pts == unknownTime; }) ||
+                            !(file.format()->iformat->flags & AVFMT_TS_DISCONT);
     if (const auto done = completeTimes(file, samples); !done) return done.error();
     if (const auto done = dropUndecodableStart(file, samples); !done) return done.error();
     SampleTable table = tableOf(samples, *file.video());
+    table.stampsHold = stampsHold;
     for (size_t place = 0; place < stamps.size(); ++place)
         table.packets[place].stamp = stamps[place];
     return table;

@@ -13,6 +13,7 @@ struct SampleTable {
     struct Packet {
         qint64 stamp = 0;     ///< presentation time, or decoding time where the container has no other
         qint64 position = -1; ///< byte offset in the file; -1 unknown
+        quint32 content = 0;  ///< a check sum of the data; 0 unknown
         qint32 frame = -1;    ///< presentation number; -1: decoded, but not shown
         bool key = false;
     };
@@ -21,8 +22,14 @@ struct SampleTable {
     SampleIndex index;
     int reorderDepth = 0;
 
-    /// Does this packet stand at that place of the table? Judged by time stamp and file position.
+    bool stampsHold =
+        true; ///< the stamps are the file's own; else they were inferred and differ after a seek
+
+    /// Does this packet stand at that place? Judged by file position, content, and time stamp where that is
+    /// the file's own.
     [[nodiscard]] bool isAt(size_t place, const AVPacket& packet) const;
+    /// Is there only one place that `isAt` can mean?
+    [[nodiscard]] bool canRecognise(size_t place) const;
 };
 
 /// Reads through the file (or through the index in its header, where that is as exact) and leaves it at an
