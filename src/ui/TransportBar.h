@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+namespace daylark {
+
+class Commands;
+class FlagPopUp;
+class MoviePlayerController;
+class VolumeButton;
+
+/// The controls strip under the picture, 56 points: read-outs, transport buttons, rate, repeat mode, volume,
+/// flag and what shows and hides. It renders the controller's state; the buttons are the window's commands.
+/// Owned by the viewer window; interface thread.
+class TransportBar : public QWidget {
+    Q_OBJECT
+public:
+    TransportBar(MoviePlayerController& controller, Commands& commands, QWidget* parent = nullptr);
+
+    void showTimes(); ///< elapsed, counter, timecode
+    void showState(); ///< playing or not, rate
+    void showRepeatType();
+    void showFlag();
+    [[nodiscard]] QString counterText() const;
+
+private:
+    [[nodiscard]] QLabel* readOut(const QString& name, const QString& accessibleName, const QString& widest);
+    [[nodiscard]] QToolButton* repeatPopUp();
+    [[nodiscard]] QToolButton* commandButton(const QString& id);
+    void setRepeatType(const QString& title);
+
+    MoviePlayerController& controller_;
+    Commands& commands_;
+    QLabel* elapsed_;
+    QLabel* counter_;
+    QLabel* timecode_;
+    QLabel* rate_;
+    QToolButton* repeat_;
+    VolumeButton* volume_;
+    FlagPopUp* flag_;
+};
+
+} // namespace daylark

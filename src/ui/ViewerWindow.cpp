@@ -1,0 +1,370 @@
+#include "ui/ViewerWindow.h"
+
+#include "model/Movie.h"
+#include "platform/UserDefaults.h"
+#include "playback/Player.h"
+#include "ui/BookmarkPanel.h"
+#include "ui/Commands.h"
+#include "ui/FlagPopUp.h"
+#include "ui/KeysDialog.h"
+#include "ui/NotesPanel.h"
+#include "ui/PanelTitle.h"
+#include "ui/PictureView.h"
+#include "ui/PlaylistDrawer.h"
+#include "ui/PositionSlider.h"
+#include "ui/RichTextField.h"
+#include "ui/Theme.h"
+#include "ui/TransportBar.h"
+#include "ui/ViewerCommands.h"
+#include "viewer/MoviePlayerController.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenuBar>
+#include <QScreen>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace daylark {
+
+namespace {
+
+constexpr int arrangementVersion = 1;
+const QString geometryKey = QStringLiteral("viewerWindow_geometry"),
+              arrangementKey = QStringLiteral("viewerWindow_panels"),
+              restoreNotesKey = QStringLiteral("restoreNotesWindow"),
+              restoreBookmarksKey = QStringLiteral("restoreBookmarkWindow"),
+              restoreDrawerKey = QStringLiteral("restorePlaylistDrawer");
+
+} // namespace
+
+ViewerWindow::ViewerWindow(MoviePlayerController& controller, QWidget* parent)
+    : QMainWindow(parent)
+    , controller_(controller)
+    , commands_(std::make_unique<Commands>(this))
+    , picture_(new PictureView(this))
+    , notes_(new NotesPanel(controller.edits(), controller.defaults(), this))
+    , drawer_(new PlaylistDrawer(controller.list(), controller.edits(), controller.defaults(), this)) {
+    setObjectName(QStringLiteral("viewerWindow"));
+    setAttribute(Qt::WA_QuitOnClose, false); // the program ends with the library's window
+    setWindowTitle(tr("Viewer"));
+    addCommands();
+    buildLayout();
+    connectController();
+    connectPreferences();
+    restoreArrangement();
+    movieChanged();
+}
+
+ViewerWindow::~ViewerWindow() {
+    notes_->flush();
+    if (isVisible()) saveArrangement();
+    // Panels announce that they go, after the commands have gone.
+    for (QDockWidget* panel : {notesDock_, bookmarksDock_, drawerDock_})
+        panel->disconnect(this);
+}
+
+void ViewerWindow::addCommands() {
+    ViewerWindowActions actions;
+    actions.toggleNotes = [this] {
+        togglePanel(notesDock_, restoreNotesKey);
+        if (notesDock_->isVisible()) notes_->focusNotes();
+    };
+    actions.toggleBookmarks = [this] { togglePanel(bookmarksDock_, restoreBookmarksKey); };
+    actions.togglePlaylistDrawer = [this] { togglePanel(drawerDock_, restoreDrawerKey); };
+    actions.toggleFullScreen = [this] { toggleFullScreen(); };
+    actions.notesShown = [this] { return notesDock_ && !notesDock_->isHidden(); };
+    actions.bookmarksShown = [this] { return bookmarksDock_ && !bookmarksDock_->isHidden(); };
+    actions.playlistDrawerShown = [this] { return drawerDock_ && !drawerDock_->isHidden(); };
+    actions.isFullScreen = [this] { return isFullScreen(); };
+    actions.leave = [this] { leaveTextOrFullScreen(); };
+    actions.close = [this] { close(); };
+    actions.goToSelectedBookmark = [this] { bookmarks_->goToSelected(); };
+    actions.deleteSelectedBookmark = [this] { bookmarks_->deleteSelected(); };
+    actions.showKeys = [this] { showKeys(); };
+    addViewerCommands(*commands_, controller_, actions);
+    buildViewerMenus(*menuBar(), *commands_);
+}
+
+// The strip spans the whole foot, below the panels on either side.
+void ViewerWindow::buildLayout() {
+    setCentralWidget(picture_);
+    setDockNestingEnabled(true);
+
+    auto* foot = new QWidget(this);
+    slider_ = new PositionSlider(foot);
+    bar_ = new TransportBar(controller_, *commands_, foot);
+    auto* rows = new QVBoxLayout(foot);
+    rows->setContentsMargins(0, 4, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(slider_);
+    rows->addWidget(bar_);
+    auto* strip = new QToolBar(tr("Controls"), this);
+    strip->setObjectName(QStringLiteral("viewerControls"));
+    strip->setMovable(false);
+    strip->setContextMenuPolicy(Qt::PreventContextMenu);
+    strip->toggleViewAction()->setEnabled(false);
+    strip->setStyleSheet(
+        QStringLiteral("QToolBar { border: none; padding: 0; margin: 0; spacing: 0; background: %1; }")
+            .arg(theme::window.name()));
+    strip->addWidget(foot);
+    foot->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    addToolBar(Qt::BottomToolBarArea, strip);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+
+    bookmarks_ = new BookmarkPanel(controller_.bookmarks(), *commands_, controller_.defaults(), this);
+    notesDock_ = addPanel(notes_, tr("Notes"), Qt::LeftDockWidgetArea, QStringLiteral("viewer.notes"));
+    bookmarksDock_ =
+        addPanel(bookmarks_, tr("Bookmarks"), Qt::BottomDockWidgetArea, QStringLiteral("viewer.bookmarks"));
+    drawerDock_ =
+        addPanel(drawer_, tr("Playlist"), Qt::RightDockWidgetArea, QStringLiteral("viewer.playlistDrawer"));
+    resizeDocks({notesDock_, drawerDock_}, {280, 280}, Qt::Horizontal);
+    resizeDocks({bookmarksDock_}, {168}, Qt::Vertical);
+    setTabOrder(picture_, slider_);
+    setTabOrder(slider_, bar_);
+    picture_->setFocus();
+
+    slider_->setDescription([this](double ticks) {
+        const SampleIndex& index = controller_.player().index();
+        const qint64 frame = index.frameAt({qint64(ticks) + index.step / 2, index.timeScale}) + 1;
+        return tr("Frame %1\n%2").arg(frame).arg(controller_.time().computeTimecodeFromFrameNumber(frame));
+    });
+    connect(slider_, &PositionSlider::sought, this,
+            [this](double ticks) { controller_.transport().setSliderTime(ticks); });
+    connect(slider_, &PositionSlider::frameSought, this, [this](qint64 frame) {
+        controller_.transport().setSliderTime(double(controller_.player().index().timeOf(frame - 1).value));
+    });
+}
+
+QDockWidget* ViewerWindow::addPanel(QWidget* content, const QString& title, Qt::DockWidgetArea area,
+                                    const QString& commandId) {
+    auto* dock = new QDockWidget(title, this);
+    dock->setObjectName(commandId + QStringLiteral(".panel"));
+    dock->setWidget(content);
+    dock->setTitleBarWidget(new PanelTitle(title, commands_->action(commandId), dock));
+    addDockWidget(area, dock);
+    dock->hide();
+    connect(dock, &QDockWidget::visibilityChanged, this, [this] { commands_->refresh(); });
+    return dock;
+}
+
+void ViewerWindow::connectController() {
+    connect(&controller_, &MoviePlayerController::windowOpened, this, &ViewerWindow::windowOpened);
+    connect(&controller_, &MoviePlayerController::windowClosed, this, &ViewerWindow::windowClosed);
+    connect(&controller_, &MoviePlayerController::movieLoading, this, &ViewerWindow::showLoading);
+    connect(&controller_, &MoviePlayerController::movieShown, this, &ViewerWindow::movieChanged);
+    connect(&controller_.player(), &Player::frameShown, this,
+            [this](const VideoFrame& frame) { picture_->setFrame(frame); });
+    connect(&controller_.player(), &Player::positionChanged, this, &ViewerWindow::showPosition);
+    connect(&controller_.time(), &TimeDisplay::changed, this, &ViewerWindow::showPosition);
+    connect(&controller_.transport(), &Transport::stateChanged, this, [this] {
+        bar_->showState();
+        commands_->refresh();
+    });
+    connect(&controller_.list(), &ViewerList::selectionChanged, commands_.get(), &Commands::refresh);
+    connect(&controller_.list(), &ViewerList::moviesChanged, commands_.get(), &Commands::refresh);
+    connect(&controller_.bookmarks(), &ViewerBookmarks::bookmarksChanged, this,
+            &ViewerWindow::showBookmarkBars);
+    connect(&controller_.bookmarks(), &ViewerBookmarks::activeBookmarksChanged, this, [this] {
+        showBookmarkBars();
+        showHeadsUp();
+    });
+    connect(&controller_.edits(), &ReviewEdits::movieChanged, this,
+            [this](const std::shared_ptr<Movie>& movie, const QString& field) {
+                if (movie != controller_.currentMovie() || !field.startsWith(QLatin1String("flag"))) return;
+                bar_->showFlag();
+                commands_->refresh();
+            });
+}
+
+void ViewerWindow::connectPreferences() {
+    connect(&controller_.defaults(), &UserDefaults::changed, this, [this](const QString& key) {
+        if (key == QLatin1String("repeatType")) bar_->showRepeatType();
+        if (key == QLatin1String("rateMultiplier")) bar_->showState();
+        if (key.startsWith(QLatin1String("display")) || key == QLatin1String("counterStartFrame")) {
+            controller_.time().setOverlayInfoDynamic();
+            showPosition();
+            commands_->refresh();
+        }
+        if (key == QLatin1String("onscreenTextColour")) showHeadsUp();
+        if (key.size() == 3 && key.startsWith(u'9')) {
+            renameFlagCommands(*commands_, controller_);
+            bar_->showFlag();
+        }
+    });
+}
+
+void ViewerWindow::togglePanel(QDockWidget* panel, const QString& preference) {
+    const bool show = panel->isHidden();
+    const bool hadFocus = panel->isAncestorOf(QApplication::focusWidget());
+    panel->setVisible(show);
+    if (show && panel->isFloating()) panel->raise();
+    controller_.defaults().set(preference, int(show));
+    if (!show && hadFocus) picture_->setFocus();
+    controller_.updateMovieIcons();
+}
+
+void ViewerWindow::toggleFullScreen() {
+    const bool enter = !isFullScreen();
+    menuBar()->setVisible(!enter);
+    setWindowState(enter ? windowState() | Qt::WindowFullScreen : windowState() & ~Qt::WindowFullScreen);
+    commands_->action(QStringLiteral("viewer.fullScreen"))
+        ->setIcon(theme::icon(enter ? QStringLiteral("leaveFullScreen") : QStringLiteral("fullScreen")));
+}
+
+void ViewerWindow::leaveTextOrFullScreen() {
+    QWidget* focus = QApplication::focusWidget();
+    if (qobject_cast<QTextEdit*>(focus) || qobject_cast<QLineEdit*>(focus)) {
+        activateWindow();
+        picture_->setFocus();
+    } else if (isFullScreen()) {
+        toggleFullScreen();
+    }
+}
+
+void ViewerWindow::showKeys() {
+    KeysDialog dialog(*commands_, tr("Keys of the Viewer"), this);
+    dialog.exec();
+}
+
+void ViewerWindow::windowOpened() {
+    const bool wasHidden = isHidden();
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    if (!wasHidden) return;
+    const UserDefaults& defaults = controller_.defaults();
+    const bool restore = defaults.boolForKey(QStringLiteral("restorePreviousWindows"));
+    notesDock_->setVisible(restore && defaults.boolForKey(restoreNotesKey));
+    bookmarksDock_->setVisible(restore && defaults.boolForKey(restoreBookmarksKey));
+    drawerDock_->setVisible(restore && defaults.boolForKey(restoreDrawerKey));
+    picture_->setFocus();
+}
+
+void ViewerWindow::windowClosed() {
+    notes_->setMovie(nullptr);
+    saveArrangement();
+    if (isFullScreen()) toggleFullScreen();
+    // A floating panel is a window of its own and does not hide with this one.
+    for (QDockWidget* panel : {notesDock_, bookmarksDock_, drawerDock_})
+        panel->hide();
+    hide();
+    picture_->clear();
+    movieChanged();
+}
+
+void ViewerWindow::saveArrangement() {
+    UserDefaults& defaults = controller_.defaults();
+    if (!isFullScreen()) defaults.set(geometryKey, QString::fromLatin1(saveGeometry().toBase64()));
+    defaults.set(arrangementKey, QString::fromLatin1(saveState(arrangementVersion).toBase64()));
+}
+
+void ViewerWindow::restoreArrangement() {
+    const UserDefaults& defaults = controller_.defaults();
+    const auto stored = [&](const QString& key) {
+        return QByteArray::fromBase64(defaults.stringForKey(key).toLatin1());
+    };
+    if (!restoreGeometry(stored(geometryKey))) {
+        const QSize room = screen()->availableSize() * 0.9;
+        resize(QSize(1360, 900).boundedTo(room));
+    }
+    restoreState(stored(arrangementKey), arrangementVersion);
+    for (QDockWidget* panel : {notesDock_, bookmarksDock_, drawerDock_})
+        panel->hide();
+}
+
+void ViewerWindow::closeEvent(QCloseEvent* event) {
+    notes_->flush(); // before the session is saved
+    if (!controller_.isOpen()) return event->accept();
+    if (!controller_.windowShouldClose()) return event->ignore();
+    controller_.close();
+    event->accept();
+}
+
+// Lists keep these two keys for themselves, so they are not shortcuts.
+void ViewerWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Up)
+        commands_->action(QStringLiteral("viewer.playForwards"))->trigger();
+    else if (event->key() == Qt::Key_Down)
+        commands_->action(QStringLiteral("viewer.playBackwards"))->trigger();
+    else
+        QMainWindow::keyPressEvent(event);
+}
+
+void ViewerWindow::showLoading(bool loading) {
+    loading_ = loading;
+    movieChanged();
+}
+
+void ViewerWindow::movieChanged() {
+    const auto movie = controller_.currentMovie();
+    notes_->setMovie(movie);
+    setWindowTitle(movie
+                       ? QString(movie->filenameString).replace(QLatin1String("[*]"), QLatin1String("[*][*]"))
+                       : tr("Viewer"));
+    // The last picture stays until the next movie's first one is there.
+    if (movie && !loading_ && !controller_.player().isOpen()) picture_->clear();
+    bar_->showFlag();
+    bar_->showState();
+    showBookmarkBars();
+    showPosition();
+    commands_->refresh();
+}
+
+void ViewerWindow::showPosition() {
+    const TimeDisplay& time = controller_.time();
+    const Player& player = controller_.player();
+    const bool open = player.isOpen();
+    slider_->setMovie(open ? time.sliderMaximum() : 0, open ? double(player.index().endTicks) : 0,
+                      open ? player.index().count() : 0, open ? time.tickCount() : 0);
+    slider_->setPosition(open ? time.sliderTime() : 0, player.currentFrame());
+    bar_->showTimes();
+    showHeadsUp();
+}
+
+void ViewerWindow::showHeadsUp() {
+    const auto movie = controller_.currentMovie();
+    const UserDefaults& defaults = controller_.defaults();
+    const auto shown = [&](const char* key) { return movie && defaults.boolForKey(QLatin1String(key)); };
+    PictureView::HeadsUp headsUp;
+    if (shown("displayFrameCounter")) headsUp.counter = controller_.time().currentFrameNumberForDisplay();
+    if (shown("displayFilename")) headsUp.filename = movie->filenameString;
+    if (shown("displayTimecode") &&
+        defaults.stringForKey(QStringLiteral("timecodeDisplayType")) == QLatin1String("Fixed"))
+        headsUp.timecode = controller_.time().currentTimeCodeForDisplay();
+    if (shown("displayBookmarkText"))
+        headsUp.overlayText = controller_.bookmarks().overlayTextData().trimmed();
+    headsUp.overlayColour = defaults.colourForKey(QStringLiteral("onscreenTextColour"));
+    if (!headsUp.overlayColour.isValid()) headsUp.overlayColour = Qt::yellow;
+    if (movie && !loading_ && !controller_.player().isOpen())
+        headsUp.message = tr("File not found\n%1").arg(movie->filenameString);
+    picture_->setHeadsUp(headsUp);
+}
+
+void ViewerWindow::showBookmarkBars() {
+    std::vector<PositionSlider::Bar> bars;
+    if (controller_.player().isOpen()) {
+        const SampleIndex& index = controller_.player().index();
+        const auto& active = controller_.bookmarks().activeBookmarks();
+        for (const auto& bookmark : controller_.bookmarks().bookmarks()) {
+            if (!bookmark || bookmark->firstFrame > index.count()) continue;
+            PositionSlider::Bar bar;
+            bar.from = double(index.timeOf(bookmark->firstFrame - 1).value);
+            bar.to = double(index.timeOf(bookmark->lastFrame - 1).value);
+            bar.muted = bookmark->mute;
+            bar.active = std::find(active.begin(), active.end(), bookmark) != active.end();
+            bars.push_back(bar);
+        }
+    }
+    slider_->setBars(std::move(bars));
+}
+
+} // namespace daylark

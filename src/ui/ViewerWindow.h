@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <memory>
+
+class QDockWidget;
+
+namespace daylark {
+
+class BookmarkPanel;
+class Commands;
+class MoviePlayerController;
+class NotesPanel;
+class PictureView;
+class PlaylistDrawer;
+class PositionSlider;
+class TransportBar;
+
+/// The viewer's window: picture, position slider, controls strip, and the panels around them. It renders the
+/// controller's state and sends its actions; it shows itself when the viewer opens and hides when it closes.
+/// What was shown, where, and how large comes back at the next start. Owned by main; interface thread.
+class ViewerWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit ViewerWindow(MoviePlayerController& controller, QWidget* parent = nullptr);
+    ~ViewerWindow() override;
+
+    [[nodiscard]] PictureView* picture() const { return picture_; }
+    [[nodiscard]] PositionSlider* slider() const { return slider_; }
+    [[nodiscard]] TransportBar* transportBar() const { return bar_; }
+    [[nodiscard]] NotesPanel* notes() const { return notes_; }
+    [[nodiscard]] BookmarkPanel* bookmarks() const { return bookmarks_; }
+    [[nodiscard]] PlaylistDrawer* drawer() const { return drawer_; }
+    [[nodiscard]] Commands& commands() { return *commands_; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void addCommands();
+    void buildLayout();
+    [[nodiscard]] QDockWidget* addPanel(QWidget* content, const QString& title, Qt::DockWidgetArea area,
+                                        const QString& commandId);
+    void connectController();
+    void connectPreferences();
+    void togglePanel(QDockWidget* panel, const QString& preference);
+    void toggleFullScreen();
+    void leaveTextOrFullScreen();
+    void showKeys();
+
+    void windowOpened();
+    void windowClosed();
+    void saveArrangement();
+    void restoreArrangement();
+
+    void movieChanged(); ///< another movie, on its way or shown
+    void showLoading(bool loading);
+    void showPosition(); ///< slider, times, read-outs
+    void showHeadsUp();
+    void showBookmarkBars();
+
+    MoviePlayerController& controller_;
+    std::unique_ptr<Commands> commands_;
+    PictureView* picture_;
+    PositionSlider* slider_ = nullptr;
+    TransportBar* bar_ = nullptr;
+    NotesPanel* notes_;
+    BookmarkPanel* bookmarks_ = nullptr;
+    PlaylistDrawer* drawer_;
+    QDockWidget* notesDock_ = nullptr;
+    QDockWidget* bookmarksDock_ = nullptr;
+    QDockWidget* drawerDock_ = nullptr;
+    bool loading_ = false, closing_ = false;
+};
+
+} // namespace daylark

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QToolButton>
+
+class QFrame;
+class QSlider;
+
+namespace daylark {
+
+class Transport;
+
+/// The volume: a button whose icon tells how loud it is, and a slider that pops up over it, inside the
+/// window, so that the keys of the viewer work on while it is open. Every transport action, a second press
+/// and the loss of the focus hide it. Owned by the controls strip; interface thread.
+class VolumeButton : public QToolButton {
+    Q_OBJECT
+public:
+    explicit VolumeButton(Transport& transport, QWidget* parent = nullptr);
+    /// The icon's name at a volume; empty means "leave it as it is".
+    [[nodiscard]] static QString iconName(float volume);
+    [[nodiscard]] QSlider* slider() const { return slider_; }
+    void hidePopUp();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void togglePopUp();
+    void displayVolume(float volume);
+
+    Transport& transport_;
+    QFrame* popUp_ = nullptr; ///< a child of the window, made when first wanted
+    QSlider* slider_;
+};
+
+} // namespace daylark

@@ -1,0 +1,139 @@
+#include "ViewerWindowFixture.h"
+
+#include "ui/PositionSlider.h"
+#include "ui/VolumeButton.h"
+
+#include <QLabel>
+#include <QMenu>
+#include <QSlider>
+#include <QToolButton>
+
+namespace daylark {
+
+class ViewerTransportTest : public ViewerWindowFixture {};
+
+TEST_F(ViewerTransportTest, StepKeysShowExactlyTheFrameOfTheCounter) {
+    openFrames(48);
+    EXPECT_SHOWN(1);
+    for (int step = 0; step < 5; ++step)
+        key(Qt::Key_Right);
+    EXPECT_SHOWN(6);
+    key(Qt::Key_Left);
+    EXPECT_SHOWN(5);
+    key(Qt::Key_End);
+    EXPECT_SHOWN(48);
+    key(Qt::Key_Right); // past the last: the first
+    EXPECT_SHOWN(1);
+    key(Qt::Key_Left);
+    EXPECT_SHOWN(48);
+    key(Qt::Key_Home);
+    EXPECT_SHOWN(1);
+}
+
+TEST_F(ViewerTransportTest, SpaceAndShuttleKeysRunAndStop) {
+    openFrames(48);
+    key(Qt::Key_Space);
+    EXPECT_TRUE(transport.movieIsPlayingForwards());
+    key(Qt::Key_Space);
+    EXPECT_FALSE(transport.isRunning());
+    key(Qt::Key_L);
+    key(Qt::Key_L);
+    EXPECT_FLOAT_EQ(player.rate(), 3);
+    EXPECT_TRUE(child<QLabel>("rate")->text().contains(QStringLiteral("3.0")));
+    key(Qt::Key_J);
+    EXPECT_TRUE(transport.movieIsPlayingBackwards());
+    key(Qt::Key_K);
+    EXPECT_FALSE(transport.isRunning());
+    key(Qt::Key_Up);
+    EXPECT_TRUE(transport.movieIsPlayingForwards());
+    key(Qt::Key_Right); // a step while playing only stops
+    EXPECT_FALSE(transport.isRunning());
+}
+
+TEST_F(ViewerTransportTest, PageKeysChangeTheMovieAndTheTitle) {
+    openTwo();
+    EXPECT_EQ(window->windowTitle(), first->filenameString);
+    key(Qt::Key_PageDown);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(controller.currentMovie(), second);
+    EXPECT_EQ(window->windowTitle(), second->filenameString);
+    EXPECT_FALSE(window->commands().action(QStringLiteral("viewer.nextMovie"))->isEnabled());
+    key(Qt::Key_PageUp);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(controller.currentMovie(), first);
+}
+
+TEST_F(ViewerTransportTest, SliderSnapsToTheFrameUnderThePointer) {
+    openFrames(48);
+    PositionSlider* slider = window->slider();
+    const auto at = [&](int frame) {
+        return QPoint(slider->xOf(double(player.index().timeOf(frame - 1).value)) + 3, slider->height() / 3);
+    };
+    QTest::mouseClick(slider, Qt::LeftButton, {}, at(20));
+    EXPECT_SHOWN(20);
+    EXPECT_EQ(slider->value(), 20);
+    QTest::mousePress(slider, Qt::LeftButton, {}, at(30));
+    QTest::mouseMove(slider, at(41));
+    EXPECT_SHOWN(41);
+    QTest::mouseMove(slider, QPoint(slider->width() + 200, 10));
+    QTest::mouseRelease(slider, Qt::LeftButton, {}, at(48));
+    EXPECT_SHOWN(48);
+}
+
+TEST_F(ViewerTransportTest, DraggingPausesAndALongMovieHasNoTicksToSnapTo) {
+    openFrames(240);
+    key(Qt::Key_Space);
+    PositionSlider* slider = window->slider();
+    QTest::mouseClick(slider, Qt::LeftButton, {}, QPoint(slider->width() / 2, 10));
+    EXPECT_FALSE(transport.isRunning());
+    const double there = slider->ticksAt(slider->width() / 2);
+    EXPECT_SHOWN(
+        int(player.index().frameAt({qint64(there) + player.index().step / 2, player.index().timeScale})) + 1);
+}
+
+TEST_F(ViewerTransportTest, RepeatPopUpStoresAllSixModes) {
+    openFrames(48);
+    const auto modes = child<QToolButton>("repeatPopUp")->menu()->actions();
+    ASSERT_EQ(modes.size(), 6);
+    for (QAction* mode : modes) {
+        mode->trigger();
+        EXPECT_EQ(defaults.stringForKey(QStringLiteral("repeatType")), mode->text());
+        EXPECT_TRUE(child<QToolButton>("repeatPopUp")->text().endsWith(mode->text()));
+    }
+}
+
+TEST_F(ViewerTransportTest, VolumeSliderSetsThePlayerAndAnyTransportActionHidesIt) {
+    openFrames(48);
+    QTest::mouseClick(child<QToolButton>("volume"), Qt::LeftButton);
+    auto* slider = child<QSlider>("volumeSlider");
+    ASSERT_TRUE(slider->isVisible());
+    slider->setValue(80);
+    EXPECT_NEAR(player.volume(), 0.8, 1e-6);
+    EXPECT_NEAR(defaults.doubleForKey(QStringLiteral("volume")), 0.8, 1e-6);
+    key(Qt::Key_Right);
+    EXPECT_FALSE(slider->isVisible());
+    EXPECT_SHOWN(2);
+}
+
+TEST(VolumeIcon, ChangesAtItsThresholds) {
+    EXPECT_EQ(VolumeButton::iconName(0), QStringLiteral("dl-volume-01.png"));
+    EXPECT_EQ(VolumeButton::iconName(0.3499F), QStringLiteral("dl-volume-02.png"));
+    EXPECT_EQ(VolumeButton::iconName(0.35F), QStringLiteral("dl-volume-03.png"));
+    EXPECT_EQ(VolumeButton::iconName(0.8F), QStringLiteral("dl-volume-04.png"));
+    EXPECT_TRUE(VolumeButton::iconName(-1).isEmpty());
+}
+
+TEST_F(ViewerTransportTest, AMissingFileIsSaidCalmlyAndTheNextMovieStillShows) {
+    first = record(QStringLiteral("/nowhere/lost.mov"));
+    second = record(bench::movie({.frames = 48, .group = 12}));
+    controller.open({first, second}, 0);
+    ASSERT_TRUE(bench::waitUntil([&] { return !alerts.shown.empty(); }));
+    EXPECT_TRUE(window->picture()->headsUp().message.contains(QStringLiteral("lost.mov")));
+    EXPECT_TRUE(window->picture()->pictureRect().isEmpty());
+    EXPECT_FALSE(window->slider()->isEnabled());
+    key(Qt::Key_PageDown);
+    EXPECT_SHOWN(1);
+    EXPECT_TRUE(window->picture()->headsUp().message.isEmpty());
+}
+
+} // namespace daylark
