@@ -1,6 +1,7 @@
 #include "media/MovieProbe.h"
 
 #include "media/MovieTexts.h"
+#include "model/Timecode.h"
 #include "media/SampleTable.h"
 #include "media/VideoFrameData.h"
 

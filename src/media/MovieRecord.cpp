@@ -1,5 +1,6 @@
 #include "media/MovieProbe.h"
 #include "media/MovieTexts.h"
+#include "model/Timecode.h"
 #include "model/Movie.h"
 
 namespace daylark {

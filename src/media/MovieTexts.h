@@ -8,8 +8,6 @@ namespace daylark {
 [[nodiscard]] QString fileSizeTextOf(qint64 bytes);
 /// "%.0f" of a rate.
 [[nodiscard]] QString frameRateTextOf(float rate);
-/// "59:59", "1:00:00"; seconds are cut, not rounded.
-[[nodiscard]] QString durationTextOf(float seconds);
 /// Length in frames by the current back end's rule, in single precision.
 [[nodiscard]] qint64 durationFramesOf(float seconds, float rate);
 
