@@ -1,0 +1,63 @@
+#include "viewer/ViewerFixture.h"
+
+namespace daylark {
+namespace {
+
+class TimeDisplayTest : public ViewerFixture {};
+
+TEST_F(TimeDisplayTest, TimecodeCountsWholeFramesAndNamesItsSource) {
+    show({record(bench::movie({.frames = 60, .group = 12, .rateNum = 30000, .rateDen = 1001}))});
+    EXPECT_EQ(time.computeTimecodeFromFrameNumber(30), QStringLiteral("00:00:00:29"));
+    EXPECT_EQ(time.computeTimecodeFromFrameNumber(31), QStringLiteral("00:00:01:00"));
+    show({record(bench::movie({.frames = 60, .group = 12}))});
+    SmpteTime start;
+    start.hours = 1;
+    time.setTimeCodeData(start);
+    goTo(25);
+    EXPECT_EQ(time.stripTimecode(), QStringLiteral("TC 01:00:01:00"));
+    EXPECT_EQ(time.computeTimecodeFromFrameNumber(1), QStringLiteral("01:00:00:00"));
+    start.hours = 23;
+    start.minutes = start.seconds = 59;
+    time.setTimeCodeData(start);
+    EXPECT_EQ(time.stripTimecode(), QStringLiteral("TC 00:00:00:00"));
+}
+
+TEST_F(TimeDisplayTest, CounterAndTimecodeKeepTheirTextsWhileBothAreSwitchedOff) {
+    showFrames(60);
+    goTo(10);
+    EXPECT_TRUE(time.currentFrameNumberForDisplay().isEmpty());
+    EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("0010"));
+    prefer("displayFrameCounter", true);
+    prefer("counterStartFrame", 1001);
+    goTo(11);
+    EXPECT_EQ(time.currentFrameNumberForDisplay(), QStringLiteral("1011"));
+    EXPECT_EQ(time.currentTimeCodeForDisplay(), QStringLiteral("00:00:00:10"));
+    prefer("displayFrameCounter", false);
+    goTo(12);
+    EXPECT_EQ(time.currentFrameNumberForDisplay(), QStringLiteral("1011"));
+    EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("1012"));
+    prefer("counterStartFrame", -12);
+    EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("-001"));
+}
+
+TEST_F(TimeDisplayTest, ElapsedTimeFollowsThePositionAndRatesShowAtMostThreeDigits) {
+    show({record(bench::movie({.frames = 60, .group = 12, .rateNum = 24000, .rateDen = 1001}))});
+    EXPECT_EQ(time.currentTimeForDisplay(), QStringLiteral("00:00"));
+    goTo(25);
+    EXPECT_EQ(time.currentTimeForDisplay(), QStringLiteral("00:01"));
+    controller.currentMovie()->mMovieFPS = 23.976f;
+    controller.currentMovie()->mMovieDurationSeconds = 3600;
+    time.setOverlayInfoStatic();
+    EXPECT_EQ(time.approxFrameRate(), QStringLiteral("(23.976fps)"));
+    EXPECT_EQ(controller.currentMovie()->durationText, QStringLiteral("1:00:00"));
+}
+
+TEST_F(TimeDisplayTest, TheSliderHasATickAFrameUpTo239Frames) {
+    showFrames(239);
+    EXPECT_EQ(time.tickCount(), 239);
+    showFrames(240);
+    EXPECT_EQ(time.tickCount(), 0);
+}
+
+} // namespace
+} // namespace daylark

@@ -1,0 +1,262 @@
+#include "viewer/ViewerFixture.h"
+
+namespace daylark {
+namespace {
+
+class TransportTest : public ViewerFixture {};
+
+TEST_F(TransportTest, PlayPressedAgainSpeedsUpByTwoTimesTheMultiplier) {
+    showFrames(60);
+    for (const float rate : {1.0f, 3.0f, 5.0f}) {
+        transport.playMovieForwards();
+        EXPECT_EQ(player.rate(), rate);
+    }
+    for (const float rate : {-1.0f, -3.0f, -5.0f}) {
+        transport.playMovieBackwards();
+        EXPECT_EQ(player.rate(), rate);
+    }
+    EXPECT_TRUE(transport.movieIsPlayingBackwards() && !transport.movieIsPlayingForwards());
+    prefer("rateMultiplier", 2.0);
+    for (const float rate : {2.0f, 8.0f}) {
+        transport.playMovieForwards();
+        EXPECT_EQ(player.rate(), rate);
+    }
+    transport.playPauseMovie();
+    EXPECT_FALSE(transport.isRunning());
+    EXPECT_EQ(player.rate(), 0);
+}
+
+TEST_F(TransportTest, StepsWrapAtTheEndsAndMindTheHandles) {
+    showFrames(60);
+    transport.jumpToPreviousFrame();
+    EXPECT_EQ(player.currentFrame(), 60);
+    transport.jumpToNextFrame();
+    EXPECT_EQ(player.currentFrame(), 1);
+    transport.jumpToNextFrame();
+    EXPECT_EQ(player.currentFrame(), 2);
+    prefer("trimHandles", true);
+    transport.jumpToLastFrame();
+    EXPECT_EQ(player.currentFrame(), 52); // eight in the tail
+    transport.jumpToFirstFrame();
+    EXPECT_EQ(player.currentFrame(), 10); // nine in the head
+    goTo(60);
+    transport.jumpToNextFrame();
+    EXPECT_EQ(player.currentFrame(), 10);
+    goTo(1);
+    transport.jumpToPreviousFrame();
+    EXPECT_EQ(player.currentFrame(), 52);
+    EXPECT_EQ(bench::settledPicture(player), 52);
+}
+
+TEST_F(TransportTest, AStepWhilePlayingOnlyStops) {
+    showFrames(60);
+    goTo(20);
+    for (auto step : {&Transport::jumpToNextFrame, &Transport::jumpToPreviousFrame}) {
+        transport.playMovieForwards();
+        (transport.*step)();
+        EXPECT_FALSE(transport.isRunning());
+        EXPECT_EQ(player.rate(), 0);
+        EXPECT_EQ(player.currentFrame(), 20);
+    }
+}
+
+TEST_F(TransportTest, AOneFrameMovieNeverPlays) {
+    showFrames(1);
+    transport.playMovieForwards();
+    EXPECT_FALSE(transport.isRunning());
+    transport.playMovieBackwards();
+    EXPECT_EQ(player.rate(), 0);
+    const auto one = controller.currentMovie();
+    // Arriving on it in a run pauses the run.
+    show({record(bench::movie({.frames = 60, .group = 12})), one});
+    transport.playMovieForwards();
+    transport.displayNextMovie();
+    ASSERT_TRUE(settled());
+    EXPECT_FALSE(transport.isRunning());
+    EXPECT_EQ(player.rate(), 0);
+}
+
+TEST_F(TransportTest, TheMultiplierReachesARunForwardsAtOnceAndOneBackwardsOnlyByReset) {
+    showFrames(60);
+    transport.playMovieForwards();
+    prefer("rateMultiplier", 2.0);
+    transport.setRateMultiplier({QStringLiteral("Apply")});
+    EXPECT_EQ(player.rate(), 2);
+    EXPECT_EQ(time.approxFrameRate(), QStringLiteral("(48fps)"));
+    transport.setRateMultiplier({QStringLiteral("Reset")});
+    EXPECT_EQ(player.rate(), 1);
+    EXPECT_EQ(time.approxFrameRate(), QStringLiteral("(24fps)"));
+    transport.playMovieBackwards();
+    prefer("rateMultiplier", 0.5);
+    transport.setRateMultiplier({QStringLiteral("Apply")});
+    EXPECT_EQ(player.rate(), -1);
+    transport.playMovieBackwards();
+    transport.setRateMultiplier({QStringLiteral("Reset")});
+    EXPECT_EQ(player.rate(), -1);
+}
+
+TEST_F(TransportTest, FourRepeatModesAreStoredByTitleAndOthersAreNot) {
+    showFrames(12);
+    for (const char* title : {"Play Movie Once", "Play Playlist Once", "Loop Playlist", "Loop Movie"}) {
+        transport.setRepeatMode({QLatin1String(title)});
+        EXPECT_EQ(defaults.stringForKey(QStringLiteral("repeatType")), QLatin1String(title));
+    }
+    transport.setRepeatMode({QStringLiteral("Ping-Pong")});
+    EXPECT_EQ(defaults.stringForKey(QStringLiteral("repeatType")), QStringLiteral("Loop Movie"));
+    transport.setVolume(0.25f);
+    EXPECT_EQ(player.volume(), 0.25f);
+    EXPECT_EQ(defaults.floatForKey(QStringLiteral("volume")), 0.25f);
+}
+
+TEST_F(TransportTest, TheSliderPausesAndShowsTheFrameItLandsIn) {
+    showFrames(60);
+    transport.playMovieForwards();
+    const qint32 step = player.index().step;
+    for (const qint64 frame : {1, 17, 60}) {
+        transport.setSliderTime(double((frame - 1) * step));
+        EXPECT_FALSE(transport.isRunning());
+        EXPECT_EQ(bench::settledPicture(player), frame);
+    }
+    EXPECT_EQ(time.sliderMaximum(), 59.0 * step);
+    transport.setSliderTime(time.sliderMaximum());
+    EXPECT_EQ(player.currentFrame(), 60);
+}
+
+TEST_F(TransportTest, EachStartPositionPlacesAMovieThatWasNeverProbed) {
+    const auto movie = record(bench::movie({.frames = 60, .group = 12}));
+    const auto before = record(bench::movie({.frames = 48, .group = 12}));
+    movie->mLastFrameVisited = {41 * 25, 600};
+    const auto muted = std::make_shared<Bookmark>(5, 1, 24.0f);
+    muted->mute = true;
+    movie->bookmarkStore = {muted, std::make_shared<Bookmark>(33, 1, 24.0f)};
+    const std::pair<const char*, qint64> cases[] = {{"First Frame", 1},         {"Second Frame", 2},
+                                                    {"Middle Frame", 31},       {"Current Frame", 20},
+                                                    {"Last Visited Frame", 42}, {"First Bookmark", 33}};
+    for (const auto& [choice, frame] : cases) {
+        prefer("loadFrame", QStringLiteral("First Frame"));
+        show({before, movie});
+        goTo(20);
+        prefer("loadFrame", QLatin1String(choice));
+        movie->mLastFrameVisited = {41 * 25, 600};
+        controller.list().setSelectionIndex(1);
+        ASSERT_TRUE(settled());
+        EXPECT_EQ(bench::pictureNumber(player), frame) << choice;
+    }
+}
+
+TEST_F(TransportTest, StartOnABookmarkBeyondTheEndIsTheLastFrameAndWithoutOneTheFirst) {
+    prefer("loadFrame", QStringLiteral("First Bookmark"));
+    const auto movie = record(bench::movie({.frames = 60, .group = 12}));
+    movie->bookmarkStore = {std::make_shared<Bookmark>(61, 1, 24.0f)};
+    show({movie});
+    EXPECT_EQ(player.currentFrame(), 60);
+    movie->bookmarkStore.front()->mute = true;
+    show({movie});
+    EXPECT_EQ(player.currentFrame(), 1);
+}
+
+TEST_F(TransportTest, NextAndPreviousPassOverSkippedAndMissingMovies) {
+    std::vector<std::shared_ptr<Movie>> movies;
+    for (int n = 0; n < 5; ++n)
+        movies.push_back(record(QStringLiteral("/m%1.mov").arg(n)));
+    movies[1]->flagString = QStringLiteral("907");
+    movies[3]->creatingThumbnailText = fileNotFoundText;
+    ViewerList list;
+    list.setMovies(movies, 0);
+    EXPECT_EQ(list.findNextMovie(), 2);
+    EXPECT_EQ(list.findPreviousMovie(), -1);
+    list.setSelectionIndex(2);
+    EXPECT_EQ(list.findNextMovie(), 4);
+    EXPECT_EQ(list.findPreviousMovie(), 0);
+    movies[4]->flagString = QStringLiteral("907");
+    EXPECT_EQ(list.findNextMovie(), -1);
+    movies[0]->flagString = QStringLiteral("907");
+    EXPECT_EQ(list.findPreviousMovie(), -1);
+}
+
+/// Two movies of a list, run onto the end of one of them.
+class RepeatModeTest : public ViewerFixture {
+protected:
+    void run(const char* mode, qsizetype index, bool forwards = true) {
+        prefer("repeatType", QLatin1String(mode));
+        show({first, second}, index);
+        forwards ? transport.playMovieForwards() : transport.playMovieBackwards();
+        playOntoTheEnd();
+    }
+    std::shared_ptr<Movie> first = record(bench::movie({.frames = 60, .group = 12}));
+    std::shared_ptr<Movie> second = record(bench::movie({.frames = 48, .group = 12}));
+};
+
+TEST_F(RepeatModeTest, AMovieOnceStopsOnItsEnd) {
+    run("Play Movie Once", 0);
+    EXPECT_FALSE(transport.isRunning());
+    EXPECT_EQ(player.currentFrame(), 60);
+    EXPECT_EQ(player.rate(), 0);
+}
+
+TEST_F(RepeatModeTest, APlaylistOnceGoesOnInItsDirectionAndStopsAtTheEndOfTheList) {
+    run("Play Playlist Once", 0);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(controller.currentMovie(), second);
+    EXPECT_TRUE(transport.movieIsPlayingForwards());
+    EXPECT_EQ(player.rate(), 1);
+    playOntoTheEnd();
+    EXPECT_FALSE(transport.isRunning());
+    EXPECT_EQ(controller.currentMovie(), second);
+    second->flagString = QStringLiteral("907");
+    run("Play Playlist Once", 0);
+    EXPECT_FALSE(transport.isRunning());
+    EXPECT_EQ(controller.currentMovie(), first);
+}
+
+TEST_F(RepeatModeTest, APlaylistLoopsBackToItsFirstMovieFromItsFirstFrame) {
+    prefer("loadFrame", QStringLiteral("Last Visited Frame"));
+    first->mLastFrameVisited = {30 * 25, 600};
+    run("Loop Playlist", 1);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(controller.currentMovie(), first);
+    EXPECT_EQ(player.currentFrame(), 1);
+    EXPECT_TRUE(transport.movieIsPlayingForwards());
+    EXPECT_EQ(player.rate(), 1);
+    controller.list().setSelectionIndex(1); // leaves the first, which stores its place
+    first->flagString = QStringLiteral("Skip"); // the label: the movie starts where it starts
+    first->mLastFrameVisited = {30 * 25, 600};
+    run("Loop Playlist", 1);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(player.currentFrame(), 31);
+}
+
+TEST_F(RepeatModeTest, AListOfOneMovieStartsAnewAtOnce) {
+    prefer("repeatType", QStringLiteral("Loop Playlist"));
+    show({first});
+    transport.playMovieForwards();
+    transport.playMovieForwards();
+    playOntoTheEnd();
+    EXPECT_EQ(player.currentFrame(), 1);
+    EXPECT_TRUE(transport.movieIsPlayingForwards());
+    EXPECT_EQ(player.rate(), 1);
+}
+
+TEST_F(RepeatModeTest, OneShotStopsEitherWayAndPingPongTurns) {
+    run("One Shot", 0);
+    EXPECT_FALSE(transport.isRunning());
+    run("One Shot", 0, false);
+    EXPECT_FALSE(transport.isRunning());
+    run("Ping-Pong", 0);
+    EXPECT_TRUE(transport.movieIsPlayingBackwards());
+    EXPECT_EQ(player.rate(), -1);
+    playOntoTheEnd();
+    EXPECT_TRUE(transport.movieIsPlayingForwards());
+    EXPECT_EQ(player.rate(), 1);
+}
+
+TEST_F(RepeatModeTest, ALoopedMovieRunsOnWithoutAnEnd) {
+    QSignalSpy ended(&player, &Player::didEnd);
+    run("Loop Movie", 0);
+    EXPECT_TRUE(ended.isEmpty());
+    EXPECT_TRUE(transport.movieIsPlayingForwards());
+    EXPECT_EQ(player.rate(), 1);
+}
+
+} // namespace
+} // namespace daylark

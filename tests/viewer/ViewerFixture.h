@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/Alerts.h"
+#include "platform/Desktop.h"
+#include "platform/UserDefaults.h"
+#include "support/PlayerBench.h"
+#include "viewer/LibraryLink.h"
+#include "viewer/MoviePlayerController.h"
+
+#include <QFileInfo>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace daylark {
+
+class RememberingPasteboard : public Pasteboard {
+public:
+    void setText(const QString& text) override { content = text; }
+    [[nodiscard]] QString text() const override { return content; }
+    QString content;
+};
+
+class RememberingBrowser : public FileBrowser {
+public:
+    void reveal(const QStringList& paths) override { revealed = paths; }
+    QStringList revealed;
+};
+
+class RememberingLibrary : public LibraryLink {
+public:
+    void viewerShowsMovie(qsizetype index) override { shownIndexes.push_back(index); }
+    void saveTempSession() override { calls << QStringLiteral("saveTempSession"); }
+    void bringLibraryToFront() override { calls << QStringLiteral("bringLibraryToFront"); }
+    std::vector<qsizetype> shownIndexes;
+    QStringList calls;
+};
+
+/// A viewer without a window, over a clock that the test turns.
+class ViewerFixture : public ::testing::Test {
+protected:
+    ViewerFixture() {
+        defaults.registerDefaults({{QStringLiteral("repeatType"), QStringLiteral("Loop Movie")},
+                                   {QStringLiteral("rateMultiplier"), 1.0},
+                                   {QStringLiteral("loadFrame"), QStringLiteral("First Frame")},
+                                   {QStringLiteral("handleHead"), 9},
+                                   {QStringLiteral("handleTail"), 8},
+                                   {QStringLiteral("trimHandles"), false},
+                                   {QStringLiteral("volume"), 0.5f},
+                                   {QStringLiteral("counterStartFrame"), 1},
+                                   {QStringLiteral("displayTimecode"), false},
+                                   {QStringLiteral("displayFrameCounter"), false},
+                                   {QStringLiteral("bookmarkDuration"), 1}});
+        controller.setLibrary(&library);
+    }
+
+    static std::shared_ptr<Movie> record(const QString& path) { return std::make_shared<Movie>(path); }
+
+    /// Waits until the selected movie's picture stands.
+    [[nodiscard]] bool settled() {
+        return bench::waitUntil([this] { return player.isOpen() && player.pictureIsCurrent(); });
+    }
+    void show(const std::vector<std::shared_ptr<Movie>>& movies, qsizetype index = 0) {
+        controller.open(movies, index);
+        ASSERT_TRUE(settled());
+    }
+    void showFrames(int frames) { show({record(bench::movie({.frames = frames, .group = 12}))}); }
+    void goTo(qint64 frame) { player.setCurrentTime(player.index().timeOf(frame - 1)); }
+    /// Lets the clock run far beyond the end of the run under way.
+    void playOntoTheEnd() {
+        ASSERT_TRUE(bench::waitUntil([this] { return player.isRolling(); }));
+        clock.now += qint64(1000) * 1000 * 1000 * 1000;
+        player.tick();
+    }
+    void prefer(const char* key, const QVariant& value) { defaults.set(QLatin1String(key), value); }
+
+    bench::HandClock clock;
+    Player player{clock};
+    UserDefaults defaults{QString()};
+    ScriptedAlerts alerts;
+    RememberingPasteboard pasteboard;
+    RememberingBrowser browser;
+    RememberingLibrary library;
+    ReviewEdits edits;
+    MoviePlayerController controller{{defaults, alerts, pasteboard, browser, edits, player}};
+    Transport& transport = controller.transport();
+    TimeDisplay& time = controller.time();
+    ViewerBookmarks& bookmarks = controller.bookmarks();
+};
+
+} // namespace daylark
