@@ -165,11 +165,10 @@ void SessionFiles::startTempWrite() {
         contents.lastSelectedPlaylistIndex = library.selectedPlaylistRows().front();
     contents.version = SessionContents::Version{};
     tempWriting_ = true;
-    write(surroundings_.temporarySessionPath, contents, [this](WriteOutcome) {
+    write(surroundings_.temporarySessionPath, contents, [this](WriteOutcome outcome) {
         tempWriting_ = false;
-        if (!tempAgain_) return;
-        tempAgain_ = false;
-        startTempWrite();
+        if (std::exchange(tempAgain_, false)) startTempWrite();
+        Q_EMIT temporarySessionWritten(outcome.written);
     });
 }
 

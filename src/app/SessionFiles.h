@@ -55,6 +55,7 @@ public:
 
 Q_SIGNALS:
     void temporarySessionLoaded();
+    void temporarySessionWritten(bool written);
     void sessionImported(); ///< the conversions and the found-state refresh follow
     void bringToFront();
     void titleChanged(const QString& title);

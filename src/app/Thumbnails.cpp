@@ -19,7 +19,7 @@ namespace {
 
 const QString setThumbnailImageTitle = QStringLiteral("Set Thumbnail Image");
 const QString noThumbnailText = QStringLiteral("No QT Thumbnail");
-constexpr QSize thumbnailSize{100, 56};
+constexpr QSize thumbnailBox{100, 56};
 
 /// One core is left to the interface and to playback.
 int thumbnailThreads() {
@@ -140,7 +140,7 @@ void Thumbnails::recreateCurrentThumbnail(const std::shared_ptr<Movie>& current,
         outcome.thumbnail->creatingThumbnailText = noThumbnailText;
     else
         outcome.thumbnail->thumbnail =
-            Image::fromQImage(picture.scaled(thumbnailSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+            Image::fromQImage(picture.scaled(thumbnailBox, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     applyThumbnail(*current, outcome, true);
     library_.announceMovie(current);
     Q_EMIT thumbnailDidLoad(current);

@@ -1,6 +1,5 @@
 #include "app/AppFixture.h"
-
-#include <iostream>
+#include "app/Watchdog.h"
 
 namespace daylark::test {
 namespace {
@@ -172,25 +171,6 @@ TEST_F(MediaAddingTest, ACancelledWalkAddsNothing) {
     EXPECT_TRUE(shownNames().size() == 1 || shownNames().size() == 3);
 }
 
-/// How long the interface thread was away from its loop at the longest.
-class Watchdog {
-public:
-    Watchdog() {
-        since_.start();
-        QObject::connect(&timer_, &QTimer::timeout, [this] {
-            longest_ = std::max(longest_, since_.nsecsElapsed());
-            since_.start();
-        });
-        timer_.start(0);
-    }
-    [[nodiscard]] double longestMs() const { return double(longest_) / 1e6; }
-
-private:
-    QTimer timer_;
-    QElapsedTimer since_;
-    qint64 longest_ = 0;
-};
-
 TEST_F(MediaAddingTest, FiveHundredMoviesAreShownBeforeAnyOfThemIsProbed) {
     QStringList files;
     for (int i = 0; i < 500; ++i)
@@ -214,8 +194,7 @@ TEST_F(MediaAddingTest, FiveHundredMoviesAreShownBeforeAnyOfThemIsProbed) {
     bool updated = false;
     QObject::connect(&controller->fileStates(), &FileStates::updated, [&updated] { updated = true; });
     ASSERT_TRUE(waitUntil([&updated] { return updated; }));
-    std::cout << "longest time away from the event loop while 500 files came in: " << watchdog.longestMs()
-              << " ms\n";
+    watchdog.print("while 500 files came in");
 }
 
 } // namespace

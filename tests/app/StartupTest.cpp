@@ -1,4 +1,5 @@
 #include "app/AppFixture.h"
+#include "app/Watchdog.h"
 
 namespace daylark::test {
 namespace {
@@ -109,6 +110,40 @@ TEST_F(StartupTest, OlderPlaylistsGetTheirTypesAndCounts) {
     EXPECT_EQ(library().playlists()[0]->itemCount, u"1"_s);
     EXPECT_EQ(library().playlists()[1]->playlistType, u"divider"_s);
     EXPECT_EQ(library().selectedPlaylistRows(), Library::Rows{0}); // no stored index reads as 0
+}
+
+TEST_F(StartupTest, TenThousandItemsAreRestoredNotedAndSavedWithoutHoldingUpTheLoop) {
+    start();
+    QStringList files;
+    for (int i = 0; i < 10000; ++i)
+        files << u"shots/%1.mov"_s.arg(i);
+    addPlaylist(u"All"_s, files);
+    QImage picture(100, 56, QImage::Format_RGB32);
+    picture.fill(Qt::darkGray);
+    const Image thumbnail = Image::fromQImage(picture);
+    for (const auto& movie : library().arrangedMovies())
+        movie->thumbnail = thumbnail;
+    quit();
+
+    const Watchdog watchdog;
+    start();
+    ASSERT_EQ(library().arrangedMovies().size(), 10000u);
+    const auto last = library().arrangedMovies().back();
+    controller->edits().setNotes(last, NotesField::notes, AttributedString(u"last"_s));
+    QCoreApplication::processEvents();
+    watchdog.print("while 10,000 items were restored");
+
+    const Watchdog saving;
+    sessionFiles().saveTempSession();
+    bool written = false;
+    QObject::connect(&sessionFiles(), &SessionFiles::temporarySessionWritten,
+                     [&written](bool done) { written = done; });
+    EXPECT_TRUE(
+        waitUntil([&written] { return written; })); // looking at the disk here would be the delay itself
+    saving.print("while they were saved");
+    auto saved = readSessionFile(temporarySession());
+    ASSERT_TRUE(bool(saved));
+    EXPECT_EQ(saved->playlists[0]->movieList.back()->notes->string(), u"last"_s);
 }
 
 TEST_F(StartupTest, CheckToCloseEndsTheProgramOnlyAfterAFileFromALink) {
