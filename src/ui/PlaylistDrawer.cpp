@@ -4,10 +4,10 @@
 #include "model/ReviewEdits.h"
 #include "ui/FlagPopUp.h"
 #include "ui/Theme.h"
+#include "ui/ThumbnailCache.h"
 #include "viewer/ViewerList.h"
 
 #include <QAbstractListModel>
-#include <QApplication>
 #include <QListView>
 #include <QPainter>
 #include <QPixmap>
@@ -15,7 +15,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace daylark {
 
@@ -23,11 +22,11 @@ namespace {
 
 constexpr int rowHeight = 64;
 constexpr QSize drawerThumbnail(96, 54);
-constexpr int flagRole = Qt::UserRole, currentRole = Qt::UserRole + 1;
+constexpr int flagRole = Qt::UserRole, currentRole = Qt::UserRole + 1, missingRole = Qt::UserRole + 2;
 
 } // namespace
 
-/// The viewer's list as rows; pictures are decoded when a row is first painted and kept.
+/// The viewer's list as rows.
 class PlaylistDrawer::Rows : public QAbstractListModel {
 public:
     Rows(ViewerList& list, UserDefaults& defaults)
@@ -46,20 +45,21 @@ public:
         case Qt::ToolTipRole:
             return movie->filepathString;
         case Qt::DecorationRole:
-            return picture(*movie);
+            return pictures_.pixmap(movie->thumbnail);
         case Qt::AccessibleDescriptionRole:
             return FlagPopUp::flagTitle(movie->flagString.toInt(), defaults_);
         case flagRole:
             return movie->flagString.toInt();
         case currentRole:
             return index.row() == list_.selectionIndex();
+        case missingRole:
+            return movie->creatingThumbnailText == fileNotFoundText;
         default:
             return {};
         }
     }
     void moviesReplaced() {
         beginResetModel();
-        pictures_.clear();
         endResetModel();
     }
     void rowsChanged() {
@@ -67,27 +67,12 @@ public:
     }
 
 private:
-    struct Kept {
-        Image source;
-        QPixmap pixmap;
-    };
     const Movie* movieAt(int row) const {
         return row >= 0 && row < list_.count() ? list_.movies()[size_t(row)].get() : nullptr;
     }
-    QPixmap picture(const Movie& movie) const {
-        Kept& kept = pictures_[&movie];
-        if (kept.source == movie.thumbnail) return kept.pixmap;
-        kept.source = movie.thumbnail;
-        const qreal ratio = qApp->devicePixelRatio();
-        kept.pixmap = QPixmap::fromImage(movie.thumbnail.decode().scaled(
-            drawerThumbnail * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-        kept.pixmap.setDevicePixelRatio(ratio);
-        return kept.pixmap;
-    }
-
     ViewerList& list_;
     UserDefaults& defaults_;
-    mutable std::unordered_map<const Movie*, Kept> pictures_;
+    mutable ThumbnailCache pictures_{32 * 1024};
 };
 
 class PlaylistDrawer::RowDelegate : public QStyledItemDelegate {
@@ -103,6 +88,7 @@ public:
         painter->save();
         const QRect row = option.rect;
         const bool current = index.data(currentRole).toBool();
+        const bool missing = index.data(missingRole).toBool();
         if (current)
             painter->fillRect(row, theme::selection);
         else if (option.state & QStyle::State_MouseOver)
@@ -119,10 +105,15 @@ public:
         painter->fillRect(frame, Qt::black);
         const auto picture = index.data(Qt::DecorationRole).value<QPixmap>();
         if (!picture.isNull()) {
-            const QSizeF size = picture.deviceIndependentSize();
-            painter->drawPixmap(QPointF(frame.x() + (frame.width() - size.width()) / 2,
-                                        frame.y() + (frame.height() - size.height()) / 2),
-                                picture);
+            const QSize size = picture.size().scaled(frame.size(), Qt::KeepAspectRatio);
+            painter->setRenderHint(QPainter::SmoothPixmapTransform);
+            painter->drawPixmap(
+                QRect(frame.topLeft() +
+                          QPoint(frame.width() - size.width(), frame.height() - size.height()) / 2,
+                      size),
+                picture);
+        } else if (missing) {
+            theme::icon(QStringLiteral("dl-missing")).paint(painter, frame.adjusted(36, 15, -36, -15));
         }
         int right = row.right() - 8;
         if (const QString flag = FlagPopUp::flagIcon(index.data(flagRole).toInt());
@@ -131,7 +122,7 @@ public:
             right -= 20;
         }
         const QRect text(QPoint(frame.right() + 9, row.top()), QPoint(right, row.bottom()));
-        painter->setPen(current ? theme::selectedText : theme::text);
+        painter->setPen(current ? theme::selectedText : missing ? theme::dimText : theme::text);
         painter->setFont(option.font);
         painter->drawText(
             text, Qt::AlignVCenter | Qt::AlignLeft,

@@ -160,6 +160,7 @@ void ViewerWindow::connectController() {
     connect(&controller_, &MoviePlayerController::windowClosed, this, &ViewerWindow::windowClosed);
     connect(&controller_, &MoviePlayerController::movieLoading, this, &ViewerWindow::showLoading);
     connect(&controller_, &MoviePlayerController::movieShown, this, &ViewerWindow::movieChanged);
+    connect(&controller_, &MoviePlayerController::movieProbed, drawer_, &PlaylistDrawer::movieUpdated);
     connect(&controller_.player(), &Player::frameShown, this,
             [this](const VideoFrame& frame) { picture_->setFrame(frame); });
     connect(&controller_.player(), &Player::positionChanged, this, &ViewerWindow::showPosition);
