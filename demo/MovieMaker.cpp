@@ -85,7 +85,8 @@ Result<Track> openVideo(const MovieSpec& spec, AVFormatContext* output) {
     codec->max_b_frames = spec.bFrames;
     codec->sample_aspect_ratio = {spec.pixelAspectNum, spec.pixelAspectDen};
     codec->colorspace = spec.size.height() >= 720 ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
-    codec->color_range = AVCOL_RANGE_MPEG;
+    codec->color_range =
+        spec.pixelFormat.startsWith(QLatin1String("yuvj")) ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
     codec->bit_rate = std::max<int64_t>(2'000'000, int64_t(spec.size.width()) * spec.size.height() * 8);
     codec->thread_count = 2;
     if (output->oformat->flags & AVFMT_GLOBALHEADER) codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
@@ -185,7 +186,8 @@ Result<FramePtr> convert(const QImage& picture, const AVCodecContext* codec, Sca
             SWS_BICUBIC | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INP, nullptr, nullptr, nullptr));
         const int* matrix =
             sws_getCoefficients(codec->colorspace == AVCOL_SPC_BT709 ? SWS_CS_ITU709 : SWS_CS_ITU601);
-        sws_setColorspaceDetails(scaler.get(), matrix, 1, matrix, 0, 0, 1 << 16, 1 << 16);
+        const int full = codec->color_range == AVCOL_RANGE_JPEG;
+        sws_setColorspaceDetails(scaler.get(), matrix, 1, matrix, full, 0, 1 << 16, 1 << 16);
     }
     const uint8_t* source[] = {picture.constBits()};
     const int stride[] = {int(picture.bytesPerLine())};

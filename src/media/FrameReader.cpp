@@ -124,6 +124,10 @@ Result<VideoFrame> DecodingReader::afterMissing(qint64 n, const FramePassed& pas
             }
         }
         damagedGroups_.insert(key);
+    } else if (key > 0 && shown_.number < 0) {
+        // The group is known to begin with damage: its earlier picture stands in the group before.
+        if (const auto done = startAt(startFor(key, 1)); !done) return done.error();
+        if (decodeTo(n, passed) == Found::stopped) return Error{QStringLiteral("cancelled")};
     }
     if (const VideoFrame frame = nearest(); !frame.isNull()) return frame;
     return Error{QStringLiteral("no picture can be decoded")};

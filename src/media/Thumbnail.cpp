@@ -50,10 +50,15 @@ qint64 legacyFrameOfChoice(const ThumbnailRequest& request, const SampleIndex& i
 Image pictureAt(FrameReader& reader, qint64 frame, const CancelFlag* cancel) {
     const Result<VideoFrame> picture = reader.read(frame, cancel);
     if (!picture) return {};
-    const QSize size =
-        picture->displaySize().scaled(thumbnailBox, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    // To the nearest pixel, so that 16:9 fills the box.
+    const QSize size = QSizeF(picture->displaySize())
+                           .scaled(thumbnailBox, Qt::KeepAspectRatio)
+                           .toSize()
+                           .expandedTo(QSize(1, 1));
     const QImage image = renderFrame(*picture, size);
-    return image.isNull() ? Image() : Image::fromQImage(image);
+    // The picture keeps its shape inside the box; the image's size in points is the box itself, whatever the
+    // shape.
+    return image.isNull() ? Image() : Image::fromEncoded(Image::fromQImage(image).encoded(), thumbnailBox);
 }
 
 } // namespace

@@ -1,0 +1,84 @@
+#include "media/FrameReader.h"
+
+#include "demo/MovieMaker.h"
+
+#include <QPainter>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace daylark {
+namespace {
+
+const QColor patches[] = {QColor(255, 0, 0),     QColor(0, 255, 0), QColor(0, 0, 255),
+                          QColor(255, 255, 255), QColor(0, 0, 0),   QColor(120, 90, 200)};
+
+struct Storage {
+    const char* name;
+    const char* extension;
+    const char* encoder;
+    const char* pixelFormat;
+    QSize size;
+    int tolerance;
+    std::map<QString, QString> options = {};
+};
+
+const Storage storages[] = {
+    {"StandardMatrix", "mov", "libx264", "yuv444p", {240, 120}, 4, {{u"qp"_qs, u"1"_qs}}},
+    {"HighDefinitionMatrix", "mov", "libx264", "yuv420p", {960, 720}, 4, {{u"qp"_qs, u"1"_qs}}},
+    {"TenBit", "mov", "prores_ks", "yuv422p10le", {240, 120}, 5},
+    {"Rgb", "mov", "png", "rgb24", {240, 120}, 0},
+    {"Alpha", "mov", "png", "rgba", {240, 120}, 0},
+    {"FullRange", "avi", "mjpeg", "yuvj444p", {240, 120}, 8},
+};
+
+class RenderFrameTest : public ::testing::TestWithParam<Storage> {};
+
+TEST_P(RenderFrameTest, ColoursComeBackAsPainted) {
+    const Storage& storage = GetParam();
+    const QTemporaryDir folder;
+    MovieSpec spec;
+    spec.path = folder.filePath(QStringLiteral("m.") + QLatin1String(storage.extension));
+    spec.encoder = QString::fromLatin1(storage.encoder);
+    spec.pixelFormat = QString::fromLatin1(storage.pixelFormat);
+    spec.encoderOptions = storage.options;
+    spec.size = storage.size;
+    spec.frames = 2;
+    spec.bFrames = 0;
+    spec.barCode = false;
+    spec.paint = [&](QPainter& painter, int) {
+        for (int i = 0; i < 6; ++i)
+            painter.fillRect(QRect(i * spec.size.width() / 6, 0, spec.size.width() / 6, spec.size.height()),
+                             patches[i]);
+    };
+    const Result<void> made = makeMovie(spec);
+    ASSERT_TRUE(made) << made.error().text.toStdString();
+    const auto reader = FrameReader::open(spec.path);
+    ASSERT_TRUE(reader);
+    const Result<VideoFrame> frame = (*reader)->read(1);
+    ASSERT_TRUE(frame);
+    EXPECT_EQ(frame->displaySize(), spec.size);
+    EXPECT_GE(frame->byteCount(), spec.size.width() * spec.size.height());
+    for (const QSize size : {QSize(), QSize(121, 67), QSize(33, 20)})
+        for (const bool deep : {false, true}) {
+            const QImage picture = renderFrame(*frame, size, deep);
+            ASSERT_EQ(picture.size(), size.isEmpty() ? spec.size : size);
+            ASSERT_EQ(picture.format(), deep ? QImage::Format_RGBX64 : QImage::Format_RGB32);
+            // The scaler's way from 8 to 16 bits falls short of white by a step.
+            const int tolerance = storage.tolerance + (deep ? 1 : 0);
+            for (int i = 0; i < 6; ++i) {
+                const QColor seen =
+                    picture.pixelColor((2 * i + 1) * picture.width() / 12, picture.height() / 2);
+                EXPECT_NEAR(seen.red(), patches[i].red(), tolerance) << i << deep;
+                EXPECT_NEAR(seen.green(), patches[i].green(), tolerance) << i << deep;
+                EXPECT_NEAR(seen.blue(), patches[i].blue(), tolerance) << i << deep;
+                EXPECT_EQ(seen.alpha(), 255);
+            }
+        }
+}
+
+INSTANTIATE_TEST_SUITE_P(Storages, RenderFrameTest, ::testing::ValuesIn(storages),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+} // namespace
+} // namespace daylark
