@@ -1,6 +1,7 @@
 #include "media/FrameReader.h"
 
 #include "demo/MovieMaker.h"
+#include "media/Av.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -8,6 +9,7 @@
 #include <benchmark/benchmark.h>
 
 #include <random>
+#include <thread>
 
 namespace daylark {
 namespace {
@@ -43,6 +45,36 @@ void readInOrder(benchmark::State& state) {
     state.SetItemsProcessed(frames);
 }
 
+/// The yardstick of `readInOrder`: the codec library alone, with as many threads.
+void decodeAlone(benchmark::State& state) {
+    qint64 frames = 0;
+    for (auto _ : state) {
+        av::FormatPtr format;
+        AVFormatContext* opened = nullptr;
+        if (avformat_open_input(&opened, benchMovie(state.range(0)).toUtf8().constData(), nullptr, nullptr) <
+            0)
+            return state.SkipWithError("no movie");
+        format.reset(opened);
+        avformat_find_stream_info(opened, nullptr);
+        const AVCodecParameters* parameters = opened->streams[0]->codecpar;
+        const AVCodec* decoder = avcodec_find_decoder(parameters->codec_id);
+        const av::CodecPtr codec(avcodec_alloc_context3(decoder));
+        avcodec_parameters_to_context(codec.get(), parameters);
+        codec->thread_count = int(std::thread::hardware_concurrency());
+        avcodec_open2(codec.get(), decoder, nullptr);
+        const av::PacketPtr packet(av_packet_alloc());
+        const av::FramePtr frame(av_frame_alloc());
+        for (bool atEnd = false; !atEnd; av_packet_unref(packet.get())) {
+            atEnd = av_read_frame(opened, packet.get()) < 0;
+            if (!atEnd && packet->stream_index != 0) continue;
+            avcodec_send_packet(codec.get(), atEnd ? nullptr : packet.get());
+            while (avcodec_receive_frame(codec.get(), frame.get()) >= 0)
+                ++frames;
+        }
+    }
+    state.SetItemsProcessed(frames);
+}
+
 void jump(benchmark::State& state) {
     const auto reader = FrameReader::open(benchMovie(state.range(0)));
     std::mt19937 random(1);
@@ -55,14 +87,14 @@ void render(benchmark::State& state) {
     const Result<VideoFrame> frame = (*reader)->read(0);
     const QSize size = state.range(1) ? QSize(int(state.range(1)), int(state.range(1)) * 9 / 16) : QSize();
     for (auto _ : state)
-        benchmark::DoNotOptimize(renderFrame(*frame, size));
+        benchmark::DoNotOptimize(renderFrame(*frame, size, false, RenderQuality(state.range(2))));
 }
 
 BENCHMARK(openMovie)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(readInOrder)->Arg(0)->Arg(1)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(decodeAlone)->Arg(0)->Arg(1)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(jump)->Arg(0)->Arg(1)->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(render)->Args({0, 0})->Args({0, 1280})->Args({0, 100})->Args({1, 0})->Args({1, 1280})->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(render)->ArgsProduct({{0, 1}, {0, 1280, 100}, {0, 1}})->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace daylark

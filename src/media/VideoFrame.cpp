@@ -100,21 +100,24 @@ QImage scalerImage(QSize size, QImage::Format format, int bytesPerPixel) {
 /// as using it.
 struct ScalerSlot {
     av::ScalerPtr scaler;
-    int source[5] = {}, target[3] = {};
+    int source[5] = {}, target[4] = {};
 };
 
-SwsContext* scalerFor(ScalerSlot& slot, const AVFrame& frame, QSize size, AVPixelFormat target) {
+SwsContext* scalerFor(ScalerSlot& slot, const AVFrame& frame, QSize size, AVPixelFormat target,
+                      RenderQuality quality) {
     const AVPixFmtDescriptor* format = av_pix_fmt_desc_get(AVPixelFormat(frame.format));
     if (!format) return nullptr;
     const int source[] = {frame.width, frame.height, frame.format, matrixOf(frame),
                           isFullRange(frame, *format)};
-    const int wanted[] = {size.width(), size.height(), target};
+    const int wanted[] = {size.width(), size.height(), target, int(quality)};
     if (slot.scaler && std::equal(std::begin(source), std::end(source), slot.source) &&
         std::equal(std::begin(wanted), std::end(wanted), slot.target))
         return slot.scaler.get();
     const bool shrinks = size.width() < frame.width || size.height() < frame.height;
     const int flags =
-        SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT | SWS_FULL_CHR_H_INP | (shrinks ? SWS_AREA : SWS_BICUBIC);
+        quality == RenderQuality::quick
+            ? SWS_FAST_BILINEAR
+            : SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT | SWS_FULL_CHR_H_INP | (shrinks ? SWS_AREA : SWS_BICUBIC);
     slot.scaler.reset(sws_getContext(frame.width, frame.height, AVPixelFormat(frame.format), size.width(),
                                      size.height(), target, flags, nullptr, nullptr, nullptr));
     if (!slot.scaler) return nullptr;
@@ -135,7 +138,7 @@ QImage overBlack(const QImage& picture, bool deep) {
 
 } // namespace
 
-QImage renderFrame(const VideoFrame& frame, QSize size, bool deep) {
+QImage renderFrame(const VideoFrame& frame, QSize size, bool deep, RenderQuality quality) {
     const VideoFrame::Data* data = frame.data();
     if (!data) return {};
     if (size.isEmpty()) size = frame.displaySize();
@@ -144,7 +147,7 @@ QImage renderFrame(const VideoFrame& frame, QSize size, bool deep) {
     const bool hasAlpha = format && (format->flags & AV_PIX_FMT_FLAG_ALPHA);
     thread_local ScalerSlot slot;
     SwsContext* scaler =
-        scalerFor(slot, *data->frame, unturned, deep ? AV_PIX_FMT_RGBA64LE : AV_PIX_FMT_BGRA);
+        scalerFor(slot, *data->frame, unturned, deep ? AV_PIX_FMT_RGBA64LE : AV_PIX_FMT_BGRA, quality);
     if (!scaler) return {};
     const QImage::Format shallow = hasAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32;
     const QImage::Format wide = hasAlpha ? QImage::Format_RGBA64 : QImage::Format_RGBX64;
