@@ -113,8 +113,8 @@ void FileStates::Worker::finish(FileStates& states) {
         states.library_.announcePlaylist(playlist);
     }
     running = false;
-    Q_EMIT states.updated();
     if (std::exchange(again, false)) start(states);
+    Q_EMIT states.updated();
 }
 
 FileStates::FileStates(Library& library, UserDefaults& defaults, QObject* parent)
@@ -132,6 +132,10 @@ void FileStates::updateAllFilePaths() {
         worker_->again = true;
     else
         worker_->start(*this);
+}
+
+bool FileStates::isUpdating() const {
+    return worker_->running;
 }
 
 qint64 FileStates::missingCount() const {

@@ -15,7 +15,8 @@ class FileStates : public QObject {
 public:
     FileStates(Library& library, UserDefaults& defaults, QObject* parent = nullptr);
     ~FileStates() override;
-    void updateAllFilePaths();                 ///< a request while one runs makes it run once more
+    void updateAllFilePaths(); ///< a request while one runs makes it run once more
+    [[nodiscard]] bool isUpdating() const;
     [[nodiscard]] qint64 missingCount() const; ///< of the arranged items, as last refreshed
 
 Q_SIGNALS:

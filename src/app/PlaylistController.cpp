@@ -145,7 +145,7 @@ void PlaylistController::applicationWillTerminate() {
     // With the viewer still open, where its movie was left goes into the session too.
     if (playerWindow_.isOpen()) static_cast<void>(playerWindow_.windowShouldClose());
     thumbnails_.cancelAll();
-    sessionFiles_.saveTempSession();
+    if (started_) sessionFiles_.saveTempSession(); // else the previous one still stands for what was there
     sessionFiles_.finishWriting();
     surroundings_.defaults.synchronise();
 }

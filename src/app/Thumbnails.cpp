@@ -221,10 +221,9 @@ Thumbnails::Outcome Thumbnails::carryOut(const Task& task) {
     Outcome outcome;
     if (*task.cancelled) return outcome;
     const FileCheck check = checkFile(task.file);
-    if (task.onlyIfFound) {
-        outcome.check = check;
-        if (!check.found) return outcome;
-    }
+    // A missing file says so; "no thumbnail" would hide it from the viewer, which passes missing files over.
+    if (task.onlyIfFound || (task.probe && !check.found)) outcome.check = check;
+    if (outcome.check && !check.found) return outcome;
     const QString path = check.found ? check.path : task.file.path;
     if (task.probe) {
         if (Result<ProbeResult> probed = probeMovie(path, task.cancelled.get()))

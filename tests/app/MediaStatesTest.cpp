@@ -6,7 +6,10 @@ namespace {
 
 class MediaStatesTest : public AppFixture {
 protected:
-    void SetUp() override { start(); }
+    void SetUp() override {
+        start();
+        ASSERT_TRUE(waitUntil([this] { return !controller->fileStates().isUpdating(); }));
+    }
     QString makeClip(const QString& name, int frames = 24) {
         MovieSpec spec;
         spec.path = path(name);
@@ -21,12 +24,8 @@ protected:
         return spec.path;
     }
     void refreshFileStates() {
-        bool updated = false;
-        const auto connection =
-            QObject::connect(&controller->fileStates(), &FileStates::updated, [&updated] { updated = true; });
         controller->fileStates().updateAllFilePaths();
-        ASSERT_TRUE(waitUntil([&updated] { return updated; }));
-        QObject::disconnect(connection);
+        ASSERT_TRUE(waitUntil([this] { return !controller->fileStates().isUpdating(); }));
     }
     void add(const QStringList& files) {
         controller->mediaAdding().addMediaFilesToSelectedPlaylist(files);
@@ -53,6 +52,17 @@ TEST_F(MediaStatesTest, AddedMoviesGetPropertiesAndThumbnailsAndBrokenOnesSaySo)
     EXPECT_EQ(movies[2]->creatingThumbnailText, u"No QT Thumbnail"_s);
     EXPECT_EQ(loaded, 3);
     EXPECT_TRUE(controller->progress().jobs().empty());
+}
+
+TEST_F(MediaStatesTest, WhatWasNotProbedWhenTheProgramEndedIsProbedAtTheNextStart) {
+    addPlaylist(u"Day"_s, {u"gone.mov"_s});
+    library().addMovies(library().selectedPlaylist(), {std::make_shared<Movie>(makeClip(u"here.mov"_s))});
+    quit();
+    start();
+    ASSERT_TRUE(waitUntil([this] { return !library().arrangedMovies()[1]->thumbnail.isNil(); }));
+    settleThumbnails();
+    EXPECT_EQ(library().arrangedMovies()[1]->mMovieDurationFrames, 24);
+    EXPECT_EQ(library().arrangedMovies()[0]->creatingThumbnailText, fileNotFoundText);
 }
 
 TEST_F(MediaStatesTest, ResultsOfItemsThatAreGoneAreDroppedAndTheQueueGoesOn) {
