@@ -47,7 +47,8 @@ void DecodeThread::want(quint64 generation, const ReadDemand& demand) {
         demand_ = demand;
         demandGeneration_ = generation;
         dirty_ = true;
-        if (underWay_ >= 0 && !ready && !isOnTheWay(underWay_, demand.target)) cancel_ = true;
+        if (underWay_ >= 0 && !ready && !gaveUp_ && !isOnTheWay(underWay_, demand.target))
+            cancel_ = gaveUp_ = true;
     }
     wake_.notify_one();
 }
@@ -84,6 +85,7 @@ void DecodeThread::run() {
         const bool more = readOne(demand);
         lock.lock();
         underWay_ = -1;
+        gaveUp_ = gaveUp_ && lastRead_ < 0;
         dirty_ = dirty_ || more;
     }
     lock.unlock();

@@ -60,6 +60,7 @@ private:
     std::shared_ptr<const SampleIndex> index_;
     qint64 underWay_ = -1;
     bool dirty_ = false, stopping_ = false;
+    bool gaveUp_ = false; ///< a read was given up since the last picture: the next one may end
 
     std::unique_ptr<FrameReader> reader_; // the decode thread's own, as is what follows
     quint64 readerGeneration_ = 0;

@@ -92,9 +92,10 @@ private:
     quint64 generation_ = 0;
     bool holdDemands_ = false; // while listeners of `opened` choose where to start
     bool loops_ = false;
-    int travel_ = 1;      // direction of the last movement
-    int endedAt_ = 0;     // 1 or -1 after playing onto that end, until the position changes
-    double runStart_ = 0; // ticks where the clock stood at runStartTime_
+    std::vector<qint64> asked_; // frames asked for since the exact one was shown, the newest last
+    int travel_ = 1;            // direction of the last movement
+    int endedAt_ = 0;           // 1 or -1 after playing onto that end, until the position changes
+    double runStart_ = 0;       // ticks where the clock stood at runStartTime_
     qint64 runStartTime_ = 0;
     qint64 runFrom_ = 0; // the first frame that this run may still show
     std::atomic<bool> announced_ = false;
@@ -121,6 +122,7 @@ void Player::Engine::forget() {
     frame_ = shownNumber_ = -1;
     ticks_ = 0;
     shown_ = {};
+    asked_.clear();
     endedAt_ = 0;
     travel_ = 1;
     cache_.reset(generation_);
@@ -185,6 +187,9 @@ void Player::Engine::step(int direction) {
 
 void Player::Engine::demand() {
     if (!open_ || holdDemands_) return;
+    constexpr size_t most = 32;
+    if (asked_.size() >= most) asked_.erase(asked_.begin());
+    if (asked_.empty() || asked_.back() != frame_) asked_.push_back(frame_);
     const int heading = rate_ != 0 ? direction() : travel_;
     cache_.setTravel({frame_, heading, index_->count(), loops_ && rate_ != 0});
     decoder_.want(generation_, {frame_, heading, rate_ != 0, loops_});
@@ -193,6 +198,7 @@ void Player::Engine::demand() {
 void Player::Engine::present() {
     if (!open_ || holdDemands_) return;
     if (rolling_) {
+        asked_.clear();
         const qint64 left = (frame_ - runFrom_) * direction();
         const auto ready = left < 0 ? std::nullopt : cache_.nearestBetween(runFrom_, frame_);
         if (ready) {
@@ -201,9 +207,14 @@ void Player::Engine::present() {
         }
         return;
     }
-    if (shownNumber_ != frame_) {
-        const VideoFrame picture = cache_.find(frame_);
-        if (!picture.isNull()) show(picture, frame_);
+    // A hand that drags sees on its way what it asked for; the exact picture stands last.
+    for (qsizetype at = qsizetype(asked_.size()); --at >= 0;) {
+        const qint64 frame = asked_[size_t(at)];
+        const VideoFrame picture = frame == shownNumber_ ? shown_ : cache_.find(frame);
+        if (picture.isNull()) continue;
+        asked_.erase(asked_.begin(), asked_.begin() + at + 1);
+        if (frame != shownNumber_) show(picture, frame);
+        break;
     }
     tryToRoll();
 }

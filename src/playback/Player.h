@@ -67,7 +67,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     void opened();
     void openFailed(const QString& reason);
-    /// A picture to show: exactly frame `number` (from 1).
+    /// A picture to show: exactly frame `number` (from 1). While a hand drags or a run is late it may be one
+    /// on the way to the current frame; standing, the current one always follows.
     void frameShown(const daylark::VideoFrame& frame, qint64 number);
     void positionChanged(); ///< currentFrame or currentTime changed, its picture perhaps still to come
     void rateChanged(float rate);
