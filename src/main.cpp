@@ -42,7 +42,6 @@ int main(int argc, char** argv) {
     if (instance.handOver(paths)) return 0;
 
     theme::apply(application);
-    const InterfaceWatchdog watchdog;
     DesktopProgram program(places);
     QObject::connect(&instance, &SingleInstance::filesReceived, &program.controller(),
                      [&program](const QStringList& files) {
@@ -51,6 +50,7 @@ int main(int argc, char** argv) {
                      });
     TerminationSignals ending;
     QObject::connect(&ending, &TerminationSignals::received, &application, &QCoreApplication::quit);
+    InterfaceWatchdog watchdog; // from here on the loop turns
     program.start(paths);
     const int code = QApplication::exec();
     program.terminate();

@@ -34,8 +34,13 @@ void paintThumbnail(QPainter& painter, const QRect& frame, const MoviesModel& mo
     const auto movie = model.movieAt(index.row());
     const QString text = movie ? movie->creatingThumbnailText : QString();
     if (!picture.isNull()) {
-        QRect target(QPoint(), picture.size().scaled(frame.size(), Qt::KeepAspectRatio));
-        target.moveCenter(frame.center());
+        QRect target = frame;
+        const double wider =
+            double(picture.width()) * frame.height() / (double(picture.height()) * frame.width());
+        if (wider < 0.98 || wider > 1.02) { // a pixel more or less is not worth a black line
+            target.setSize(picture.size().scaled(frame.size(), Qt::KeepAspectRatio));
+            target.moveCenter(frame.center());
+        }
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.setOpacity(text == fileNotFoundText ? 0.35 : 1.0);
         painter.drawPixmap(target, picture);

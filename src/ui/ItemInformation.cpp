@@ -81,7 +81,8 @@ void ItemInformation::show(const QString& fact, const QString& value) {
     if (found == shown_.end()) {
         Fact labels{new QLabel(fact), new QLabel};
         labels.name->setFont(theme::smallFont());
-        labels.name->setStyleSheet(QStringLiteral("color: #8e8e8e; padding-top: 6px;"));
+        labels.name->setForegroundRole(QPalette::PlaceholderText);
+        labels.name->setContentsMargins(0, 8, 0, 0);
         labels.value->setFont(theme::smallFont());
         labels.value->setWordWrap(true);
         labels.value->setTextInteractionFlags(Qt::TextSelectableByMouse);

@@ -188,6 +188,7 @@ void ItemsPane::makeLayout(const Commands& commands) {
     connect(sizeSlider_, &QSlider::valueChanged, this, [this](int percent) { setTileSize(percent); });
 
     sizeControls_ = new QWidget(this);
+    sizeControls_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto* sizes = new QHBoxLayout(sizeControls_);
     sizes->setContentsMargins(0, 0, 0, 0);
     sizes->setSpacing(4);
@@ -278,7 +279,9 @@ void ItemsPane::showLibrarySelection(QAbstractItemView* view) {
     if (!rows.empty()) {
         const QModelIndex first = model_->index(int(rows.front()), MoviesModel::nameColumn);
         view->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+        const int sideways = view->horizontalScrollBar()->value(); // only the row is to come into view
         view->scrollTo(first);
+        view->horizontalScrollBar()->setValue(sideways);
     }
     following_ = false;
 }

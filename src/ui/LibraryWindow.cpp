@@ -51,7 +51,11 @@ LibraryWindow::LibraryWindow(PlaylistController& controller, QWidget* parent)
     commands_->refresh();
 }
 
-LibraryWindow::~LibraryWindow() = default;
+LibraryWindow::~LibraryWindow() {
+    // The panes store how they looked when they go; nothing of that is to come back to a window half gone.
+    controller_.defaults().disconnect(this);
+    delete takeCentralWidget();
+}
 
 void LibraryWindow::makeCentre() {
     auto* centre = new QWidget(this);
@@ -87,14 +91,12 @@ void LibraryWindow::makeMenus() {
 
 void LibraryWindow::connectController() {
     Library& library = controller_.library();
-    refresh_.setSingleShot(true);
-    refresh_.setInterval(0);
-    connect(&refresh_, &QTimer::timeout, this, [this] { commands_->refresh(); });
-    const auto soon = qOverload<>(&QTimer::start);
-    connect(&library, &Library::playlistsChanged, &refresh_, soon);
-    connect(&library, &Library::playlistSelectionChanged, &refresh_, soon);
-    connect(&library, &Library::arrangedMoviesChanged, &refresh_, soon);
-    connect(&library, &Library::movieSelectionChanged, &refresh_, soon);
+    // At once: the next key may already mean a command that the selection has just made possible.
+    const auto refresh = [this] { commands_->refresh(); };
+    connect(&library, &Library::playlistsChanged, this, refresh);
+    connect(&library, &Library::playlistSelectionChanged, this, refresh);
+    connect(&library, &Library::arrangedMoviesChanged, this, refresh);
+    connect(&library, &Library::movieSelectionChanged, this, refresh);
 
     SessionFiles& session = controller_.sessionFiles();
     connect(&session, &SessionFiles::titleChanged, this,

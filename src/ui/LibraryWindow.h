@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QTimer>
 
 class QSplitter;
 
@@ -60,7 +59,6 @@ private:
     ProgressWindow* progress_ = nullptr;
     PreferencesWindow* preferences_ = nullptr;
     QSplitter* splitter_ = nullptr;
-    QTimer refresh_; ///< command states, once a turn of the loop
     bool closing_ = false;
 };
 

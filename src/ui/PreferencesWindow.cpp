@@ -104,7 +104,8 @@ public:
     }
     void heading(const char* title) {
         auto* label = new QLabel(preferenceWord(title));
-        label->setStyleSheet(QStringLiteral("color: #8e8e8e; padding-top: 8px;"));
+        label->setForegroundRole(QPalette::PlaceholderText);
+        label->setContentsMargins(0, 8, 0, 0);
         grid_->addWidget(label, grid_->rowCount(), 1);
     }
 

@@ -123,6 +123,17 @@ protected:
             filesDropped(files);
         }
     }
+    /// Coming here by key, there is something to act on at once.
+    void focusInEvent(QFocusEvent* event) override {
+        View::focusInEvent(event);
+        const bool byKey = event->reason() != Qt::MouseFocusReason &&
+                           event->reason() != Qt::PopupFocusReason &&
+                           event->reason() != Qt::ActiveWindowFocusReason;
+        if (byKey && this->model() && this->model()->rowCount() > 0 &&
+            !this->selectionModel()->hasSelection())
+            this->setCurrentIndex(this->currentIndex().isValid() ? this->currentIndex()
+                                                                 : this->model()->index(0, firstColumn()));
+    }
     void paintEvent(QPaintEvent* event) override {
         View::paintEvent(event);
         if (!gap_) return;
@@ -142,6 +153,12 @@ private:
         event->accept();
         showGap(rows ? std::optional<qsizetype>(gapAt(event->position().toPoint())) : std::nullopt);
     }
+    [[nodiscard]] int firstColumn() const {
+        if constexpr (std::is_base_of_v<QListView, View>)
+            return this->modelColumn();
+        else
+            return 0;
+    }
     void showGap(std::optional<qsizetype> gap) {
         if (gap == gap_) return;
         gap_ = gap;
@@ -159,9 +176,8 @@ private:
         const qsizetype count = this->model()->rowCount();
         if (count == 0) return {0, 0, sideways_ ? 2 : this->viewport()->width(), 2};
         const bool behindLast = gap >= count;
-        int column = 0;
-        if constexpr (std::is_base_of_v<QListView, View>) column = this->modelColumn();
-        const QRect place = this->visualRect(this->model()->index(int(std::min(gap, count - 1)), column));
+        const QRect place =
+            this->visualRect(this->model()->index(int(std::min(gap, count - 1)), firstColumn()));
         if (sideways_)
             return {(behindLast ? place.right() : place.left()) - 1, place.top(), 2, place.height()};
         return {0, (behindLast ? place.bottom() : place.top()) - 1, this->viewport()->width(), 2};

@@ -119,7 +119,8 @@ QToolButton:hover { background: #2d2d2d; }
 QToolButton:pressed, QToolButton:checked { background: #3a3a3a; }
 QToolButton:focus { border: 1px solid #6f9bd1; }
 QToolButton::menu-indicator { image: none; }
-QToolButton[popupMode="1"] { padding-right: 3px; }
+QToolButton[popupMode="1"] { padding-right: 14px; }
+QToolButton::menu-button { background: transparent; border: none; width: 14px; }
 QLineEdit, QPlainTextEdit, QTextEdit { background: #1b1b1b; border: 1px solid #3a3a3a; border-radius: 3px;
     padding: 2px 4px; selection-background-color: #3f5a78; selection-color: #ffffff; }
 QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus { border: 1px solid #6f9bd1; }
@@ -143,6 +144,10 @@ void apply(QApplication& application) {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(darkPalette());
     QToolTip::setPalette(darkPalette());
+    QPalette boxes = darkPalette(); // an empty box is to be seen on the window's grey
+    boxes.setColor(QPalette::Active, QPalette::Base, line);
+    boxes.setColor(QPalette::Inactive, QPalette::Base, line);
+    QApplication::setPalette(boxes, "QCheckBox");
     application.setStyleSheet(QString::fromLatin1(styleSheetText));
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
     QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);

@@ -1,0 +1,336 @@
+#include "LibraryFixture.h"
+
+#include "platform/NamedImages.h"
+#include "ui/Commands.h"
+#include "ui/InterfaceWatchdog.h"
+#include "ui/ItemsPane.h"
+#include "ui/MoviesModel.h"
+#include "ui/PlaylistsModel.h"
+#include "ui/PlaylistsPane.h"
+#include "ui/ReorderView.h"
+#include "ui/StatusStrip.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QSlider>
+
+#include <iostream>
+
+namespace daylark {
+
+using namespace Qt::StringLiterals;
+using Rows = Library::Rows;
+using bench::waitUntil;
+
+class LibraryWindowTest : public LibraryFixture {};
+
+TEST_F(LibraryWindowTest, NameIsEditedInPlaceByKeysAndByDoubleClick) {
+    openWindow();
+    trigger("session.newPlaylist");
+    EXPECT_TRUE(playlists()->hasFocus());
+    key(Qt::Key_F2);
+    auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_TRUE(editor);
+    EXPECT_EQ(editor->text(), u"Untitled Playlist"_s);
+    key(Qt::Key_A, Qt::ControlModifier); // all of the name, not all of the playlists
+    type(u"Day 1 selects"_s);
+    key(Qt::Key_Return); // ends the editing and opens no viewer
+    EXPECT_EQ(library().playlists().front()->name, u"Day 1 selects"_s);
+    EXPECT_FALSE(controller->playerWindow().isOpen());
+
+    doubleClick(playlists(), 0, 0);
+    ASSERT_TRUE(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+    type(u"x"_s);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(library().playlists().front()->name, u"Day 1 selects"_s);
+}
+
+TEST_F(LibraryWindowTest, FolderDroppedOnPlaylistsBecomesOneAndIsShown) {
+    openWindow();
+    const QString day = movieFolder(u"Day 4"_s, {u"b.mov"_s, u"a.mov"_s});
+    EXPECT_TRUE(dropFiles(playlists(), {day}));
+    settleAdding();
+    settleThumbnails();
+    EXPECT_EQ(playlistNames(), QStringList{u"Day 4"_s});
+    EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"b.mov"_s}));
+    ASSERT_EQ(tiles()->model()->rowCount(), 2);
+    const auto cell = [this](int column) { return tiles()->model()->index(0, column).data().toString(); };
+    EXPECT_EQ(cell(MoviesModel::framesColumn), u"24"_s);
+    EXPECT_EQ(cell(MoviesModel::rateColumn), u"24"_s);
+    EXPECT_EQ(cell(MoviesModel::resolutionColumn), u"256 x 144"_s);
+    EXPECT_FALSE(window->itemsPane().model()->thumbnailAt(0).isNull());
+    EXPECT_EQ(playlists()->model()->index(0, PlaylistsModel::countColumn).data().toString(), u"2"_s);
+    EXPECT_EQ(window->statusStrip().text(), u"2 items · 1 selected"_s);
+
+    // Loose files on the items go into the selected playlist; text is refused.
+    EXPECT_TRUE(dropFiles(tiles(), {makeFile(u"c.mov"_s)}));
+    settleAdding();
+    EXPECT_EQ(library().arrangedMovies().size(), 3u);
+    QMimeData text;
+    text.setText(u"/not/a/file"_s);
+    EXPECT_FALSE(drop(tiles(), text, {20, 20}));
+}
+
+TEST_F(LibraryWindowTest, BothViewsShowOneSelection) {
+    openWindow();
+    addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s, u"3.mov"_s, u"4.mov"_s});
+    click(tiles(), 1, MoviesModel::nameColumn);
+    click(tiles(), 3, MoviesModel::nameColumn, Qt::ControlModifier);
+    EXPECT_EQ(library().selectedMovieRows(), (Rows{1, 3}));
+    trigger("view.list");
+    EXPECT_FALSE(window->itemsPane().tilesShown());
+    EXPECT_EQ(RowDrag::selectedRows(*table()), (Rows{1, 3}));
+    table()->setFocus();
+    key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(library().selectedMovieRows(), (Rows{0, 1, 2, 3}));
+    click(table(), 2, MoviesModel::nameColumn);
+    key(Qt::Key_T, Qt::ControlModifier);
+    EXPECT_TRUE(window->itemsPane().tilesShown());
+    EXPECT_EQ(RowDrag::selectedRows(*tiles()), (Rows{2}));
+
+    // What the viewer selects shows in both; what is edited keeps it.
+    library().selectMovies({0});
+    EXPECT_EQ(RowDrag::selectedRows(*tiles()), (Rows{0}));
+    EXPECT_EQ(RowDrag::selectedRows(*table()), (Rows{0}));
+    library().setSort(u"filenameString"_s, false);
+    EXPECT_EQ(RowDrag::selectedRows(*tiles()), (Rows{3}));
+}
+
+TEST_F(LibraryWindowTest, FlagsAreSetByKeyAndByContextMenuUnderTheUsersNames) {
+    openWindow();
+    addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s});
+    defaults->set(u"902"_s, u"Good & Cheap"_s);
+    click(tiles(), 0, MoviesModel::nameColumn);
+    key(Qt::Key_4, Qt::ControlModifier);
+    EXPECT_EQ(library().arrangedMovies()[0]->flagString, u"904"_s);
+    click(tiles(), 1, MoviesModel::nameColumn);
+    EXPECT_EQ(command("item.flag.902")->text(), u"Good && Cheap"_s);
+    pickInMenu(tiles()->viewport(), middleOf(tiles(), 1, MoviesModel::nameColumn), u"For Review"_s);
+    EXPECT_EQ(library().arrangedMovies()[1]->flagString, u"906"_s);
+    EXPECT_EQ(library().arrangedMovies()[0]->flagString, u"904"_s);
+    EXPECT_EQ(window->itemsPane().model()->flagName(*library().arrangedMovies()[1]), u"For Review"_s);
+    key(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(library().arrangedMovies()[1]->flagString, u"900"_s);
+    EXPECT_TRUE(window->isWindowModified());
+}
+
+TEST_F(LibraryWindowTest, HeaderClicksSortUpDownAndBackToThePlaylistsOrder) {
+    openWindow();
+    addPlaylist(u"P"_s, {u"b.mov"_s, u"c.mov"_s, u"a.mov"_s});
+    trigger("view.list");
+    QHeaderView* header = table()->horizontalHeader();
+    const auto clickName = [&] {
+        const int x = header->sectionViewportPosition(MoviesModel::nameColumn) + 20;
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, {x, header->height() / 2});
+    };
+    clickName();
+    EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"b.mov"_s, u"c.mov"_s}));
+    EXPECT_EQ(header->sortIndicatorSection(), int(MoviesModel::nameColumn));
+    clickName();
+    EXPECT_EQ(shownNames(), (QStringList{u"c.mov"_s, u"b.mov"_s, u"a.mov"_s}));
+    EXPECT_EQ(header->sortIndicatorOrder(), Qt::DescendingOrder);
+    clickName();
+    EXPECT_EQ(shownNames(), (QStringList{u"b.mov"_s, u"c.mov"_s, u"a.mov"_s}));
+    EXPECT_FALSE(header->isSortIndicatorShown());
+}
+
+TEST_F(LibraryWindowTest, RowsDraggedToAGapAreMovedAndNumbered) {
+    openWindow();
+    addPlaylist(u"P"_s, {u"0.mov"_s, u"1.mov"_s, u"2.mov"_s, u"3.mov"_s, u"4.mov"_s});
+    trigger("view.list");
+    click(table(), 1, MoviesModel::nameColumn);
+    click(table(), 3, MoviesModel::nameColumn, Qt::ControlModifier);
+    const auto items = dragOf(table(), "application/x-daylark-item-rows");
+    EXPECT_TRUE(drop(table(), *items, {40, 2}));
+    EXPECT_EQ(shownNames(), (QStringList{u"1.mov"_s, u"3.mov"_s, u"0.mov"_s, u"2.mov"_s, u"4.mov"_s}));
+    EXPECT_EQ(shownNumbers(), (std::vector<qint64>{1, 2, 3, 4, 5}));
+
+    // Tiles: behind the last of a line is the gap after it, beside everything the end.
+    trigger("view.tiles");
+    click(tiles(), 0, MoviesModel::nameColumn);
+    const QRect third = tiles()->visualRect(tiles()->model()->index(2, MoviesModel::nameColumn));
+    EXPECT_TRUE(
+        drop(tiles(), *dragOf(tiles(), "application/x-daylark-item-rows"), third.center() + QPoint(20, 0)));
+    EXPECT_EQ(shownNames(), (QStringList{u"3.mov"_s, u"0.mov"_s, u"1.mov"_s, u"2.mov"_s, u"4.mov"_s}));
+    key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(shownNames(), (QStringList{u"3.mov"_s, u"0.mov"_s, u"2.mov"_s, u"1.mov"_s, u"4.mov"_s}));
+
+    addPlaylist(u"Q"_s, {});
+    click(playlists(), 1, 0);
+    EXPECT_TRUE(drop(playlists(), *dragOf(playlists(), "application/x-daylark-playlist-rows"), {40, 2}));
+    EXPECT_EQ(playlistNames(), (QStringList{u"Q"_s, u"P"_s}));
+    EXPECT_FALSE(drop(playlists(), *items, {40, 2})); // items are no playlists
+}
+
+TEST_F(LibraryWindowTest, DeleteRemovesWhatHasTheFocusAndAsks) {
+    openWindow();
+    addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s});
+    click(tiles(), 0, MoviesModel::nameColumn);
+    alerts.answers = {Alerts::secondButton, Alerts::firstButton};
+    key(Qt::Key_Delete);
+    EXPECT_EQ(shownNames().size(), 2);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(shownNames(), QStringList{u"2.mov"_s});
+    EXPECT_EQ(alerts.shown.at(0).message, u"Remove Selected Movie?"_s);
+    click(playlists(), 0, 0);
+    alerts.answers = {Alerts::firstButton};
+    key(Qt::Key_Backspace);
+    EXPECT_TRUE(library().playlists().empty());
+    EXPECT_EQ(alerts.shown.back().message, u"Remove Selected Playlist?"_s);
+}
+
+TEST_F(LibraryWindowTest, ReturnSpaceAndDoubleClickOpenTheViewerAtTheSelectedItem) {
+    openWindow();
+    dropFiles(playlists(), {movieFolder(u"Day"_s, {u"1.mov"_s, u"2.mov"_s, u"3.mov"_s})});
+    settleAdding();
+    MoviePlayerController& viewer = controller->playerWindow();
+    const auto shownAndClosed = [this, &viewer] {
+        const qsizetype shown = viewer.isOpen() ? viewer.list().selectionIndex() : -1;
+        EXPECT_FALSE(window->isVisible()); // hidden behind the viewer, back when that closes
+        viewer.close();
+        QCoreApplication::processEvents(); // a display without a window manager forgets who was active
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        return shown;
+    };
+    click(tiles(), 1, MoviesModel::nameColumn);
+    key(Qt::Key_Return);
+    EXPECT_EQ(shownAndClosed(), 1);
+    trigger("view.list");
+    doubleClick(table(), 2, MoviesModel::nameColumn);
+    EXPECT_EQ(shownAndClosed(), 2);
+    click(table(), 0, MoviesModel::nameColumn);
+    key(Qt::Key_Space);
+    EXPECT_EQ(shownAndClosed(), 0);
+}
+
+TEST_F(LibraryWindowTest, LooksComeBackAtTheNextStart) {
+    openWindow();
+    addPlaylist(u"P"_s, {u"1.mov"_s});
+    window->resize(1100, 640);
+    auto* slider = window->findChild<QSlider*>(u"tileSizeSlider"_s);
+    const int before = tiles()->gridSize().width();
+    slider->setFocus();
+    key(Qt::Key_PageUp);
+    EXPECT_EQ(window->itemsPane().tileSize(), 150);
+    EXPECT_NEAR(tiles()->gridSize().width(), before * 1.5, 4);
+    QHeaderView* header = table()->horizontalHeader();
+    header->resizeSection(MoviesModel::nameColumn, 333);
+    header->setSectionHidden(MoviesModel::sizeColumn, true);
+    header->moveSection(header->visualIndex(MoviesModel::rateColumn), 1);
+    closeWindow();
+    openWindow();
+    EXPECT_EQ(window->itemsPane().tileSize(), 150);
+    header = table()->horizontalHeader();
+    EXPECT_EQ(header->sectionSize(MoviesModel::nameColumn), 333);
+    EXPECT_TRUE(header->isSectionHidden(MoviesModel::sizeColumn));
+    EXPECT_EQ(header->visualIndex(MoviesModel::rateColumn), 1);
+    EXPECT_EQ(playlistNames(), QStringList{u"P"_s});
+    EXPECT_EQ(library().selectedPlaylistRows(), Rows{0});
+}
+
+TEST_F(LibraryWindowTest, NotesAreExportedThroughThePanel) {
+    openWindow();
+    addPlaylist(u"Day 1"_s, {u"a.mov"_s, u"b.mov"_s});
+    controller->edits().setNotes(library().arrangedMovies()[1], NotesField::notes,
+                                 AttributedString(u"too dark, again"_s));
+    click(tiles(), 1, MoviesModel::nameColumn);
+    const QString file = path(u"notes.csv"_s);
+    panels.saveAnswers = {file};
+    bool written = false;
+    QObject::connect(&controller->notesExport(), &NotesExport::exported, window.get(),
+                     [&written] { written = true; });
+    trigger("notes.exportMovie");
+    ASSERT_TRUE(waitUntil([&written] { return written; }));
+    EXPECT_EQ(panels.savesShown.at(0).proposedName, u"Day 1_notes.csv"_s);
+    QFile made(file);
+    ASSERT_TRUE(made.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(made.readAll().endsWith("\r\rb,too dark again,,,\r"));
+    panels.saveAnswers = {file};
+    written = false;
+    trigger("notes.exportPlaylist");
+    ASSERT_TRUE(waitUntil([&written] { return written; }));
+    made.seek(0);
+    EXPECT_TRUE(made.readAll().contains("\ra,,,,\r"));
+}
+
+TEST_F(LibraryWindowTest, HintsStandInEmptyListsOnlyAndOnlyIfWanted) {
+    openWindow();
+    const auto hints = [this] {
+        int visible = 0;
+        for (const QWidget* view : {playlists()->viewport(), tiles()->viewport()})
+            for (const QWidget* hint : view->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+                visible += hint->accessibleName().startsWith(u"Drop"_s) && !hint->isHidden();
+        return visible;
+    };
+    EXPECT_EQ(hints(), 2);
+    addPlaylist(u"P"_s, {});
+    EXPECT_EQ(hints(), 1);
+    defaults->set(u"showDropText"_s, false);
+    EXPECT_EQ(hints(), 0);
+    defaults->set(u"showDropText"_s, true);
+    addPlaylist(u"Q"_s, {u"1.mov"_s});
+    EXPECT_EQ(hints(), 0);
+}
+
+TEST_F(LibraryWindowTest, MissingFilesAreCountedAndMarked) {
+    openWindow();
+    addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s});
+    makeFile(u"1.mov"_s);
+    controller->fileStates().updateAllFilePaths();
+    ASSERT_TRUE(waitUntil([this] { return controller->fileStates().missingCount() == 1; }));
+    EXPECT_TRUE(window->statusStrip().text().endsWith(u"1 missing"_s));
+    EXPECT_EQ(playlists()->model()->index(0, 0).data(PlaylistsModel::statusRole).toInt(), 1);
+    const QString hint = tiles()->model()->index(1, MoviesModel::nameColumn).data(Qt::ToolTipRole).toString();
+    EXPECT_TRUE(hint.contains(u"File Not Found"_s));
+}
+
+TEST_F(LibraryWindowTest, PathsAndNamesAreCopiedAndRevealed) {
+    openWindow();
+    addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s});
+    click(tiles(), 1, MoviesModel::nameColumn);
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(pasteboard.content.contains(path(u"2.mov"_s)));
+    key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(pasteboard.content.contains(u"2.mov"_s));
+    EXPECT_FALSE(pasteboard.content.contains(folder.path()));
+}
+
+TEST_F(LibraryWindowTest, NoTwoCommandsShareAKeyAndEveryIconExists) {
+    openWindow();
+    std::map<QString, QString> owners;
+    for (const auto& [id, known] : window->commands().all()) {
+        EXPECT_TRUE(known.icon.isEmpty() || hasNamedImage(known.icon)) << qPrintable(known.icon);
+        if (known.shortcut.isEmpty() || id == u"items.remove"_s)
+            continue; // Delete means items or playlists, by the list that has the focus
+        const auto [owner, fresh] = owners.emplace(known.shortcut.toString(), id);
+        EXPECT_TRUE(fresh) << qPrintable(id) << " and " << qPrintable(owner->second);
+    }
+}
+
+TEST_F(LibraryWindowTest, TheInterfaceGoesOnWhileFiveHundredItemsArrive) {
+    openWindow();
+    const QString folderPath = path(u"Many"_s);
+    QDir().mkpath(folderPath);
+    const QString made = bench::movie({.frames = 24, .group = 12});
+    for (int number = 0; number < 500; ++number)
+        ASSERT_TRUE(QFile::link(made, folderPath + u"/shot_%1.mov"_s.arg(number, 4, 10, QLatin1Char('0'))));
+    InterfaceWatchdog watchdog;
+    bool shownWhole = false;
+    ASSERT_TRUE(dropFiles(playlists(), {folderPath}));
+    ASSERT_TRUE(waitUntil(
+        [&] {
+            shownWhole = shownWhole ||
+                         (library().arrangedMovies().size() == 500 && !controller->thumbnails().isIdle());
+            if (shownWhole) // a person scrolls meanwhile
+                tiles()->verticalScrollBar()->setValue((tiles()->verticalScrollBar()->value() + 40) %
+                                                       std::max(1, tiles()->verticalScrollBar()->maximum()));
+            return shownWhole && controller->thumbnails().isIdle();
+        },
+        300000));
+    std::cout << "500 items: interface thread busy for at most " << watchdog.longestBusyMs() << " ms\n";
+    EXPECT_EQ(library().arrangedMovies()[499]->mMovieDurationFrames, 24);
+    EXPECT_FALSE(window->itemsPane().model()->thumbnailAt(499).isNull());
+}
+
+} // namespace daylark

@@ -1,0 +1,110 @@
+#include "LibraryFixture.h"
+
+#include "app/PreferencesTable.h"
+#include "ui/Binding.h"
+#include "ui/PreferencesWindow.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace daylark {
+
+using namespace Qt::StringLiterals;
+
+class PreferencesWindowTest : public ::testing::Test {
+protected:
+    PreferencesWindowTest()
+        : defaults(QString()) {
+        preparePreferences(defaults);
+        window = std::make_unique<PreferencesWindow>(defaults, nullptr);
+        window->show();
+    }
+    template<class Control>
+    [[nodiscard]] Control* control(const char* key) const {
+        auto* found = window->findChild<Control*>(QLatin1String(key));
+        EXPECT_TRUE(found) << key;
+        return found;
+    }
+    UserDefaults defaults;
+    std::unique_ptr<PreferencesWindow> window;
+};
+
+TEST_F(PreferencesWindowTest, ControlsStoreAtOnceWhatIsSetAndShowWhatChanges) {
+    QTest::mouseClick(control<QCheckBox>("showDropText"), Qt::LeftButton, Qt::NoModifier, {8, 8});
+    EXPECT_FALSE(defaults.boolForKey(u"showDropText"_s));
+    defaults.set(u"showDropText"_s, true);
+    EXPECT_TRUE(control<QCheckBox>("showDropText")->isChecked());
+
+    QTest::keyClick(control<QSpinBox>("bookmarkDuration"), Qt::Key_Up);
+    EXPECT_EQ(defaults.integerForKey(u"bookmarkDuration"_s), 2);
+    defaults.set(u"bookmarkDuration"_s, 24);
+    EXPECT_EQ(control<QSpinBox>("bookmarkDuration")->value(), 24);
+
+    QTest::keyClick(control<QComboBox>("loadFrame"), Qt::Key_Home);
+    EXPECT_EQ(defaults.stringForKey(u"loadFrame"_s), u"First Frame"_s);
+    defaults.set(u"initialTabItem"_s, 0);
+    EXPECT_EQ(control<QComboBox>("initialTabItem")->currentText(), u"As a list"_s);
+    EXPECT_EQ(control<QComboBox>("movieMaskRatio")->currentText(),
+              u"2.35"_s); // stored as a text, shown as a number
+    QTest::keyClick(control<QComboBox>("movieMaskRatio"), Qt::Key_End);
+    EXPECT_DOUBLE_EQ(defaults.doubleForKey(u"movieMaskRatio"_s), 2.4);
+
+    QTest::keyClick(control<QSlider>("volume"), Qt::Key_End);
+    EXPECT_FLOAT_EQ(defaults.floatForKey(u"volume"_s), 1.0f);
+    defaults.set(u"volume"_s, 0.25f);
+    EXPECT_EQ(control<QSlider>("volume")->value(), 25);
+
+    auto* name = control<QLineEdit>("901");
+    name->selectAll();
+    QTest::keyClicks(name, u"Final"_s);
+    EXPECT_EQ(defaults.stringForKey(u"901"_s), u"Final"_s);
+    control<ColourButton>("onscreenTextColour")->setColour(QColor(1, 2, 3));
+    EXPECT_EQ(defaults.colourForKey(u"onscreenTextColour"_s), QColor(1, 2, 3));
+}
+
+TEST_F(PreferencesWindowTest, UnknownStoredChoiceStaysUntilAnotherIsPicked) {
+    defaults.set(u"thumbnailFrame"_s, u"Poster Frame"_s);
+    EXPECT_EQ(control<QComboBox>("thumbnailFrame")->currentIndex(), -1);
+    EXPECT_EQ(defaults.stringForKey(u"thumbnailFrame"_s), u"Poster Frame"_s);
+}
+
+TEST_F(PreferencesWindowTest, SnapshotFieldsFollowWhatTheyBelongTo) {
+    EXPECT_FALSE(control<QSpinBox>("snapshotWidth")->isEnabled());
+    EXPECT_FALSE(control<QLineEdit>("snapshotName")->isEnabled());
+    defaults.set(u"snapshotImageScale"_s, u"Set Width (maintains window ratio)"_s);
+    defaults.set(u"snapshotNameSource"_s, u"User Defined"_s);
+    EXPECT_TRUE(control<QSpinBox>("snapshotWidth")->isEnabled());
+    EXPECT_TRUE(control<QLineEdit>("snapshotName")->isEnabled());
+}
+
+TEST_F(PreferencesWindowTest, ResetGivesEveryFirstValueBackAndShowsIt) {
+    defaults.set(u"901"_s, u"Final"_s);
+    defaults.set(u"handleHead"_s, 77);
+    QTest::mouseClick(control<QPushButton>("resetPreferences"), Qt::LeftButton);
+    EXPECT_EQ(control<QLineEdit>("901")->text(), u"Approved"_s);
+    EXPECT_EQ(control<QSpinBox>("handleHead")->value(), 9);
+    EXPECT_TRUE(defaults.storedKeys().isEmpty());
+}
+
+TEST_F(PreferencesWindowTest, EveryGroupIsReachedByKeyAndEveryControlHasAName) {
+    window->groups()->setFocus();
+    EXPECT_EQ(window->groups()->count(), 7);
+    QTest::keyClick(window->groups(), Qt::Key_End);
+    EXPECT_TRUE(control<QCheckBox>("networkMode")->isVisible());
+    const auto fields = window->findChildren<QWidget*>();
+    for (const QWidget* field : fields) {
+        const bool needsName = qobject_cast<const QComboBox*>(field) || qobject_cast<const QSpinBox*>(field) ||
+                               qobject_cast<const QSlider*>(field);
+        EXPECT_TRUE(!needsName || !field->accessibleName().isEmpty()) << qPrintable(field->objectName());
+    }
+}
+
+} // namespace daylark
