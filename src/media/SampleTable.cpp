@@ -142,6 +142,20 @@ Result<void> completeTimes(const MediaFile& file, std::vector<RawSample>& sample
     return {};
 }
 
+/// Recordings joined end to end begin their times anew; the second is shown after the first, not between its
+/// pictures.
+void joinRestarts(const AVStream& stream, std::vector<RawSample>& samples) {
+    const qint64 farBack = std::max<qint64>(1, av_rescale_q(2, {1, 1}, stream.time_base));
+    qint64 offset = 0, latest = std::numeric_limits<qint64>::min();
+    for (RawSample& sample : samples) {
+        if (!sample.shown) continue;
+        if (latest != std::numeric_limits<qint64>::min() && sample.pts + offset < latest - farBack)
+            offset = latest + std::max<qint64>(1, sample.duration) - sample.pts;
+        sample.pts += offset;
+        latest = std::max(latest, sample.pts);
+    }
+}
+
 /// Pictures before the first key frame, in file order or on the screen, are shown only if the decoder can
 /// make them.
 Result<void> dropUndecodableStart(const MediaFile& file, std::vector<RawSample>& samples) {
@@ -264,6 +278,7 @@ Result<SampleTable> buildSampleTable(const MediaFile& file) {
                                          [](const RawSample& s) { return s.pts == unknownTime; }) ||
                             !(file.format()->iformat->flags & AVFMT_TS_DISCONT);
     if (const auto done = completeTimes(file, samples); !done) return done.error();
+    joinRestarts(*file.video(), samples);
     if (const auto done = dropUndecodableStart(file, samples); !done) return done.error();
     SampleTable table = tableOf(samples, *file.video());
     table.stampsHold = stampsHold;

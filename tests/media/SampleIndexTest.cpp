@@ -117,6 +117,19 @@ TEST_F(SampleIndexTest, StreamCutOpenInTheMiddleOfAGroupCountsWhatCanBeShown) {
         EXPECT_EQ(number(*reader, n), first + n);
 }
 
+TEST_F(SampleIndexTest, JoinedRecordingsAreShownOneAfterTheOther) {
+    MovieSpec part = spec(u"part.ts"_qs, 72);
+    ASSERT_TRUE(makeMovie(part));
+    const QByteArray bytes = contents(part.path);
+    const QString joined = folder.filePath(u"joined.ts"_qs);
+    write(joined, bytes + bytes);
+    const auto reader = opened(joined);
+    ASSERT_TRUE(reader);
+    ASSERT_EQ(reader->index().count(), 144);
+    for (const qint64 n : {0, 71, 72, 100, 143, 40, 90})
+        EXPECT_EQ(number(*reader, n), n % 72 + 1) << n;
+}
+
 TEST_F(SampleIndexTest, DamagedSampleShowsAnEarlierPictureAndTheNumberingStays) {
     MovieSpec intra = spec(u"intra.mov"_qs);
     intra.encoder = u"mjpeg"_qs;
