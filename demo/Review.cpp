@@ -8,6 +8,7 @@
 #include "app/PlaylistController.h"
 #include "model/Session.h"
 #include "platform/UserDefaults.h"
+#include "playback/Player.h"
 #include "ui/BookmarkPanel.h"
 #include "ui/Commands.h"
 #include "ui/DesktopProgram.h"
@@ -32,6 +33,7 @@
 #include <QScreen>
 #include <QTableView>
 #include <QTextEdit>
+#include <QTimer>
 #include <QToolButton>
 #include <QUrl>
 
@@ -60,12 +62,12 @@ public:
 protected:
     void mouseMoveEvent(QMouseEvent*) override {
         auto* drag = new QDrag(this);
-        auto* data = new QMimeData;
+        auto* urlsDragged = new QMimeData;
         QList<QUrl> urls;
         for (const QString& folder : folders_)
             urls << QUrl::fromLocalFile(folder);
-        data->setUrls(urls);
-        drag->setMimeData(data);
+        urlsDragged->setUrls(urls);
+        drag->setMimeData(urlsDragged);
         drag->exec(Qt::CopyAction);
     }
 
@@ -96,7 +98,7 @@ private:
     void exportAndSave();
     void startAgain();
     void checkFiles();
-    void saveInDialog(const QString& path);
+    void saveInPanel(const QString& keys, const QString& path);
     void hold(QWidget& window, QRect geometry);
     [[nodiscard]] QPoint itemMiddle(const QAbstractItemView* view, int row, int column = 0);
     [[nodiscard]] std::optional<int> numberOnScreen();
@@ -252,27 +254,30 @@ void Review::reviewInViewer() {
           QStringLiteral("the note typed is the note kept"));
 }
 
-void Review::saveInDialog(const QString& path) {
-    check(robot_.waitFor([&] { return QApplication::activeModalWidget() != nullptr; }, 5000),
-          QStringLiteral("a save panel opens"));
-    robot_.rest(300);
-    robot_.key(QStringLiteral("ctrl+a"));
-    robot_.type(path);
-    robot_.key(QStringLiteral("Return"));
+/// Sends the keys and answers the save panel that they open. The panel runs a loop of its own inside the
+/// key's, so the answer comes from a timer.
+void Review::saveInPanel(const QString& keys, const QString& path) {
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [&] {
+        if (!QApplication::activeModalWidget()) return;
+        answer.stop();
+        robot_.rest(400);
+        robot_.key(QStringLiteral("ctrl+a"));
+        robot_.type(path);
+        shot(QFileInfo(path).completeBaseName() + QStringLiteral("-panel.png"));
+        robot_.key(QStringLiteral("Return"));
+    });
+    answer.start(100);
+    robot_.key(keys);
+    check(robot_.waitFor([&] { return QFileInfo::exists(path); }),
+          QStringLiteral("%1 saves %2").arg(keys, QFileInfo(path).fileName()));
 }
 
 void Review::exportAndSave() {
     hold(library(), QRect(40, 60, 1280, 720));
     robot_.click(itemMiddle(library().playlistsPane().table(), 0, 1));
-    const QString notes = out_.filePath(QStringLiteral("Day 1_notes.csv"));
-    // The panels run their own loop, so the command is sent by key and answered meanwhile.
-    robot_.key(QStringLiteral("ctrl+shift+e"));
-    saveInDialog(notes);
-    check(robot_.waitFor([&] { return QFileInfo::exists(notes); }), QStringLiteral("the notes are exported"));
-    const QString session = out_.filePath(QStringLiteral("review.dls"));
-    robot_.key(QStringLiteral("ctrl+shift+s"));
-    saveInDialog(session);
-    check(robot_.waitFor([&] { return QFileInfo::exists(session); }), QStringLiteral("the session is saved"));
+    saveInPanel(QStringLiteral("ctrl+shift+e"), out_.filePath(QStringLiteral("Day 1_notes.csv")));
+    saveInPanel(QStringLiteral("ctrl+shift+s"), out_.filePath(QStringLiteral("review.dls")));
     shot(QStringLiteral("library-reviewed.png"));
 }
 

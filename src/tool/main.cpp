@@ -6,6 +6,8 @@
 
 #include <QGuiApplication>
 
+#include <cstdio>
+
 using namespace daylark;
 
 namespace {
@@ -30,6 +32,11 @@ void overridePreferences(UserDefaults& defaults, const std::vector<std::string>&
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen"); // no display is ever needed
+    // Standard error carries our lines only; what the toolkit has to say about the environment is not for scripts.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (type == QtFatalMsg)
+            std::fprintf(stderr, "daylark-tool: %s\n", qUtf8Printable(text));
+    });
     QGuiApplication application(argc, argv);
     UserDefaults defaults(UserDefaults::userFile());
     defaults.registerDefaults(preferencesTable());

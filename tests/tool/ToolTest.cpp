@@ -15,7 +15,7 @@ namespace {
 
 using namespace daylark;
 
-struct Run {
+struct ToolRun {
     int status = -1;
     QByteArray out, err;
     [[nodiscard]] QJsonDocument json() const { return QJsonDocument::fromJson(out); }
@@ -23,7 +23,7 @@ struct Run {
     [[nodiscard]] QJsonObject object() const { return json().object(); }
 };
 
-Run tool(const QStringList& arguments) {
+ToolRun tool(const QStringList& arguments) {
     QProcess process;
     process.start(QStringLiteral(DAYLARK_BINARY_DIR "/daylark-tool"), arguments);
     process.waitForFinished(-1);
@@ -51,7 +51,7 @@ protected:
 
     static QString file(const char* name) { return folder_->filePath(QString::fromUtf8(name)); }
     static void makeSession(const QString& path) {
-        const Run run =
+        const ToolRun run =
             tool({QStringLiteral("session"), QStringLiteral("new"), path, QStringLiteral("--playlist"),
                   QStringLiteral("Day 1"), file("Day 1"), QStringLiteral("--playlist"),
                   QStringLiteral("Selects"), file("Day 1/b_shot.mp4")});
@@ -63,7 +63,7 @@ private:
 };
 
 TEST_F(Tool, ProbePrintsBothRuleSetsAndFailsForWhatIsNoMovie) {
-    const Run run = tool({QStringLiteral("probe"), file("Day 1/a_shot.mov"), file("nothing.mov")});
+    const ToolRun run = tool({QStringLiteral("probe"), file("Day 1/a_shot.mov"), file("nothing.mov")});
     EXPECT_EQ(run.status, 1);
     ASSERT_EQ(run.array().size(), 2);
     const QJsonObject good = run.array()[0].toObject();
@@ -86,7 +86,7 @@ TEST_F(Tool, IndexAndFrameSpeakOfTheSamePictures) {
         EXPECT_GT(frames[i].toObject()[u"pts"].toDouble(), frames[i - 1].toObject()[u"pts"].toDouble());
     for (const int number : {1, 2, 13, 24}) {
         const QString out = file("frame.png");
-        const Run run =
+        const ToolRun run =
             tool({QStringLiteral("frame"), file("Day 1/b_shot.mp4"), QString::number(number), out});
         ASSERT_EQ(run.status, 0) << run.err.constData();
         EXPECT_EQ(readBarCode(QImage(out)), number);
@@ -123,10 +123,10 @@ TEST_F(Tool, SessionsAreMadeShownAndEdited) {
     EXPECT_EQ(movies[0].toObject()[u"thumbnail"][u"image"].toString(), QStringLiteral("100 x 56"));
     EXPECT_EQ(movies[1].toObject()[u"mMovieDurationFrames"].toInt(), 24);
 
-    Run run = tool({QStringLiteral("session"), QStringLiteral("set"), session, QStringLiteral("--out"),
-                    edited, QStringLiteral("--playlist"), QStringLiteral("1"), QStringLiteral("--item"),
-                    QStringLiteral("2"), QStringLiteral("flagString=904"),
-                    QStringLiteral("notes=One\nTwo, three"), QStringLiteral("gamma=1.5")});
+    ToolRun run = tool({QStringLiteral("session"), QStringLiteral("set"), session, QStringLiteral("--out"),
+                        edited, QStringLiteral("--playlist"), QStringLiteral("1"), QStringLiteral("--item"),
+                        QStringLiteral("2"), QStringLiteral("flagString=904"),
+                        QStringLiteral("notes=One\nTwo, three"), QStringLiteral("gamma=1.5")});
     ASSERT_EQ(run.status, 0) << run.err.constData();
     run = tool({QStringLiteral("bookmark"), QStringLiteral("add"), edited, QStringLiteral("--out"), edited,
                 QStringLiteral("--playlist"), QStringLiteral("1"), QStringLiteral("--item"),
