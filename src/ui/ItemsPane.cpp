@@ -92,7 +92,6 @@ void ItemsPane::prepareView(QAbstractItemView* view) {
     connect(view, &QWidget::customContextMenuRequested, this, [this, view](const QPoint& position) {
         Q_EMIT menuRequested(view->viewport()->mapToGlobal(position), view->indexAt(position).isValid());
     });
-    connect(view, &QAbstractItemView::doubleClicked, this, [this] { Q_EMIT openRequested(); });
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, view] {
         if (!following_) controller_.library().selectMovies(RowDrag::selectedRows(*view));
     });
@@ -140,6 +139,7 @@ void ItemsPane::makeTable() {
         header->resizeSection(column, widths[column]);
 
     table->filesDropped = [this](const QStringList& files) { controller_.mediaAdding().dropOnMovies(files); };
+    table->doubleClickEnded = [this] { Q_EMIT openRequested(); };
     table->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
         controller_.playlistEditing().moveMovies(rows, gap);
     };
@@ -169,6 +169,7 @@ void ItemsPane::makeTiles() {
     tiles->setStyleSheet(QStringLiteral("QListView { padding: 6px; }"));
 
     tiles->filesDropped = [this](const QStringList& files) { controller_.mediaAdding().dropOnMovies(files); };
+    tiles->doubleClickEnded = [this] { Q_EMIT openRequested(); };
     tiles->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
         controller_.playlistEditing().moveMovies(rows, gap);
     };

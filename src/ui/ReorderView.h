@@ -10,6 +10,7 @@
 #include <QIODevice>
 #include <QListView>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QUrl>
@@ -19,6 +20,7 @@
 #include <optional>
 #include <set>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace daylark {
@@ -84,6 +86,8 @@ public:
     std::function<void(const std::vector<qsizetype>&, qsizetype)>
         rowsDropped; ///< rows and the row the gap stands before
 
+    std::function<void()> doubleClickEnded; ///< over a row, the button let go: the window may hide now without losing that
+
     [[nodiscard]] qsizetype gapAt(const QPoint& position) const {
         const qsizetype count = this->model() ? this->model()->rowCount() : 0;
         const QModelIndex hit = this->indexAt(position);
@@ -103,6 +107,15 @@ protected:
         drag->setMimeData(mime);
         drag->setPixmap(theme::icon(QStringLiteral("dl-grabIcon-01.png")).pixmap(24, 24));
         drag->exec(Qt::CopyAction);
+    }
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        const bool onRow = this->indexAt(event->position().toPoint()).isValid();
+        View::mouseDoubleClickEvent(event);
+        doubleClicked_ = onRow && event->button() == Qt::LeftButton;
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        View::mouseReleaseEvent(event);
+        if (std::exchange(doubleClicked_, false) && doubleClickEnded) doubleClickEnded();
     }
     void dragEnterEvent(QDragEnterEvent* event) override { consider(event); }
     void dragMoveEvent(QDragMoveEvent* event) override {
@@ -194,6 +207,7 @@ private:
     QString rowsType_;
     bool sideways_;
     std::optional<qsizetype> gap_;
+    bool doubleClicked_ = false;
 };
 
 } // namespace daylark

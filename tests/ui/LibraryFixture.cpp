@@ -82,6 +82,7 @@ void LibraryFixture::click(QAbstractItemView* view, int row, int column, Qt::Key
 void LibraryFixture::doubleClick(QAbstractItemView* view, int row, int column) {
     click(view, row, column);
     QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(view, row, column));
+    QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(view, row, column));
 }
 
 void LibraryFixture::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
