@@ -86,7 +86,8 @@ public:
     std::function<void(const std::vector<qsizetype>&, qsizetype)>
         rowsDropped; ///< rows and the row the gap stands before
 
-    std::function<void()> doubleClickEnded; ///< over a row, the button let go: the window may hide now without losing that
+    std::function<void()>
+        doubleClickEnded; ///< over a row, the button let go: the window may hide now without losing that
 
     [[nodiscard]] qsizetype gapAt(const QPoint& position) const {
         const qsizetype count = this->model() ? this->model()->rowCount() : 0;
@@ -123,18 +124,22 @@ protected:
         autoScroll(event->position().toPoint());
     }
     void dragLeaveEvent(QDragLeaveEvent*) override { showGap({}); }
+    /// What follows may ask the person something: the drag is over before that, and its source free again.
     void dropEvent(QDropEvent* event) override {
         showGap({});
         const QMimeData& mime = *event->mimeData();
+        std::function<void()> action;
         if (mime.hasFormat(rowsType_) && rowsDropped) {
-            event->setDropAction(Qt::CopyAction);
-            event->accept();
-            rowsDropped(RowDrag::decode(mime.data(rowsType_)), gapAt(event->position().toPoint()));
+            action = [this, rows = RowDrag::decode(mime.data(rowsType_)),
+                      gap = gapAt(event->position().toPoint())] { rowsDropped(rows, gap); };
         } else if (const QStringList files = RowDrag::filesOf(mime); !files.isEmpty() && filesDropped) {
-            event->setDropAction(Qt::CopyAction);
-            event->accept();
-            filesDropped(files);
+            action = [this, files] { filesDropped(files); };
+        } else {
+            return;
         }
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+        QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
     }
     /// Coming here by key, there is something to act on at once.
     void focusInEvent(QFocusEvent* event) override {

@@ -103,6 +103,7 @@ bool LibraryFixture::drop(QAbstractItemView* view, const QMimeData& data, const 
     QApplication::sendEvent(view->viewport(), &move);
     QDropEvent dropped(position, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(view->viewport(), &dropped);
+    QCoreApplication::processEvents(); // what follows a drop is done when the drag is over
     return dropped.isAccepted();
 }
 
