@@ -258,6 +258,8 @@ int ItemsPane::tileSize() const {
 void ItemsPane::setInformationShown(bool shown) {
     information_->setVisible(shown);
     if (shown) information_->refresh();
+    layout()->activate();
+    activeView()->scrollTo(activeView()->currentIndex()); // the tiles stand elsewhere now
 }
 
 bool ItemsPane::informationShown() const {

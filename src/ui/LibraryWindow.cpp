@@ -18,6 +18,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QSplitter>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -131,6 +132,13 @@ void LibraryWindow::restoreLooks() {
     const UserDefaults& defaults = controller_.defaults();
     const QByteArray geometry = defaults.value(geometryKey).toByteArray();
     if (geometry.isEmpty() || !restoreGeometry(geometry)) resize(1280, 720);
+    // The screen may have become smaller since.
+    const QRect available = screen()->availableGeometry();
+    if (!isMaximized() && !isFullScreen() && !available.contains(frameGeometry())) {
+        resize(size().boundedTo(available.size() - QSize(8, 40)));
+        move(std::clamp(x(), available.left(), std::max(available.left(), available.right() - width())),
+             std::clamp(y(), available.top(), std::max(available.top(), available.bottom() - height() - 32)));
+    }
     const int stored = defaults.integerForKey(playlistWidthKey);
     const int left = stored > 0 ? stored : 250;
     splitter_->setSizes({left, std::max(420, width() - left)});
