@@ -29,9 +29,9 @@ case $mode in
     start) exec "$bin/daylark" "$@" ;;
     demo)
         out=$PWD/demo-out
-        mkdir -p "$out"
-        "$bin/daylark-demo-dailies" "$out/dailies"
         if has_display; then
+            mkdir -p "$out"
+            "$bin/daylark-demo-dailies" "$out/dailies"
             exec "$bin/daylark" "$out/dailies/Day 1" "$out/dailies/Day 2"
         fi
         exec "$root/scripts/demo.sh" "$bin" "$out"

@@ -5,9 +5,11 @@ set -euo pipefail
 bin=$1 out=$2
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
+mkdir -p "$out"
+"$bin/daylark-demo-dailies" "$out/dailies"
 export XDG_CONFIG_HOME=$home/config XDG_DATA_HOME=$home/data XDG_RUNTIME_DIR=$home/run QT_QPA_PLATFORM=xcb
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_RUNTIME_DIR"
 chmod 700 "$XDG_RUNTIME_DIR"
 rm -f "$out"/*.png "$out"/*.csv "$out"/*.dls
-exec xvfb-run -a -s "-screen 0 1920x1080x24" sh -c 'openbox >/dev/null 2>&1 & exec "$0" "$@"' \
+xvfb-run -a -s "-screen 0 1920x1080x24" sh -c 'openbox >/dev/null 2>&1 & exec "$0" "$@"' \
     "$bin/daylark-demo-review" "$out/dailies" "$out"
