@@ -84,11 +84,10 @@ BinaryPlistWriter::Ref BinaryPlistWriter::string(const QString& text) {
 }
 
 BinaryPlistWriter::Ref BinaryPlistWriter::key(const char* text) {
-    const auto found = keys_.constFind(QByteArray::fromRawData(text, qsizetype(std::strlen(text))));
-    if (found != keys_.constEnd()) return *found;
-    const Ref ref = string(QString::fromUtf8(text));
-    keys_.insert(QByteArray(text), ref);
-    return ref;
+    // Names are literals, so the address nearly always tells; the text is compared because it need not.
+    KnownKey& known = keysByAddress_[text];
+    if (known.text.isNull() || known.text != text) known = {QByteArray(text), string(QString::fromUtf8(text))};
+    return known.ref;
 }
 
 BinaryPlistWriter::Ref BinaryPlistWriter::boolean(bool value) {

@@ -37,6 +37,11 @@ private:
         quint64 count = 0;    ///< bytes, or entries of the container
     };
 
+    struct KnownKey {
+        QByteArray text;
+        Ref ref = 0;
+    };
+
     Ref addScalar(const char* bytes, qsizetype count);
     Ref addObject(Object object);
     Ref addString(const QString& text);
@@ -48,7 +53,7 @@ private:
     std::vector<QByteArray> data_;
     std::vector<Ref> references_;
     QHash<QString, Ref> strings_;
-    QHash<QByteArray, Ref> keys_;
+    QHash<const char*, KnownKey> keysByAddress_;
     QHash<qint64, Ref> integers_;
     QHash<quint64, Ref> unsigneds_;
     QHash<quint64, Ref> reals_; ///< by bit pattern

@@ -133,7 +133,7 @@ KeyedWriter::Uid KeyedWriter::uidOfNumber(const Number& number) {
 }
 
 KeyedWriter::Uid KeyedWriter::uidOfClass(ClassNames names) {
-    Uid& uid = classes_[*names.begin()];
+    Uid& uid = classes_[plist_.key(*names.begin())];
     if (uid == 0) {
         std::vector<Ref> hierarchy;
         for (const char* name : names)

@@ -69,7 +69,7 @@ private:
     std::vector<Uid> leafUids_; ///< UID of a leaf, by its reference; 0: none yet
     std::vector<Pending> queue_;
     std::unordered_map<const void*, Uid> identities_;
-    std::unordered_map<std::string, Uid> classes_;
+    std::unordered_map<Ref, Uid> classes_; ///< by the reference of the class name
     QHash<QByteArray, Uid> colours_;
     QHash<std::pair<const char*, qsizetype>, Uid> dataUids_;
     QHash<std::pair<const char*, qsizetype>, Uid> imageUids_;
