@@ -79,6 +79,37 @@ void Movie::applyFileCheck(const FileCheck& check) {
     filenameString = QFileInfo(check.path).fileName();
 }
 
+void Movie::setSound(const QByteArray& addedAudio, bool removeOwn) {
+    if (mUserAudioTrackBookmarkData == addedAudio && shouldRemoveAudioTracks == removeOwn)
+        return; // a movie that is opened again silences its sound again: no change by anybody
+    mUserAudioTrackBookmarkData = addedAudio;
+    shouldRemoveAudioTracks = removeOwn;
+    isModified = true;
+}
+
+void Movie::addAudioFile(const QByteArray& bookmarkData) {
+    setSound(bookmarkData, shouldRemoveAudioTracks);
+}
+
+void Movie::removeOriginalMovieAudio() {
+    setSound(mUserAudioTrackBookmarkData, true);
+}
+
+void Movie::revertToOriginalMovieAudio() {
+    setSound({}, false);
+}
+
+void Movie::removeAddedMovieAudio() {
+    setSound({}, shouldRemoveAudioTracks);
+}
+
+void Movie::addVideoFile(const QString& path, const QByteArray& bookmarkData) {
+    filepathBookmarkData = bookmarkData;
+    filepathURL = QUrl::fromLocalFile(path);
+    filepathString = path;
+    filenameString = QFileInfo(path).fileName(); // found state and properties are left to the next look
+}
+
 void Movie::addICount() {
     ++iCount;
     if (iCount >= 1) instanceIcon = Image::named(QStringLiteral("copy 03 white.png"));

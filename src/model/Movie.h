@@ -77,12 +77,20 @@ public:
     bool shouldRemoveAudioTracks = false, removeVideoTracks = false;
     QString mUserAudioTrack;
     QByteArray mUserAudioTrackBookmarkData;
-    bool isModified = false;     ///< memory only
+    bool isModified = false;     ///< memory only: the sound was changed in this run
     bool isOneFrame = false;
 
     [[nodiscard]] bool fileIsFound(bool networkMode); ///< `checkFile` and `applyFileCheck` in one; worker-less callers only
     [[nodiscard]] FileReference fileReference(bool networkMode) const;
     void applyFileCheck(const FileCheck& check);
+
+    // The file and its sound. Bookmark data is made by `createFileBookmark` on a worker; no disk here.
+    void addAudioFile(const QByteArray& bookmarkData); ///< sound from another file
+    void addVideoFile(const QString& path, const QByteArray& bookmarkData); ///< the movie's file is now this one
+    [[nodiscard]] bool movieHasUserAudio() const { return !mUserAudioTrackBookmarkData.isEmpty(); }
+    void removeOriginalMovieAudio();     ///< the movie's own sound stays silent
+    void revertToOriginalMovieAudio();   ///< its own sound and no other
+    void removeAddedMovieAudio();        ///< the added sound only; its own may stay silent
 
     void addICount();
     void removeICount();
@@ -111,6 +119,7 @@ public:
     void initWithCoder(const Decoder& coder) override;
 
 private:
+    void setSound(const QByteArray& addedAudio, bool removeOwn);
     void encodeFileAndIcons(Encoder& coder) const;
     void encodeProperties(Encoder& coder) const;
     void encodeReview(Encoder& coder) const;

@@ -1,6 +1,7 @@
 #include "model/Movie.h"
 #include "model/Playlist.h"
 #include "model/ReviewEdits.h"
+#include "model/Session.h"
 #include "model/StatusCodes.h"
 #include "platform/FileBookmark.h"
 
@@ -144,6 +145,53 @@ TEST(MovieTest, FileCheckMarksMissingFilesAndFollowsMovedOnes) {
     EXPECT_EQ(movie.creatingThumbnailText, u""_s);
     EXPECT_EQ(movie.statusColour, QColor(Qt::white));
     EXPECT_TRUE(movie.fileIsFound(true));
+}
+
+TEST(MovieTest, AddedSoundAndSilencedSoundAreIndependentAndOnlyARealChangeMarksTheMovie) {
+    const QTemporaryDir folder;
+    const QString sound = folder.filePath(u"mix.wav"_s);
+    ASSERT_TRUE(QFile(sound).open(QIODevice::WriteOnly));
+    Movie movie(u"/a.mov"_s);
+    movie.removeAddedMovieAudio();
+    movie.revertToOriginalMovieAudio();
+    EXPECT_FALSE(movie.movieHasUserAudio() || movie.isModified) << "there was nothing to take off";
+
+    movie.removeOriginalMovieAudio();
+    movie.addAudioFile(createFileBookmark(sound));
+    EXPECT_TRUE(movie.movieHasUserAudio() && movie.shouldRemoveAudioTracks && movie.isModified);
+    const auto resolved = resolveFileBookmark(movie.mUserAudioTrackBookmarkData, {});
+    EXPECT_EQ(resolved ? *resolved : QString(), sound);
+
+    const auto saved = copyMovies({std::make_shared<Movie>(movie)}).at(0);
+    EXPECT_TRUE(saved->movieHasUserAudio() && saved->shouldRemoveAudioTracks);
+    EXPECT_FALSE(saved->isModified);
+    saved->removeOriginalMovieAudio(); // as whenever it is opened
+    EXPECT_FALSE(saved->isModified);
+    saved->removeAddedMovieAudio();
+    EXPECT_FALSE(saved->movieHasUserAudio());
+    EXPECT_TRUE(saved->shouldRemoveAudioTracks && saved->isModified) << "its own sound stays silent";
+
+    movie.revertToOriginalMovieAudio();
+    EXPECT_FALSE(movie.movieHasUserAudio() || movie.shouldRemoveAudioTracks);
+}
+
+TEST(MovieTest, AnotherFileReplacesPathUrlNameAndBookmarkAndIsFollowedFromThenOn) {
+    const QTemporaryDir folder;
+    const QString old = folder.filePath(u"v1.mov"_s), next = folder.filePath(u"v2 #3.mov"_s),
+                  moved = folder.filePath(u"moved.mov"_s);
+    for (const QString& path : {old, next})
+        ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+    Movie movie(old, createFileBookmark(old));
+    movie.setFlag(903);
+    movie.addVideoFile(next, createFileBookmark(next));
+    EXPECT_EQ(movie.filepathString, next);
+    EXPECT_EQ(movie.filepathURL.toLocalFile(), next) << "a # in a name is no fragment";
+    EXPECT_EQ(movie.filenameString, u"v2 #3.mov"_s);
+    EXPECT_EQ(movie.flagString, u"903"_s);
+    EXPECT_FALSE(movie.isModified) << "the mark is for sound";
+    ASSERT_TRUE(QFile::rename(next, moved));
+    EXPECT_TRUE(movie.fileIsFound(false));
+    EXPECT_EQ(movie.filepathString, moved);
 }
 
 TEST(PlaylistTest, CountAndMissingStateFollowTheList) {
