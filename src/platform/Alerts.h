@@ -16,19 +16,22 @@ struct Alert {
     QString informativeText;
     QStringList buttons; ///< empty means one "OK"
     AlertStyle style = AlertStyle::warning;
+    bool tellsDismissal = false; ///< closed without a button, it answers `Alerts::dismissed`
 };
 
 /// Shows alerts. Interface thread; `run` returns when answered, while the windows stay alive behind it.
 class Alerts {
 public:
-    static constexpr int firstButton = 1000, secondButton = 1001, thirdButton = 1002;
+    static constexpr int firstButton = 1000, secondButton = 1001, thirdButton = 1002, dismissed = 0;
     virtual ~Alerts() = default;
-    /// The number of the button pressed; any other way of closing gives the answer of the last button.
+    /// The number of the button pressed; any other way of closing gives the answer of the last button (or
+    /// `dismissed`, where the alert asks for that).
     [[nodiscard]] virtual int run(const Alert& alert) = 0;
     void show(const Alert& alert) { static_cast<void>(run(alert)); }
 };
 
-/// Alerts answered by a script: for tests and the headless tool. Without an answer left it gives the last button's.
+/// Alerts answered by a script: for tests and the headless tool. Without an answer left it gives the last button's
+/// (or `dismissed`).
 class ScriptedAlerts : public Alerts {
 public:
     std::deque<int> answers;

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -13,6 +14,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -61,10 +63,35 @@ void addAccessory(QFileDialog& dialog, const SavePanel& panel) {
                      });
 }
 
+/// A message box that can be closed without any of its buttons, which Qt's own lets nobody do.
+class DismissibleBox : public QMessageBox {
+public:
+    DismissibleBox(bool dismissible, QWidget* parent)
+        : QMessageBox(parent)
+        , dismissible_(dismissible) {}
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (dismissible_ && event->matches(QKeySequence::Cancel))
+            reject();
+        else
+            QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override {
+        if (dismissible_)
+            QDialog::closeEvent(event);
+        else
+            QMessageBox::closeEvent(event);
+    }
+
+private:
+    bool dismissible_;
+};
+
 } // namespace
 
 int DesktopAlerts::run(const Alert& alert) {
-    QMessageBox box(QApplication::activeWindow());
+    DismissibleBox box(alert.tellsDismissal, QApplication::activeWindow());
     box.setWindowTitle(QGuiApplication::applicationDisplayName());
     box.setText(QStringLiteral("<b>%1</b>")
                     .arg(alert.message.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"))));
@@ -76,17 +103,17 @@ int DesktopAlerts::run(const Alert& alert) {
     std::vector<QAbstractButton*> buttons;
     for (qsizetype at = 0; at < titles.size(); ++at) {
         const bool last = at + 1 == titles.size() && titles.size() > 1;
-        const auto role = at == 0 ? QMessageBox::AcceptRole
-                          : last  ? QMessageBox::RejectRole
-                                  : QMessageBox::ActionRole;
+        const auto role = at == 0 || alert.tellsDismissal ? QMessageBox::AcceptRole
+                          : last                          ? QMessageBox::RejectRole
+                                                          : QMessageBox::ActionRole;
         buttons.push_back(box.addButton(titles[at], role));
     }
     box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
-    box.setEscapeButton(buttons.back());
+    if (!alert.tellsDismissal) box.setEscapeButton(buttons.back());
     box.exec();
     for (size_t at = 0; at < buttons.size(); ++at)
         if (box.clickedButton() == buttons[at]) return firstButton + int(at);
-    return firstButton + int(buttons.size()) - 1;
+    return alert.tellsDismissal ? dismissed : firstButton + int(buttons.size()) - 1;
 }
 
 QString DesktopPanels::runSave(const SavePanel& panel) {
