@@ -1,19 +1,23 @@
 #include "app/MediaAdding.h"
 
+#include "app/FileStates.h"
 #include "app/Library.h"
 #include "app/MediaWalk.h"
 #include "app/ProgressBoard.h"
 #include "app/SessionFiles.h"
+#include "app/SessionMigration.h"
 #include "app/Thumbnails.h"
 #include "app/WorkQueue.h"
 #include "media/MediaTypes.h"
 #include "platform/Panels.h"
 #include "platform/UserDefaults.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 
 #include <deque>
+#include <optional>
 
 namespace daylark {
 
@@ -38,7 +42,9 @@ bool isSessionPath(const QString& path) {
 
 /// What was asked for; a value for the worker.
 struct MediaAdding::Request {
-    enum class Kind { files, folders, playlists, dropOnPlaylists, dropOnMovies, desktop };
+    enum class Kind { files, folders, playlists, bundles, dropOnPlaylists, dropOnMovies, desktop };
+    /// A bundle that a person drops or opens by itself is wanted; the folder operations pass bundles over.
+    [[nodiscard]] bool takesBundles() const { return kind >= Kind::bundles; }
     Kind kind = Kind::files;
     QStringList paths;
     std::weak_ptr<Playlist> target; ///< the playlist selected when it was asked for
@@ -53,7 +59,8 @@ struct MediaAdding::Group {
     QString playlistName;        ///< of a new playlist; null: the default name
     bool mayMakePlaylist = true; ///< when there is none that could take them
     bool fromDesktop = false;
-    QString sessionPath; ///< instead of items: a session to import
+    QString sessionPath;                   ///< instead of items: a session to import
+    std::optional<SessionContents> bundle; ///< instead of items: what a bundle holds
     std::weak_ptr<Playlist> target;
     bool hadTarget = false;
 };
@@ -79,6 +86,8 @@ private:
     }
     static void lookThroughFolders(const Request& request, const QStringList& folders, const WalkWatch& watch,
                                    const Deliver& deliver);
+    static void lookIntoBundles(const Request& request, const QStringList& bundles, const WalkWatch& watch,
+                                const Deliver& deliver);
     static void lookAtDesktopFile(const Request& request, const QString& path, const WalkWatch& watch,
                                   const Deliver& deliver);
 };
@@ -87,13 +96,24 @@ private:
 void MediaAdding::Worker::lookThroughFolders(const Request& request, const QStringList& folders,
                                              const WalkWatch& watch, const Deliver& deliver) {
     for (const QString& folder : folders) {
-        if (QFileInfo(folder).suffix() == QLatin1String("dlm"))
-            continue; // bundles have a way in of their own
+        if (isBundlePath(folder)) continue; // bundles have a way in of their own
         Group group = groupFor(request);
         group.ownPlaylist = true;
         group.playlistName = lastPathComponent(folder);
         group.media = mediaAmong(filesUnderFolder(folder, watch), request.allowImageFiles, watch);
         if (watch.isCancelled()) return;
+        deliver(std::move(group));
+    }
+}
+
+void MediaAdding::Worker::lookIntoBundles(const Request& request, const QStringList& bundles,
+                                          const WalkWatch& watch, const Deliver& deliver) {
+    for (const QString& bundle : bundles) {
+        if (watch.isCancelled()) return;
+        Result<SessionContents> contents = readSessionFile(QDir(bundle).filePath(QStringLiteral("data.dls")));
+        if (!contents) continue;
+        Group group = groupFor(request);
+        group.bundle = *std::move(contents); // the records go over whole: nothing is left on this side
         deliver(std::move(group));
     }
 }
@@ -113,9 +133,14 @@ void MediaAdding::Worker::lookAtDesktopFile(const Request& request, const QStrin
 }
 
 void MediaAdding::Worker::look(const Request& request, const WalkWatch& watch, const Deliver& deliver) {
-    QStringList folders, files;
-    for (const QString& path : request.paths)
-        (QFileInfo(path).isDir() ? folders : files).append(path);
+    QStringList folders, files, bundles;
+    for (const QString& path : request.paths) {
+        const bool folder = QFileInfo(path).isDir();
+        const bool bundle = folder && request.takesBundles() && isBundlePath(path);
+        (bundle ? bundles : folder ? folders : files).append(path);
+    }
+    lookIntoBundles(request, bundles, watch, deliver);
+    if (!bundles.isEmpty() && folders.isEmpty() && files.isEmpty()) return;
     QStringList underFolders;
     Group group = groupFor(request);
     switch (request.kind) {
@@ -135,6 +160,8 @@ void MediaAdding::Worker::look(const Request& request, const WalkWatch& watch, c
         break;
     case Request::Kind::playlists:
         lookThroughFolders(request, folders, watch, deliver);
+        return;
+    case Request::Kind::bundles:
         return;
     case Request::Kind::dropOnPlaylists:
         lookThroughFolders(request, folders, watch, deliver);
@@ -174,6 +201,10 @@ void MediaAdding::addMediaFoldersToSelectedPlaylist(const QStringList& folders) 
 
 void MediaAdding::createPlaylistsWithFolders(const QStringList& folders) {
     enqueue({Request::Kind::playlists, folders, {}, false, false});
+}
+
+void MediaAdding::addDLMFilesToSelectedPlaylist(const QStringList& bundles) {
+    enqueue({Request::Kind::bundles, bundles, {}, false, false});
 }
 
 void MediaAdding::addMediaFromOpenDialog() {
@@ -276,7 +307,27 @@ MediaAdding::Movies MediaAdding::addItems(const std::shared_ptr<Playlist>& playl
     return movies;
 }
 
+void MediaAdding::addBundle(const SessionContents& contents) {
+    Library& library = surroundings_.library;
+    const qsizetype first = qsizetype(library.playlists().size());
+    // Behind what is there: nobody loses a session by adding to it.
+    for (const auto& playlist : contents.playlists)
+        library.appendPlaylist(playlist, false);
+    if (contents.lonePlaylist) library.appendPlaylist(contents.lonePlaylist, false);
+    if (qsizetype(library.playlists().size()) == first) return;
+    const qsizetype added = qsizetype(library.playlists().size()) - first;
+    const qint64 selected = contents.lastSelectedPlaylistIndex.value_or(0);
+    library.selectPlaylist(first + (selected >= 0 && selected < added ? qsizetype(selected) : 0));
+    updatePlaylistsWithNewVariables(library);
+    surroundings_.fileStates.updateAllFilePaths();
+    library.selectMovies({0});
+}
+
 void MediaAdding::apply(const Group& group) {
+    if (group.bundle) {
+        addBundle(*group.bundle);
+        return;
+    }
     if (!group.sessionPath.isNull()) {
         surroundings_.sessionFiles.dragSessionImport(group.sessionPath);
         return;

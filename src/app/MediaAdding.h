@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Playlist.h"
+#include "model/Session.h"
 
 #include <QObject>
 #include <QStringList>
@@ -10,6 +10,7 @@
 
 namespace daylark {
 
+class FileStates;
 class Library;
 class Panels;
 class ProgressBoard;
@@ -31,6 +32,7 @@ public:
         SessionFiles& sessionFiles;
         ProgressBoard& progress;
         Thumbnails& thumbnails;
+        FileStates& fileStates;
     };
     explicit MediaAdding(const Surroundings& surroundings, QObject* parent = nullptr);
     ~MediaAdding() override;
@@ -38,12 +40,16 @@ public:
     void addMediaFilesToSelectedPlaylist(const QStringList& paths);
     void addMediaFoldersToSelectedPlaylist(const QStringList& folders);
     void createPlaylistsWithFolders(const QStringList& folders);
+    /// Bundles ("*.dlm" folders): the playlists of the session inside are added behind the others, or the one
+    /// playlist that is archived there. A bundle without a readable "data.dls" is skipped.
+    void addDLMFilesToSelectedPlaylist(const QStringList& bundles);
     void addMediaFromOpenDialog();
-    void processFile(const QString& path);    ///< opened from the desktop or the command line
-    void openPaths(const QStringList& paths); ///< files by `processFile`; every folder becomes a playlist
+    void processFile(const QString& path); ///< opened from the desktop or the command line
+    /// Files by `processFile`; every folder becomes a playlist, a bundle is added.
+    void openPaths(const QStringList& paths);
     /// A drop: on the playlist table every folder becomes a playlist and loose files go to a new one; on
     /// table or tiles they go into the selected playlist (a new one when there is none or a divider). A first
-    /// file "*.dls" is imported.
+    /// file "*.dls" is imported; a bundle dropped itself is added, one inside a folder is passed over.
     void dropOnPlaylists(const QStringList& paths);
     void dropOnMovies(const QStringList& paths);
 
@@ -61,6 +67,7 @@ private:
     void startNext();
     void requestDone();
     void apply(const Group& group);
+    void addBundle(const SessionContents& contents);
     std::shared_ptr<Playlist> targetOf(const Group& group);
     Movies addItems(const std::shared_ptr<Playlist>& playlist, const Group& group);
 

@@ -12,8 +12,6 @@ namespace daylark {
 
 namespace {
 
-const QString bundleExtension = QStringLiteral("dlm");
-
 void collectFiles(const QString& folder, const WalkWatch& watch, QStringList& files) {
     QFileInfoList entries = QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::NoSort);
     std::sort(entries.begin(), entries.end(),
@@ -23,16 +21,20 @@ void collectFiles(const QString& folder, const WalkWatch& watch, QStringList& fi
         if (!entry.isDir())
             files.append(entry.filePath());
         else if (!entry.isSymLink() &&
-                 entry.suffix() != bundleExtension) // a linked folder could lead in a circle
+                 !isBundlePath(entry.filePath())) // a linked folder could lead in a circle
             collectFiles(entry.filePath(), watch, files);
     }
 }
 
 } // namespace
 
+bool isBundlePath(const QString& path) {
+    return QFileInfo(QDir::cleanPath(path)).suffix() == QLatin1String("dlm");
+}
+
 QStringList filesUnderFolder(const QString& folder, const WalkWatch& watch) {
     QStringList files;
-    if (QFileInfo(folder).suffix() != bundleExtension) collectFiles(QDir::cleanPath(folder), watch, files);
+    if (!isBundlePath(folder)) collectFiles(QDir::cleanPath(folder), watch, files);
     return files;
 }
 

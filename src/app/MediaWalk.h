@@ -23,6 +23,9 @@ struct WalkWatch {
     [[nodiscard]] bool isCancelled() const { return cancelled && *cancelled; }
 };
 
+/// Whether the path is named like a movie bundle ("*.dlm").
+[[nodiscard]] bool isBundlePath(const QString& path);
+
 /// Every file under a folder, depth first, sorted by path within each folder; hidden entries are skipped,
 /// bundles ("*.dlm", folders on the disk) and linked folders are not descended into. A folder that is a
 /// bundle or cannot be read gives nothing.

@@ -37,8 +37,10 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
     , fileStates_(library_, surroundings_.defaults)
     , sessionFiles_({library_, surroundings_.defaults, surroundings_.alerts, surroundings_.panels,
                      temporarySessionPath(surroundings_.places)})
-    , mediaAdding_(
-          {library_, surroundings_.defaults, surroundings_.panels, sessionFiles_, progress_, thumbnails_})
+    , sessionMigration_(
+          {library_, surroundings_.defaults, surroundings_.alerts, sessionFiles_, fileStates_, thumbnails_})
+    , mediaAdding_({library_, surroundings_.defaults, surroundings_.panels, sessionFiles_, progress_,
+                    thumbnails_, fileStates_})
     , playlistEditing_({library_, sessionFiles_, fileStates_, edits_, surroundings_.alerts})
     , notesExport_({library_, surroundings_.defaults, surroundings_.alerts, surroundings_.panels})
     , playerWindow_({surroundings_.defaults, surroundings_.alerts, surroundings_.pasteboard,
@@ -79,7 +81,12 @@ void PlaylistController::connectParts() {
             playerWindow_.list().setMovies(movies, qsizetype(current - movies.begin()));
     });
     connect(&thumbnails_, &Thumbnails::idle, this, &PlaylistController::noteEdit);
-    connect(&sessionFiles_, &SessionFiles::sessionImported, &fileStates_, &FileStates::updateAllFilePaths);
+    connect(&sessionFiles_, &SessionFiles::sessionImported, this, [this] {
+        fileStates_.updateAllFilePaths();
+        sessionMigration_.checkMovies();
+    });
+    connect(&sessionMigration_, &SessionMigration::questionDismissed, this, &PlaylistController::terminate,
+            Qt::QueuedConnection);
     connect(&sessionFiles_, &SessionFiles::bringToFront, this, &PlaylistController::libraryToFront);
     connect(&playerWindow_, &MoviePlayerController::movieProbed, &library_, &Library::announceMovie);
     connect(&mediaAdding_, &MediaAdding::openedFromDesktop, this, [this](bool launchViewer) {
@@ -112,6 +119,7 @@ void PlaylistController::sessionIsThere(bool restored) {
     if (!library_.arrangedMovies().empty()) library_.selectMovies({0});
     started_ = true;
     Q_EMIT started();
+    sessionMigration_.checkMovies();
     if (!waitingFiles_.isEmpty()) mediaAdding_.openPaths(std::exchange(waitingFiles_, {}));
 }
 
@@ -120,7 +128,8 @@ void PlaylistController::probeWhatWasLeft() {
     Thumbnails::Movies left;
     for (const auto& playlist : library_.playlists())
         for (const auto& movie : playlist->movieList)
-            if (movie->fileSizeText.isEmpty() && movie->creatingThumbnailText.isEmpty())
+            if (movie->fileSizeText.isEmpty() && movie->creatingThumbnailText.isEmpty() &&
+                !movie->bookmarkStore.isNil) // older items are left alone
                 left.push_back(movie);
     if (!left.empty()) thumbnails_.probeAndThumbnail(left);
 }

@@ -7,6 +7,7 @@
 #include "app/PlaylistEditing.h"
 #include "app/ProgressBoard.h"
 #include "app/SessionFiles.h"
+#include "app/SessionMigration.h"
 #include "app/Thumbnails.h"
 #include "model/ReviewEdits.h"
 #include "platform/Desktop.h"
@@ -42,8 +43,8 @@ public:
     /// Start-up after the preferences, which the constructor prepares: previous session, viewer, found state.
     /// Windows connect before this. `started` when the previous session is there.
     void awake();
-    void openFiles(const QStringList& paths); ///< files by `processFile`; folders become playlists. Before
-                                              ///< `started` they wait.
+    void openFiles(const QStringList& paths); ///< files by `processFile`; folders become playlists, bundles
+                                              ///< are added. Before `started` they wait.
     void applicationWillTerminate();
     void checkToClose(); ///< a last playlist named "File From Link" goes, and the program with it
 
@@ -56,6 +57,7 @@ public:
     [[nodiscard]] Thumbnails& thumbnails() { return thumbnails_; }
     [[nodiscard]] FileStates& fileStates() { return fileStates_; }
     [[nodiscard]] SessionFiles& sessionFiles() { return sessionFiles_; }
+    [[nodiscard]] SessionMigration& sessionMigration() { return sessionMigration_; }
     [[nodiscard]] MediaAdding& mediaAdding() { return mediaAdding_; }
     [[nodiscard]] PlaylistEditing& playlistEditing() { return playlistEditing_; }
     [[nodiscard]] NotesExport& notesExport() { return notesExport_; }
@@ -94,6 +96,7 @@ private:
     Thumbnails thumbnails_;
     FileStates fileStates_;
     SessionFiles sessionFiles_;
+    SessionMigration sessionMigration_;
     MediaAdding mediaAdding_;
     PlaylistEditing playlistEditing_;
     NotesExport notesExport_;

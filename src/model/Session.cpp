@@ -68,6 +68,14 @@ std::optional<qint64> integerOfKey(const Value& root, QStringView key) {
     return number ? std::optional(numberToInt64(*number)) : std::nullopt;
 }
 
+std::shared_ptr<Playlist> lonePlaylistOf(const Value& root) {
+    if (auto playlist = std::dynamic_pointer_cast<Playlist>(root.object())) return playlist;
+    if (const Value::Dictionary* entries = root.dictionary())
+        for (const auto& [key, value] : *entries)
+            if (auto playlist = std::dynamic_pointer_cast<Playlist>(value.object())) return playlist;
+    return nullptr;
+}
+
 template<class Record>
 std::vector<std::shared_ptr<Record>> archivedCopies(const std::vector<std::shared_ptr<Record>>& records) {
     Value::Array array;
@@ -133,7 +141,10 @@ Result<SessionContents> decodeSession(const QByteArray& bytes) {
     const Value list = (*root)[u"playlists"];
     const Value::Array* playlists = list.array();
     contents.hasPlaylists = playlists != nullptr;
-    if (!playlists) return contents;
+    if (!playlists) {
+        contents.lonePlaylist = lonePlaylistOf(*root);
+        return contents;
+    }
     contents.playlists.reserve(playlists->size());
     for (const Value& element : *playlists)
         if (auto playlist = std::dynamic_pointer_cast<Playlist>(element.object()))

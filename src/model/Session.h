@@ -23,6 +23,8 @@ struct SessionContents {
         int majorVersion = 1, minorVersion = 14, patchVersion = 1, build = 431;
     };
     std::optional<Version> version;
+    /// Of an archive without "playlists": the playlist that is its root or stands in its root. Never written.
+    std::shared_ptr<Playlist> lonePlaylist;
 };
 
 /// The classes that session archives hold.

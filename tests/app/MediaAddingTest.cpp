@@ -1,5 +1,6 @@
 #include "app/AppFixture.h"
 #include "app/Watchdog.h"
+#include "archive/KeyedArchive.h"
 
 namespace daylark::test {
 namespace {
@@ -8,6 +9,19 @@ class MediaAddingTest : public AppFixture {
 protected:
     void SetUp() override { start(); }
     MediaAdding& adding() { return controller->mediaAdding(); }
+    /// A bundle that holds this archive.
+    QString makeBundle(const QString& name, const QByteArray& archive) {
+        makeFile(name + u"/inside.mov"_s);
+        makeFile(name + u"/data.dls"_s, archive);
+        return path(name);
+    }
+    static std::shared_ptr<Playlist> playlistNamed(const QString& name) {
+        auto playlist = std::make_shared<Playlist>();
+        playlist->name = name;
+        playlist->playlistType = QString(); // as an older version leaves it
+        playlist->movieList.push_back(std::make_shared<Movie>(u"/nowhere/"_s + name + u".mov"_s));
+        return playlist;
+    }
     /// A day folder with a movie, a still, a text, a hidden movie, a subfolder and a bundle.
     QString dayFolder() {
         makeFile(u"day/b.mov"_s);
@@ -49,6 +63,62 @@ TEST_F(MediaAddingTest, AFolderGivesItsMoviesDepthFirstByPathAndStillsOnlyByPref
     adding().addMediaFoldersToSelectedPlaylist({path(u"day"_s)});
     settleAdding();
     EXPECT_EQ(shownNames(), (QStringList{u"y.png"_s, u"z.MXF"_s, u"b.mov"_s, u"still.jpg"_s}));
+}
+
+TEST_F(MediaAddingTest, ABundleBringsItsSessionOrItsOnePlaylistBehindWhatIsThere) {
+    addPlaylist(u"Mine"_s, {u"m.mov"_s});
+    SessionContents session;
+    session.hasPlaylists = true;
+    session.playlists = {playlistNamed(u"A"_s), playlistNamed(u"B"_s)};
+    session.lastSelectedPlaylistIndex = 1;
+    const QString whole = makeBundle(u"whole.dlm"_s, encodeSession(session)),
+                  lone = makeBundle(u"lone.dlm"_s, archiveRoot(playlistNamed(u"Lone"_s))),
+                  keyed = makeBundle(u"keyed.dlm"_s,
+                                     archiveRoot(Value::Dictionary{{u"name"_s, u"no playlist"_s},
+                                                                   {u"list"_s, playlistNamed(u"Keyed"_s)}})),
+                  other = makeBundle(u"other.dlm"_s, archiveRoot(Value::Dictionary{{u"movie"_s, 1}})),
+                  torn = makeBundle(u"torn.dlm"_s, "bplist00 torn");
+    QDir(folder.path()).mkdir(u"empty.dlm"_s);
+
+    adding().addDLMFilesToSelectedPlaylist({whole});
+    ASSERT_EQ(controller->progress().jobs().size(), 1u);
+    EXPECT_EQ(controller->progress().jobs()[0].title, u"Adding Media Files..."_s);
+    EXPECT_TRUE(controller->progress().jobs()[0].window);
+    settleAdding();
+    EXPECT_EQ(playlistNames(), (QStringList{u"Mine"_s, u"A"_s, u"B"_s}));
+    EXPECT_EQ(library().selectedPlaylistRows(), Library::Rows{2}); // the one that the bundle names
+    EXPECT_EQ(library().selectedMovieRows(), Library::Rows{0});
+    EXPECT_EQ(library().playlists()[1]->playlistType, u"playlist"_s);
+    EXPECT_EQ(library().playlists()[1]->itemCount, u"1"_s);
+    EXPECT_TRUE(sessionFiles().sessionIsModified());
+    EXPECT_TRUE(waitUntil([this] { return !controller->fileStates().isUpdating(); }));
+    EXPECT_EQ(library().playlists()[1]->status, 2);
+
+    adding().addDLMFilesToSelectedPlaylist(
+        {torn, lone, path(u"empty.dlm"_s), other, path(u"gone.dlm"_s), keyed, makeFile(u"file.dlm"_s)});
+    settleAdding();
+    EXPECT_EQ(playlistNames(), (QStringList{u"Mine"_s, u"A"_s, u"B"_s, u"Lone"_s, u"Keyed"_s}));
+    EXPECT_EQ(library().selectedPlaylistRows(), Library::Rows{4});
+    EXPECT_TRUE(alerts.shown.empty());
+}
+
+TEST_F(MediaAddingTest, ABundleIsAddedWhenDroppedOrOpenedItselfAndPassedOverAmongFolders) {
+    const QString bundle = makeBundle(u"b.dlm"_s, archiveRoot(playlistNamed(u"Bundle"_s)));
+    adding().addMediaFoldersToSelectedPlaylist({bundle, bundle + u'/'});
+    adding().createPlaylistsWithFolders({bundle, bundle + u'/'});
+    settleAdding();
+    EXPECT_TRUE(library().playlists().empty());
+
+    controller->openFiles({bundle + u'/'});
+    settleAdding();
+    EXPECT_FALSE(controller->mHidePlaylistWindow());
+    adding().dropOnPlaylists({bundle, dayFolder()});
+    settleAdding();
+    adding().dropOnMovies({bundle});
+    settleAdding();
+    EXPECT_EQ(playlistNames(), (QStringList{u"Bundle"_s, u"Bundle"_s, u"day"_s, u"Bundle"_s}));
+    for (const auto& playlist : library().playlists())
+        EXPECT_EQ(playlist->count(), playlist->name == u"day"_s ? 2 : 1) << playlist->name.toStdString();
 }
 
 TEST_F(MediaAddingTest, ADropOnThePlaylistsMakesOneOfEveryFolderAndOneOfTheLooseFiles) {
