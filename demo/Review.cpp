@@ -20,6 +20,7 @@
 #include "ui/Theme.h"
 #include "ui/ViewerWindow.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QDrag>
@@ -100,6 +101,7 @@ private:
     void checkFiles();
     void saveInPanel(const QString& keys, const QString& path);
     void hold(QWidget& window, QRect geometry);
+    void clickButton(QMainWindow& window, const QString& command);
     [[nodiscard]] QPoint itemMiddle(const QAbstractItemView* view, int row, int column = 0);
     [[nodiscard]] std::optional<int> numberOnScreen();
     [[nodiscard]] Movie& firstMovie() {
@@ -150,6 +152,15 @@ std::optional<int> Review::numberOnScreen() {
     return readBarCode(grabbed.toImage());
 }
 
+/// A window's button that is bound to a command.
+void Review::clickButton(QMainWindow& window, const QString& command) {
+    for (const QToolButton* button : window.findChildren<QToolButton*>())
+        if (button->isVisible() && button->defaultAction() &&
+            button->defaultAction()->objectName() == command)
+            return robot_.click(button);
+    check(false, QStringLiteral("there is a button for %1").arg(command));
+}
+
 void Review::startProgram() {
     program_ = std::make_unique<DesktopProgram>(DesktopProgram::Places::current());
     program_->start({});
@@ -191,9 +202,11 @@ void Review::lookAround() {
     robot_.click(itemMiddle(library().playlistsPane().table(), 0, 1));
     robot_.click(itemMiddle(library().itemsPane().activeView(), 0));
     shot(QStringLiteral("library-tiles.png"));
-    library().itemsPane().showTiles(false);
+    clickButton(library(), QStringLiteral("view.list"));
+    check(!library().itemsPane().tilesShown(), QStringLiteral("the list button shows the list"));
     shot(QStringLiteral("library-list.png"));
-    library().itemsPane().showTiles(true);
+    clickButton(library(), QStringLiteral("view.tiles"));
+    check(library().itemsPane().tilesShown(), QStringLiteral("the tiles button shows the tiles"));
     check(controller().library().selectedMovieRows() == Library::Rows{0},
           QStringLiteral("a click selects the first item"));
 }
@@ -235,6 +248,12 @@ void Review::reviewInViewer() {
     if (!firstMovie().bookmarkStore.empty())
         check(firstMovie().bookmarkStore.front()->firstFrame == paused + 4,
               QStringLiteral("the bookmark stands on the frame shown"));
+
+    clickButton(viewer(), QStringLiteral("viewer.bookmarks"));
+    const auto* table = viewer().bookmarks()->findChild<QTableView*>(QStringLiteral("bookmarkTable"));
+    check(robot_.waitFor([&] { return viewer().bookmarks()->isVisible() && table->model()->rowCount() == 1; },
+                         5000),
+          QStringLiteral("the bookmark panel lists it"));
 
     robot_.key(QStringLiteral("n"));
     check(robot_.waitFor([&] { return viewer().notes()->isVisible(); }, 5000),

@@ -21,6 +21,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <set>
+
 namespace daylark {
 
 namespace {
@@ -67,6 +69,15 @@ ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, Q
     columnsChanged_.setSingleShot(true);
     columnsChanged_.setInterval(300);
     connect(&columnsChanged_, &QTimer::timeout, this, &ItemsPane::storeColumns);
+
+    visibleChanged_.setSingleShot(true);
+    visibleChanged_.setInterval(100);
+    connect(&visibleChanged_, &QTimer::timeout, this, &ItemsPane::prioritiseVisible);
+    connect(model_, &QAbstractItemModel::modelReset, &visibleChanged_, qOverload<>(&QTimer::start));
+    for (const QAbstractItemView* view :
+         {static_cast<QAbstractItemView*>(table_), static_cast<QAbstractItemView*>(tiles_)})
+        connect(view->verticalScrollBar(), &QScrollBar::valueChanged, &visibleChanged_,
+                qOverload<>(&QTimer::start));
 
     const int stored = controller_.defaults().integerForKey(tileSizeKey);
     setTileSize(stored > 0 ? stored : 100);
@@ -287,6 +298,22 @@ void ItemsPane::showLibrarySelection(QAbstractItemView* view) {
         view->horizontalScrollBar()->setValue(sideways);
     }
     following_ = false;
+}
+
+void ItemsPane::prioritiseVisible() {
+    if (controller_.thumbnails().isIdle()) return;
+    const QAbstractItemView* view = activeView();
+    const Library::Movies& movies = controller_.library().arrangedMovies();
+    constexpr int probe = 40; // points, smaller than any row or tile
+    std::set<int> rows;
+    for (int y = probe / 2; y < view->viewport()->height(); y += probe)
+        for (int x = probe / 2; x < (tilesShown() ? view->viewport()->width() : probe); x += probe)
+            if (const int row = view->indexAt({x, y}).row(); row >= 0 && size_t(row) < movies.size())
+                rows.insert(row);
+    Thumbnails::Movies visible;
+    for (const int row : rows)
+        visible.push_back(movies[size_t(row)]);
+    controller_.thumbnails().prioritise(visible);
 }
 
 /// A first click sorts upwards, a second downwards, a third gives the playlist's own order back.

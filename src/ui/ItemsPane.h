@@ -55,6 +55,7 @@ private:
     void makeLayout(const Commands& commands);
     void prepareView(QAbstractItemView* view);
     void followLibrary();
+    void prioritiseVisible(); ///< what a person looks at gets its thumbnail first
     void showLibrarySelection(QAbstractItemView* view);
     void sortByColumn(int column);
     void showColumnsMenu(const QPoint& position);
@@ -74,6 +75,7 @@ private:
     DropHint* tableHint_ = nullptr;
     DropHint* tilesHint_ = nullptr;
     QTimer columnsChanged_;
+    QTimer visibleChanged_;
     bool following_ = false; ///< the selection is being taken over from the library
 };
 

@@ -39,7 +39,6 @@ LibraryWindow::LibraryWindow(PlaylistController& controller, QWidget* parent)
     , controller_(controller)
     , commands_(new Commands(this)) {
     setObjectName(QStringLiteral("libraryWindow"));
-    setWindowIcon(theme::icon(QStringLiteral("daylark")));
     addLibraryCommands(*commands_, controller_, *this);
     makeCentre();
     bindListKeys(*commands_, *this);

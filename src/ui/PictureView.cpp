@@ -46,6 +46,14 @@ void PictureView::clear() {
     setFrame({});
 }
 
+void PictureView::setMoving(bool moving) {
+    if (moving == moving_) return;
+    moving_ = moving;
+    if (moving_) return;
+    image_ = {};
+    update();
+}
+
 void PictureView::setHeadsUp(const HeadsUp& headsUp) {
     if (headsUp == headsUp_) return;
     headsUp_ = headsUp;
@@ -73,7 +81,8 @@ void PictureView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);
     if (const QRect device = deviceRect(); !device.isEmpty()) {
-        if (image_.size() != device.size()) image_ = renderFrame(frame_, device.size());
+        const RenderQuality quality = moving_ ? RenderQuality::quick : RenderQuality::exact;
+        if (image_.size() != device.size()) image_ = renderFrame(frame_, device.size(), false, quality);
         const qreal ratio = devicePixelRatioF();
         image_.setDevicePixelRatio(ratio);
         painter.drawImage(QPointF(device.topLeft()) / ratio, image_);

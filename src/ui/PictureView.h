@@ -30,6 +30,8 @@ public:
 
     void setFrame(const VideoFrame& frame);
     void clear();
+    /// While pictures follow one another they are scaled quickly; the one that stays is made exactly.
+    void setMoving(bool moving);
     void setHeadsUp(const HeadsUp& headsUp);
     [[nodiscard]] const HeadsUp& headsUp() const { return headsUp_; }
     [[nodiscard]] QRect
@@ -45,6 +47,7 @@ private:
     void paintHeadsUp(QPainter& painter) const;
 
     VideoFrame frame_;
+    bool moving_ = false;
     QImage image_; ///< `frame_` at its size on screen; null: to be made
     HeadsUp headsUp_;
 };

@@ -153,6 +153,7 @@ void apply(QApplication& application) {
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
     QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
     QPixmapCache::setCacheLimit(64 * 1024);
+    QApplication::setWindowIcon(icon(QStringLiteral("daylark")));
 }
 
 QFont numberFont() {

@@ -116,6 +116,25 @@ void addMovie(Commands& commands, MoviePlayerController& controller) {
     renameFlagCommands(commands, controller);
 }
 
+constexpr const char* thumbnailChoices[] = {"Set Thumbnail Image", "First Frame", "Second Frame",
+                                            "Middle Frame", "Last Frame"};
+
+QString thumbnailCommandId(const char* choice) {
+    return QStringLiteral("viewer.thumbnail.%1").arg(QString::fromLatin1(choice).remove(QLatin1Char(' ')));
+}
+
+void addThumbnails(Commands& commands, MoviePlayerController& controller, const ViewerWindowActions& window) {
+    for (const char* choice : thumbnailChoices) {
+        const QString title = QString::fromLatin1(choice);
+        commands.add({thumbnailCommandId(choice),
+                      title,
+                      {},
+                      {},
+                      [make = window.makeThumbnail, title] { make(title); },
+                      [&controller] { return controller.currentMovie() != nullptr; }});
+    }
+}
+
 /// A preference that is on or off, as a command.
 ViewerCommand switchOf(MoviePlayerController& controller, const char* name, const char* text, const char* key,
                        QKeySequence shortcut = {}) {
@@ -206,6 +225,7 @@ void addViewerCommands(Commands& commands, MoviePlayerController& controller,
                        const ViewerWindowActions& window) {
     addTransport(commands, controller);
     addMovie(commands, controller);
+    addThumbnails(commands, controller, window);
     addBookmarksAndView(commands, controller, window);
 }
 
@@ -218,6 +238,9 @@ void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
     QMenu* flags = movie->addMenu(viewerText("&Flag"));
     for (int tag = status::none; tag <= status::skip; ++tag)
         flags->addAction(commands.action(FlagPopUp::commandId(tag)));
+    QMenu* thumbnails = movie->addMenu(viewerText("&Thumbnail"));
+    for (const char* choice : thumbnailChoices)
+        thumbnails->addAction(commands.action(thumbnailCommandId(choice)));
     fill(movie, commands, {"-", "reveal", "copyPath", "copyFilename", "-", "close"});
     fill(menuBar.addMenu(viewerText("&Bookmarks")), commands,
          {"addBookmark", "goToBookmark", "deleteBookmark"});

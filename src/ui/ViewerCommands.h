@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 
 class QMenuBar;
@@ -19,6 +21,7 @@ struct ViewerWindowActions {
     std::function<void()> close;
     std::function<void()> goToSelectedBookmark, deleteSelectedBookmark;
     std::function<void()> showKeys;
+    std::function<void(const QString& choice)> makeThumbnail;
 };
 void addViewerCommands(Commands& commands, MoviePlayerController& controller,
                        const ViewerWindowActions& window);

@@ -89,6 +89,7 @@ void ViewerWindow::addCommands() {
     actions.goToSelectedBookmark = [this] { bookmarks_->goToSelected(); };
     actions.deleteSelectedBookmark = [this] { bookmarks_->deleteSelected(); };
     actions.showKeys = [this] { showKeys(); };
+    actions.makeThumbnail = [this](const QString& choice) { Q_EMIT thumbnailWanted(choice); };
     addViewerCommands(*commands_, controller_, actions);
     buildViewerMenus(*menuBar(), *commands_);
 }
@@ -166,6 +167,7 @@ void ViewerWindow::connectController() {
     connect(&controller_.player(), &Player::positionChanged, this, &ViewerWindow::showPosition);
     connect(&controller_.time(), &TimeDisplay::changed, this, &ViewerWindow::showPosition);
     connect(&controller_.transport(), &Transport::stateChanged, this, [this] {
+        picture_->setMoving(controller_.transport().isRunning());
         bar_->showState();
         commands_->refresh();
     });

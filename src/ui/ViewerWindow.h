@@ -34,6 +34,10 @@ public:
     [[nodiscard]] PlaylistDrawer* drawer() const { return drawer_; }
     [[nodiscard]] Commands& commands() { return *commands_; }
 
+Q_SIGNALS:
+    /// The movie on screen is to get another thumbnail, by a frame choice or "Set Thumbnail Image" (the picture shown).
+    void thumbnailWanted(const QString& choice);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
