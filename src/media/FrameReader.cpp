@@ -49,6 +49,7 @@ private:
         const auto known = earlierGroups_.find(key);
         return known == earlierGroups_.end() ? 0 : known->second;
     }
+    Result<VideoFrame> findFrame(qint64 n, const FramePassed& passed);
     Result<void> startAt(qint64 keyFrame);
     bool windTo(qint64 place, int attempt);
     Found decodeTo(qint64 n, const FramePassed& passed);
@@ -89,24 +90,29 @@ Result<VideoFrame> DecodingReader::readThrough(qint64 n, const FramePassed& pass
     if (n < 0 || n >= table_.index.count()) return Error{QStringLiteral("no such frame")};
     if (n == answer_.number) return answer_.frame;
     file_.setCancel(cancel);
+    Result<VideoFrame> result = findFrame(n, passed);
+    if (result)
+        answer_ = {n, *result};
+    else
+        started_ = false; // interrupted within a packet, the file stands beyond what place_ says
+    file_.setCancel(nullptr);
+    return result;
+}
+
+Result<VideoFrame> DecodingReader::findFrame(qint64 n, const FramePassed& passed) {
     const qint64 key = keyFrameBefore(n);
     const bool onTheWay = started_ && n > shown_.number && n >= firstValid_ && placeOf(key) <= place_;
     if (!onTheWay)
         if (const auto done = startAt(startFor(key, groupsBefore(key))); !done) return done.error();
-    Result<VideoFrame> result = Error{QStringLiteral("cancelled")};
     switch (decodeTo(n, passed)) {
     case Found::exact:
-        result = shown_.frame;
-        break;
+        return shown_.frame;
     case Found::missing:
-        result = afterMissing(n, passed);
-        break;
+        return afterMissing(n, passed);
     case Found::stopped:
         break;
     }
-    if (result) answer_ = {n, *result};
-    file_.setCancel(nullptr);
-    return result;
+    return Error{QStringLiteral("cancelled")};
 }
 
 /// The decoder left the picture out: because the sample is damaged, or because it could not make it without

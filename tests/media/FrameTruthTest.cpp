@@ -7,7 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <random>
+#include <thread>
 
 namespace daylark {
 namespace {
@@ -151,6 +153,38 @@ TEST_P(FrameTruthTest, EveryFrameAndEveryJumpShowsItsOwnPicture) {
     }
     for (qint64 n = index.count() - 1; n >= index.count() - 14; --n)
         ASSERT_EQ(pictureNumber((*reader)->read(n)), n + 1) << "backwards";
+}
+
+/// Whatever a read was doing when it was given up, the next ones show their own pictures.
+TEST(FrameReaderTest, ReadsGivenUpAtAnyMomentLeaveLaterOnesExact) {
+    const QTemporaryDir folder;
+    for (const char* extension : {"mov", "mkv", "ts"}) {
+        MovieSpec spec;
+        spec.path = folder.filePath(QStringLiteral("movie.") + QLatin1String(extension));
+        spec.size = QSize(256, 144);
+        spec.frames = 120;
+        spec.groupSize = 40;
+        ASSERT_TRUE(makeMovie(spec));
+        const auto reader = FrameReader::open(spec.path);
+        ASSERT_TRUE(reader);
+        std::mt19937 random(11);
+        int givenUp = 0;
+        for (int round = 0; round < 60; ++round) {
+            CancelFlag cancel = false;
+            const auto pause = std::chrono::microseconds(random() % 6000);
+            std::thread hand([&] {
+                std::this_thread::sleep_for(pause);
+                cancel = true;
+            });
+            const qint64 n = random() % quint64(spec.frames - 1);
+            givenUp += !(*reader)->read(n, &cancel);
+            hand.join();
+            const qint64 next = round % 2 ? qint64(random() % quint64(spec.frames)) : n + 1;
+            ASSERT_EQ(pictureNumber((*reader)->read(next)), next + 1) << extension << " round " << round;
+            ASSERT_EQ(pictureNumber((*reader)->read(n)), n + 1) << extension << " round " << round;
+        }
+        EXPECT_GT(givenUp, 0);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, FrameTruthTest, ::testing::ValuesIn(formats),
