@@ -71,16 +71,21 @@ Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel)
     code = avformat_find_stream_info(context, nullptr);
     if (code < 0) return av::errorOf("reading the streams", code);
     if (interrupted(file.interrupt_.get())) return av::errorOf("opening", AVERROR_EXIT);
-    bool hasSound = false;
     for (unsigned i = 0; i < context->nb_streams; ++i) {
         AVStream* stream = context->streams[i];
         if (!file.video_ && isRealVideo(stream)) file.video_ = stream;
-        hasSound = hasSound || stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO;
-        stream->discard = stream == file.video_ ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
+        if (!file.sound_ && stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) file.sound_ = stream;
     }
-    if (!file.video_ && !hasSound) return Error{QStringLiteral("neither picture nor sound")};
+    if (!file.video_ && !file.sound_) return Error{QStringLiteral("neither picture nor sound")};
+    file.deliver(file.video_ ? file.video_ : file.sound_);
     file.interrupt_->deadline = std::chrono::steady_clock::time_point::max();
     return file;
+}
+
+void MediaFile::deliver(const AVStream* stream) {
+    delivered_ = stream->index;
+    for (unsigned i = 0; i < format_->nb_streams; ++i)
+        format_->streams[i]->discard = int(i) == delivered_ ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
 }
 
 int MediaFile::readPacket(AVPacket* packet) const {
@@ -91,7 +96,7 @@ int MediaFile::readPacket(AVPacket* packet) const {
         if (code == AVERROR(EAGAIN)) continue;
         // A read error in the middle is the end of what can be read.
         if (code < 0) return cancelled() ? AVERROR_EXIT : AVERROR_EOF;
-        if (packet->stream_index == video_->index) return 0;
+        if (packet->stream_index == delivered_) return 0;
     }
 }
 

@@ -7,8 +7,9 @@
 
 namespace daylark {
 
-/// An opened media file with its first real video stream (cover pictures don't count), if it has one. Only
-/// that stream's packets are delivered. Every wait on the file can be cancelled; opening gives up after a few
+/// An opened media file with its first real video stream (cover pictures don't count) and its first sound
+/// stream, if it has them. Only the packets of one stream are delivered: the video stream's, unless `deliver`
+/// says otherwise. Every wait on the file can be cancelled; opening gives up after a few
 /// seconds whatever the file says. Internal to media/. One thread at a time. Fails for what is no regular
 /// file, is empty, or has no known format.
 class MediaFile {
@@ -19,7 +20,9 @@ public:
 
     [[nodiscard]] AVFormatContext* format() const { return format_.get(); }
     [[nodiscard]] AVStream* video() const { return video_; } ///< null: sound only
-    /// The next packet of the video stream; AVERROR_EOF at the end of what can be read, AVERROR_EXIT when
+    [[nodiscard]] AVStream* sound() const { return sound_; } ///< null: none
+    void deliver(const AVStream* stream);                    ///< video() or sound(); from the next packet on
+    /// The next packet of the stream delivered; AVERROR_EOF at the end of what can be read, AVERROR_EXIT when
     /// cancelled.
     [[nodiscard]] int readPacket(AVPacket* packet) const;
     void setCancel(const CancelFlag* cancel) const { interrupt_->cancel = cancel; }
@@ -41,6 +44,8 @@ private:
     std::unique_ptr<Interrupt> interrupt_; ///< outlives format_, which points to it
     av::FormatPtr format_;
     AVStream* video_ = nullptr;
+    AVStream* sound_ = nullptr;
+    int delivered_ = -1; ///< the stream's number
 };
 
 } // namespace daylark

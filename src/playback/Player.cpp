@@ -2,12 +2,14 @@
 
 #include "playback/DecodeThread.h"
 #include "playback/FrameCache.h"
+#include "playback/SoundOutput.h"
 
 #include <QTimer>
 
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <utility>
 
 namespace daylark {
 
@@ -29,9 +31,10 @@ qint64 ticksOnScale(const MediaTime& time, qint64 timeScale) {
 /// The player's state; interface thread, like the player.
 class Player::Engine {
 public:
-    Engine(Player& player, PlaybackClock& clock, qint64 cacheBudget)
+    Engine(Player& player, PlaybackClock& clock, qint64 cacheBudget, SoundOutput* sound)
         : q_(player)
         , clock_(clock)
+        , sound_(sound)
         , cache_(cacheBudget > 0 ? cacheBudget : FrameCache::defaultBudget())
         , index_(std::make_shared<SampleIndex>())
         , decoder_(
@@ -43,16 +46,24 @@ public:
         QObject::connect(&timer_, &QTimer::timeout, &player, &Player::tick);
     }
 
+    ~Engine() {
+        if (sound_) sound_->setMovie({}, nullptr);
+    }
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
     void open(const QString& path);
     void close();
     void moveTo(const MediaTime& time);
     void step(int direction);
     void setRate(float rate);
     void setLoops(bool loops);
+    void setVolume(float volume);
     void tick();
 
     Player& q_;
     PlaybackClock& clock_;
+    SoundOutput* const sound_; // may be null
     FrameCache cache_;
     std::shared_ptr<const SampleIndex> index_;
     bool open_ = false;
@@ -82,14 +93,19 @@ private:
     void advance();
     void end();
     void arm();
-    [[nodiscard]] double positionNow() const;
+    void startSound();
+    void stopSound();
+    void setBase(double position);
+    double positionNow();
     [[nodiscard]] qint64 ticksAtPosition(double position) const;
     [[nodiscard]] qint64 frameAtPosition(double position) const;
     [[nodiscard]] qint64 endOfFrame(qint64 frame) const;
     [[nodiscard]] int direction() const { return rate_ < 0 ? -1 : 1; }
     [[nodiscard]] qint64 last() const { return index_->count() - 1; }
 
+    QString path_;
     quint64 generation_ = 0;
+    bool sounding_ = false;    // the sound plays this run
     bool holdDemands_ = false; // while listeners of `opened` choose where to start
     bool loops_ = false;
     std::vector<qint64> asked_; // frames asked for since the exact one was shown, the newest last
@@ -114,6 +130,8 @@ void Player::Engine::announce() {
 void Player::Engine::forget() {
     ++generation_;
     const bool wasRunning = rate_ != 0;
+    if (sound_ && open_) sound_->setMovie({}, nullptr);
+    sounding_ = false;
     rate_ = 0;
     rolling_ = false;
     timer_.stop();
@@ -131,6 +149,7 @@ void Player::Engine::forget() {
 
 void Player::Engine::open(const QString& path) {
     forget();
+    path_ = path;
     decoder_.open(generation_, path);
     Q_EMIT q_.positionChanged();
 }
@@ -149,6 +168,7 @@ void Player::Engine::openingDone(const DecodeThread::Opening& opening) {
     }
     index_ = opening.index;
     open_ = true;
+    if (sound_) sound_->setMovie(path_, index_);
     frame_ = 0;
     holdDemands_ = true;
     Q_EMIT q_.opened();
@@ -166,6 +186,7 @@ void Player::Engine::place(qint64 ticks, int direction) {
     endedAt_ = 0;
     if (rate_ != 0) { // the run goes on from here
         rolling_ = false;
+        stopSound();
         startRun();
     }
     Q_EMIT q_.positionChanged();
@@ -230,8 +251,7 @@ void Player::Engine::setRate(float rate) {
     if (!open_ || rate == rate_ || !std::isfinite(rate)) return;
     const bool sameDirection = rolling_ && rate * rate_ > 0;
     if (sameDirection) {
-        runStart_ = positionNow();
-        runStartTime_ = clock_.nanoseconds();
+        setBase(positionNow());
     }
     if (endedAt_ != 0 &&
         rate * float(endedAt_) > 0) { // a run onto the end where it stands begins at the other end
@@ -245,8 +265,11 @@ void Player::Engine::setRate(float rate) {
         stopRun();
     } else if (!sameDirection) {
         rolling_ = false;
+        stopSound();
         travel_ = direction();
         startRun();
+    } else {
+        startSound();
     }
     Q_EMIT q_.rateChanged(rate);
     demand();
@@ -274,7 +297,8 @@ void Player::Engine::tryToRoll() {
     const qint64 next = frame_ + direction();
     if (next >= 0 && next <= last() && !cache_.contains(next)) return;
     rolling_ = true;
-    runStartTime_ = clock_.nanoseconds();
+    setBase(runStart_);
+    startSound();
     runFrom_ = frame_ + (shownNumber_ == frame_ ? direction() : 0);
     arm();
 }
@@ -282,13 +306,37 @@ void Player::Engine::tryToRoll() {
 void Player::Engine::stopRun() {
     timer_.stop();
     rolling_ = false;
+    stopSound();
     if (rate_ != 0) {
         rate_ = 0;
         Q_EMIT q_.rateChanged(0);
     }
 }
 
-double Player::Engine::positionNow() const {
+/// Sound is heard at the natural rate only; any other run is silent.
+void Player::Engine::startSound() {
+    if (!sound_ || rate_ != 1.0f) return stopSound();
+    sounding_ = true;
+    sound_->play(runStart_ / double(index_->timeScale));
+}
+
+void Player::Engine::stopSound() {
+    if (std::exchange(sounding_, false)) sound_->stop();
+}
+
+void Player::Engine::setBase(double position) {
+    runStart_ = position;
+    runStartTime_ = clock_.nanoseconds();
+}
+
+/// Sound that is heard says where the run stands. It may wait for the device, never turn back; where it falls
+/// silent for good, the clock goes on from there.
+double Player::Engine::positionNow() {
+    if (sounding_)
+        if (const std::optional<double> heard = sound_->position()) {
+            setBase(std::max(runStart_, *heard * double(index_->timeScale)));
+            return runStart_;
+        }
     const double elapsed = double(clock_.nanoseconds() - runStartTime_) / 1e9;
     return runStart_ + elapsed * double(rate_) * double(index_->timeScale);
 }
@@ -318,8 +366,8 @@ void Player::Engine::advance() {
         if (!loops_ || length <= 0) return end();
         position = std::fmod(position, length);
         if (direction() < 0) position += length;
-        runStart_ = position;
-        runStartTime_ = clock_.nanoseconds();
+        setBase(position);
+        startSound();
         runFrom_ = direction() > 0 ? 0 : last();
     }
     const qint64 frame = frameAtPosition(position);
@@ -357,9 +405,16 @@ void Player::Engine::arm() {
     timer_.start(std::clamp(int(std::ceil(seconds * 1000.0)), 1, 100));
 }
 
-Player::Player(PlaybackClock& clock, QObject* parent, qint64 cacheBudget)
+void Player::Engine::setVolume(float volume) {
+    volume_ = std::clamp(volume, 0.0f, 1.0f);
+    if (sound_) sound_->setVolume(volume_);
+}
+
+Player::Player(PlaybackClock& clock, QObject* parent, qint64 cacheBudget, SoundOutput* sound)
     : QObject(parent)
-    , engine_(std::make_unique<Engine>(*this, clock, cacheBudget)) {}
+    , engine_(std::make_unique<Engine>(*this, clock, cacheBudget, sound)) {
+    engine_->setVolume(engine_->volume_);
+}
 
 Player::~Player() = default;
 
@@ -412,7 +467,7 @@ void Player::setLoops(bool loops) {
     engine_->setLoops(loops);
 }
 void Player::setVolume(float volume) {
-    engine_->volume_ = std::clamp(volume, 0.0f, 1.0f);
+    engine_->setVolume(volume);
 }
 float Player::volume() const {
     return engine_->volume_;

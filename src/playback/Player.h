@@ -14,6 +14,8 @@
 
 namespace daylark {
 
+class SoundOutput;
+
 /// Plays one movie at a time: rate, position, single steps, loop, volume, end of movie. Positions are times
 /// on the movie's clock; which picture stands at a position is the sample index's to say, never a rounded
 /// second. Pictures come from one decode thread; requests are coalesced (the newest wins) and numbered by a
@@ -22,8 +24,10 @@ namespace daylark {
 class Player : public QObject {
     Q_OBJECT
 public:
-    /// `cacheBudget`: what decoded pictures may take (bytes); 0 means `FrameCache::defaultBudget()`.
-    explicit Player(PlaybackClock& clock, QObject* parent = nullptr, qint64 cacheBudget = 0);
+    /// `cacheBudget`: what decoded pictures may take (bytes); 0 means `FrameCache::defaultBudget()`. `sound`,
+    /// if any, is heard at rate 1 (only there) and is the clock while it is heard; both outlive the player.
+    explicit Player(PlaybackClock& clock, QObject* parent = nullptr, qint64 cacheBudget = 0,
+                    SoundOutput* sound = nullptr);
     ~Player() override;
 
     /// Opens a file on the decode thread; answers with `opened` or `openFailed`. A newer `open` or `close`

@@ -2,6 +2,7 @@
 
 #include "app/PlaylistController.h"
 #include "platform/UserDefaults.h"
+#include "playback/DeviceSound.h"
 #include "playback/PlaybackClock.h"
 #include "playback/Player.h"
 #include "ui/DesktopPanels.h"
@@ -15,7 +16,7 @@ namespace daylark {
 struct DesktopProgram::Objects {
     explicit Objects(const Places& places)
         : defaults(places.preferencesFile)
-        , player(clock)
+        , player(clock, nullptr, 0, &sound)
         , controller({defaults, alerts, panels, pasteboard, fileBrowser, places.system, player})
         , library(controller)
         , viewer(controller.playerWindow()) {}
@@ -26,6 +27,7 @@ struct DesktopProgram::Objects {
     DesktopPasteboard pasteboard;
     DesktopFileBrowser fileBrowser;
     MonotonicClock clock;
+    DeviceSound sound;
     Player player;
     PlaylistController controller;
     LibraryWindow library;

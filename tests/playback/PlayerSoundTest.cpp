@@ -1,0 +1,195 @@
+#include "playback/SoundOutput.h"
+#include "playback/SoundReadAhead.h"
+
+#include "support/PlayerBench.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace daylark {
+namespace {
+
+using bench::settledPicture;
+using bench::waitUntil;
+
+/// An output whose position a test sets by hand.
+class HandSound : public SoundOutput {
+public:
+    void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures) override {
+        movie = pictures ? path : QString();
+        playing.reset();
+        heard.reset();
+    }
+    void play(double seconds) override {
+        playing = seconds;
+        heard = available ? playing : std::nullopt;
+        ++starts;
+    }
+    void stop() override { playing.reset(); }
+    void setVolume(float value) override { volume = value; }
+    std::optional<double> position() const override { return heard; }
+
+    QString movie;
+    std::optional<double> playing, heard;
+    float volume = -1;
+    int starts = 0;
+    bool available = true;
+};
+
+class PlayerSoundTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        QSignalSpy opened(&player, &Player::opened);
+        path = bench::movie({.frames = 48, .group = 12});
+        player.open(path);
+        ASSERT_TRUE(waitUntil([&] { return opened.count() == 1; }));
+        ASSERT_EQ(settledPicture(player), 1);
+    }
+    void start(float rate) {
+        player.setRate(rate);
+        ASSERT_TRUE(waitUntil([&] { return player.isRolling(); }));
+    }
+    void turn(double frames) {
+        clock.now += qint64(frames * 1e9 / 24) + 1;
+        player.tick();
+    }
+    void hear(double frames) {
+        sound.heard = frames / 24 + 1e-6;
+        player.tick();
+    }
+
+    QString path;
+    bench::HandClock clock;
+    HandSound sound;
+    Player player{clock, nullptr, 0, &sound};
+};
+
+TEST_F(PlayerSoundTest, SoundThatIsHeardIsTheClock) {
+    EXPECT_EQ(sound.movie, path);
+    start(1);
+    EXPECT_EQ(sound.playing, 0.0);
+    turn(10);
+    EXPECT_EQ(player.currentFrame(), 1) << "the sound has not begun";
+    hear(5);
+    EXPECT_EQ(player.currentFrame(), 6);
+    hear(3);
+    EXPECT_EQ(player.currentFrame(), 6) << "never back";
+    hear(7);
+    EXPECT_EQ(player.currentFrame(), 8);
+    sound.heard.reset(); // the device is gone
+    player.tick();
+    turn(4);
+    EXPECT_EQ(player.currentFrame(), 12) << "the clock goes on from where the sound fell silent";
+    QSignalSpy ended(&player, &Player::didEnd);
+    hear(48);
+    EXPECT_EQ(ended.count(), 1);
+    EXPECT_FALSE(sound.playing);
+}
+
+TEST_F(PlayerSoundTest, WithoutADeviceTheClockRuns) {
+    sound.available = false;
+    start(1);
+    for (int n = 2; n <= 20; ++n) {
+        turn(1);
+        ASSERT_EQ(player.currentFrame(), n);
+    }
+}
+
+TEST_F(PlayerSoundTest, OnlyForwardsAtTheNaturalRateIsHeard) {
+    for (const float rate : {2.0f, 0.5f, -1.0f}) {
+        player.setCurrentTime(player.index().timeOf(24));
+        start(rate);
+        EXPECT_FALSE(sound.playing);
+        turn(4);
+        EXPECT_NE(player.currentFrame(), 25) << "the clock moves it";
+        player.setRate(0);
+    }
+    player.setCurrentTime(player.index().timeOf(12));
+    start(2);
+    turn(3);
+    player.setRate(1); // during the run
+    ASSERT_TRUE(sound.playing);
+    EXPECT_NEAR(*sound.playing, 18.0 / 24, 1e-6);
+    hear(20);
+    EXPECT_EQ(player.currentFrame(), 21);
+    player.setRate(2);
+    EXPECT_FALSE(sound.playing);
+    turn(2);
+    EXPECT_EQ(player.currentFrame(), 25);
+}
+
+TEST_F(PlayerSoundTest, PauseSeekLoopAndCloseBeginTheSoundAnew) {
+    start(1);
+    hear(9.5);
+    player.setRate(0);
+    EXPECT_FALSE(sound.playing);
+    EXPECT_EQ(player.currentFrame(), 10);
+    start(1);
+    EXPECT_NEAR(*sound.playing, 9.0 / 24, 1e-6) << "from the frame's beginning";
+    player.setCurrentTime(player.index().timeOf(30));
+    ASSERT_TRUE(waitUntil([&] { return player.isRolling(); }));
+    EXPECT_NEAR(*sound.playing, 30.0 / 24, 1e-6);
+    player.setLoops(true);
+    hear(48.5);
+    EXPECT_EQ(player.currentFrame(), 1);
+    ASSERT_TRUE(sound.playing);
+    EXPECT_LT(*sound.playing, 1.0 / 24);
+    EXPECT_EQ(sound.starts, 4);
+    player.setVolume(0.25f);
+    EXPECT_EQ(sound.volume, 0.25f);
+    player.close();
+    EXPECT_TRUE(sound.movie.isNull());
+}
+
+TEST(SoundReadAheadTest, WhatIsTakenGoesOnEvenlyAndStandsWhereItBelongs) {
+    const QTemporaryDir folder;
+    MovieSpec spec;
+    spec.path = folder.filePath(QStringLiteral("movie.mov"));
+    spec.size = QSize(128, 96);
+    spec.frames = 96;
+    spec.sound = true;
+    ASSERT_TRUE(makeMovie(spec));
+    constexpr int rate = 48000;
+    const auto loudAt = [](const std::vector<float>& pairs) {
+        size_t i = 0;
+        while (i < pairs.size() / 2 && std::abs(pairs[i * 2]) < 0.2f)
+            ++i;
+        return double(i) / rate;
+    };
+    SoundReadAhead readAhead(rate, [] {});
+    const auto isReady = [&] { return readAhead.state() == SoundReadAhead::State::ready; };
+    EXPECT_EQ(readAhead.state(), SoundReadAhead::State::none);
+    readAhead.setMovie(spec.path, std::make_shared<SampleIndex>());
+    readAhead.start(1, rate / 2); // before it is known whether there is sound
+    ASSERT_TRUE(waitUntil(isReady));
+    std::vector<float> pairs(size_t(rate) * 2);
+    for (qint64 done = 0; done < rate; done += 480) {
+        ASSERT_TRUE(waitUntil(isReady));
+        readAhead.take(1, pairs.data() + done * 2, 480);
+    }
+    EXPECT_NEAR(loudAt(pairs), 0.5, 0.001);
+    readAhead.start(2, rate * 3 / 2); // begins anew, and far too much is taken before anything is ready
+    std::vector<float> missed(size_t(rate) * 4, 1.0f);
+    readAhead.take(1, missed.data(), rate / 4); // an old run takes nothing away
+    EXPECT_EQ(missed[0], 0.0f);
+    readAhead.take(2, missed.data(), rate / 4);
+    ASSERT_TRUE(waitUntil(isReady));
+    for (qint64 done = 0; done < rate / 2; done += 480) {
+        ASSERT_TRUE(waitUntil(isReady));
+        readAhead.take(2, pairs.data() + done * 2, 480);
+    }
+    EXPECT_NEAR(loudAt(pairs), 0.25, 0.001) << "what came too late is left out";
+    spec.sound = false;
+    spec.path = folder.filePath(QStringLiteral("silent.mov"));
+    ASSERT_TRUE(makeMovie(spec));
+    readAhead.setMovie(spec.path, std::make_shared<SampleIndex>());
+    EXPECT_TRUE(waitUntil([&] { return readAhead.state() == SoundReadAhead::State::none; }));
+    readAhead.take(2, missed.data(), rate);
+    EXPECT_EQ(missed[0], 0.0f);
+}
+
+} // namespace
+} // namespace daylark
