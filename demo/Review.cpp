@@ -265,6 +265,11 @@ void Review::reviewInViewer() {
         robot_.type(demoNote);
         robot_.key(QStringLiteral("Escape"));
     }
+    const Image before = firstMovie().thumbnail;
+    viewer().commands().action(QStringLiteral("viewer.thumbnail.SetThumbnailImage"))->trigger();
+    check(robot_.waitFor(
+              [&] { return !firstMovie().thumbnail.isNil() && !(firstMovie().thumbnail == before); }, 5000),
+          QStringLiteral("Set Thumbnail Image takes the picture shown"));
     shot(QStringLiteral("viewer.png"));
     robot_.key(QStringLiteral("ctrl+w"));
     check(robot_.waitFor([&] { return !viewer().isVisible() && library().isVisible(); }),

@@ -37,7 +37,9 @@ QString withExtensionOfFormat(const QString& name, const QString& format) {
     return (stop > 0 ? name.left(stop) : name) + QLatin1Char('.') + extensionOfFormat(format);
 }
 
-NotesOptions notesOptions(UserDefaults& defaults) {
+} // namespace
+
+NotesOptions notesOptions(const UserDefaults& defaults) {
     NotesOptions options;
     options.printBookmarksInNotes = defaults.boolForKey(QStringLiteral("printBookmarksInNotes"));
     options.hideFileExtensionInNotes = defaults.boolForKey(QStringLiteral("hideFileExtensionInNotes"));
@@ -46,8 +48,6 @@ NotesOptions notesOptions(UserDefaults& defaults) {
     options.flagLabel = [&defaults](const QString& code) { return defaults.stringForKey(code); };
     return options;
 }
-
-} // namespace
 
 class NotesExport::Writer {
 public:

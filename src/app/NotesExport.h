@@ -1,5 +1,6 @@
 #pragma once
 
+#include "export/NotesDocument.h"
 #include "platform/Sender.h"
 
 #include <QObject>
@@ -13,6 +14,9 @@ class Alerts;
 class Library;
 class Panels;
 class UserDefaults;
+
+/// What the preferences say about the notes export; looks flag labels up as long as `defaults` lives.
+[[nodiscard]] NotesOptions notesOptions(const UserDefaults& defaults);
 
 /// "Export Movie Notes..." and "Export Playlist Notes...": scope, dialog, document, file. Interface thread;
 /// the file is written by a worker, and a failed write is not reported.

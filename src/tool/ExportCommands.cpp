@@ -1,3 +1,4 @@
+#include "app/NotesExport.h"
 #include "export/NotesDocument.h"
 #include "platform/AtomicFile.h"
 #include "tool/SessionItem.h"
@@ -18,14 +19,7 @@ void writeNotes(ToolContext& context, const QString& path, int playlistNumber,
     if (!playlist) return;
     const auto items = itemsOf(context, *playlist, path, numbers);
     if (!items) return;
-    const UserDefaults& defaults = context.defaults();
-    NotesOptions options;
-    options.printBookmarksInNotes = defaults.boolForKey(QStringLiteral("printBookmarksInNotes"));
-    options.hideFileExtensionInNotes = defaults.boolForKey(QStringLiteral("hideFileExtensionInNotes"));
-    options.notes1Title = defaults.stringForKey(QStringLiteral("notes1Title"));
-    options.notes2Title = defaults.stringForKey(QStringLiteral("notes2Title"));
-    options.flagLabel = [&defaults](const QString& code) { return defaults.stringForKey(code); };
-    const Result<void> written = writeFileAtomically(out, notesCsv(*items, options));
+    const Result<void> written = writeFileAtomically(out, notesCsv(*items, notesOptions(context.defaults())));
     if (!written) context.fail(out, written.error().text);
 }
 

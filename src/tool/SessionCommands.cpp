@@ -1,3 +1,4 @@
+#include "app/FileStates.h"
 #include "app/Library.h"
 #include "app/MediaAdding.h"
 #include "app/ProgressBoard.h"
@@ -55,7 +56,8 @@ void makeSession(ToolContext& context, const QString& out, const std::vector<Nam
     ScriptedPanels panels;
     Thumbnails thumbnails(library, context.defaults(), progress);
     SessionFiles files({library, context.defaults(), alerts, panels, QString()});
-    MediaAdding adding({library, context.defaults(), panels, files, progress, thumbnails});
+    FileStates fileStates(library, context.defaults());
+    MediaAdding adding({library, context.defaults(), panels, files, progress, thumbnails, fileStates});
     for (const NamedPaths& named : playlists) {
         const auto playlist = std::make_shared<Playlist>();
         playlist->name = named.name;

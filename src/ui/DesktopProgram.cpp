@@ -7,6 +7,7 @@
 #include "playback/Player.h"
 #include "ui/DesktopPanels.h"
 #include "ui/LibraryWindow.h"
+#include "ui/PlaylistDrawer.h"
 #include "ui/ViewerWindow.h"
 
 #include <QApplication>
@@ -41,10 +42,30 @@ DesktopProgram::Places DesktopProgram::Places::current() {
 DesktopProgram::DesktopProgram(const Places& places)
     : objects_(std::make_unique<Objects>(places)) {
     QObject::connect(&objects_->library, &LibraryWindow::closed, qApp, &QCoreApplication::quit);
+    connectThumbnails();
 }
 
 DesktopProgram::~DesktopProgram() {
     terminate();
+}
+
+/// The viewer asks for thumbnails and shows them in its list; the library makes them.
+void DesktopProgram::connectThumbnails() {
+    Objects& program = *objects_;
+    QObject::connect(
+        &program.viewer, &ViewerWindow::thumbnailWanted, &program.controller,
+        [&program](const QString& choice) {
+            constexpr QSize enough(
+                400,
+                224); // four times a thumbnail's box: made on the interface thread, in a millisecond or two
+            const VideoFrame shown = program.player.shownFrame();
+            const QImage picture =
+                renderFrame(shown, shown.displaySize().scaled(enough, Qt::KeepAspectRatio));
+            program.controller.thumbnails().recreateCurrentThumbnail(
+                program.controller.playerWindow().currentMovie(), picture, {choice, 0});
+        });
+    QObject::connect(&program.controller.thumbnails(), &Thumbnails::thumbnailDidLoad, program.viewer.drawer(),
+                     &PlaylistDrawer::movieUpdated);
 }
 
 void DesktopProgram::start(const QStringList& paths) {

@@ -41,6 +41,8 @@ public:
     void terminate();
 
 private:
+    void connectThumbnails();
+
     struct Objects;
     std::unique_ptr<Objects> objects_;
     bool terminated_ = false;
