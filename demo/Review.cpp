@@ -60,6 +60,13 @@ public:
         setGeometry(1500, 760, 240, 120);
     }
 
+    /// Says on standard output where it can be taken hold of, once it stands on the screen.
+    void announce() {
+        const QPoint middle = mapToGlobal(rect().center());
+        std::printf("%d %d\n", middle.x(), middle.y());
+        std::fflush(stdout);
+    }
+
 protected:
     void mouseMoveEvent(QMouseEvent*) override {
         auto* drag = new QDrag(this);
@@ -79,6 +86,7 @@ private:
 int runDragSource(const QStringList& folders) {
     DragSource source(folders);
     source.show();
+    QTimer::singleShot(500, &source, &DragSource::announce);
     return QApplication::exec();
 }
 
@@ -175,9 +183,11 @@ void Review::dropFolders() {
     QProcess desktop;
     desktop.start(QCoreApplication::applicationFilePath(),
                   QStringList{QStringLiteral("--drag-source")} + folders);
-    robot_.rest(1500);
+    check(robot_.waitFor([&] { return desktop.canReadLine(); }), QStringLiteral("there are folders to drag"));
+    const QList<QByteArray> place = desktop.readLine().trimmed().split(' ');
+    const QPoint handle(place.value(0).toInt(), place.value(1).toInt());
     const QWidget* table = library().playlistsPane().table()->viewport();
-    robot_.drag(QPoint(1620, 820), Robot::middleOf(table));
+    robot_.drag(handle, Robot::middleOf(table));
     Library& items = controller().library();
     check(robot_.waitFor([&] { return items.playlists().size() == 2; }),
           QStringLiteral("two folders dropped are two playlists"));
@@ -232,18 +242,18 @@ void Review::reviewInViewer() {
     bool exact = true;
     for (qint64 step = 1; step <= 5; ++step) {
         robot_.key(QStringLiteral("Right"));
-        exact = exact && robot_.waitFor([&] { return numberOnScreen() == int(paused + step); }, 5000);
+        exact = exact && robot_.waitFor([&] { return numberOnScreen() == int(paused + step); });
     }
     check(exact, QStringLiteral("five steps forwards show the five next frames"));
     robot_.key(QStringLiteral("Left"));
-    check(robot_.waitFor([&] { return numberOnScreen() == int(paused + 4); }, 5000),
+    check(robot_.waitFor([&] { return numberOnScreen() == int(paused + 4); }),
           QStringLiteral("a step back shows the one before"));
 
     robot_.key(QStringLiteral("ctrl+1"));
-    check(robot_.waitFor([&] { return firstMovie().flagString == QLatin1String("901"); }, 5000),
+    check(robot_.waitFor([&] { return firstMovie().flagString == QLatin1String("901"); }),
           QStringLiteral("Ctrl+1 approves"));
     robot_.key(QStringLiteral("b"));
-    check(robot_.waitFor([&] { return firstMovie().bookmarkStore.size() == 1; }, 5000),
+    check(robot_.waitFor([&] { return firstMovie().bookmarkStore.size() == 1; }),
           QStringLiteral("B adds a bookmark"));
     if (!firstMovie().bookmarkStore.empty())
         check(firstMovie().bookmarkStore.front()->firstFrame == paused + 4,
@@ -256,8 +266,7 @@ void Review::reviewInViewer() {
           QStringLiteral("the bookmark panel lists it"));
 
     robot_.key(QStringLiteral("n"));
-    check(robot_.waitFor([&] { return viewer().notes()->isVisible(); }, 5000),
-          QStringLiteral("N opens the notes"));
+    check(robot_.waitFor([&] { return viewer().notes()->isVisible(); }), QStringLiteral("N opens the notes"));
     const auto* field = viewer().notes()->findChild<QTextEdit*>();
     check(field != nullptr, QStringLiteral("there is a notes field"));
     if (field) {
@@ -268,7 +277,7 @@ void Review::reviewInViewer() {
     const Image before = firstMovie().thumbnail;
     viewer().commands().action(QStringLiteral("viewer.thumbnail.SetThumbnailImage"))->trigger();
     check(robot_.waitFor(
-              [&] { return !firstMovie().thumbnail.isNil() && !(firstMovie().thumbnail == before); }, 5000),
+              [&] { return !firstMovie().thumbnail.isNil() && !(firstMovie().thumbnail == before); }),
           QStringLiteral("Set Thumbnail Image takes the picture shown"));
     shot(QStringLiteral("viewer.png"));
     robot_.key(QStringLiteral("ctrl+w"));
