@@ -129,10 +129,21 @@ void benchSession(ToolContext& context, int count) {
         process.waitForFinished(-1);
         return QJsonDocument::fromJson(process.readAllStandardOutput()).object();
     };
-    QJsonObject figures = inItsOwnProcess(QStringLiteral("session-load"), path);
-    const QJsonObject parsed = inItsOwnProcess(QStringLiteral("session-parse"), path);
+    // In turn and three times over, the best of each: the machine's other work falls on one as on the other.
+    QJsonObject figures, parsed, saved;
+    const auto keepBest = [](QJsonObject& best, const QJsonObject& run, const QString& key) {
+        if (best.isEmpty() || run[key].toDouble() < best[key].toDouble()) best = run;
+    };
+    for (int round = 0; round < 3; ++round) {
+        const QJsonObject run = inItsOwnProcess(QStringLiteral("session-load"), path);
+        keepBest(figures, run, QStringLiteral("loadSeconds"));
+        keepBest(saved, run, QStringLiteral("saveSeconds"));
+        keepBest(parsed, inItsOwnProcess(QStringLiteral("session-parse"), path),
+                 QStringLiteral("parseSeconds"));
+    }
     if (figures.isEmpty() || parsed.isEmpty())
         return context.fail(path, QStringLiteral("could not be read back"));
+    figures[QStringLiteral("saveSeconds")] = saved[QStringLiteral("saveSeconds")];
     figures[QStringLiteral("parseSeconds")] = parsed[QStringLiteral("parseSeconds")];
     figures[QStringLiteral("bytes")] = bytes.size();
     const double fileMiB = double(bytes.size()) / (1024 * 1024);
