@@ -1,3 +1,11 @@
+# With DAYLARK_PRECOMPILE what nearly every source includes is compiled once a target. Off where it counts that every source
+# names what it uses: in the release and sanitizer builds.
+function(daylark_precompile target)
+  if(DAYLARK_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  endif()
+endfunction()
+
 # daylark_floor(NAME LIBS ...): the folder src/NAME as one static library, linked with what stands below it.
 function(daylark_floor name)
   cmake_parse_arguments(ARG "" "" "LIBS" ${ARGN})
@@ -10,6 +18,10 @@ function(daylark_floor name)
   add_library(daylark_${name} STATIC ${sources})
   set_target_properties(daylark_${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_link_libraries(daylark_${name} PUBLIC daylark_settings ${ARG_LIBS})
+  daylark_precompile(daylark_${name} <QtCore> <algorithm> <functional> <map> <memory> <optional> <vector>)
+  if("Qt6::Widgets" IN_LIST ARG_LIBS)
+    daylark_precompile(daylark_${name} <QtWidgets>)
+  endif()
 endfunction()
 
 # daylark_tests(FLOOR LABEL LIBS ...): tests/FLOOR/*.cpp as one executable, registered test by test with ctest.
@@ -21,6 +33,7 @@ function(daylark_tests floor label)
   endif()
   add_executable(${floor}_tests ${sources})
   target_link_libraries(${floor}_tests PRIVATE ${ARG_LIBS} daylark_test_support)
+  daylark_precompile(${floor}_tests <QtCore> <gmock/gmock.h> <gtest/gtest.h>)
   add_test(NAME ${floor} COMMAND ${floor}_tests)
   set_tests_properties(${floor} PROPERTIES LABELS ${label} TIMEOUT 600)
 endfunction()
