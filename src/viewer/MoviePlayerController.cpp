@@ -15,6 +15,7 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     , surroundings_(surroundings)
     , transport_(surroundings.player, list_, surroundings.defaults)
     , time_(surroundings.player, surroundings.defaults)
+    , range_(surroundings.player, transport_, surroundings.defaults, surroundings.alerts)
     , bookmarks_(surroundings.player, transport_, time_, surroundings.edits, surroundings.defaults)
     , brushColour_(surroundings.defaults.colourForKey(QStringLiteral("brushColour")))
     , onscreenTextColour_(surroundings.defaults.colourForKey(QStringLiteral("onscreenTextColour"))) {
@@ -26,6 +27,7 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     });
     connect(&transport_, &Transport::actionDone, &time_, &TimeDisplay::setOverlayInfoDynamic);
     connect(&transport_, &Transport::stateChanged, &time_, &TimeDisplay::setOverlayInfoStatic);
+    connect(&range_, &PlaybackRange::bookmarkLoopsOffNeeded, &bookmarks_, &ViewerBookmarks::loopsOff);
     Player& player = surroundings_.player;
     connect(&player, &Player::opened, this, &MoviePlayerController::movieOpened);
     connect(&player, &Player::openFailed, this, &MoviePlayerController::movieOpenFailed);
@@ -69,6 +71,7 @@ void MoviePlayerController::displayCurrentMovie() {
     probeDue_ = false;
     transport_.setMovie(mCurrentMovie_);
     time_.setMovie(mCurrentMovie_);
+    range_.setMovie(mCurrentMovie_);
     bookmarks_.setMovie(mCurrentMovie_);
     if (!mCurrentMovie_) {
         transport_.reset();
@@ -87,6 +90,7 @@ void MoviePlayerController::movieOpened() {
     transport_.applyStartPosition(previousTime_);
     transport_.setQTAttributes();
     transport_.resumeAfterMovieChange();
+    range_.setPlaybackRange();
     Q_EMIT movieLoading(false);
     Q_EMIT movieShown();
     if (library_) library_->viewerShowsMovie(list_.selectionIndex());
@@ -99,10 +103,11 @@ void MoviePlayerController::movieOpenFailed(const QString&) {
     transport_.reset();
     Q_EMIT movieShown();
     if (open_) Q_EMIT windowOpened(); // to the front
-    surroundings_.alerts.show({QStringLiteral("File Not Found"),
-                               QStringLiteral("This file may have been renamed or deleted."),
-                               {},
-                               AlertStyle::warning});
+    const int code = surroundings_.alerts.run({QStringLiteral("File Not Found"),
+                                               QStringLiteral("This file may have been renamed or deleted."),
+                                               {},
+                                               AlertStyle::warning});
+    range_.alertDidEnd(code, QStringLiteral("File Missing Alert"));
 }
 
 // The record's properties are read anew for every movie shown, once its picture stands.
@@ -148,6 +153,7 @@ void MoviePlayerController::close() {
     probeDue_ = false;
     transport_.setMovie(nullptr);
     time_.setMovie(nullptr);
+    range_.setMovie(nullptr);
     bookmarks_.setMovie(nullptr);
     // Spelled like this and read nowhere, so the real multiplier outlives the window; wanted.
     surroundings_.defaults.set(QStringLiteral("rateMultplier"), 1.0);
@@ -183,7 +189,10 @@ void MoviePlayerController::updateMovieIcons() {
 
 void MoviePlayerController::updateGUI() {
     if (!mCurrentMovie_) return;
-    if (mCurrentMovie_->mMovieHasBeenVisited) time_.setOverlayInfoDynamic();
+    if (mCurrentMovie_->mMovieHasBeenVisited) {
+        time_.setOverlayInfoDynamic();
+        range_.holdRange();
+    }
     if (transport_.isRunning() && !mCurrentMovie_->bookmarkStore.empty()) bookmarks_.loadActiveBookmarks();
 }
 

@@ -4,6 +4,7 @@
 #include "model/Movie.h"
 #include "model/ReviewEdits.h"
 #include "platform/Sender.h"
+#include "viewer/PlaybackRange.h"
 #include "viewer/TimeDisplay.h"
 #include "viewer/Transport.h"
 #include "viewer/ViewerBookmarks.h"
@@ -52,6 +53,7 @@ public:
     [[nodiscard]] ViewerList& list() { return list_; }
     [[nodiscard]] Transport& transport() { return transport_; }
     [[nodiscard]] TimeDisplay& time() { return time_; }
+    [[nodiscard]] PlaybackRange& range() { return range_; }
     [[nodiscard]] ViewerBookmarks& bookmarks() { return bookmarks_; }
     [[nodiscard]] Player& player() { return surroundings_.player; }
     [[nodiscard]] ReviewEdits& edits() { return surroundings_.edits; }
@@ -92,6 +94,7 @@ private:
     ViewerList list_;
     Transport transport_;
     TimeDisplay time_;
+    PlaybackRange range_;
     ViewerBookmarks bookmarks_;
     QTimer timer_;
     std::shared_ptr<Movie> mCurrentMovie_;

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "model/Movie.h"
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+namespace daylark {
+
+class Alerts;
+class Player;
+class Transport;
+class UserDefaults;
+
+/// The frames that playback keeps to: the movie without its handles while "trimHandles" is on, or one
+/// bookmark. Handles are frame counts in the preferences, the same for every movie. A range is held by a look
+/// once a second, so a run may leave it for as long. Handle range and bookmark loop never run together: the
+/// one that comes ends the other. Handles that leave no frame switch trimming off and say so. Interface
+/// thread.
+///
+///     handleHead   firstFrameForLoop            lastFrameForLoop   handleTail
+///     |-----------|#########################################|-----------------|
+///     1                                                             frame count
+class PlaybackRange : public QObject {
+    Q_OBJECT
+public:
+    PlaybackRange(Player& player, Transport& transport, UserDefaults& defaults, Alerts& alerts,
+                  QObject* parent = nullptr);
+
+    /// The movie on screen (null: none); no range is in force until the next `setPlaybackRange`.
+    void setMovie(const std::shared_ptr<Movie>& movie);
+
+    void markInPoint();  ///< the frame on screen becomes the first of the range; trimming on
+    void markOutPoint(); ///< the frame on screen becomes the last of the range; trimming on
+    void resetHandles(); ///< back to the default handles; trimming stays as it is
+    void toggleTrimHandles();
+    /// The preferences onto the movie; also after each change of handles or trimming by anybody else.
+    void setPlaybackRange();
+    /// A sheet of the viewer was closed; the button as `Alerts` numbers them.
+    void alertDidEnd(int returnCode, const QString& contextInfo);
+    /// The look once a second: brings a run back that left the range, or is a frame before its end.
+    void holdRange();
+
+    // For the loop over one bookmark. The bookmark's own state is its owner's to keep.
+    enum class Bars { shown, hidden };
+    /// Puts a loop over these frames (from 1, inclusive) in force and switches trimming off.
+    void loopRange(qint64 first, qint64 last, Bars bars = Bars::shown);
+    void moveRange(qint64 first, qint64 last); ///< the loop in force gets other frames; trimming off
+    void endLoop();                            ///< no range in force, both bars hidden
+    [[nodiscard]] bool isLooping() const { return loopMovie_; }
+    [[nodiscard]] qint64 firstFrameForLoop() const { return firstFrameForLoop_; }
+    [[nodiscard]] qint64 lastFrameForLoop() const { return lastFrameForLoop_; }
+
+    /// What both range bars show.
+    struct BarState {
+        qint64 rangeStart = 0, rangeEnd = 0; ///< frames from 1, inclusive
+        qint64 maxValue = 0;                 ///< the movie's frame count
+        bool shown = false;
+        bool operator==(const BarState&) const = default;
+    };
+    [[nodiscard]] const BarState& bars() const { return bars_; }
+
+Q_SIGNALS:
+    void changed();                ///< loop or bars
+    void bookmarkLoopsOffNeeded(); ///< a handle range is about to be applied
+    void applied();                ///< `setPlaybackRange` is done: keys go back to the viewer
+
+private:
+    void apply();
+    void warnOfLongHandles();
+    void setBars(const BarState& bars);
+    void store(const char* key, const QVariant& value);
+    [[nodiscard]] qint64 frameCount() const;
+
+    Player& player_;
+    Transport& transport_;
+    UserDefaults& defaults_;
+    Alerts& alerts_;
+    std::shared_ptr<Movie> movie_;
+    bool loopMovie_ = false;
+    qint64 firstFrameForLoop_ = 0, lastFrameForLoop_ = 0;
+    BarState bars_;
+    int storing_ = 0; ///< the preferences that change are set here
+};
+
+} // namespace daylark
