@@ -35,6 +35,7 @@ public:
     }
     Result<VideoFrame> readThrough(qint64 n, const FramePassed& passed, const CancelFlag* cancel) override;
     qint64 keyFrameBefore(qint64 n) const override;
+    QString decoderName() const override;
 
 private:
     struct Picture {
@@ -83,6 +84,12 @@ qint64 DecodingReader::keyFrameBefore(qint64 n) const {
     while (key != keyFrames_.begin())
         if (--key; placeOf(*key) <= placeOf(n)) return *key;
     return 0;
+}
+
+QString DecodingReader::decoderName() const {
+    const QString name = QString::fromUtf8(codec_->codec->name);
+    const int threads = codec_->active_thread_type != 0 ? codec_->thread_count : 1;
+    return threads > 1 ? QStringLiteral("%1, %2 threads").arg(name).arg(threads) : name;
 }
 
 Result<VideoFrame> DecodingReader::readThrough(qint64 n, const FramePassed& passed,

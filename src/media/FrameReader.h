@@ -24,6 +24,7 @@ public:
     virtual ~FrameReader() = default;
 
     [[nodiscard]] virtual const SampleIndex& index() const = 0;
+    [[nodiscard]] virtual QString decoderName() const = 0; ///< for people: which decoder works here, and how
     /// Frame n (from 0). Reading in order decodes each sample once; any other n seeks to the key frame before it.
     [[nodiscard]] virtual Result<VideoFrame> read(qint64 n, const CancelFlag* cancel = nullptr) = 0;
     /// As `read`, and every picture decoded on the way from the key frame is handed to `passed` (frame number, picture):

@@ -98,10 +98,11 @@ void DecodeThread::obey(const Command& command) {
     readerGeneration_ = command.generation;
     if (command.path.isNull()) return;
     auto reader = FrameReader::open(command.path, &cancel_);
-    Opening opening{command.generation, nullptr, {}};
+    Opening opening{command.generation, nullptr, {}, {}};
     if (reader) {
         reader_ = std::move(*reader);
         opening.index = std::make_shared<const SampleIndex>(reader_->index());
+        opening.decoder = reader_->decoderName();
         const std::lock_guard lock(mutex_);
         index_ = opening.index;
     } else {

@@ -26,6 +26,7 @@ public:
         quint64 generation = 0;
         std::shared_ptr<const SampleIndex> index; ///< null: failed
         QString reason;
+        QString decoder; ///< for people
     };
     DecodeThread(FrameCache& cache, std::function<void(Opening)> opened, std::function<void()> lookAgain);
     ~DecodeThread();

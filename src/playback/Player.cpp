@@ -2,6 +2,7 @@
 
 #include "playback/DecodeThread.h"
 #include "playback/FrameCache.h"
+#include "playback/RunTally.h"
 #include "playback/SoundOutput.h"
 
 #include <QTimer>
@@ -74,6 +75,8 @@ public:
     qint64 shownNumber_ = -1;
     bool rolling_ = false;
     float volume_ = 0.5f;
+    RunTally tally_;
+    QString decoderName_;
 
 private:
     template<class Call>
@@ -140,6 +143,8 @@ void Player::Engine::forget() {
     frame_ = shownNumber_ = -1;
     ticks_ = 0;
     shown_ = {};
+    tally_ = {};
+    decoderName_.clear();
     asked_.clear();
     endedAt_ = 0;
     travel_ = 1;
@@ -167,6 +172,7 @@ void Player::Engine::openingDone(const DecodeThread::Opening& opening) {
         return;
     }
     index_ = opening.index;
+    decoderName_ = opening.decoder;
     open_ = true;
     if (sound_) sound_->setMovie(path_, index_);
     frame_ = 0;
@@ -223,6 +229,8 @@ void Player::Engine::present() {
         const qint64 left = (frame_ - runFrom_) * direction();
         const auto ready = left < 0 ? std::nullopt : cache_.nearestBetween(runFrom_, frame_);
         if (ready) {
+            tally_.drop((*ready - runFrom_) * direction());
+            tally_.show(clock_.nanoseconds());
             runFrom_ = *ready + direction(); // older pictures of this run come too late now
             show(cache_.find(*ready), *ready);
         }
@@ -260,6 +268,7 @@ void Player::Engine::setRate(float rate) {
         endedAt_ = 0;
         Q_EMIT q_.positionChanged();
     }
+    if (rate_ == 0) tally_.begin(clock_.nanoseconds());
     rate_ = rate;
     if (rate == 0) {
         stopRun();
@@ -306,6 +315,7 @@ void Player::Engine::tryToRoll() {
 void Player::Engine::stopRun() {
     timer_.stop();
     rolling_ = false;
+    tally_.end();
     stopSound();
     if (rate_ != 0) {
         rate_ = 0;
@@ -368,6 +378,7 @@ void Player::Engine::advance() {
         if (direction() < 0) position += length;
         setBase(position);
         startSound();
+        tally_.drop((direction() > 0 ? last() - runFrom_ : runFrom_) + 1);
         runFrom_ = direction() > 0 ? 0 : last();
     }
     const qint64 frame = frameAtPosition(position);
@@ -387,6 +398,7 @@ void Player::Engine::end() {
     frame_ = direction > 0 ? last() : 0;
     ticks_ = direction > 0 ? index_->endTicks : 0;
     endedAt_ = direction;
+    tally_.drop((frame_ - runFrom_) * direction); // the last one is shown now, however late
     const quint64 generation = generation_;
     stopRun();
     if (generation != generation_) return;
@@ -477,6 +489,18 @@ VideoFrame Player::shownFrame() const {
 }
 void Player::tick() {
     engine_->tick();
+}
+
+PlayerStatistics Player::statistics() const {
+    const Engine& engine = *engine_;
+    PlayerStatistics statistics;
+    statistics.rateReached = engine.tally_.rate(engine.clock_.nanoseconds());
+    statistics.shown = engine.tally_.shown();
+    statistics.dropped = engine.tally_.dropped();
+    statistics.cacheBytes = engine.cache_.byteCount();
+    statistics.cacheBudget = engine.cache_.budget();
+    statistics.decoder = engine.decoderName_;
+    return statistics;
 }
 
 std::vector<std::pair<qint64, qint64>> Player::readyRanges() const {

@@ -4,6 +4,7 @@
 #include "media/VideoFrame.h"
 #include "model/MediaTime.h"
 #include "playback/PlaybackClock.h"
+#include "playback/PlayerStatistics.h"
 
 #include <QObject>
 #include <QString>
@@ -56,6 +57,8 @@ public:
     [[nodiscard]] bool isRolling() const;
     /// The frames whose pictures are ready, as inclusive ranges counted from 1.
     [[nodiscard]] std::vector<std::pair<qint64, qint64>> readyRanges() const;
+
+    [[nodiscard]] PlayerStatistics statistics() const;
 
     void setLoops(bool loops);    ///< at an end (either direction) goes on from the other instead of `didEnd`
     void setVolume(float volume); ///< 0 to 1
