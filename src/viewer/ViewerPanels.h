@@ -1,0 +1,84 @@
+#pragma once
+
+#include "platform/Sender.h"
+
+#include <QObject>
+#include <QRect>
+#include <QStringList>
+
+#include <functional>
+#include <vector>
+
+namespace daylark {
+
+class Alerts;
+class UserDefaults;
+
+/// The panels about the viewer, in the order in which layouts list them; the floating controls are part of no
+/// layout.
+enum class ViewerPanel { grading, drawing, bookmarks, options, notes, playlistDrawer, controls };
+
+/// The windows that `ViewerPanels` moves; the viewer's window implements it. Frames in points on the screen.
+/// Interface thread.
+class PanelHost {
+public:
+    virtual ~PanelHost() = default;
+    [[nodiscard]] virtual bool isPanelVisible(ViewerPanel panel) const = 0;
+    virtual void
+    setPanelVisible(ViewerPanel panel,
+                    bool visible) = 0; ///< to the front; never takes the keyboard from the viewer
+    [[nodiscard]] virtual QRect panelFrame(ViewerPanel panel) const = 0;
+    virtual void setPanelFrame(ViewerPanel panel,
+                               const QRect& frame) = 0; ///< brought back onto a screen where it lies off all
+    [[nodiscard]] virtual QRect viewerFrame() const = 0;
+    virtual void setViewerFrame(const QRect& frame) = 0; ///< as above
+    [[nodiscard]] virtual bool isFullScreen() const = 0;
+    virtual void hideCursorUntilMouseMoves() = 0;
+    virtual void closeColourPanel() = 0;
+};
+
+/// Which panels are open, where they stand, what of that is remembered: toggles, all at once, the two saved
+/// layouts. The preferences "restore…Window" always mirror what is open. Widgets send their toggles here,
+/// close boxes included. Owned by the viewer's controller; interface thread.
+class ViewerPanels : public QObject {
+    Q_OBJECT
+public:
+    ViewerPanels(UserDefaults& defaults, Alerts& alerts, QObject* parent = nullptr);
+    void setHost(PanelHost* host) { host_ = host; } ///< until then everything is hidden and nothing happens
+
+    [[nodiscard]] bool isVisible(ViewerPanel panel) const;
+    [[nodiscard]] bool isFullScreen() const { return host_ && host_->isFullScreen(); }
+
+    void toggle(ViewerPanel panel);             ///< what the panel's key, button, menu item or close box does
+    void show(ViewerPanel panel, bool visible); ///< the same, to a state
+    void showAllPanels();
+    void hideAllPanels();
+    void bookmarkCurrentViewerSize(); ///< asks where to, saves the layout
+    void restoreSavedPanelLayout(const Sender& sender);
+    void restoreOpenPanels(); ///< those that were open, when the viewer opens
+    void hideCursorUntilMouseMoves();
+
+    // Full screen puts the open panels away, with their buttons and preferences.
+    void closeForFullScreen();
+
+    [[nodiscard]] static QString layoutName(ViewerPanel panel); ///< "gradingWindow"
+    [[nodiscard]] static QString
+    restoreKey(ViewerPanel panel); ///< "restoreGradingWindow"; empty for the controls
+
+Q_SIGNALS:
+    void panelToggled(daylark::ViewerPanel panel, bool visible); ///< drawing mode and buttons follow
+    void toggled();              ///< one or many: the movie's icons are to be refreshed
+    void drawingPanelRestored(); ///< a layout opened the drawing panel: its tool is to be taken up
+
+private:
+    void place(ViewerPanel panel, bool visible);
+    void saveLayout(const QString& suffix);
+    void saveFrame(ViewerPanel panel, const QString& suffix, bool withSize);
+    void restoreFrame(ViewerPanel panel, const QString& suffix, bool withSize);
+
+    UserDefaults& defaults_;
+    Alerts& alerts_;
+    PanelHost* host_ = nullptr;
+};
+
+} // namespace daylark

@@ -1,0 +1,140 @@
+#include "viewer/ViewerPanels.h"
+
+#include "platform/Alerts.h"
+#include "platform/UserDefaults.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+namespace daylark {
+namespace {
+
+class FakeHost : public PanelHost {
+public:
+    [[nodiscard]] bool isPanelVisible(ViewerPanel panel) const override { return visible.contains(panel); }
+    void setPanelVisible(ViewerPanel panel, bool show) override {
+        if (show)
+            visible.insert(panel);
+        else
+            visible.erase(panel);
+    }
+    [[nodiscard]] QRect panelFrame(ViewerPanel panel) const override { return frames.at(panel); }
+    void setPanelFrame(ViewerPanel panel, const QRect& frame) override { frames[panel] = frame; }
+    [[nodiscard]] QRect viewerFrame() const override { return viewer; }
+    void setViewerFrame(const QRect& frame) override { viewer = frame; }
+    [[nodiscard]] bool isFullScreen() const override { return fullScreen; }
+    void hideCursorUntilMouseMoves() override { ++cursorHidden; }
+    void closeColourPanel() override { ++colourPanelClosed; }
+
+    std::set<ViewerPanel> visible;
+    std::map<ViewerPanel, QRect> frames{{ViewerPanel::grading, {10, 20, 300, 400}},
+                                        {ViewerPanel::drawing, {30, 40, 200, 300}},
+                                        {ViewerPanel::bookmarks, {50, 60, 700, 200}},
+                                        {ViewerPanel::options, {70, 80, 250, 350}},
+                                        {ViewerPanel::notes, {90, 100, 260, 500}}};
+    QRect viewer{100, 110, 1280, 776};
+    bool fullScreen = false;
+    int cursorHidden = 0, colourPanelClosed = 0;
+};
+
+class ViewerPanelsTest : public ::testing::Test {
+protected:
+    ViewerPanelsTest() { panels.setHost(&host); }
+    int preference(const char* key) const { return defaults.integerForKey(QLatin1String(key)); }
+    void restore(int layout) {
+        panels.restoreSavedPanelLayout({QStringLiteral("Restore Panel Layout %1").arg(layout)});
+    }
+
+    UserDefaults defaults{QString()};
+    ScriptedAlerts alerts;
+    FakeHost host;
+    ViewerPanels panels{defaults, alerts};
+};
+
+TEST_F(ViewerPanelsTest, TogglesMirrorWhatIsOpenInTheirPreferences) {
+    panels.toggle(ViewerPanel::notes);
+    EXPECT_TRUE(panels.isVisible(ViewerPanel::notes));
+    EXPECT_EQ(preference("restoreNotesWindow"), 1);
+    panels.toggle(ViewerPanel::notes);
+    EXPECT_FALSE(panels.isVisible(ViewerPanel::notes));
+    EXPECT_EQ(preference("restoreNotesWindow"), 0);
+    panels.showAllPanels();
+    EXPECT_EQ(host.visible.size(), 6u); // the floating controls only in full screen
+    host.fullScreen = true;
+    panels.showAllPanels();
+    EXPECT_EQ(host.visible.size(), 7u);
+    panels.hideAllPanels();
+    EXPECT_TRUE(host.visible.empty());
+    EXPECT_EQ(host.colourPanelClosed, 1);
+    EXPECT_GT(host.cursorHidden, 0);
+    for (const char* key : {"restoreGradingWindow", "restoreDrawingWindow", "restoreBookmarkWindow",
+                            "restoreOptionsWindow", "restorePlaylistDrawer"})
+        EXPECT_EQ(preference(key), 0) << key;
+}
+
+TEST_F(ViewerPanelsTest, ALayoutComesBackWhereItStoodAndClosesNothing) {
+    panels.toggle(ViewerPanel::grading);
+    panels.toggle(ViewerPanel::playlistDrawer);
+    alerts.answers = {Alerts::secondButton};
+    panels.bookmarkCurrentViewerSize();
+    EXPECT_EQ(defaults.value(QStringLiteral("panelsToRestore2")).toStringList(),
+              QStringList({QStringLiteral("gradingWindow"), QStringLiteral("playlistDrawer")}));
+    EXPECT_EQ(preference("notesWindow_favouriteHeight2"), 500);
+    EXPECT_FALSE(defaults.hasStoredValue(QStringLiteral("favouriteWidth")));
+
+    const FakeHost saved = host;
+    panels.hideAllPanels();
+    panels.toggle(ViewerPanel::options);
+    host.viewer = {0, 0, 640, 480};
+    for (auto& [panel, frame] : host.frames)
+        frame = {1, 1, 111, 112};
+    restore(2);
+    EXPECT_EQ(host.viewer, saved.viewer);
+    EXPECT_EQ(host.frames[ViewerPanel::notes], saved.frames.at(ViewerPanel::notes));
+    EXPECT_EQ(host.frames[ViewerPanel::grading], QRect(10, 20, 111, 112)); // moved, its size as it was
+    EXPECT_EQ(host.visible, (std::set<ViewerPanel>{ViewerPanel::grading, ViewerPanel::playlistDrawer,
+                                                   ViewerPanel::options}));
+    EXPECT_EQ(preference("restoreGradingWindow"), 1);
+}
+
+TEST_F(ViewerPanelsTest, SavingInFullScreenKeepsTheViewersEarlierFrame) {
+    alerts.answers = {Alerts::secondButton, Alerts::secondButton, Alerts::thirdButton};
+    panels.bookmarkCurrentViewerSize();
+    host.fullScreen = true;
+    host.viewer = {0, 0, 1920, 1080};
+    panels.toggle(ViewerPanel::notes);
+    panels.bookmarkCurrentViewerSize();
+    EXPECT_EQ(preference("favouriteWidth2"), 1280);
+    EXPECT_EQ(defaults.value(QStringLiteral("panelsToRestore2")).toStringList().size(), 1);
+    panels.toggle(ViewerPanel::notes);
+    panels.bookmarkCurrentViewerSize(); // cancelled
+    EXPECT_EQ(defaults.value(QStringLiteral("panelsToRestore2")).toStringList().size(), 1);
+}
+
+TEST_F(ViewerPanelsTest, AMissingLayoutIsSaidAndAnEmptyOneOpensNothing) {
+    alerts.answers = {1000, Alerts::firstButton};
+    restore(2);
+    ASSERT_EQ(alerts.shown.size(), 1u);
+    EXPECT_EQ(alerts.shown[0].message, QStringLiteral("No saved layout"));
+    EXPECT_TRUE(alerts.shown[0].informativeText.contains(QStringLiteral("Save Panels Layout")));
+    panels.bookmarkCurrentViewerSize();
+    host.viewer = {};
+    restore(1);
+    EXPECT_EQ(alerts.shown.size(), 2u); // the question only
+    EXPECT_EQ(host.viewer, QRect(100, 110, 1280, 776));
+    EXPECT_TRUE(host.visible.empty());
+}
+
+TEST_F(ViewerPanelsTest, WhatWasOpenComesBackWhenThatIsWanted) {
+    defaults.set(QStringLiteral("restoreGradingWindow"), 1);
+    panels.restoreOpenPanels();
+    EXPECT_TRUE(host.visible.empty());
+    defaults.set(QStringLiteral("restorePreviousWindows"), true);
+    panels.restoreOpenPanels();
+    EXPECT_EQ(host.visible, std::set<ViewerPanel>{ViewerPanel::grading});
+}
+
+} // namespace
+} // namespace daylark
