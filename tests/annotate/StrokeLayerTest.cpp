@@ -1,0 +1,129 @@
+#include "annotate/StrokeLayer.h"
+
+#include <QPainter>
+
+#include <gtest/gtest.h>
+
+namespace daylark {
+namespace {
+
+const QSize area(320, 180);
+
+PictureMapping plain() {
+    return {QRectF(0, 0, 320, 180), QSizeF(640, 360), false, false};
+}
+
+/// What the layer shows over mid grey.
+QImage shown(const StrokeLayer& layer) {
+    QImage picture(area, QImage::Format_RGB32);
+    picture.fill(QColor(128, 128, 128));
+    QPainter painter(&picture);
+    layer.paint(painter, QRectF(QPointF(0, 0), QSizeF(area)));
+    return picture;
+}
+
+QImage shownAtOnce(const DrawingCanvas& canvas, const PictureMapping& mapping) {
+    StrokeLayer layer;
+    static_cast<void>(layer.update(canvas, mapping, area, 1));
+    return shown(layer);
+}
+
+int largestDifference(const QImage& a, const QImage& b) {
+    int largest = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QColor one = a.pixelColor(x, y), other = b.pixelColor(x, y);
+            largest = std::max({largest, std::abs(one.red() - other.red()),
+                                std::abs(one.green() - other.green()), std::abs(one.blue() - other.blue())});
+        }
+    return largest;
+}
+
+void draw(DrawingCanvas& canvas, const std::vector<QPointF>& points, DrawingCanvas::Brush brush,
+          double opacity = 1) {
+    canvas.beginStroke(points.front(), brush, Qt::yellow, 20, opacity);
+    for (size_t i = 1; i + 1 < points.size(); ++i)
+        canvas.continueStroke(points[i]);
+    canvas.endStroke(points.back());
+}
+
+TEST(PictureMappingTest, MirroredPointsLandWhereTheyAreSeenAndComeBack) {
+    const QPointF topLeft(10, 20);
+    PictureMapping mapping = plain();
+    mapping.picture = QRectF(5, 10, 160, 90);
+    EXPECT_EQ(mapping.toMovie(topLeft), QPointF(20, 320)); // the movie's origin is the lower left
+    mapping.mirrorX = mapping.mirrorY = true;
+    EXPECT_EQ(mapping.toMovie(topLeft), QPointF(620, 40)); // drawn at the top left, kept at the bottom right
+    for (const bool x : {false, true})
+        for (const bool y : {false, true}) {
+            mapping.mirrorX = x;
+            mapping.mirrorY = y;
+            const QPointF back = mapping.toArea(mapping.toMovie(topLeft));
+            EXPECT_NEAR(back.x(), topLeft.x(), 1e-9);
+            EXPECT_NEAR(back.y(), topLeft.y(), 1e-9);
+        }
+}
+
+TEST(StrokeLayerTest, StrokesLieWhereTheyWereDrawnAndErasersClearOnlyTheLayer) {
+    DrawingCanvas canvas;
+    draw(canvas, {{100, 180}, {540, 180}}, DrawingCanvas::brush);
+    draw(canvas, {{320, 100}, {320, 260}}, DrawingCanvas::eraser, 0.25);
+    const QImage picture = shownAtOnce(canvas, plain());
+    EXPECT_EQ(picture.pixelColor(80, 90), QColor(Qt::yellow));
+    EXPECT_EQ(picture.pixelColor(160, 90), QColor(128, 128, 128)); // the picture, not black
+    EXPECT_EQ(picture.pixelColor(80, 60), QColor(128, 128, 128));
+    PictureMapping mirrored = plain();
+    mirrored.mirrorY = true;
+    DrawingCanvas left;
+    draw(left, {{20, 40}, {120, 40}}, DrawingCanvas::brush);
+    EXPECT_EQ(shownAtOnce(left, plain()).pixelColor(30, 160), QColor(Qt::yellow));
+    EXPECT_EQ(shownAtOnce(left, mirrored).pixelColor(289, 160), QColor(Qt::yellow));
+}
+
+TEST(StrokeLayerTest, AStrokeInProgressLooksAsItWillWhenFinished) {
+    for (const auto brush : {DrawingCanvas::brush, DrawingCanvas::eraser}) {
+        DrawingCanvas canvas;
+        StrokeLayer layer;
+        draw(canvas, {{40, 60}, {600, 300}}, DrawingCanvas::brush, 0.8);
+        EXPECT_EQ(layer.update(canvas, plain(), area, 1), QRectF(0, 0, 320, 180));
+        canvas.beginStroke({100, 300}, brush, Qt::red, 24, 0.5);
+        QRectF changed = layer.update(canvas, plain(), area, 1);
+        EXPECT_TRUE(changed.isEmpty()); // one point draws nothing
+        for (int step = 1; step <= 40; ++step) {
+            // Across itself: the line must not get denser where it does.
+            canvas.continueStroke({100 + step * 10.0, 180 + 100 * std::cos(step * 0.6)});
+            changed = layer.update(canvas, plain(), area, 1);
+            EXPECT_LT(changed.width(), 60) << "only the new piece is painted anew";
+        }
+        const QImage growing = shown(layer);
+        canvas.endStroke({500, 180 + 100 * std::cos(40 * 0.6)});
+        static_cast<void>(layer.update(canvas, plain(), area, 1));
+        // Edges differ a little: piece by piece against all at once.
+        EXPECT_LE(largestDifference(growing, shown(layer)), 40);
+        EXPECT_EQ(growing.pixelColor(10, 10), shown(layer).pixelColor(10, 10));
+        EXPECT_EQ(largestDifference(shown(layer), shownAtOnce(canvas, plain())), 0);
+    }
+}
+
+TEST(StrokeLayerTest, DrawingsWithListsOfUnequalLengthAreShownAndDrawnOn) {
+    Drawing broken;
+    broken.strokesArray = {{{0, 180}, {640, 180}}, {}, {{0, 90}}};
+    broken.widthArray = {8};
+    DrawingCanvas canvas;
+    canvas.setStrokes(broken);
+    EXPECT_EQ(shownAtOnce(canvas, plain()).pixelColor(160, 90), QColor(Qt::black));
+    draw(canvas, {{0, 270}, {640, 270}}, DrawingCanvas::brush);
+    EXPECT_EQ(canvas.currentStrokesDictionary().colourArray.size(), 4u);
+    EXPECT_EQ(shownAtOnce(canvas, plain()).pixelColor(160, 45), QColor(Qt::yellow));
+    canvas.clearViewOfStrokes();
+    EXPECT_EQ(canvas.currentStrokesDictionary().widthArray.size(), 4u); // the other lists stay
+    draw(canvas, {{0, 180}, {640, 180}}, DrawingCanvas::eraser);
+    draw(canvas, {{0, 270}, {640, 270}}, DrawingCanvas::brush);
+    EXPECT_EQ(shownAtOnce(canvas, plain()).pixelColor(160, 45), QColor(Qt::yellow));
+    EXPECT_EQ(shownAtOnce(canvas, plain()).pixelColor(160, 90), QColor(128, 128, 128));
+    EXPECT_FALSE(PictureMapping().isValid());
+    EXPECT_EQ(shownAtOnce(canvas, {}).pixelColor(160, 45), QColor(128, 128, 128));
+}
+
+} // namespace
+} // namespace daylark
