@@ -6,10 +6,12 @@ endif()
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Svg Test Concurrent Network Multimedia)
 if(DAYLARK_GUI)
-  find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets DBus)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets DBus OpenGLWidgets)
+  find_package(OpenGL REQUIRED COMPONENTS EGL)
 endif()
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil libswscale libswresample)
+pkg_check_modules(SOUNDTOUCH REQUIRED IMPORTED_TARGET soundtouch)
 pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 find_package(CLI11 REQUIRED)
 

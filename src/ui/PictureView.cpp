@@ -1,29 +1,40 @@
 #include "ui/PictureView.h"
 
-#include "ui/Theme.h"
+#include "ui/GlPictureContext.h"
+#include "ui/PictureSurface.h"
+#include "ui/PictureWorker.h"
 
+#include <QFutureWatcher>
+#include <QGuiApplication>
 #include <QPainter>
+#include <QtConcurrent>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace daylark {
 
 namespace {
 
-constexpr int headsUpMargin = 12;
-const QColor headsUpShade(0, 0, 0, 150);
+/// What draws where windows are shown; empty with a reason when there is no OpenGL 3.3.
+struct OpenGlProbe {
+    QString device, problem;
+};
 
-/// Text on a darkened plate, so that it reads on any picture.
-void paintPlate(QPainter& painter, const QRectF& bounds, Qt::Alignment alignment, const QString& text,
-                const QColor& colour) {
-    const int flags = int(alignment) | Qt::TextWordWrap;
-    const QRectF textRect = painter.boundingRect(bounds.adjusted(8, 4, -8, -4), flags, text);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(headsUpShade);
-    painter.drawRoundedRect(textRect.adjusted(-8, -4, 8, 4), 4, 4);
-    painter.setPen(colour);
-    painter.drawText(textRect, flags, text);
+OpenGlProbe probeOpenGl(const QString& platform) {
+    const auto where = platform.startsWith(QLatin1String("wayland")) ? GlPictureContext::Where::wayland
+                       : platform == QLatin1String("xcb")            ? GlPictureContext::Where::x11
+                                                                     : GlPictureContext::Where::device;
+    const auto context = GlPictureContext::create(where);
+    if (!context) return {{}, context.error().text};
+    return {(*context)->deviceName(), {}};
+}
+
+QRect pixelRect(const QRectF& rect, qreal scaleX, qreal scaleY) {
+    const QSize size(int(std::lround(rect.width() * scaleX)), int(std::lround(rect.height() * scaleY)));
+    return {QPoint(int(std::lround(rect.x() * scaleX)), int(std::lround(rect.y() * scaleY))),
+            size.expandedTo({1, 1})};
 }
 
 } // namespace
@@ -36,10 +47,15 @@ PictureView::PictureView(QWidget* parent)
     setObjectName(QStringLiteral("picture"));
 }
 
+PictureView::~PictureView() {
+    delete std::exchange(surface_, nullptr); // paints through this view's members
+}
+
 void PictureView::setFrame(const VideoFrame& frame) {
+    if (moving_ && frameWanted_ > shown_ && !frame_.isNull()) ++skipped_;
     frame_ = frame;
-    image_ = {};
-    update();
+    pictureChanged();
+    frameWanted_ = wanted_;
 }
 
 void PictureView::clear() {
@@ -49,78 +65,261 @@ void PictureView::clear() {
 void PictureView::setMoving(bool moving) {
     if (moving == moving_) return;
     moving_ = moving;
-    if (moving_) return;
-    image_ = {};
-    update();
+    if (moving_) {
+        skipped_ = 0;
+        return;
+    }
+    if (worker_) worker_->forget();
+    refresh();
 }
 
 void PictureView::setHeadsUp(const HeadsUp& headsUp) {
     if (headsUp == headsUp_) return;
     headsUp_ = headsUp;
+    // While the picture that they belong to is being made, they wait for it.
+    if (!moving_ || surface_ || shown_ == wanted_) refresh();
+}
+
+void PictureView::setStatistics(const QString& lines) {
+    if (lines == statistics_) return;
+    statistics_ = lines;
+    refresh();
+}
+
+void PictureView::setColourTransform(const ColourTransform& colour) {
+    if (colour == colour_) return;
+    colour_ = colour;
+    pictureChanged();
+}
+
+void PictureView::setMirroring(bool leftRight, bool upsideDown) {
+    if (leftRight == mirrorLeftRight_ && upsideDown == mirrorUpsideDown_) return;
+    mirrorLeftRight_ = leftRight;
+    mirrorUpsideDown_ = upsideDown;
+    refreshOverlay(); // what is drawn on the picture follows it
+    pictureChanged();
+}
+
+void PictureView::setPictureRect(std::optional<QRectF> rect) {
+    if (rect == rect_) return;
+    rect_ = rect;
+    refreshOverlay();
+    pictureChanged();
+}
+
+void PictureView::setOverlayPainter(std::function<void(QPainter&)> painter) {
+    overlayPainter_ = std::move(painter);
+    refreshOverlay();
+}
+
+void PictureView::refreshOverlay() {
+    overlay_ = {};
+    refresh();
+}
+
+QSize PictureView::devicePixels() const {
+    const qreal ratio = devicePixelRatioF();
+    return {int(std::lround(width() * ratio)), int(std::lround(height() * ratio))};
+}
+
+PictureView::Placement PictureView::placementIn(QSizeF area, QSize pixels) const {
+    Placement placement;
+    const QSize picture = frame_.isNull() ? QSize() : frame_.displaySize();
+    if (picture.isEmpty() || area.isEmpty() || pixels.isEmpty()) return placement;
+    if (rect_) {
+        if (rect_->isEmpty()) return placement;
+        placement.whole = pixelRect(*rect_, pixels.width() / area.width(), pixels.height() / area.height());
+    } else {
+        const QSize fitted = picture.scaled(pixels, Qt::KeepAspectRatio).expandedTo({1, 1});
+        placement.whole = {{(pixels.width() - fitted.width()) / 2, (pixels.height() - fitted.height()) / 2},
+                           fitted};
+    }
+    placement.visible = placement.whole & QRect({}, pixels);
+    placement.request = {placement.visible.isEmpty() ? QSize() : placement.whole.size(),
+                         placement.visible.translated(-placement.whole.topLeft()),
+                         mirrorLeftRight_,
+                         mirrorUpsideDown_,
+                         colour_,
+                         false};
+    return placement;
+}
+
+QRectF PictureView::pictureRect() const {
+    const QRect whole = placementIn(size(), devicePixels()).whole;
+    if (whole.isEmpty()) return {};
+    const qreal ratio = devicePixelRatioF();
+    return {QPointF(whole.topLeft()) / ratio, QSizeF(whole.size()) / ratio};
+}
+
+void PictureView::pictureChanged() {
+    ++wanted_;
+    if (moving_ && !surface_)
+        wantPicture();
+    else
+        refresh();
+}
+
+void PictureView::refresh() {
+    if (surface_)
+        paintSurface();
+    else
+        update();
+}
+
+void PictureView::wantPicture() {
+    if (!worker_) {
+        worker_ = std::make_unique<PictureWorker>();
+        connect(worker_.get(), &PictureWorker::made, this, &PictureView::takePicture);
+    }
+    const Placement placement = placementIn(size(), devicePixels());
+    if (placement.request.size.isEmpty()) return update();
+    worker_->want({wanted_, frame_, placement.request, placement.visible.topLeft()});
+}
+
+// Standing, only the wanted picture counts; moving, any that is newer than the one shown.
+void PictureView::takePicture(quint64 serial, const QImage& image, QPoint at) {
+    if (serial <= shown_ || (serial != wanted_ && !moving_)) return;
+    image_ = image;
+    imageAt_ = at;
+    shown_ = serial;
     update();
 }
 
-QRect PictureView::deviceRect() const {
-    const QSize picture = frame_.isNull() ? QSize() : frame_.displaySize();
-    if (picture.isEmpty()) return {};
-    const qreal ratio = devicePixelRatioF();
-    const QSize room(int(std::lround(width() * ratio)), int(std::lround(height() * ratio)));
-    const QSize fitted = picture.scaled(room, Qt::KeepAspectRatio).expandedTo({1, 1});
-    return {{(room.width() - fitted.width()) / 2, (room.height() - fitted.height()) / 2}, fitted};
+QImage PictureView::overlayImage() {
+    if (!overlayPainter_) return {};
+    const QSize pixels = devicePixels();
+    if (overlay_.size() == pixels) return overlay_;
+    overlay_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+    overlay_.fill(Qt::transparent);
+    overlay_.setDevicePixelRatio(devicePixelRatioF());
+    QPainter painter(&overlay_);
+    overlayPainter_(painter);
+    return overlay_;
 }
 
-QRect PictureView::pictureRect() const {
-    const QRect device = deviceRect();
-    if (device.isEmpty()) return {};
+void PictureView::paintPicture(QPainter& painter) {
+    const Placement placement = placementIn(size(), devicePixels());
+    if (placement.request.size.isEmpty()) {
+        image_ = {};
+        shown_ = wanted_;
+    } else if (shown_ != wanted_ && (!moving_ || image_.isNull())) {
+        image_ = renderPicture(frame_, placement.request);
+        imageAt_ = placement.visible.topLeft();
+        shown_ = wanted_;
+    }
     const qreal ratio = devicePixelRatioF();
-    return QRectF(device.x() / ratio, device.y() / ratio, device.width() / ratio, device.height() / ratio)
-        .toAlignedRect();
+    const QRectF covered(QPointF(imageAt_) / ratio, QSizeF(image_.size()) / ratio);
+    QRegion bare(rect());
+    if (covered.toRect() == covered) bare -= covered.toRect(); // else the edges fall between points
+    for (const QRect& part : bare)
+        painter.fillRect(part, Qt::black);
+    if (image_.isNull()) return;
+    image_.setDevicePixelRatio(ratio);
+    painter.drawImage(covered.topLeft(), image_);
 }
 
 void PictureView::paintEvent(QPaintEvent*) {
+    if (surface_) return; // covers all
     QPainter painter(this);
-    painter.fillRect(rect(), Qt::black);
-    if (const QRect device = deviceRect(); !device.isEmpty()) {
-        const RenderQuality quality = moving_ ? RenderQuality::quick : RenderQuality::exact;
-        if (image_.size() != device.size()) image_ = renderFrame(frame_, device.size(), false, quality);
-        const qreal ratio = devicePixelRatioF();
-        image_.setDevicePixelRatio(ratio);
-        painter.drawImage(QPointF(device.topLeft()) / ratio, image_);
+    paintPicture(painter);
+    if (overlayPainter_) {
+        painter.save();
+        overlayPainter_(painter);
+        painter.restore();
     }
-    paintHeadsUp(painter);
+    plates_.setTexts(headsUp_, statistics_, size(), font());
+    plates_.paint(painter, devicePixelRatioF());
 }
 
-void PictureView::paintHeadsUp(QPainter& painter) const {
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF room = QRectF(rect()).adjusted(headsUpMargin, headsUpMargin, -headsUpMargin, -headsUpMargin);
-    QFont numbers = theme::numberFont();
-    numbers.setPixelSize(std::clamp(height() / 36, 13, 28));
-    QFont words = font();
-    words.setPixelSize(numbers.pixelSize());
+void PictureView::resizeEvent(QResizeEvent*) {
+    if (surface_) surface_->setGeometry(rect());
+    overlay_ = {};
+    pictureChanged();
+}
 
-    painter.setFont(numbers);
-    if (!headsUp_.counter.isEmpty())
-        paintPlate(painter, room, Qt::AlignLeft | Qt::AlignTop, headsUp_.counter, theme::text);
-    if (!headsUp_.timecode.isEmpty())
-        paintPlate(painter, room, Qt::AlignLeft | Qt::AlignBottom, headsUp_.timecode, theme::text);
-    painter.setFont(words);
-    if (!headsUp_.filename.isEmpty()) {
-        const int space = int(room.width() * 0.6);
-        paintPlate(painter, room, Qt::AlignRight | Qt::AlignTop,
-                   painter.fontMetrics().elidedText(headsUp_.filename, Qt::ElideMiddle, space), theme::text);
+void PictureView::paintSurface() {
+    const Placement placement = placementIn(size(), devicePixels());
+    surface_->setScene({frame_, placement.request, placement.visible.topLeft()});
+}
+
+QImage PictureView::renderArea(QSize pixels) const {
+    if (pixels.isEmpty()) pixels = devicePixels();
+    QImage area(pixels, QImage::Format_RGB32);
+    area.fill(Qt::black);
+    QPainter painter(&area);
+    const Placement placement = placementIn(size(), pixels);
+    if (!placement.request.size.isEmpty())
+        painter.drawImage(placement.visible.topLeft(), renderPicture(frame_, placement.request));
+    if (overlayPainter_ && !size().isEmpty()) {
+        painter.scale(double(pixels.width()) / width(), double(pixels.height()) / height());
+        overlayPainter_(painter);
     }
-    if (!headsUp_.message.isEmpty()) {
-        painter.setPen(theme::dimText);
-        painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, headsUp_.message);
+    return area;
+}
+
+QString PictureView::rendererName() const {
+    if (surface_) return QStringLiteral("OpenGL: %1").arg(surface_->deviceName());
+    return openGlProblem_.isEmpty() ? QStringLiteral("Software")
+                                    : QStringLiteral("Software (OpenGL: %1)").arg(openGlProblem_);
+}
+
+void PictureView::chooseRenderer(const QString& preference) {
+    const bool always = preference == QLatin1String("OpenGL");
+    const quint64 choice = ++choice_;
+    openGlWanted_ = false;
+    openGlProblem_.clear();
+    if (preference == QLatin1String("Software") || (!always && !hasGraphicsDevice())) return adoptRenderer();
+    // Drivers take their time to load.
+    auto* probe = new QFutureWatcher<OpenGlProbe>(this);
+    connect(probe, &QFutureWatcherBase::finished, this, [this, probe, choice, always] {
+        probe->deleteLater();
+        if (choice != choice_) return;
+        const OpenGlProbe found = probe->result();
+        openGlWanted_ = found.problem.isEmpty() && (always || !isSoftwareRasteriser(found.device));
+        openGlProblem_ = found.problem;
+        adoptRenderer();
+    });
+    probe->setFuture(QtConcurrent::run(probeOpenGl, QGuiApplication::platformName()));
+}
+
+void PictureView::hideEvent(QHideEvent*) {
+    QMetaObject::invokeMethod(this, &PictureView::adoptRenderer, Qt::QueuedConnection);
+}
+
+// Not on a window that is seen: the first surface in a window makes the window anew.
+void PictureView::adoptRenderer() {
+    if (window()->isVisible()) return;
+    if (openGlWanted_ == bool(surface_)) return;
+    if (surface_) {
+        delete std::exchange(surface_, nullptr);
+    } else {
+        surface_ = new PictureSurface(this, [this](QPainter& painter) {
+            if (const QImage overlay = overlayImage(); !overlay.isNull())
+                painter.drawImage(QPoint(), overlay);
+            plates_.setTexts(headsUp_, statistics_, size(), font());
+            plates_.paint(painter, devicePixelRatioF());
+        });
+        connect(surface_, &PictureSurface::ready, this, &PictureView::rendererChanged);
+        connect(surface_, &PictureSurface::drawn, this, [this] { shown_ = wanted_; });
+        connect(surface_, &PictureSurface::failed, this, &PictureView::giveUpOpenGl, Qt::QueuedConnection);
+        surface_->setGeometry(rect());
+        surface_->lower();
+        surface_->show();
+        image_ = {};
+        paintSurface();
     }
-    if (!headsUp_.overlayText.isEmpty()) {
-        words.setPixelSize(std::clamp(height() / 28, 15, 40));
-        painter.setFont(words);
-        // Beside the timecode, never over it.
-        const qreal aside = room.width() * 0.2;
-        paintPlate(painter, room.adjusted(aside, 0, -aside, 0), Qt::AlignHCenter | Qt::AlignBottom,
-                   headsUp_.overlayText, headsUp_.overlayColour);
-    }
+    shown_ = 0;
+    Q_EMIT rendererChanged();
+}
+
+void PictureView::giveUpOpenGl(const QString& reason) {
+    if (!surface_) return;
+    delete std::exchange(surface_, nullptr);
+    openGlWanted_ = false;
+    openGlProblem_ = reason;
+    shown_ = 0;
+    update();
+    Q_EMIT rendererChanged();
 }
 
 } // namespace daylark

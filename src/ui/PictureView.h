@@ -1,55 +1,126 @@
 #pragma once
 
+#include "media/PictureRenderer.h"
 #include "media/VideoFrame.h"
+#include "ui/PictureHeadsUp.h"
 
-#include <QColor>
 #include <QImage>
-#include <QString>
 #include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <optional>
 
 namespace daylark {
 
-/// The picture on pure black, as large as it fits, in its own aspect, pixel for pixel at the screen's
-/// resolution, and the read-outs over it. Keeps the last picture until another is set or it is cleared.
-/// Converts a picture once for each size, when it is painted. Owned by the viewer window; interface thread.
+class PictureSurface;
+class PictureWorker;
+
+/// The player area: the picture on black, the layers laid over it (mask, drawings), and the read-outs on top.
+/// The picture is as large as it fits, or lies where it is told to; only what is seen of it is computed, at
+/// the screen's own pixels. Two renderers give the same picture: software, which makes the pictures of a run
+/// on a worker (the newest wins, an older one never follows a newer) and a standing one at once, exactly; and
+/// OpenGL, which is taken up where a graphics device is at hand, while the window is hidden, and given up for
+/// software without a word when it fails. Keeps the last picture until another is set or it is cleared. Owned
+/// by the viewer window; interface thread.
 class PictureView : public QWidget {
     Q_OBJECT
 public:
-    /// The read-outs; an empty text is not shown.
-    struct HeadsUp {
-        QString counter;     ///< upper left
-        QString filename;    ///< upper right
-        QString timecode;    ///< lower left
-        QString overlayText; ///< at the foot, in `overlayColour`
-        QColor overlayColour;
-        QString message; ///< in the middle, in place of a picture
-        bool operator==(const HeadsUp&) const = default;
-    };
+    using HeadsUp = PictureHeadsUp::Texts;
+    /// `automatic`: OpenGL where it is hardware accelerated.
+    enum class Renderer { automatic, software, openGl };
 
     explicit PictureView(QWidget* parent = nullptr);
+    ~PictureView() override;
 
     void setFrame(const VideoFrame& frame);
     void clear();
-    /// While pictures follow one another they are scaled quickly; the one that stays is made exactly.
+    /// Pictures follow one another: they may come a moment later than they were set; the one that stays is
+    /// there when painted.
     void setMoving(bool moving);
     void setHeadsUp(const HeadsUp& headsUp);
     [[nodiscard]] const HeadsUp& headsUp() const { return headsUp_; }
-    [[nodiscard]] QRect
-    pictureRect() const; ///< where the picture lies, in the widget's points; empty without one
+    /// The small read-out of how playing goes, below the counter; empty: none.
+    void setStatistics(const QString& lines);
+
+    void setColourTransform(const ColourTransform& colour);
+    void setMirroring(bool leftRight, bool upsideDown);
+    /// Where the whole picture lies, in the area's points (it may reach beyond the area on every side); none:
+    /// as large as it fits, centred.
+    void setPictureRect(std::optional<QRectF> rect);
+    /// Where the whole picture lies now, in the area's points, on device pixels; empty without a picture.
+    [[nodiscard]] QRectF pictureRect() const;
+
+    /// Paints what lies above the picture and below the read-outs, in the area's points. It may be called at
+    /// any painting; what it paints changes only when `refreshOverlay` says so.
+    void setOverlayPainter(std::function<void(QPainter&)> painter);
+    void refreshOverlay();
+    /// Picture and overlay, without read-outs, by the software renderer, in an image of that size (pixels;
+    /// empty: the area's own, pixel for pixel what is on screen). Another size scales the whole area, layers
+    /// included.
+    [[nodiscard]] QImage renderArea(QSize pixels = {}) const;
+
+    /// "Software" or "OpenGL: <what the driver calls itself>"; with the reason where OpenGL failed.
+    [[nodiscard]] QString rendererName() const;
+    /// The choice as the preference "pictureRenderer" words it: "Automatic", "Software", "OpenGL". Taken up
+    /// while the window is hidden, so at the latest when it opens the next time; until then all is drawn in
+    /// software.
+    void chooseRenderer(const QString& preference);
+    /// Of the pictures set in the run under way or the last one, those that never came to the screen.
+    [[nodiscard]] qint64 skippedPictures() const { return skipped_; }
+
     [[nodiscard]] QSize sizeHint() const override { return {1280, 720}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {320, 180}; }
 
+Q_SIGNALS:
+    void rendererChanged();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
-    [[nodiscard]] QRect deviceRect() const; ///< the picture's place in device pixels
-    void paintHeadsUp(QPainter& painter) const;
+    /// The picture's place in device pixels of the area, and how its visible part is to be made.
+    struct Placement {
+        QRect whole, visible;
+        PictureRequest request;
+    };
+    [[nodiscard]] Placement placementIn(QSizeF area, QSize pixels) const;
+    [[nodiscard]] QSize devicePixels() const;
+    void pictureChanged(); ///< what is to be on screen differs: frame, place or colour
+    void refresh();        ///< paints again
+    void wantPicture();    ///< has the worker make the current one
+    void takePicture(quint64 serial, const QImage& image, QPoint at);
+    void countShown();
+    void paintPicture(QPainter& painter);
+    void paintSurface(); ///< what the OpenGL surface is to show
+    [[nodiscard]] QImage overlayImage();
+    void adoptRenderer();
+    void giveUpOpenGl(const QString& reason);
 
     VideoFrame frame_;
+    ColourTransform colour_;
+    bool mirrorLeftRight_ = false, mirrorUpsideDown_ = false;
+    std::optional<QRectF> rect_;
     bool moving_ = false;
-    QImage image_; ///< `frame_` at its size on screen; null: to be made
+    quint64 wanted_ = 1, shown_ = 0; ///< numbers of the picture that is to be, and that is, on screen
+    quint64 frameWanted_ = 0;        ///< `wanted_` when the frame was set
+    qint64 skipped_ = 0;
+    QImage image_; ///< the visible part as it was made last
+    QPoint imageAt_;
+    std::unique_ptr<PictureWorker> worker_; ///< none before the first run
+
     HeadsUp headsUp_;
+    QString statistics_;
+    PictureHeadsUp plates_;
+    std::function<void(QPainter&)> overlayPainter_;
+    QImage overlay_; ///< the overlay's layer for OpenGL; null: to be painted
+
+    PictureSurface* surface_ = nullptr; ///< covers the area in OpenGL mode; none in software
+    bool openGlWanted_ = false;
+    QString openGlProblem_;
+    quint64 choice_ = 0; ///< number of the last `chooseRenderer`
 };
 
 } // namespace daylark

@@ -42,7 +42,7 @@ protected:
     [[nodiscard]] int pictureOnScreen() {
         if (!settled()) return -2;
         const PictureView* view = window->picture();
-        const QImage shown = window->picture()->grab(view->pictureRect()).toImage();
+        const QImage shown = window->picture()->grab(view->pictureRect().toAlignedRect()).toImage();
         return readBarCode(shown).value_or(-1);
     }
     [[nodiscard]] int counterOnStrip() const { return window->transportBar()->counterText().toInt(); }

@@ -1,0 +1,75 @@
+#include "ui/PictureSurface.h"
+
+#include "ui/GlPictureRenderer.h"
+
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QPainter>
+
+#include <cmath>
+
+namespace daylark {
+
+PictureSurface::PictureSurface(QWidget* view, std::function<void(QPainter&)> paintOver)
+    : QOpenGLWidget(view)
+    , paintOver_(std::move(paintOver)) {
+    QSurfaceFormat wanted;
+    wanted.setVersion(3, 3);
+    wanted.setProfile(QSurfaceFormat::CoreProfile);
+    wanted.setStencilBufferSize(8); // what QPainter clips with
+    setFormat(wanted);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+PictureSurface::~PictureSurface() {
+    release();
+}
+
+void PictureSurface::setScene(Scene scene) {
+    if (scene.frame.data() != scene_.frame.data()) planes_ = {};
+    scene_ = std::move(scene);
+    update();
+}
+
+void PictureSurface::initializeGL() {
+    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &PictureSurface::release,
+            Qt::UniqueConnection);
+    auto made = GlPictureRenderer::create([](const char* name) {
+        return reinterpret_cast<QFunctionPointer>(QOpenGLContext::currentContext()->getProcAddress(name));
+    });
+    if (!made) return fail(made.error().text);
+    renderer_ = std::move(*made);
+    deviceName_ = renderer_->deviceName();
+    Q_EMIT ready();
+}
+
+void PictureSurface::paintGL() {
+    QOpenGLFunctions* gl = context()->functions();
+    gl->glClearColor(0, 0, 0, 1);
+    gl->glClear(GL_COLOR_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    if (renderer_ && !scene_.frame.isNull() && !scene_.request.size.isEmpty()) {
+        if (planes_.isNull()) planes_ = planesOf(scene_.frame);
+        const qreal ratio = devicePixelRatioF();
+        const QSize target(int(std::lround(width() * ratio)), int(std::lround(height() * ratio)));
+        const Result<void> drawn = renderer_->draw(planes_, scene_.request, target, scene_.at);
+        if (!drawn) fail(drawn.error().text);
+    }
+    QPainter painter(this);
+    paintOver_(painter);
+    painter.end();
+    Q_EMIT drawn();
+}
+
+void PictureSurface::release() {
+    if (!renderer_) return;
+    makeCurrent();
+    renderer_.reset();
+    doneCurrent();
+}
+
+void PictureSurface::fail(const QString& reason) {
+    if (!std::exchange(failed_, true)) Q_EMIT failed(reason);
+}
+
+} // namespace daylark

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "media/PicturePlanes.h"
+#include "media/PictureRenderer.h"
+#include "media/VideoFrame.h"
+
+#include <QOpenGLWidget>
+
+#include <functional>
+#include <memory>
+
+namespace daylark {
+
+class GlPictureRenderer;
+
+/// What the picture view shows in OpenGL mode: covers it, takes no events, shows one scene. Owned by the
+/// view; interface thread. Announces once that it cannot draw.
+class PictureSurface : public QOpenGLWidget {
+    Q_OBJECT
+public:
+    struct Scene {
+        VideoFrame frame;
+        PictureRequest request; ///< `visible` within the picture, or an empty size for no picture
+        QPoint at;              ///< where its upper left pixel lies in the area, device pixels
+    };
+    /// `paintOver` paints what lies over the picture, in points.
+    PictureSurface(QWidget* view, std::function<void(QPainter&)> paintOver);
+    ~PictureSurface() override;
+
+    void setScene(Scene scene);
+    [[nodiscard]] QString deviceName() const { return deviceName_; }
+
+Q_SIGNALS:
+    void ready(); ///< the driver's name is known
+    void failed(const QString& reason);
+    void drawn(); ///< the scene is on its way to the screen
+
+protected:
+    void initializeGL() override;
+    void paintGL() override;
+
+private:
+    void release();
+    void fail(const QString& reason);
+
+    std::function<void(QPainter&)> paintOver_;
+    std::unique_ptr<GlPictureRenderer> renderer_;
+    Scene scene_;
+    PicturePlanes planes_; ///< of the scene's frame; null: to be made
+    QString deviceName_;
+    bool failed_ = false;
+};
+
+} // namespace daylark
