@@ -50,6 +50,7 @@ int main(int argc, char** argv) {
         ->allow_extra_args(false);
     app.parse_complete_callback([&] { overridePreferences(defaults, assignments); });
     addMediaCommands(app, context);
+    addTimecodeCommand(app, context);
     addSessionCommands(app, context);
     addExportCommands(app, context);
     addBenchCommands(app, context);
