@@ -15,7 +15,6 @@ namespace daylark {
 
 namespace {
 
-constexpr int sliderMargin = 12; // so that the playhead is whole at both ends
 constexpr int trackY = 12, trackHeight = 4, headRadius = 7, barsY = 27, barHeight = 4;
 const QColor barColour(0x5f, 0x8f, 0x62), activeBarColour(0x8f, 0xd0, 0x93), mutedBarColour(0x4a, 0x4a, 0x4a);
 

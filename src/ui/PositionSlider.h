@@ -16,6 +16,8 @@ namespace daylark {
 class PositionSlider : public QAbstractSlider {
     Q_OBJECT
 public:
+    static constexpr int sliderMargin = 12; ///< so that the playhead is whole at both ends
+
     struct Bar {
         double from = 0, to = 0; ///< ticks: start of the first frame, end of the last
         bool active = false;

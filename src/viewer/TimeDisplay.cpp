@@ -62,8 +62,9 @@ QString TimeDisplay::timecodeWithPrefix() const {
 
 QString TimeDisplay::stripFrameNumber() const {
     if (!movie_ || !player_.isOpen()) return {};
-    const qint64 value =
-        qint64(defaults_.doubleForKey(QStringLiteral("counterStartFrame"))) - 1 + currentFrameNumber();
+    constexpr double farthest = 1e15; // the preference may hold anything
+    const double start = defaults_.doubleForKey(QStringLiteral("counterStartFrame"));
+    const qint64 value = (std::abs(start) < farthest ? qint64(start) : 0) - 1 + currentFrameNumber();
     return QString::asprintf("%04lli", static_cast<long long>(value));
 }
 
@@ -75,6 +76,13 @@ QString TimeDisplay::durationText() const {
     if (!movie_) return {};
     const float probed = movie_->mMovieDurationSeconds;
     return durationTextOf(probed > 0 ? probed : float(player_.duration().seconds()));
+}
+
+void TimeDisplay::setFrameCounterToOne() {
+    if (!movie_ || !player_.isOpen()) return;
+    defaults_.set(QStringLiteral("counterStartFrame"), qint32(2 - currentFrameNumber()));
+    defaults_.set(QStringLiteral("displayFrameCounter"), true);
+    setOverlayInfoDynamic();
 }
 
 void TimeDisplay::setOverlayInfoStatic() {

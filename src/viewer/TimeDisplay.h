@@ -40,6 +40,8 @@ public:
     [[nodiscard]] qint64 tickCount() const;
     [[nodiscard]] float framesPerSecond() const; ///< the record's; before it was probed, the sample index's
 
+    void setFrameCounterToOne(); ///< the frame on screen counts as 1 from now on, and the counter is shown
+
     void setOverlayInfoStatic();
     void setOverlayInfoDynamic();
 
