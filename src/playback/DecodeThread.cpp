@@ -5,8 +5,9 @@
 namespace daylark {
 
 DecodeThread::DecodeThread(FrameCache& cache, std::function<void(Opening)> opened,
-                           std::function<void()> lookAgain)
+                           std::function<void()> lookAgain, Neighbours* neighbours)
     : cache_(cache)
+    , neighbours_(neighbours)
     , opened_(std::move(opened))
     , lookAgain_(std::move(lookAgain))
     , thread_([this] { run(); }) {}
@@ -36,6 +37,7 @@ void DecodeThread::give(Command command) {
         demand_ = {};
         dirty_ = true;
         cancel_ = true;
+        resting_ = false;
     }
     wake_.notify_one();
 }
@@ -47,10 +49,19 @@ void DecodeThread::want(quint64 generation, const ReadDemand& demand) {
         demand_ = demand;
         demandGeneration_ = generation;
         dirty_ = true;
-        if (underWay_ >= 0 && !ready && !gaveUp_ && !isOnTheWay(underWay_, demand.target))
-            cancel_ = gaveUp_ = true;
+        resting_ = false;
+        if (underWay_ >= 0 && !ready && !isWorthFinishing(demand)) cancel_ = gaveUp_ = true;
     }
     wake_.notify_one();
+}
+
+// While a hand drags, a key frame is never given up (it is quick, and a picture every time), nor is a way
+// through the target's own group (its pictures are near). Otherwise every second read at least is finished.
+bool DecodeThread::isWorthFinishing(const ReadDemand& demand) const {
+    const bool onTheWay = isOnTheWay(underWay_, demand.target);
+    if (!demand.dragging) return gaveUp_ || onTheWay;
+    return onTheWay || isOnTheWay(demand.target, underWay_) || !index_ ||
+           index_->samples[size_t(underWay_)].key;
 }
 
 // A read in the target's own group that comes before it is finished: the target needs it.
@@ -60,6 +71,16 @@ bool DecodeThread::isOnTheWay(qint64 frame, qint64 target) const {
     while (key > frame && !index_->samples[size_t(key)].key)
         --key;
     return key == frame;
+}
+
+void DecodeThread::rest() {
+    cache_.sweep();
+    if (neighbours_) neighbours_->setResting(true);
+    if (!resting_.exchange(true)) lookAgain_();
+}
+
+void DecodeThread::work() {
+    if (neighbours_) neighbours_->setResting(false);
 }
 
 void DecodeThread::run() {
@@ -74,46 +95,67 @@ void DecodeThread::run() {
             command_.reset();
             index_.reset();
             lock.unlock();
+            work();
             obey(command);
             lock.lock();
             dirty_ = true;
             continue;
         }
-        if (!reader_ || demandGeneration_ != readerGeneration_) continue;
-        const ReadDemand demand = demand_;
+        const bool current = movie_ && demandGeneration_ == readerGeneration_;
+        const ReadDemand demand = current ? demand_ : ReadDemand();
         lock.unlock();
-        const bool more = readOne(demand);
+        const bool more = current && readOne(demand);
         lock.lock();
         underWay_ = -1;
-        gaveUp_ = gaveUp_ && lastRead_ < 0;
+        gaveUp_ = gaveUp_ && movie_ && movie_->lastRead < 0;
         dirty_ = dirty_ || more;
+        if (dirty_ || (!current && movie_)) continue; // a movie just opened awaits its first demand
+        lock.unlock();
+        rest();
+        lock.lock();
     }
     lock.unlock();
-    reader_.reset();
+    movie_.reset();
+}
+
+DecodeThread::Opening DecodeThread::openedAs(const Command& command) {
+    Opening opening{command.generation, nullptr, {}, {}};
+    if (neighbours_) movie_ = neighbours_->take(command.path, cancel_);
+    if (!movie_) {
+        auto fresh = prepareMovie(command.path, cancel_);
+        if (fresh)
+            movie_ = std::move(*fresh);
+        else
+            opening.reason = fresh.error().text;
+    }
+    if (!movie_) return opening;
+    for (const auto& [frame, picture] : movie_->pictures)
+        cache_.put(command.generation, frame, picture);
+    movie_->pictures.clear();
+    opening.decoder = movie_->reader->decoderName();
+    opening.index = movie_->index;
+    return opening;
 }
 
 void DecodeThread::obey(const Command& command) {
-    reader_.reset();
-    lastRead_ = -1;
+    std::unique_ptr<PreparedMovie> left = std::move(movie_);
     readerGeneration_ = command.generation;
-    if (command.path.isNull()) return;
-    auto reader = FrameReader::open(command.path, &cancel_);
-    Opening opening{command.generation, nullptr, {}, {}};
-    if (reader) {
-        reader_ = std::move(*reader);
-        opening.index = std::make_shared<const SampleIndex>(reader_->index());
-        opening.decoder = reader_->decoderName();
-        const std::lock_guard lock(mutex_);
-        index_ = opening.index;
-    } else {
-        opening.reason = reader.error().text;
+    if (!command.path.isNull()) {
+        Opening opening = openedAs(command);
+        {
+            const std::lock_guard lock(mutex_);
+            index_ = opening.index;
+        }
+        opened_(std::move(opening));
     }
-    opened_(std::move(opening));
+    cache_.sweep();
+    if (left && neighbours_) neighbours_->keep(std::move(left));
 }
 
 bool DecodeThread::readOne(const ReadDemand& demand) {
-    const ReadState state{reader_->index().count(), lastRead_,
-                          [this](qint64 frame) { return reader_->keyFrameBefore(frame); }};
+    FrameReader& reader = *movie_->reader;
+    const ReadState state{movie_->index->count(), movie_->lastRead,
+                          [&reader](qint64 frame) { return reader.keyFrameBefore(frame); }};
     const std::optional<qint64> frame = nextFrameToRead(demand, state, cache_);
     if (!frame) return false;
     {
@@ -121,14 +163,19 @@ bool DecodeThread::readOne(const ReadDemand& demand) {
         if (dirty_) return true; // something newer came while planning
         underWay_ = *frame;
     }
-    auto picture = reader_->read(*frame, &cancel_);
+    work();
+    const auto keep = [this](qint64 number, const VideoFrame& picture) {
+        cache_.put(readerGeneration_, number, picture);
+        lookAgain_();
+    };
+    auto picture =
+        demand.dragging ? reader.readThrough(*frame, keep, &cancel_) : reader.read(*frame, &cancel_);
     if (!picture && cancel_) {
-        lastRead_ = -1;
+        movie_->lastRead = -1;
         return true;
     }
-    lastRead_ = *frame;
-    cache_.put(readerGeneration_, *frame, picture ? *picture : VideoFrame());
-    lookAgain_();
+    movie_->lastRead = *frame;
+    keep(*frame, picture ? *picture : VideoFrame());
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/FrameReader.h"
+#include "playback/Neighbours.h"
 #include "playback/ReadPlan.h"
 
 #include <QString>
@@ -16,10 +17,11 @@ namespace daylark {
 
 class FrameCache;
 
-/// The one thread that opens and reads movies. It holds one movie at a time, fills the cache after the newest
-/// demand, and says "look again" when there is something new; older demands and openings are given up. The
-/// calls return at once (one short lock); the callbacks come on the decode thread. Owned by the player; the
-/// destructor ends the read under way and waits.
+/// The one thread that opens and reads the current movie. It holds one movie at a time (taken from its
+/// neighbours where it is ready there), fills the cache after the newest demand, and says "look again" when
+/// there is something new or nothing left to do; older demands and openings are given up. The calls return at
+/// once (one short lock); the callbacks come on the decode thread. Owned by the player; the destructor ends
+/// the read under way and waits.
 class DecodeThread {
 public:
     struct Opening {
@@ -28,7 +30,9 @@ public:
         QString reason;
         QString decoder; ///< for people
     };
-    DecodeThread(FrameCache& cache, std::function<void(Opening)> opened, std::function<void()> lookAgain);
+    /// `neighbours` may be null; it outlives the thread, as the cache does.
+    DecodeThread(FrameCache& cache, std::function<void(Opening)> opened, std::function<void()> lookAgain,
+                 Neighbours* neighbours = nullptr);
     ~DecodeThread();
     DecodeThread(const DecodeThread&) = delete;
     DecodeThread& operator=(const DecodeThread&) = delete;
@@ -36,6 +40,9 @@ public:
     void open(quint64 generation, const QString& path);
     void close(quint64 generation);
     void want(quint64 generation, const ReadDemand& demand);
+    [[nodiscard]] bool isResting() const {
+        return resting_;
+    } ///< the newest demand is met as far as it can be
 
 private:
     struct Command {
@@ -44,14 +51,20 @@ private:
     };
     void run();
     void obey(const Command& command);
+    [[nodiscard]] Opening openedAs(const Command& command);
     bool readOne(const ReadDemand& demand);
     void give(Command command);
+    void rest();
+    void work();
     [[nodiscard]] bool isOnTheWay(qint64 frame, qint64 target) const;
+    [[nodiscard]] bool isWorthFinishing(const ReadDemand& demand) const;
 
     FrameCache& cache_;
+    Neighbours* const neighbours_;
     const std::function<void(Opening)> opened_;
     const std::function<void()> lookAgain_;
     CancelFlag cancel_ = false;
+    std::atomic<bool> resting_ = true;
 
     std::mutex mutex_; // guards down to the blank line
     std::condition_variable wake_;
@@ -63,9 +76,8 @@ private:
     bool dirty_ = false, stopping_ = false;
     bool gaveUp_ = false; ///< a read was given up since the last picture: the next one may end
 
-    std::unique_ptr<FrameReader> reader_; // the decode thread's own, as is what follows
+    std::unique_ptr<PreparedMovie> movie_; // the decode thread's own, as is what follows
     quint64 readerGeneration_ = 0;
-    qint64 lastRead_ = -1;
 
     std::thread thread_;
 };

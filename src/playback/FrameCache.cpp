@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <utility>
 
 namespace daylark {
 
@@ -16,13 +17,18 @@ qint64 FrameCache::defaultBudget() {
 }
 
 void FrameCache::reset(quint64 generation) {
-    Pictures old; // freed outside the lock
     const std::lock_guard lock(mutex_);
-    old.swap(pictures_);
+    if (!pictures_.empty()) forgotten_.push_back(std::exchange(pictures_, {}));
     generation_ = generation;
     travel_ = {};
     bytes_ = 0;
     lastSize_ = 0;
+}
+
+void FrameCache::sweep() {
+    std::vector<Pictures> forgotten; // freed outside the lock
+    const std::lock_guard lock(mutex_);
+    forgotten.swap(forgotten_);
 }
 
 void FrameCache::setTravel(const Travel& travel) {
@@ -55,6 +61,32 @@ FrameCache::Pictures::const_iterator FrameCache::dearest() const {
     return best;
 }
 
+/// Takes out what does not fit; the caller frees it outside the lock.
+std::vector<VideoFrame> FrameCache::giveUp() {
+    std::vector<VideoFrame> victims;
+    while (bytes_ > room() && pictures_.size() > 1) {
+        const auto victim = dearest();
+        bytes_ -= victim->second.isNull() ? 0 : victim->second.byteCount();
+        victims.push_back(victim->second);
+        pictures_.erase(victim);
+    }
+    return victims;
+}
+
+void FrameCache::setBudget(qint64 bytes) {
+    std::vector<VideoFrame> victims;
+    const std::lock_guard lock(mutex_);
+    budget_ = bytes;
+    victims = giveUp();
+}
+
+void FrameCache::addElsewhere(qint64 bytes) {
+    std::vector<VideoFrame> victims;
+    const std::lock_guard lock(mutex_);
+    elsewhere_ += bytes;
+    victims = giveUp();
+}
+
 bool FrameCache::put(quint64 generation, qint64 frame, const VideoFrame& picture) {
     std::vector<VideoFrame> evicted; // freed outside the lock
     const std::lock_guard lock(mutex_);
@@ -64,15 +96,8 @@ bool FrameCache::put(quint64 generation, qint64 frame, const VideoFrame& picture
     if (!isNew) return true;
     bytes_ += size;
     if (size > 0) lastSize_ = size;
-    bool kept = true;
-    while (bytes_ > budget_ && pictures_.size() > 1) {
-        const auto victim = dearest();
-        kept = kept && victim->first != frame;
-        bytes_ -= victim->second.isNull() ? 0 : victim->second.byteCount();
-        evicted.push_back(victim->second);
-        pictures_.erase(victim);
-    }
-    return kept;
+    evicted = giveUp();
+    return evicted.empty() || pictures_.count(frame) != 0;
 }
 
 bool FrameCache::contains(qint64 frame) const {
@@ -101,20 +126,45 @@ std::optional<qint64> FrameCache::nearestBetween(qint64 first, qint64 last) cons
     return std::nullopt;
 }
 
+std::optional<qint64> FrameCache::nearest(qint64 frame) const {
+    const std::lock_guard lock(mutex_);
+    std::optional<qint64> best;
+    auto after = pictures_.lower_bound(frame);
+    for (auto at = after; at != pictures_.begin();)
+        if (--at; !at->second.isNull()) {
+            best = at->first;
+            break;
+        }
+    while (after != pictures_.end() && after->second.isNull())
+        ++after;
+    if (after != pictures_.end() && (!best || after->first - frame < frame - *best)) best = after->first;
+    return best;
+}
+
 bool FrameCache::wouldKeep(qint64 frame) const {
     const std::lock_guard lock(mutex_);
-    if (pictures_.empty() || bytes_ + lastSize_ <= budget_) return true;
+    if (pictures_.empty() || bytes_ + lastSize_ <= room()) return true;
     return cost(dearest()->first) > cost(frame);
 }
 
 qint64 FrameCache::capacity() const {
     const std::lock_guard lock(mutex_);
-    return lastSize_ > 0 ? std::max<qint64>(1, budget_ / lastSize_) : std::numeric_limits<qint32>::max();
+    return lastSize_ > 0 ? std::max<qint64>(1, room() / lastSize_) : std::numeric_limits<qint32>::max();
 }
 
 qint64 FrameCache::byteCount() const {
     const std::lock_guard lock(mutex_);
     return bytes_;
+}
+
+qint64 FrameCache::elsewhere() const {
+    const std::lock_guard lock(mutex_);
+    return elsewhere_;
+}
+
+qint64 FrameCache::budget() const {
+    const std::lock_guard lock(mutex_);
+    return budget_;
 }
 
 std::vector<std::pair<qint64, qint64>> FrameCache::readyRanges() const {

@@ -36,12 +36,14 @@ public:
         : q_(player)
         , clock_(clock)
         , sound_(sound)
-        , cache_(cacheBudget > 0 ? cacheBudget : FrameCache::defaultBudget())
+        , cache_(0)
+        , neighbours_([this](qint64 bytes) { cache_.addElsewhere(bytes); })
         , index_(std::make_shared<SampleIndex>())
         , decoder_(
               cache_,
               [this](DecodeThread::Opening opening) { post([this, opening] { openingDone(opening); }); },
-              [this] { announce(); }) {
+              [this] { announce(); }, &neighbours_) {
+        setCacheBudget(cacheBudget);
         timer_.setTimerType(Qt::PreciseTimer);
         timer_.setSingleShot(true);
         QObject::connect(&timer_, &QTimer::timeout, &player, &Player::tick);
@@ -60,12 +62,15 @@ public:
     void setRate(float rate);
     void setLoops(bool loops);
     void setVolume(float volume);
+    void setDragging(bool dragging);
+    void setCacheBudget(qint64 bytes);
     void tick();
 
     Player& q_;
     PlaybackClock& clock_;
     SoundOutput* const sound_; // may be null
     FrameCache cache_;
+    Neighbours neighbours_;
     std::shared_ptr<const SampleIndex> index_;
     bool open_ = false;
     qint64 frame_ = -1; // the current one, from 0
@@ -88,7 +93,10 @@ private:
     void openingDone(const DecodeThread::Opening& opening);
     void place(qint64 ticks, int direction);
     void demand();
+    [[nodiscard]] ReadDemand currentDemand() const;
+    [[nodiscard]] bool isReadyToRoll() const;
     void present();
+    void presentNearest();
     void show(const VideoFrame& picture, qint64 frame);
     void startRun();
     void tryToRoll();
@@ -96,7 +104,7 @@ private:
     void advance();
     void end();
     void arm();
-    void startSound();
+    void startSound(SoundOutput::Start start);
     void stopSound();
     void setBase(double position);
     double positionNow();
@@ -111,9 +119,12 @@ private:
     bool sounding_ = false;    // the sound plays this run
     bool holdDemands_ = false; // while listeners of `opened` choose where to start
     bool loops_ = false;
+    bool dragging_ = false;
     std::vector<qint64> asked_; // frames asked for since the exact one was shown, the newest last
     int travel_ = 1;            // direction of the last movement
     int endedAt_ = 0;           // 1 or -1 after playing onto that end, until the position changes
+    double soundLaps_ = 0;      // how often the sound of this run has passed the movie's end
+    double furthest_ = 0;       // ticks that this run has come to while it has sound
     double runStart_ = 0;       // ticks where the clock stood at runStartTime_
     qint64 runStartTime_ = 0;
     qint64 runFrom_ = 0; // the first frame that this run may still show
@@ -217,9 +228,27 @@ void Player::Engine::demand() {
     constexpr size_t most = 32;
     if (asked_.size() >= most) asked_.erase(asked_.begin());
     if (asked_.empty() || asked_.back() != frame_) asked_.push_back(frame_);
-    const int heading = rate_ != 0 ? direction() : travel_;
-    cache_.setTravel({frame_, heading, index_->count(), loops_ && rate_ != 0});
-    decoder_.want(generation_, {frame_, heading, rate_ != 0, loops_});
+    const ReadDemand demand = currentDemand();
+    cache_.setTravel({frame_, demand.direction, index_->count(), loops_ && rate_ != 0});
+    decoder_.want(generation_, demand);
+}
+
+ReadDemand Player::Engine::currentDemand() const {
+    return {frame_, rate_ != 0 ? direction() : travel_, rate_ != 0, loops_, dragging_};
+}
+
+void Player::Engine::setDragging(bool dragging) {
+    if (dragging == dragging_) return;
+    dragging_ = dragging;
+    asked_.clear();
+    demand();
+    present();
+}
+
+void Player::Engine::setCacheBudget(qint64 bytes) {
+    const qint64 budget = bytes > 0 ? bytes : FrameCache::defaultBudget();
+    neighbours_.setBudget(budget);
+    cache_.setBudget(budget);
 }
 
 void Player::Engine::present() {
@@ -236,7 +265,8 @@ void Player::Engine::present() {
         }
         return;
     }
-    // A hand that drags sees on its way what it asked for; the exact picture stands last.
+    if (dragging_) return presentNearest();
+    // A hand that jumps about sees on its way what it asked for; the exact picture stands last.
     for (qsizetype at = qsizetype(asked_.size()); --at >= 0;) {
         const qint64 frame = asked_[size_t(at)];
         const VideoFrame picture = frame == shownNumber_ ? shown_ : cache_.find(frame);
@@ -246,6 +276,13 @@ void Player::Engine::present() {
         break;
     }
     tryToRoll();
+}
+
+void Player::Engine::presentNearest() {
+    const std::optional<qint64> ready = cache_.contains(frame_) ? frame_ : cache_.nearest(frame_);
+    if (!ready || *ready == shownNumber_) return;
+    if (shownNumber_ < 0 || std::abs(*ready - frame_) < std::abs(shownNumber_ - frame_))
+        show(cache_.find(*ready), *ready);
 }
 
 void Player::Engine::show(const VideoFrame& picture, qint64 frame) {
@@ -278,7 +315,7 @@ void Player::Engine::setRate(float rate) {
         travel_ = direction();
         startRun();
     } else {
-        startSound();
+        startSound(SoundOutput::Start::joins);
     }
     Q_EMIT q_.rateChanged(rate);
     demand();
@@ -289,6 +326,7 @@ void Player::Engine::setRate(float rate) {
 void Player::Engine::setLoops(bool loops) {
     if (loops == loops_) return;
     loops_ = loops;
+    if (sound_) sound_->setLoops(loops);
     demand();
 }
 
@@ -302,14 +340,29 @@ void Player::Engine::startRun() {
 }
 
 void Player::Engine::tryToRoll() {
-    if (rate_ == 0 || rolling_ || !cache_.contains(frame_)) return;
-    const qint64 next = frame_ + direction();
-    if (next >= 0 && next <= last() && !cache_.contains(next)) return;
+    if (rate_ == 0 || rolling_ || !isReadyToRoll()) return;
     rolling_ = true;
     setBase(runStart_);
-    startSound();
+    startSound(SoundOutput::Start::waits);
     runFrom_ = frame_ + (shownNumber_ == frame_ ? direction() : 0);
     arm();
+}
+
+bool Player::Engine::isReadyToRoll() const {
+    if (!cache_.contains(frame_)) return false;
+    const auto keyFrameBefore = [this](qint64 frame) {
+        while (frame > 0 && !index_->samples[size_t(frame)].key)
+            --frame;
+        return frame;
+    };
+    const ReadDemand demand = currentDemand();
+    const qint64 wanted = readyToRoll(demand, {index_->count(), -1, keyFrameBefore}, cache_);
+    for (qint64 ahead = 1; ahead <= wanted; ++ahead) {
+        const qint64 frame = frame_ + ahead * demand.direction;
+        if (frame < 0 || frame > last()) break;
+        if (!cache_.contains(frame)) return ahead > 1 && decoder_.isResting(); // no more to come
+    }
+    return true;
 }
 
 void Player::Engine::stopRun() {
@@ -323,11 +376,18 @@ void Player::Engine::stopRun() {
     }
 }
 
-/// Sound is heard at the natural rate only; any other run is silent.
-void Player::Engine::startSound() {
-    if (!sound_ || rate_ != 1.0f) return stopSound();
-    sounding_ = true;
-    sound_->play(runStart_ / double(index_->timeScale));
+/// Sound is heard forwards up to a rate; any other run is silent. A run that has sound keeps it when its rate
+/// changes.
+void Player::Engine::startSound(SoundOutput::Start start) {
+    if (!sound_) return;
+    if (rate_ <= 0 || rate_ > SoundOutput::fastest) {
+        if (std::exchange(sounding_, false)) sound_->fade();
+    } else if (std::exchange(sounding_, true)) {
+        sound_->setRate(rate_);
+    } else {
+        soundLaps_ = 0;
+        sound_->play(runStart_ / double(index_->timeScale), rate_, start);
+    }
 }
 
 void Player::Engine::stopSound() {
@@ -335,20 +395,22 @@ void Player::Engine::stopSound() {
 }
 
 void Player::Engine::setBase(double position) {
-    runStart_ = position;
+    runStart_ = furthest_ = position;
     runStartTime_ = clock_.nanoseconds();
 }
 
 /// Sound that is heard says where the run stands. It may wait for the device, never turn back; where it falls
 /// silent for good, the clock goes on from there.
 double Player::Engine::positionNow() {
-    if (sounding_)
-        if (const std::optional<double> heard = sound_->position()) {
-            setBase(std::max(runStart_, *heard * double(index_->timeScale)));
-            return runStart_;
-        }
     const double elapsed = double(clock_.nanoseconds() - runStartTime_) / 1e9;
-    return runStart_ + elapsed * double(rate_) * double(index_->timeScale);
+    const double byClock = runStart_ + elapsed * double(rate_) * double(index_->timeScale);
+    if (!sounding_) return byClock;
+    if (const std::optional<double> heard = sound_->position()) {
+        const double laps = soundLaps_ * double(index_->endTicks);
+        setBase(std::max(furthest_, *heard * double(index_->timeScale) - laps));
+        return runStart_;
+    }
+    return furthest_ = byClock;
 }
 
 // Backwards a frame lasts from its end down to just before its start.
@@ -374,10 +436,10 @@ void Player::Engine::advance() {
     const auto length = double(index_->endTicks);
     if (direction() > 0 ? position >= length : position <= 0) {
         if (!loops_ || length <= 0) return end();
+        soundLaps_ += std::floor(position / length); // the sound goes on by itself
         position = std::fmod(position, length);
         if (direction() < 0) position += length;
         setBase(position);
-        startSound();
         tally_.drop((direction() > 0 ? last() - runFrom_ : runFrom_) + 1);
         runFrom_ = direction() > 0 ? 0 : last();
     }
@@ -478,6 +540,15 @@ bool Player::isRolling() const {
 void Player::setLoops(bool loops) {
     engine_->setLoops(loops);
 }
+void Player::setNeighbours(std::vector<NeighbourMovie> movies) {
+    engine_->neighbours_.want(std::move(movies));
+}
+void Player::setDragging(bool dragging) {
+    engine_->setDragging(dragging);
+}
+void Player::setCacheBudget(qint64 bytes) {
+    engine_->setCacheBudget(bytes);
+}
 void Player::setVolume(float volume) {
     engine_->setVolume(volume);
 }
@@ -497,7 +568,7 @@ PlayerStatistics Player::statistics() const {
     statistics.rateReached = engine.tally_.rate(engine.clock_.nanoseconds());
     statistics.shown = engine.tally_.shown();
     statistics.dropped = engine.tally_.dropped();
-    statistics.cacheBytes = engine.cache_.byteCount();
+    statistics.cacheBytes = engine.cache_.byteCount() + engine.cache_.elsewhere();
     statistics.cacheBudget = engine.cache_.budget();
     statistics.decoder = engine.decoderName_;
     return statistics;

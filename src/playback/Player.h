@@ -3,6 +3,7 @@
 #include "media/SampleIndex.h"
 #include "media/VideoFrame.h"
 #include "model/MediaTime.h"
+#include "playback/Neighbours.h"
 #include "playback/PlaybackClock.h"
 #include "playback/PlayerStatistics.h"
 
@@ -26,7 +27,7 @@ class Player : public QObject {
     Q_OBJECT
 public:
     /// `cacheBudget`: what decoded pictures may take (bytes); 0 means `FrameCache::defaultBudget()`. `sound`,
-    /// if any, is heard at rate 1 (only there) and is the clock while it is heard; both outlive the player.
+    /// if any, is heard forwards up to rate 2 and is the clock while it is heard; both outlive the player.
     explicit Player(PlaybackClock& clock, QObject* parent = nullptr, qint64 cacheBudget = 0,
                     SoundOutput* sound = nullptr);
     ~Player() override;
@@ -34,6 +35,10 @@ public:
     /// Opens a file on the decode thread; answers with `opened` or `openFailed`. A newer `open` or `close`
     /// cancels an older one.
     void open(const QString& path);
+    /// The movies that may be opened next, the likeliest first: opened and their first pictures decoded
+    /// ahead, within the cache's budget, while this movie's own decoding rests. `open` then shows them at
+    /// once.
+    void setNeighbours(std::vector<NeighbourMovie> movies);
     void close(); ///< forgets movie and picture; rate 0
     [[nodiscard]] bool isOpen() const;
 
@@ -41,6 +46,9 @@ public:
     [[nodiscard]] MediaTime duration() const;
     [[nodiscard]] MediaTime currentTime() const;
     void setCurrentTime(const MediaTime& time); ///< clamped to the movie; shows the frame that stands there
+    /// While a hand drags: the nearest ready picture is shown at once, and key frames come first. The exact
+    /// one follows when the hand rests, at the latest when dragging ends.
+    void setDragging(bool dragging);
     /// The frame that the current position stands on, counted from 1; 0 when nothing is open. Known at once,
     /// whether its picture is ready or not.
     [[nodiscard]] qint64 currentFrame() const;
@@ -58,6 +66,7 @@ public:
     /// The frames whose pictures are ready, as inclusive ranges counted from 1.
     [[nodiscard]] std::vector<std::pair<qint64, qint64>> readyRanges() const;
 
+    void setCacheBudget(qint64 bytes); ///< as in the constructor; holds at once
     [[nodiscard]] PlayerStatistics statistics() const;
 
     void setLoops(bool loops);    ///< at an end (either direction) goes on from the other instead of `didEnd`

@@ -15,6 +15,7 @@ struct ReadDemand {
     int direction = 1;  ///< of travel: 1 or -1
     bool playing = false;
     bool loops = false;
+    bool dragging = false; ///< a hand is still looking for its place: something near is wanted soon
 };
 
 /// Where the reading stands; a value.
@@ -26,9 +27,14 @@ struct ReadState {
 
 /// The frame to read next so that the demand is met: the target if it is not in the cache, else what lies
 /// ahead in the direction of travel; nothing when enough is ready. Backwards a group is read forwards from
-/// its key frame, so that each of its samples is decoded once. Reading one frame after the other by this plan
-/// ends; it is asked again after each. Any thread.
+/// its key frame, so that each of its samples is decoded once, and the group before it is read ahead. While a
+/// hand drags, the key frame comes before the target where nothing of the way is ready. Reading one frame
+/// after the other by this plan ends; it is asked again after each. Any thread.
 [[nodiscard]] std::optional<qint64> nextFrameToRead(const ReadDemand& demand, const ReadState& state,
                                                     const FrameCache& cache);
+
+/// How many frames beyond the target are to be ready in the direction of travel before a run may begin, so
+/// that it isn't held up soon after: one, or backwards near a group's beginning the whole group before.
+[[nodiscard]] qint64 readyToRoll(const ReadDemand& demand, const ReadState& state, const FrameCache& cache);
 
 } // namespace daylark
