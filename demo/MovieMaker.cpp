@@ -1,10 +1,14 @@
 #include "demo/MovieMaker.h"
 
 #include "demo/BarCode.h"
+#include "demo/FieldPictures.h"
 
 #include <QPainter>
+#include <QTransform>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <memory>
 
 extern "C" {
@@ -51,10 +55,30 @@ Error errorOf(const char* what, int code) {
 struct Track {
     CodecPtr codec;
     AVStream* stream = nullptr;
+    std::function<void(EncodedSample&)> onSample;
+    std::map<int64_t, int> numbers; ///< frame number by time stamp
+    mutable int place = 0;
 
+    /// Lets `onSample` see and change it; false: left out.
+    bool pass(AVPacket* packet) const {
+        if (!onSample) return true;
+        const auto known = numbers.find(packet->pts);
+        EncodedSample sample{place++, known == numbers.end() ? 0 : known->second,
+                             (packet->flags & AV_PKT_FLAG_KEY) != 0,
+                             QByteArray(reinterpret_cast<const char*>(packet->data), packet->size), true};
+        onSample(sample);
+        const PacketPtr changed(av_packet_alloc());
+        if (av_new_packet(changed.get(), int(sample.data.size())) < 0) return false;
+        std::copy(sample.data.cbegin(), sample.data.cend(), reinterpret_cast<char*>(changed->data));
+        av_packet_copy_props(changed.get(), packet);
+        av_packet_unref(packet);
+        av_packet_move_ref(packet, changed.get());
+        return sample.keep;
+    }
     Result<void> drain(AVFormatContext* output) const {
         const PacketPtr packet(av_packet_alloc());
         while (avcodec_receive_packet(codec.get(), packet.get()) >= 0) {
+            if (!pass(packet.get())) continue;
             av_packet_rescale_ts(packet.get(), codec->time_base, stream->time_base);
             packet->stream_index = stream->index;
             if (const int code = av_interleaved_write_frame(output, packet.get()); code < 0)
@@ -69,12 +93,36 @@ struct Track {
     }
 };
 
-Result<Track> openVideo(const MovieSpec& spec, AVFormatContext* output) {
-    const AVCodec* encoder = avcodec_find_encoder_by_name(spec.encoder.toLatin1().constData());
-    if (!encoder) return Error{QStringLiteral("no encoder ") + spec.encoder};
-    Track track;
-    track.codec.reset(avcodec_alloc_context3(encoder));
-    AVCodecContext* codec = track.codec.get();
+/// The file's matrix takes coded to shown coordinates, y downwards: (x, y) to (ax + cy + tx, bx + dy + ty).
+void setRotation(AVStream* stream, const MovieSpec& spec) {
+    constexpr int32_t one = 1 << 16;
+    auto* matrix = reinterpret_cast<int32_t*>(
+        av_stream_new_side_data(stream, AV_PKT_DATA_DISPLAYMATRIX, 9 * sizeof(int32_t)));
+    if (!matrix) return;
+    const int32_t cosine = spec.rotation == 180 ? -one : 0;
+    const int32_t sine = spec.rotation == 90 ? one : spec.rotation == 270 ? -one : 0;
+    const int32_t width = spec.size.width() * one, height = spec.size.height() * one;
+    const int32_t values[] = {cosine,
+                              sine,
+                              0,
+                              -sine,
+                              cosine,
+                              0,
+                              spec.rotation == 90    ? height
+                              : spec.rotation == 180 ? width
+                                                     : 0,
+                              spec.rotation == 270   ? width
+                              : spec.rotation == 180 ? height
+                                                     : 0,
+                              1 << 30};
+    std::copy(std::begin(values), std::end(values), matrix);
+}
+
+bool isFieldPictures(const MovieSpec& spec) {
+    return spec.encoder == QLatin1String("field pictures");
+}
+
+void setPicture(const MovieSpec& spec, AVCodecContext* codec) {
     codec->width = spec.size.width();
     codec->height = spec.size.height();
     codec->pix_fmt = av_get_pix_fmt(spec.pixelFormat.toLatin1().constData());
@@ -87,9 +135,30 @@ Result<Track> openVideo(const MovieSpec& spec, AVFormatContext* output) {
     codec->colorspace = spec.size.height() >= 720 ? AVCOL_SPC_BT709 : AVCOL_SPC_SMPTE170M;
     codec->color_range =
         spec.pixelFormat.startsWith(QLatin1String("yuvj")) ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
+}
+
+/// The stream's description without an encoder of the library.
+void describeFieldPictures(const MovieSpec& spec, AVCodecContext* codec) {
+    const QByteArray sets = FieldPictureEncoder(spec.size, 0).parameterSets();
+    codec->codec_type = AVMEDIA_TYPE_VIDEO;
+    codec->codec_id = AV_CODEC_ID_H264;
+    codec->profile = FF_PROFILE_H264_MAIN;
+    codec->field_order = AV_FIELD_TT;
+    codec->has_b_frames = 1;
+    codec->extradata = static_cast<uint8_t*>(av_mallocz(size_t(sets.size()) + AV_INPUT_BUFFER_PADDING_SIZE));
+    codec->extradata_size = int(sets.size());
+    std::copy(sets.cbegin(), sets.cend(), reinterpret_cast<char*>(codec->extradata));
+}
+
+Result<void> openEncoder(const MovieSpec& spec, const AVCodec* encoder, const AVFormatContext* output,
+                         AVCodecContext* codec) {
     codec->bit_rate = std::max<int64_t>(2'000'000, int64_t(spec.size.width()) * spec.size.height() * 8);
     codec->thread_count = 2;
     if (output->oformat->flags & AVFMT_GLOBALHEADER) codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+    if (spec.interlaced) {
+        codec->flags |= AV_CODEC_FLAG_INTERLACED_DCT | AV_CODEC_FLAG_INTERLACED_ME;
+        codec->field_order = AV_FIELD_TT;
+    }
     AVDictionary* options = nullptr;
     if (spec.encoder == QLatin1String("libx264")) {
         av_dict_set(&options, "preset", "veryfast", 0);
@@ -100,11 +169,31 @@ Result<Track> openVideo(const MovieSpec& spec, AVFormatContext* output) {
     const int code = avcodec_open2(codec, encoder, &options);
     av_dict_free(&options);
     if (code < 0) return errorOf("opening the encoder", code);
+    return {};
+}
+
+Result<Track> openVideo(const MovieSpec& spec, AVFormatContext* output) {
+    const bool own = isFieldPictures(spec);
+    const AVCodec* encoder =
+        own ? nullptr : avcodec_find_encoder_by_name(spec.encoder.toLatin1().constData());
+    if (!encoder && !own) return Error{QStringLiteral("no encoder ") + spec.encoder};
+    Track track;
+    track.codec.reset(avcodec_alloc_context3(encoder));
+    AVCodecContext* codec = track.codec.get();
+    setPicture(spec, codec);
+    if (own)
+        describeFieldPictures(spec, codec);
+    else if (const auto opened = openEncoder(spec, encoder, output, codec); !opened)
+        return opened.error();
     track.stream = avformat_new_stream(output, nullptr);
     track.stream->time_base = codec->time_base;
     track.stream->avg_frame_rate = codec->framerate;
     track.stream->sample_aspect_ratio = codec->sample_aspect_ratio;
     avcodec_parameters_from_context(track.stream->codecpar, codec);
+    if (codec->codec_id == AV_CODEC_ID_PRORES && codec->profile == FF_PROFILE_UNKNOWN)
+        track.stream->codecpar->profile = FF_PROFILE_PRORES_STANDARD; // some containers want to know it
+    if (spec.rotation != 0) setRotation(track.stream, spec);
+    track.onSample = spec.onSample;
     if (!spec.timecode.isEmpty())
         av_dict_set(&track.stream->metadata, "timecode", spec.timecode.toLatin1().constData(), 0);
     return track;
@@ -195,8 +284,38 @@ Result<FramePtr> convert(const QImage& picture, const AVCodecContext* codec, Sca
     return frame;
 }
 
-Result<void> writeAll(const MovieSpec& spec, AVFormatContext* output, const Track& video,
-                      const Track* sound) {
+Result<void> writeFieldPictures(const MovieSpec& spec, AVFormatContext* output, Track& video) {
+    const int codedRows = (spec.size.height() / 8 + 31) / 32; // those of the bar code
+    FieldPictureEncoder encoder(spec.size, codedRows);
+    ScalerPtr scaler;
+    qint64 decodingTime = -1;
+    for (const auto& place : FieldPictureEncoder::fileOrder(spec.frames, spec.groupSize, spec.bFrames)) {
+        const Result<FramePtr> frame = convert(paintFrame(spec, place.frame + 1), video.codec.get(), scaler);
+        if (!frame) return frame.error();
+        const AVFrame& picture = **frame;
+        const QByteArray data =
+            encoder.encode(place, {{picture.data[0], picture.data[1], picture.data[2]},
+                                   {picture.linesize[0], picture.linesize[1], picture.linesize[2]}});
+        const PacketPtr packet(av_packet_alloc());
+        if (const int code = av_new_packet(packet.get(), int(data.size())); code < 0)
+            return errorOf("a sample", code);
+        std::copy(data.cbegin(), data.cend(), reinterpret_cast<char*>(packet->data));
+        packet->pts = place.frame;
+        packet->dts = decodingTime++;
+        packet->duration = 1;
+        if (place.key) packet->flags |= AV_PKT_FLAG_KEY;
+        video.numbers[packet->pts] = place.frame + 1;
+        if (!video.pass(packet.get())) continue;
+        av_packet_rescale_ts(packet.get(), video.codec->time_base, video.stream->time_base);
+        packet->stream_index = video.stream->index;
+        if (const int code = av_interleaved_write_frame(output, packet.get()); code < 0)
+            return errorOf("writing", code);
+    }
+    return {};
+}
+
+Result<void> writeAll(const MovieSpec& spec, AVFormatContext* output, Track& video, const Track* sound) {
+    if (isFieldPictures(spec)) return writeFieldPictures(spec, output, video);
     ScalerPtr scaler;
     int64_t soundSample = 0;
     const int soundChunk = sound && sound->codec->frame_size > 0 ? sound->codec->frame_size : 1024;
@@ -205,6 +324,8 @@ Result<void> writeAll(const MovieSpec& spec, AVFormatContext* output, const Trac
         Result<FramePtr> frame = convert(paintFrame(spec, i + 1), video.codec.get(), scaler);
         if (!frame) return frame.error();
         (*frame)->pts = spec.ticks.empty() ? i : spec.ticks[size_t(i)];
+        (*frame)->interlaced_frame = (*frame)->top_field_first = spec.interlaced;
+        video.numbers[(*frame)->pts] = i + 1;
         if (const Result<void> done = video.encode(output, frame->get()); !done) return done;
         const int64_t until = av_rescale_q((*frame)->pts + 1, video.codec->time_base, {1, 48000});
         for (; sound && soundSample + soundChunk <= until; soundSample += soundChunk)
@@ -218,20 +339,27 @@ Result<void> writeAll(const MovieSpec& spec, AVFormatContext* output, const Trac
 } // namespace
 
 QImage paintFrame(const MovieSpec& spec, int number) {
-    QImage picture(spec.size, QImage::Format_RGB32);
-    QPainter painter(&picture);
-    if (spec.paint) {
-        spec.paint(painter, number);
-    } else {
-        QLinearGradient gradient(0, 0, spec.size.width(), spec.size.height());
-        gradient.setColorAt(0, QColor(40, 60, 90));
-        gradient.setColorAt(1, QColor(180, 150, 110));
-        painter.fillRect(picture.rect(), gradient);
-        const int x = (number * 7) % std::max(1, spec.size.width() - 20);
-        painter.fillRect(QRect(x, spec.size.height() / 2, 20, 20), QColor(220, 80, 60));
+    const AVPixFmtDescriptor* format =
+        av_pix_fmt_desc_get(av_get_pix_fmt(spec.pixelFormat.toLatin1().constData()));
+    const bool alpha = format && (format->flags & AV_PIX_FMT_FLAG_ALPHA);
+    const QSize size = spec.rotation % 180 ? spec.size.transposed() : spec.size;
+    QImage picture(size, alpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    picture.fill(alpha ? Qt::transparent : Qt::black);
+    {
+        QPainter painter(&picture);
+        if (spec.paint) {
+            spec.paint(painter, number);
+        } else {
+            QLinearGradient gradient(0, 0, size.width(), size.height());
+            gradient.setColorAt(0, QColor(40, 60, 90));
+            gradient.setColorAt(1, QColor(180, 150, 110, alpha ? 90 : 255));
+            painter.fillRect(picture.rect(), gradient);
+            const int x = (number * 7) % std::max(1, size.width() - 20);
+            painter.fillRect(QRect(x, size.height() / 2, 20, 20), QColor(220, 80, 60));
+        }
+        if (spec.barCode) drawBarCode(painter, size, number);
     }
-    if (spec.barCode) drawBarCode(painter, spec.size, number);
-    return picture;
+    return spec.rotation ? picture.transformed(QTransform().rotate(-spec.rotation)) : picture;
 }
 
 Result<void> makeMovie(const MovieSpec& spec) {

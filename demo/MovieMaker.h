@@ -2,6 +2,7 @@
 
 #include "base/Result.h"
 
+#include <QByteArray>
 #include <QImage>
 #include <QSize>
 #include <QString>
@@ -15,12 +16,22 @@ class QPainter;
 
 namespace daylark {
 
+/// One encoded sample on its way into the container, for movies that are to be broken in a known place.
+struct EncodedSample {
+    int place = 0;  ///< in file order, from 0
+    int number = 0; ///< of the frame; 0: a picture that is only referred to
+    bool key = false;
+    QByteArray data;  ///< may be changed
+    bool keep = true; ///< false: never gets into the file
+};
+
 /// A movie to make. The container follows from the file name's extension. Frame numbers count from 1, as in
 /// the viewer.
 struct MovieSpec {
     QString path;
     QString encoder =
-        QStringLiteral("libx264"); ///< FFmpeg's name: "prores_ks", "mjpeg", "mpeg2video", "libvpx-vp9", ...
+        QStringLiteral("libx264"); ///< FFmpeg's name: "prores_ks", "mjpeg", "mpeg2video", "libvpx-vp9", ...;
+                                   ///< "field pictures": H.264 with each field coded for itself
     QSize size{320, 180};
     int rateNum = 24, rateDen = 1; ///< frames a second
     int frames = 48;
@@ -35,6 +46,10 @@ struct MovieSpec {
         ticks; ///< own presentation times in 1/rateNum seconds (variable rate, late start); empty: even
     int pixelAspectNum = 1, pixelAspectDen = 1;
     bool barCode = true;
+    int rotation = 0; ///< 0, 90, 180 or 270: degrees clockwise that a player has to turn the coded picture
+    bool interlaced = false; ///< coded as fields, the upper one first; the picture doesn't move between them
+    std::function<void(EncodedSample& sample)>
+        onSample; ///< sees every sample of the picture; none: all as encoded
     /// Paints a frame's picture before the bar code; none: a moving pattern.
     std::function<void(QPainter& painter, int number)> paint;
 };
@@ -42,7 +57,8 @@ struct MovieSpec {
 /// Encodes it for real. Errors: an encoder that isn't there, a file that can't be written.
 [[nodiscard]] Result<void> makeMovie(const MovieSpec& spec);
 
-/// The picture of a frame as it goes into the encoder.
+/// The picture of a frame as it goes into the encoder: turned against `rotation`, with alpha where the pixel
+/// format has some.
 [[nodiscard]] QImage paintFrame(const MovieSpec& spec, int number);
 
 /// The frame number drawn as a bar code into the topmost eighth of a picture of any size; none when there is

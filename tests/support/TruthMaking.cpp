@@ -1,0 +1,203 @@
+#include "support/TruthMaking.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace daylark::truth {
+namespace {
+
+Error failed(const char* what) {
+    return {QString::fromLatin1(what)};
+}
+
+/// What a movie shows that is neither cut nor broken.
+Expectation whole(const MovieSpec& spec) {
+    Expectation expected;
+    const int count = spec.ticks.empty() ? spec.frames : int(spec.ticks.size());
+    expected.scale = spec.rateNum;
+    for (int n = 0; n < count; ++n) {
+        expected.pictures.push_back(n + 1);
+        expected.starts.push_back(spec.ticks.empty() ? qint64(n) * spec.rateDen
+                                                     : spec.ticks[size_t(n)] - spec.ticks.front());
+    }
+    if (spec.ticks.empty()) expected.end = qint64(count) * spec.rateDen;
+    return expected;
+}
+
+/// The same with these pictures, one a frame.
+Expectation evenly(const MovieSpec& spec, std::vector<int> pictures) {
+    MovieSpec shown = spec;
+    shown.ticks.clear();
+    shown.frames = int(pictures.size());
+    Expectation expected = whole(shown);
+    expected.pictures = std::move(pictures);
+    return expected;
+}
+
+/// The samples as they went into the file, in file order.
+struct Sample {
+    int number = 0;
+    bool key = false;
+    QByteArray data;
+};
+
+Result<std::vector<Sample>> makeAndListen(MovieSpec spec, const std::function<void(EncodedSample&)>& change) {
+    std::vector<Sample> samples;
+    spec.onSample = [&](EncodedSample& sample) {
+        if (change) change(sample);
+        if (sample.keep) samples.push_back({sample.number, sample.key, sample.data});
+    };
+    if (const Result<void> made = makeMovie(spec); !made) return made.error();
+    return samples;
+}
+
+} // namespace
+
+Making asEncoded() {
+    return [](const MovieSpec& spec) -> Result<Expectation> {
+        if (const Result<void> made = makeMovie(spec); !made) return made.error();
+        return whole(spec);
+    };
+}
+
+Making edited(std::vector<Edit> edits) {
+    return [edits = std::move(edits)](MovieSpec spec) -> Result<Expectation> {
+        constexpr int mediaTicks = 100,
+                      movieTicks = 50; // of one frame; several, so that roundings would show
+        spec.muxerOptions[QStringLiteral("video_track_timescale")] =
+            QString::number(spec.rateNum / spec.rateDen * mediaTicks);
+        spec.muxerOptions[QStringLiteral("movie_timescale")] =
+            QString::number(spec.rateNum / spec.rateDen * movieTicks);
+        if (const Result<void> made = makeMovie(spec); !made) return made.error();
+        if (!replaceEditList(spec.path, edits, mediaTicks, movieTicks)) return failed("no edit list");
+        std::vector<int> pictures;
+        for (const Edit& edit : edits)
+            for (int n = 0; edit.from >= 0 && n < edit.frames; ++n)
+                pictures.push_back(edit.from + n + 1);
+        return evenly(spec, pictures);
+    };
+}
+
+Making withoutFirstSamples(int samples, int firstShown) {
+    return [=](const MovieSpec& spec) -> Result<Expectation> {
+        const auto kept =
+            makeAndListen(spec, [&](EncodedSample& sample) { sample.keep = sample.place >= samples; });
+        if (!kept) return kept.error();
+        std::vector<int> pictures(size_t(spec.frames - firstShown + 1));
+        std::iota(pictures.begin(), pictures.end(), firstShown);
+        return evenly(spec, pictures);
+    };
+}
+
+Making damaged(Damage damage) {
+    return [damage = std::move(damage)](const MovieSpec& spec) -> Result<Expectation> {
+        const auto isHit = [&](int number) {
+            return std::find(damage.numbers.begin(), damage.numbers.end(), number) != damage.numbers.end();
+        };
+        const auto hasGoodBefore = [&](int number) {
+            while (number > 1)
+                if (!isHit(--number)) return true;
+            return false;
+        };
+        const auto samples = makeAndListen(spec, [&](EncodedSample& sample) {
+            if (!isHit(sample.number) || sample.data.size() <= damage.kept) return;
+            std::fill(sample.data.begin() + damage.kept, sample.data.end(), damage.filler);
+        });
+        if (!samples) return samples.error();
+        Expectation expected = whole(spec);
+        bool spoilt = false;
+        for (const Sample& sample : *samples) {
+            if (sample.key) spoilt = false;
+            if (sample.number < 1) continue;
+            spoilt = spoilt || (damage.referredTo && isHit(sample.number));
+            if (spoilt) expected.pictures[size_t(sample.number - 1)] = Expectation::any;
+        }
+        // In front of every good picture the first of them stands.
+        for (int number = int(expected.count()) - 1; number >= 1; --number)
+            if (isHit(number)) expected.pictures[size_t(number - 1)] = expected.pictures[size_t(number)];
+        for (int number = 2; number <= int(expected.count()); ++number)
+            if (isHit(number) && hasGoodBefore(number))
+                expected.pictures[size_t(number - 1)] = expected.pictures[size_t(number - 2)];
+        return expected;
+    };
+}
+
+Making packedBFrames() {
+    return [](const MovieSpec& spec) -> Result<Expectation> {
+        const QByteArray placeholder = QByteArray::fromHex("000001b650cf"); // a picture "not coded"
+        const QByteArray sayPacked = QByteArray::fromHex("000001b2") + "DivX503b1393p";
+        QByteArray held;
+        const auto samples = makeAndListen(spec, [&](EncodedSample& sample) {
+            // In file order come frames 1, 3, 2, 5, 4, ... and one more at the end. What comes is one late.
+            const QByteArray data = sample.data;
+            if (sample.place == 0) {
+                sample.keep = false;
+                held = data;
+                held.insert(held.indexOf(QByteArray::fromHex("000001b6")), sayPacked);
+            } else if (sample.place == 1) {
+                sample.data = std::exchange(held, data);
+            } else if (sample.place % 2 == 0) {
+                sample.data = held + data;
+            } else {
+                sample.data = placeholder;
+                held = data;
+            }
+        });
+        if (!samples) return samples.error();
+        std::vector<int> pictures(size_t(spec.frames - 1));
+        std::iota(pictures.begin(), pictures.end(), 1);
+        return evenly(spec, pictures);
+    };
+}
+
+Making truncated(double share, CutFile kind) {
+    return [=](MovieSpec spec) -> Result<Expectation> {
+        if (kind == CutFile::headerInFront)
+            spec.muxerOptions[QStringLiteral("movflags")] = QStringLiteral("faststart");
+        const auto samples = makeAndListen(spec, {});
+        if (!samples) return samples.error();
+        QFile file(spec.path);
+        if (!file.open(QIODevice::ReadWrite)) return failed("no file");
+        if (kind == CutFile::packed) { // samples don't stand in one piece there
+            if (!file.resize(qint64(double(file.size()) * share))) return failed("not cut");
+            Expectation expected = whole(spec);
+            expected.mayLack = int(spec.frames * (1 - share) * 1.5);
+            expected.looseEnd = 3;
+            return expected;
+        }
+        const QByteArray bytes = file.readAll();
+        int latest = 0;
+        size_t place = 0;
+        for (; place < samples->size(); ++place) {
+            const Sample& sample = (*samples)[place];
+            if (double(place) >= double(samples->size()) * share && sample.number > latest) break;
+            latest = std::max(latest, sample.number);
+        }
+        if (place == samples->size()) return failed("nothing to cut");
+        // Muxers rewrite the start of samples; the end stays as it was encoded.
+        const QByteArray& cut = (*samples)[place].data;
+        const QByteArray tail = cut.right(std::min<qsizetype>(cut.size(), 64));
+        const qsizetype at = bytes.indexOf(tail);
+        if (at < 0) return failed("the sample isn't there");
+        if (!file.resize(at + tail.size() - cut.size() / 2)) return failed("not cut");
+        Expectation expected = whole(spec);
+        // All samples before it are there, and they are the first pictures: none of them is shown after it.
+        for (qint64 n = latest; n < expected.count(); ++n)
+            expected.pictures[size_t(n)] = n == latest ? Expectation::any : latest;
+        expected.mayLack = int(expected.count()) - latest;
+        if (kind == CutFile::readable) {
+            expected.looseEnd = 1;
+            expected.pictures.resize(size_t(latest) + 1);
+            expected.starts.resize(size_t(latest) + 1);
+            expected.end = 0;
+            expected.mayLack = 1;
+        }
+        return expected;
+    };
+}
+
+} // namespace daylark::truth

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "support/QuickTimeEdits.h"
+#include "support/TruthTable.h"
+
+#include <initializer_list>
+
+/// The ways in which the table's clips are made: as encoded, cut by edit lists, with samples damaged or
+/// missing. Each gives a function for `Clip::make` that makes the file and says what it must show.
+namespace daylark::truth {
+
+using Making = std::function<Result<Expectation>(MovieSpec)>;
+
+[[nodiscard]] Making asEncoded();
+/// Shows these parts, in this order; for mov and mp4.
+[[nodiscard]] Making edited(std::vector<Edit> edits);
+/// So many samples at the start never get into the file; shown is what follows from `firstShown` on.
+[[nodiscard]] Making withoutFirstSamples(int samples, int firstShown);
+/// Keeps this many bytes of each named frame's sample and overwrites the rest.
+struct Damage {
+    std::vector<int> numbers;
+    int kept = 8;
+    char filler = 0;
+    bool referredTo = false; ///< later pictures of the group build on it
+};
+[[nodiscard]] Making damaged(Damage damage);
+/// MPEG-4 with one B-frame between two others, packed into the sample of the later one, as some old AVI files
+/// are: the sample after it is a placeholder.
+[[nodiscard]] Making packedBFrames();
+/// The file ends within a sample, about so far on. `header`: it stands in front and names all samples.
+enum class CutFile { headerInFront, readable, packed };
+[[nodiscard]] Making truncated(double share, CutFile kind);
+
+} // namespace daylark::truth
