@@ -1,7 +1,7 @@
 #include "app/Library.h"
 
-#include "app/MoveRule.h"
 #include "app/MovieSort.h"
+#include "model/MoveRule.h"
 
 #include <algorithm>
 #include <unordered_set>

@@ -6,6 +6,7 @@
 #include <QDir>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace daylark {
 
@@ -44,7 +45,7 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
     , playlistEditing_({library_, sessionFiles_, fileStates_, edits_, surroundings_.alerts})
     , notesExport_({library_, surroundings_.defaults, surroundings_.alerts, surroundings_.panels})
     , playerWindow_({surroundings_.defaults, surroundings_.alerts, surroundings_.pasteboard,
-                     surroundings_.fileBrowser, edits_, surroundings_.player}) {
+                     surroundings_.fileBrowser, edits_, surroundings_.player, surroundings_.panels}) {
     playerWindow_.setLibrary(this);
     connectParts();
 }
@@ -77,8 +78,9 @@ void PlaylistController::connectParts() {
     connect(&library_, &Library::arrangedMoviesChanged, this, [this] {
         const auto& movies = library_.arrangedMovies();
         const auto current = std::find(movies.begin(), movies.end(), playerWindow_.currentMovie());
-        if (playerWindow_.isOpen() && current != movies.end())
-            playerWindow_.list().setMovies(movies, qsizetype(current - movies.begin()));
+        if (!playerWindow_.isOpen() || current == movies.end()) return;
+        viewerPlaylist_ = library_.selectedPlaylist();
+        playerWindow_.list().setMovies(movies, qsizetype(current - movies.begin()));
     });
     connect(&thumbnails_, &Thumbnails::idle, this, &PlaylistController::noteEdit);
     connect(&sessionFiles_, &SessionFiles::sessionImported, this, [this] {
@@ -171,6 +173,7 @@ void PlaylistController::checkToClose() {
 void PlaylistController::loadMovieWindow() {
     if (library_.arrangedMovies().empty()) return;
     const auto& rows = library_.selectedMovieRows();
+    viewerPlaylist_ = library_.selectedPlaylist();
     playerWindow_.open(library_.arrangedMovies(), rows.empty() ? 0 : rows.front());
     if (mHidePlaylistWindow_ ||
         surroundings_.defaults.boolForKey(QStringLiteral("hideMainWindowWhenPlayerLaunches")))
@@ -181,6 +184,23 @@ void PlaylistController::viewerShowsMovie(qsizetype index) {
     // The viewer keeps the list that it was opened with; the library may show another by now.
     const auto& shown = playerWindow_.list().movies();
     if (index >= 0 && size_t(index) < shown.size()) library_.selectMovie(shown[size_t(index)]);
+}
+
+// Items of the playlist that the viewer doesn't go through keep their places.
+void PlaylistController::viewerReordered() {
+    const Library::Movies& shown = playerWindow_.list().movies();
+    qint64 number = 1;
+    for (const auto& movie : shown)
+        movie->sortOrder = number++;
+    if (const auto playlist = viewerPlaylist_.lock()) {
+        const std::unordered_set<std::shared_ptr<Movie>> moved(shown.begin(), shown.end());
+        ObjectList<Movie> list = playlist->movieList;
+        auto next = shown.begin();
+        for (auto& movie : list)
+            if (moved.contains(movie) && next != shown.end()) movie = *next++;
+        edits_.setMovieList(playlist, list);
+    }
+    library_.setSort(QStringLiteral("sortOrder"), true);
 }
 
 void PlaylistController::saveTempSession() {

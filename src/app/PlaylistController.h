@@ -74,6 +74,7 @@ public:
 
     // LibraryLink
     void viewerShowsMovie(qsizetype index) override;
+    void viewerReordered() override;
     void saveTempSession() override;
     void bringLibraryToFront() override;
 
@@ -101,6 +102,7 @@ private:
     PlaylistEditing playlistEditing_;
     NotesExport notesExport_;
     MoviePlayerController playerWindow_;
+    std::weak_ptr<Playlist> viewerPlaylist_; ///< whose items the viewer goes through
     QTimer autosave_;
     QElapsedTimer unsavedSince_;
     QStringList waitingFiles_;

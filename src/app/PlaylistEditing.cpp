@@ -2,8 +2,8 @@
 
 #include "app/FileStates.h"
 #include "app/Library.h"
-#include "app/MoveRule.h"
 #include "app/SessionFiles.h"
+#include "model/MoveRule.h"
 #include "model/ReviewEdits.h"
 #include "platform/Alerts.h"
 

@@ -1,5 +1,6 @@
 #include "viewer/MoviePlayerController.h"
 
+#include "media/TimecodeTrack.h"
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
 #include "platform/UserDefaults.h"
@@ -16,17 +17,37 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     , transport_(surroundings.player, list_, surroundings.defaults)
     , time_(surroundings.player, surroundings.defaults)
     , range_(surroundings.player, transport_, surroundings.defaults, surroundings.alerts)
-    , bookmarks_(surroundings.player, transport_, time_, surroundings.edits, surroundings.defaults)
-    , brushColour_(surroundings.defaults.colourForKey(QStringLiteral("brushColour")))
+    , bookmarks_(surroundings.player, transport_, time_, range_, surroundings.edits, surroundings.alerts,
+                 surroundings.defaults)
+    , panels_(surroundings.defaults, surroundings.alerts)
+    , drawing_(
+          {surroundings.defaults, surroundings.alerts, surroundings.edits, transport_, bookmarks_, panels_})
+    , grade_(surroundings.edits, list_)
+    , geometry_(surroundings.defaults, drawing_, panels_)
+    , snapshots_(surroundings.defaults, surroundings.panels, list_, time_)
+    , input_({surroundings.defaults, transport_, bookmarks_, drawing_, grade_, panels_})
+    , neighbours_(surroundings.player, list_, surroundings.defaults)
     , onscreenTextColour_(surroundings.defaults.colourForKey(QStringLiteral("onscreenTextColour"))) {
     probePool_.setMaxThreadCount(1);
+    timecodePool_.setMaxThreadCount(1);
     timer_.setInterval(1000);
     connect(&timer_, &QTimer::timeout, this, &MoviePlayerController::updateGUI);
     connect(&list_, &ViewerList::selectionChanged, this, [this] {
         if (open_) displayCurrentMovie();
     });
+    connect(&list_, &ViewerList::reordered, this, [this] {
+        if (library_) library_->viewerReordered();
+        if (open_) Q_EMIT windowOpened(); // to the front
+    });
+    // What is stored at closing must not undo what the person chose in the preferences meanwhile.
+    connect(&surroundings_.defaults, &UserDefaults::changed, this, [this](const QString& key) {
+        if (key == QLatin1String("onscreenTextColour"))
+            setOnscreenTextColour(surroundings_.defaults.colourForKey(key));
+        if (key == QLatin1String("brushColour")) setBrushColour(surroundings_.defaults.colourForKey(key));
+    });
     connect(&transport_, &Transport::actionDone, &time_, &TimeDisplay::setOverlayInfoDynamic);
     connect(&transport_, &Transport::stateChanged, &time_, &TimeDisplay::setOverlayInfoStatic);
+    connect(&panels_, &ViewerPanels::toggled, this, &MoviePlayerController::updateMovieIcons);
     connect(&range_, &PlaybackRange::bookmarkLoopsOffNeeded, &bookmarks_, &ViewerBookmarks::loopsOff);
     Player& player = surroundings_.player;
     connect(&player, &Player::opened, this, &MoviePlayerController::movieOpened);
@@ -36,6 +57,8 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
 
 MoviePlayerController::~MoviePlayerController() {
     probeCancel_ = true;
+    if (timecodeCancel_) *timecodeCancel_ = true;
+    timecodePool_.waitForDone();
     probePool_.waitForDone();
 }
 
@@ -68,11 +91,15 @@ void MoviePlayerController::displayCurrentMovie() {
     leaveCurrentMovie();
     updateMovieIcons();
     mCurrentMovie_ = list_.selectedMovie();
+    if (timecodeCancel_) *timecodeCancel_ = true;
     probeDue_ = false;
     transport_.setMovie(mCurrentMovie_);
     time_.setMovie(mCurrentMovie_);
     range_.setMovie(mCurrentMovie_);
     bookmarks_.setMovie(mCurrentMovie_);
+    drawing_.setMovie(mCurrentMovie_);
+    grade_.setMovie(mCurrentMovie_);
+    geometry_.setMovie(mCurrentMovie_);
     if (!mCurrentMovie_) {
         transport_.reset();
         Q_EMIT movieLoading(false);
@@ -90,6 +117,7 @@ void MoviePlayerController::movieOpened() {
     transport_.applyStartPosition(previousTime_);
     transport_.setQTAttributes();
     transport_.resumeAfterMovieChange();
+    geometry_.setConstrainViewerProportions();
     range_.setPlaybackRange();
     Q_EMIT movieLoading(false);
     Q_EMIT movieShown();
@@ -114,6 +142,8 @@ void MoviePlayerController::movieOpenFailed(const QString&) {
 void MoviePlayerController::firstPictureShown() {
     if (!probeDue_ || !mCurrentMovie_) return;
     probeDue_ = false;
+    geometry_.setPictureSize(surroundings_.player.shownFrame().displaySize());
+    loadTimeCodeData();
     probePool_.clear();
     probePool_.start(
         [this, path = mCurrentMovie_->filepathString, movie = std::weak_ptr<Movie>(mCurrentMovie_)] {
@@ -121,6 +151,24 @@ void MoviePlayerController::firstPictureShown() {
             QMetaObject::invokeMethod(
                 this, [this, movie, result] { probed(movie, *result); }, Qt::QueuedConnection);
         });
+}
+
+/// The offset of every timecode follows the first picture within a frame or two; what comes for a movie that
+/// has been left is dropped.
+void MoviePlayerController::loadTimeCodeData() {
+    if (timecodeCancel_) *timecodeCancel_ = true;
+    timecodeCancel_ = std::make_shared<CancelFlag>(false);
+    timecodePool_.start([this, path = mCurrentMovie_->filepathString, cancel = timecodeCancel_] {
+        if (*cancel) return;
+        const std::vector<SmpteTime> samples = AVTimecodeReader(path, cancel.get()).readTimecodeSamples();
+        if (samples.empty()) return;
+        QMetaObject::invokeMethod(
+            this,
+            [this, start = samples.front(), cancel] {
+                if (!*cancel) time_.setTimeCodeData(start);
+            },
+            Qt::QueuedConnection);
+    });
 }
 
 void MoviePlayerController::probed(const std::weak_ptr<Movie>& weakMovie, const Result<ProbeResult>& result) {
@@ -144,17 +192,22 @@ bool MoviePlayerController::windowShouldClose() {
 void MoviePlayerController::close() {
     if (!open_) return;
     updateMovieIcons();
-    surroundings_.defaults.set(QStringLiteral("brushColour"), brushColour_);
+    surroundings_.defaults.set(QStringLiteral("brushColour"), drawing_.brushColour());
     surroundings_.defaults.set(QStringLiteral("onscreenTextColour"), onscreenTextColour_);
     if (library_) library_->saveTempSession();
     transport_.reset();
+    neighbours_.none();
     surroundings_.player.close();
     mCurrentMovie_.reset();
+    if (timecodeCancel_) *timecodeCancel_ = true;
     probeDue_ = false;
     transport_.setMovie(nullptr);
     time_.setMovie(nullptr);
     range_.setMovie(nullptr);
     bookmarks_.setMovie(nullptr);
+    drawing_.setMovie(nullptr);
+    grade_.setMovie(nullptr);
+    geometry_.setMovie(nullptr);
     // Spelled like this and read nowhere, so the real multiplier outlives the window; wanted.
     surroundings_.defaults.set(QStringLiteral("rateMultplier"), 1.0);
     open_ = false;
@@ -163,20 +216,36 @@ void MoviePlayerController::close() {
     if (library_) library_->bringLibraryToFront();
 }
 
+void MoviePlayerController::setOnscreenTextColour(const QColor& colour) {
+    if (onscreenTextColour_ == colour) return;
+    onscreenTextColour_ = colour;
+    Q_EMIT onscreenTextColourChanged();
+}
+
 void MoviePlayerController::setFlagImage(const Sender& sender) {
-    if (const auto movie = list_.selectedMovie()) surroundings_.edits.setFlag({movie}, sender.tag);
+    surroundings_.edits.setFlag(list_.selectedMovies(), sender.tag);
 }
 
 void MoviePlayerController::revealInFinder() {
-    if (const auto movie = list_.selectedMovie()) surroundings_.fileBrowser.reveal({movie->filepathString});
+    QStringList paths;
+    for (const auto& movie : list_.selectedMovies())
+        paths << movie->filepathString;
+    if (!paths.isEmpty()) surroundings_.fileBrowser.reveal(paths);
+}
+
+QString MoviePlayerController::selectedTexts(QString Movie::*field) const {
+    QStringList texts;
+    for (const auto& movie : list_.selectedMovies())
+        texts << (*movie).*field;
+    return texts.join(QLatin1Char('\n'));
 }
 
 void MoviePlayerController::copyPath() {
-    if (const auto movie = list_.selectedMovie()) surroundings_.pasteboard.setText(movie->filepathString);
+    if (list_.count() > 0) surroundings_.pasteboard.setText(selectedTexts(&Movie::filepathString));
 }
 
 void MoviePlayerController::copyFilename() {
-    if (const auto movie = list_.selectedMovie()) surroundings_.pasteboard.setText(movie->filenameString);
+    if (list_.count() > 0) surroundings_.pasteboard.setText(selectedTexts(&Movie::filenameString));
 }
 
 void MoviePlayerController::updateMovieIcons() {

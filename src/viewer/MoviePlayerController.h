@@ -4,11 +4,18 @@
 #include "model/Movie.h"
 #include "model/ReviewEdits.h"
 #include "platform/Sender.h"
+#include "viewer/DrawingMode.h"
+#include "viewer/NeighbourMovies.h"
 #include "viewer/PlaybackRange.h"
+#include "viewer/Snapshots.h"
 #include "viewer/TimeDisplay.h"
 #include "viewer/Transport.h"
 #include "viewer/ViewerBookmarks.h"
+#include "viewer/ViewerGeometry.h"
+#include "viewer/ViewerGrade.h"
+#include "viewer/ViewerInput.h"
 #include "viewer/ViewerList.h"
+#include "viewer/ViewerPanels.h"
 
 #include <QColor>
 #include <QObject>
@@ -22,12 +29,13 @@ namespace daylark {
 class Alerts;
 class FileBrowser;
 class LibraryLink;
+class Panels;
 class Pasteboard;
 class Player;
 class UserDefaults;
 
-/// The viewer: a thin owner of its parts, which do the work. There is one for the program's life; its window is a view that
-/// renders the parts' state. Interface thread.
+/// The viewer: a thin owner of its parts, which do the work. There is one for the program's life; its window
+/// is a view that renders the parts' state. Interface thread.
 class MoviePlayerController : public QObject {
     Q_OBJECT
 public:
@@ -38,6 +46,7 @@ public:
         FileBrowser& fileBrowser;
         ReviewEdits& edits;
         Player& player;
+        Panels& panels;
     };
     explicit MoviePlayerController(const Surroundings& surroundings, QObject* parent = nullptr);
     ~MoviePlayerController() override; ///< ends a probing under way and waits for it (a second at most)
@@ -48,38 +57,48 @@ public:
     void open(std::vector<std::shared_ptr<Movie>> movies, qsizetype selectionIndex);
     [[nodiscard]] bool isOpen() const { return open_; }
     [[nodiscard]] bool windowShouldClose(); ///< stores where the movie was left; always true
-    void close();                           ///< after `windowShouldClose`; saves the temporary session, library to the front
+    void close(); ///< after `windowShouldClose`; saves the temporary session, library to the front
 
     [[nodiscard]] ViewerList& list() { return list_; }
     [[nodiscard]] Transport& transport() { return transport_; }
     [[nodiscard]] TimeDisplay& time() { return time_; }
     [[nodiscard]] PlaybackRange& range() { return range_; }
     [[nodiscard]] ViewerBookmarks& bookmarks() { return bookmarks_; }
+    [[nodiscard]] ViewerPanels& panels() { return panels_; }
+    [[nodiscard]] DrawingMode& drawing() { return drawing_; }
+    [[nodiscard]] ViewerGrade& grade() { return grade_; }
+    [[nodiscard]] ViewerGeometry& geometry() { return geometry_; }
+    [[nodiscard]] Snapshots& snapshots() { return snapshots_; }
+    [[nodiscard]] ViewerInput& input() { return input_; }
     [[nodiscard]] Player& player() { return surroundings_.player; }
     [[nodiscard]] ReviewEdits& edits() { return surroundings_.edits; }
     [[nodiscard]] UserDefaults& defaults() { return surroundings_.defaults; }
     [[nodiscard]] std::shared_ptr<Movie> currentMovie() const { return mCurrentMovie_; }
 
     void displayCurrentMovie(); ///< shows the movie now selected in the list
-    void setFlagImage(const Sender& sender); ///< the tag's flag onto the movie on screen
+    // On every movie selected in the list.
+    void setFlagImage(const Sender& sender); ///< the tag's flag
     void revealInFinder();
-    void copyPath();
+    void copyPath(); ///< one a line
     void copyFilename();
     void updateMovieIcons();
     void updateGUI(); ///< once a second
 
-    /// Colours of the drawing tool and of the texts over the picture; from the preferences, written back at `close`.
-    [[nodiscard]] QColor brushColour() const { return brushColour_; }
-    void setBrushColour(const QColor& colour) { brushColour_ = colour; }
+    /// Colours of the drawing tool and of the texts over the picture; from the preferences, written back at
+    /// `close`.
+    [[nodiscard]] QColor brushColour() const { return drawing_.brushColour(); }
+    void setBrushColour(const QColor& colour) { drawing_.setBrushColour(colour); }
     [[nodiscard]] QColor onscreenTextColour() const { return onscreenTextColour_; }
-    void setOnscreenTextColour(const QColor& colour) { onscreenTextColour_ = colour; }
+    void setOnscreenTextColour(const QColor& colour);
 
 Q_SIGNALS:
-    void windowOpened();   ///< show the window, bring it to the front
-    void windowClosed();   ///< hide the window and its panels
-    void movieShown();     ///< another movie is on screen (or none)
+    void windowOpened(); ///< show the window, bring it to the front
+    void windowClosed(); ///< hide the window and its panels
+    void movieShown();   ///< another movie is on screen (or none)
     void movieLoading(bool loading);
-    void movieProbed(const std::shared_ptr<daylark::Movie>& movie); ///< the record's properties were read anew
+    void onscreenTextColourChanged();
+    void
+    movieProbed(const std::shared_ptr<daylark::Movie>& movie); ///< the record's properties were read anew
 
 private:
     void movieOpened();
@@ -87,6 +106,8 @@ private:
     void leaveCurrentMovie();
     void storeLastFrameVisited();
     void firstPictureShown();
+    void loadTimeCodeData();
+    [[nodiscard]] QString selectedTexts(QString Movie::*field) const; ///< one a line
     void probed(const std::weak_ptr<Movie>& movie, const Result<ProbeResult>& result);
 
     Surroundings surroundings_;
@@ -96,14 +117,23 @@ private:
     TimeDisplay time_;
     PlaybackRange range_;
     ViewerBookmarks bookmarks_;
+    ViewerPanels panels_;
+    DrawingMode drawing_;
+    ViewerGrade grade_;
+    ViewerGeometry geometry_;
+    Snapshots snapshots_;
+    ViewerInput input_;
+    NeighbourMovies neighbours_;
     QTimer timer_;
     std::shared_ptr<Movie> mCurrentMovie_;
     MediaTime previousTime_;
     bool open_ = false;
     bool probeDue_ = false; ///< the movie's properties are read once its first picture stands
-    QColor brushColour_, onscreenTextColour_;
+    QColor onscreenTextColour_;
     CancelFlag probeCancel_ = false;
-    QThreadPool probePool_; ///< last: waits for its work before what it uses goes
+    std::shared_ptr<CancelFlag> timecodeCancel_; ///< of the reading for the movie on screen
+    QThreadPool timecodePool_;                   ///< not behind a probing, which may take long
+    QThreadPool probePool_;                      ///< last: waits for its work before what it uses goes
 };
 
 } // namespace daylark

@@ -1,60 +1,111 @@
 #pragma once
 
 #include "model/Bookmark.h"
+#include "model/Drawing.h"
 #include "model/Movie.h"
+#include "platform/Sender.h"
 
 #include <QObject>
+#include <QString>
 
 #include <memory>
 #include <vector>
 
 namespace daylark {
 
+class Alerts;
+class PlaybackRange;
 class Player;
 class ReviewEdits;
 class TimeDisplay;
 class Transport;
 class UserDefaults;
 
-/// The current movie's bookmarks as the viewer works on them: made at the frame on screen, kept sorted, the ones that cover
-/// the frame ("active") known after every position change. Interface thread.
+/// What the buttons of a bookmark's row are told apart by.
+namespace bookmarkTag {
+inline constexpr int goToFirst = 900, setIn = 901, setOut = 902, fromDuration = 903, mute = 904, loop = 907,
+                     goToLast = 908, remove = 909;
+}
+
+/// The current movie's bookmarks as the viewer works on them: made at the frame on screen, kept sorted,
+/// moved, muted, looped, copied to other movies; the ones that cover the frame ("active") with their texts
+/// and drawings are known after every position change and every edit, by whomever. One action of a person is
+/// announced once, however many bookmarks it touches. Owned by the viewer's controller; interface thread.
 class ViewerBookmarks : public QObject {
     Q_OBJECT
 public:
-    ViewerBookmarks(Player& player, Transport& transport, TimeDisplay& time, ReviewEdits& edits, UserDefaults& defaults,
-                    QObject* parent = nullptr);
+    using Bookmarks = std::vector<std::shared_ptr<Bookmark>>;
+
+    ViewerBookmarks(Player& player, Transport& transport, TimeDisplay& time, PlaybackRange& range,
+                    ReviewEdits& edits, Alerts& alerts, UserDefaults& defaults, QObject* parent = nullptr);
 
     void setMovie(const std::shared_ptr<Movie>& movie);
-    [[nodiscard]] std::vector<std::shared_ptr<Bookmark>> bookmarks() const; ///< in the movie's order
+    [[nodiscard]] Bookmarks bookmarks() const; ///< in the movie's order, which is the table's
+
     void addBookmark();
-    bool loadActiveBookmarks(); ///< always true
-    void sortBookmarks();
+    void addBookmarkWithDrawing(const Drawing& drawing);
+    void deleteAllBookmarks();    ///< asks
+    void deleteActiveBookmarks(); ///< does not ask
+    bool loadActiveBookmarks();   ///< always true
+    void sortBookmarks();         ///< by first frame, then last
+    /// A row's button, told by its tag; an unknown tag only refreshes.
+    void bookmarkButtonPress(const Sender& button, qsizetype row);
+    void setMuteValues(const Sender& menuItem);
+    void copySelectedBookmarks(const Sender& menuItem);
+    void pasteCopiedBookmarks(); ///< a fresh copy each time
+    void goToNextBookmark();
+    void goToPreviousBookmark();
+    void goToFrame(qint64 frame); ///< lands 0.3 of a frame into the frame
+
     void removeBookmark(const std::shared_ptr<Bookmark>& bookmark);
     void goToFirstFrameOf(const std::shared_ptr<Bookmark>& bookmark);
     void setOverlayString(const std::shared_ptr<Bookmark>& bookmark, const QString& text);
     void setOverlayString2(const std::shared_ptr<Bookmark>& bookmark, const QString& text);
-    void loopsOff(); ///< every looping bookmark of the movie stops looping
-    void goToFrame(qint64 frame); ///< lands 0.3 of a frame into the frame
+    /// Frames, at least 1, else ignored; the last frame follows as by the button "from duration".
+    void setDuration(const std::shared_ptr<Bookmark>& bookmark, qint64 frames);
+    void loopsOff(); ///< every looping bookmark of the movie stops looping; the range itself is not touched
 
-    [[nodiscard]] const std::vector<std::shared_ptr<Bookmark>>& activeBookmarks() const { return active_; }
+    [[nodiscard]] const Bookmarks& activeBookmarks() const { return active_; }
+    [[nodiscard]] const Bookmarks& copiedBookmarks() const { return copiedBookmarks_; }
+    /// Texts of the active bookmarks, each after two blanks; empty when there are none.
     [[nodiscard]] QString overlayTextData() const { return overlayText_; }
+    /// The strokes of all active bookmarks, one list after the other in bookmark order.
+    [[nodiscard]] const Drawing& activeDrawings() const { return drawings_; }
 
 Q_SIGNALS:
     void bookmarksChanged();
-    void activeBookmarksChanged();
+    void activeBookmarksChanged(); ///< which are active, or their texts
+    void activeDrawingsChanged();
 
 private:
+    class OneAction;
+
     [[nodiscard]] bool isOfThisMovie(const std::shared_ptr<Bookmark>& bookmark) const;
-    void afterEdit();
+    [[nodiscard]] qint64 frameCount() const; ///< the sample index's when open, else the record's
+    void add(const Drawing* drawing);
+    void edited();
+    void refreshActive(bool drawingsMayDiffer);
+    void refreshIcons();
+    [[nodiscard]] bool goTo(qint64 frame); ///< false: beyond the end, the last frame is shown instead
+    void setInPoint(const std::shared_ptr<Bookmark>& bookmark);
+    void setOutPoint(const std::shared_ptr<Bookmark>& bookmark);
+    void updateRange(const std::shared_ptr<Bookmark>& bookmark);
+    [[nodiscard]] bool toggleLoop(const std::shared_ptr<Bookmark>& bookmark); ///< false: no refresh follows
+    void setLooping(Bookmark& bookmark, bool looping);
 
     Player& player_;
     Transport& transport_;
     TimeDisplay& time_;
+    PlaybackRange& range_;
     ReviewEdits& edits_;
+    Alerts& alerts_;
     UserDefaults& defaults_;
     std::shared_ptr<Movie> movie_;
-    std::vector<std::shared_ptr<Bookmark>> active_;
+    Bookmarks active_, copiedBookmarks_;
     QString overlayText_;
+    Drawing drawings_;
+    int actionDepth_ = 0; ///< edits inside an action are announced at its end
+    bool editedInAction_ = false;
 };
 
 } // namespace daylark

@@ -1,5 +1,5 @@
 #include "app/AppFixture.h"
-#include "app/MoveRule.h"
+#include "model/MoveRule.h"
 
 #include <QDate>
 
@@ -60,6 +60,26 @@ TEST_F(PlaylistEditingTest, MovingItemsRenumbersThemAndShowsThePlaylistsOwnOrder
     editing().moveMovies({0}, 5);
     EXPECT_EQ(alerts.shown.back().message, u"Too many playlists selected"_s);
     EXPECT_EQ(playlist->movieList.front()->filenameString, u"b.mov"_s);
+}
+
+TEST_F(PlaylistEditingTest, AnOrderMadeInTheViewerIsThePlaylistsOwnOrder) {
+    const auto playlist = addPlaylist(u"Day"_s, {u"c.mov"_s, u"b.mov"_s, u"a.mov"_s});
+    library().setSort(u"filenameString"_s, true);
+    alerts.answers = {Alerts::firstButton}; // the files are missing
+    controller->loadMovieWindow();
+    sessionFiles().setSessionIsModified(false);
+    ViewerList& viewer = controller->playerWindow().list();
+    viewer.moveMovies({2}, 0);
+    EXPECT_EQ(shownNames(), (QStringList{u"c.mov"_s, u"a.mov"_s, u"b.mov"_s}));
+    EXPECT_EQ(shownNumbers(), (std::vector<qint64>{1, 2, 3}));
+    EXPECT_EQ(library().sortField(), u"sortOrder"_s);
+    EXPECT_EQ(playlist->movieList[1]->filenameString, u"a.mov"_s);
+    EXPECT_TRUE(sessionFiles().sessionIsModified());
+
+    addPlaylist(u"Other"_s, {u"x.mov"_s}); // what the library shows now is no concern of the viewer's list
+    viewer.moveMovies({0}, 3);
+    EXPECT_EQ(playlist->movieList[2]->filenameString, u"c.mov"_s);
+    EXPECT_EQ(shownNames(), QStringList{u"x.mov"_s});
 }
 
 TEST_F(PlaylistEditingTest, OnlyPlaylistsWithSomethingToLoseAreAskedFor) {

@@ -2,6 +2,7 @@
 
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
+#include "platform/Panels.h"
 #include "platform/UserDefaults.h"
 #include "support/PlayerBench.h"
 #include "viewer/LibraryLink.h"
@@ -30,6 +31,7 @@ public:
 class RememberingLibrary : public LibraryLink {
 public:
     void viewerShowsMovie(qsizetype index) override { shownIndexes.push_back(index); }
+    void viewerReordered() override { calls << QStringLiteral("viewerReordered"); }
     void saveTempSession() override { calls << QStringLiteral("saveTempSession"); }
     void bringLibraryToFront() override { calls << QStringLiteral("bringLibraryToFront"); }
     std::vector<qsizetype> shownIndexes;
@@ -72,17 +74,19 @@ protected:
         clock.now += qint64(1000) * 1000 * 1000 * 1000;
         player.tick();
     }
+    void prefer(const char* key, const char* text) { prefer(key, QVariant(QString::fromLatin1(text))); }
     void prefer(const char* key, const QVariant& value) { defaults.set(QLatin1String(key), value); }
 
     bench::HandClock clock;
     Player player{clock};
     UserDefaults defaults{QString()};
     ScriptedAlerts alerts;
+    ScriptedPanels panels;
     RememberingPasteboard pasteboard;
     RememberingBrowser browser;
     RememberingLibrary library;
     ReviewEdits edits;
-    MoviePlayerController controller{{defaults, alerts, pasteboard, browser, edits, player}};
+    MoviePlayerController controller{{defaults, alerts, pasteboard, browser, edits, player, panels}};
     Transport& transport = controller.transport();
     TimeDisplay& time = controller.time();
     ViewerBookmarks& bookmarks = controller.bookmarks();

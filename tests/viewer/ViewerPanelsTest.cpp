@@ -2,42 +2,12 @@
 
 #include "platform/Alerts.h"
 #include "platform/UserDefaults.h"
+#include "viewer/FakePanelHost.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <set>
-
 namespace daylark {
 namespace {
-
-class FakeHost : public PanelHost {
-public:
-    [[nodiscard]] bool isPanelVisible(ViewerPanel panel) const override { return visible.contains(panel); }
-    void setPanelVisible(ViewerPanel panel, bool show) override {
-        if (show)
-            visible.insert(panel);
-        else
-            visible.erase(panel);
-    }
-    [[nodiscard]] QRect panelFrame(ViewerPanel panel) const override { return frames.at(panel); }
-    void setPanelFrame(ViewerPanel panel, const QRect& frame) override { frames[panel] = frame; }
-    [[nodiscard]] QRect viewerFrame() const override { return viewer; }
-    void setViewerFrame(const QRect& frame) override { viewer = frame; }
-    [[nodiscard]] bool isFullScreen() const override { return fullScreen; }
-    void hideCursorUntilMouseMoves() override { ++cursorHidden; }
-    void closeColourPanel() override { ++colourPanelClosed; }
-
-    std::set<ViewerPanel> visible;
-    std::map<ViewerPanel, QRect> frames{{ViewerPanel::grading, {10, 20, 300, 400}},
-                                        {ViewerPanel::drawing, {30, 40, 200, 300}},
-                                        {ViewerPanel::bookmarks, {50, 60, 700, 200}},
-                                        {ViewerPanel::options, {70, 80, 250, 350}},
-                                        {ViewerPanel::notes, {90, 100, 260, 500}}};
-    QRect viewer{100, 110, 1280, 776};
-    bool fullScreen = false;
-    int cursorHidden = 0, colourPanelClosed = 0;
-};
 
 class ViewerPanelsTest : public ::testing::Test {
 protected:
@@ -49,7 +19,7 @@ protected:
 
     UserDefaults defaults{QString()};
     ScriptedAlerts alerts;
-    FakeHost host;
+    FakePanelHost host;
     ViewerPanels panels{defaults, alerts};
 };
 
@@ -84,7 +54,7 @@ TEST_F(ViewerPanelsTest, ALayoutComesBackWhereItStoodAndClosesNothing) {
     EXPECT_EQ(preference("notesWindow_favouriteHeight2"), 500);
     EXPECT_FALSE(defaults.hasStoredValue(QStringLiteral("favouriteWidth")));
 
-    const FakeHost saved = host;
+    const FakePanelHost saved = host;
     panels.hideAllPanels();
     panels.toggle(ViewerPanel::options);
     host.viewer = {0, 0, 640, 480};

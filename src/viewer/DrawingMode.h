@@ -1,0 +1,120 @@
+#pragma once
+
+#include "annotate/DrawingCanvas.h"
+#include "model/Bookmark.h"
+#include "model/Movie.h"
+#include "platform/Sender.h"
+
+#include <QColor>
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+namespace daylark {
+
+class Alerts;
+class ReviewEdits;
+class Transport;
+class UserDefaults;
+class ViewerBookmarks;
+class ViewerPanels;
+
+/// What the mouse does over the picture ("draw", "scroll" or "off"), the drawing tools, and where finished
+/// strokes go: onto every active bookmark, or onto a new one at the frame on screen. Undo takes back strokes
+/// and removals of this movie, newest first. Owned by the viewer's controller; interface thread.
+class DrawingMode : public QObject {
+    Q_OBJECT
+public:
+    struct Surroundings {
+        UserDefaults& defaults;
+        Alerts& alerts;
+        ReviewEdits& edits;
+        Transport& transport;
+        ViewerBookmarks& bookmarks;
+        ViewerPanels& panels;
+    };
+    explicit DrawingMode(const Surroundings& surroundings, QObject* parent = nullptr);
+
+    void setMovie(const std::shared_ptr<Movie>& movie); ///< forgets the undo history
+
+    // Mode and tools
+    void setInteractiveModeState(const QString& mode); ///< "draw", "scroll" or "off"; others: nothing
+    [[nodiscard]] QString interactiveMode() const { return interactiveMode_; }
+    [[nodiscard]] bool isDrawMode() const { return interactiveMode_ == QLatin1String("draw"); }
+    [[nodiscard]] bool isScrollMode() const { return interactiveMode_ == QLatin1String("scroll"); }
+    [[nodiscard]] bool brushToolButton() const { return brushOn_; }
+    [[nodiscard]] bool eraserToolButton() const { return eraserOn_; }
+    [[nodiscard]] bool scrollToolButton() const { return scrollOn_; }
+    void
+    chooseInteractiveTool(const Sender& sender); ///< "Draw", "Erase" or "Scroll"; flips that button first
+    void toggleDrawingMode(); ///< the hotkey: brush, eraser, brush … while the panel is open
+    [[nodiscard]] double currentWidth() const { return currentWidth_; }     ///< movie pixels
+    [[nodiscard]] double currentOpacity() const { return currentOpacity_; } ///< 0 to 1
+    void setToolWidth(double width);                                        ///< what the control was set to
+    void setToolOpacity(double opacity);                                    ///< as above
+    void resetBrush(); ///< width and opacity of the brush, when the picture is fitted
+    [[nodiscard]] QColor brushColour() const { return brushColour_; }
+    void setBrushColour(const QColor& colour);
+
+    // What is shown
+    void toggleDisplayDrawings();                    ///< by "displayDrawingsOptions"
+    [[nodiscard]] bool drawingsAreShown() const;     ///< the preference "displayDrawings"
+    void setDrawingBackground(const QString& title); ///< "Black", "White"; any other shows the picture
+    [[nodiscard]] QString drawingBackground() const;
+    [[nodiscard]] const DrawingCanvas& canvas() const { return canvas_; }
+
+    // Strokes, points in the movie's pixels. A stroke stops a running movie.
+    void strokeBegan(const QPointF& point);
+    void strokeMoved(const QPointF& point);
+    void strokeEnded(const QPointF& point); ///< stores the drawing
+
+    // Removing
+    void removeLatestStroke();
+    void deleteCurrentDrawings();
+    void deleteAllDrawingsFromMovie(); ///< asks
+    void undo();
+    void redo();
+    [[nodiscard]] bool canUndo() const { return !undo_.empty(); }
+    [[nodiscard]] bool canRedo() const { return !redo_.empty(); }
+
+Q_SIGNALS:
+    void modeChanged();    ///< mode, buttons, width, opacity, colour
+    void strokeGrew();     ///< the stroke in progress has a new point
+    void strokesChanged(); ///< what the canvas shows was replaced, or is shown or hidden
+    void historyChanged();
+    void viewerWanted(); ///< the viewer's window is to have the keyboard
+
+private:
+    struct BookmarkDrawing {
+        std::shared_ptr<Bookmark> bookmark;
+        Drawing before, after;
+    };
+    /// One step that can be taken back: drawings of some bookmarks, or a bookmark made for a drawing.
+    struct Step {
+        std::vector<BookmarkDrawing> drawings;
+        std::shared_ptr<Bookmark> made;
+    };
+    void storeCurrentDrawing();
+    void drawingPanelToggled(bool visible);
+    void takeTool(bool eraser);
+    void change(std::vector<std::shared_ptr<Bookmark>> bookmarks,
+                const std::function<void(Bookmark&)>& edit);
+    void remember(Step step);
+    void apply(const Step& step, bool forwards);
+    void afterChange();
+    void reloadStrokes();
+
+    Surroundings around_;
+    std::shared_ptr<Movie> movie_;
+    DrawingCanvas canvas_;
+    QString interactiveMode_ = QStringLiteral("off");
+    bool wasScrollable_ = false,
+         wasDrawable_ = false; ///< the mode left last when changing between "draw" and "scroll"
+    bool brushOn_ = false, eraserOn_ = false, scrollOn_ = false;
+    double currentWidth_ = 0, currentOpacity_ = 1;
+    QColor brushColour_;
+    std::vector<Step> undo_, redo_;
+};
+
+} // namespace daylark

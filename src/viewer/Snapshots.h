@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QObject>
+#include <QSize>
+#include <QString>
+#include <QThreadPool>
+
+#include <functional>
+
+namespace daylark {
+
+class Panels;
+class TimeDisplay;
+class UserDefaults;
+class ViewerList;
+
+/// Stills of the player area as it is shown: rendered anew from its layers at the wanted size, so nothing
+/// covers it. Names, counter and format by the preferences; written on a worker. Failures to write are
+/// silent. Owned by the viewer's controller; interface thread.
+class Snapshots : public QObject {
+    Q_OBJECT
+public:
+    /// The player area, its size in pixels, painted as on screen at any size.
+    struct Area {
+        std::function<QSize()> pixels;
+        std::function<QImage(QSize)> render;
+    };
+    Snapshots(UserDefaults& defaults, Panels& panels, ViewerList& list, TimeDisplay& time,
+              QObject* parent = nullptr);
+    ~Snapshots() override; ///< waits for what is being written
+    void setArea(Area area) { area_ = std::move(area); }
+
+    void takeTimedSnapshot(); ///< what the command does
+    void takeSnapshot();
+    void takeQuietSnapshot() {}      ///< does nothing; wanted
+    void setSnapshotDestination() {} ///< as above
+
+    [[nodiscard]] int snapshotNumber() const { return snapshotNumber_; } ///< from 1 at every launch
+    /// By "snapshotImageScale", in whole pixels.
+    [[nodiscard]] static QSize targetSize(const QSize& area, const UserDefaults& defaults);
+    [[nodiscard]] QString proposedName() const;
+    void waitForWriting() { writing_.waitForDone(); }
+
+Q_SIGNALS:
+    void flash();             ///< acknowledge on the picture
+    void written(bool whole); ///< queued
+
+private:
+    UserDefaults& defaults_;
+    Panels& panels_;
+    ViewerList& list_;
+    TimeDisplay& time_;
+    Area area_;
+    int snapshotNumber_ = 1;
+    QThreadPool writing_;
+};
+
+/// Writes JPEG, PNG or TIFF by "snapshotFileFormat" ("JPEG", "PNG", "TIFF"); `quality` 0 to 1 counts for JPEG
+/// only. False when it could not, or for another format. Any thread.
+[[nodiscard]] bool writeSnapshot(const QImage& image, const QString& path, const QString& format,
+                                 float quality);
+
+} // namespace daylark

@@ -1,0 +1,137 @@
+#include "viewer/FakePanelHost.h"
+#include "viewer/ViewerFixture.h"
+
+namespace daylark {
+namespace {
+
+class DrawingModeTest : public ViewerFixture {
+protected:
+    DrawingModeTest() {
+        controller.panels().setHost(&host);
+        for (const auto& [key, value] : std::map<const char*, QVariant>{{"brushWidth", 10.0},
+                                                                        {"brushOpacity", 1.0},
+                                                                        {"eraserWidth", 40.0},
+                                                                        {"eraserOpacity", 0.5},
+                                                                        {"displayDrawingsOptions", QStringLiteral("Always")},
+                                                                        {"autoSwitchToDrawingMode", false}})
+            prefer(key, value);
+    }
+    void choose(const char* title) { drawing.chooseInteractiveTool({QLatin1String(title)}); }
+    void drawLine(double y) {
+        drawing.strokeBegan({10, y});
+        drawing.strokeMoved({50, y});
+        drawing.strokeEnded({90, y});
+    }
+    size_t strokesOf(size_t bookmark) const {
+        return controller.currentMovie()->bookmarkStore.at(bookmark)->drawings.strokesArray.size();
+    }
+
+    FakePanelHost host;
+    DrawingMode& drawing = controller.drawing();
+};
+
+TEST_F(DrawingModeTest, ToolsTakeTheirOwnWidthAndTheActiveOnePressedAgainPutsItselfDown) {
+    choose("Draw");
+    EXPECT_TRUE(drawing.isDrawMode() && drawing.brushToolButton());
+    EXPECT_EQ(drawing.currentWidth(), 10);
+    choose("Erase");
+    EXPECT_TRUE(drawing.isDrawMode() && drawing.eraserToolButton() && !drawing.brushToolButton());
+    EXPECT_EQ(drawing.currentWidth(), 40);
+    drawing.setToolWidth(30);
+    EXPECT_EQ(defaults.doubleForKey(QStringLiteral("eraserWidth")), 30);
+    EXPECT_EQ(defaults.doubleForKey(QStringLiteral("brushWidth")), 10);
+    choose("Scroll");
+    EXPECT_TRUE(drawing.isScrollMode() && !drawing.eraserToolButton());
+    choose("Scroll");
+    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
+    // With no tool in hand the brush is taken up at its own width.
+    drawing.setToolWidth(77);
+    EXPECT_EQ(drawing.currentWidth(), 10);
+    EXPECT_TRUE(drawing.brushToolButton());
+    choose("Draw");
+    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
+    drawing.toggleDrawingMode(); // the panel is hidden
+    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
+    controller.panels().toggle(ViewerPanel::drawing);
+    drawing.toggleDrawingMode();
+    EXPECT_TRUE(drawing.brushToolButton());
+    drawing.toggleDrawingMode();
+    EXPECT_TRUE(drawing.eraserToolButton());
+    controller.panels().toggle(ViewerPanel::drawing);
+    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
+}
+
+TEST_F(DrawingModeTest, AStrokeStopsTheMovieAndMakesABookmarkWhereNoneIs) {
+    showFrames(48);
+    goTo(5);
+    ASSERT_TRUE(settled());
+    transport.playMovieForwards();
+    drawLine(20); // no tool in hand: nothing
+    EXPECT_TRUE(transport.isRunning());
+    choose("Draw");
+    drawLine(20);
+    EXPECT_FALSE(transport.isRunning());
+    ASSERT_EQ(controller.currentMovie()->bookmarkStore.size(), 1u);
+    EXPECT_EQ(controller.currentMovie()->bookmarkStore.front()->firstFrame, player.currentFrame());
+    EXPECT_EQ(strokesOf(0), 1u);
+    drawLine(40);
+    EXPECT_EQ(controller.currentMovie()->bookmarkStore.size(), 1u);
+    EXPECT_EQ(strokesOf(0), 2u);
+    EXPECT_EQ(drawing.canvas().currentStrokesDictionary().strokesArray.size(), 2u);
+    EXPECT_FALSE(controller.currentMovie()->drawingIcon.isNil());
+}
+
+TEST_F(DrawingModeTest, UndoTakesBackStrokesRemovalsAndTheBookmarkThatAStrokeMade) {
+    showFrames(24);
+    choose("Draw");
+    drawLine(20);
+    drawLine(40);
+    drawLine(60);
+    drawing.removeLatestStroke();
+    EXPECT_EQ(strokesOf(0), 2u);
+    drawing.deleteCurrentDrawings();
+    EXPECT_EQ(strokesOf(0), 0u);
+    for (const size_t strokes : {2, 3, 2, 1}) {
+        drawing.undo();
+        EXPECT_EQ(strokesOf(0), strokes);
+        EXPECT_EQ(drawing.canvas().currentStrokesDictionary().strokesArray.size(), strokes);
+    }
+    drawing.undo();
+    EXPECT_TRUE(controller.currentMovie()->bookmarkStore.empty());
+    EXPECT_FALSE(drawing.canUndo());
+    for (int step = 0; step < 3; ++step)
+        drawing.redo();
+    EXPECT_EQ(strokesOf(0), 3u);
+    drawLine(80);
+    EXPECT_FALSE(drawing.canRedo()); // a new stroke forgets what was undone
+    EXPECT_EQ(strokesOf(0), 4u);
+}
+
+TEST_F(DrawingModeTest, RemovingAllAsksFirst) {
+    showFrames(24);
+    choose("Draw");
+    drawLine(20);
+    alerts.answers = {Alerts::secondButton, Alerts::firstButton};
+    drawing.deleteAllDrawingsFromMovie();
+    EXPECT_EQ(strokesOf(0), 1u);
+    EXPECT_EQ(alerts.shown.back().message, QStringLiteral("Remove All Drawings From Movie?"));
+    drawing.deleteAllDrawingsFromMovie();
+    EXPECT_EQ(strokesOf(0), 0u);
+    EXPECT_EQ(drawing.canvas().currentStrokesDictionary().strokesArray.size(), 0u);
+}
+
+TEST_F(DrawingModeTest, DrawingsShowAsTheirOptionSays) {
+    showFrames(24);
+    prefer("displayDrawingsOptions", "Only When Paused");
+    transport.playMovieForwards();
+    EXPECT_FALSE(drawing.drawingsAreShown());
+    transport.pauseMovie();
+    EXPECT_TRUE(drawing.drawingsAreShown());
+    prefer("displayDrawingsOptions", "With Drawing Tools");
+    EXPECT_FALSE(drawing.drawingsAreShown());
+    controller.panels().toggle(ViewerPanel::drawing);
+    EXPECT_TRUE(drawing.drawingsAreShown());
+}
+
+} // namespace
+} // namespace daylark

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "viewer/ViewerPanels.h"
+
+#include <map>
+#include <set>
+
+namespace daylark {
+
+/// Panels that are shown nowhere and remember what was done to them.
+class FakePanelHost : public PanelHost {
+public:
+    [[nodiscard]] bool isPanelVisible(ViewerPanel panel) const override { return visible.contains(panel); }
+    void setPanelVisible(ViewerPanel panel, bool show) override {
+        if (show)
+            visible.insert(panel);
+        else
+            visible.erase(panel);
+    }
+    [[nodiscard]] QRect panelFrame(ViewerPanel panel) const override { return frames.at(panel); }
+    void setPanelFrame(ViewerPanel panel, const QRect& frame) override { frames[panel] = frame; }
+    [[nodiscard]] QRect viewerFrame() const override { return viewer; }
+    void setViewerFrame(const QRect& frame) override { viewer = frame; }
+    [[nodiscard]] bool isFullScreen() const override { return fullScreen; }
+    void hideCursorUntilMouseMoves() override { ++cursorHidden; }
+    void closeColourPanel() override { ++colourPanelClosed; }
+
+    std::set<ViewerPanel> visible;
+    std::map<ViewerPanel, QRect> frames{{ViewerPanel::grading, {10, 20, 300, 400}},
+                                        {ViewerPanel::drawing, {30, 40, 200, 300}},
+                                        {ViewerPanel::bookmarks, {50, 60, 700, 200}},
+                                        {ViewerPanel::options, {70, 80, 250, 350}},
+                                        {ViewerPanel::notes, {90, 100, 260, 500}}};
+    QRect viewer{100, 110, 1280, 776};
+    bool fullScreen = false;
+    int cursorHidden = 0, colourPanelClosed = 0;
+};
+
+} // namespace daylark
