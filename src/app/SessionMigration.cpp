@@ -4,6 +4,7 @@
 #include "app/Library.h"
 #include "app/SessionFiles.h"
 #include "app/Thumbnails.h"
+#include "media/TimecodeTrack.h"
 #include "platform/Alerts.h"
 #include "platform/UserDefaults.h"
 
@@ -25,9 +26,9 @@ float knownRate(const Movie& movie) {
     return movie.frameRate ? float(numberToDouble(*movie.frameRate)) : 0.0F;
 }
 
-void takeRate(Bookmark& bookmark, float fps) {
+void takeRate(Bookmark& bookmark, float fps, const std::optional<SmpteTime>& start = std::nullopt) {
     bookmark.fps = fps;
-    bookmark.computeTimecodeWithFrameNumber(bookmark.firstFrame, fps, std::nullopt);
+    bookmark.computeTimecodeWithFrameNumber(bookmark.firstFrame, fps, start);
 }
 
 std::shared_ptr<Bookmark> bookmarkOfOlder(const MovieBookmark& older, float fps) {
@@ -77,6 +78,10 @@ SessionMigration::SessionMigration(const Surroundings& surroundings, QObject* pa
     : QObject(parent)
     , surroundings_(surroundings) {
     connect(&surroundings_.library, &Library::movieUpdated, this, &SessionMigration::takeRateFromProbe);
+}
+
+SessionMigration::~SessionMigration() {
+    cancel_ = true;
 }
 
 bool SessionMigration::hasOlderMovies() const {
@@ -140,22 +145,52 @@ void SessionMigration::updateMovies() {
         library.removeMovies(playlists[row], older);
         updated.insert(updated.end(), replacements.begin(), replacements.end());
     }
-    for (const auto& movie : updated)
-        if (!movie->bookmarkStore.empty() && movie->bookmarkStore.front()->fps <= 0)
-            withoutRate_.push_back(movie);
+    for (const auto& movie : updated) {
+        if (movie->bookmarkStore.empty()) continue;
+        if (movie->bookmarkStore.front()->fps <= 0) withoutRate_.push_back({movie, {}});
+        readTimecodeTrack(movie);
+    }
     surroundings_.thumbnails.probeAndThumbnail(updated);
     surroundings_.fileStates.updateAllFilePaths(); // the new records have not been looked for yet
+}
+
+std::vector<SessionMigration::WithoutRate>::iterator
+SessionMigration::findWithoutRate(const std::shared_ptr<Movie>& movie) {
+    return std::find_if(withoutRate_.begin(), withoutRate_.end(),
+                        [&movie](const WithoutRate& waiting) { return waiting.movie.lock() == movie; });
 }
 
 /// An item that never was read has no rate until its probe is there.
 void SessionMigration::takeRateFromProbe(const std::shared_ptr<Movie>& movie) {
     if (withoutRate_.empty() || movie->mMovieFPS <= 0) return;
-    const auto found = std::find_if(withoutRate_.begin(), withoutRate_.end(),
-                                    [&movie](const auto& waiting) { return waiting.lock() == movie; });
+    const auto found = findWithoutRate(movie);
     if (found == withoutRate_.end()) return;
+    const std::optional<SmpteTime> start = found->start;
     withoutRate_.erase(found);
     for (const auto& bookmark : movie->bookmarkStore)
-        if (bookmark->fps <= 0) takeRate(*bookmark, movie->mMovieFPS);
+        if (bookmark->fps <= 0) takeRate(*bookmark, movie->mMovieFPS, start);
+    surroundings_.library.announceMovie(movie);
+}
+
+void SessionMigration::readTimecodeTrack(const std::shared_ptr<Movie>& movie) {
+    timecodeTracks_.run([this, path = movie->filepathString, weak = std::weak_ptr<Movie>(movie)] {
+        if (cancel_) return;
+        const std::vector<SmpteTime> samples = AVTimecodeReader(path, &cancel_).readTimecodeSamples();
+        if (samples.empty()) return;
+        WorkQueue::deliver(this, [this, weak, start = samples.front()] {
+            if (const std::shared_ptr<Movie> still = weak.lock()) takeTimecodeStart(still, start);
+        });
+    });
+}
+
+void SessionMigration::takeTimecodeStart(const std::shared_ptr<Movie>& movie, const SmpteTime& start) {
+    if (const auto waiting = findWithoutRate(movie); waiting != withoutRate_.end()) {
+        waiting->start = start;
+        return;
+    }
+    for (const auto& bookmark : movie->bookmarkStore) // a longer one was edited meanwhile
+        if (bookmark->fps > 0 && bookmark->firstFrame == bookmark->lastFrame)
+            takeRate(*bookmark, bookmark->fps, start);
     surroundings_.library.announceMovie(movie);
 }
 

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "app/WorkQueue.h"
+#include "model/Timecode.h"
+
 #include <QObject>
 
+#include <atomic>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace daylark {
@@ -39,6 +44,7 @@ public:
         Thumbnails& thumbnails;
     };
     explicit SessionMigration(const Surroundings& surroundings, QObject* parent = nullptr);
+    ~SessionMigration() override; ///< ends the reading of timecode tracks
 
     void checkMovies();
     [[nodiscard]] bool checkForModifiedAudio() const; ///< some item's sound was changed in this run
@@ -50,10 +56,21 @@ private:
     [[nodiscard]] bool hasOlderMovies() const;
     void updateMovies();
     void takeRateFromProbe(const std::shared_ptr<Movie>& movie);
+    void readTimecodeTrack(const std::shared_ptr<Movie>& movie);
+    void takeTimecodeStart(const std::shared_ptr<Movie>& movie, const SmpteTime& start);
+
+    /// Converted with bookmarks before their rate was known.
+    struct WithoutRate {
+        std::weak_ptr<Movie> movie;
+        std::optional<SmpteTime> start; ///< of its timecode track, once read
+    };
+    [[nodiscard]] std::vector<WithoutRate>::iterator findWithoutRate(const std::shared_ptr<Movie>& movie);
 
     Surroundings surroundings_;
-    std::vector<std::weak_ptr<Movie>> withoutRate_; ///< converted with bookmarks before their rate was known
+    std::vector<WithoutRate> withoutRate_;
     bool asking_ = false;
+    std::atomic<bool> cancel_ = false;
+    WorkQueue timecodeTracks_{1, WorkQueue::Pace::background}; ///< last: waits for its work
 };
 
 } // namespace daylark

@@ -148,6 +148,29 @@ TEST_F(SessionMigrationTest, AnItemOfUnknownRateGetsItsBookmarksTimecodesWithThe
     EXPECT_NE(movie->bookmarkStore.at(0)->lastTC, u"00:00:00:00"_s);
 }
 
+TEST_F(SessionMigrationTest, BookmarksTimecodesCountFromTheStartOfTheTimecodeTrack) {
+    MovieSpec spec;
+    spec.path = path(u"clip.mov"_s);
+    spec.encoder = u"mjpeg"_s;
+    spec.pixelFormat = u"yuvj420p"_s;
+    spec.bFrames = 0;
+    spec.groupSize = 1;
+    spec.frames = 30;
+    spec.timecode = u"10:00:00:00"_s;
+    ASSERT_TRUE(bool(makeMovie(spec)));
+    const auto known = olderMovie(u"clip.mov"_s), unknown = olderMovie(u"clip.mov"_s, 2);
+    known->mMovieFPS = 24;
+    known->mMovieBookmarkArray = {olderBookmark(25, u"a"_s)};
+    unknown->mMovieBookmarkArray = {olderBookmark(27, u"b"_s)};
+    write(temporarySession(), {playlistOf(u"Day 1"_s, {known, unknown})});
+    startAnswering({Alerts::firstButton});
+    const auto text = [this](size_t row) {
+        return library().arrangedMovies().at(row)->bookmarkStore.at(0)->firstTC;
+    };
+    EXPECT_TRUE(waitUntil([&] { return text(0) == u"10:00:01:00"_s && text(1) == u"10:00:01:02"_s; }))
+        << text(0).toStdString() << " and " << text(1).toStdString();
+}
+
 TEST_F(SessionMigrationTest, ANewSessionEmptiesTheLibraryAndTheNetworkModeStaysOn) {
     start();
     defaults->set(u"networkMode"_s, false);
