@@ -101,6 +101,24 @@ TEST_F(Tool, IndexAndFrameSpeakOfTheSamePictures) {
         1);
 }
 
+TEST_F(Tool, TimecodePrintsASampleWithItsFieldsAndNothingForAMovieWithout) {
+    MovieSpec spec;
+    spec.path = file("coded.mov");
+    spec.frames = 2;
+    spec.bFrames = 0;
+    spec.timecode = QStringLiteral("01:02:03:04");
+    ASSERT_TRUE(makeMovie(spec));
+    const QJsonObject expected{
+        {QStringLiteral("hours"), 1},   {QStringLiteral("minutes"), 2},
+        {QStringLiteral("seconds"), 3}, {QStringLiteral("frames"), 4},
+        {QStringLiteral("flags"), 1},   {QStringLiteral("text"), QStringLiteral("01:02:03:04")}};
+    EXPECT_EQ(tool({QStringLiteral("timecode"), spec.path}).array(), QJsonArray{expected});
+    const ToolRun none = tool({QStringLiteral("timecode"), file("Day 1/a_shot.mov")});
+    EXPECT_EQ(none.status, 0);
+    EXPECT_TRUE(none.json().isArray() && none.array().isEmpty());
+    EXPECT_EQ(tool({QStringLiteral("timecode"), file("nothing.mov")}).status, 1);
+}
+
 TEST_F(Tool, ThumbnailFollowsItsChoice) {
     ASSERT_EQ(tool({QStringLiteral("thumbnail"), file("Day 1/a_shot.mov"), file("last.png"),
                     QStringLiteral("--choice"), QStringLiteral("Last Frame")})

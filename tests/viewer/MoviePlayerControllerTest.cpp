@@ -1,6 +1,7 @@
 #include "viewer/ViewerFixture.h"
 
 #include <QColor>
+#include <QTemporaryDir>
 
 namespace daylark {
 namespace {
@@ -76,6 +77,49 @@ TEST_F(MoviePlayerControllerTest, ShowingAMovieReadsItsProperties) {
     EXPECT_EQ(first->durationText, QStringLiteral("00:02"));
 }
 
+TEST_F(MoviePlayerControllerTest, TheCurrentBackEndHasTheLastWordOnTheRate) {
+    const auto movie = record(bench::movie({.frames = 60, .group = 12, .rateNum = 30000, .rateDen = 1001}));
+    QSignalSpy probed(&controller, &MoviePlayerController::movieProbed);
+    show({movie});
+    ASSERT_TRUE(bench::waitUntil([&] { return probed.count() == 1; }));
+    EXPECT_FLOAT_EQ(movie->mMovieFPS, 29.97003f);
+    EXPECT_EQ(movie->mMovieDurationFrames, 60);
+    EXPECT_EQ(time.approxFrameRate(), QStringLiteral("(29.97fps)"));
+    goTo(31);
+    EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("0031"));
+    EXPECT_EQ(time.stripTimecode(), QStringLiteral("00:00:01:00")) << "timecode counts whole frames";
+}
+
+TEST_F(MoviePlayerControllerTest, TheTimecodeTrackArrivesBehindThePictureAndNeverAtAnotherMovie) {
+    QTemporaryDir folder;
+    MovieSpec spec;
+    spec.path = folder.filePath(QStringLiteral("coded.mov"));
+    spec.encoder = QStringLiteral("mjpeg");
+    spec.pixelFormat = QStringLiteral("yuvj420p");
+    spec.bFrames = 0;
+    spec.timecode = QStringLiteral("01:00:00:00");
+    ASSERT_TRUE(makeMovie(spec));
+    const auto coded = record(spec.path);
+    show({coded, first});
+    ASSERT_TRUE(bench::waitUntil([this] { return time.stripTimecode().startsWith(QLatin1String("TC ")); }));
+    goTo(25);
+    EXPECT_EQ(time.stripTimecode(), QStringLiteral("TC 01:00:01:00"));
+    bookmarks.addBookmark();
+    EXPECT_EQ(coded->bookmarkStore.front()->firstTC, QStringLiteral("01:00:01:00"));
+    QSignalSpy probed(&controller, &MoviePlayerController::movieProbed);
+    for (int turn = 0; turn < 20; ++turn) { // left while its track is being read
+        transport.displayNextMovie();
+        ASSERT_TRUE(settled());
+        transport.displayPreviousMovie();
+        ASSERT_TRUE(settled());
+    }
+    const auto before = probed.count();
+    transport.displayNextMovie();
+    ASSERT_TRUE(settled());
+    ASSERT_TRUE(bench::waitUntil([&] { return probed.count() > before; })); // every track is through by then
+    EXPECT_EQ(time.stripTimecode(), QStringLiteral("00:00:00:00"));
+}
+
 TEST_F(MoviePlayerControllerTest, ClosingPutsThePlaceTheColoursAndTheSessionBack) {
     prefer("rateMultiplier", 2.0);
     show({first});
@@ -129,6 +173,16 @@ TEST_F(MoviePlayerControllerTest, AListThatChangesKeepsTheMovieOnScreen) {
     controller.list().setMovies({}, -1);
     EXPECT_EQ(controller.currentMovie(), nullptr);
     EXPECT_FALSE(player.isOpen());
+}
+
+TEST_F(MoviePlayerControllerTest, ATextColourChosenWhileTheViewerIsOpenOutlivesItsClosing) {
+    show({first});
+    QSignalSpy changed(&controller, &MoviePlayerController::onscreenTextColourChanged);
+    prefer("onscreenTextColour", QColor(10, 200, 30));
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(controller.onscreenTextColour(), QColor(10, 200, 30));
+    controller.close();
+    EXPECT_EQ(defaults.colourForKey(QStringLiteral("onscreenTextColour")), QColor(10, 200, 30));
 }
 
 } // namespace

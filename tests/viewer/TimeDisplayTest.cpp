@@ -1,5 +1,7 @@
 #include "viewer/ViewerFixture.h"
 
+#include <limits>
+
 namespace daylark {
 namespace {
 
@@ -50,6 +52,38 @@ TEST_F(TimeDisplayTest, ElapsedTimeFollowsThePositionAndRatesShowAtMostThreeDigi
     time.setOverlayInfoStatic();
     EXPECT_EQ(time.approxFrameRate(), QStringLiteral("(23.976fps)"));
     EXPECT_EQ(controller.currentMovie()->durationText, QStringLiteral("1:00:00"));
+}
+
+TEST_F(TimeDisplayTest, TheFrameOnScreenMayCountAsOne) {
+    time.setFrameCounterToOne(); // nothing on screen: nothing happens
+    EXPECT_FALSE(defaults.boolForKey(QStringLiteral("displayFrameCounter")));
+    showFrames(60);
+    goTo(20);
+    time.setFrameCounterToOne();
+    EXPECT_EQ(defaults.integerForKey(QStringLiteral("counterStartFrame")), -18);
+    EXPECT_TRUE(defaults.boolForKey(QStringLiteral("displayFrameCounter")));
+    EXPECT_EQ(time.currentFrameNumberForDisplay(), QStringLiteral("0001"));
+    goTo(19);
+    EXPECT_EQ(time.currentFrameNumberForDisplay(), QStringLiteral("0000"));
+}
+
+TEST_F(TimeDisplayTest, RecordsWithoutARateOrWithAnAbsurdOneHarmNothing) {
+    showFrames(60);
+    goTo(49);
+    for (const float rate : {0.0f, 0.2f, -24.0f, 1e30f, std::numeric_limits<float>::quiet_NaN(),
+                             std::numeric_limits<float>::infinity()}) {
+        controller.currentMovie()->mMovieFPS = rate;
+        time.setOverlayInfoStatic();
+        time.setOverlayInfoDynamic();
+        EXPECT_EQ(time.currentFrameNumber(), 49);
+        EXPECT_EQ(time.stripTimecode().size(), 11);
+        if (!(rate > 0)) {
+            EXPECT_EQ(time.currentTimeForDisplay(), QStringLiteral("00:02"))
+                << "the samples' own rate counts";
+        }
+    }
+    prefer("counterStartFrame", 1e300);
+    EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("0048"));
 }
 
 TEST_F(TimeDisplayTest, TheSliderHasATickAFrameUpTo239Frames) {

@@ -1,0 +1,188 @@
+#include "viewer/ViewerFixture.h"
+
+namespace daylark {
+namespace {
+
+class PlaybackRangeTest : public ViewerFixture {
+protected:
+    PlaybackRangeTest() {
+        prefer("handleHead", 8);
+        prefer("handleTail", 8);
+        prefer("defaultHandleHead", 9);
+        prefer("defaultHandleTail", 7);
+    }
+    /// A movie whose properties have been read, so that the look once a second minds it.
+    void showVisited(int frames) {
+        showFrames(frames);
+        ASSERT_TRUE(bench::waitUntil([this] { return controller.currentMovie()->mMovieHasBeenVisited; }));
+    }
+    /// Lets the second pass and gives the frame that is shown then; the clock stands.
+    qint64 frameAfterTheLook() {
+        controller.updateGUI();
+        return player.currentFrame();
+    }
+    bool trims() const { return defaults.boolForKey(QStringLiteral("trimHandles")); }
+    int handle(const char* key) const { return defaults.integerForKey(QLatin1String(key)); }
+    PlaybackRange& range = controller.range();
+};
+
+TEST_F(PlaybackRangeTest, TrimmingKeepsTheFramesBetweenTheHandlesAndShowsTheBars) {
+    showFrames(100);
+    EXPECT_FALSE(range.isLooping() || range.bars().shown);
+    range.toggleTrimHandles();
+    EXPECT_TRUE(trims() && range.isLooping());
+    EXPECT_EQ(range.bars(), (PlaybackRange::BarState{9, 92, 100, true}));
+    transport.jumpToFirstFrame();
+    EXPECT_EQ(bench::settledPicture(player), 9);
+    transport.jumpToLastFrame();
+    EXPECT_EQ(bench::settledPicture(player), 92);
+    transport.jumpToNextFrame();
+    EXPECT_EQ(bench::settledPicture(player), 93) << "steps are free to leave the range";
+    range.toggleTrimHandles();
+    EXPECT_FALSE(trims() || range.isLooping() || range.bars().shown);
+}
+
+TEST_F(PlaybackRangeTest, MarkedFramesAreTheFirstAndTheLastOfTheRange) {
+    showFrames(100);
+    goTo(1);
+    range.markInPoint();
+    EXPECT_EQ(handle("handleHead"), 0);
+    EXPECT_TRUE(trims());
+    goTo(100);
+    range.markOutPoint();
+    EXPECT_EQ(handle("handleTail"), 0);
+    EXPECT_EQ(range.firstFrameForLoop(), 1);
+    EXPECT_EQ(range.lastFrameForLoop(), 100);
+    goTo(31);
+    range.markInPoint();
+    goTo(60);
+    range.markOutPoint();
+    EXPECT_EQ(range.bars(), (PlaybackRange::BarState{31, 60, 100, true}));
+    transport.jumpToLastFrame();
+    EXPECT_EQ(bench::settledPicture(player), 60);
+    transport.jumpToFirstFrame();
+    EXPECT_EQ(bench::settledPicture(player), 31);
+    range.resetHandles();
+    EXPECT_EQ(range.bars(), (PlaybackRange::BarState{10, 93, 100, true}));
+}
+
+TEST_F(PlaybackRangeTest, HandlesThatLeaveNoFrameSwitchTrimmingOffAndSaySo) {
+    showFrames(100);
+    prefer("handleHead", 60);
+    prefer("handleTail", 40);
+    range.toggleTrimHandles();
+    EXPECT_FALSE(trims() || range.isLooping() || range.bars().shown);
+    EXPECT_TRUE(alerts.shown.empty()) << "what applies the range goes on first";
+    ASSERT_TRUE(bench::waitUntil([this] { return !alerts.shown.empty(); }));
+    EXPECT_EQ(alerts.shown[0].message, QStringLiteral("Handles are longer than movie"));
+    EXPECT_EQ(alerts.shown[0].informativeText, QStringLiteral("Choose another value"));
+    EXPECT_EQ(alerts.shown[0].style, AlertStyle::warning);
+    EXPECT_EQ(handle("handleHead"), 60) << "the values are kept";
+    EXPECT_EQ(handle("handleTail"), 40);
+    prefer("handleTail", 39); // one frame is a range
+    range.toggleTrimHandles();
+    EXPECT_EQ(range.bars(), (PlaybackRange::BarState{61, 61, 100, true}));
+}
+
+TEST_F(PlaybackRangeTest, AShortMovieSwitchesTrimmingOffForThoseAfterIt) {
+    const auto longOne = record(bench::movie({.frames = 100, .group = 12}));
+    const auto shortOne = record(bench::movie({.frames = 12, .group = 12}));
+    prefer("trimHandles", true);
+    show({longOne, shortOne});
+    EXPECT_EQ(range.bars(), (PlaybackRange::BarState{9, 92, 100, true}));
+    transport.displayNextMovie();
+    EXPECT_FALSE(range.isLooping() || range.bars().shown) << "left at once";
+    ASSERT_TRUE(settled());
+    ASSERT_TRUE(bench::waitUntil([this] { return alerts.shown.size() == 1; }));
+    transport.displayPreviousMovie();
+    ASSERT_TRUE(settled());
+    EXPECT_FALSE(trims() || range.isLooping());
+}
+
+TEST_F(PlaybackRangeTest, ARunIsHeldInTheRangeByTheLookOnceASecondOnly) {
+    showVisited(100);
+    range.toggleTrimHandles();
+    goTo(2);
+    transport.playMovieForwards();
+    EXPECT_EQ(player.currentFrame(), 2) << "nobody has looked yet";
+    EXPECT_EQ(frameAfterTheLook(), 9);
+    EXPECT_EQ(bench::settledPicture(player), 9);
+    EXPECT_TRUE(transport.movieIsPlayingForwards());
+    goTo(90);
+    EXPECT_EQ(frameAfterTheLook(), 90);
+    goTo(91); // a frame before the last one
+    EXPECT_EQ(frameAfterTheLook(), 9);
+    goTo(99);
+    EXPECT_EQ(frameAfterTheLook(), 9);
+    transport.playMovieBackwards();
+    goTo(11);
+    EXPECT_EQ(frameAfterTheLook(), 11);
+    goTo(10);
+    EXPECT_EQ(frameAfterTheLook(), 92);
+    goTo(93);
+    EXPECT_EQ(frameAfterTheLook(), 92);
+    transport.pauseMovie();
+    goTo(3);
+    EXPECT_EQ(frameAfterTheLook(), 3) << "paused, every frame may be looked at";
+}
+
+TEST_F(PlaybackRangeTest, HandlesEditedElsewhereAreAppliedAtOnce) {
+    showFrames(100);
+    prefer("trimHandles", true);
+    EXPECT_TRUE(range.isLooping());
+    prefer("handleHead", 20);
+    EXPECT_EQ(range.firstFrameForLoop(), 21);
+    prefer("handleTail", 90);
+    EXPECT_FALSE(trims() || range.isLooping());
+    ASSERT_TRUE(bench::waitUntil([this] { return alerts.shown.size() == 1; }));
+}
+
+TEST_F(PlaybackRangeTest, HandleRangeAndBookmarkLoopEndEachOther) {
+    showFrames(100);
+    const auto looping = std::make_shared<Bookmark>(30, 5, 24.0f);
+    controller.currentMovie()->bookmarkStore = {looping};
+    range.toggleTrimHandles();
+    looping->loopStatus = true;
+    range.loopRange(30, 34);
+    EXPECT_FALSE(trims());
+    EXPECT_EQ(range.bars(), (PlaybackRange::BarState{30, 34, 100, true}))
+        << "trimming off leaves the loop alone";
+    range.moveRange(30, 40);
+    EXPECT_EQ(range.lastFrameForLoop(), 40);
+    range.toggleTrimHandles();
+    EXPECT_FALSE(looping->loopStatus);
+    EXPECT_EQ(looping->loopImage.name(), QStringLiteral("loop_OFF.png"));
+    EXPECT_EQ(range.firstFrameForLoop(), 9);
+    range.loopRange(120, 130, PlaybackRange::Bars::hidden);
+    range.endLoop();
+    EXPECT_FALSE(range.isLooping() || range.bars().shown);
+}
+
+TEST_F(PlaybackRangeTest, SheetResultsResetTheHandlesOrEndTheTrimming) {
+    showFrames(100);
+    range.toggleTrimHandles();
+    range.alertDidEnd(Alerts::firstButton, QStringLiteral("File Missing Alert"));
+    range.alertDidEnd(Alerts::firstButton, {});
+    EXPECT_EQ(range.firstFrameForLoop(), 9);
+    range.alertDidEnd(Alerts::secondButton, {});
+    EXPECT_EQ(range.firstFrameForLoop(), 10) << "any other button goes back to the default handles";
+    range.alertDidEnd(Alerts::firstButton, QStringLiteral("Handles Alert"));
+    EXPECT_FALSE(trims() || range.isLooping());
+}
+
+TEST_F(PlaybackRangeTest, WithoutAMovieThereIsNothingToMark) {
+    range.markInPoint();
+    range.markOutPoint();
+    prefer("trimHandles", true);
+    EXPECT_FALSE(range.isLooping());
+    EXPECT_EQ(handle("handleHead"), 8);
+    showFrames(1); // a single frame: no handles fit
+    ASSERT_TRUE(bench::waitUntil([this] { return alerts.shown.size() == 1; }));
+    prefer("handleHead", 0);
+    prefer("handleTail", 0);
+    range.markOutPoint();
+    EXPECT_EQ(range.bars(), (PlaybackRange::BarState{1, 1, 1, true}));
+}
+
+} // namespace
+} // namespace daylark
