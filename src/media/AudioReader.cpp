@@ -1,46 +1,105 @@
 #include "media/AudioReader.h"
 
 #include "media/MediaFile.h"
+#include "media/SoundTrack.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <limits>
 #include <vector>
-
-extern "C" {
-#include <libavutil/channel_layout.h>
-#include <libswresample/swresample.h>
-}
 
 namespace daylark {
 namespace {
 
-constexpr int outputChannels = 2;
-constexpr qint64 longestGap = 120; // seconds; beyond it the time stamps are wrong
+constexpr double longestLag = 2; // seconds that a track's packets may come later in the file than another's
 
-struct ResamplerDeleter {
-    void operator()(SwrContext* context) const { swr_free(&context); }
-};
-using ResamplerPtr = std::unique_ptr<SwrContext, ResamplerDeleter>;
-
-class LayoutCopy {
-public:
-    LayoutCopy() = default;
-    ~LayoutCopy() { av_channel_layout_uninit(&layout); }
-    LayoutCopy(const LayoutCopy&) = delete;
-    LayoutCopy& operator=(const LayoutCopy&) = delete;
-    AVChannelLayout layout = {};
+struct Voice {
+    const AVStream* stream = nullptr;
+    std::optional<SoundTrack::Place> place;
 };
 
-/// Decoded pairs pile up in pairs_, which always is one stretch without gaps from first_ on.
+QByteArray languageOf(const AVStream* stream) {
+    const AVDictionaryEntry* entry = av_dict_get(stream->metadata, "language", nullptr, 0);
+    return entry ? QByteArray(entry->value) : QByteArray();
+}
+
+/// What a mono track says it is for; a track that says nothing reads as a centre.
+quint64 speakerOf(const AVStream* stream) {
+    const AVChannelLayout& layout = stream->codecpar->ch_layout;
+    return layout.order == AV_CHANNEL_ORDER_NATIVE ? layout.u.mask : AV_CH_FRONT_CENTER;
+}
+
+std::optional<SoundTrack::Place> placeOf(quint64 speaker) {
+    constexpr double lower = 0.7071;
+    switch (speaker) {
+    case AV_CH_FRONT_LEFT:
+        return SoundTrack::Place{1, 0};
+    case AV_CH_FRONT_RIGHT:
+        return SoundTrack::Place{0, 1};
+    case AV_CH_FRONT_CENTER:
+        return SoundTrack::Place{lower, lower};
+    case AV_CH_SIDE_LEFT:
+    case AV_CH_BACK_LEFT:
+        return SoundTrack::Place{lower, 0};
+    case AV_CH_SIDE_RIGHT:
+    case AV_CH_BACK_RIGHT:
+        return SoundTrack::Place{0, lower};
+    case AV_CH_BACK_CENTER:
+        return SoundTrack::Place{0.5, 0.5};
+    default:
+        return std::nullopt;
+    }
+}
+
+/// The mono tracks that go with the first one: not those of another language.
+std::vector<const AVStream*> monoTracks(const AVFormatContext* format, const AVStream* first) {
+    std::vector<const AVStream*> found;
+    for (unsigned i = unsigned(first->index); i < format->nb_streams; ++i) {
+        const AVStream* stream = format->streams[i];
+        const AVCodecParameters* parameters = stream->codecpar;
+        if (parameters->codec_type == AVMEDIA_TYPE_AUDIO && parameters->ch_layout.nb_channels == 1 &&
+            avcodec_find_decoder(parameters->codec_id) && languageOf(stream) == languageOf(first))
+            found.push_back(stream);
+    }
+    return found;
+}
+
+/// Which tracks are heard, and where. Productions deliver one mono track a channel: those that say which
+/// speaker they are for are put together accordingly; of others the first two are left and right, as the
+/// mixdown stands there by custom, and what follows is left out.
+std::vector<Voice> chooseVoices(const AVFormatContext* format) {
+    const AVStream* first = nullptr;
+    for (unsigned i = 0; i < format->nb_streams; ++i) {
+        const AVStream* stream = format->streams[i];
+        if (stream->codecpar->codec_type != AVMEDIA_TYPE_AUDIO ||
+            !avcodec_find_decoder(stream->codecpar->codec_id))
+            continue;
+        const bool preferred = stream->disposition & AV_DISPOSITION_DEFAULT;
+        if (!first || (preferred && !(first->disposition & AV_DISPOSITION_DEFAULT))) first = stream;
+    }
+    if (!first) return {};
+    const std::vector<const AVStream*> monos = monoTracks(format, first);
+    if (first->codecpar->ch_layout.nb_channels != 1 || monos.size() < 2) return {{first, std::nullopt}};
+    const auto centres = std::count_if(monos.begin(), monos.end(), [](const AVStream* stream) {
+        return speakerOf(stream) == AV_CH_FRONT_CENTER;
+    });
+    if (centres > 1) return {{monos[0], SoundTrack::Place{1, 0}}, {monos[1], SoundTrack::Place{0, 1}}};
+    std::vector<Voice> voices;
+    for (const AVStream* stream : monos)
+        if (const auto place = placeOf(speakerOf(stream))) voices.push_back({stream, place});
+    return voices;
+}
+
 class DecodingAudioReader final : public AudioReader {
 public:
-    DecodingAudioReader(MediaFile file, av::CodecPtr codec, double origin, int rate)
+    using Tracks = std::vector<std::pair<int, std::unique_ptr<SoundTrack>>>; // with the stream's number
+    DecodingAudioReader(MediaFile file, Tracks tracks, double origin, int rate)
         : file_(std::move(file))
-        , codec_(std::move(codec))
+        , tracks_(std::move(tracks))
         , origin_(origin)
         , rate_(rate)
-        , packet_(av_packet_alloc())
-        , frame_(av_frame_alloc()) {}
+        , packet_(av_packet_alloc()) {
+        deliver();
+    }
 
     Result<void> findStart();
     int rate() const override { return rate_; }
@@ -50,53 +109,82 @@ public:
 private:
     enum class Step { more, end, cancelled };
 
-    qint64 heldUntil() const { return first_ + qint64(pairs_.size()) / outputChannels; }
+    void deliver();
+    void drop();
+    qint64 heldFrom() const;
+    qint64 heldUntil() const;
     Result<void> seekTo(qint64 position);
     bool wind(qint64 position, int attempt);
+    bool standsBefore(qint64 position) const;
     Step decodeMore();
-    Step decodeFrame();
-    void takeFrame();
-    bool matchesResampler() const;
-    bool openResampler();
-    void convert(const AVFrame* frame);
-    void drop();
-    void forgetBefore(qint64 position);
 
     MediaFile file_;
-    av::CodecPtr codec_;
+    const Tracks tracks_;
     const double origin_; ///< the first picture's time in the file, seconds
     const int rate_;
     av::PacketPtr packet_;
-    av::FramePtr frame_;
-    ResamplerPtr resampler_;
-    LayoutCopy inputLayout_;
-    int inputFormat_ = AV_SAMPLE_FMT_NONE, inputRate_ = 0;
-
-    std::vector<float> pairs_;
-    qint64 first_ = 0;     ///< position of pairs_' beginning
-    double expected_ = 0;  ///< where the next decoded frame should lie, samples at rate_
-    bool placed_ = false;  ///< first_ and expected_ are known
     bool started_ = false; ///< the file stands where reading can go on
-    bool draining_ = false, ended_ = false;
+    bool ended_ = false;
     qint64 start_ = 0;
 };
 
-void DecodingAudioReader::drop() {
-    avcodec_flush_buffers(codec_.get());
-    resampler_.reset();
-    pairs_.clear();
-    started_ = placed_ = draining_ = ended_ = false;
+/// Only the packets of the tracks that are heard.
+void DecodingAudioReader::deliver() {
+    for (unsigned i = 0; i < file_.format()->nb_streams; ++i) {
+        const bool heard = std::any_of(tracks_.begin(), tracks_.end(),
+                                       [&](const auto& track) { return track.first == int(i); });
+        file_.format()->streams[i]->discard = heard ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
+    }
 }
 
-/// The first frame tells where the track begins: headers don't count what a decoder leaves out.
+void DecodingAudioReader::drop() {
+    for (const auto& [stream, track] : tracks_)
+        track->drop();
+    started_ = ended_ = false;
+}
+
+/// Everything is held from here on; before it something has been forgotten.
+qint64 DecodingAudioReader::heldFrom() const {
+    qint64 from = std::numeric_limits<qint64>::min();
+    for (const auto& [stream, track] : tracks_)
+        if (track->isPlaced() && (!track->start || track->first() > *track->start))
+            from = std::max(from, track->first());
+    return from;
+}
+
+/// Up to here nothing more will come: a track that lags far behind another one is silent there.
+qint64 DecodingAudioReader::heldUntil() const {
+    constexpr qint64 nothing = std::numeric_limits<qint64>::min() / 2;
+    qint64 least = std::numeric_limits<qint64>::max(), most = nothing;
+    for (const auto& [stream, track] : tracks_) {
+        const qint64 until = track->isPlaced() ? track->heldUntil() : nothing;
+        least = std::min(least, until);
+        most = std::max(most, until);
+    }
+    return std::max(least, most - qint64(longestLag * rate_));
+}
+
+/// The first frame tells where a track begins: headers don't count what a decoder leaves out.
 Result<void> DecodingAudioReader::findStart() {
-    while (!placed_ || pairs_.empty()) {
+    const auto isKnown = [](const auto& track) {
+        return track.second->isPlaced() && track.second->heldUntil() > track.second->first();
+    };
+    const auto isLong = [this](const auto& track) {
+        return track.second->heldUntil() - track.second->first() > qint64(longestLag * rate_);
+    };
+    while (!std::all_of(tracks_.begin(), tracks_.end(), isKnown) &&
+           std::none_of(tracks_.begin(), tracks_.end(), isLong)) {
         const Step step = decodeMore();
         if (step == Step::cancelled) return Error{QStringLiteral("cancelled")};
         if (step == Step::end) break;
     }
-    if (!placed_) return Error{QStringLiteral("no sound can be decoded")};
-    start_ = first_;
+    start_ = std::numeric_limits<qint64>::max();
+    for (const auto& [stream, track] : tracks_) {
+        if (!track->isPlaced()) continue;
+        track->start = track->first();
+        start_ = std::min(start_, track->first());
+    }
+    if (start_ == std::numeric_limits<qint64>::max()) return Error{QStringLiteral("no sound can be decoded")};
     started_ = true;
     file_.setCancel(nullptr);
     return {};
@@ -104,36 +192,26 @@ Result<void> DecodingAudioReader::findStart() {
 
 Result<void> DecodingAudioReader::read(qint64 position, float* pairs, qint64 count,
                                        const CancelFlag* cancel) {
-    std::fill_n(pairs, count * outputChannels, 0.0f);
+    std::fill_n(pairs, count * 2, 0.0f);
     file_.setCancel(cancel);
     const qint64 wanted = std::max(position, start_), end = position + count;
     Result<void> result;
     // A short way ahead is decoded, a long one wound.
-    if (wanted < end && (!started_ || wanted < first_ || (wanted > heldUntil() + rate_ && !ended_)))
+    if (wanted < end && (!started_ || wanted < heldFrom() || (wanted > heldUntil() + rate_ && !ended_)))
         result = seekTo(wanted);
     while (result && wanted < end && heldUntil() < end && !ended_) {
-        forgetBefore(wanted);
+        for (const auto& [stream, track] : tracks_)
+            track->forgetBefore(wanted);
         if (decodeMore() == Step::cancelled) result = Error{QStringLiteral("cancelled")};
     }
-    if (!result) {
-        started_ = false; // interrupted within a packet, the file stands anywhere
-    } else {
-        const qint64 from = std::max(wanted, first_), until = std::min(end, heldUntil());
-        if (from < until)
-            std::copy_n(pairs_.begin() + (from - first_) * outputChannels, (until - from) * outputChannels,
-                        pairs + (from - position) * outputChannels);
-        forgetBefore(std::min(end, heldUntil()));
+    if (!result) started_ = false; // interrupted within a packet, the file stands anywhere
+    for (const auto& [stream, track] : tracks_) {
+        if (!result) break;
+        track->addTo(pairs, position, count);
+        track->forgetBefore(std::min(end, track->heldUntil()));
     }
     file_.setCancel(nullptr);
     return result;
-}
-
-void DecodingAudioReader::forgetBefore(qint64 position) {
-    constexpr qint64 kept = 8192; // a reader that turns back a little need not seek
-    const qint64 gone = std::min(position - kept, heldUntil()) - first_;
-    if (gone < kept) return;
-    pairs_.erase(pairs_.begin(), pairs_.begin() + gone * outputChannels);
-    first_ += gone;
 }
 
 /// Leaves the reader decoding from at or before the position. Where a container's seeking ends is checked by
@@ -144,11 +222,11 @@ Result<void> DecodingAudioReader::seekTo(qint64 position) {
         drop();
         if (!wind(position, attempt)) continue;
         Step step = Step::more;
-        while (step == Step::more && !placed_)
+        while (step == Step::more && !standsBefore(position) && heldUntil() <= position)
             step = decodeMore();
         if (step == Step::cancelled) return Error{QStringLiteral("cancelled")};
-        const bool early = placed_ && first_ <= std::max(position, start_);
-        if (early || attempt == attempts - 1) {
+        const bool beyondEnd = ended_ && attempt == attempts - 2 && heldUntil() < position;
+        if (standsBefore(position) || beyondEnd || attempt == attempts - 1) {
             started_ = true;
             return {};
         }
@@ -157,122 +235,57 @@ Result<void> DecodingAudioReader::seekTo(qint64 position) {
     return Error{QStringLiteral("cancelled")};
 }
 
+/// Whether nothing of what stands at the position has been passed over; a track that has not come up yet
+/// counts where another shows that it will not before the position.
+bool DecodingAudioReader::standsBefore(qint64 position) const {
+    bool any = false;
+    for (const auto& [stream, track] : tracks_) {
+        if (!track->isPlaced()) {
+            if (heldUntil() <= position && !ended_) return false;
+            continue;
+        }
+        any = true;
+        if (track->start && track->first() > std::max(position, *track->start)) return false;
+    }
+    return any;
+}
+
 bool DecodingAudioReader::wind(qint64 position, int attempt) {
     if (attempt == 3) {
         Result<MediaFile> fresh = file_.reopened();
         if (!fresh) return false;
         file_ = std::move(*fresh);
-        file_.deliver(file_.sound());
+        deliver();
         return true;
     }
     // Decoders need a few frames to come to their full voice.
     constexpr double stepsBack[] = {0.15, 1.5, 8.0};
-    const AVStream* stream = file_.sound();
+    const int stream = tracks_.front().first;
     const double seconds = origin_ + double(position) / rate_ - stepsBack[attempt];
-    const auto stamp = int64_t(seconds / av_q2d(stream->time_base));
-    return av_seek_frame(file_.format(), stream->index, stamp, AVSEEK_FLAG_BACKWARD) >= 0;
+    const auto stamp = int64_t(seconds / av_q2d(file_.format()->streams[stream]->time_base));
+    return av_seek_frame(file_.format(), stream, stamp, AVSEEK_FLAG_BACKWARD) >= 0;
 }
 
+/// Decodes the file's next packet that matters. A read error in the middle is the end of what can be read.
 DecodingAudioReader::Step DecodingAudioReader::decodeMore() {
-    const Step step = decodeFrame();
-    if (step == Step::more) takeFrame();
-    if (step == Step::end && !ended_) {
-        if (resampler_) convert(nullptr);
-        ended_ = true;
-    }
-    return step;
-}
-
-/// Brings the next decoded frame into frame_.
-DecodingAudioReader::Step DecodingAudioReader::decodeFrame() {
+    if (ended_) return Step::end;
     for (;;) {
-        const int code = avcodec_receive_frame(codec_.get(), frame_.get());
-        if (code >= 0) return Step::more;
-        if (code == AVERROR_EOF || draining_) return Step::end;
-        const int read = file_.readPacket(packet_.get());
-        if (read == AVERROR_EXIT) return Step::cancelled;
-        draining_ = read < 0;
-        avcodec_send_packet(codec_.get(), draining_ ? nullptr : packet_.get()); // damage: the next one
+        if (file_.cancelled()) return Step::cancelled;
+        const int code = av_read_frame(file_.format(), packet_.get());
+        if (code == AVERROR(EAGAIN)) continue;
+        if (code < 0) break;
+        const auto track = std::find_if(tracks_.begin(), tracks_.end(), [this](const auto& candidate) {
+            return candidate.first == packet_->stream_index;
+        });
+        if (track != tracks_.end()) track->second->decode(packet_.get());
         av_packet_unref(packet_.get());
+        if (track != tracks_.end()) return Step::more;
     }
-}
-
-void DecodingAudioReader::takeFrame() {
-    if (frame_->nb_samples <= 0 || frame_->sample_rate <= 0) return;
-    double position = expected_;
-    if (frame_->best_effort_timestamp != AV_NOPTS_VALUE)
-        position =
-            (double(frame_->best_effort_timestamp) * av_q2d(file_.sound()->time_base) - origin_) * rate_;
-    // Containers round their time stamps; only what cannot be rounding is a gap.
-    const double tolerance = 0.02 * rate_;
-    const bool apart = !placed_ || std::abs(position - expected_) > tolerance;
-    if (!matchesResampler() || apart) {
-        if (resampler_) convert(nullptr);
-        if (!openResampler()) return;
-    }
-    if (apart) {
-        const qint64 at = qint64(std::llround(position));
-        if (!placed_) {
-            first_ = at;
-        } else if (at > heldUntil() && at - heldUntil() < rate_ * longestGap) {
-            pairs_.resize(size_t(at - first_) * outputChannels, 0.0f);
-        } else if (at < heldUntil() && at > first_) {
-            pairs_.resize(size_t(at - first_) * outputChannels);
-        } // else: time stamps that make no sense are taken as going on
-        expected_ = double(heldUntil());
-        placed_ = true;
-    }
-    convert(frame_.get());
-    expected_ += double(frame_->nb_samples) * rate_ / frame_->sample_rate;
-}
-
-bool DecodingAudioReader::matchesResampler() const {
-    return resampler_ && inputFormat_ == frame_->format && inputRate_ == frame_->sample_rate &&
-           av_channel_layout_compare(&inputLayout_.layout, &frame_->ch_layout) == 0;
-}
-
-bool DecodingAudioReader::openResampler() {
-    inputFormat_ = frame_->format;
-    inputRate_ = frame_->sample_rate;
-    av_channel_layout_uninit(&inputLayout_.layout);
-    av_channel_layout_copy(&inputLayout_.layout, &frame_->ch_layout);
-    LayoutCopy known; // files often leave out which speaker a channel is for
-    if (frame_->ch_layout.order == AV_CHANNEL_ORDER_UNSPEC)
-        av_channel_layout_default(&known.layout, frame_->ch_layout.nb_channels);
-    else
-        av_channel_layout_copy(&known.layout, &frame_->ch_layout);
-    AVChannelLayout stereo = AV_CHANNEL_LAYOUT_STEREO;
-    SwrContext* made = nullptr;
-    const int code = swr_alloc_set_opts2(&made, &stereo, AV_SAMPLE_FMT_FLT, rate_, &known.layout,
-                                         AVSampleFormat(inputFormat_), inputRate_, 0, nullptr);
-    resampler_.reset(made);
-    if (code < 0 || swr_init(made) < 0) resampler_.reset();
-    return resampler_ != nullptr;
-}
-
-/// Appends a frame (none: what the resampler still holds) to pairs_.
-void DecodingAudioReader::convert(const AVFrame* frame) {
-    const int in = frame ? frame->nb_samples : 0;
-    const int room = swr_get_out_samples(resampler_.get(), in);
-    if (room <= 0) return;
-    const size_t held = pairs_.size();
-    pairs_.resize(held + size_t(room) * outputChannels);
-    auto* out = reinterpret_cast<uint8_t*>(pairs_.data() + held);
-    const uint8_t** data = frame ? const_cast<const uint8_t**>(frame->extended_data) : nullptr;
-    const int made = swr_convert(resampler_.get(), &out, room, data, in);
-    pairs_.resize(held + size_t(std::max(0, made)) * outputChannels);
-}
-
-Result<av::CodecPtr> openSoundDecoder(const AVStream& stream) {
-    const AVCodec* decoder = avcodec_find_decoder(stream.codecpar->codec_id);
-    if (!decoder) return Error{QStringLiteral("no decoder for this sound")};
-    av::CodecPtr codec(avcodec_alloc_context3(decoder));
-    avcodec_parameters_to_context(codec.get(), stream.codecpar);
-    codec->pkt_timebase = stream.time_base;
-    codec->thread_count = 1;
-    if (const int code = avcodec_open2(codec.get(), decoder, nullptr); code < 0)
-        return av::errorOf("opening the sound decoder", code);
-    return codec;
+    if (file_.cancelled()) return Step::cancelled;
+    for (const auto& [stream, track] : tracks_)
+        track->decode(nullptr);
+    ended_ = true;
+    return Step::end;
 }
 
 } // namespace
@@ -282,14 +295,21 @@ Result<std::unique_ptr<AudioReader>> AudioReader::open(const QString& path, cons
     Result<MediaFile> file = MediaFile::open(path, cancel);
     if (!file) return file.error();
     if (!file->sound()) return Error{QStringLiteral("no sound")};
-    file->deliver(file->sound());
-    Result<av::CodecPtr> codec = openSoundDecoder(*file->sound());
-    if (!codec) return codec.error();
     double origin = 0;
     if (!pictures.samples.empty())
         origin = double(pictures.samples.front().pts) * pictures.timeBaseNum / pictures.timeBaseDen;
+    DecodingAudioReader::Tracks tracks;
+    Error failure{QStringLiteral("no decoder for this sound")};
+    for (const Voice& voice : chooseVoices(file->format())) {
+        auto track = SoundTrack::open(*voice.stream, origin, std::max(1, rate), voice.place);
+        if (track)
+            tracks.emplace_back(voice.stream->index, std::move(*track));
+        else
+            failure = track.error();
+    }
+    if (tracks.empty()) return failure;
     auto reader =
-        std::make_unique<DecodingAudioReader>(std::move(*file), std::move(*codec), origin, std::max(1, rate));
+        std::make_unique<DecodingAudioReader>(std::move(*file), std::move(tracks), origin, std::max(1, rate));
     if (const auto found = reader->findStart(); !found) return found.error();
     std::unique_ptr<AudioReader> result = std::move(reader);
     return result;

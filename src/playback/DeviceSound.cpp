@@ -1,12 +1,8 @@
 #include "playback/DeviceSound.h"
 
 #include "playback/SoundReadAhead.h"
+#include "playback/TimeStretch.h"
 
-#include <QAudioDevice>
-#include <QAudioSink>
-#include <QByteArray>
-#include <QIODevice>
-#include <QMediaDevices>
 #include <QObject>
 #include <QThread>
 #include <QTimer>
@@ -15,6 +11,7 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <deque>
 #include <vector>
 
 namespace daylark {
@@ -23,76 +20,118 @@ namespace {
 
 using SoundTime = std::chrono::steady_clock;
 
-constexpr int soundRate = 48000;      // samples a second
-constexpr double deviceBuffer = 0.06; // seconds; how soon a new volume is heard
-constexpr double startPatience = 0.3; // seconds that a picture waits for its sound to begin
-constexpr double stallPatience = 1.5; // seconds without progress that make a device a lost one
-constexpr double deviceStep = 0.03;   // seconds; devices tell their progress in steps up to this long
+constexpr int soundRate = SoundDevice::samplesASecond;
+constexpr double readPatience = 0.3;   // seconds that a picture waits for its sound to be read
+constexpr double beginPatience = 1.0;  // and for the device to begin
+constexpr double stallPatience = 1.5;  // seconds without progress that make a device a lost one
+constexpr double deviceStep = 0.03;    // seconds; devices tell their progress in steps up to this long
+constexpr double settlingTime = 0.08;  // seconds after which a device's word on its progress can be relied on
+constexpr double fadingTime = 0.3;     // seconds until what was faded out is certainly played
+constexpr float fadeStep = 1.0f / 240; // a sample: 5 ms, too short to hear and long enough not to click
 constexpr int lookEveryMilliseconds = 10;
 
+double secondsBetween(SoundTime::time_point from, SoundTime::time_point until) {
+    return std::chrono::duration<double>(until - from).count();
+}
 double secondsSince(SoundTime::time_point time) {
-    return std::chrono::duration<double>(SoundTime::now() - time).count();
+    return secondsBetween(time, SoundTime::now());
+}
+SoundTime::time_point later(SoundTime::time_point time, double seconds) {
+    return time + std::chrono::duration_cast<SoundTime::duration>(std::chrono::duration<double>(seconds));
 }
 
-/// A device that ran dry goes on by itself; any other error is its end.
-bool isLost(const QAudioSink& sink) {
-    const bool ended = sink.error() != QAudio::NoError && sink.error() != QAudio::UnderrunError;
-    return ended || sink.state() == QAudio::StoppedState;
-}
+/// Which moment of the movie is heard at which second of the device's run: straight between its marks.
+class HearingMap {
+public:
+    struct Mark {
+        double device = 0, movie = 0; ///< seconds
+    };
+    void clear() { marks_.clear(); }
+    void add(Mark mark) { marks_.push_back(mark); }
+    void forgetBefore(double device) {
+        while (marks_.size() > 2 && marks_[1].device < device)
+            marks_.pop_front();
+    }
+    /// None before the first mark; after the last one it stands.
+    [[nodiscard]] std::optional<double> movieAt(double device) const {
+        if (marks_.empty() || device < marks_.front().device) return std::nullopt;
+        const auto after = std::find_if(marks_.begin(), marks_.end(),
+                                        [&](const Mark& mark) { return mark.device > device; });
+        if (after == marks_.end()) return marks_.back().movie;
+        const Mark& before = *std::prev(after);
+        const double share = (device - before.device) / (after->device - before.device);
+        return before.movie + share * (after->movie - before.movie);
+    }
+
+private:
+    std::deque<Mark> marks_;
+};
 
 } // namespace
 
 /// Lives on the thread that feeds the device; what the interface thread calls is told apart below.
 class DeviceSound::Feeder : public QObject {
 public:
-    Feeder();
+    explicit Feeder(SoundDeviceMaker makeDevice);
     ~Feeder() override;
 
     // Interface thread
     void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures);
-    void play(double seconds);
-    void stop();
+    void play(double seconds, double rate, Start start);
+    void setRate(double rate);
+    void stop(bool softly);
     std::optional<double> position() const;
     std::atomic<float> volume_ = 0.5f;
+    SoundReadAhead& readAhead() { return readAhead_; }
 
 private:
     void post() { QMetaObject::invokeMethod(this, &Feeder::look, Qt::QueuedConnection); }
     void look();
-    void findDevice();
     void begin();
     void halt();
     void turn();
     void feed();
+    bool join();
+    void apply(std::vector<float>& pairs);
     void follow();
     void giveUp();
+    [[nodiscard]] double writtenSeconds() const { return double(written_) / soundRate; }
 
     mutable std::mutex mutex_; // guards down to the blank line
     quint64 run_ = 0;
-    bool wanted_ = false;         ///< the run is to be heard
-    bool failed_ = false;         ///< and cannot be
-    double runStart_ = 0;         ///< seconds of the movie
-    SoundTime::time_point asked_; ///< when the run was asked for
-    std::optional<double> heard_; ///< seconds of the movie heard at heardAt_
-    SoundTime::time_point heardAt_;
+    bool wanted_ = false; ///< the run is to be heard
+    bool softly_ = false; ///< the last one ended by fading
+    bool failed_ = false; ///< and cannot be
+    bool joins_ = false;  ///< the picture did not wait
+    bool begun_ = false;  ///< the device is at it
+    double rate_ = 1;
+    double from_ = 0;              ///< where the movie stood (seconds) ...
+    SoundTime::time_point since_;  ///< ... when the picture moved off, or will at the latest
+    std::optional<double> played_; ///< seconds of the device at playedAt_
+    SoundTime::time_point playedAt_;
+    HearingMap map_;
 
-    quint64 sinkRun_ = 0; // this thread's own, as is what follows
-    double sinkStart_ = 0;
-    bool sounding_ = false;
-    double lastProcessed_ = -1;
+    quint64 soundRun_ = 0; // this thread's own, as is what follows
+    bool sounding_ = false, joined_ = false;
+    std::optional<SoundTime::time_point> fadingSince_;
+    qint64 written_ = 0; ///< pairs given to the device in this run
+    double lastPlayed_ = -1;
     SoundTime::time_point progressAt_;
-    std::unique_ptr<QAudioSink> sink_;
-    QIODevice* device_ = nullptr; ///< sink_'s, while sounding_
-    std::unique_ptr<QTimer> timer_;
+    float gain_ = 0, envelope_ = 0;
     std::vector<float> pairs_;
-    QByteArray waiting_; ///< for room in the device
-    float gain_ = 0;
+    const SoundDeviceMaker makeDevice_;
+    std::unique_ptr<SoundDevice> device_;
+    std::unique_ptr<QTimer> timer_;
+    TimeStretch stretch_;
 
     QThread thread_;
     SoundReadAhead readAhead_; // last: its thread ends before what it speaks to
 };
 
-DeviceSound::Feeder::Feeder()
-    : readAhead_(soundRate, [this] { post(); }) {
+DeviceSound::Feeder::Feeder(SoundDeviceMaker makeDevice)
+    : makeDevice_(std::move(makeDevice))
+    , stretch_(soundRate, [this](float* pairs, qint64 count) { readAhead_.take(soundRun_, pairs, count); })
+    , readAhead_(soundRate, [this] { post(); }) {
     moveToThread(&thread_);
     thread_.setObjectName(QStringLiteral("sound"));
     thread_.start();
@@ -103,7 +142,7 @@ DeviceSound::Feeder::~Feeder() {
         this,
         [this] {
             halt();
-            sink_.reset();
+            device_.reset();
             timer_.reset();
         },
         Qt::BlockingQueuedConnection);
@@ -112,34 +151,48 @@ DeviceSound::Feeder::~Feeder() {
 }
 
 void DeviceSound::Feeder::setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures) {
-    stop();
+    stop(false);
     readAhead_.setMovie(path, std::move(pictures));
 }
 
-void DeviceSound::Feeder::play(double seconds) {
+void DeviceSound::Feeder::play(double seconds, double rate, Start start) {
     quint64 run = 0;
     {
         const std::lock_guard lock(mutex_);
         run = ++run_;
         wanted_ = true;
-        failed_ = false;
-        runStart_ = seconds;
-        asked_ = SoundTime::now();
-        heard_.reset();
+        failed_ = begun_ = false;
+        joins_ = start == Start::joins;
+        rate_ = rate;
+        from_ = seconds;
+        since_ = later(SoundTime::now(), joins_ ? 0 : readPatience);
+        played_.reset();
+        map_.clear();
     }
     readAhead_.start(run, std::llround(seconds * soundRate));
     post();
 }
 
-void DeviceSound::Feeder::stop() {
+void DeviceSound::Feeder::setRate(double rate) {
+    const std::lock_guard lock(mutex_);
+    const double moved = secondsSince(since_);
+    if (moved > 0) { // matters to a run that has not begun to be heard
+        from_ += moved * rate_;
+        since_ = SoundTime::now();
+    }
+    rate_ = rate;
+}
+
+void DeviceSound::Feeder::stop(bool softly) {
     {
         const std::lock_guard lock(mutex_);
         if (!wanted_) return;
         ++run_;
         wanted_ = false;
-        heard_.reset();
+        softly_ = softly;
+        played_.reset();
     }
-    readAhead_.stop();
+    if (!softly) readAhead_.stop(); // fading takes a little of what was read
     post();
 }
 
@@ -147,8 +200,9 @@ std::optional<double> DeviceSound::Feeder::position() const {
     const bool hasSound = readAhead_.state() != SoundReadAhead::State::none;
     const std::lock_guard lock(mutex_);
     if (!wanted_ || failed_ || !hasSound) return std::nullopt;
-    if (heard_) return std::max(runStart_, *heard_ + std::min(secondsSince(heardAt_), deviceStep));
-    if (secondsSince(asked_) < startPatience) return runStart_;
+    if (played_) return map_.movieAt(*played_ + std::min(secondsSince(playedAt_), deviceStep));
+    const double patience = begun_ ? beginPatience - readPatience : 0;
+    if (!joins_ && secondsSince(since_) < patience) return from_;
     return std::nullopt;
 }
 
@@ -157,54 +211,50 @@ void DeviceSound::Feeder::look() {
     const SoundReadAhead::State state = readAhead_.state();
     const bool hasSound = state == SoundReadAhead::State::filling || state == SoundReadAhead::State::ready;
     quint64 run = 0;
-    bool wanted = false;
+    bool wanted = false, softly = false;
     {
         const std::lock_guard lock(mutex_);
         run = run_;
         wanted = wanted_ && !failed_;
+        softly = softly_;
     }
-    if (run != sinkRun_) {
+    if (sounding_ && !wanted && softly) {
+        if (!fadingSince_) fadingSince_ = SoundTime::now();
+        return;
+    }
+    if (run != soundRun_) {
         halt();
-        sinkRun_ = run;
+        soundRun_ = run;
+        if (wanted && device_ && !device_->isPreferred()) device_.reset();
     }
-    if (hasSound && !sink_) findDevice();
+    if (hasSound && !device_) device_ = makeDevice_();
     if (!wanted || sounding_) return;
-    if (hasSound && !sink_) return giveUp();
+    if (hasSound && !device_) return giveUp();
     if (state == SoundReadAhead::State::ready) begin();
 }
 
-void DeviceSound::Feeder::findDevice() {
-    const QAudioDevice device = QMediaDevices::defaultAudioOutput();
-    if (device.isNull()) return;
-    QAudioFormat format;
-    format.setSampleRate(soundRate);
-    format.setChannelCount(2);
-    format.setSampleFormat(QAudioFormat::Float);
-    if (!device.isFormatSupported(format)) format.setSampleFormat(QAudioFormat::Int16);
-    if (!device.isFormatSupported(format)) return;
-    sink_ = std::make_unique<QAudioSink>(device, format);
-    sink_->setBufferSize(format.bytesForDuration(qint64(deviceBuffer * 1e6)));
-}
-
 void DeviceSound::Feeder::begin() {
-    double late = 0;
     {
         const std::lock_guard lock(mutex_);
-        if (run_ != sinkRun_) return; // a newer one is on its way here
-        late = std::max(0.0, secondsSince(asked_) - startPatience);
-        runStart_ += late; // the picture did not wait that long
-        sinkStart_ = runStart_;
+        if (run_ != soundRun_) return; // a newer one is on its way here
+        if (secondsSince(since_) > 0) joins_ = true;
+        joined_ = !joins_;
+        begun_ = true;
+        map_.clear();
+        if (joined_) {
+            map_.add({0, from_});
+            stretch_.begin(std::llround(from_ * soundRate), rate_);
+        }
     }
-    std::vector<float> missed(size_t(late * soundRate) * 2);
-    readAhead_.take(sinkRun_, missed.data(), qint64(missed.size() / 2));
-    device_ = sink_->start();
-    if (!device_ || isLost(*sink_)) return giveUp();
-    waiting_.clear();
+    if (!device_->start()) return giveUp();
+    written_ = 0;
     gain_ = volume_;
-    feed();
+    envelope_ = 0;
+    fadingSince_.reset();
     sounding_ = true;
-    lastProcessed_ = -1;
+    lastPlayed_ = -1;
     progressAt_ = SoundTime::now();
+    feed();
     if (!timer_) {
         timer_ = std::make_unique<QTimer>();
         timer_->setTimerType(Qt::PreciseTimer);
@@ -215,21 +265,23 @@ void DeviceSound::Feeder::begin() {
 
 void DeviceSound::Feeder::halt() {
     if (timer_) timer_->stop();
-    if (std::exchange(sounding_, false)) sink_->reset();
+    fadingSince_.reset();
+    if (std::exchange(sounding_, false)) device_->stop();
 }
 
 /// The run stays silent; the next one looks for a device anew.
 void DeviceSound::Feeder::giveUp() {
     if (timer_) timer_->stop();
     sounding_ = false;
-    sink_.reset();
+    device_.reset();
     const std::lock_guard lock(mutex_);
-    if (run_ != sinkRun_) return;
+    if (run_ != soundRun_) return;
     failed_ = true;
-    heard_.reset();
+    played_.reset();
 }
 
 void DeviceSound::Feeder::turn() {
+    if (fadingSince_ && secondsSince(*fadingSince_) > fadingTime) return halt();
     feed();
     follow();
 }
@@ -237,68 +289,99 @@ void DeviceSound::Feeder::turn() {
 /// Fills what room the device has. Written here rather than drawn by the device, which takes whole periods
 /// only and never begins where its buffer is not a multiple of them.
 void DeviceSound::Feeder::feed() {
-    const bool isFloat = sink_->format().sampleFormat() == QAudioFormat::Float;
-    if (waiting_.isEmpty()) {
-        const qint64 count = sink_->bytesFree() / sink_->format().bytesPerFrame();
-        if (count <= 0) return;
-        pairs_.resize(size_t(count) * 2);
-        readAhead_.take(sinkRun_, pairs_.data(), count);
-        const float volume = volume_;
-        for (float& value : pairs_) {
-            gain_ += (volume - gain_) * 0.002f; // a volume that jumps clicks
-            value = std::clamp(value * gain_, -1.0f, 1.0f);
+    const qint64 count = device_->room();
+    if (count <= 0) return;
+    pairs_.assign(size_t(count) * 2, 0.0f);
+    if (joined_ || join()) {
+        double rate = 1;
+        {
+            const std::lock_guard lock(mutex_);
+            rate = rate_;
         }
-        if (isFloat) {
-            waiting_.append(reinterpret_cast<const char*>(pairs_.data()),
-                            qsizetype(pairs_.size() * sizeof(float)));
-        } else {
-            for (const float value : pairs_) {
-                const auto sample = qint16(std::lround(value * 32767.0f));
-                waiting_.append(reinterpret_cast<const char*>(&sample), sizeof sample);
-            }
-        }
+        if (!fadingSince_) stretch_.setSpeed(rate);
+        stretch_.give(pairs_.data(), count);
+        apply(pairs_);
     }
-    const qint64 written = device_->write(waiting_);
-    if (written > 0) waiting_.remove(0, qsizetype(written));
+    device_->write(pairs_.data(), count);
+    written_ += count;
+    if (!joined_ || fadingSince_) return;
+    const std::lock_guard lock(mutex_);
+    map_.add({writtenSeconds(), stretch_.position() / soundRate});
+}
+
+/// Lets the sound come in with the next sample written, at the place of the movie where the picture will be
+/// when that is heard. False while the device has not told yet when that will be.
+bool DeviceSound::Feeder::join() {
+    const std::lock_guard lock(mutex_);
+    if (run_ != soundRun_ || !played_ || *played_ < settlingTime) return false;
+    const double ahead = writtenSeconds() - *played_ - secondsSince(playedAt_);
+    const double movie = from_ + rate_ * (secondsSince(since_) + ahead);
+    const qint64 position = std::llround(movie * soundRate);
+    readAhead_.skipTo(soundRun_, position);
+    stretch_.begin(position, rate_);
+    map_.add({writtenSeconds(), movie});
+    return joined_ = true;
+}
+
+/// Volume, and a soft beginning and end.
+void DeviceSound::Feeder::apply(std::vector<float>& pairs) {
+    const float volume = volume_;
+    const float step = fadingSince_ ? -fadeStep : fadeStep;
+    for (size_t i = 0; i < pairs.size(); i += 2) {
+        gain_ += (volume - gain_) * 0.002f; // a volume that jumps clicks
+        envelope_ = std::clamp(envelope_ + step, 0.0f, 1.0f);
+        const float factor = gain_ * envelope_;
+        for (const size_t side : {i, i + 1})
+            pairs[side] = std::clamp(pairs[side] * factor, -1.0f, 1.0f);
+    }
 }
 
 /// Compares the device's word on how far it is with the time gone by, and follows it softly: devices speak in
 /// steps.
 void DeviceSound::Feeder::follow() {
     const SoundTime::time_point now = SoundTime::now();
-    const double processed = double(sink_->processedUSecs()) / 1e6;
-    if (isLost(*sink_)) return giveUp();
-    if (processed > lastProcessed_) {
-        lastProcessed_ = processed;
+    const double said = device_->played();
+    if (device_->isLost()) return giveUp();
+    if (said > lastPlayed_) {
+        lastPlayed_ = said;
         progressAt_ = now;
-    } else if (secondsSince(progressAt_) > stallPatience) {
+    } else if (secondsBetween(progressAt_, now) > stallPatience) {
         return giveUp();
     }
-    if (processed <= 0) return;
+    if (said <= 0) return;
     const std::lock_guard lock(mutex_);
-    if (run_ != sinkRun_) return;
-    const double said = sinkStart_ + processed;
+    if (run_ != soundRun_) return;
     constexpr double jump = 0.06, share = 0.05;
-    double assumed = heard_ ? *heard_ + std::chrono::duration<double>(now - heardAt_).count() : said;
+    double assumed = played_ ? *played_ + secondsBetween(playedAt_, now) : said;
     assumed = std::min(assumed, said + deviceStep); // a device that has not begun yet, or stutters
     const double error = said - assumed;
-    heard_ = error > jump ? said : assumed + share * error;
-    heardAt_ = now;
+    played_ = error > jump ? said : assumed + share * error;
+    playedAt_ = now;
+    map_.forgetBefore(*played_ - 1);
 }
 
-DeviceSound::DeviceSound()
-    : feeder_(std::make_unique<Feeder>()) {}
+DeviceSound::DeviceSound(SoundDeviceMaker makeDevice)
+    : feeder_(std::make_unique<Feeder>(std::move(makeDevice))) {}
 
 DeviceSound::~DeviceSound() = default;
 
 void DeviceSound::setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures) {
     feeder_->setMovie(path, std::move(pictures));
 }
-void DeviceSound::play(double seconds) {
-    feeder_->play(seconds);
+void DeviceSound::play(double seconds, float rate, Start start) {
+    feeder_->play(seconds, double(rate), start);
+}
+void DeviceSound::setRate(float rate) {
+    feeder_->setRate(double(rate));
 }
 void DeviceSound::stop() {
-    feeder_->stop();
+    feeder_->stop(false);
+}
+void DeviceSound::fade() {
+    feeder_->stop(true);
+}
+void DeviceSound::setLoops(bool loops) {
+    feeder_->readAhead().setLoops(loops);
 }
 void DeviceSound::setVolume(float volume) {
     feeder_->volume_ = std::clamp(volume, 0.0f, 1.0f);

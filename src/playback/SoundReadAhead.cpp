@@ -1,14 +1,16 @@
 #include "playback/SoundReadAhead.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace daylark {
 
 namespace {
 
-constexpr qint64 chunk = 2048;         // pairs decoded at a time
-constexpr qint64 heldAhead = 48000;    // pairs
-constexpr qint64 enoughToBegin = 9600; // pairs
+constexpr qint64 chunk = 2048;          // pairs decoded at a time
+constexpr qint64 heldAhead = 48000;     // pairs
+constexpr qint64 enoughToBegin = 16800; // pairs; what a device's buffer swallows at twice the natural rate
+constexpr double shortestLap = 480;     // pairs
 
 } // namespace
 
@@ -32,6 +34,7 @@ void SoundReadAhead::setMovie(const QString& path, std::shared_ptr<const SampleI
         const std::lock_guard lock(mutex_);
         ++reading_;
         known_ = pictures ? State::opening : State::none;
+        length_ = pictures ? double(pictures->endTicks) * rate_ / pictures->timeScale : 0;
         movie_ = Movie{path, std::move(pictures)};
         running_ = false;
         cancel_ = true;
@@ -58,6 +61,28 @@ void SoundReadAhead::stop() {
     ++reading_;
     running_ = false;
     if (known_ == State::filling) cancel_ = true;
+}
+
+void SoundReadAhead::setLoops(bool loops) {
+    const std::lock_guard lock(mutex_);
+    loops_ = loops;
+}
+
+void SoundReadAhead::skipTo(quint64 run, qint64 position) {
+    {
+        const std::lock_guard lock(mutex_);
+        if (!running_ || run != taker_) return;
+        const qint64 ahead = position - next_;
+        if (ahead >= 0 && ahead <= held()) {
+            taken_ += ahead;
+        } else {
+            ++reading_;
+            pairs_.clear();
+            taken_ = 0;
+        }
+        next_ = position;
+    }
+    wake_.notify_one();
 }
 
 SoundReadAhead::State SoundReadAhead::state() const {
@@ -121,9 +146,10 @@ void SoundReadAhead::open(const Movie& movie, std::unique_lock<std::mutex>& lock
 void SoundReadAhead::readSome(std::unique_lock<std::mutex>& lock) {
     const quint64 reading = reading_;
     const qint64 position = next_ + held();
+    const double lap = loops_ && length_ >= shortestLap ? length_ : 0;
     lock.unlock();
-    std::vector<float> read(size_t(chunk) * 2);
-    const auto done = reader_->read(position, read.data(), chunk, &cancel_);
+    std::vector<float> pairs(size_t(chunk) * 2);
+    const bool done = read(position, pairs, lap);
     lock.lock();
     if (reading != reading_) return;
     if (!done) { // nothing to be had from this file any more
@@ -133,11 +159,27 @@ void SoundReadAhead::readSome(std::unique_lock<std::mutex>& lock) {
     const bool wasEnough = held() >= enoughToBegin;
     // What was taken meanwhile beyond what was held is past.
     const qint64 late = std::clamp<qint64>(next_ + held() - position, 0, chunk);
-    pairs_.insert(pairs_.end(), read.begin() + late * 2, read.end());
+    pairs_.insert(pairs_.end(), pairs.begin() + late * 2, pairs.end());
     if (wasEnough || held() < enoughToBegin) return;
     lock.unlock();
     changed_();
     lock.lock();
+}
+
+/// `lap`: the length after which the movie begins again; 0: it does not.
+bool SoundReadAhead::read(qint64 position, std::vector<float>& pairs, double lap) {
+    for (qint64 done = 0; done < chunk;) {
+        qint64 from = position + done, count = chunk - done;
+        if (lap > 0 && from >= 0) {
+            const double laps = std::floor((double(from) + 0.5) / lap);
+            const qint64 start = std::llround(laps * lap), end = std::llround((laps + 1) * lap);
+            if (end > from) count = std::min(count, end - from);
+            from -= start;
+        }
+        if (!reader_->read(from, pairs.data() + done * 2, count, &cancel_)) return false;
+        done += count;
+    }
+    return true;
 }
 
 } // namespace daylark

@@ -36,6 +36,9 @@ public:
     /// `run` tells one run from the next.
     void start(quint64 run, qint64 position); ///< what is taken next stands here
     void stop();
+    /// Positions beyond the movie's end stand for its beginning again, for what is read from now on.
+    void setLoops(bool loops);
+    void skipTo(quint64 run, qint64 position); ///< what is taken next in that run stands here
     [[nodiscard]] State state() const;
     /// Gives the next `count` pairs of that run; silence when it is over.
     void take(quint64 run, float* pairs, qint64 count);
@@ -48,6 +51,7 @@ private:
     void run();
     void open(const Movie& movie, std::unique_lock<std::mutex>& lock);
     void readSome(std::unique_lock<std::mutex>& lock);
+    [[nodiscard]] bool read(qint64 position, std::vector<float>& pairs, double lap);
     [[nodiscard]] qint64 held() const { return qint64(pairs_.size()) / 2 - taken_; }
 
     const int rate_;
@@ -59,6 +63,8 @@ private:
     std::optional<Movie> movie_; ///< to be opened
     State known_ = State::none;  ///< none, opening or filling
     bool running_ = false, stopping_ = false;
+    bool loops_ = false;
+    double length_ = 0;        ///< of the movie, in samples
     quint64 taker_ = 0;        ///< the run that may take
     quint64 reading_ = 0;      ///< counts up with every change of what is to be read
     qint64 next_ = 0;          ///< position of the next pair to be taken

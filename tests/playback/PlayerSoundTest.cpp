@@ -23,20 +23,27 @@ public:
         playing.reset();
         heard.reset();
     }
-    void play(double seconds) override {
+    void play(double seconds, float atRate, Start start) override {
         playing = seconds;
-        heard = available ? playing : std::nullopt;
+        heard = available && start == Start::waits ? playing : std::nullopt;
+        rate = atRate;
         ++starts;
     }
+    void setRate(float value) override { rate = value; }
     void stop() override { playing.reset(); }
+    void fade() override {
+        playing.reset();
+        ++fades;
+    }
+    void setLoops(bool value) override { loops = value; }
     void setVolume(float value) override { volume = value; }
     std::optional<double> position() const override { return heard; }
 
     QString movie;
     std::optional<double> playing, heard;
-    float volume = -1;
-    int starts = 0;
-    bool available = true;
+    float volume = -1, rate = 0;
+    int starts = 0, fades = 0;
+    bool available = true, loops = false;
 };
 
 class PlayerSoundTest : public ::testing::Test {
@@ -98,8 +105,8 @@ TEST_F(PlayerSoundTest, WithoutADeviceTheClockRuns) {
     }
 }
 
-TEST_F(PlayerSoundTest, OnlyForwardsAtTheNaturalRateIsHeard) {
-    for (const float rate : {2.0f, 0.5f, -1.0f}) {
+TEST_F(PlayerSoundTest, OnlyForwardsUpToTwiceTheNaturalRateIsHeard) {
+    for (const float rate : {2.1f, 8.0f, -0.5f, -1.0f}) {
         player.setCurrentTime(player.index().timeOf(24));
         start(rate);
         EXPECT_FALSE(sound.playing);
@@ -107,21 +114,46 @@ TEST_F(PlayerSoundTest, OnlyForwardsAtTheNaturalRateIsHeard) {
         EXPECT_NE(player.currentFrame(), 25) << "the clock moves it";
         player.setRate(0);
     }
+    for (const float rate : {0.25f, 1.0f, 2.0f}) {
+        player.setCurrentTime(player.index().timeOf(24));
+        start(rate);
+        EXPECT_EQ(sound.playing, 1.0);
+        EXPECT_EQ(sound.rate, rate);
+        hear(30);
+        EXPECT_EQ(player.currentFrame(), 31) << "the sound moves it";
+        player.setRate(0);
+        EXPECT_FALSE(sound.playing);
+    }
+}
+
+TEST_F(PlayerSoundTest, ChangesOfRateKeepTheRunOfSoundOrJoinTheOneOfPictures) {
     player.setCurrentTime(player.index().timeOf(12));
-    start(2);
-    turn(3);
-    player.setRate(1); // during the run
+    start(3);
+    turn(1);
+    EXPECT_EQ(player.currentFrame(), 16);
+    player.setRate(1);
     ASSERT_TRUE(sound.playing);
-    EXPECT_NEAR(*sound.playing, 18.0 / 24, 1e-6);
+    EXPECT_NEAR(*sound.playing, 15.0 / 24, 1e-6);
+    turn(3);
+    EXPECT_EQ(player.currentFrame(), 19) << "the picture does not wait for what comes in later";
+    hear(17.5);
+    EXPECT_EQ(player.currentFrame(), 19) << "nor turns back";
     hear(20);
     EXPECT_EQ(player.currentFrame(), 21);
     player.setRate(2);
+    EXPECT_EQ(sound.rate, 2.0f);
+    EXPECT_EQ(sound.starts, 1);
+    turn(4);
+    EXPECT_EQ(player.currentFrame(), 21) << "what is heard stays the clock";
+    hear(25);
+    player.setRate(4);
+    EXPECT_EQ(sound.fades, 1);
     EXPECT_FALSE(sound.playing);
-    turn(2);
-    EXPECT_EQ(player.currentFrame(), 25);
+    turn(1);
+    EXPECT_EQ(player.currentFrame(), 30);
 }
 
-TEST_F(PlayerSoundTest, PauseSeekLoopAndCloseBeginTheSoundAnew) {
+TEST_F(PlayerSoundTest, PauseSeekAndCloseBeginTheSoundAnewAndALoopDoesNot) {
     start(1);
     hear(9.5);
     player.setRate(0);
@@ -133,11 +165,14 @@ TEST_F(PlayerSoundTest, PauseSeekLoopAndCloseBeginTheSoundAnew) {
     ASSERT_TRUE(waitUntil([&] { return player.isRolling(); }));
     EXPECT_NEAR(*sound.playing, 30.0 / 24, 1e-6);
     player.setLoops(true);
+    EXPECT_TRUE(sound.loops);
     hear(48.5);
     EXPECT_EQ(player.currentFrame(), 1);
-    ASSERT_TRUE(sound.playing);
-    EXPECT_LT(*sound.playing, 1.0 / 24);
-    EXPECT_EQ(sound.starts, 4);
+    hear(53);
+    EXPECT_EQ(player.currentFrame(), 6) << "the sound counts on beyond the end";
+    hear(96 + 7);
+    EXPECT_EQ(player.currentFrame(), 8);
+    EXPECT_EQ(sound.starts, 3);
     player.setVolume(0.25f);
     EXPECT_EQ(sound.volume, 0.25f);
     player.close();
@@ -182,6 +217,19 @@ TEST(SoundReadAheadTest, WhatIsTakenGoesOnEvenlyAndStandsWhereItBelongs) {
         readAhead.take(2, pairs.data() + done * 2, 480);
     }
     EXPECT_NEAR(loudAt(pairs), 0.25, 0.001) << "what came too late is left out";
+    auto pictures = std::make_shared<SampleIndex>();
+    pictures->timeScale = 24000; // 2.6 s, a lap that is no whole number of anything
+    pictures->endTicks = 62401;
+    readAhead.setLoops(true);
+    readAhead.setMovie(spec.path, pictures);
+    readAhead.start(3, rate * 2);
+    ASSERT_TRUE(waitUntil(isReady));
+    readAhead.skipTo(3, rate * 11 / 5); // within what is held
+    for (qint64 done = 0; done < rate; done += 480) {
+        ASSERT_TRUE(waitUntil(isReady));
+        readAhead.take(3, pairs.data() + done * 2, 480);
+    }
+    EXPECT_NEAR(loudAt(pairs), 0.4, 0.001) << "the movie's beginning again";
     spec.sound = false;
     spec.path = folder.filePath(QStringLiteral("silent.mov"));
     ASSERT_TRUE(makeMovie(spec));

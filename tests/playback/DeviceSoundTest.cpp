@@ -1,0 +1,209 @@
+#include "playback/DeviceSound.h"
+
+#include "support/PlayerBench.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cmath>
+#include <mutex>
+
+namespace daylark {
+namespace {
+
+using bench::waitUntil;
+
+constexpr int rate = SoundDevice::samplesASecond;
+
+/// What the devices of one test share with it: all that was ever written, and what happens to them.
+struct Desk {
+    std::mutex mutex;
+    std::vector<float> written; ///< left, of the run under way
+    std::atomic<bool> present = true, lost = false;
+    std::atomic<int> made = 0, starts = 0, stops = 0;
+    std::atomic<double> played = 0; ///< seconds
+
+    std::vector<float> copy() {
+        const std::lock_guard lock(mutex);
+        return written;
+    }
+};
+
+/// Plays ten milliseconds, if it has them, each time that it is asked how far it is.
+class ScriptedDevice : public SoundDevice {
+public:
+    explicit ScriptedDevice(Desk& desk)
+        : desk_(desk) {
+        ++desk_.made;
+    }
+    bool start() override {
+        const std::lock_guard lock(desk_.mutex);
+        desk_.written.clear();
+        desk_.played = 0;
+        ++desk_.starts;
+        return true;
+    }
+    void stop() override { ++desk_.stops; }
+    qint64 room() override {
+        const std::lock_guard lock(desk_.mutex);
+        return qint64((desk_.played + 0.08) * rate + 0.5) - qint64(desk_.written.size());
+    }
+    void write(const float* pairs, qint64 count) override {
+        const std::lock_guard lock(desk_.mutex);
+        for (qint64 i = 0; i < count; ++i)
+            desk_.written.push_back(pairs[i * 2]);
+    }
+    double played() const override {
+        const std::lock_guard lock(desk_.mutex);
+        return desk_.played = std::min(desk_.played + 0.01, double(desk_.written.size()) / rate);
+    }
+    bool isLost() const override { return desk_.lost; }
+    bool isPreferred() const override { return true; }
+
+private:
+    Desk& desk_;
+};
+
+/// A movie of four seconds with a beep in the first tenth of each.
+class DeviceSoundTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        MovieSpec spec;
+        spec.path = folder.filePath(QStringLiteral("movie.mov"));
+        spec.size = QSize(128, 96);
+        spec.frames = 96;
+        spec.sound = true;
+        ASSERT_TRUE(makeMovie(spec));
+        auto pictures = std::make_shared<SampleIndex>();
+        pictures->timeScale = 24;
+        pictures->endTicks = 96;
+        sound.setVolume(1);
+        sound.setMovie(spec.path, pictures);
+    }
+    bool waitForPlayed(double seconds) {
+        return waitUntil([&] { return desk.played >= seconds; });
+    }
+    /// Seconds of the device where beeps begin.
+    std::vector<double> beeps() {
+        std::vector<double> found;
+        const std::vector<float> written = desk.copy();
+        size_t loudAt = 0;
+        for (size_t i = 0; i < written.size(); ++i) {
+            if (std::abs(written[i]) < 0.15f) continue;
+            if (found.empty() || i - loudAt > rate / 20) found.push_back(double(i) / rate);
+            loudAt = i;
+        }
+        return found;
+    }
+
+    QTemporaryDir folder;
+    Desk desk;
+    DeviceSound sound{[this]() -> std::unique_ptr<SoundDevice> {
+        if (!desk.present) return nullptr;
+        return std::make_unique<ScriptedDevice>(desk);
+    }};
+};
+
+TEST_F(DeviceSoundTest, BeepsReachTheDeviceWhenTheRateSaysAndThePositionFollowsTheDevice) {
+    for (const float speed : {1.0f, 0.5f, 2.0f}) {
+        SCOPED_TRACE(speed);
+        const int starts = desk.starts;
+        sound.play(0.6, speed, SoundOutput::Start::waits);
+        ASSERT_TRUE(waitUntil([&] { return desk.starts > starts; }));
+        ASSERT_TRUE(waitForPlayed(1.2));
+        const auto position = sound.position();
+        ASSERT_TRUE(position);
+        EXPECT_NEAR(*position, 0.6 + desk.played * double(speed), 0.06 * double(speed) + 0.02);
+        const auto found = beeps();
+        ASSERT_FALSE(found.empty());
+        EXPECT_NEAR(0.6 + found[0] * double(speed), 1, speed == 1.0f ? 0.001 : 0.04);
+        sound.stop();
+        EXPECT_FALSE(sound.position());
+    }
+}
+
+TEST_F(DeviceSoundTest, ChangesOfRateGoOnInTheSameRunWithoutABreak) {
+    sound.play(0.2, 1, SoundOutput::Start::waits);
+    ASSERT_TRUE(waitForPlayed(0.3));
+    sound.setRate(2);
+    double last = 0;
+    ASSERT_TRUE(waitUntil([&] {
+        const double now = sound.position().value_or(-1);
+        EXPECT_GE(now, last - 0.025);
+        last = now;
+        return desk.played >= 1.3;
+    }));
+    EXPECT_EQ(desk.starts, 1);
+    EXPECT_EQ(desk.stops, 0);
+    // From 0.2 s at rate 1 until some 0.3 to 0.4 s of the device, then at rate 2: beeps half a second apart.
+    const auto found = beeps();
+    ASSERT_GE(found.size(), 2u);
+    EXPECT_NEAR(found[1] - found[0], 0.5, 0.02);
+    EXPECT_GT(found[0], 0.5);
+    EXPECT_LT(found[0], 0.75);
+}
+
+TEST_F(DeviceSoundTest, SoundThatJoinsComesInWhereThePictureIs) {
+    ASSERT_TRUE(waitUntil([&] { return desk.made == 1; })); // its file is open
+    const auto begun = std::chrono::steady_clock::now();
+    const auto picture = [&] {
+        return 0.3 + std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count();
+    };
+    sound.play(0.3, 1, SoundOutput::Start::joins);
+    EXPECT_FALSE(sound.position());
+    std::optional<double> heard;
+    ASSERT_TRUE(waitUntil([&] { return (heard = sound.position()).has_value(); }));
+    EXPECT_NEAR(*heard, picture(), 0.1);
+    ASSERT_TRUE(waitUntil([&] { return beeps().size() == 1 && desk.played > beeps()[0] + 0.05; }));
+    const double shift = *sound.position() - desk.played;
+    EXPECT_NEAR(beeps()[0] + shift, 1, 0.06) << "what is said to be heard is what is heard";
+}
+
+TEST_F(DeviceSoundTest, FadingEndsSoftlyAndStoppingAtOnce) {
+    sound.play(1, 1, SoundOutput::Start::waits); // within a beep
+    ASSERT_TRUE(waitForPlayed(0.01));
+    sound.fade();
+    EXPECT_FALSE(sound.position());
+    ASSERT_TRUE(waitUntil([&] { return desk.stops == 1; }));
+    const auto written = desk.copy();
+    EXPECT_LT(std::abs(written.back()), 1e-4f);
+    float step = 0;
+    for (size_t i = 1; i < written.size(); ++i)
+        step = std::max(step, std::abs(written[i] - written[i - 1]));
+    EXPECT_LT(step, 1.15f * 0.5f * 2 * float(M_PI) * 1000 / rate) << "not steeper than the tone itself";
+    sound.play(1, 1, SoundOutput::Start::waits);
+    ASSERT_TRUE(waitUntil([&] { return desk.starts == 2; }));
+    ASSERT_TRUE(waitForPlayed(0.02));
+    sound.stop();
+    EXPECT_TRUE(waitUntil([&] { return desk.stops == 2; }));
+}
+
+TEST_F(DeviceSoundTest, ADeviceThatIsLostIsNoClockAndTheNextRunFindsANewOne) {
+    sound.play(0, 1, SoundOutput::Start::waits);
+    ASSERT_TRUE(waitForPlayed(0.1));
+    EXPECT_TRUE(sound.position());
+    desk.present = false;
+    desk.lost = true;
+    EXPECT_TRUE(waitUntil([&] { return !sound.position(); }));
+    sound.stop();
+    sound.play(1, 1, SoundOutput::Start::waits); // and none is there
+    EXPECT_TRUE(waitUntil([&] { return !sound.position(); }));
+    EXPECT_EQ(desk.made, 1);
+    desk.lost = false;
+    desk.present = true;
+    sound.stop();
+    sound.play(1.5, 1, SoundOutput::Start::waits);
+    EXPECT_TRUE(waitUntil([&] { return desk.starts == 2 && desk.played > 0.6; }));
+    ASSERT_FALSE(beeps().empty());
+    EXPECT_NEAR(beeps()[0], 0.5, 0.001);
+}
+
+TEST_F(DeviceSoundTest, AMovieWithoutSoundIsNoClock) {
+    sound.setMovie(folder.filePath(u"nowhere.mov"_qs), std::make_shared<SampleIndex>());
+    sound.play(0, 1, SoundOutput::Start::waits);
+    EXPECT_TRUE(waitUntil([&] { return !sound.position(); }));
+    EXPECT_EQ(desk.starts, 0);
+}
+
+} // namespace
+} // namespace daylark
