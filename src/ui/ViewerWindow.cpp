@@ -8,14 +8,17 @@
 #include "ui/FlagPopUp.h"
 #include "ui/KeysDialog.h"
 #include "ui/NotesPanel.h"
-#include "ui/PanelTitle.h"
 #include "ui/PictureView.h"
+#include "ui/PlaybackReadOut.h"
 #include "ui/PlaylistDrawer.h"
 #include "ui/PositionSlider.h"
+#include "ui/RangeIndicator.h"
+#include "ui/ReadyStrip.h"
 #include "ui/RichTextField.h"
 #include "ui/Theme.h"
 #include "ui/TransportBar.h"
 #include "ui/ViewerCommands.h"
+#include "ui/ViewerPanelHost.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QAction>
@@ -36,12 +39,9 @@ namespace daylark {
 
 namespace {
 
-constexpr int arrangementVersion = 1;
+constexpr int arrangementVersion = 2;
 const QString geometryKey = QStringLiteral("viewerWindow_geometry"),
-              arrangementKey = QStringLiteral("viewerWindow_panels"),
-              restoreNotesKey = QStringLiteral("restoreNotesWindow"),
-              restoreBookmarksKey = QStringLiteral("restoreBookmarkWindow"),
-              restoreDrawerKey = QStringLiteral("restorePlaylistDrawer");
+              arrangementKey = QStringLiteral("viewerWindow_panels");
 
 } // namespace
 
@@ -49,6 +49,7 @@ ViewerWindow::ViewerWindow(MoviePlayerController& controller, QWidget* parent)
     : QMainWindow(parent)
     , controller_(controller)
     , commands_(std::make_unique<Commands>(this))
+    , panelHost_(new ViewerPanelHost(*this, controller.panels()))
     , picture_(new PictureView(this))
     , notes_(new NotesPanel(controller.edits(), controller.defaults(), this))
     , drawer_(new PlaylistDrawer(controller.list(), controller.edits(), controller.defaults(), this)) {
@@ -59,6 +60,8 @@ ViewerWindow::ViewerWindow(MoviePlayerController& controller, QWidget* parent)
     buildLayout();
     connectController();
     connectPreferences();
+    readOut_ = new PlaybackReadOut(controller.player(), *picture_, controller.defaults(), this);
+    picture_->chooseRenderer(controller.defaults().stringForKey(QStringLiteral("pictureRenderer")));
     restoreArrangement();
     movieChanged();
 }
@@ -67,22 +70,27 @@ ViewerWindow::~ViewerWindow() {
     notes_->flush();
     if (isVisible()) saveArrangement();
     // Panels announce that they go, after the commands have gone.
-    for (QDockWidget* panel : {notesDock_, bookmarksDock_, drawerDock_})
-        panel->disconnect(this);
+    panelHost_->stop();
 }
 
 void ViewerWindow::addCommands() {
     ViewerWindowActions actions;
-    actions.toggleNotes = [this] {
-        togglePanel(notesDock_, restoreNotesKey);
-        if (notesDock_->isVisible()) notes_->focusNotes();
+    const auto toggle = [this](ViewerPanel panel) {
+        return [this, panel] { controller_.panels().toggle(panel); };
     };
-    actions.toggleBookmarks = [this] { togglePanel(bookmarksDock_, restoreBookmarksKey); };
-    actions.togglePlaylistDrawer = [this] { togglePanel(drawerDock_, restoreDrawerKey); };
+    const auto shown = [this](ViewerPanel panel) {
+        return [this, panel] { return controller_.panels().isVisible(panel); };
+    };
+    actions.toggleNotes = [this] {
+        controller_.panels().toggle(ViewerPanel::notes);
+        if (controller_.panels().isVisible(ViewerPanel::notes)) notes_->focusNotes();
+    };
+    actions.toggleBookmarks = toggle(ViewerPanel::bookmarks);
+    actions.togglePlaylistDrawer = toggle(ViewerPanel::playlistDrawer);
     actions.toggleFullScreen = [this] { toggleFullScreen(); };
-    actions.notesShown = [this] { return notesDock_ && !notesDock_->isHidden(); };
-    actions.bookmarksShown = [this] { return bookmarksDock_ && !bookmarksDock_->isHidden(); };
-    actions.playlistDrawerShown = [this] { return drawerDock_ && !drawerDock_->isHidden(); };
+    actions.notesShown = shown(ViewerPanel::notes);
+    actions.bookmarksShown = shown(ViewerPanel::bookmarks);
+    actions.playlistDrawerShown = shown(ViewerPanel::playlistDrawer);
     actions.isFullScreen = [this] { return isFullScreen(); };
     actions.leave = [this] { leaveTextOrFullScreen(); };
     actions.close = [this] { close(); };
@@ -106,6 +114,10 @@ void ViewerWindow::buildLayout() {
     rows->setContentsMargins(0, 4, 0, 0);
     rows->setSpacing(0);
     rows->addWidget(slider_);
+    auto* rangeRow = new QHBoxLayout; // as wide as the slider's track
+    rangeRow->setContentsMargins(PositionSlider::sliderMargin, 0, PositionSlider::sliderMargin, 0);
+    rangeRow->addWidget(new RangeIndicator(controller_.range(), foot));
+    rows->addLayout(rangeRow);
     rows->addWidget(bar_);
     auto* strip = new QToolBar(tr("Controls"), this);
     strip->setObjectName(QStringLiteral("viewerControls"));
@@ -121,17 +133,24 @@ void ViewerWindow::buildLayout() {
     setContextMenuPolicy(Qt::PreventContextMenu);
 
     bookmarks_ = new BookmarkPanel(controller_.bookmarks(), *commands_, controller_.defaults(), this);
-    notesDock_ = addPanel(notes_, tr("Notes"), Qt::LeftDockWidgetArea, QStringLiteral("viewer.notes"));
-    bookmarksDock_ =
-        addPanel(bookmarks_, tr("Bookmarks"), Qt::BottomDockWidgetArea, QStringLiteral("viewer.bookmarks"));
-    drawerDock_ =
-        addPanel(drawer_, tr("Playlist"), Qt::RightDockWidgetArea, QStringLiteral("viewer.playlistDrawer"));
-    resizeDocks({notesDock_, drawerDock_}, {280, 280}, Qt::Horizontal);
-    resizeDocks({bookmarksDock_}, {168}, Qt::Vertical);
+    using Place = ViewerPanelHost::Place;
+    QDockWidget* notes =
+        panelHost_->addPanel(ViewerPanel::notes, tr("Notes"), notes_, Place::docked, Qt::LeftDockWidgetArea);
+    QDockWidget* bookmarks = panelHost_->addPanel(ViewerPanel::bookmarks, tr("Bookmarks"), bookmarks_,
+                                                  Place::docked, Qt::BottomDockWidgetArea);
+    drawer_->view()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (const char* id : {"viewer.reveal", "viewer.copyPath", "viewer.copyFilename"})
+        drawer_->view()->addAction(commands_->action(QLatin1String(id)));
+    QDockWidget* drawer = panelHost_->addPanel(ViewerPanel::playlistDrawer, tr("Playlist"), drawer_,
+                                               Place::docked, Qt::RightDockWidgetArea);
+    resizeDocks({notes, drawer}, {280, 280}, Qt::Horizontal);
+    resizeDocks({bookmarks}, {168}, Qt::Vertical);
+    connect(panelHost_, &ViewerPanelHost::visibilityChanged, this, [this] { commands_->refresh(); });
     setTabOrder(picture_, slider_);
     setTabOrder(slider_, bar_);
     picture_->setFocus();
 
+    new ReadyStrip(controller_.player(), *slider_, this);
     slider_->setDescription([this](double ticks) {
         const SampleIndex& index = controller_.player().index();
         const qint64 frame = index.frameAt({qint64(ticks) + index.step / 2, index.timeScale}) + 1;
@@ -142,18 +161,6 @@ void ViewerWindow::buildLayout() {
     connect(slider_, &PositionSlider::frameSought, this, [this](qint64 frame) {
         controller_.transport().setSliderTime(double(controller_.player().index().timeOf(frame - 1).value));
     });
-}
-
-QDockWidget* ViewerWindow::addPanel(QWidget* content, const QString& title, Qt::DockWidgetArea area,
-                                    const QString& commandId) {
-    auto* dock = new QDockWidget(title, this);
-    dock->setObjectName(commandId + QStringLiteral(".panel"));
-    dock->setWidget(content);
-    dock->setTitleBarWidget(new PanelTitle(title, commands_->action(commandId), dock));
-    addDockWidget(area, dock);
-    dock->hide();
-    connect(dock, &QDockWidget::visibilityChanged, this, [this] { commands_->refresh(); });
-    return dock;
 }
 
 void ViewerWindow::connectController() {
@@ -173,12 +180,18 @@ void ViewerWindow::connectController() {
     });
     connect(&controller_.list(), &ViewerList::selectionChanged, commands_.get(), &Commands::refresh);
     connect(&controller_.list(), &ViewerList::moviesChanged, commands_.get(), &Commands::refresh);
-    connect(&controller_.bookmarks(), &ViewerBookmarks::bookmarksChanged, this,
-            &ViewerWindow::showBookmarkBars);
+    connect(&controller_.list(), &ViewerList::selectedMoviesChanged, commands_.get(), &Commands::refresh);
+    connect(&controller_.bookmarks(), &ViewerBookmarks::bookmarksChanged, this, [this] {
+        showBookmarkBars();
+        commands_->refresh();
+    });
     connect(&controller_.bookmarks(), &ViewerBookmarks::activeBookmarksChanged, this, [this] {
         showBookmarkBars();
         showHeadsUp();
+        commands_->refresh();
     });
+    connect(&controller_, &MoviePlayerController::onscreenTextColourChanged, this,
+            &ViewerWindow::showHeadsUp);
     connect(&controller_.edits(), &ReviewEdits::movieChanged, this,
             [this](const std::shared_ptr<Movie>& movie, const QString& field) {
                 if (movie != controller_.currentMovie() || !field.startsWith(QLatin1String("flag"))) return;
@@ -190,28 +203,20 @@ void ViewerWindow::connectController() {
 void ViewerWindow::connectPreferences() {
     connect(&controller_.defaults(), &UserDefaults::changed, this, [this](const QString& key) {
         if (key == QLatin1String("repeatType")) bar_->showRepeatType();
+        if (key == QLatin1String("pictureRenderer"))
+            picture_->chooseRenderer(controller_.defaults().stringForKey(key));
+        if (key == QLatin1String("trimHandles")) commands_->refresh();
         if (key == QLatin1String("rateMultiplier")) bar_->showState();
         if (key.startsWith(QLatin1String("display")) || key == QLatin1String("counterStartFrame")) {
             controller_.time().setOverlayInfoDynamic();
             showPosition();
             commands_->refresh();
         }
-        if (key == QLatin1String("onscreenTextColour")) showHeadsUp();
         if (key.size() == 3 && key.startsWith(u'9')) {
             renameFlagCommands(*commands_, controller_);
             bar_->showFlag();
         }
     });
-}
-
-void ViewerWindow::togglePanel(QDockWidget* panel, const QString& preference) {
-    const bool show = panel->isHidden();
-    const bool hadFocus = panel->isAncestorOf(QApplication::focusWidget());
-    panel->setVisible(show);
-    if (show && panel->isFloating()) panel->raise();
-    controller_.defaults().set(preference, int(show));
-    if (!show && hadFocus) picture_->setFocus();
-    controller_.updateMovieIcons();
 }
 
 void ViewerWindow::toggleFullScreen() {
@@ -244,11 +249,7 @@ void ViewerWindow::windowOpened() {
     raise();
     activateWindow();
     if (!wasHidden) return;
-    const UserDefaults& defaults = controller_.defaults();
-    const bool restore = defaults.boolForKey(QStringLiteral("restorePreviousWindows"));
-    notesDock_->setVisible(restore && defaults.boolForKey(restoreNotesKey));
-    bookmarksDock_->setVisible(restore && defaults.boolForKey(restoreBookmarksKey));
-    drawerDock_->setVisible(restore && defaults.boolForKey(restoreDrawerKey));
+    controller_.panels().restoreOpenPanels();
     picture_->setFocus();
 }
 
@@ -256,9 +257,7 @@ void ViewerWindow::windowClosed() {
     notes_->setMovie(nullptr);
     saveArrangement();
     if (isFullScreen()) toggleFullScreen();
-    // A floating panel is a window of its own and does not hide with this one.
-    for (QDockWidget* panel : {notesDock_, bookmarksDock_, drawerDock_})
-        panel->hide();
+    panelHost_->hideAll(); // a floating panel is a window of its own and does not hide with this one
     hide();
     picture_->clear();
     movieChanged();
@@ -280,8 +279,7 @@ void ViewerWindow::restoreArrangement() {
         resize(QSize(1360, 900).boundedTo(room));
     }
     restoreState(stored(arrangementKey), arrangementVersion);
-    for (QDockWidget* panel : {notesDock_, bookmarksDock_, drawerDock_})
-        panel->hide();
+    panelHost_->hideAll();
 }
 
 void ViewerWindow::closeEvent(QCloseEvent* event) {
@@ -345,7 +343,7 @@ void ViewerWindow::showHeadsUp() {
         headsUp.timecode = controller_.time().currentTimeCodeForDisplay();
     if (shown("displayBookmarkText"))
         headsUp.overlayText = controller_.bookmarks().overlayTextData().trimmed();
-    headsUp.overlayColour = defaults.colourForKey(QStringLiteral("onscreenTextColour"));
+    headsUp.overlayColour = controller_.onscreenTextColour();
     if (!headsUp.overlayColour.isValid()) headsUp.overlayColour = Qt::yellow;
     if (movie && !loading_ && !controller_.player().isOpen())
         headsUp.message = tr("File not found\n%1").arg(movie->filenameString);

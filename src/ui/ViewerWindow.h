@@ -4,8 +4,6 @@
 
 #include <memory>
 
-class QDockWidget;
-
 namespace daylark {
 
 class BookmarkPanel;
@@ -13,9 +11,11 @@ class Commands;
 class MoviePlayerController;
 class NotesPanel;
 class PictureView;
+class PlaybackReadOut;
 class PlaylistDrawer;
 class PositionSlider;
 class TransportBar;
+class ViewerPanelHost;
 
 /// The viewer's window: picture, position slider, controls strip, and the panels around them. It renders the
 /// controller's state and sends its actions; it shows itself when the viewer opens and hides when it closes.
@@ -26,6 +26,7 @@ public:
     explicit ViewerWindow(MoviePlayerController& controller, QWidget* parent = nullptr);
     ~ViewerWindow() override;
 
+    [[nodiscard]] ViewerPanelHost* panelHost() const { return panelHost_; }
     [[nodiscard]] PictureView* picture() const { return picture_; }
     [[nodiscard]] PositionSlider* slider() const { return slider_; }
     [[nodiscard]] TransportBar* transportBar() const { return bar_; }
@@ -35,7 +36,8 @@ public:
     [[nodiscard]] Commands& commands() { return *commands_; }
 
 Q_SIGNALS:
-    /// The movie on screen is to get another thumbnail, by a frame choice or "Set Thumbnail Image" (the picture shown).
+    /// The movie on screen is to get another thumbnail, by a frame choice or "Set Thumbnail Image" (the
+    /// picture shown).
     void thumbnailWanted(const QString& choice);
 
 protected:
@@ -45,11 +47,8 @@ protected:
 private:
     void addCommands();
     void buildLayout();
-    [[nodiscard]] QDockWidget* addPanel(QWidget* content, const QString& title, Qt::DockWidgetArea area,
-                                        const QString& commandId);
     void connectController();
     void connectPreferences();
-    void togglePanel(QDockWidget* panel, const QString& preference);
     void toggleFullScreen();
     void leaveTextOrFullScreen();
     void showKeys();
@@ -67,15 +66,14 @@ private:
 
     MoviePlayerController& controller_;
     std::unique_ptr<Commands> commands_;
+    ViewerPanelHost* panelHost_;
     PictureView* picture_;
+    PlaybackReadOut* readOut_ = nullptr;
     PositionSlider* slider_ = nullptr;
     TransportBar* bar_ = nullptr;
     NotesPanel* notes_;
     BookmarkPanel* bookmarks_ = nullptr;
     PlaylistDrawer* drawer_;
-    QDockWidget* notesDock_ = nullptr;
-    QDockWidget* bookmarksDock_ = nullptr;
-    QDockWidget* drawerDock_ = nullptr;
     bool loading_ = false, closing_ = false;
 };
 
