@@ -1,48 +1,46 @@
 #include "media/FrameReader.h"
 
-#include "media/SampleTable.h"
-#include "media/VideoFrameData.h"
+#include "media/PictureDecoder.h"
 
 #include <algorithm>
 #include <map>
-#include <optional>
 #include <set>
 
 namespace daylark {
 namespace {
 
 constexpr int mostEarlierGroups = 2;
+constexpr qint64 nearby = 8; // so many packets ahead of a decoder nothing is left out: the next reads want it
+constexpr qint64 largePicture = 4096 * 2304; // pixels
 
-using FramePassed = std::function<void(qint64, const VideoFrame&)>;
-
-/// The decoder is fed in file order and every packet carries its frame number in place of its time stamp, so
-/// each picture comes out with the number it is to be shown under, whatever reordering, threads or losses lie
-/// between.
+/// Several decoders may stand in different places of one movie, so that a jump ahead within a group that one
+/// of them has begun goes on from there, and filling the cache behind the playhead doesn't lose the place
+/// ahead of it.
 class DecodingReader final : public FrameReader {
 public:
     DecodingReader(MediaFile file, SampleTable table, av::CodecPtr codec)
-        : file_(std::move(file))
-        , table_(std::move(table))
-        , codec_(std::move(codec))
-        , packet_(av_packet_alloc()) {
+        : table_(std::move(table))
+        , source_(std::move(file), table_) {
         for (qint64 n = 0; n < table_.index.count(); ++n)
             if (table_.index.samples[size_t(n)].key) keyFrames_.push_back(n);
+        standsAlone_ = qint64(keyFrames_.size()) == qint64(table_.packets.size());
+        const AVCodecParameters& picture = *source_.file().video()->codecpar;
+        const bool large = qint64(picture.width) * picture.height > largePicture;
+        mostDecoders_ = standsAlone_ ? 1 : large ? 2 : 3;
+        addDecoder(std::move(codec));
     }
 
     const SampleIndex& index() const override { return table_.index; }
+    QString decoderName() const override { return decoders_.back()->name(); }
     Result<VideoFrame> read(qint64 n, const CancelFlag* cancel) override {
         return readThrough(n, {}, cancel);
     }
     Result<VideoFrame> readThrough(qint64 n, const FramePassed& passed, const CancelFlag* cancel) override;
     qint64 keyFrameBefore(qint64 n) const override;
-    QString decoderName() const override;
 
 private:
-    struct Picture {
-        qint64 number = -1;
-        VideoFrame frame;
-    };
-    enum class Found { exact, missing, stopped };
+    using Found = PictureDecoder::Found;
+    using OnTheWay = PictureDecoder::OnTheWay;
 
     qint64 placeOf(qint64 n) const { return table_.packetOfFrame[size_t(n)]; }
     qint64 startFor(qint64 key, int groups) const;
@@ -50,32 +48,33 @@ private:
         const auto known = earlierGroups_.find(key);
         return known == earlierGroups_.end() ? 0 : known->second;
     }
-    Result<VideoFrame> findFrame(qint64 n, const FramePassed& passed);
-    Result<void> startAt(qint64 keyFrame);
-    bool windTo(qint64 place, int attempt);
-    Found decodeTo(qint64 n, const FramePassed& passed);
-    bool feed();
-    int receive(const FramePassed& passed);
-    Result<VideoFrame> afterMissing(qint64 n, const FramePassed& passed);
-    VideoFrame nearest() const {
-        return shown_.number >= 0 ? shown_.frame : ahead_ ? ahead_->frame : VideoFrame();
+    void addDecoder(av::CodecPtr codec) {
+        decoders_.push_back(
+            std::make_unique<PictureDecoder>(std::move(codec), source_, table_, standsAlone_));
     }
+    void chooseDecoder(qint64 n, qint64 key);
+    PictureDecoder& decoder() { return *decoders_.back(); }
+    void startAt(qint64 keyFrame);
+    Result<VideoFrame> findFrame(qint64 n, const FramePassed& passed);
+    Found readAnew(qint64 key, int groups, qint64 n, OnTheWay onTheWay, const FramePassed& passed) {
+        startAt(startFor(key, groups));
+        return decoder().decodeTo(n, passed, onTheWay);
+    }
+    Found tryEarlierGroups(qint64 key, qint64 n, const FramePassed& passed);
+    Result<VideoFrame> standIn(qint64 n, const FramePassed& passed);
+    static Error stopped() { return {QStringLiteral("cancelled")}; }
 
-    MediaFile file_;
     SampleTable table_;
-    av::CodecPtr codec_;
-    av::PacketPtr packet_;
+    PacketSource source_;
+    std::vector<std::unique_ptr<PictureDecoder>> decoders_; ///< the one used last stands last
+    size_t mostDecoders_ = 1;
+    bool standsAlone_ = false;
     std::vector<qint64> keyFrames_;
     std::map<qint64, int> earlierGroups_; ///< key frames whose group needs a start so many groups earlier
     std::set<qint64> damagedGroups_;      ///< key frames whose group lacks pictures for good
-    bool started_ = false;
-    bool packetWaits_ = false; ///< packet_ holds the next packet already
-    bool draining_ = false;
-    qint64 place_ = 0;             ///< of the next packet, in file order
-    qint64 firstValid_ = 0;        ///< pictures below refer to what was not decoded
-    Picture shown_;                ///< the last picture given
-    std::optional<Picture> ahead_; ///< decoded already, beyond what was asked for
-    Picture answer_;               ///< the last answer, which for a damaged sample is an earlier picture
+    std::map<qint64, qint64> standIns_;   ///< frames that cannot be decoded, and the ones shown instead
+    qint64 answered_ = -1;                ///< frame number of the last answer
+    VideoFrame answer_;                   ///< which for a damaged sample is an earlier picture
 };
 
 qint64 DecodingReader::keyFrameBefore(qint64 n) const {
@@ -86,63 +85,89 @@ qint64 DecodingReader::keyFrameBefore(qint64 n) const {
     return 0;
 }
 
-QString DecodingReader::decoderName() const {
-    const QString name = QString::fromUtf8(codec_->codec->name);
-    const int threads = codec_->active_thread_type != 0 ? codec_->thread_count : 1;
-    return threads > 1 ? QStringLiteral("%1, %2 threads").arg(name).arg(threads) : name;
-}
-
 Result<VideoFrame> DecodingReader::readThrough(qint64 n, const FramePassed& passed,
                                                const CancelFlag* cancel) {
     if (n < 0 || n >= table_.index.count()) return Error{QStringLiteral("no such frame")};
-    if (n == answer_.number) return answer_.frame;
-    file_.setCancel(cancel);
+    if (n == answered_) return answer_;
+    source_.file().setCancel(cancel);
     Result<VideoFrame> result = findFrame(n, passed);
-    if (result)
-        answer_ = {n, *result};
-    else
-        started_ = false; // interrupted within a packet, the file stands beyond what place_ says
-    file_.setCancel(nullptr);
+    if (result) {
+        answered_ = n;
+        answer_ = *result;
+    } else {
+        decoder().forget(); // a packet may have been lost on its way
+    }
+    source_.file().setCancel(nullptr);
     return result;
 }
 
+/// Puts the decoder last that gets to frame n with the least work; started.
+void DecodingReader::chooseDecoder(qint64 n, qint64 key) {
+    size_t best = decoders_.size();
+    for (size_t i = 0; i < decoders_.size(); ++i)
+        if (decoders_[i]->reaches(n, placeOf(key)) &&
+            (best == decoders_.size() || decoders_[i]->place() > decoders_[best]->place()))
+            best = i;
+    const bool found = best < decoders_.size();
+    if (!found && decoders_.size() < mostDecoders_)
+        if (auto codec = source_.file().openDecoder(table_.reorderDepth)) {
+            addDecoder(std::move(*codec));
+            best = decoders_.size() - 1;
+        }
+    if (best == decoders_.size()) best = 0; // the one not used for longest
+    std::rotate(decoders_.begin() + qsizetype(best), decoders_.begin() + qsizetype(best) + 1,
+                decoders_.end());
+    if (!found) startAt(startFor(key, groupsBefore(key)));
+}
+
 Result<VideoFrame> DecodingReader::findFrame(qint64 n, const FramePassed& passed) {
+    if (const auto known = standIns_.find(n); known != standIns_.end()) n = known->second;
     const qint64 key = keyFrameBefore(n);
-    const bool onTheWay = started_ && n > shown_.number && n >= firstValid_ && placeOf(key) <= place_;
-    if (!onTheWay)
-        if (const auto done = startAt(startFor(key, groupsBefore(key))); !done) return done.error();
-    switch (decodeTo(n, passed)) {
-    case Found::exact:
-        return shown_.frame;
-    case Found::missing:
-        return afterMissing(n, passed);
-    case Found::stopped:
-        break;
-    }
-    return Error{QStringLiteral("cancelled")};
+    chooseDecoder(n, key);
+    const bool jumps =
+        placeOf(n) - decoder().place() > nearby || (standsAlone_ && decoder().shownNumber() < 0);
+    const bool mayLeaveOut = jumps && !damagedGroups_.contains(key);
+    Found found = decoder().decodeTo(n, passed, mayLeaveOut ? OnTheWay::neededOnly : OnTheWay::all);
+    // After damage a decoder may hold a good picture back, beyond later ones; or it was left out on the way.
+    if (found == Found::missing) found = readAnew(key, groupsBefore(key), n, OnTheWay::allAndEnd, passed);
+    if (found == Found::missing) found = tryEarlierGroups(key, n, passed);
+    if (found == Found::exact) return decoder().shown();
+    return found == Found::missing ? standIn(n, passed) : stopped();
 }
 
 /// The decoder left the picture out: because the sample is damaged, or because it could not make it without
 /// the group before (a stream refreshed bit by bit). An earlier start tells, and what it tells is remembered.
-Result<VideoFrame> DecodingReader::afterMissing(qint64 n, const FramePassed& passed) {
-    const qint64 key = keyFrameBefore(n);
-    if (key > 0 && !damagedGroups_.contains(key)) {
-        for (int groups = earlierGroups_[key] + 1; groups <= mostEarlierGroups; ++groups) {
-            if (const auto done = startAt(startFor(key, groups)); !done) return done.error();
-            const Found found = decodeTo(n, passed);
-            if (found == Found::stopped) return Error{QStringLiteral("cancelled")};
-            if (found == Found::exact) {
-                earlierGroups_[key] = groups;
-                return shown_.frame;
-            }
-        }
-        damagedGroups_.insert(key);
-    } else if (key > 0 && shown_.number < 0) {
-        // The group is known to begin with damage: its earlier picture stands in the group before.
-        if (const auto done = startAt(startFor(key, 1)); !done) return done.error();
-        if (decodeTo(n, passed) == Found::stopped) return Error{QStringLiteral("cancelled")};
+DecodingReader::Found DecodingReader::tryEarlierGroups(qint64 key, qint64 n, const FramePassed& passed) {
+    if (key <= 0 || standsAlone_ || damagedGroups_.contains(key)) return Found::missing;
+    for (int groups = groupsBefore(key) + 1; groups <= mostEarlierGroups; ++groups) {
+        const Found found = readAnew(key, groups, n, OnTheWay::all, passed);
+        if (found == Found::exact) earlierGroups_[key] = groups;
+        if (found != Found::missing) return found;
     }
-    if (const VideoFrame frame = nearest(); !frame.isNull()) return frame;
+    damagedGroups_.insert(key);
+    return Found::missing;
+}
+
+/// The nearest earlier picture of a frame that cannot be decoded; before the first one that can, that one.
+Result<VideoFrame> DecodingReader::standIn(qint64 n, const FramePassed& passed) {
+    qint64 key = keyFrameBefore(n), target = n;
+    for (;;) {
+        const Found found = readAnew(key, groupsBefore(key), target, OnTheWay::allAndEnd, passed);
+        if (found == Found::stopped) return stopped();
+        if (const qint64 shown = decoder().shownNumber(); shown >= 0) {
+            standIns_[n] = shown;
+            return decoder().shown();
+        }
+        if (key <= 0) break;
+        target = key - 1;
+        if (const auto known = standIns_.find(target); known != standIns_.end()) {
+            standIns_[n] = known->second;
+            return findFrame(known->second, passed);
+        }
+        key = keyFrameBefore(target);
+    }
+    if (readAnew(0, 0, n, OnTheWay::all, passed) == Found::stopped) return stopped();
+    if (const VideoFrame frame = decoder().nearest(); !frame.isNull()) return frame;
     return Error{QStringLiteral("no picture can be decoded")};
 }
 
@@ -152,111 +177,10 @@ qint64 DecodingReader::startFor(qint64 key, int groups) const {
     return key;
 }
 
-Result<void> DecodingReader::startAt(qint64 keyFrame) {
+void DecodingReader::startAt(qint64 keyFrame) {
     // Before the first key frame there may be pictures that the decoder makes all the same.
     const bool fromBeginning = keyFrames_.empty() || keyFrame <= keyFrames_.front();
-    const qint64 place = fromBeginning ? 0 : placeOf(keyFrame);
-    avcodec_flush_buffers(codec_.get());
-    started_ = draining_ = packetWaits_ = false;
-    shown_ = {};
-    ahead_.reset();
-    firstValid_ = fromBeginning ? 0 : keyFrame;
-    for (int attempt = 0; attempt < 4; ++attempt) {
-        if (file_.cancelled()) break;
-        if (windTo(place, attempt)) {
-            place_ = place;
-            started_ = packetWaits_ = true;
-            return {};
-        }
-    }
-    return Error{file_.cancelled() ? QStringLiteral("cancelled")
-                                   : QStringLiteral("the file cannot be wound to a frame")};
-}
-
-/// Brings the packet at `place` into packet_. Where a container's seeking ends is checked, never trusted; the
-/// last attempt reads the file from its beginning.
-bool DecodingReader::windTo(qint64 place, int attempt) {
-    const int stream = file_.video()->index;
-    const bool byBytes = file_.format()->iformat->flags & AVFMT_TS_DISCONT;
-    int code = -1;
-    qint64 patience = 400; // packets between where a seek may land and the goal
-    if (attempt < 3) {
-        constexpr qint64 stepsBack[] = {0, 60, 600};
-        qint64 earlier = std::max<qint64>(0, place - stepsBack[attempt]);
-        while (byBytes && earlier > 0 && table_.packets[size_t(earlier)].position < 0)
-            --earlier;
-        const SampleTable::Packet& target = table_.packets[size_t(earlier)];
-        patience += place - earlier + stepsBack[attempt];
-        code = byBytes ? av_seek_frame(file_.format(), stream, target.position, AVSEEK_FLAG_BYTE)
-                       : av_seek_frame(file_.format(), stream, target.stamp, AVSEEK_FLAG_BACKWARD);
-    } else {
-        Result<MediaFile> fresh = file_.reopened();
-        if (!fresh) return false;
-        file_ = std::move(*fresh);
-        patience = place + 1;
-        code = 0;
-    }
-    if (code < 0) return false;
-    if (attempt < 3 && !table_.canRecognise(size_t(place))) return false;
-    for (; patience > 0; --patience) {
-        if (file_.readPacket(packet_.get()) < 0) return false;
-        if (attempt == 3 && patience > 1) continue; // counted from the beginning, which needs no recognising
-        if (attempt == 3 || table_.isAt(size_t(place), *packet_)) return true;
-    }
-    return false;
-}
-
-DecodingReader::Found DecodingReader::decodeTo(qint64 n, const FramePassed& passed) {
-    for (;;) {
-        if (ahead_) {
-            if (ahead_->number > n) return Found::missing;
-            shown_ = std::move(*ahead_);
-            ahead_.reset();
-            if (shown_.number == n) return Found::exact;
-        }
-        const int code = receive(passed);
-        if (code == AVERROR_EOF) return Found::missing;
-        if (code == AVERROR(EAGAIN) && !feed()) return Found::stopped;
-    }
-}
-
-/// Takes one picture from the decoder into ahead_ (unless it is none of ours).
-int DecodingReader::receive(const FramePassed& passed) {
-    av::FramePtr frame(av_frame_alloc());
-    const int code = avcodec_receive_frame(codec_.get(), frame.get());
-    // A decoder that reports damage wants the next packet.
-    if (code < 0) return code == AVERROR_EOF ? AVERROR_EOF : AVERROR(EAGAIN);
-    const qint64 number = frame->pts;
-    const bool damaged = frame->decode_error_flags != 0;
-    if (number < firstValid_ || number >= table_.index.count() || number <= shown_.number || damaged)
-        return 0;
-    auto data = std::make_shared<VideoFrame::Data>();
-    data->pixelAspect = pixelAspectOf(file_.format(), file_.video(), frame.get());
-    data->rotation = rotationOf(*file_.video());
-    data->frame = std::move(frame);
-    ahead_ = Picture{number, VideoFrame(std::move(data))};
-    if (passed) passed(number, ahead_->frame);
-    return 0;
-}
-
-/// Hands the decoder one more packet, or the end; false when cancelled.
-bool DecodingReader::feed() {
-    if (draining_) return true;
-    if (!packetWaits_) {
-        const int code = file_.readPacket(packet_.get());
-        if (code == AVERROR_EXIT) return false;
-        if (code < 0 || place_ >= qint64(table_.packets.size())) {
-            avcodec_send_packet(codec_.get(), nullptr);
-            draining_ = true;
-            return true;
-        }
-    }
-    packetWaits_ = false;
-    const qint32 number = table_.packets[size_t(place_++)].frame;
-    packet_->pts = packet_->dts = number >= 0 ? number : AV_NOPTS_VALUE;
-    avcodec_send_packet(codec_.get(), packet_.get()); // damage shows as a missing picture
-    av_packet_unref(packet_.get());
-    return !file_.cancelled();
+    decoder().startAt(fromBeginning ? 0 : placeOf(keyFrame), fromBeginning ? 0 : keyFrame);
 }
 
 } // namespace

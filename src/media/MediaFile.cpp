@@ -107,7 +107,9 @@ Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth) const {
     avcodec_parameters_to_context(codec.get(), video_->codecpar);
     codec->pkt_timebase = video_->time_base;
     codec->has_b_frames = std::max(codec->has_b_frames, std::min(reorderDepth, 16));
-    codec->thread_type = FF_THREAD_FRAME | FF_THREAD_SLICE;
+    // Where the parts of one picture can be shared out evenly, all cores work on the picture that is wanted.
+    const bool bySlices = decoder->id == AV_CODEC_ID_PRORES || decoder->id == AV_CODEC_ID_DNXHD;
+    codec->thread_type = bySlices ? FF_THREAD_SLICE : FF_THREAD_FRAME | FF_THREAD_SLICE;
     codec->thread_count = int(std::clamp(std::thread::hardware_concurrency(), 1U, 8U));
     AVDictionary* options = nullptr;
     // Scene-linear pictures are shown as a display would: through its transfer curve.

@@ -1,6 +1,7 @@
 #include "media/SampleTable.h"
 
 #include "media/FrameRate.h"
+#include "media/SecondFields.h"
 
 #include <algorithm>
 #include <cstring>
@@ -85,11 +86,18 @@ std::vector<RawSample> readHeaderIndex(const MediaFile& file) {
 Result<std::vector<RawSample>> readAllPackets(const MediaFile& file) {
     std::vector<RawSample> samples;
     const av::PacketPtr packet(av_packet_alloc());
+    const bool byFields = file.format()->iformat->flags & AVFMT_TS_DISCONT;
+    SecondFields fields(*file.video());
     for (;;) {
         const int code = file.readPacket(packet.get());
         if (code == AVERROR_EXIT) return av::errorOf("reading", code);
         if (code < 0) return samples;
+        const bool second = byFields && fields.isSecond(*packet) && !samples.empty();
         samples.push_back(sampleOf(*file.video(), *packet));
+        if (!second) continue;
+        const RawSample& first = samples[samples.size() - 2];
+        samples.back().pts = first.pts;
+        samples.back().dts = first.dts;
     }
 }
 
@@ -127,6 +135,15 @@ Result<void> orderByDecoding(const MediaFile& file, std::vector<RawSample>& samp
 
 /// Gives every sample a presentation time.
 Result<void> completeTimes(const MediaFile& file, std::vector<RawSample>& samples) {
+    // The MXF demuxer passes the file's order off as the presentation's where the file's index has no more.
+    const bool reorders =
+        (codecProperties(*file.video()) & AV_CODEC_PROP_REORDER) && file.video()->codecpar->video_delay > 0;
+    const bool decodingTimesOnly =
+        reorders && std::strcmp(file.format()->iformat->name, "mxf") == 0 &&
+        std::all_of(samples.begin(), samples.end(), [](const RawSample& s) { return s.pts == s.dts; });
+    if (decodingTimesOnly)
+        for (RawSample& sample : samples)
+            sample.pts = unknownTime;
     const auto lacksPts = [](const RawSample& sample) { return sample.pts == unknownTime; };
     if (std::none_of(samples.begin(), samples.end(), lacksPts)) return {};
     qint64 next = 0;
@@ -134,8 +151,6 @@ Result<void> completeTimes(const MediaFile& file, std::vector<RawSample>& sample
         if (sample.dts == unknownTime) sample.dts = sample.pts != unknownTime ? sample.pts : next;
         next = sample.dts + std::max<qint64>(1, sample.duration);
     }
-    const bool reorders =
-        (codecProperties(*file.video()) & AV_CODEC_PROP_REORDER) && file.video()->codecpar->video_delay > 0;
     if (reorders) return orderByDecoding(file, samples);
     for (RawSample& sample : samples)
         if (sample.pts == unknownTime) sample.pts = sample.dts;
@@ -162,6 +177,9 @@ Result<void> dropUndecodableStart(const MediaFile& file, std::vector<RawSample>&
     const auto key =
         std::find_if(samples.begin(), samples.end(), [](const RawSample& s) { return s.key && s.shown; });
     if (key == samples.end()) return {};
+    // This decoder makes grey pictures where it lacks what they refer to; the others leave them out.
+    if (file.video()->codecpar->codec_id == AV_CODEC_ID_HEVC)
+        std::for_each(samples.begin(), key, [](RawSample& sample) { sample.shown = false; });
     const qint64 keyTime = key->pts;
     const auto leads = [&](const RawSample& s) { return s.shown && s.pts < keyTime; };
     if (std::none_of(samples.begin(), samples.end(), leads)) return {};
@@ -203,11 +221,13 @@ SampleTable tableOf(const std::vector<RawSample>& samples, const AVStream& strea
     auto& order = table.packetOfFrame;
     std::stable_sort(order.begin(), order.end(),
                      [&](qint32 a, qint32 b) { return samples[size_t(a)].pts < samples[size_t(b)].pts; });
+    const size_t shown = order.size();
     // Two packets with one time are the two halves of a picture.
     order.erase(
         std::unique(order.begin(), order.end(),
                     [&](qint32 a, qint32 b) { return samples[size_t(a)].pts == samples[size_t(b)].pts; }),
         order.end());
+    table.halves = order.size() < shown;
     table.index.timeBaseNum = stream.time_base.num;
     table.index.timeBaseDen = stream.time_base.den;
     for (size_t n = 0; n < order.size(); ++n) {

@@ -21,6 +21,7 @@ struct SampleTable {
     std::vector<qint32> packetOfFrame; ///< frame number to place in `packets`
     SampleIndex index;
     int reorderDepth = 0;
+    bool halves = false; ///< some pictures come as two packets, one a field
 
     bool stampsHold =
         true; ///< the stamps are the file's own; else they were inferred and differ after a seek

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "media/DisposablePicture.h"
+#include "media/FrameReader.h"
+#include "media/PacketSource.h"
+
+#include <functional>
+#include <optional>
+
+namespace daylark {
+
+using FramePassed = std::function<void(qint64, const VideoFrame&)>;
+
+/// A decoder that stands somewhere in the movie and goes forwards. It is fed in file order and every packet
+/// carries its frame number in place of its time stamp, so each picture comes out with the number it is to be
+/// shown under, whatever reordering, threads or losses lie between. Internal to media/; owned by the reader;
+/// one thread at a time. A damaged picture is left out.
+class PictureDecoder {
+public:
+    enum class Found { exact, missing, stopped };
+    enum class OnTheWay {
+        all,
+        neededOnly, ///< pictures before the target that no other refers to are left out
+        allAndEnd,  ///< the decoder is told that nothing follows the target, so that it holds nothing back
+    };
+
+    /// `standsAlone`: every picture of the movie can be decoded without the others.
+    PictureDecoder(av::CodecPtr codec, PacketSource& source, const SampleTable& table, bool standsAlone);
+
+    /// Goes on from this packet; pictures below `firstValid` refer to what is not decoded.
+    void startAt(qint64 place, qint64 firstValid);
+    void forget() { started_ = false; } ///< after a read that was given up
+    /// Reaches frame n by decoding on, without leaving out its key frame.
+    [[nodiscard]] bool reaches(qint64 n, qint64 keyPlace) const {
+        return started_ && n > shown_.number && n >= firstValid_ && keyPlace <= place_ && n > dropped_;
+    }
+    [[nodiscard]] QString name() const;                   ///< for people: which decoder works here, and how
+    [[nodiscard]] qint64 place() const { return place_; } ///< of the next packet, in file order
+    /// `passed` (may be empty) gets every picture made on the way, the target and perhaps some beyond.
+    Found decodeTo(qint64 n, const FramePassed& passed, OnTheWay onTheWay);
+    [[nodiscard]] const VideoFrame& shown() const { return shown_.frame; } ///< the last picture found
+    /// The last picture found, or the first one after; null: none.
+    [[nodiscard]] VideoFrame nearest() const;
+    [[nodiscard]] qint64 shownNumber() const { return shown_.number; } ///< -1: none yet
+
+private:
+    struct Picture {
+        qint64 number = -1;
+        VideoFrame frame;
+    };
+    enum class Draining { no, forTarget, atEnd };
+    bool feed(qint64 target, OnTheWay onTheWay);
+    bool isToDrop(qint64 target, const AVPacket& packet) const;
+    bool endsWith(qint64 place, qint64 target, OnTheWay onTheWay) const;
+    int receive(const FramePassed& passed);
+    void drain(Draining why);
+    bool goesOnAfterDraining(qint64 target);
+
+    av::CodecPtr codec_;
+    PacketSource& source_;
+    const SampleTable& table_;
+    const bool standsAlone_;
+    DisposablePicture disposable_;
+    av::PacketPtr packet_;
+    bool started_ = false;
+    Draining draining_ = Draining::no;
+    qint64 place_ = 0;
+    qint64 firstValid_ = 0;
+    qint64 dropped_ = -1; ///< the highest frame that was not decoded because it was not asked for
+    Picture shown_;
+    std::optional<Picture> ahead_; ///< decoded already, beyond what was asked for
+};
+
+} // namespace daylark
