@@ -55,13 +55,18 @@ void DecodeThread::want(quint64 generation, const ReadDemand& demand) {
     wake_.notify_one();
 }
 
-// While a hand drags, a key frame is never given up (it is quick, and a picture every time), nor is a way
-// through the target's own group (its pictures are near). Otherwise every second read at least is finished.
+// A short read is never given up: the decoder would lose its place for little. Of the long ones every second
+// at least is finished; while a hand drags, those in the target's own group, whose pictures are near.
 bool DecodeThread::isWorthFinishing(const ReadDemand& demand) const {
-    const bool onTheWay = isOnTheWay(underWay_, demand.target);
-    if (!demand.dragging) return gaveUp_ || onTheWay;
-    return onTheWay || isOnTheWay(demand.target, underWay_) || !index_ ||
-           index_->samples[size_t(underWay_)].key;
+    if (shortRead_ || isOnTheWay(underWay_, demand.target)) return true;
+    return demand.dragging ? isOnTheWay(demand.target, underWay_) : gaveUp_;
+}
+
+/// One that decodes little: a key frame, or a frame or two beyond the last one.
+bool DecodeThread::isShort(qint64 frame) const {
+    constexpr qint64 few = 4;
+    const qint64 last = movie_->lastRead;
+    return movie_->index->samples[size_t(frame)].key || (last >= 0 && frame > last && frame - last <= few);
 }
 
 // A read in the target's own group that comes before it is finished: the target needs it.
@@ -162,14 +167,18 @@ bool DecodeThread::readOne(const ReadDemand& demand) {
         const std::lock_guard lock(mutex_);
         if (dirty_) return true; // something newer came while planning
         underWay_ = *frame;
+        shortRead_ = isShort(*frame);
     }
-    work();
+    // While the movie stands on a picture that is ready, its neighbours have their turn as well.
+    if (demand.playing || !cache_.contains(demand.target))
+        work();
+    else if (neighbours_)
+        neighbours_->setResting(true);
     const auto keep = [this](qint64 number, const VideoFrame& picture) {
         cache_.put(readerGeneration_, number, picture);
         lookAgain_();
     };
-    auto picture =
-        demand.dragging ? reader.readThrough(*frame, keep, &cancel_) : reader.read(*frame, &cancel_);
+    auto picture = reader.readThrough(*frame, keep, &cancel_); // what it decodes on the way is kept
     if (!picture && cancel_) {
         movie_->lastRead = -1;
         return true;

@@ -58,6 +58,7 @@ private:
     void work();
     [[nodiscard]] bool isOnTheWay(qint64 frame, qint64 target) const;
     [[nodiscard]] bool isWorthFinishing(const ReadDemand& demand) const;
+    [[nodiscard]] bool isShort(qint64 frame) const;
 
     FrameCache& cache_;
     Neighbours* const neighbours_;
@@ -73,6 +74,7 @@ private:
     quint64 demandGeneration_ = 0;
     std::shared_ptr<const SampleIndex> index_;
     qint64 underWay_ = -1;
+    bool shortRead_ = false; ///< the read under way ends soon by itself
     bool dirty_ = false, stopping_ = false;
     bool gaveUp_ = false; ///< a read was given up since the last picture: the next one may end
 

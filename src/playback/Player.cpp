@@ -47,6 +47,10 @@ public:
         timer_.setTimerType(Qt::PreciseTimer);
         timer_.setSingleShot(true);
         QObject::connect(&timer_, &QTimer::timeout, &player, &Player::tick);
+        constexpr int momentMs = 50;
+        rest_.setInterval(momentMs);
+        rest_.setSingleShot(true);
+        QObject::connect(&rest_, &QTimer::timeout, &player, [this] { demand(); });
     }
 
     ~Engine() {
@@ -130,6 +134,7 @@ private:
     qint64 runFrom_ = 0; // the first frame that this run may still show
     std::atomic<bool> announced_ = false;
     QTimer timer_;
+    QTimer rest_;          // runs while a dragging hand has moved lately
     DecodeThread decoder_; // last: its thread ends before what it uses
 };
 
@@ -213,10 +218,11 @@ void Player::Engine::place(qint64 ticks, int direction) {
 
 void Player::Engine::moveTo(const MediaTime& time) {
     if (!open_) return;
+    if (dragging_) rest_.start();
     const qint64 ticks = std::clamp<qint64>(ticksOnScale(time, index_->timeScale), 0, index_->endTicks);
     const qint64 by = index_->frameAt({ticks, index_->timeScale}) - frame_;
     constexpr qint64 aStepOrTwo = 3; // a short way back is a hand that steps; a long one is a jump
-    place(ticks, by == 0 ? travel_ : by < 0 && by >= -aStepOrTwo ? -1 : 1);
+    place(ticks, dragging_ ? 1 : by == 0 ? travel_ : by < 0 && by >= -aStepOrTwo ? -1 : 1);
 }
 
 void Player::Engine::step(int direction) {
@@ -234,13 +240,15 @@ void Player::Engine::demand() {
 }
 
 ReadDemand Player::Engine::currentDemand() const {
-    return {frame_, rate_ != 0 ? direction() : travel_, rate_ != 0, loops_, dragging_};
+    const bool seeking = dragging_ && rest_.isActive();
+    return {frame_, rate_ != 0 ? direction() : travel_, rate_ != 0, loops_, seeking};
 }
 
 void Player::Engine::setDragging(bool dragging) {
     if (dragging == dragging_) return;
     dragging_ = dragging;
     asked_.clear();
+    rest_.stop();
     demand();
     present();
 }

@@ -13,16 +13,20 @@ constexpr qint64 pauseAhead = 8;        // and of a standing one, so that the ne
 constexpr qint64 stepsToGroupEdge = 60; // nearer than that, stepping back wants the group before as well
 constexpr qint64 readOnGap = 16;        // reading on over a few frames is cheaper than a seek, and keeps them
 
+/// The group in its order from where the decoder stands, else from its key frame; what is ready is passed
+/// over.
+qint64 readGroupTowards(qint64 frame, const ReadState& state, const FrameCache& cache) {
+    const qint64 key = std::clamp<qint64>(state.keyFrameBefore(frame), 0, frame);
+    qint64 next = state.lastRead >= key && state.lastRead < frame ? state.lastRead + 1 : key;
+    while (next < frame && cache.contains(next))
+        ++next;
+    return next;
+}
+
 qint64 readTowards(qint64 frame, const ReadDemand& demand, const ReadState& state, const FrameCache& cache) {
+    if (demand.direction < 0) return readGroupTowards(frame, state, cache);
     const qint64 key = std::clamp<qint64>(state.keyFrameBefore(frame), 0, frame);
     const bool onTheWay = state.lastRead >= key && state.lastRead < frame;
-    if (demand.direction < 0) {
-        if (onTheWay) return state.lastRead + 1;
-        qint64 first = key;
-        while (first < frame && cache.contains(first))
-            ++first;
-        return first;
-    }
     return onTheWay && (demand.playing || frame - state.lastRead <= readOnGap) ? state.lastRead + 1 : frame;
 }
 
@@ -52,6 +56,16 @@ qint64 reachAhead(const ReadDemand& demand, const ReadState& state, const FrameC
     return withinCache(reach, cache);
 }
 
+/// Standing, what of the group lies behind the target: a hand that stops often steps back.
+std::optional<qint64> nextBehind(const ReadDemand& demand, const ReadState& state, const FrameCache& cache) {
+    const qint64 behind = withinCache(wayBack(demand.target, state).rest, cache);
+    for (qint64 back = 1; back <= behind; ++back)
+        if (const qint64 frame = demand.target - back; !cache.contains(frame))
+            return cache.wouldKeep(frame) ? std::optional(readGroupTowards(frame, state, cache))
+                                          : std::nullopt;
+    return std::nullopt;
+}
+
 } // namespace
 
 qint64 readyToRoll(const ReadDemand& demand, const ReadState& state, const FrameCache& cache) {
@@ -68,11 +82,9 @@ qint64 readyToRoll(const ReadDemand& demand, const ReadState& state, const Frame
 std::optional<qint64> nextFrameToRead(const ReadDemand& demand, const ReadState& state,
                                       const FrameCache& cache) {
     if (demand.target < 0 || demand.target >= state.frames) return std::nullopt;
-    if (!cache.contains(demand.target)) {
-        if (!demand.dragging) return readTowards(demand.target, demand, state, cache);
-        const qint64 key = std::clamp<qint64>(state.keyFrameBefore(demand.target), 0, demand.target);
-        return cache.nearestBetween(key, demand.target) || cache.contains(key) ? demand.target : key;
-    }
+    if (!cache.contains(demand.target))
+        return demand.dragging ? readGroupTowards(demand.target, state, cache)
+                               : readTowards(demand.target, demand, state, cache);
     if (demand.dragging) return std::nullopt;
 
     const qint64 reach = reachAhead(demand, state, cache);
@@ -86,7 +98,7 @@ std::optional<qint64> nextFrameToRead(const ReadDemand& demand, const ReadState&
             return cache.wouldKeep(frame) ? std::optional(readTowards(frame, demand, state, cache))
                                           : std::nullopt;
     }
-    return std::nullopt;
+    return demand.playing ? std::nullopt : nextBehind(demand, state, cache);
 }
 
 } // namespace daylark

@@ -26,10 +26,10 @@ struct ReadState {
 };
 
 /// The frame to read next so that the demand is met: the target if it is not in the cache, else what lies
-/// ahead in the direction of travel; nothing when enough is ready. Backwards a group is read forwards from
-/// its key frame, so that each of its samples is decoded once, and the group before it is read ahead. While a
-/// hand drags, the key frame comes before the target where nothing of the way is ready. Reading one frame
-/// after the other by this plan ends; it is asked again after each. Any thread.
+/// ahead in the direction of travel, else (standing) the rest of the target's group; nothing when enough is
+/// ready. Backwards, and while a hand drags, a group is read forwards from its key frame, so that each of its
+/// samples is decoded once and pictures of the way come one by one. Reading one frame after the other by this
+/// plan ends; it is asked again after each. Any thread.
 [[nodiscard]] std::optional<qint64> nextFrameToRead(const ReadDemand& demand, const ReadState& state,
                                                     const FrameCache& cache);
 

@@ -77,6 +77,22 @@ TEST_F(FrameCacheTest, TheLastPictureStaysHoweverSmallTheBudget) {
     EXPECT_FALSE(cache.wouldKeep(31));
 }
 
+TEST_F(FrameCacheTest, WhatIsHeldElsewhereAndASmallerBudgetTakeRoomAtOnce) {
+    FrameCache cache(room(10));
+    cache.reset(1);
+    cache.setTravel({20, 1, 60, false});
+    fill(cache);
+    EXPECT_EQ(cache.byteCount(), room(10));
+    cache.addElsewhere(room(4));
+    EXPECT_EQ(cache.byteCount(), room(6));
+    EXPECT_EQ(cache.capacity(), 6);
+    cache.setBudget(room(7));
+    EXPECT_EQ(held(cache), (Frames{20, 21, 22}));
+    cache.addElsewhere(-room(4));
+    fill(cache);
+    EXPECT_EQ(cache.byteCount(), room(7));
+}
+
 TEST_F(FrameCacheTest, PicturesOfAnotherGenerationAreNotTaken) {
     FrameCache cache(room(10));
     cache.reset(1);
@@ -98,6 +114,11 @@ TEST_F(FrameCacheTest, NearestPictureIsSoughtFromTheFarEndAndPassesOverUnreadabl
     EXPECT_EQ(cache.nearestBetween(4, 6), std::nullopt);
     EXPECT_EQ(cache.nearestBetween(8, 9), std::nullopt);
     EXPECT_TRUE(cache.contains(9));
+    EXPECT_EQ(cache.nearest(4), 3);
+    EXPECT_EQ(cache.nearest(6), 7);
+    EXPECT_EQ(cache.nearest(0), 3);
+    EXPECT_EQ(cache.nearest(59), 7) << "an unreadable frame is no picture";
+    EXPECT_EQ(FrameCache(1).nearest(0), std::nullopt);
 }
 
 } // namespace

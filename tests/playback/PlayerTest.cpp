@@ -2,6 +2,7 @@
 
 #include "support/PlayerBench.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 
@@ -209,6 +210,84 @@ TEST_F(PlayerTest, ASmallCacheShowsTheSameFrames) {
         ASSERT_EQ(settledPicture(small), n + 1);
         EXPECT_LE(small.readyRanges().size(), 1u);
     }
+}
+
+TEST_F(PlayerTest, ARunBackwardsLeavesNothingOutThoughTheCacheHoldsLessThanAGroup) {
+    player.setCacheBudget(20 * 256 * 144 * 3 / 2);
+    open(bench::movie({.frames = frameCount, .group = 45, .bFrames = 2}));
+    player.setCurrentTime(player.duration());
+    ASSERT_EQ(settledPicture(player), frameCount);
+    start(-1);
+    for (qint64 n = frameCount - 1; n >= 1; --n) {
+        turnOneFrame();
+        ASSERT_EQ(settledPicture(player), n);
+        const PlayerStatistics statistics = player.statistics();
+        ASSERT_LE(statistics.cacheBytes, statistics.cacheBudget);
+    }
+    EXPECT_EQ(player.statistics().dropped, 0);
+    EXPECT_EQ(player.statistics().shown, frameCount - 1);
+}
+
+TEST_F(PlayerTest, ADraggingHandSeesTheNearestReadyPictureAtOnceAndTheExactOneInTheEnd) {
+    open(bench::movie({.frames = frameCount, .group = 30, .bFrames = 2}));
+    player.setCurrentTime(player.index().timeOf(44));
+    ASSERT_EQ(settledPicture(player), 45);
+    ASSERT_TRUE(waitUntil([&] { return player.readyRanges().back().second == 53; })) << "some way ahead";
+    player.setDragging(true);
+    shown.clear();
+    player.setCurrentTime(player.index().timeOf(80));
+    EXPECT_EQ(shown, std::vector<qint64>{53}) << "before any event";
+    EXPECT_FALSE(player.pictureIsCurrent());
+    EXPECT_EQ(settledPicture(player), 81);
+    EXPECT_TRUE(std::is_sorted(shown.begin(), shown.end())) << "ever nearer";
+    std::mt19937 random(5);
+    for (int drag = 0; drag < 20; ++drag) {
+        player.setDragging(true);
+        qint64 target = 0;
+        for (int move = 0; move < 12; ++move) {
+            target = qint64(random() % frameCount);
+            player.setCurrentTime(player.index().timeOf(target));
+            waitUntil([passes = 0u, most = random() % 4]() mutable { return ++passes > most; });
+        }
+        player.setDragging(false);
+        ASSERT_EQ(settledPicture(player), target + 1);
+    }
+}
+
+TEST_F(PlayerTest, AListOfMoviesLeavesNoPicturesOrFilesBehind) {
+    const QString first = bench::movie({.frames = 12, .group = 5});
+    QTemporaryDir folder;
+    std::vector<QString> list;
+    for (int number = 0; number < 30; ++number) {
+        list.push_back(folder.filePath(QStringLiteral("listed_%1.mov").arg(number)));
+        ASSERT_TRUE(QFile::copy(first, list.back()));
+    }
+    const auto openFiles = [&] {
+        qsizetype count = 0;
+        const auto descriptors =
+            QDir(QStringLiteral("/proc/self/fd")).entryInfoList(QDir::Files | QDir::System);
+        for (const QFileInfo& descriptor : descriptors)
+            count += descriptor.symLinkTarget().startsWith(folder.path());
+        return count;
+    };
+    player.setCacheBudget(40 * 256 * 144 * 3 / 2);
+    const auto startAt = [](qint64 frame) { return [frame](const SampleIndex&) { return frame; }; };
+    for (size_t at = 0; at < list.size(); ++at) {
+        shown.clear();
+        player.open(list[at]);
+        ASSERT_TRUE(waitUntil([&] { return player.isOpen(); }));
+        ASSERT_EQ(settledPicture(player), 1);
+        player.setNeighbours({{list[(at + 1) % list.size()], startAt(1)}, {first, startAt(7)}});
+        if (at % 3 != 0) player.setRate(1);
+        if (at % 2 != 0) waitUntil([passes = 0]() mutable { return ++passes > 5; });
+        ASSERT_LE(player.statistics().cacheBytes, player.statistics().cacheBudget);
+        ASSERT_LE(openFiles(), 5);
+    }
+    ASSERT_TRUE(waitUntil([&] { return openFiles() == 2; }))
+        << "the current movie and its one neighbour here";
+    player.setNeighbours({});
+    player.close();
+    EXPECT_TRUE(waitUntil([&] { return openFiles() == 0 && player.statistics().cacheBytes == 0; }));
 }
 
 TEST_F(PlayerTest, OnlyTheMovieOpenedLastAnswers) {

@@ -9,8 +9,8 @@
 namespace daylark {
 namespace {
 
-/// Follows the plan as the decode thread does, with groups of ten, and notes what it reads. The pictures
-/// weigh nothing.
+/// Follows the plan as the decode thread does, with groups of ten (unless told otherwise), and notes what it
+/// reads. The pictures weigh nothing.
 struct Reading {
     explicit Reading(qint64 frameCount)
         : frames(frameCount) {
@@ -18,7 +18,7 @@ struct Reading {
     }
     void follow(const ReadDemand& demand) {
         cache.setTravel({demand.target, demand.direction, frames, demand.loops});
-        ReadState state{frames, lastRead, [](qint64 n) { return n / 10 * 10; }};
+        ReadState state = this->state();
         while (const auto next = nextFrameToRead(demand, state, cache)) {
             ASSERT_GE(*next, 0);
             ASSERT_LT(*next, frames);
@@ -28,7 +28,19 @@ struct Reading {
             cache.put(1, *next, VideoFrame());
         }
     }
+    [[nodiscard]] ReadState state() const {
+        return {frames, lastRead, [this](qint64 n) { return n / keyEvery * keyEvery; }};
+    }
+    [[nodiscard]] qint64 readyToRoll(const ReadDemand& demand) const {
+        return daylark::readyToRoll(demand, state(), cache);
+    }
+    [[nodiscard]] bool holds(qint64 first, qint64 last) const {
+        for (; first <= last; ++first)
+            if (!cache.contains(first)) return false;
+        return true;
+    }
     qint64 frames;
+    qint64 keyEvery = 10;
     qint64 lastRead = -1;
     FrameCache cache{1000};
     std::vector<qint64> read;
@@ -59,15 +71,19 @@ TEST(ReadPlanTest, BackwardsEachGroupIsReadOnceAndForwards) {
     EXPECT_EQ(reading.read, expected);
 }
 
-TEST(ReadPlanTest, AJumpReadsItsTargetFirstAndStepsBackFromThereFillItsGroup) {
+TEST(ReadPlanTest, AJumpReadsItsTargetFirstAndAColdStepBackItsGroupForwards) {
     Reading reading(100);
     reading.follow({57, 1, false, false});
     ASSERT_FALSE(reading.read.empty());
     EXPECT_EQ(reading.read.front(), 57);
     reading.read.clear();
     reading.follow({56, -1, false, false});
-    ASSERT_GE(reading.read.size(), 7u);
-    EXPECT_EQ(std::vector<qint64>(reading.read.begin(), reading.read.begin() + 7), range(50, 56));
+    EXPECT_EQ(reading.read, range(40, 49))
+        << "its own group is ready; near its beginning the one before is wanted";
+    Reading cold(100);
+    cold.follow({56, -1, false, false});
+    ASSERT_GE(cold.read.size(), 7u);
+    EXPECT_EQ(std::vector<qint64>(cold.read.begin(), cold.read.begin() + 7), range(50, 56));
 }
 
 TEST(ReadPlanTest, ARunInALoopReadsOnAtTheOtherEnd) {
@@ -77,6 +93,42 @@ TEST(ReadPlanTest, ARunInALoopReadsOnAtTheOtherEnd) {
     Reading backwards(100);
     backwards.follow({1, -1, true, true});
     EXPECT_TRUE(backwards.cache.contains(99) && backwards.cache.contains(90));
+}
+
+TEST(ReadPlanTest, BackwardsTheGroupBeforeIsReadAheadWhole) {
+    Reading reading(1000);
+    reading.keyEvery = 200;
+    reading.follow({799, -1, true, false});
+    EXPECT_TRUE(reading.holds(400, 799));
+    EXPECT_FALSE(reading.cache.contains(399));
+}
+
+TEST(ReadPlanTest, ARunBackwardsWaitsForTheGroupBeforeOnlyNearItsOwnBeginning) {
+    Reading reading(1000);
+    reading.keyEvery = 200;
+    EXPECT_EQ(reading.readyToRoll({799, -1, true, false}), 1);
+    EXPECT_EQ(reading.readyToRoll({610, -1, true, false}), 210);
+    EXPECT_EQ(reading.readyToRoll({10, -1, true, false}), 1) << "nothing comes before the first group";
+    EXPECT_EQ(reading.readyToRoll({610, 1, true, false}), 1);
+}
+
+TEST(ReadPlanTest, WhileAHandDragsTheWayFromTheKeyFrameIsReadPictureByPicture) {
+    Reading reading(100);
+    reading.follow({57, 1, false, false, true});
+    EXPECT_EQ(reading.read, range(50, 57)) << "and nothing beyond the target";
+    reading.read.clear();
+    reading.follow({31, 1, false, false, true});
+    reading.follow({54, 1, false, false, true});
+    reading.follow({59, 1, false, false, true});
+    EXPECT_EQ(reading.read, (std::vector<qint64>{30, 31, 58, 59})) << "nothing twice";
+}
+
+TEST(ReadPlanTest, StandingTheRestOfTheGroupIsReadInTheEnd) {
+    Reading reading(100);
+    reading.follow({57, 1, false, false});
+    EXPECT_TRUE(reading.holds(50, 65));
+    EXPECT_EQ(reading.read.front(), 57);
+    EXPECT_FALSE(reading.holds(49, 49));
 }
 
 TEST(ReadPlanTest, NothingIsReadOutsideTheMovie) {
