@@ -12,17 +12,25 @@
 
 #include <QApplication>
 
+#include <algorithm>
+
 namespace daylark {
 
 struct DesktopProgram::Objects {
     explicit Objects(const Places& places)
         : defaults(places.preferencesFile)
-        , player(clock, nullptr, 0, &sound)
+        , player(clock, nullptr, cacheBudget(defaults), &sound)
         , controller({defaults, alerts, panels, pasteboard, fileBrowser, places.system, player})
         , library(controller)
         , viewer(controller.playerWindow()) {}
 
     UserDefaults defaults;
+    /// The preference in bytes; 0 leaves it to the machine.
+    static qint64 cacheBudget(const UserDefaults& preferences) {
+        const qint64 megabytes = preferences.integerForKey(QStringLiteral("cacheSizeMegabytes"));
+        return std::clamp<qint64>(megabytes, 0, 1 << 20) << 20;
+    }
+
     DesktopAlerts alerts;
     DesktopPanels panels;
     DesktopPasteboard pasteboard;
@@ -42,6 +50,11 @@ DesktopProgram::Places DesktopProgram::Places::current() {
 DesktopProgram::DesktopProgram(const Places& places)
     : objects_(std::make_unique<Objects>(places)) {
     QObject::connect(&objects_->library, &LibraryWindow::closed, qApp, &QCoreApplication::quit);
+    QObject::connect(&objects_->defaults, &UserDefaults::changed, &objects_->player,
+                     [this](const QString& key) {
+                         if (key == QLatin1String("cacheSizeMegabytes"))
+                             objects_->player.setCacheBudget(Objects::cacheBudget(objects_->defaults));
+                     });
     connectThumbnails();
 }
 

@@ -15,7 +15,9 @@ namespace daylark {
 
 namespace {
 
-constexpr int trackY = 12, trackHeight = 4, headRadius = 7, barsY = 27, barHeight = 4;
+constexpr int trackY = 12, trackHeight = 4, headRadius = 7, barsY = 27, barHeight = 4, readyY = 15,
+              readyHeight = 2;
+const QColor readyColour(0x4f, 0x6a, 0x86);
 const QColor barColour(0x5f, 0x8f, 0x62), activeBarColour(0x8f, 0xd0, 0x93), mutedBarColour(0x4a, 0x4a, 0x4a);
 
 } // namespace
@@ -60,6 +62,12 @@ void PositionSlider::setBars(std::vector<Bar> bars) {
     update();
 }
 
+void PositionSlider::setReady(std::vector<std::pair<double, double>> ranges) {
+    if (ranges == ready_) return;
+    ready_ = std::move(ranges);
+    update();
+}
+
 int PositionSlider::xOf(double ticks) const {
     const double part = last_ > 0 ? std::clamp(ticks / last_, 0.0, 1.0) : 0.0;
     return sliderMargin + int(std::lround(part * (width() - 2 * sliderMargin)));
@@ -82,6 +90,7 @@ void PositionSlider::seek(int x) {
 
 void PositionSlider::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !isUsable()) return event->ignore();
+    Q_EMIT dragging(true);
     seek(event->position().toPoint().x());
     dragging_ = true;
     setSliderDown(true);
@@ -97,7 +106,7 @@ void PositionSlider::mouseMoveEvent(QMouseEvent* event) {
 
 void PositionSlider::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return event->ignore();
-    dragging_ = false;
+    if (std::exchange(dragging_, false)) Q_EMIT dragging(false);
     setSliderDown(false);
 }
 
@@ -114,6 +123,13 @@ void PositionSlider::paintTicks(QPainter& painter) const {
     for (qint64 tick = 0; tick < tickMarks_; ++tick) {
         const int x = xOf(last_ * double(tick) / double(tickMarks_ - 1));
         painter.drawLine(x, trackY + 7, x, trackY + 10);
+    }
+}
+
+void PositionSlider::paintReady(QPainter& painter) const {
+    for (const auto& [from, to] : ready_) {
+        const int left = xOf(from);
+        painter.fillRect(QRect(left, readyY, std::max(1, xOf(to) - left), readyHeight), readyColour);
     }
 }
 
@@ -135,6 +151,7 @@ void PositionSlider::paintEvent(QPaintEvent*) {
     if (!isUsable()) return;
     paintTicks(painter);
     paintBars(painter);
+    paintReady(painter);
     const int head = xOf(position_);
     painter.fillRect(QRect(track.left(), track.top(), head - track.left(), trackHeight), theme::dimText);
     if (hoverX_ >= 0 && !dragging_) {

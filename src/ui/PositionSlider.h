@@ -5,14 +5,15 @@
 #include <QWheelEvent>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace daylark {
 
 /// The position slider, in ticks of the movie's clock: the playhead, a tick mark for each frame of a short
-/// movie (the pointer then snaps to them), the bookmarks as bars under it. Pressing or dragging asks to be
-/// there at once. As a slider for keyboard and screen reader its value is the frame number. Owned by the
-/// viewer window; interface thread.
+/// movie (the pointer then snaps to them), a thin strip under the track where pictures are ready, the
+/// bookmarks as bars under that. Pressing or dragging asks to be there at once. As a slider for keyboard and
+/// screen reader its value is the frame number. Owned by the viewer window; interface thread.
 class PositionSlider : public QAbstractSlider {
     Q_OBJECT
 public:
@@ -31,6 +32,7 @@ public:
     void setMovie(double last, double end, qint64 frames, qint64 tickMarks);
     void setPosition(double ticks, qint64 frame); ///< `frame` from 1
     void setBars(std::vector<Bar> bars);
+    void setReady(std::vector<std::pair<double, double>> ranges); ///< ticks: starts and ends, in order
     void setDescription(std::function<QString(double ticks)> text) { describe_ = std::move(text); }
 
     [[nodiscard]] double position() const { return position_; } ///< ticks
@@ -40,6 +42,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return {200, 36}; }
 
 Q_SIGNALS:
+    void dragging(bool begins);     ///< a hand takes the playhead, or lets it go
     void sought(double ticks);      ///< the pointer wants to be there
     void frameSought(qint64 frame); ///< a key or a screen reader does
 
@@ -56,10 +59,12 @@ private:
     [[nodiscard]] bool isUsable() const { return end_ > 0; }
     void paintTicks(QPainter& painter) const;
     void paintBars(QPainter& painter) const;
+    void paintReady(QPainter& painter) const;
 
     double last_ = 0, end_ = 0, position_ = 0;
     qint64 frames_ = 0, tickMarks_ = 0;
     std::vector<Bar> bars_;
+    std::vector<std::pair<double, double>> ready_;
     std::function<QString(double)> describe_;
     int hoverX_ = -1;
     bool dragging_ = false;

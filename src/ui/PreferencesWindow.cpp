@@ -204,6 +204,12 @@ QWidget* PreferencesWindow::viewerPage() {
                  wordChoices({"Loop Movie", "One Shot", "Ping-Pong", "Play Movie Once", "Play Playlist Once",
                               "Loop Playlist"}));
     page->slider("Volume", "volume");
+    page->choice("The picture is drawn by", "pictureRenderer",
+                 {{QStringLiteral("Graphics hardware, where there is"), QStringLiteral("Automatic")},
+                  {QStringLiteral("Software"), QStringLiteral("Software")},
+                  {QStringLiteral("OpenGL"), QStringLiteral("OpenGL")}})
+        ->setToolTip(QStringLiteral("From the next time that the viewer opens"));
+    page->check("Show playback statistics", "displayPlaybackStatistics");
     page->check("Keep the window in the movie's proportions", "constrainViewerToMovieProportions");
     page->heading("Over the picture");
     page->number("Counter starts at", "counterStartFrame", -1000000, 1000000);
@@ -304,6 +310,13 @@ QWidget* PreferencesWindow::mediaPage() {
     page->check("Take still images as well as movies", "allowImageFiles");
     page->choice("Thumbnails show the", "thumbnailFrame",
                  wordChoices({"First Frame", "Second Frame", "Middle Frame", "Last Frame"}));
+    QSpinBox* cache = page->number("Memory for pictures", "cacheSizeMegabytes", 0, 1 << 20, " MB");
+    cache->setSpecialValueText(QStringLiteral("Automatic"));
+    cache->setSingleStep(256);
+    cache->setToolTip(
+        QStringLiteral("How much memory decoded pictures may take, so that stepping and playing back and "
+                       "forth need not wait. Automatic: a quarter of this machine's memory, at most "
+                       "4096 MB. The blue strip under the position slider shows which frames are ready."));
     return page;
 }
 
