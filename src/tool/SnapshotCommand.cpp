@@ -1,0 +1,101 @@
+#include "annotate/GradeArithmetic.h"
+#include "media/FrameReader.h"
+#include "tool/SessionItem.h"
+#include "tool/ToolContext.h"
+#include "viewer/AreaPicture.h"
+#include "viewer/Snapshots.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <memory>
+
+namespace daylark::tool {
+namespace {
+
+struct SnapshotArguments {
+    SessionItemArguments item;
+    qint64 frame = 1;
+    std::string size, out;
+};
+
+QSize parsedSize(const std::string& text) {
+    const QStringList sides = QString::fromStdString(text).split(QLatin1Char('x'));
+    constexpr int most = 32767;
+    return sides.size() == 2 ? QSize(std::min(most, sides[0].toInt()), std::min(most, sides[1].toInt()))
+                             : QSize();
+}
+
+/// The format by the name's extension, as the preference words it; empty for another.
+QString formatOf(const QString& path) {
+    const QString extension = QFileInfo(path).suffix().toLower();
+    if (extension == QLatin1String("jpg") || extension == QLatin1String("jpeg"))
+        return QStringLiteral("JPEG");
+    if (extension == QLatin1String("png")) return QStringLiteral("PNG");
+    if (extension == QLatin1String("tif") || extension == QLatin1String("tiff"))
+        return QStringLiteral("TIFF");
+    return {};
+}
+
+/// The player area as the viewer would show it: the picture fitted, with what the record and the preferences
+/// lay over it.
+AreaPicture areaOf(Movie& movie, const VideoFrame& frame, qint64 number, const QSize& size,
+                   const UserDefaults& defaults) {
+    AreaPicture area;
+    area.frame = frame;
+    const QSize shown = frame.displaySize();
+    area.geometry.setArea(size);
+    area.geometry.setMovie(shown.width(), shown.height(), float(shown.width()) / float(shown.height()));
+    area.mirrorLeftRight = defaults.boolForKey(QStringLiteral("mirrorY"));
+    area.mirrorUpsideDown = defaults.boolForKey(QStringLiteral("mirrorX"));
+    if (movie.applyGrade) area.colour = colourTransformOf(movie.grade());
+    if (defaults.boolForKey(QStringLiteral("showMask")))
+        area.mask = area.geometry.maskBars(defaults.doubleForKey(QStringLiteral("movieMaskRatio")));
+    area.maskOpacity = std::clamp(defaults.doubleForKey(QStringLiteral("movieMaskOpacity")), 0.0, 1.0);
+    area.movieSize = movie.mMovieWidth > 0 && movie.mMovieHeight > 0
+                         ? QSizeF(movie.mMovieWidth, movie.mMovieHeight)
+                         : QSizeF(shown);
+    if (defaults.boolForKey(QStringLiteral("displayDrawings")))
+        for (const auto& bookmark : movie.bookmarksForFrame(number))
+            if (bookmark->hasDrawings()) area.strokes.append(bookmark->drawings);
+    return area;
+}
+
+void snapshot(ToolContext& context, const SnapshotArguments& arguments) {
+    const QString out = QString::fromStdString(arguments.out);
+    const QSize size = parsedSize(arguments.size);
+    if (size.isEmpty()) return context.fail(out, QStringLiteral("no such size, it wants WIDTHxHEIGHT"));
+    const QString format = formatOf(out);
+    if (format.isEmpty())
+        return context.fail(out, QStringLiteral("no such format, it wants .jpg, .png or .tif"));
+    const std::optional<SessionItem> item = findItem(context, arguments.item);
+    if (!item) return;
+    const QString path = item->movie->filepathString;
+    const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(path);
+    if (!reader) return context.fail(path, reader.error().text);
+    const Result<VideoFrame> frame = (*reader)->read(arguments.frame - 1);
+    if (!frame) return context.fail(path, frame.error().text);
+    const AreaPicture area = areaOf(*item->movie, *frame, arguments.frame, size, context.defaults());
+    const float quality = context.defaults().floatForKey(QStringLiteral("compressionQuality"));
+    if (!writeSnapshot(renderAreaPicture(area, size), out, format, quality))
+        context.fail(out, QStringLiteral("it cannot be written"));
+}
+
+} // namespace
+
+void addSnapshotCommand(CLI::App& app, ToolContext& context) {
+    const auto arguments = std::make_shared<SnapshotArguments>();
+    CLI::App* command =
+        app.add_subcommand("snapshot", "The player area as the viewer would show it, as an image file.");
+    command->footer("Example: daylark-tool snapshot day1.dls --playlist 1 --item 3 --frame 42 --size "
+                    "1280x720 --out still.png");
+    arguments->item.addTo(*command);
+    command->add_option("--frame", arguments->frame, "frame number, from 1")->required();
+    command->add_option("--size", arguments->size, "WIDTHxHEIGHT of the player area in pixels")->required();
+    command->add_option("--out", arguments->out, "a .jpg, .png or .tif file")->required();
+    command->callback([&context, arguments] { snapshot(context, *arguments); });
+}
+
+} // namespace daylark::tool
