@@ -98,6 +98,8 @@ UserDefaults::Table preferencesTable() {
         {"notesExportFormat", text("CSV (Comma Separated Values)")},
         {"printBookmarksInNotes", yes},
         {"hideFileExtensionInNotes", yes},
+        {"pictureRenderer", text("Automatic")},
+        {"displayPlaybackStatistics", no},
     };
     UserDefaults::Table table;
     table.reserve(rows.size());

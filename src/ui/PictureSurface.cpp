@@ -24,6 +24,7 @@ PictureSurface::PictureSurface(QWidget* view, std::function<void(QPainter&)> pai
 
 PictureSurface::~PictureSurface() {
     release();
+    if (context()) context()->disconnect(this); // it goes after this part of the object
 }
 
 void PictureSurface::setScene(Scene scene) {

@@ -2,6 +2,7 @@
 
 #include "model/StatusCodes.h"
 #include "platform/UserDefaults.h"
+#include "ui/BookmarkCommands.h"
 #include "ui/Commands.h"
 #include "ui/FlagPopUp.h"
 #include "viewer/MoviePlayerController.h"
@@ -116,6 +117,28 @@ void addMovie(Commands& commands, MoviePlayerController& controller) {
     renameFlagCommands(commands, controller);
 }
 
+void addRange(Commands& commands, MoviePlayerController& controller) {
+    PlaybackRange& range = controller.range();
+    const auto hasMovie = [&controller] { return controller.currentMovie() != nullptr; };
+    const auto trims = [&controller] {
+        return controller.defaults().boolForKey(QStringLiteral("trimHandles"));
+    };
+    addAll(commands, {{"markIn", QT_TRANSLATE_NOOP("ViewerWindow", "Mark &In"), "", Qt::Key_I,
+                       [&] { range.markInPoint(); }, hasMovie},
+                      {"markOut", QT_TRANSLATE_NOOP("ViewerWindow", "Mark &Out"), "", Qt::Key_U,
+                       [&] { range.markOutPoint(); }, hasMovie},
+                      {"trimHandles", QT_TRANSLATE_NOOP("ViewerWindow", "&Trim Handles"), "", Qt::Key_R,
+                       [&] { range.toggleTrimHandles(); }, hasMovie, trims},
+                      {"resetHandles", QT_TRANSLATE_NOOP("ViewerWindow", "&Reset Handles"), "",
+                       Qt::SHIFT | Qt::Key_R, [&] { range.resetHandles(); }, hasMovie},
+                      {"counterToOne",
+                       QT_TRANSLATE_NOOP("ViewerWindow", "Set Frame Counter to &One"),
+                       "",
+                       {},
+                       [&] { controller.time().setFrameCounterToOne(); },
+                       hasMovie}});
+}
+
 constexpr const char* thumbnailChoices[] = {"Set Thumbnail Image", "First Frame", "Second Frame",
                                             "Middle Frame", "Last Frame"};
 
@@ -207,7 +230,9 @@ void addBookmarksAndView(Commands& commands, MoviePlayerController& controller,
             switchOf(controller, "filename", QT_TRANSLATE_NOOP("ViewerWindow", "File &Name on Picture"),
                      "displayFilename"),
             switchOf(controller, "bookmarkText",
-                     QT_TRANSLATE_NOOP("ViewerWindow", "Bookmark Te&xt on Picture"), "displayBookmarkText")});
+                     QT_TRANSLATE_NOOP("ViewerWindow", "Bookmark Te&xt on Picture"), "displayBookmarkText"),
+            switchOf(controller, "statistics", QT_TRANSLATE_NOOP("ViewerWindow", "Playback &Statistics"),
+                     "displayPlaybackStatistics")});
 }
 
 void fill(QMenu* menu, const Commands& commands, std::initializer_list<const char*> names) {
@@ -225,8 +250,10 @@ void addViewerCommands(Commands& commands, MoviePlayerController& controller,
                        const ViewerWindowActions& window) {
     addTransport(commands, controller);
     addMovie(commands, controller);
+    addRange(commands, controller);
     addThumbnails(commands, controller, window);
     addBookmarksAndView(commands, controller, window);
+    addBookmarkCommands(commands, controller);
 }
 
 void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
@@ -242,11 +269,14 @@ void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
     for (const char* choice : thumbnailChoices)
         thumbnails->addAction(commands.action(thumbnailCommandId(choice)));
     fill(movie, commands, {"-", "reveal", "copyPath", "copyFilename", "-", "close"});
-    fill(menuBar.addMenu(viewerText("&Bookmarks")), commands,
-         {"addBookmark", "goToBookmark", "deleteBookmark"});
+    fill(menuBar.addMenu(viewerText("&Range")), commands,
+         {"markIn", "markOut", "-", "trimHandles", "resetHandles"});
+    QMenu* bookmarks = menuBar.addMenu(viewerText("&Bookmarks"));
+    fill(bookmarks, commands, {"addBookmark", "goToBookmark", "deleteBookmark", "-"});
+    fillBookmarkMenu(bookmarks, commands);
     fill(menuBar.addMenu(viewerText("&View")), commands,
-         {"notes", "bookmarks", "playlistDrawer", "-", "counter", "timecode", "filename", "bookmarkText", "-",
-          "fullScreen", "leave"});
+         {"notes", "bookmarks", "playlistDrawer", "-", "counter", "counterToOne", "timecode", "filename",
+          "bookmarkText", "-", "statistics", "-", "fullScreen", "leave"});
     fill(menuBar.addMenu(viewerText("&Help")), commands, {"keys"});
 }
 

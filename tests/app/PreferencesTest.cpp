@@ -83,7 +83,7 @@ TEST(Preferences, TheTableHasEveryKeyOnceAndNoneThatIsOnlyStored) {
         EXPECT_TRUE(keys.insert(key).second) << key.toStdString();
         EXPECT_TRUE(value.isValid()) << key.toStdString();
     }
-    EXPECT_EQ(keys.size(), 80u);
+    EXPECT_EQ(keys.size(), 82u);
     for (const QString& key : {u"Session Path"_s, u"viewDualNotes"_s, u"openWithLaunchesViewer"_s,
                                u"autoSearchForMissingMedia"_s, u"autoSearchPath"_s})
         EXPECT_EQ(keys.count(key), 0u) << key.toStdString();
