@@ -33,6 +33,7 @@ private:
 /// Each adds its subcommands; what a subcommand does runs in CLI11's final callback.
 void addMediaCommands(CLI::App& app, ToolContext& context);
 void addTimecodeCommand(CLI::App& app, ToolContext& context);
+void addSnapshotCommand(CLI::App& app, ToolContext& context);
 void addSessionCommands(CLI::App& app, ToolContext& context);
 void addExportCommands(CLI::App& app, ToolContext& context);
 void addBenchCommands(CLI::App& app, ToolContext& context);

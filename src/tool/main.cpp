@@ -51,6 +51,7 @@ int main(int argc, char** argv) {
     app.parse_complete_callback([&] { overridePreferences(defaults, assignments); });
     addMediaCommands(app, context);
     addTimecodeCommand(app, context);
+    addSnapshotCommand(app, context);
     addSessionCommands(app, context);
     addExportCommands(app, context);
     addBenchCommands(app, context);

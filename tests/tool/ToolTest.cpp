@@ -179,6 +179,37 @@ TEST_F(Tool, SessionsAreMadeShownAndEdited) {
                          "b_shot,One. Two three,,Not Approved,\r"));
 }
 
+TEST_F(Tool, SnapshotsHoldWhatTheViewerWouldShow) {
+    makeSession(file("stills.dls"));
+    const auto snap = [](const char* out, const QStringList& more) {
+        const ToolRun run =
+            tool(QStringList{QStringLiteral("snapshot"), file("stills.dls"), QStringLiteral("--playlist"),
+                             QStringLiteral("1"), QStringLiteral("--item"), QStringLiteral("1"),
+                             QStringLiteral("--frame"), QStringLiteral("17"), QStringLiteral("--size"),
+                             QStringLiteral("800x360"), QStringLiteral("--out"), file(out)} +
+                 more);
+        EXPECT_EQ(run.status, 0) << run.err.constData();
+        return QImage(file(out));
+    };
+    const QImage plain = snap("still.png", {});
+    ASSERT_EQ(plain.size(), QSize(800, 360));
+    EXPECT_EQ(plain.pixelColor(40, 180), QColor(Qt::black)); // beside the picture
+    EXPECT_EQ(readBarCode(plain.copy(80, 0, 640, 360)), 17);
+    const QImage mirrored = snap("mirrored.tif", {QStringLiteral("--defaults"), QStringLiteral("mirrorY=1")});
+    EXPECT_EQ(readBarCode(mirrored.copy(80, 0, 640, 360).mirrored(true, false)), 17);
+    const QImage masked =
+        snap("masked.png", {QStringLiteral("--defaults"), QStringLiteral("showMask=1"),
+                            QStringLiteral("--defaults"), QStringLiteral("movieMaskOpacity=1")});
+    EXPECT_EQ(masked.pixelColor(400, 20), QColor(Qt::black));
+    EXPECT_EQ(masked.pixelColor(400, 180), plain.pixelColor(400, 180));
+    EXPECT_EQ(tool({QStringLiteral("snapshot"), file("stills.dls"), QStringLiteral("--playlist"),
+                    QStringLiteral("1"), QStringLiteral("--item"), QStringLiteral("1"),
+                    QStringLiteral("--frame"), QStringLiteral("17"), QStringLiteral("--size"),
+                    QStringLiteral("0x10"), QStringLiteral("--out"), file("none.png")})
+                  .status,
+              1);
+}
+
 TEST_F(Tool, WrongUsageIsTwoAndBadFilesAreOne) {
     EXPECT_EQ(tool({}).status, 2);
     EXPECT_EQ(tool({QStringLiteral("frame"), file("Day 1/a_shot.mov")}).status, 2);
