@@ -1,19 +1,17 @@
 #include "ui/BookmarkPanel.h"
 
-#include "model/Bookmark.h"
 #include "platform/UserDefaults.h"
+#include "ui/BookmarkCommands.h"
+#include "ui/BookmarkTable.h"
 #include "ui/Commands.h"
+#include "ui/RowSlide.h"
 #include "ui/Theme.h"
 #include "viewer/ViewerBookmarks.h"
 
-#include <QAbstractTableModel>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QLineEdit>
+#include <QMenu>
 #include <QShortcut>
-#include <QStyledItemDelegate>
-#include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -23,221 +21,62 @@ namespace daylark {
 
 namespace {
 
-const QString bookmarkColumnsKey = QStringLiteral("viewerBookmarkColumns");
+const QString bookmarkColumnsKey = QStringLiteral("viewerBookmarkTableColumns");
 
-/// Keys that write or move belong to the cell being edited, not to the transport.
-class CellTextField : public QLineEdit {
-public:
-    using QLineEdit::QLineEdit;
-
-protected:
-    bool event(QEvent* event) override {
-        if (event->type() == QEvent::ShortcutOverride) {
-            const auto* key = static_cast<QKeyEvent*>(event);
-            if (!(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) &&
-                key->key() != Qt::Key_Escape) {
-                event->accept();
-                return true;
-            }
-        }
-        return QLineEdit::event(event);
-    }
-};
-
-class BookmarkDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const override {
-        auto* editor = new CellTextField(parent);
-        editor->setFrame(false);
-        return editor;
-    }
-};
-
-QFont smallNumberFont() {
-    QFont font = theme::numberFont();
-    font.setPointSizeF(theme::smallFont().pointSizeF());
-    return font;
-}
-
-bool isText(int column) {
-    return column == BookmarkPanel::descriptionColumn || column == BookmarkPanel::noteColumn;
+/// A flat button that opens a menu of commands.
+QToolButton* menuButton(const Commands& commands, const QString& iconName, const QString& title,
+                        const char* const* first, const char* const* last, QWidget* parent) {
+    auto* button = new QToolButton(parent);
+    button->setObjectName(iconName + QStringLiteral("Menu"));
+    button->setAutoRaise(true);
+    button->setIcon(theme::icon(iconName));
+    button->setIconSize({16, 16});
+    button->setMinimumSize(24, 24);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setToolTip(title);
+    button->setAccessibleName(title);
+    auto* menu = new QMenu(button);
+    for (const char* const* id = first; id != last; ++id)
+        menu->addAction(commands.action(QLatin1String(*id)));
+    button->setMenu(menu);
+    return button;
 }
 
 } // namespace
-
-class BookmarkPanel::Rows : public QAbstractTableModel {
-public:
-    explicit Rows(ViewerBookmarks& bookmarks)
-        : source_(bookmarks)
-        , bookmarks_(bookmarks.bookmarks()) {}
-
-    int rowCount(const QModelIndex& parent) const override {
-        return parent.isValid() ? 0 : int(bookmarks_.size());
-    }
-    int columnCount(const QModelIndex& parent) const override {
-        return parent.isValid() ? 0 : int(BookmarkPanel::columnCount);
-    }
-    Qt::ItemFlags flags(const QModelIndex& index) const override {
-        const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-        return isText(index.column()) ? flags | Qt::ItemIsEditable : flags;
-    }
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
-        if (orientation == Qt::Vertical) return {};
-        if (role == Qt::TextAlignmentRole) return int(alignmentOf(section));
-        if (role != Qt::DisplayRole) return {};
-        const char* const titles[] = {"",     "First TC", "Last TC",     "First",
-                                      "Last", "Frames",   "Description", "Note"};
-        return QString::fromLatin1(titles[section]);
-    }
-    QVariant data(const QModelIndex& index, int role) const override {
-        const auto bookmark = at(index.row());
-        if (!bookmark) return {};
-        switch (role) {
-        case Qt::DisplayRole:
-        case Qt::EditRole:
-            return textOf(*bookmark, index.column());
-        case Qt::ToolTipRole:
-            return isText(index.column()) ? textOf(*bookmark, index.column()) : QString();
-        case Qt::DecorationRole:
-            return index.column() == activeColumn ? QVariant(theme::icon(imageName(bookmark))) : QVariant();
-        case Qt::AccessibleDescriptionRole:
-            return isActive(bookmark) ? QStringLiteral("active") : QString();
-        case Qt::BackgroundRole:
-            return isActive(bookmark) ? QVariant(QColor(0x2c, 0x38, 0x2d)) : QVariant();
-        case Qt::FontRole:
-            return index.column() >= firstTCColumn && index.column() <= durationColumn ? numbers_ : words_;
-        case Qt::TextAlignmentRole:
-            return int(alignmentOf(index.column()));
-        default:
-            return {};
-        }
-    }
-    bool setData(const QModelIndex& index, const QVariant& value, int role) override {
-        const auto bookmark = at(index.row());
-        if (!bookmark || role != Qt::EditRole || !isText(index.column())) return false;
-        // An untouched empty text stays "none".
-        if (value.toString() == textOf(*bookmark, index.column())) return true;
-        if (index.column() == descriptionColumn)
-            source_.setOverlayString(bookmark, value.toString());
-        else
-            source_.setOverlayString2(bookmark, value.toString());
-        return true;
-    }
-    std::shared_ptr<Bookmark> at(int row) const {
-        return row >= 0 && row < int(bookmarks_.size()) ? bookmarks_[size_t(row)] : nullptr;
-    }
-    int rowOf(const std::shared_ptr<Bookmark>& bookmark) const {
-        const auto found = std::find(bookmarks_.begin(), bookmarks_.end(), bookmark);
-        return found == bookmarks_.end() ? -1 : int(found - bookmarks_.begin());
-    }
-    /// Takes the list as it is now; only another list or order resets the rows.
-    void reload() {
-        auto now = source_.bookmarks();
-        if (now == bookmarks_) return rowsChanged();
-        beginResetModel();
-        bookmarks_ = std::move(now);
-        endResetModel();
-    }
-    void rowsChanged() {
-        if (!bookmarks_.empty())
-            Q_EMIT dataChanged(index(0, 0),
-                               index(int(bookmarks_.size()) - 1, BookmarkPanel::columnCount - 1));
-    }
-
-private:
-    static Qt::Alignment alignmentOf(int column) {
-        const bool number = column >= firstFrameColumn && column <= durationColumn;
-        return Qt::AlignVCenter | (column == activeColumn ? Qt::AlignHCenter
-                                   : number               ? Qt::AlignRight
-                                                          : Qt::AlignLeft);
-    }
-    static QString textOf(const Bookmark& bookmark, int column) {
-        switch (column) {
-        case firstTCColumn:
-            return bookmark.firstTC;
-        case lastTCColumn:
-            return bookmark.lastTC;
-        case firstFrameColumn:
-            return QString::number(bookmark.firstFrame);
-        case lastFrameColumn:
-            return QString::number(bookmark.lastFrame);
-        case durationColumn:
-            return QString::number(bookmark.duration);
-        case descriptionColumn:
-            return bookmark.overlayString;
-        case noteColumn:
-            return bookmark.overlayString2;
-        default:
-            return {};
-        }
-    }
-    bool isActive(const std::shared_ptr<Bookmark>& bookmark) const {
-        const auto& active = source_.activeBookmarks();
-        return std::find(active.begin(), active.end(), bookmark) != active.end();
-    }
-    QString imageName(const std::shared_ptr<Bookmark>& bookmark) const {
-        if (bookmark->mute) return QStringLiteral("NSStatusUnavailable");
-        return isActive(bookmark) ? QStringLiteral("NSStatusAvailable") : QStringLiteral("NSStatusNone");
-    }
-
-    ViewerBookmarks& source_;
-    std::vector<std::shared_ptr<Bookmark>> bookmarks_;
-    QFont numbers_ = smallNumberFont(), words_ = theme::smallFont();
-};
 
 BookmarkPanel::BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, UserDefaults& defaults,
                              QWidget* parent)
     : QWidget(parent)
     , bookmarks_(bookmarks)
     , defaults_(defaults)
-    , rows_(std::make_unique<Rows>(bookmarks))
-    , table_(new QTableView(this)) {
+    , rows_(std::make_unique<BookmarkRows>(bookmarks))
+    , table_(new BookmarkTable(*rows_, this))
+    , slide_(new RowSlide(table_, [this](int row) { return rows_->at(row).get(); })) {
     setObjectName(QStringLiteral("bookmarkPanel"));
     table_->setObjectName(QStringLiteral("bookmarkTable"));
     table_->setAccessibleName(tr("Bookmarks"));
-    table_->setModel(rows_.get());
-    table_->setItemDelegate(new BookmarkDelegate(table_));
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setSelectionMode(QAbstractItemView::SingleSelection);
     table_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     table_->setShowGrid(false);
     table_->setWordWrap(false);
     table_->setTabKeyNavigation(false);
+    table_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     table_->verticalHeader()->hide();
-    table_->verticalHeader()->setDefaultSectionSize(24);
+    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table_->verticalHeader()->setDefaultSectionSize(BookmarkTable::buttonSide);
     table_->horizontalHeader()->setHighlightSections(false);
+    table_->setContextMenuPolicy(Qt::CustomContextMenu);
     arrangeColumns();
 
-    QToolButton* add = commands.button(QStringLiteral("viewer.addBookmark"), this);
-    auto* remove = new QToolButton(this);
-    auto* goTo = new QToolButton(this);
-    const auto dress = [](QToolButton* button, const QString& iconName, const QString& text) {
-        button->setAutoRaise(true);
-        button->setIcon(theme::icon(iconName));
-        button->setMinimumSize(24, 24);
-        button->setToolTip(text);
-        button->setAccessibleName(text);
-        button->setFocusPolicy(Qt::TabFocus);
-        button->setObjectName(iconName);
-    };
-    dress(remove, QStringLiteral("remove"), tr("Delete Bookmark (Del)"));
-    dress(goTo, QStringLiteral("goToFirst"), tr("Go to First Frame (Return)"));
-    auto* buttons = new QVBoxLayout;
-    buttons->setSpacing(4);
-    for (QToolButton* button : {add, remove, goTo})
-        buttons->addWidget(button);
-    buttons->addStretch(1);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(8, 4, 8, 8);
-    layout->setSpacing(8);
-    layout->addLayout(buttons);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(8, 0, 8, 8);
+    layout->setSpacing(4);
+    layout->addLayout(buttonStrip(commands));
     layout->addWidget(table_, 1);
     setMinimumHeight(112);
 
-    connect(remove, &QToolButton::clicked, this, &BookmarkPanel::deleteSelected);
-    connect(goTo, &QToolButton::clicked, this, &BookmarkPanel::goToSelected);
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(key, table_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
                 &BookmarkPanel::goToSelected);
@@ -245,10 +84,17 @@ BookmarkPanel::BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, Use
         connect(new QShortcut(key, table_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, this,
                 &BookmarkPanel::deleteSelected);
     connect(table_, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
-        if (!isText(index.column())) goToSelected();
+        if (!(rows_->flags(index) & Qt::ItemIsEditable)) goToSelected();
     });
+    connect(table_, &BookmarkTable::buttonPressed, this, [this](int row, int tag) {
+        if (tag == bookmarkTag::remove)
+            deleteRow(row);
+        else
+            bookmarks_.bookmarkButtonPress({{}, tag}, row);
+    });
+    connect(table_, &QWidget::customContextMenuRequested, this, &BookmarkPanel::showRowMenu);
     connect(&bookmarks_, &ViewerBookmarks::bookmarksChanged, this, &BookmarkPanel::refresh);
-    connect(&bookmarks_, &ViewerBookmarks::activeBookmarksChanged, this, [this] { rows_->rowsChanged(); });
+    connect(&bookmarks_, &ViewerBookmarks::activeBookmarksChanged, rows_.get(), &BookmarkRows::rowsChanged);
 }
 
 BookmarkPanel::~BookmarkPanel() {
@@ -257,25 +103,54 @@ BookmarkPanel::~BookmarkPanel() {
     table_->setModel(nullptr);
 }
 
+QHBoxLayout* BookmarkPanel::buttonStrip(Commands& commands) {
+    auto* strip = new QHBoxLayout;
+    strip->setSpacing(4);
+    for (const char* id : {"viewer.addBookmark", "viewer.previousBookmark", "viewer.nextBookmark"})
+        strip->addWidget(commands.button(QLatin1String(id), this));
+    strip->addSpacing(12);
+    using namespace bookmarkCommand;
+    strip->addWidget(menuButton(commands, QStringLiteral("mute"), tr("Mute Bookmarks"), std::begin(muting),
+                                std::end(muting), this));
+    strip->addWidget(menuButton(commands, QStringLiteral("copy"), tr("Copy Bookmarks"), std::begin(copying),
+                                std::end(copying), this));
+    strip->addWidget(commands.button(QStringLiteral("viewer.pasteBookmarks"), this));
+    strip->addSpacing(12);
+    for (const char* id : {"viewer.deleteActiveBookmarks", "viewer.deleteAllBookmarks"})
+        strip->addWidget(commands.button(QLatin1String(id), this));
+    strip->addStretch(1);
+    return strip;
+}
+
+// The two texts share what the numbers leave; those keep the widths they are given.
 void BookmarkPanel::arrangeColumns() {
     QHeaderView* header = table_->horizontalHeader();
     header->setMinimumSectionSize(24);
-    header->setStretchLastSection(true);
-    if (header->restoreState(QByteArray::fromBase64(defaults_.stringForKey(bookmarkColumnsKey).toLatin1())))
-        return;
-    const QFontMetrics numbers(smallNumberFont());
-    const int timecode = numbers.horizontalAdvance(QStringLiteral("00:00:00:00")) + 20;
-    const int frames = numbers.horizontalAdvance(QStringLiteral("0000000")) + 16;
-    const int widths[] = {28, timecode, timecode, frames, frames, frames, 280, 240};
-    for (int column = 0; column < columnCount; ++column)
+    const QFontMetrics numbers(BookmarkRows::numberFont());
+    const int timecode = numbers.horizontalAdvance(QStringLiteral("00:00:00:00")) + 16;
+    const int frames = numbers.horizontalAdvance(QStringLiteral("000000")) + 12;
+    const int side = BookmarkTable::buttonSide;
+    const int widths[] = {28,  timecode, timecode,    frames + 2 * side, frames + 2 * side, frames + side,
+                          200, 160,      3 * side + 4};
+    if (!header->restoreState(QByteArray::fromBase64(defaults_.stringForKey(bookmarkColumnsKey).toLatin1())))
+        for (int column = 0; column < BookmarkRows::columnsInAll; ++column)
+            table_->setColumnWidth(column, widths[column]);
+    for (const int column : {BookmarkRows::descriptionColumn, BookmarkRows::noteColumn})
+        header->setSectionResizeMode(column, QHeaderView::Stretch);
+    for (const int column : {BookmarkRows::activeColumn, BookmarkRows::actionsColumn}) {
+        header->setSectionResizeMode(column, QHeaderView::Fixed);
         table_->setColumnWidth(column, widths[column]);
+    }
 }
 
 void BookmarkPanel::refresh() {
+    if (rows_->isUpToDate()) return rows_->rowsChanged();
     const auto selected = selectedBookmark();
+    slide_->remember();
     rows_->reload();
     if (const int row = rows_->rowOf(selected); row >= 0 && selected != selectedBookmark())
         table_->selectRow(row);
+    slide_->play();
 }
 
 std::shared_ptr<Bookmark> BookmarkPanel::selectedBookmark() const {
@@ -283,15 +158,31 @@ std::shared_ptr<Bookmark> BookmarkPanel::selectedBookmark() const {
 }
 
 void BookmarkPanel::goToSelected() {
-    if (const auto bookmark = selectedBookmark()) bookmarks_.goToFirstFrameOf(bookmark);
+    bookmarks_.bookmarkButtonPress({{}, bookmarkTag::goToFirst}, table_->currentIndex().row());
 }
 
 void BookmarkPanel::deleteSelected() {
-    const int row = table_->currentIndex().row();
-    const auto bookmark = selectedBookmark();
-    if (!bookmark) return;
-    bookmarks_.removeBookmark(bookmark);
-    if (const int rows = rows_->rowCount({}); rows > 0) table_->selectRow(std::min(row, rows - 1));
+    if (selectedBookmark()) deleteRow(table_->currentIndex().row());
+}
+
+/// The row that follows takes the selection over.
+void BookmarkPanel::deleteRow(int row) {
+    bookmarks_.bookmarkButtonPress({{}, bookmarkTag::remove}, row);
+    if (const int rows = rows_->rowCount(); rows > 0) table_->selectRow(std::min(row, rows - 1));
+}
+
+void BookmarkPanel::showRowMenu(const QPoint& position) {
+    const QModelIndex hit = table_->indexAt(position);
+    const int row = hit.isValid() ? hit.row() : table_->currentIndex().row();
+    if (!rows_->at(row)) return;
+    table_->selectRow(row);
+    QMenu menu(this);
+    for (const BookmarkButton& button : BookmarkTable::buttons) {
+        if (button.tag == bookmarkTag::mute) menu.addSeparator();
+        menu.addAction(table_->buttonTitle(button, row), table_,
+                       [this, row, tag = button.tag] { Q_EMIT table_->buttonPressed(row, tag); });
+    }
+    menu.exec(table_->viewport()->mapToGlobal(position));
 }
 
 } // namespace daylark

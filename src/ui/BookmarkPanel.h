@@ -1,55 +1,50 @@
 #pragma once
 
+#include "ui/BookmarkRows.h"
+
 #include <QWidget>
 
 #include <memory>
 
-class QTableView;
+class QHBoxLayout;
 
 namespace daylark {
 
-class Bookmark;
+class BookmarkTable;
 class Commands;
+class RowSlide;
 class UserDefaults;
 class ViewerBookmarks;
 
-/// The bookmarks of the movie on screen as a table, its two texts editable in place, the rows that cover the
-/// frame on screen brightened. A double-click beside the texts, Return or the button goes to the bookmark's
-/// first frame. Owned by the viewer window; interface thread.
+/// The bookmarks of the movie on screen as a table with buttons in every row, its texts and lengths editable
+/// in place, the rows that cover the frame on screen brightened; over it what is done with all of them. A
+/// double-click beside the texts or Return goes to the bookmark's first frame, Delete deletes it, the context
+/// menu has every button of the row. Owned by the viewer window; interface thread.
 class BookmarkPanel : public QWidget {
     Q_OBJECT
 public:
-    enum Column {
-        activeColumn,
-        firstTCColumn,
-        lastTCColumn,
-        firstFrameColumn,
-        lastFrameColumn,
-        durationColumn,
-        descriptionColumn,
-        noteColumn,
-        columnCount
-    };
-
-    /// `commands` has "viewer.addBookmark".
+    /// `commands` has "viewer.addBookmark" and those of `addBookmarkCommands`.
     BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, UserDefaults& defaults,
                   QWidget* parent = nullptr);
     ~BookmarkPanel() override;
 
-    [[nodiscard]] QTableView* table() const { return table_; }
+    [[nodiscard]] BookmarkTable* table() const { return table_; }
     [[nodiscard]] std::shared_ptr<Bookmark> selectedBookmark() const;
     void goToSelected();
     void deleteSelected();
 
 private:
-    class Rows;
-    void refresh();
+    [[nodiscard]] QHBoxLayout* buttonStrip(Commands& commands);
     void arrangeColumns();
+    void refresh();
+    void showRowMenu(const QPoint& position);
+    void deleteRow(int row);
 
     ViewerBookmarks& bookmarks_;
     UserDefaults& defaults_;
-    std::unique_ptr<Rows> rows_;
-    QTableView* table_;
+    std::unique_ptr<BookmarkRows> rows_;
+    BookmarkTable* table_;
+    RowSlide* slide_;
 };
 
 } // namespace daylark

@@ -1,6 +1,7 @@
 #include "ViewerWindowFixture.h"
 
 #include "ui/BookmarkPanel.h"
+#include "ui/BookmarkTable.h"
 #include "ui/FlagPopUp.h"
 #include "ui/NotesPanel.h"
 #include "ui/PlaylistDrawer.h"
@@ -97,14 +98,14 @@ TEST_F(ViewerReviewTest, BookmarkKeyMarksTheFrameOnScreen) {
     QTableView* table = window->bookmarks()->table();
     ASSERT_TRUE(table->isVisible());
     const auto cell = [&](int column) { return table->model()->index(0, column); };
-    EXPECT_EQ(cell(BookmarkPanel::firstFrameColumn).data().toInt(), 10);
+    EXPECT_EQ(cell(BookmarkRows::firstFrameColumn).data().toInt(), 10);
     EXPECT_TRUE(cell(0).data(Qt::BackgroundRole).isValid()) << "covers the frame on screen";
     key(Qt::Key_Home);
     EXPECT_FALSE(cell(0).data(Qt::BackgroundRole).isValid());
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
-                      table->visualRect(cell(BookmarkPanel::durationColumn)).center());
+                      table->visualRect(cell(BookmarkRows::firstTCColumn)).center());
     QTest::mouseDClick(table->viewport(), Qt::LeftButton, {},
-                       table->visualRect(cell(BookmarkPanel::durationColumn)).center());
+                       table->visualRect(cell(BookmarkRows::firstTCColumn)).center());
     EXPECT_SHOWN(10);
 }
 
@@ -113,7 +114,7 @@ TEST_F(ViewerReviewTest, BookmarkTextTypedInTheTableStandsOverThePictureAndDelet
     key(Qt::Key_B);
     key(Qt::Key_B, Qt::ShiftModifier);
     QTableView* table = window->bookmarks()->table();
-    const QModelIndex text = table->model()->index(0, BookmarkPanel::descriptionColumn);
+    const QModelIndex text = table->model()->index(0, BookmarkRows::descriptionColumn);
     table->setFocus();
     table->setCurrentIndex(text);
     QTest::keyClick(table, Qt::Key_F2);

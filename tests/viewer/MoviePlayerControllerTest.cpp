@@ -1,6 +1,8 @@
+#include "support/TimecodeMovie.h"
 #include "viewer/ViewerFixture.h"
 
 #include <QColor>
+#include <QFile>
 #include <QTemporaryDir>
 
 namespace daylark {
@@ -118,6 +120,24 @@ TEST_F(MoviePlayerControllerTest, TheTimecodeTrackArrivesBehindThePictureAndNeve
     ASSERT_TRUE(settled());
     ASSERT_TRUE(bench::waitUntil([&] { return probed.count() > before; })); // every track is through by then
     EXPECT_EQ(time.stripTimecode(), QStringLiteral("00:00:00:00"));
+}
+
+TEST_F(MoviePlayerControllerTest, AMovieOfNothingButTimecodeIsToldAndHarmsNothing) {
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("only.mov")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(test::TimecodeMovie::file({{"tmcd", 0, 24, {test::TimecodeMovie::bytes(qint32(86400))}}}));
+    file.close();
+    prefer("trimHandles", true);
+    controller.open({record(file.fileName()), first}, 0);
+    ASSERT_TRUE(bench::waitUntil([this] { return alerts.shown.size() == 1; }));
+    time.setFrameCounterToOne();
+    controller.range().markInPoint();
+    controller.updateGUI();
+    EXPECT_TRUE(time.stripTimecode().isEmpty());
+    transport.displayNextMovie();
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(bench::pictureNumber(player), 10) << "behind the head handle";
 }
 
 TEST_F(MoviePlayerControllerTest, ClosingPutsThePlaceTheColoursAndTheSessionBack) {

@@ -1,9 +1,38 @@
 #include "viewer/ViewerFixture.h"
 
+#include <algorithm>
+
 namespace daylark {
 namespace {
 
-class ViewerBookmarksTest : public ViewerFixture {};
+class ViewerBookmarksTest : public ViewerFixture {
+protected:
+    std::shared_ptr<Bookmark> mark(qint64 first, qint64 last) {
+        const auto bookmark = std::make_shared<Bookmark>(first, last - first + 1, 24.0f);
+        edits.addBookmarks(controller.currentMovie(), {bookmark});
+        bookmarks.sortBookmarks();
+        return bookmark;
+    }
+    void press(int tag, const std::shared_ptr<Bookmark>& bookmark) {
+        const auto all = bookmarks.bookmarks();
+        const auto found = std::find(all.begin(), all.end(), bookmark);
+        ASSERT_NE(found, all.end());
+        bookmarks.bookmarkButtonPress({{}, tag}, found - all.begin());
+    }
+    PlaybackRange& range = controller.range();
+};
+
+Drawing strokesOf(int count, const QColor& colour) {
+    Drawing drawing;
+    for (int stroke = 0; stroke < count; ++stroke) {
+        drawing.strokesArray.push_back({{double(stroke), 1.0}});
+        drawing.brushTypeArray.push_back(1);
+        drawing.colourArray.push_back(colour);
+        drawing.widthArray.push_back(4);
+        drawing.opacityArray.push_back(1);
+    }
+    return drawing;
+}
 
 TEST_F(ViewerBookmarksTest, ABookmarkStartsOnTheFrameShownAndLastsAsPreferred) {
     showFrames(60);
@@ -63,6 +92,223 @@ TEST_F(ViewerBookmarksTest, GoingToABookmarkShowsItsFrameAtEveryRate) {
     goTo(5);
     bookmarks.goToFirstFrameOf(beyond);
     EXPECT_EQ(bench::settledPicture(player), 60);
+}
+
+TEST_F(ViewerBookmarksTest, SettingInOrOutPastTheOtherEndCollapsesOntoTheFrameShown) {
+    showFrames(60);
+    const auto early = mark(5, 8), late = mark(20, 30);
+    goTo(25);
+    press(bookmarkTag::setIn, early);
+    EXPECT_EQ(std::tuple(early->firstFrame, early->lastFrame, early->duration), std::tuple(25, 25, 1));
+    EXPECT_EQ(early->firstTC, QStringLiteral("00:00:01:00"));
+    EXPECT_EQ(early->lastTC, early->firstTC);
+    EXPECT_EQ(bookmarks.bookmarks(), (ViewerBookmarks::Bookmarks{late, early})) << "sorted anew";
+    press(bookmarkTag::setOut, late);
+    EXPECT_EQ(std::tuple(late->firstFrame, late->lastFrame, late->duration), std::tuple(20, 25, 6));
+    goTo(3);
+    press(bookmarkTag::setOut, late);
+    EXPECT_EQ(std::tuple(late->firstFrame, late->lastFrame, late->duration), std::tuple(3, 3, 1));
+    EXPECT_EQ(late->firstTC, QStringLiteral("00:00:00:02"));
+}
+
+TEST_F(ViewerBookmarksTest, ATypedLengthMovesTheLastFrameAndNothingBelowOneIsTaken) {
+    showFrames(60);
+    const auto first = mark(10, 19), second = mark(10, 14);
+    ASSERT_EQ(bookmarks.bookmarks().front(), second);
+    QSignalSpy announced(&bookmarks, &ViewerBookmarks::bookmarksChanged);
+    bookmarks.setDuration(second, 24);
+    EXPECT_EQ(second->lastFrame, 33);
+    EXPECT_EQ(bookmarks.bookmarks().front(), first);
+    EXPECT_EQ(announced.count(), 1);
+    bookmarks.setDuration(second, 0);
+    bookmarks.setDuration(second, -5);
+    EXPECT_EQ(second->duration, 24);
+    edits.editBookmark(controller.currentMovie(), second, [](Bookmark& b) { b.duration = 2; });
+    press(bookmarkTag::fromDuration, second);
+    EXPECT_EQ(second->lastFrame, 11);
+}
+
+TEST_F(ViewerBookmarksTest, ALoopHoldsItsBookmarkAndOnlyOneLoops) {
+    showFrames(60);
+    const auto first = mark(5, 10), second = mark(20, 30);
+    press(bookmarkTag::loop, first);
+    EXPECT_TRUE(first->loopStatus);
+    EXPECT_EQ(first->loopImage.name(), QStringLiteral("loop_ON.png"));
+    EXPECT_EQ(range.bars(), (PlaybackRange::BarState{5, 10, 60, true}));
+    press(bookmarkTag::loop, second);
+    EXPECT_FALSE(first->loopStatus);
+    EXPECT_EQ(first->loopImage.name(), QStringLiteral("loop_OFF.png"));
+    EXPECT_TRUE(second->loopStatus) << "a loop of another bookmark takes no second press";
+    EXPECT_EQ(range.firstFrameForLoop(), 20);
+    goTo(25);
+    press(bookmarkTag::setIn, second);
+    EXPECT_EQ(range.bars(), (PlaybackRange::BarState{25, 30, 60, true})) << "follows its bookmark";
+    press(bookmarkTag::loop, second);
+    EXPECT_FALSE(second->loopStatus);
+    EXPECT_FALSE(range.isLooping());
+    EXPECT_FALSE(range.bars().shown);
+
+    press(bookmarkTag::loop, second);
+    press(bookmarkTag::remove, first);
+    EXPECT_TRUE(range.isLooping()) << "another one went";
+    press(bookmarkTag::remove, second);
+    EXPECT_FALSE(range.isLooping());
+    EXPECT_FALSE(range.bars().shown);
+}
+
+TEST_F(ViewerBookmarksTest, WithHandlesTrimmedTheFirstPressOnlyEndsTheirRange) {
+    showFrames(60);
+    const auto bookmark = mark(20, 30);
+    prefer("trimHandles", true);
+    ASSERT_TRUE(range.isLooping());
+    press(bookmarkTag::loop, bookmark);
+    EXPECT_FALSE(range.isLooping());
+    EXPECT_FALSE(bookmark->loopStatus);
+    EXPECT_TRUE(defaults.boolForKey(QStringLiteral("trimHandles")));
+    press(bookmarkTag::loop, bookmark);
+    EXPECT_TRUE(bookmark->loopStatus);
+    EXPECT_EQ(range.firstFrameForLoop(), 20);
+    EXPECT_FALSE(defaults.boolForKey(QStringLiteral("trimHandles")));
+    prefer("trimHandles", true);
+    EXPECT_FALSE(bookmark->loopStatus) << "a range of handles ends the loop";
+    EXPECT_EQ(range.firstFrameForLoop(), 10);
+}
+
+TEST_F(ViewerBookmarksTest, BookmarksBeyondTheEndLeadToTheLastFrame) {
+    showFrames(60);
+    const auto beyond = mark(100, 200);
+    for (const int tag : {bookmarkTag::goToFirst, bookmarkTag::goToLast, bookmarkTag::loop}) {
+        goTo(5);
+        press(tag, beyond);
+        EXPECT_EQ(bench::settledPicture(player), 60) << tag;
+    }
+    EXPECT_TRUE(beyond->loopStatus);
+    EXPECT_FALSE(range.bars().shown);
+    goTo(5);
+    bookmarks.goToNextBookmark();
+    EXPECT_EQ(bench::settledPicture(player), 60);
+    bookmarks.bookmarkButtonPress({{}, bookmarkTag::goToFirst}, 7); // no such row
+    bookmarks.bookmarkButtonPress({{}, bookmarkTag::goToFirst}, -1);
+    EXPECT_EQ(player.currentFrame(), 60);
+}
+
+TEST_F(ViewerBookmarksTest, TheMuteMenuActsByTitleAndInvertingTwiceGivesTheMutesBack) {
+    showFrames(60);
+    const auto a = mark(1, 60), b = mark(2, 60), c = mark(3, 60);
+    goTo(5);
+    press(bookmarkTag::mute, b);
+    EXPECT_EQ(b->activeImage.name(), QStringLiteral("NSStatusUnavailable"));
+    EXPECT_EQ(bookmarks.activeBookmarks(), (ViewerBookmarks::Bookmarks{a, c}));
+    const auto mutes = [&] { return std::tuple(a->mute, b->mute, c->mute); };
+    const auto menu = [&](const char* title) { bookmarks.setMuteValues({QLatin1String(title), 0}); };
+    QSignalSpy announced(&bookmarks, &ViewerBookmarks::bookmarksChanged);
+    menu("Invert Muted Bookmarks");
+    EXPECT_EQ(announced.count(), 1) << "one action, told once";
+    EXPECT_EQ(mutes(), std::tuple(true, false, true));
+    EXPECT_EQ(bookmarks.activeBookmarks(), ViewerBookmarks::Bookmarks{b});
+    EXPECT_EQ(b->activeImage.name(), QStringLiteral("NSStatusAvailable"));
+    menu("Invert Muted Bookmarks");
+    EXPECT_EQ(mutes(), std::tuple(false, true, false));
+    menu("Mute All Bookmarks");
+    EXPECT_EQ(mutes(), std::tuple(true, true, true));
+    EXPECT_TRUE(bookmarks.activeBookmarks().empty());
+    menu("Mute Everything");
+    menu("Unmute All Bookmarks");
+    EXPECT_EQ(mutes(), std::tuple(false, false, false));
+}
+
+TEST_F(ViewerBookmarksTest, CopiesAreIndependentAndGoFromMovieToMovie) {
+    const auto one = record(bench::movie({.frames = 60, .group = 12}));
+    const auto other = record(bench::movie({.frames = 48, .group = 12}));
+    show({one, other});
+    const auto loud = mark(10, 20), muted = mark(5, 6);
+    bookmarks.setOverlayString(loud, QStringLiteral("boom"));
+    loud->addDrawingToBookmark(strokesOf(1, Qt::red));
+    press(bookmarkTag::mute, muted);
+    bookmarks.copySelectedBookmarks({QStringLiteral("Copy Unmuted Bookmarks"), 0});
+    bookmarks.setOverlayString(loud, QStringLiteral("changed since"));
+    press(bookmarkTag::mute, loud);
+    bookmarks.copySelectedBookmarks({QStringLiteral("Copy Unmuted Bookmarks"), 0});
+    ASSERT_EQ(bookmarks.copiedBookmarks().size(), 1u) << "nothing to copy: the earlier copy stays";
+
+    controller.list().setSelectionIndex(1);
+    ASSERT_TRUE(settled());
+    bookmarks.pasteCopiedBookmarks();
+    bookmarks.pasteCopiedBookmarks();
+    const auto pasted = bookmarks.bookmarks();
+    ASSERT_EQ(pasted.size(), 2u);
+    EXPECT_EQ(pasted[0]->overlayString, QStringLiteral("boom"));
+    EXPECT_EQ(pasted[0]->drawings, strokesOf(1, Qt::red));
+    EXPECT_EQ(other->drawingIcon.name(), QStringLiteral("dl-brushActive-01.png"));
+    bookmarks.setOverlayString(pasted[0], QStringLiteral("mine"));
+    EXPECT_EQ(pasted[1]->overlayString, QStringLiteral("boom"));
+    bookmarks.copySelectedBookmarks({QStringLiteral("Copy All Bookmarks"), 0});
+    EXPECT_EQ(bookmarks.copiedBookmarks().size(), 2u);
+    EXPECT_EQ(one->bookmarkStore.size(), 2u);
+}
+
+TEST_F(ViewerBookmarksTest, NextAndPreviousPassOverMutedOnesAndStopAtTheEnds) {
+    showFrames(60);
+    mark(10, 12);
+    press(bookmarkTag::mute, mark(20, 22));
+    mark(30, 32);
+    std::vector<qint64> way;
+    for (int turn = 0; turn < 3; ++turn) {
+        bookmarks.goToNextBookmark();
+        way.push_back(bench::settledPicture(player));
+    }
+    for (int turn = 0; turn < 2; ++turn) {
+        bookmarks.goToPreviousBookmark();
+        way.push_back(bench::settledPicture(player));
+    }
+    EXPECT_EQ(way, (std::vector<qint64>{10, 30, 30, 10, 10}));
+}
+
+TEST_F(ViewerBookmarksTest, DrawingsOfAllActiveBookmarksStandTogetherInTheirOrder) {
+    showFrames(60);
+    goTo(10);
+    prefer("bookmarkDuration", 20);
+    bookmarks.addBookmarkWithDrawing(strokesOf(2, Qt::red));
+    EXPECT_EQ(controller.currentMovie()->drawingIcon.name(), QStringLiteral("dl-brushActive-01.png"));
+    goTo(5);
+    bookmarks.addBookmarkWithDrawing(strokesOf(1, Qt::blue)); // frames 5 to 24: sorted before the other
+    mark(1, 60);                                              // without a drawing
+    QSignalSpy changed(&bookmarks, &ViewerBookmarks::activeDrawingsChanged);
+    goTo(12);
+    EXPECT_EQ(changed.count(), 1);
+    Drawing both = strokesOf(1, Qt::blue);
+    both.append(strokesOf(2, Qt::red));
+    EXPECT_EQ(bookmarks.activeDrawings(), both);
+    goTo(13);
+    EXPECT_EQ(changed.count(), 1) << "the same drawings on the next frame";
+    edits.editBookmark(controller.currentMovie(), bookmarks.bookmarks()[1],
+                       [](Bookmark& b) { b.removeLastStrokeFromDrawing(); });
+    EXPECT_EQ(changed.count(), 2);
+    EXPECT_EQ(bookmarks.activeDrawings().strokesArray.size(), 2u);
+    goTo(40);
+    EXPECT_FALSE(bookmarks.activeDrawings().hasStrokes());
+}
+
+TEST_F(ViewerBookmarksTest, DeletingAllAsksAndDeletingTheActiveOnesDoesNot) {
+    showFrames(60);
+    const auto a = mark(1, 10), b = mark(5, 10), c = mark(20, 30);
+    goTo(7);
+    press(bookmarkTag::loop, b);
+    bookmarks.deleteActiveBookmarks();
+    EXPECT_TRUE(alerts.shown.empty());
+    EXPECT_EQ(bookmarks.bookmarks(), ViewerBookmarks::Bookmarks{c});
+    EXPECT_FALSE(range.isLooping()) << "the looping one went";
+    bookmarks.deleteActiveBookmarks(); // none is active
+    press(bookmarkTag::loop, c);
+    alerts.answers = {Alerts::secondButton, Alerts::firstButton};
+    bookmarks.deleteAllBookmarks();
+    EXPECT_EQ(bookmarks.bookmarks().size(), 1u);
+    EXPECT_EQ(alerts.shown.back().message, QStringLiteral("Remove All Bookmarks From Movie?"));
+    EXPECT_EQ(alerts.shown.back().informativeText, QStringLiteral("Drawings will also be removed"));
+    bookmarks.deleteAllBookmarks();
+    EXPECT_TRUE(bookmarks.bookmarks().empty());
+    EXPECT_FALSE(range.isLooping());
+    EXPECT_TRUE(controller.currentMovie()->bookmarkIcon.isNil());
 }
 
 } // namespace
