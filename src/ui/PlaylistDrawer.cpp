@@ -2,7 +2,10 @@
 
 #include "model/Movie.h"
 #include "model/ReviewEdits.h"
+#include "model/StatusCodes.h"
+#include "platform/UserDefaults.h"
 #include "ui/FlagPopUp.h"
+#include "ui/ReorderView.h"
 #include "ui/Theme.h"
 #include "ui/ThumbnailCache.h"
 #include "viewer/ViewerList.h"
@@ -11,6 +14,7 @@
 #include <QListView>
 #include <QPainter>
 #include <QPixmap>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
@@ -22,7 +26,13 @@ namespace {
 
 constexpr int rowHeight = 64;
 constexpr QSize drawerThumbnail(96, 54);
-constexpr int flagRole = Qt::UserRole, currentRole = Qt::UserRole + 1, missingRole = Qt::UserRole + 2;
+constexpr double passedOverOpacity = 0.4;
+enum DrawerRole {
+    flagRole = Qt::UserRole,
+    flagTitleRole, ///< empty without a flag
+    currentRole,
+    missingRole
+};
 
 } // namespace
 
@@ -47,13 +57,15 @@ public:
         case Qt::DecorationRole:
             return pictures_.pixmap(movie->thumbnail);
         case Qt::AccessibleDescriptionRole:
-            return FlagPopUp::flagTitle(movie->flagString.toInt(), defaults_);
+            return isMissing(*movie) ? PlaylistDrawer::tr("File not found") : flagTitle(*movie);
         case flagRole:
             return movie->flagString.toInt();
+        case flagTitleRole:
+            return flagTitle(*movie);
         case currentRole:
             return index.row() == list_.selectionIndex();
         case missingRole:
-            return movie->creatingThumbnailText == fileNotFoundText;
+            return isMissing(*movie);
         default:
             return {};
         }
@@ -67,6 +79,11 @@ public:
     }
 
 private:
+    static bool isMissing(const Movie& movie) { return movie.creatingThumbnailText == fileNotFoundText; }
+    QString flagTitle(const Movie& movie) const {
+        const int tag = movie.flagString.toInt();
+        return tag > status::none && tag <= status::skip ? FlagPopUp::flagTitle(tag, defaults_) : QString();
+    }
     const Movie* movieAt(int row) const {
         return row >= 0 && row < list_.count() ? list_.movies()[size_t(row)].get() : nullptr;
     }
@@ -87,46 +104,20 @@ public:
                const QModelIndex& index) const override {
         painter->save();
         const QRect row = option.rect;
-        const bool current = index.data(currentRole).toBool();
-        const bool missing = index.data(missingRole).toBool();
-        if (current)
+        const bool selected = option.state & QStyle::State_Selected;
+        if (selected)
             painter->fillRect(row, theme::selection);
         else if (option.state & QStyle::State_MouseOver)
             painter->fillRect(row, theme::raised);
-        if (current) {
+        if (index.data(currentRole).toBool()) {
             painter->setRenderHint(QPainter::Antialiasing);
             painter->setPen(Qt::NoPen);
-            painter->setBrush(theme::selectedText);
+            painter->setBrush(selected ? theme::selectedText : theme::text);
             const QPointF tip(row.left() + 11, row.center().y() + 0.5);
             painter->drawPolygon(QPolygonF({tip, tip + QPointF(-6, -5), tip + QPointF(-6, 5)}));
         }
-        const QRect frame(QPoint(row.left() + 16, row.top() + (rowHeight - drawerThumbnail.height()) / 2),
-                          drawerThumbnail);
-        painter->fillRect(frame, Qt::black);
-        const auto picture = index.data(Qt::DecorationRole).value<QPixmap>();
-        if (!picture.isNull()) {
-            const QSize size = picture.size().scaled(frame.size(), Qt::KeepAspectRatio);
-            painter->setRenderHint(QPainter::SmoothPixmapTransform);
-            painter->drawPixmap(
-                QRect(frame.topLeft() +
-                          QPoint(frame.width() - size.width(), frame.height() - size.height()) / 2,
-                      size),
-                picture);
-        } else if (missing) {
-            theme::icon(QStringLiteral("dl-missing")).paint(painter, frame.adjusted(36, 15, -36, -15));
-        }
-        int right = row.right() - 8;
-        if (const QString flag = FlagPopUp::flagIcon(index.data(flagRole).toInt());
-            !flag.isEmpty() && flag != FlagPopUp::flagIcon(900)) {
-            theme::icon(flag).paint(painter, QRect(right - 16, row.center().y() - 7, 16, 16));
-            right -= 20;
-        }
-        const QRect text(QPoint(frame.right() + 9, row.top()), QPoint(right, row.bottom()));
-        painter->setPen(current ? theme::selectedText : missing ? theme::dimText : theme::text);
-        painter->setFont(option.font);
-        painter->drawText(
-            text, Qt::AlignVCenter | Qt::AlignLeft,
-            option.fontMetrics.elidedText(index.data().toString(), Qt::ElideMiddle, text.width()));
+        paintThumbnail(*painter, thumbnailRect(row), index);
+        paintTexts(*painter, option, index);
         if ((option.state & QStyle::State_HasFocus) && option.widget && option.widget->hasFocus()) {
             painter->setBrush(Qt::NoBrush);
             painter->setPen(theme::focus);
@@ -134,13 +125,102 @@ public:
         }
         painter->restore();
     }
+
+private:
+    static QRect thumbnailRect(const QRect& row) {
+        return {QPoint(row.left() + 16, row.top() + (rowHeight - drawerThumbnail.height()) / 2),
+                drawerThumbnail};
+    }
+    /// Next and previous pass it over.
+    static bool isPassedOver(const QModelIndex& index) {
+        return index.data(missingRole).toBool() || index.data(flagRole).toInt() == status::skip;
+    }
+
+    static void paintThumbnail(QPainter& painter, const QRect& frame, const QModelIndex& index) {
+        painter.fillRect(frame, Qt::black);
+        const auto picture = index.data(Qt::DecorationRole).value<QPixmap>();
+        if (!picture.isNull()) {
+            const QSize size = picture.size().scaled(frame.size(), Qt::KeepAspectRatio);
+            painter.setRenderHint(QPainter::SmoothPixmapTransform);
+            painter.setOpacity(isPassedOver(index) ? passedOverOpacity : 1.0);
+            painter.drawPixmap(
+                QRect(frame.topLeft() +
+                          QPoint(frame.width() - size.width(), frame.height() - size.height()) / 2,
+                      size),
+                picture);
+            painter.setOpacity(1.0);
+        } else if (index.data(missingRole).toBool()) {
+            theme::icon(QStringLiteral("dl-missing")).paint(&painter, frame.adjusted(36, 15, -36, -15));
+        }
+    }
+
+    /// The name, and under it what is to be known: missing, else the flag by its name.
+    static void paintTexts(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) {
+        const bool selected = option.state & QStyle::State_Selected;
+        const bool missing = index.data(missingRole).toBool();
+        const QString flagTitle = index.data(flagTitleRole).toString();
+        int right = option.rect.right() - 8;
+        if (!flagTitle.isEmpty()) {
+            theme::icon(FlagPopUp::flagIcon(index.data(flagRole).toInt()))
+                .paint(&painter, QRect(right - 16, option.rect.center().y() - 7, 16, 16));
+            right -= 24;
+        }
+        const int left = thumbnailRect(option.rect).right() + 9;
+        const QString under = missing ? PlaylistDrawer::tr("File not found") : flagTitle;
+        const int lineHeight = option.fontMetrics.height();
+        const int height = under.isEmpty() ? lineHeight : 2 * lineHeight + 2;
+        QRect line(left, option.rect.center().y() - height / 2, right - left, lineHeight);
+        painter.setFont(option.font);
+        painter.setPen(selected ? theme::selectedText : isPassedOver(index) ? theme::dimText : theme::text);
+        painter.drawText(
+            line, Qt::AlignVCenter | Qt::AlignLeft,
+            option.fontMetrics.elidedText(index.data().toString(), Qt::ElideMiddle, line.width()));
+        if (under.isEmpty()) return;
+        line.translate(0, lineHeight + 2);
+        painter.setFont(theme::smallFont());
+        painter.setPen(missing ? theme::warning : selected ? theme::selectedText : theme::dimText);
+        painter.drawText(line, Qt::AlignVCenter | Qt::AlignLeft,
+                         painter.fontMetrics().elidedText(under, Qt::ElideRight, line.width()));
+    }
+};
+
+/// Tells when a press has become a choice.
+class PlaylistDrawer::RowsView : public ReorderView<QListView> {
+public:
+    RowsView(PlaylistDrawer& drawer)
+        : ReorderView<QListView>(QStringLiteral("application/x-daylark-viewer-rows"), false, &drawer)
+        , drawer_(drawer) {}
+    [[nodiscard]] bool isPressed() const { return pressed_; }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        pressed_ = event->button() == Qt::LeftButton;
+        ReorderView::mousePressEvent(event);
+    }
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        pressed_ = event->button() == Qt::LeftButton;
+        ReorderView::mouseDoubleClickEvent(event);
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        ReorderView::mouseReleaseEvent(event);
+        if (std::exchange(pressed_, false)) drawer_.adoptSelection();
+    }
+    void startDrag(Qt::DropActions actions) override {
+        ReorderView::startDrag(actions);
+        pressed_ = false;
+        drawer_.showSelection(); // what was dragged was not chosen
+    }
+
+private:
+    PlaylistDrawer& drawer_;
+    bool pressed_ = false;
 };
 
 PlaylistDrawer::PlaylistDrawer(ViewerList& list, ReviewEdits& edits, UserDefaults& defaults, QWidget* parent)
     : QWidget(parent)
     , list_(list)
     , rows_(std::make_unique<Rows>(list, defaults))
-    , view_(new QListView(this)) {
+    , view_(new RowsView(*this)) {
     setObjectName(QStringLiteral("playlistDrawer"));
     view_->setObjectName(QStringLiteral("playlistDrawerList"));
     view_->setAccessibleName(tr("Playlist"));
@@ -149,24 +229,29 @@ PlaylistDrawer::PlaylistDrawer(ViewerList& list, ReviewEdits& edits, UserDefault
     view_->setUniformItemSizes(true);
     view_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     view_->setMouseTracking(true);
-    view_->setSelectionMode(QAbstractItemView::SingleSelection);
+    view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view_);
     setMinimumWidth(168);
 
+    view_->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
+        list_.moveMovies(rows, gap);
+    };
     connect(&list_, &ViewerList::moviesChanged, this, [this] {
+        const QScopedValueRollback<bool> own(showing_, true); // a reset empties the view's selection
         rows_->moviesReplaced();
         showSelection();
     });
     connect(&list_, &ViewerList::selectionChanged, this, &PlaylistDrawer::showSelection);
+    connect(&list_, &ViewerList::selectedMoviesChanged, this, &PlaylistDrawer::showSelection);
     connect(&edits, &ReviewEdits::movieChanged, this, &PlaylistDrawer::movieUpdated);
-    connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current) {
-                if (current.isValid() && current.row() != list_.selectionIndex())
-                    list_.setSelectionIndex(current.row());
-            });
+    connect(&defaults, &UserDefaults::changed, this, [this](const QString& key) {
+        if (status::codes().contains(key)) rows_->rowsChanged(); // a flag has another name
+    });
+    connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &PlaylistDrawer::adoptSelection);
     showSelection();
 }
 
@@ -174,17 +259,37 @@ PlaylistDrawer::~PlaylistDrawer() {
     view_->setModel(nullptr);
 }
 
+QListView* PlaylistDrawer::view() const {
+    return view_;
+}
+
 void PlaylistDrawer::movieUpdated(const std::shared_ptr<Movie>&) {
     rows_->rowsChanged();
 }
 
+void PlaylistDrawer::adoptSelection() {
+    if (showing_ || view_->isPressed()) return;
+    const std::vector<qsizetype> rows = RowDrag::selectedRows(*view_);
+    if (rows.empty())
+        showSelection(); // one movie is always chosen
+    else
+        list_.setSelectionIndexes(rows);
+}
+
 void PlaylistDrawer::showSelection() {
     rows_->rowsChanged();
-    const qsizetype row = list_.selectionIndex();
-    if (row < 0 || row >= list_.count()) return;
-    const QModelIndex index = rows_->index(int(row));
-    view_->setCurrentIndex(index);
-    view_->scrollTo(index);
+    const qsizetype shown = list_.selectionIndex();
+    if (shown < 0 || shown >= list_.count()) return;
+    const QScopedValueRollback<bool> own(showing_, true);
+    QItemSelection selection;
+    for (const qsizetype row : list_.selectionIndexes())
+        selection.select(rows_->index(int(row)), rows_->index(int(row)));
+    QItemSelectionModel& model = *view_->selectionModel();
+    // A person who extends the selection by key goes on from where they are.
+    if (!model.currentIndex().isValid() || list_.selectionIndexes().size() == 1)
+        model.setCurrentIndex(rows_->index(int(shown)), QItemSelectionModel::NoUpdate);
+    if (model.selection() != selection) model.select(selection, QItemSelectionModel::ClearAndSelect);
+    view_->scrollTo(list_.selectionIndexes().size() == 1 ? rows_->index(int(shown)) : model.currentIndex());
 }
 
 } // namespace daylark

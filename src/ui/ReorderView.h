@@ -65,7 +65,8 @@ struct RowDrag {
     }
 };
 
-/// A view (QTableView, QListView) whose rows can be dragged into another order and that takes files. `View`
+/// A view (QTableView, QListView) whose rows can be dragged into another order and that takes files, unless
+/// nobody is there to take them: then a drag with files is refused, whatever else it holds. `View`
 /// lays its rows out downwards; with `sideways` the gap stands left or right of an item instead. Interface
 /// thread.
 template<class View>
@@ -129,6 +130,10 @@ protected:
         showGap({});
         const QMimeData& mime = *event->mimeData();
         std::function<void()> action;
+        if (!filesDropped && mime.hasUrls()) {
+            event->ignore();
+            return;
+        }
         if (mime.hasFormat(rowsType_) && rowsDropped) {
             action = [this, rows = RowDrag::decode(mime.data(rowsType_)),
                       gap = gapAt(event->position().toPoint())] { rowsDropped(rows, gap); };
@@ -163,7 +168,8 @@ private:
     void consider(QDropEvent* event) {
         const QMimeData& mime = *event->mimeData();
         const bool rows = mime.hasFormat(rowsType_);
-        if (!rows && (!mime.hasUrls() || RowDrag::filesOf(mime).isEmpty())) {
+        if ((!filesDropped && mime.hasUrls()) ||
+            (!rows && (!mime.hasUrls() || RowDrag::filesOf(mime).isEmpty()))) {
             event->ignore();
             return;
         }

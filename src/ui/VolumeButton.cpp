@@ -3,7 +3,11 @@
 #include "ui/Theme.h"
 #include "viewer/Transport.h"
 
+#include <QCoreApplication>
 #include <QFrame>
+#include <QGraphicsOpacityEffect>
+#include <QKeyEvent>
+#include <QPropertyAnimation>
 #include <QSlider>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -15,7 +19,14 @@ namespace daylark {
 
 namespace {
 constexpr int volumeSteps = 100;
+constexpr int volumeFadeMs = 100;
+
+/// Keys that turn the volume while its slider has the focus.
+bool isSliderKey(int key) {
+    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Left || key == Qt::Key_Right ||
+           key == Qt::Key_PageUp || key == Qt::Key_PageDown || key == Qt::Key_Home || key == Qt::Key_End;
 }
+} // namespace
 
 VolumeButton::VolumeButton(Transport& transport, QWidget* parent)
     : QToolButton(parent)
@@ -43,6 +54,12 @@ VolumeButton::VolumeButton(Transport& transport, QWidget* parent)
     slider_->installEventFilter(this);
     layout->addWidget(slider_, 0, Qt::AlignHCenter);
     popUp_->hide();
+    opacity_ = new QGraphicsOpacityEffect(popUp_);
+    popUp_->setGraphicsEffect(opacity_);
+    fading_ = new QPropertyAnimation(opacity_, "opacity", this);
+    fading_->setDuration(volumeFadeMs);
+    fading_->setEndValue(0.0);
+    connect(fading_, &QPropertyAnimation::finished, popUp_, &QWidget::hide);
 
     connect(this, &QToolButton::clicked, this, &VolumeButton::togglePopUp);
     connect(slider_, &QSlider::valueChanged, this,
@@ -68,7 +85,9 @@ void VolumeButton::displayVolume(float volume) {
 }
 
 void VolumeButton::togglePopUp() {
-    if (popUp_->isVisible()) return hidePopUp();
+    if (popUp_->isVisible() && fading_->state() != QAbstractAnimation::Running) return hidePopUp();
+    fading_->stop();
+    opacity_->setOpacity(1.0);
     displayVolume(transport_.volume());
     popUp_->setParent(window());
     popUp_->adjustSize();
@@ -77,16 +96,25 @@ void VolumeButton::togglePopUp() {
     popUp_->raise();
     popUp_->show();
     slider_->setFocus(Qt::PopupFocusReason);
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 void VolumeButton::hidePopUp() {
-    if (popUp_->isHidden()) return;
-    popUp_->hide();
+    if (popUp_->isHidden() || fading_->state() == QAbstractAnimation::Running) return;
+    QCoreApplication::instance()->removeEventFilter(this);
+    fading_->start();
 }
 
 bool VolumeButton::eventFilter(QObject* watched, QEvent* event) {
     // A press on the button itself hides it through `togglePopUp`.
     if (watched == slider_ && event->type() == QEvent::FocusOut && !underMouse()) hidePopUp();
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (watched != slider_ || !isSliderKey(key)) {
+            const auto* widget = qobject_cast<QWidget*>(watched);
+            if (widget && widget->window() == window()) hidePopUp();
+        }
+    }
     return QToolButton::eventFilter(watched, event);
 }
 

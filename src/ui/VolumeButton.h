@@ -3,6 +3,8 @@
 #include <QToolButton>
 
 class QFrame;
+class QGraphicsOpacityEffect;
+class QPropertyAnimation;
 class QSlider;
 
 namespace daylark {
@@ -10,8 +12,9 @@ namespace daylark {
 class Transport;
 
 /// The volume: a button whose icon tells how loud it is, and a slider that pops up over it, inside the
-/// window, so that the keys of the viewer work on while it is open. Every transport action, a second press
-/// and the loss of the focus hide it. Owned by the controls strip; interface thread.
+/// window, so that the keys of the viewer work on while it is open. Every transport action, every key but the
+/// slider's own, a second press and the loss of the focus fade it out. Owned by the controls strip; interface
+/// thread.
 class VolumeButton : public QToolButton {
     Q_OBJECT
 public:
@@ -32,6 +35,8 @@ private:
     Transport& transport_;
     QFrame* popUp_ = nullptr; ///< a child of the window, made when first wanted
     QSlider* slider_;
+    QGraphicsOpacityEffect* opacity_ = nullptr;
+    QPropertyAnimation* fading_ = nullptr;
 };
 
 } // namespace daylark
