@@ -7,9 +7,11 @@
 
 namespace daylark {
 
-/// The first sound track of a movie, decoded to interleaved stereo (left, right, -1 to 1) at one rate and
-/// placed on the movie's own clock: sample 0 is the moment at which the first picture is shown. Any stretch
-/// may be read; what lies before the track, behind it or in a gap is silence. One thread at a time. Fails to
+/// A movie's sound, decoded to interleaved stereo (left, right; -1 to 1, beyond it where a downmix is that
+/// loud) at one rate and placed on the movie's own clock: sample 0 is the moment at which the first picture
+/// is shown. It is the preferred sound track, else the first one; where that is mono, the mono tracks that go
+/// with it: those that name their speakers are mixed, of others the first two are left and right. Any stretch
+/// may be read; what lies before a track, behind it or in a gap is silence. One thread at a time. Fails to
 /// open where there is no sound that can be decoded; damage in the middle is silence.
 class AudioReader {
 public:
@@ -20,7 +22,7 @@ public:
     virtual ~AudioReader() = default;
 
     [[nodiscard]] virtual int rate() const = 0;
-    /// Where the track begins, in samples; negative when it begins before the first picture.
+    /// Where the first of the tracks begins, in samples; negative when it begins before the first picture.
     [[nodiscard]] virtual qint64 start() const = 0;
     /// Writes `count` pairs from sample `position` on. Reading in order decodes once; any other position
     /// seeks, exactly. Fails only when cancelled.

@@ -4,6 +4,8 @@
 
 #include <QDataStream>
 #include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -55,6 +57,47 @@ protected:
                 out << qint16(beep ? 12000 * std::sin(2 * M_PI * 1000 * seconds) : 0);
         }
         return path;
+    }
+    /// A beep of a tenth of a second at half the full level, for ffmpeg's aevalsrc.
+    static QString beepAt(double seconds) {
+        return QStringLiteral("0.5*sin(6283.2*t)*between(t,%1,%2)").arg(seconds).arg(seconds + 0.1);
+    }
+    /// A movie of three seconds with sound tracks as ffmpeg's own program writes them; each source says what
+    /// its channels carry ("expression|expression:c=layout"). Null where the program is missing or fails.
+    QString production(const char* extension, const QStringList& sources, const QStringList& extra = {},
+                       double soundLate = 0) const {
+        const QString path = folder.filePath(QStringLiteral("production.") + QLatin1String(extension));
+        const QString picture = QStringLiteral("color=s=128x96:r=25:d=3");
+        QStringList arguments{u"-y"_qs, u"-f"_qs, u"lavfi"_qs, u"-i"_qs, picture},
+            maps{u"-map"_qs, u"0:v"_qs};
+        for (const QString& source : sources) {
+            if (soundLate > 0) arguments << u"-itsoffset"_qs << QString::number(soundLate);
+            arguments << u"-f"_qs << u"lavfi"_qs << u"-i"_qs
+                      << QString(u"aevalsrc="_qs + source + u":s=48000"_qs +
+                                 (source.contains(u":d="_qs) ? u""_qs : u":d=3"_qs))
+                             .replace(u',', u"\\,"_qs);
+            maps << u"-map"_qs << QStringLiteral("%1:a").arg(maps.size() / 2);
+        }
+        arguments << maps << u"-c:v"_qs << u"mpeg2video"_qs << u"-c:a"_qs << u"pcm_s16le"_qs << extra << path;
+        return QProcess::execute(u"ffmpeg"_qs, QStringList{u"-v"_qs, u"error"_qs} + arguments) == 0
+                   ? path
+                   : QString();
+    }
+    struct Sides {
+        std::vector<double> left, right;
+        float loudestLeft = 0, loudestRight = 0;
+    };
+    static Sides heard(AudioReader& reader) {
+        std::vector<float> pairs = samples(reader, 0, 3 * rate);
+        Sides sides;
+        sides.left = beeps(pairs);
+        for (size_t i = 0; i < pairs.size(); i += 2) {
+            sides.loudestLeft = std::max(sides.loudestLeft, pairs[i]);
+            sides.loudestRight = std::max(sides.loudestRight, pairs[i + 1]);
+            pairs[i] = pairs[i + 1];
+        }
+        sides.right = beeps(pairs);
+        return sides;
     }
     static std::unique_ptr<AudioReader> open(const QString& path, bool withPictures = true) {
         SampleIndex pictures;
@@ -156,7 +199,7 @@ TEST_F(AudioReaderTest, TheFirstPictureIsTheOriginAndOutsideTheTrackIsSilence) {
 
 TEST_F(AudioReaderTest, EveryLayoutAndRateBecomesStereoAtTheRateAskedFor) {
     for (const int samplesASecond : {8000, 44100, 48000, 96000})
-        for (const int channels : {1, 2, 6, 8}) {
+        for (const int channels : {1, 2, 3, 6, 8, 12, 16}) {
             SCOPED_TRACE(QStringLiteral("%1 Hz, %2").arg(samplesASecond).arg(channels).toStdString());
             const auto reader = open(wave(samplesASecond, channels), false);
             ASSERT_TRUE(reader);
@@ -178,6 +221,99 @@ TEST_F(AudioReaderTest, FilesWithoutSoundFailToOpenAndAGivenUpReadLeavesTheNextE
     std::vector<float> pairs(size_t(rate) * 2);
     EXPECT_FALSE(reader->read(2 * rate, pairs.data(), rate, &cancel));
     expectBeepsAt({0.5}, samples(*reader, rate + rate / 2, rate - 100));
+}
+
+class ProductionTracksTest : public AudioReaderTest {
+protected:
+    void SetUp() override {
+        if (QStandardPaths::findExecutable(u"ffmpeg"_qs).isEmpty()) GTEST_SKIP() << "no ffmpeg program";
+    }
+    static void expectSeconds(const std::vector<double>& found, const std::vector<double>& expected) {
+        ASSERT_EQ(found.size(), expected.size());
+        for (size_t i = 0; i < found.size(); ++i)
+            EXPECT_NEAR(found[i], expected[i], 0.002);
+    }
+};
+
+TEST_F(ProductionTracksTest, OfMonoTracksTheFirstTwoAreLeftAndRightAndASingleOneIsBoth) {
+    for (const char* extension : {"mov", "mxf", "mkv"}) {
+        SCOPED_TRACE(extension);
+        QStringList tracks{beepAt(0.5), beepAt(1.5)};
+        for (int more = 3; more <= 8; ++more)
+            tracks << beepAt(2.2);
+        const auto reader = open(production(extension, tracks));
+        ASSERT_TRUE(reader);
+        const Sides sides = heard(*reader);
+        expectSeconds(sides.left, {0.5});
+        expectSeconds(sides.right, {1.5});
+        EXPECT_NEAR(sides.loudestLeft, 0.5, 0.01);
+        EXPECT_NEAR(sides.loudestRight, 0.5, 0.01);
+        const auto part = samples(*reader, rate, rate); // a jump back finds both tracks
+        expectBeepsAt({}, part);
+        const auto single = open(production(extension, {beepAt(1)}));
+        ASSERT_TRUE(single);
+        const Sides both = heard(*single);
+        expectSeconds(both.left, {1});
+        expectSeconds(both.right, {1});
+        EXPECT_NEAR(both.loudestLeft, 0.5, 0.01);
+    }
+}
+
+TEST_F(ProductionTracksTest, TracksThatNameTheirSpeakersAreMixedAndOtherLanguagesLeftOut) {
+    const auto reader = open(production("mov", {beepAt(0.2) + u":c=FL"_qs, beepAt(0.7) + u":c=FR"_qs,
+                                                beepAt(1.2) + u":c=FC"_qs, beepAt(1.7) + u":c=LFE"_qs,
+                                                beepAt(2.2) + u":c=SL"_qs, beepAt(2.7) + u":c=SR"_qs}));
+    ASSERT_TRUE(reader);
+    const Sides sides = heard(*reader);
+    expectSeconds(sides.left, {0.2, 1.2, 2.2});
+    expectSeconds(sides.right, {0.7, 1.2, 2.7});
+    const auto english = open(
+        production("mkv", {beepAt(1), beepAt(2)},
+                   {u"-metadata:s:a:0"_qs, u"language=eng"_qs, u"-metadata:s:a:1"_qs, u"language=fra"_qs}));
+    ASSERT_TRUE(english);
+    const Sides only = heard(*english);
+    expectSeconds(only.left, {1});
+    expectSeconds(only.right, {1});
+}
+
+TEST_F(ProductionTracksTest, SurroundIsMixedDownWithItsCentreOnBothSides) {
+    const QString silence = u"0|"_qs;
+    for (const char* layout : {"5.1", "7.1"}) {
+        SCOPED_TRACE(layout);
+        const bool small = QLatin1String(layout) == QLatin1String("5.1");
+        const QString channels = beepAt(0.5) + u"|0|"_qs + beepAt(1) + u'|' + beepAt(1.5) + u"|0|"_qs +
+                                 beepAt(2) + (small ? u""_qs : u"|0|0"_qs) + u":c="_qs +
+                                 QLatin1String(layout);
+        const auto reader = open(production("mov", {channels}));
+        ASSERT_TRUE(reader);
+        const Sides sides = heard(*reader);
+        expectSeconds(sides.left, {0.5, 1});
+        expectSeconds(sides.right, {1, 2});
+        EXPECT_NEAR(sides.loudestLeft, 0.5, 0.01);
+        EXPECT_NEAR(sides.loudestRight, 0.354, 0.01);
+    }
+}
+
+TEST_F(ProductionTracksTest, TracksThatBeginLateOrEndEarlyKeepTheirPlaces) {
+    for (const char* extension : {"mov", "mkv"}) {
+        SCOPED_TRACE(extension);
+        const auto late = open(production(extension, {beepAt(0.5), beepAt(1)}, {}, 1.2));
+        ASSERT_TRUE(late);
+        EXPECT_NEAR(double(late->start()) / rate, 1.2, 0.002);
+        const Sides sides = heard(*late);
+        expectSeconds(sides.left, {1.7});
+        expectSeconds(sides.right, {2.2});
+        expectBeepsAt({0.2}, samples(*late, rate * 3 / 2, rate));
+    }
+    const QString two = production("mov", {beepAt(0.5) + u":d=1"_qs, beepAt(2.5)});
+    const auto early = open(two);
+    ASSERT_TRUE(early);
+    const Sides sides = heard(*early);
+    expectSeconds(sides.left, {0.5});
+    expectSeconds(sides.right, {2.5});
+    samples(*early, 2 * rate, rate); // straight into where the other one has ended
+    const auto again = samples(*early, 0, rate);
+    expectBeepsAt({0.5}, again);
 }
 
 } // namespace
