@@ -20,7 +20,7 @@ using truth::Tally;
 
 /// Reads the bar code off a small rendering; turned and stretched pictures are upright and whole by then.
 std::optional<int> numberIn(const VideoFrame& frame) {
-    return readBarCode(renderFrame(frame, QSize(192, 96), false, RenderQuality::quick));
+    return readBarCode(renderFrame(frame, QSize(192, 96)));
 }
 
 class FrameTruthTest : public ::testing::TestWithParam<truth::Clip> {

@@ -55,6 +55,16 @@ Result<std::vector<Sample>> makeAndListen(MovieSpec spec, const std::function<vo
     return samples;
 }
 
+bool replaceInFile(const QString& path, const QByteArray& sample,
+                   const std::function<void(QByteArray&)>& change) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite)) return false;
+    const qsizetype at = file.readAll().indexOf(sample);
+    QByteArray changed = sample;
+    change(changed);
+    return at >= 0 && file.seek(at) && file.write(changed) == changed.size();
+}
+
 } // namespace
 
 Making asEncoded() {
@@ -82,13 +92,15 @@ Making edited(std::vector<Edit> edits) {
     };
 }
 
-Making withoutFirstSamples(int samples, int firstShown) {
+Making withoutFirstSamples(int samples) {
     return [=](const MovieSpec& spec) -> Result<Expectation> {
         const auto kept =
             makeAndListen(spec, [&](EncodedSample& sample) { sample.keep = sample.place >= samples; });
         if (!kept) return kept.error();
-        std::vector<int> pictures(size_t(spec.frames - firstShown + 1));
-        std::iota(pictures.begin(), pictures.end(), firstShown);
+        const auto key = std::find_if(kept->begin(), kept->end(), [](const Sample& s) { return s.key; });
+        if (key == kept->end()) return failed("no key frame");
+        std::vector<int> pictures(size_t(spec.frames - key->number + 1));
+        std::iota(pictures.begin(), pictures.end(), key->number);
         return evenly(spec, pictures);
     };
 }
@@ -103,11 +115,16 @@ Making damaged(Damage damage) {
                 if (!isHit(--number)) return true;
             return false;
         };
+        const auto spoil = [&](QByteArray& data) {
+            if (data.size() > damage.kept) std::fill(data.begin() + damage.kept, data.end(), damage.filler);
+        };
         const auto samples = makeAndListen(spec, [&](EncodedSample& sample) {
-            if (!isHit(sample.number) || sample.data.size() <= damage.kept) return;
-            std::fill(sample.data.begin() + damage.kept, sample.data.end(), damage.filler);
+            if (isHit(sample.number) && !damage.afterMuxing) spoil(sample.data);
         });
         if (!samples) return samples.error();
+        for (const Sample& sample : *samples)
+            if (damage.afterMuxing && isHit(sample.number))
+                if (!replaceInFile(spec.path, sample.data, spoil)) return failed("the sample isn't there");
         Expectation expected = whole(spec);
         bool spoilt = false;
         for (const Sample& sample : *samples) {
@@ -178,10 +195,11 @@ Making truncated(double share, CutFile kind) {
             latest = std::max(latest, sample.number);
         }
         if (place == samples->size()) return failed("nothing to cut");
-        // Muxers rewrite the start of samples; the end stays as it was encoded.
+        // Muxers rewrite the start of some samples; the end stays as it was encoded.
         const QByteArray& cut = (*samples)[place].data;
         const QByteArray tail = cut.right(std::min<qsizetype>(cut.size(), 64));
-        const qsizetype at = bytes.indexOf(tail);
+        const qsizetype there = bytes.indexOf(cut);
+        const qsizetype at = there >= 0 ? there + cut.size() - tail.size() : bytes.indexOf(tail);
         if (at < 0) return failed("the sample isn't there");
         if (!file.resize(at + tail.size() - cut.size() / 2)) return failed("not cut");
         Expectation expected = whole(spec);

@@ -14,14 +14,16 @@ using Making = std::function<Result<Expectation>(MovieSpec)>;
 [[nodiscard]] Making asEncoded();
 /// Shows these parts, in this order; for mov and mp4.
 [[nodiscard]] Making edited(std::vector<Edit> edits);
-/// So many samples at the start never get into the file; shown is what follows from `firstShown` on.
-[[nodiscard]] Making withoutFirstSamples(int samples, int firstShown);
+/// So many samples at the start, the first key frame with them, never get into the file. Groups are closed:
+/// shown is what follows from the next key frame on.
+[[nodiscard]] Making withoutFirstSamples(int samples);
 /// Keeps this many bytes of each named frame's sample and overwrites the rest.
 struct Damage {
     std::vector<int> numbers;
     int kept = 8;
     char filler = 0;
-    bool referredTo = false; ///< later pictures of the group build on it
+    bool referredTo = false;  ///< later pictures of the group build on it
+    bool afterMuxing = false; ///< in the file itself: the muxer would look into the damaged sample
 };
 [[nodiscard]] Making damaged(Damage damage);
 /// MPEG-4 with one B-frame between two others, packed into the sample of the later one, as some old AVI files
