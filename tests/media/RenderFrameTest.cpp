@@ -64,8 +64,7 @@ TEST_P(RenderFrameTest, ColoursComeBackAsPainted) {
             const QImage picture = renderFrame(*frame, size, deep);
             ASSERT_EQ(picture.size(), size.isEmpty() ? spec.size : size);
             ASSERT_EQ(picture.format(), deep ? QImage::Format_RGBX64 : QImage::Format_RGB32);
-            // The scaler's way from 8 to 16 bits falls short of white by a step.
-            const int tolerance = storage.tolerance + (deep ? 1 : 0);
+            const int tolerance = storage.tolerance;
             for (int i = 0; i < 6; ++i) {
                 const QColor seen =
                     picture.pixelColor((2 * i + 1) * picture.width() / 12, picture.height() / 2);
