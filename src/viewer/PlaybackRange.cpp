@@ -17,8 +17,11 @@ PlaybackRange::PlaybackRange(Player& player, Transport& transport, UserDefaults&
     , defaults_(defaults)
     , alerts_(alerts) {
     connect(&defaults_, &UserDefaults::changed, this, [this](const QString& key) {
-        if (storing_ == 0 && (key == QLatin1String("handleHead") || key == QLatin1String("handleTail") ||
-                              key == QLatin1String("trimHandles")))
+        if (storing_ > 0) return;
+        const bool handle = key == QLatin1String("handleHead") || key == QLatin1String("handleTail");
+        // Other handles mean nothing to a bookmark's loop, which so goes on.
+        if ((handle && defaults_.boolForKey(QStringLiteral("trimHandles"))) ||
+            key == QLatin1String("trimHandles"))
             setPlaybackRange();
     });
 }

@@ -36,7 +36,7 @@ public:
     void markOutPoint(); ///< the frame on screen becomes the last of the range; trimming on
     void resetHandles(); ///< back to the default handles; trimming stays as it is
     void toggleTrimHandles();
-    /// The preferences onto the movie; also after each change of handles or trimming by anybody else.
+    /// The preferences onto the movie; also when anybody else changes handles that apply, or trimming.
     void setPlaybackRange();
     /// A sheet of the viewer was closed; the button as `Alerts` numbers them.
     void alertDidEnd(int returnCode, const QString& contextInfo);

@@ -149,6 +149,9 @@ TEST_F(PlaybackRangeTest, HandleRangeAndBookmarkLoopEndEachOther) {
         << "trimming off leaves the loop alone";
     range.moveRange(30, 40);
     EXPECT_EQ(range.lastFrameForLoop(), 40);
+    prefer("handleTail", 9);
+    EXPECT_TRUE(range.isLooping()) << "handles that do not apply leave the loop alone";
+    prefer("handleTail", 8);
     range.toggleTrimHandles();
     EXPECT_FALSE(looping->loopStatus);
     EXPECT_EQ(looping->loopImage.name(), QStringLiteral("loop_OFF.png"));
