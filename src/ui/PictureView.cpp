@@ -242,7 +242,7 @@ void PictureView::paintSurface() {
     surface_->setScene({frame_, placement.request, placement.visible.topLeft()});
 }
 
-QImage PictureView::renderArea(QSize pixels) const {
+QImage PictureView::renderArea(QSize pixels, Layers layers) const {
     if (pixels.isEmpty()) pixels = devicePixels();
     QImage area(pixels, QImage::Format_RGB32);
     area.fill(Qt::black);
@@ -250,9 +250,17 @@ QImage PictureView::renderArea(QSize pixels) const {
     const Placement placement = placementIn(size(), pixels);
     if (!placement.request.size.isEmpty())
         painter.drawImage(placement.visible.topLeft(), renderPicture(frame_, placement.request));
-    if (overlayPainter_ && !size().isEmpty()) {
-        painter.scale(double(pixels.width()) / width(), double(pixels.height()) / height());
+    if (size().isEmpty()) return area;
+    painter.scale(double(pixels.width()) / width(), double(pixels.height()) / height());
+    if (overlayPainter_) {
+        painter.save();
         overlayPainter_(painter);
+        painter.restore();
+    }
+    if (layers == Layers::all) {
+        PictureHeadsUp plates;
+        plates.setTexts(headsUp_, {}, size(), font());
+        plates.paint(painter, double(pixels.width()) / width());
     }
     return area;
 }

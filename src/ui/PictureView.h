@@ -55,10 +55,12 @@ public:
     /// any painting; what it paints changes only when `refreshOverlay` says so.
     void setOverlayPainter(std::function<void(QPainter&)> painter);
     void refreshOverlay();
-    /// Picture and overlay, without read-outs, by the software renderer, in an image of that size (pixels;
+    enum class Layers { withoutReadOuts, all };
+    /// Picture and overlay (and the read-outs), by the software renderer, in an image of that size (pixels;
     /// empty: the area's own, pixel for pixel what is on screen). Another size scales the whole area, layers
     /// included.
-    [[nodiscard]] QImage renderArea(QSize pixels = {}) const;
+    [[nodiscard]] QImage renderArea(QSize pixels = {}, Layers layers = Layers::withoutReadOuts) const;
+    [[nodiscard]] QSize devicePixels() const; ///< the area's size on the screen
 
     /// "Software" or "OpenGL: <what the driver calls itself>"; with the reason where OpenGL failed.
     [[nodiscard]] QString rendererName() const;
@@ -87,7 +89,6 @@ private:
         PictureRequest request;
     };
     [[nodiscard]] Placement placementIn(QSizeF area, QSize pixels) const;
-    [[nodiscard]] QSize devicePixels() const;
     void pictureChanged(); ///< what is to be on screen differs: frame, place or colour
     void refresh();        ///< paints again
     void wantPicture();    ///< has the worker make the current one

@@ -5,6 +5,7 @@
 #include "ui/BookmarkCommands.h"
 #include "ui/Commands.h"
 #include "ui/FlagPopUp.h"
+#include "ui/GradeCommands.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QAction>
@@ -254,6 +255,7 @@ void addViewerCommands(Commands& commands, MoviePlayerController& controller,
     addThumbnails(commands, controller, window);
     addBookmarksAndView(commands, controller, window);
     addBookmarkCommands(commands, controller);
+    addGradeCommands(commands, controller);
 }
 
 void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
@@ -274,6 +276,7 @@ void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
     QMenu* bookmarks = menuBar.addMenu(viewerText("&Bookmarks"));
     fill(bookmarks, commands, {"addBookmark", "goToBookmark", "deleteBookmark", "-"});
     fillBookmarkMenu(bookmarks, commands);
+    fillGradeMenu(menuBar.addMenu(viewerText("&Grade")), commands);
     fill(menuBar.addMenu(viewerText("&View")), commands,
          {"notes", "bookmarks", "playlistDrawer", "-", "counter", "counterToOne", "timecode", "filename",
           "bookmarkText", "-", "statistics", "-", "fullScreen", "leave"});

@@ -6,6 +6,7 @@
 #include "ui/BookmarkPanel.h"
 #include "ui/Commands.h"
 #include "ui/FlagPopUp.h"
+#include "ui/GradingPanel.h"
 #include "ui/KeysDialog.h"
 #include "ui/NotesPanel.h"
 #include "ui/PictureView.h"
@@ -15,6 +16,7 @@
 #include "ui/RangeIndicator.h"
 #include "ui/ReadyStrip.h"
 #include "ui/RichTextField.h"
+#include "ui/SnapshotFlash.h"
 #include "ui/Theme.h"
 #include "ui/TransportBar.h"
 #include "ui/ViewerCommands.h"
@@ -143,6 +145,8 @@ void ViewerWindow::buildLayout() {
         drawer_->view()->addAction(commands_->action(QLatin1String(id)));
     QDockWidget* drawer = panelHost_->addPanel(ViewerPanel::playlistDrawer, tr("Playlist"), drawer_,
                                                Place::docked, Qt::RightDockWidgetArea);
+    panelHost_->addPanel(ViewerPanel::grading, tr("Colour Correction"),
+                         new GradingPanel(controller_, *commands_, this), Place::floating);
     resizeDocks({notes, drawer}, {280, 280}, Qt::Horizontal);
     resizeDocks({bookmarks}, {168}, Qt::Vertical);
     connect(panelHost_, &ViewerPanelHost::visibilityChanged, this, [this] { commands_->refresh(); });
@@ -164,6 +168,13 @@ void ViewerWindow::buildLayout() {
 }
 
 void ViewerWindow::connectController() {
+    connect(&controller_.grade(), &ViewerGrade::transformChanged, this,
+            [this] { picture_->setColourTransform(controller_.grade().transform()); });
+    controller_.snapshots().setArea(
+        {[this] { return picture_->devicePixels(); },
+         [this](QSize size) { return picture_->renderArea(size, PictureView::Layers::all); }});
+    connect(&controller_.snapshots(), &Snapshots::flash, this,
+            [flash = new SnapshotFlash(picture_)] { flash->flash(); });
     connect(&controller_, &MoviePlayerController::windowOpened, this, &ViewerWindow::windowOpened);
     connect(&controller_, &MoviePlayerController::windowClosed, this, &ViewerWindow::windowClosed);
     connect(&controller_, &MoviePlayerController::movieLoading, this, &ViewerWindow::showLoading);
