@@ -1,0 +1,283 @@
+#include "tool/PlayBench.h"
+
+#include "annotate/GradeArithmetic.h"
+#include "media/PictureRenderer.h"
+#include "playback/PlaybackClock.h"
+#include "playback/Player.h"
+#include "tool/GradeArgument.h"
+#include "tool/ToolContext.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QJsonObject>
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <numbers>
+
+namespace daylark::tool {
+namespace {
+
+struct PlayArguments {
+    std::string file, size, grade;
+    std::vector<std::string> files;
+    double seconds = 5, rate = 1;
+    int count = 0;
+};
+
+double msOf(const QElapsedTimer& timer) {
+    return double(timer.nsecsElapsed()) / 1e6;
+}
+
+/// Runs events until the condition holds; false when it has not come true for very long.
+bool awaited(const std::function<bool()>& condition, double limitMs = 120000) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (msOf(timer) > limitMs) return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 2);
+    }
+    return true;
+}
+
+/// Opens the movie and waits for its first picture; false, and the context's failure, when there is none.
+bool shownFirst(ToolContext& context, Player& player, const QString& path) {
+    QString reason;
+    bool failed = false;
+    const auto connection = QObject::connect(&player, &Player::openFailed, &player, [&](const QString& text) {
+        failed = true;
+        reason = text;
+    });
+    player.open(path);
+    const bool answered = awaited([&] { return failed || player.pictureIsCurrent(); });
+    QObject::disconnect(connection);
+    if (answered && !failed) return true;
+    context.fail(path, failed ? reason : QStringLiteral("no picture came"));
+    return false;
+}
+
+double processorSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+double peakResidentMiB() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return double(usage.ru_maxrss) / 1024;
+}
+
+double at(std::vector<double> times, double part) {
+    if (times.empty()) return 0;
+    std::sort(times.begin(), times.end());
+    return times[std::min(times.size() - 1, size_t(double(times.size()) * part))];
+}
+
+/// Each picture is rendered where it is shown, before the next one is looked for.
+class Screen {
+public:
+    Screen(Player& player, const PictureRequest& request)
+        : request_(request) {
+        QObject::connect(&player, &Player::frameShown, &player,
+                         [this](const VideoFrame& picture, qint64 number) { show(picture, number); });
+    }
+    void begin() {
+        timer_.start();
+        moments_.assign(1, 0);
+        numbers_.clear();
+    }
+    [[nodiscard]] double elapsedMs() const { return msOf(timer_); }
+    [[nodiscard]] qint64 shown() const { return qint64(numbers_.size()); }
+    [[nodiscard]] double longestGapMs() const {
+        double longest = 0;
+        for (size_t i = 1; i < moments_.size(); ++i)
+            longest = std::max(longest, moments_[i] - moments_[i - 1]);
+        return longest;
+    }
+
+private:
+    void show(const VideoFrame& picture, qint64 number) {
+        lastPicture_ = renderPicture(picture, request_);
+        if (!timer_.isValid()) return;
+        moments_.push_back(msOf(timer_));
+        numbers_.push_back(number);
+    }
+
+    PictureRequest request_;
+    QElapsedTimer timer_;
+    std::vector<double> moments_;
+    std::vector<qint64> numbers_;
+    QImage lastPicture_;
+};
+
+QSize sizeOf(const std::string& text) {
+    const QStringList parts = QString::fromStdString(text).toLower().split(QLatin1Char('x'));
+    return parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
+}
+
+void benchPlay(ToolContext& context, const PlayArguments& arguments) {
+    const QString path = QString::fromStdString(arguments.file);
+    const Result<Grade> grade = gradeArgument(QString::fromStdString(arguments.grade));
+    if (!grade) return context.fail(path, grade.error().text);
+    PictureRequest request;
+    request.size = sizeOf(arguments.size);
+    request.colour = colourTransformOf(*grade);
+    MonotonicClock clock;
+    Player player(clock);
+    Screen screen(player, request);
+    if (!shownFirst(context, player, path)) return;
+    const double frameMs = 1000.0 * double(player.index().endTicks) / double(player.index().timeScale) /
+                           double(player.index().count()) / std::abs(arguments.rate);
+    if (!(frameMs > 0) || !std::isfinite(frameMs))
+        return context.fail(path, QStringLiteral("nothing to play"));
+    player.setLoops(true); // a movie shorter than the time plays on
+    if (arguments.rate < 0) {
+        player.setCurrentTime(player.duration());
+        if (!awaited([&] { return player.pictureIsCurrent(); }))
+            return context.fail(path, QStringLiteral("no picture came"));
+    }
+    QElapsedTimer start;
+    start.start();
+    player.setRate(float(arguments.rate));
+    if (!awaited([&] { return player.isRolling(); }))
+        return context.fail(path, QStringLiteral("the run did not begin"));
+    const double startMs = msOf(start), processorBefore = processorSeconds();
+    screen.begin();
+    const qint64 expected = std::llround(arguments.seconds * 1000 / frameMs);
+    awaited([&] { return screen.elapsedMs() >= (double(expected) + 0.5) * frameMs; }, 1e12);
+    const double processor = processorSeconds() - processorBefore;
+    const qint64 shown = screen.shown();
+    player.setRate(0);
+    context.print(QJsonDocument(
+        QJsonObject{{QStringLiteral("expected"), expected},
+                    {QStringLiteral("shown"), shown},
+                    {QStringLiteral("dropped"), std::max<qint64>(0, expected - shown)},
+                    {QStringLiteral("longestGapMs"), screen.longestGapMs()},
+                    {QStringLiteral("startMs"), startMs},
+                    {QStringLiteral("cpuSeconds"), processor},
+                    {QStringLiteral("cacheMiB"), double(player.statistics().cacheBytes) / (1024 * 1024)},
+                    {QStringLiteral("peakMemoryMiB"), peakResidentMiB()}}));
+}
+
+/// A hand goes back and forth over the whole movie, an event every 8 ms, and rests; the movie opened anew
+/// each time, so that nothing is ready.
+void benchDrag(ToolContext& context, const PlayArguments& arguments) {
+    const QString path = QString::fromStdString(arguments.file);
+    MonotonicClock clock;
+    Player player(clock);
+    std::vector<double> rates, rests, gaps;
+    constexpr double eventMs = 8, sweepMs = 3000;
+    for (int round = 0; round < arguments.count; ++round) {
+        player.close();
+        if (!shownFirst(context, player, path)) return;
+        qint64 pictures = 0;
+        double longest = 0, last = 0;
+        QElapsedTimer timer;
+        const auto connection = QObject::connect(&player, &Player::frameShown, &player, [&] {
+            ++pictures;
+            longest = std::max(longest, msOf(timer) - last);
+            last = msOf(timer);
+        });
+        timer.start();
+        player.setDragging(true);
+        for (double next = 0; next < arguments.seconds * 1000; next += eventMs) {
+            const double part = 0.5 - 0.5 * std::cos(2 * std::numbers::pi * (next / sweepMs + 0.13 * round));
+            const qint64 frame = qint64(part * double(player.index().count() - 1));
+            player.setCurrentTime(player.index().timeOf(frame));
+            awaited([&] { return msOf(timer) >= next + eventMs; });
+        }
+        rates.push_back(double(pictures) / (msOf(timer) / 1000));
+        gaps.push_back(longest);
+        QObject::disconnect(connection);
+        timer.restart();
+        awaited([&] { return player.pictureIsCurrent(); });
+        rests.push_back(msOf(timer));
+        player.setDragging(false);
+    }
+    context.print(QJsonDocument(QJsonObject{{QStringLiteral("picturesPerSecond"), at(rates, 0.5)},
+                                            {QStringLiteral("fewestPicturesPerSecond"), at(rates, 0)},
+                                            {QStringLiteral("longestGapMs"), at(gaps, 1)},
+                                            {QStringLiteral("restMedianMs"), at(rests, 0.5)},
+                                            {QStringLiteral("restMaxMs"), at(rests, 1)}}));
+}
+
+/// Goes through the movies in order and back; the next and the previous one were made ready while one stood.
+void benchNext(ToolContext& context, const PlayArguments& arguments) {
+    MonotonicClock clock;
+    Player player(clock);
+    const qsizetype count = qsizetype(arguments.files.size());
+    std::vector<double> times;
+    const auto path = [&](qsizetype place) { return QString::fromStdString(arguments.files[size_t(place)]); };
+    if (!shownFirst(context, player, path(0))) return;
+    qsizetype place = 0;
+    for (int change = 0; change < arguments.count; ++change) {
+        const bool turn = (change / std::max<qsizetype>(1, count - 1)) % 2 != 0;
+        std::vector<NeighbourMovie> neighbours;
+        if (place + 1 < count) neighbours.push_back({path(place + 1), {}});
+        if (place > 0) neighbours.push_back({path(place - 1), {}});
+        player.setNeighbours(neighbours);
+        QElapsedTimer pause;
+        pause.start();
+        awaited([&] { return msOf(pause) >= arguments.seconds * 1000; });
+        place += turn ? -1 : 1;
+        QElapsedTimer timer;
+        timer.start();
+        if (!shownFirst(context, player, path(place))) return;
+        times.push_back(msOf(timer));
+    }
+    context.print(QJsonDocument(QJsonObject{{QStringLiteral("medianMs"), at(times, 0.5)},
+                                            {QStringLiteral("p95Ms"), at(times, 0.95)},
+                                            {QStringLiteral("maxMs"), at(times, 1)},
+                                            {QStringLiteral("peakMemoryMiB"), peakResidentMiB()}}));
+}
+
+} // namespace
+
+void addPlayBenches(CLI::App& bench, ToolContext& context) {
+    const auto arguments = std::make_shared<PlayArguments>();
+    CLI::App* play = bench.add_subcommand("play", "Plays in real time, each picture rendered in software");
+    play->footer("Example: daylark-tool bench play A001.mov --seconds 10 --size 1280x720 --grade gamma=1.2");
+    play->add_option("FILE", arguments->file)->required();
+    play->add_option("--seconds", arguments->seconds, "how long")
+        ->default_val(5)
+        ->check(CLI::Range(0.1, 86400.0));
+    play->add_option("--rate", arguments->rate, "negative: backwards")
+        ->default_val(1)
+        ->check([](const std::string& text) {
+            return std::abs(std::atof(text.c_str())) >= 0.01 ? std::string() : std::string("a rate is not 0");
+        });
+    play->add_option("--size", arguments->size, "of the pictures, WxH; the movie's own where left out")
+        ->check([](const std::string& text) {
+            return sizeOf(text).isEmpty() ? std::string("a size is WIDTHxHEIGHT") : std::string();
+        });
+    play->add_option("--grade", arguments->grade, "exposure=1,gamma=2,...");
+    play->callback([=, &context] { benchPlay(context, *arguments); });
+
+    CLI::App* drag =
+        bench.add_subcommand("drag", "Drags the position back and forth over a movie not yet read");
+    drag->footer("Example: daylark-tool bench drag A001.mov --seconds 4");
+    drag->add_option("FILE", arguments->file)->required();
+    drag->add_option("--seconds", arguments->seconds, "of each drag")
+        ->default_val(3)
+        ->check(CLI::Range(0.1, 600.0));
+    drag->add_option("--count", arguments->count, "drags")->default_val(5)->check(CLI::Range(1, 1000));
+    drag->callback([=, &context] { benchDrag(context, *arguments); });
+
+    CLI::App* next = bench.add_subcommand("next", "Goes from movie to movie of a list and back");
+    next->footer("Example: daylark-tool bench next A001.mov A002.mov A003.mov");
+    next->add_option("FILE", arguments->files)->required()->expected(2, -1);
+    next->add_option("--seconds", arguments->seconds, "on each movie")
+        ->default_val(1)
+        ->check(CLI::Range(0.0, 600.0));
+    next->add_option("--count", arguments->count, "changes")->default_val(20)->check(CLI::Range(1, 100000));
+    next->callback([=, &context] { benchNext(context, *arguments); });
+}
+
+} // namespace daylark::tool
