@@ -22,10 +22,10 @@ using SoundTime = std::chrono::steady_clock;
 
 constexpr int soundRate = SoundDevice::samplesASecond;
 constexpr double readPatience = 0.3;   // seconds that a picture waits for its sound to be read
-constexpr double beginPatience = 1.0;  // and for the device to begin
+constexpr double beginPatience = 0.7;  // and for the device to begin
 constexpr double stallPatience = 1.5;  // seconds without progress that make a device a lost one
 constexpr double deviceStep = 0.03;    // seconds; devices tell their progress in steps up to this long
-constexpr double settlingTime = 0.08;  // seconds after which a device's word on its progress can be relied on
+constexpr double settlingTime = 0.2;   // seconds after which a device's word on its progress can be relied on
 constexpr double fadingTime = 0.3;     // seconds until what was faded out is certainly played
 constexpr float fadeStep = 1.0f / 240; // a sample: 5 ms, too short to hear and long enough not to click
 constexpr int lookEveryMilliseconds = 10;
@@ -351,6 +351,12 @@ void DeviceSound::Feeder::follow() {
     if (said <= 0) return;
     const std::lock_guard lock(mutex_);
     if (run_ != soundRun_) return;
+    if (!played_ && !joins_ && secondsSince(since_) > beginPatience - readPatience) {
+        joins_ = true; // the picture has gone on without a device as slow as this
+        joined_ = false;
+        envelope_ = 0;
+        map_.clear();
+    }
     constexpr double jump = 0.06, share = 0.05;
     double assumed = played_ ? *played_ + secondsBetween(playedAt_, now) : said;
     assumed = std::min(assumed, said + deviceStep); // a device that has not begun yet, or stutters

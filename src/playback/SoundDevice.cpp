@@ -14,7 +14,7 @@ namespace daylark {
 
 namespace {
 
-constexpr double deviceBuffer = 0.08; // seconds; how soon a new volume is heard
+constexpr double deviceBuffer = 0.1; // seconds; how soon a new volume is heard
 
 class QtSoundDevice final : public SoundDevice {
 public:
