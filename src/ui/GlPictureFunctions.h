@@ -17,6 +17,7 @@ struct GlPictureFunctions {
     X(void, AttachShader, (GLuint, GLuint))                                                                  \
     X(void, BindTexture, (GLenum, GLuint))                                                                   \
     X(void, BindVertexArray, (GLuint))                                                                       \
+    X(void, BlendFunc, (GLenum, GLenum))                                                                     \
     X(void, CompileShader, (GLuint))                                                                         \
     X(GLuint, CreateProgram, ())                                                                             \
     X(GLuint, CreateShader, (GLenum))                                                                        \

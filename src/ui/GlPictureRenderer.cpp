@@ -83,6 +83,18 @@ void main() {
 }
 )";
 
+constexpr const char* layerSource = R"(#version 330 core
+uniform sampler2D layer;
+uniform ivec2 corner;
+uniform int rows;
+out vec4 colour;
+void main() {
+    ivec2 fragment = ivec2(gl_FragCoord.xy) - corner;
+    colour = texelFetch(layer, ivec2(fragment.x, rows - 1 - fragment.y), 0);
+}
+)";
+constexpr int layerProgram = -1; // beside the variants of the picture's
+
 constexpr int greyVariant = 1, alphaVariant = 2, curveVariant = 4, mapVariant = 8;
 
 bool hasMap(const ColourTransform& colour) {
@@ -130,7 +142,9 @@ GlPictureRenderer::create(const GlPictureFunctions::Resolver& resolve) {
 GlPictureRenderer::~GlPictureRenderer() {
     for (const Texture& texture : textures_)
         if (texture.id) gl_.DeleteTextures(1, &texture.id);
-    for (const auto& [variant, program] : programs_)
+    for (const auto& [key, id] : layers_)
+        gl_.DeleteTextures(1, &id);
+    for (const auto& [key, program] : programs_)
         gl_.DeleteProgram(program.id);
     if (vertexArray_) gl_.DeleteVertexArrays(1, &vertexArray_);
 }
@@ -139,21 +153,13 @@ QString GlPictureRenderer::deviceName() const {
     return QString::fromLatin1(reinterpret_cast<const char*>(gl_.GetString(GL_RENDERER)));
 }
 
-Result<GlPictureRenderer::Program*> GlPictureRenderer::programFor(const PicturePlanes& picture,
-                                                                  const ColourTransform& colour) {
-    const int variant = (picture.isGrey() ? greyVariant : 0) | (picture.hasAlpha() ? alphaVariant : 0) |
-                        (colour.hasCurve() ? curveVariant : 0) | (hasMap(colour) ? mapVariant : 0);
-    if (const auto found = programs_.find(variant); found != programs_.end()) return &found->second;
-
-    std::string head = "#version 330 core\n";
-    if (variant & greyVariant) head += "#define GREY\n";
-    if (variant & alphaVariant) head += "#define ALPHA\n";
-    if (variant & curveVariant) head += "#define CURVE\n";
-    if (variant & mapVariant) head += "#define MAP\n";
+Result<GlPictureRenderer::Program*> GlPictureRenderer::built(int key, const std::string& fragment,
+                                                             const std::vector<const char*>& names) {
+    if (const auto found = programs_.find(key); found != programs_.end()) return &found->second;
     const GLuint id = gl_.CreateProgram();
     std::string log;
-    for (const auto& [kind, source] : {std::pair(GL_VERTEX_SHADER, std::string(vertexSource)),
-                                       std::pair(GL_FRAGMENT_SHADER, head + fragmentSource)}) {
+    for (const auto& [kind, source] :
+         {std::pair(GL_VERTEX_SHADER, std::string(vertexSource)), std::pair(GL_FRAGMENT_SHADER, fragment)}) {
         const GLuint shader = gl_.CreateShader(GLenum(kind));
         const char* text = source.c_str();
         gl_.ShaderSource(shader, 1, &text, nullptr);
@@ -171,16 +177,27 @@ Result<GlPictureRenderer::Program*> GlPictureRenderer::programFor(const PictureP
         gl_.DeleteProgram(id);
         return Error{QStringLiteral("shader: %1").arg(QString::fromLatin1(log.c_str()).simplified())};
     }
-    Program& program = programs_[variant];
+    Program& program = programs_[key];
     program.id = id;
-    for (const char* name :
-         {"plane0",      "plane1",      "plane2",      "plane3",      "corner",    "rows",
-          "turned",      "lumaWhole",   "lumaStart",   "lumaSlope",   "lumaReach", "chromaWhole",
-          "chromaStart", "chromaSlope", "chromaReach", "white",       "toRgb",     "black",
-          "gain",        "power",       "scale",       "curveOfZero", "map",       "mapOffset"})
-        program.places[name] =
-            gl_.GetUniformLocation(id, name); // -1, which is ignored, where a variant has none
+    for (const char* name : names)
+        program.places[name] = gl_.GetUniformLocation(id, name); // -1, which is ignored, where there is none
     return &program;
+}
+
+Result<GlPictureRenderer::Program*> GlPictureRenderer::programFor(const PicturePlanes& picture,
+                                                                  const ColourTransform& colour) {
+    const int variant = (picture.isGrey() ? greyVariant : 0) | (picture.hasAlpha() ? alphaVariant : 0) |
+                        (colour.hasCurve() ? curveVariant : 0) | (hasMap(colour) ? mapVariant : 0);
+    std::string source = "#version 330 core\n";
+    if (variant & greyVariant) source += "#define GREY\n";
+    if (variant & alphaVariant) source += "#define ALPHA\n";
+    if (variant & curveVariant) source += "#define CURVE\n";
+    if (variant & mapVariant) source += "#define MAP\n";
+    return built(variant, source + fragmentSource,
+                 {"plane0",      "plane1",      "plane2",      "plane3",      "corner",    "rows",
+                  "turned",      "lumaWhole",   "lumaStart",   "lumaSlope",   "lumaReach", "chromaWhole",
+                  "chromaStart", "chromaSlope", "chromaReach", "white",       "toRgb",     "black",
+                  "gain",        "power",       "scale",       "curveOfZero", "map",       "mapOffset"});
 }
 
 void GlPictureRenderer::uploadPlane(Texture& texture, const PicturePlanes::Plane& plane, int bytesPerSample) {
@@ -318,6 +335,48 @@ Result<void> GlPictureRenderer::draw(const PicturePlanes& picture, const Picture
     gl_.UseProgram(0);
     gl_.Viewport(0, 0, target.width(), target.height());
     return {};
+}
+
+void GlPictureRenderer::drawLayers(const std::vector<PictureLayer>& layers, QSize target) {
+    std::map<qint64, GLuint> kept;
+    const Result<Program*> program = built(layerProgram, layerSource, {"layer", "corner", "rows"});
+    if (!program) return;
+    gl_.UseProgram((*program)->id);
+    gl_.BindVertexArray(vertexArray_);
+    gl_.ActiveTexture(GL_TEXTURE0);
+    gl_.Uniform1i((*program)->places.at("layer"), 0);
+    gl_.Enable(GL_BLEND);
+    gl_.BlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    for (const PictureLayer& layer : layers) {
+        if (layer.image.isNull()) continue;
+        GLuint& id = kept[layer.image.cacheKey()];
+        if (const auto found = layers_.find(layer.image.cacheKey()); !id && found != layers_.end()) {
+            id = found->second;
+            layers_.erase(found);
+        }
+        const bool fresh = !id;
+        if (fresh) gl_.GenTextures(1, &id);
+        gl_.BindTexture(GL_TEXTURE_2D, id);
+        if (fresh) {
+            gl_.TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+            gl_.TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, 0);
+            gl_.TexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, layer.image.width(), layer.image.height(), 0, GL_BGRA,
+                           GL_UNSIGNED_INT_8_8_8_8_REV, layer.image.constBits());
+        }
+        const QPoint corner(layer.at.x(), target.height() - layer.at.y() - layer.image.height());
+        gl_.Uniform2i((*program)->places.at("corner"), corner.x(), corner.y());
+        gl_.Uniform1i((*program)->places.at("rows"), layer.image.height());
+        gl_.Viewport(corner.x(), corner.y(), layer.image.width(), layer.image.height());
+        gl_.DrawArrays(GL_TRIANGLES, 0, 3);
+    }
+    for (const auto& [key, id] : layers_)
+        gl_.DeleteTextures(1, &id);
+    layers_ = std::move(kept);
+    gl_.Disable(GL_BLEND);
+    gl_.BindTexture(GL_TEXTURE_2D, 0);
+    gl_.BindVertexArray(0);
+    gl_.UseProgram(0);
+    gl_.Viewport(0, 0, target.width(), target.height());
 }
 
 } // namespace daylark

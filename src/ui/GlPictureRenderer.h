@@ -4,6 +4,7 @@
 #include "media/PicturePlanes.h"
 #include "media/PictureRenderer.h"
 #include "ui/GlPictureFunctions.h"
+#include "ui/PictureLayer.h"
 
 #include <QPoint>
 #include <QSize>
@@ -12,6 +13,8 @@
 #include <array>
 #include <map>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace daylark {
 
@@ -34,6 +37,10 @@ public:
     [[nodiscard]] Result<void> draw(const PicturePlanes& picture, const PictureRequest& request, QSize target,
                                     QPoint at);
 
+    /// Lays them over what is there, pixel on pixel, the first lowest. Keeps the textures of these until the
+    /// next call.
+    void drawLayers(const std::vector<PictureLayer>& layers, QSize target);
+
     [[nodiscard]] QString deviceName() const; ///< what the driver calls itself
 
 private:
@@ -48,6 +55,8 @@ private:
         std::map<std::string, GLint> places;
     };
     GlPictureRenderer() = default;
+    [[nodiscard]] Result<Program*> built(int key, const std::string& fragment,
+                                         const std::vector<const char*>& names);
     [[nodiscard]] Result<Program*> programFor(const PicturePlanes& picture, const ColourTransform& colour);
     void upload(const PicturePlanes& picture);
     void uploadPlane(Texture& texture, const PicturePlanes::Plane& plane, int bytesPerSample);
@@ -59,7 +68,8 @@ private:
     GLuint vertexArray_ = 0;
     GLint largestTexture_ = 0;
     std::array<Texture, 4> textures_;
-    PicturePlanes uploaded_; ///< kept, so that its address stands for it
+    PicturePlanes uploaded_;          ///< kept, so that its address stands for it
+    std::map<qint64, GLuint> layers_; ///< textures by the image's key
     std::map<int, Program> programs_;
 };
 

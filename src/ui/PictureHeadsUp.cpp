@@ -57,12 +57,11 @@ PictureHeadsUp::Image PictureHeadsUp::made(const Plate& plate, qreal pixelRatio)
                        int(std::floor(bounds.top() * pixelRatio)));
     const QSize pixels(int(std::ceil(bounds.right() * pixelRatio)) - first.x(),
                        int(std::ceil(bounds.bottom() * pixelRatio)) - first.y());
-    Image image{plate, pixelRatio, QImage(pixels, QImage::Format_ARGB32_Premultiplied),
-                QPointF(first) / pixelRatio};
-    image.image.fill(Qt::transparent);
-    image.image.setDevicePixelRatio(pixelRatio);
-    QPainter painter(&image.image);
-    painter.translate(-image.at);
+    Image image{plate, pixelRatio, {QImage(pixels, QImage::Format_ARGB32_Premultiplied), first}};
+    image.layer.image.fill(Qt::transparent);
+    image.layer.image.setDevicePixelRatio(pixelRatio);
+    QPainter painter(&image.layer.image);
+    painter.translate(-QPointF(first) / pixelRatio);
     if (plate.shaded) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
@@ -76,16 +75,23 @@ PictureHeadsUp::Image PictureHeadsUp::made(const Plate& plate, qreal pixelRatio)
     return image;
 }
 
-void PictureHeadsUp::paint(QPainter& painter, qreal pixelRatio) {
+std::vector<PictureLayer> PictureHeadsUp::layers(qreal pixelRatio) {
     std::vector<Image> images;
+    std::vector<PictureLayer> layers;
     for (const Plate& plate : plates_) {
         const auto found = std::find_if(images_.begin(), images_.end(), [&](const Image& image) {
             return image.plate == plate && image.pixelRatio == pixelRatio;
         });
         images.push_back(found != images_.end() ? *found : made(plate, pixelRatio));
-        painter.drawImage(images.back().at, images.back().image);
+        layers.push_back(images.back().layer);
     }
     images_ = std::move(images);
+    return layers;
+}
+
+void PictureHeadsUp::paint(QPainter& painter, qreal pixelRatio) {
+    for (const PictureLayer& layer : layers(pixelRatio))
+        painter.drawImage(QPointF(layer.at) / pixelRatio, layer.image);
 }
 
 } // namespace daylark

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "ui/PictureLayer.h"
+
 #include <QColor>
 #include <QFont>
-#include <QImage>
 #include <QRectF>
 #include <QString>
 
@@ -31,7 +32,8 @@ public:
     /// `size`: the area in points; `statistics`: lines below the counter; `words`: the font of what isn't a
     /// number.
     void setTexts(const Texts& texts, const QString& statistics, QSize size, const QFont& words);
-    void paint(QPainter& painter, qreal pixelRatio);
+    [[nodiscard]] std::vector<PictureLayer> layers(qreal pixelRatio);
+    void paint(QPainter& painter, qreal pixelRatio); ///< `painter` paints in points
 
 private:
     struct Plate {
@@ -46,8 +48,7 @@ private:
     struct Image {
         Plate plate;
         qreal pixelRatio = 0;
-        QImage image;
-        QPointF at;
+        PictureLayer layer;
     };
     [[nodiscard]] static Image made(const Plate& plate, qreal pixelRatio);
 

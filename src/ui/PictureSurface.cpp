@@ -4,19 +4,17 @@
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
-#include <QPainter>
 
 #include <cmath>
 
 namespace daylark {
 
-PictureSurface::PictureSurface(QWidget* view, std::function<void(QPainter&)> paintOver)
+PictureSurface::PictureSurface(QWidget* view, Layers layers)
     : QOpenGLWidget(view)
-    , paintOver_(std::move(paintOver)) {
+    , layers_(std::move(layers)) {
     QSurfaceFormat wanted;
     wanted.setVersion(3, 3);
     wanted.setProfile(QSurfaceFormat::CoreProfile);
-    wanted.setStencilBufferSize(8); // what QPainter clips with
     setFormat(wanted);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
@@ -48,17 +46,15 @@ void PictureSurface::initializeGL() {
 void PictureSurface::paintGL() {
     QOpenGLFunctions* gl = context()->functions();
     gl->glClearColor(0, 0, 0, 1);
-    gl->glClear(GL_COLOR_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
-    if (renderer_ && !scene_.frame.isNull() && !scene_.request.size.isEmpty()) {
-        if (planes_.isNull()) planes_ = planesOf(scene_.frame);
+    gl->glClear(GL_COLOR_BUFFER_BIT);
+    if (renderer_) {
         const qreal ratio = devicePixelRatioF();
         const QSize target(int(std::lround(width() * ratio)), int(std::lround(height() * ratio)));
-        const Result<void> drawn = renderer_->draw(planes_, scene_.request, target, scene_.at);
-        if (!drawn) fail(drawn.error().text);
+        if (planes_.isNull()) planes_ = planesOf(scene_.frame);
+        const Result<void> picture = renderer_->draw(planes_, scene_.request, target, scene_.at);
+        if (!picture) fail(picture.error().text);
+        renderer_->drawLayers(layers_(), target);
     }
-    QPainter painter(this);
-    paintOver_(painter);
-    painter.end();
     Q_EMIT drawn();
 }
 

@@ -3,11 +3,13 @@
 #include "media/PicturePlanes.h"
 #include "media/PictureRenderer.h"
 #include "media/VideoFrame.h"
+#include "ui/PictureLayer.h"
 
 #include <QOpenGLWidget>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace daylark {
 
@@ -23,8 +25,9 @@ public:
         PictureRequest request; ///< `visible` within the picture, or an empty size for no picture
         QPoint at;              ///< where its upper left pixel lies in the area, device pixels
     };
-    /// `paintOver` paints what lies over the picture, in points.
-    PictureSurface(QWidget* view, std::function<void(QPainter&)> paintOver);
+    using Layers = std::function<std::vector<PictureLayer>()>;
+    /// `layers` tells, at every painting, what lies over the picture, from below to above.
+    PictureSurface(QWidget* view, Layers layers);
     ~PictureSurface() override;
 
     void setScene(Scene scene);
@@ -43,7 +46,7 @@ private:
     void release();
     void fail(const QString& reason);
 
-    std::function<void(QPainter&)> paintOver_;
+    Layers layers_;
     std::unique_ptr<GlPictureRenderer> renderer_;
     Scene scene_;
     PicturePlanes planes_; ///< of the scene's frame; null: to be made

@@ -112,9 +112,10 @@ void PictureView::setOverlayPainter(std::function<void(QPainter&)> painter) {
     refreshOverlay();
 }
 
-void PictureView::refreshOverlay() {
-    overlay_ = {};
-    refresh();
+void PictureView::refreshOverlay(const QRect& part) {
+    const QRect changed = part.isNull() ? rect() : part;
+    overlayChanged_ |= changed;
+    surface_ ? refresh() : update(changed);
 }
 
 QSize PictureView::devicePixels() const {
@@ -188,12 +189,19 @@ void PictureView::takePicture(quint64 serial, const QImage& image, QPoint at) {
 QImage PictureView::overlayImage() {
     if (!overlayPainter_) return {};
     const QSize pixels = devicePixels();
-    if (overlay_.size() == pixels) return overlay_;
-    overlay_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-    overlay_.fill(Qt::transparent);
+    if (overlay_.size() != pixels) {
+        overlay_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+        overlayChanged_ = rect();
+    }
+    if (overlayChanged_.isEmpty()) return overlay_;
     overlay_.setDevicePixelRatio(devicePixelRatioF());
     QPainter painter(&overlay_);
+    painter.setClipRect(overlayChanged_);
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    painter.fillRect(overlayChanged_, Qt::transparent);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     overlayPainter_(painter);
+    overlayChanged_ = {};
     return overlay_;
 }
 
@@ -227,8 +235,9 @@ void PictureView::paintEvent(QPaintEvent*) {
         overlayPainter_(painter);
         painter.restore();
     }
+    const qreal ratio = devicePixelRatioF();
     plates_.setTexts(headsUp_, statistics_, size(), font());
-    plates_.paint(painter, devicePixelRatioF());
+    plates_.paint(painter, ratio);
 }
 
 void PictureView::resizeEvent(QResizeEvent*) {
@@ -301,11 +310,12 @@ void PictureView::adoptRenderer() {
     if (surface_) {
         delete std::exchange(surface_, nullptr);
     } else {
-        surface_ = new PictureSurface(this, [this](QPainter& painter) {
-            if (const QImage overlay = overlayImage(); !overlay.isNull())
-                painter.drawImage(QPoint(), overlay);
+        surface_ = new PictureSurface(this, [this] {
             plates_.setTexts(headsUp_, statistics_, size(), font());
-            plates_.paint(painter, devicePixelRatioF());
+            std::vector<PictureLayer> layers = plates_.layers(devicePixelRatioF());
+            if (QImage overlay = overlayImage(); !overlay.isNull())
+                layers.insert(layers.begin(), {std::move(overlay), QPoint()});
+            return layers;
         });
         connect(surface_, &PictureSurface::ready, this, &PictureView::rendererChanged);
         connect(surface_, &PictureSurface::drawn, this, [this] { shown_ = wanted_; });

@@ -54,7 +54,7 @@ public:
     /// Paints what lies above the picture and below the read-outs, in the area's points. It may be called at
     /// any painting; what it paints changes only when `refreshOverlay` says so.
     void setOverlayPainter(std::function<void(QPainter&)> painter);
-    void refreshOverlay();
+    void refreshOverlay(const QRect& part = {}); ///< `part`: only there, in the area's points
     enum class Layers { withoutReadOuts, all };
     /// Picture and overlay (and the read-outs), by the software renderer, in an image of that size (pixels;
     /// empty: the area's own, pixel for pixel what is on screen). Another size scales the whole area, layers
@@ -116,7 +116,8 @@ private:
     QString statistics_;
     PictureHeadsUp plates_;
     std::function<void(QPainter&)> overlayPainter_;
-    QImage overlay_; ///< the overlay's layer for OpenGL; null: to be painted
+    QRect overlayChanged_; ///< what of `overlay_` is to be painted again, points
+    QImage overlay_;       ///< the overlay's layer for OpenGL; null: to be painted
 
     PictureSurface* surface_ = nullptr; ///< covers the area in OpenGL mode; none in software
     bool openGlWanted_ = false;
