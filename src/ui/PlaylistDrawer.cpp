@@ -46,6 +46,9 @@ public:
     int rowCount(const QModelIndex& parent) const override {
         return parent.isValid() ? 0 : int(list_.count());
     }
+    Qt::ItemFlags flags(const QModelIndex& index) const override {
+        return QAbstractListModel::flags(index) | Qt::ItemIsDragEnabled;
+    }
     QVariant data(const QModelIndex& index, int role) const override {
         const Movie* movie = movieAt(index.row());
         if (!movie) return {};
