@@ -1,4 +1,6 @@
 #include "model/Session.h"
+#include "tool/PlayBench.h"
+#include "tool/PlaybackBenches.h"
 #include "tool/ToolContext.h"
 
 #include <CLI/CLI.hpp>
@@ -165,6 +167,8 @@ void addBenchCommands(CLI::App& app, ToolContext& context) {
     const auto arguments = std::make_shared<Arguments>();
     CLI::App* bench = app.add_subcommand("bench", "Measures, and prints the figures");
     bench->require_subcommand(1);
+    addPlaybackBenches(*bench, context);
+    addPlayBenches(*bench, context);
     CLI::App* session = bench->add_subcommand("session", "Saving and loading a made session of COUNT movies");
     session->footer("Example: daylark-tool bench session 10000");
     session->add_option("COUNT", arguments->count)->required()->check(CLI::Range(1, 1000000));
