@@ -5,6 +5,7 @@
 #include "playback/Player.h"
 #include "ui/BookmarkPanel.h"
 #include "ui/Commands.h"
+#include "ui/DrawingOverlay.h"
 #include "ui/FlagPopUp.h"
 #include "ui/GradingPanel.h"
 #include "ui/KeysDialog.h"
@@ -170,6 +171,7 @@ void ViewerWindow::buildLayout() {
 void ViewerWindow::connectController() {
     connect(&controller_.grade(), &ViewerGrade::transformChanged, this,
             [this] { picture_->setColourTransform(controller_.grade().transform()); });
+    new DrawingOverlay(controller_, *picture_); // the picture owns it
     controller_.snapshots().setArea(
         {[this] { return picture_->devicePixels(); },
          [this](QSize size) { return picture_->renderArea(size, PictureView::Layers::all); }});
