@@ -11,7 +11,9 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QJsonObject>
+#include <QTimer>
 
 #include <sys/resource.h>
 
@@ -28,19 +30,30 @@ struct PlayArguments {
     std::vector<std::string> files;
     double seconds = 5, rate = 1;
     int count = 0;
+    bool yardstick = false;
 };
 
 double msOf(const QElapsedTimer& timer) {
     return double(timer.nsecsElapsed()) / 1e6;
 }
 
+/// Runs events for that long; sleeps between them, since what is measured wants the processor.
+void runFor(double milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(std::max(0, int(std::lround(milliseconds))), Qt::PreciseTimer, &loop,
+                       &QEventLoop::quit);
+    loop.exec();
+}
+
 /// Runs events until the condition holds; false when it has not come true for very long.
 bool awaited(const std::function<bool()>& condition, double limitMs = 120000) {
     QElapsedTimer timer;
     timer.start();
+    QTimer alarm; // wakes the loop where nothing else does
+    alarm.start(5);
     while (!condition()) {
         if (msOf(timer) > limitMs) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 2);
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
     return true;
 }
@@ -122,6 +135,26 @@ QSize sizeOf(const std::string& text) {
     return parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
 }
 
+/// The last frame of the unbroken stretch that is ready from the current one on; from 1.
+qint64 readyUntil(const Player& player) {
+    for (const auto& [first, last] : player.readyRanges())
+        if (first <= player.currentFrame() && player.currentFrame() <= last) return last;
+    return player.currentFrame();
+}
+
+/// Processor seconds of decoding frames `first` to `last` and converting `shown` of them, and nothing else.
+double yardstickSeconds(const QString& path, qint64 first, qint64 last, qint64 shown,
+                        const PictureRequest& request) {
+    auto reader = FrameReader::open(path);
+    if (!reader) return 0;
+    if (!(*reader)->read(first - 1)) return 0;
+    const double before = processorSeconds();
+    for (qint64 n = first; n < last; ++n)
+        if (const auto picture = (*reader)->read(n); picture && n - first < shown)
+            static_cast<void>(renderPicture(*picture, request));
+    return processorSeconds() - before;
+}
+
 void benchPlay(ToolContext& context, const PlayArguments& arguments) {
     const QString path = QString::fromStdString(arguments.file);
     const Result<Grade> grade = gradeArgument(QString::fromStdString(arguments.grade));
@@ -149,21 +182,31 @@ void benchPlay(ToolContext& context, const PlayArguments& arguments) {
     if (!awaited([&] { return player.isRolling(); }))
         return context.fail(path, QStringLiteral("the run did not begin"));
     const double startMs = msOf(start), processorBefore = processorSeconds();
+    const qint64 readyAtFirst = readyUntil(player);
     screen.begin();
     const qint64 expected = std::llround(arguments.seconds * 1000 / frameMs);
-    awaited([&] { return screen.elapsedMs() >= (double(expected) + 0.5) * frameMs; }, 1e12);
+    runFor((double(expected) + 0.5) * frameMs - screen.elapsedMs());
     const double processor = processorSeconds() - processorBefore;
-    const qint64 shown = screen.shown();
+    const qint64 shown = screen.shown(), readyAtLast = readyUntil(player);
+    const double cacheMiB = double(player.statistics().cacheBytes) / (1024 * 1024),
+                 peakMiB = peakResidentMiB();
     player.setRate(0);
-    context.print(QJsonDocument(
-        QJsonObject{{QStringLiteral("expected"), expected},
-                    {QStringLiteral("shown"), shown},
-                    {QStringLiteral("dropped"), std::max<qint64>(0, expected - shown)},
-                    {QStringLiteral("longestGapMs"), screen.longestGapMs()},
-                    {QStringLiteral("startMs"), startMs},
-                    {QStringLiteral("cpuSeconds"), processor},
-                    {QStringLiteral("cacheMiB"), double(player.statistics().cacheBytes) / (1024 * 1024)},
-                    {QStringLiteral("peakMemoryMiB"), peakResidentMiB()}}));
+    QJsonObject figures{{QStringLiteral("expected"), expected},
+                        {QStringLiteral("shown"), shown},
+                        {QStringLiteral("dropped"), std::max<qint64>(0, expected - shown)},
+                        {QStringLiteral("longestGapMs"), screen.longestGapMs()},
+                        {QStringLiteral("startMs"), startMs},
+                        {QStringLiteral("cpuSeconds"), processor},
+                        {QStringLiteral("cacheMiB"), cacheMiB},
+                        {QStringLiteral("peakMemoryMiB"), peakMiB}};
+    if (arguments.yardstick && arguments.rate > 0 && readyAtLast > readyAtFirst) {
+        player.close();
+        const double alone = yardstickSeconds(path, readyAtFirst, readyAtLast, shown, request);
+        figures[QStringLiteral("framesDecoded")] = readyAtLast - readyAtFirst;
+        figures[QStringLiteral("yardstickCpuSeconds")] = alone;
+        figures[QStringLiteral("cpuToYardstick")] = alone > 0 ? processor / alone : 0;
+    }
+    context.print(QJsonDocument(figures));
 }
 
 /// A hand goes back and forth over the whole movie, an event every 8 ms, and rests; the movie opened anew
@@ -191,7 +234,7 @@ void benchDrag(ToolContext& context, const PlayArguments& arguments) {
             const double part = 0.5 - 0.5 * std::cos(2 * std::numbers::pi * (next / sweepMs + 0.13 * round));
             const qint64 frame = qint64(part * double(player.index().count() - 1));
             player.setCurrentTime(player.index().timeOf(frame));
-            awaited([&] { return msOf(timer) >= next + eventMs; });
+            runFor(next + eventMs - msOf(timer));
         }
         rates.push_back(double(pictures) / (msOf(timer) / 1000));
         gaps.push_back(longest);
@@ -223,9 +266,7 @@ void benchNext(ToolContext& context, const PlayArguments& arguments) {
         if (place + 1 < count) neighbours.push_back({path(place + 1), {}});
         if (place > 0) neighbours.push_back({path(place - 1), {}});
         player.setNeighbours(neighbours);
-        QElapsedTimer pause;
-        pause.start();
-        awaited([&] { return msOf(pause) >= arguments.seconds * 1000; });
+        runFor(arguments.seconds * 1000);
         place += turn ? -1 : 1;
         QElapsedTimer timer;
         timer.start();
@@ -258,6 +299,9 @@ void addPlayBenches(CLI::App& bench, ToolContext& context) {
             return sizeOf(text).isEmpty() ? std::string("a size is WIDTHxHEIGHT") : std::string();
         });
     play->add_option("--grade", arguments->grade, "exposure=1,gamma=2,...");
+    play->add_flag(
+        "--yardstick", arguments->yardstick,
+        "also measures decoding and converting the same frames alone (movies longer than the run)");
     play->callback([=, &context] { benchPlay(context, *arguments); });
 
     CLI::App* drag =
