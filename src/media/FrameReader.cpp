@@ -27,6 +27,7 @@ public:
         const AVCodecParameters& picture = *source_.file().video()->codecpar;
         const bool large = qint64(picture.width) * picture.height > largePicture;
         mostDecoders_ = standsAlone_ ? 1 : large ? 2 : 3;
+        strict_ = codec->err_recognition & AV_EF_EXPLODE;
         addDecoder(std::move(codec));
     }
 
@@ -62,6 +63,7 @@ private:
     }
     Found tryEarlierGroups(qint64 key, qint64 n, const FramePassed& passed);
     Result<VideoFrame> standIn(qint64 n, const FramePassed& passed);
+    Result<VideoFrame> readLeniently(qint64 n, const FramePassed& passed);
     static Error stopped() { return {QStringLiteral("cancelled")}; }
 
     SampleTable table_;
@@ -69,6 +71,7 @@ private:
     std::vector<std::unique_ptr<PictureDecoder>> decoders_; ///< the one used last stands last
     size_t mostDecoders_ = 1;
     bool standsAlone_ = false;
+    bool strict_ = false; ///< the decoders give no picture that is damaged in part
     std::vector<qint64> keyFrames_;
     std::map<qint64, int> earlierGroups_; ///< key frames whose group needs a start so many groups earlier
     std::set<qint64> damagedGroups_;      ///< key frames whose group lacks pictures for good
@@ -110,7 +113,7 @@ void DecodingReader::chooseDecoder(qint64 n, qint64 key) {
             best = i;
     const bool found = best < decoders_.size();
     if (!found && decoders_.size() < mostDecoders_)
-        if (auto codec = source_.file().openDecoder(table_.reorderDepth)) {
+        if (auto codec = source_.file().openDecoder(table_.reorderDepth, strict_)) {
             addDecoder(std::move(*codec));
             best = decoders_.size() - 1;
         }
@@ -151,24 +154,42 @@ DecodingReader::Found DecodingReader::tryEarlierGroups(qint64 key, qint64 n, con
 /// The nearest earlier picture of a frame that cannot be decoded; before the first one that can, that one.
 Result<VideoFrame> DecodingReader::standIn(qint64 n, const FramePassed& passed) {
     qint64 key = keyFrameBefore(n), target = n;
+    std::vector<qint64> hole;
+    const auto remember = [&](qint64 shown) {
+        for (const qint64 missing : hole)
+            standIns_[missing] = shown;
+    };
     for (;;) {
+        hole.push_back(target);
         const Found found = readAnew(key, groupsBefore(key), target, OnTheWay::allAndEnd, passed);
         if (found == Found::stopped) return stopped();
         if (const qint64 shown = decoder().shownNumber(); shown >= 0) {
-            standIns_[n] = shown;
+            if (found == Found::exact) hole.pop_back();
+            remember(shown);
             return decoder().shown();
         }
         if (key <= 0) break;
         target = key - 1;
         if (const auto known = standIns_.find(target); known != standIns_.end()) {
-            standIns_[n] = known->second;
+            remember(known->second);
             return findFrame(known->second, passed);
         }
         key = keyFrameBefore(target);
     }
     if (readAnew(0, 0, n, OnTheWay::all, passed) == Found::stopped) return stopped();
     if (const VideoFrame frame = decoder().nearest(); !frame.isNull()) return frame;
-    return Error{QStringLiteral("no picture can be decoded")};
+    return strict_ ? readLeniently(n, passed) : Error{QStringLiteral("no picture can be decoded")};
+}
+
+/// Rather half a picture than none in the whole movie.
+Result<VideoFrame> DecodingReader::readLeniently(qint64 n, const FramePassed& passed) {
+    strict_ = false;
+    Result<av::CodecPtr> codec = source_.file().openDecoder(table_.reorderDepth, strict_);
+    if (!codec) return codec.error();
+    decoders_.clear();
+    addDecoder(std::move(*codec));
+    standIns_.clear();
+    return findFrame(n, passed);
 }
 
 qint64 DecodingReader::startFor(qint64 key, int groups) const {

@@ -100,7 +100,7 @@ int MediaFile::readPacket(AVPacket* packet) const {
     }
 }
 
-Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth) const {
+Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth, bool strict) const {
     const AVCodec* decoder = avcodec_find_decoder(video_->codecpar->codec_id);
     if (!decoder) return Error{QStringLiteral("no decoder for this codec")};
     av::CodecPtr codec(avcodec_alloc_context3(decoder));
@@ -111,6 +111,10 @@ Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth) const {
     const bool bySlices = decoder->id == AV_CODEC_ID_PRORES || decoder->id == AV_CODEC_ID_DNXHD;
     codec->thread_type = bySlices ? FF_THREAD_SLICE : FF_THREAD_FRAME | FF_THREAD_SLICE;
     codec->thread_count = int(std::clamp(std::thread::hardware_concurrency(), 1U, 8U));
+    // These would give half a picture without a word.
+    const bool silent = decoder->id == AV_CODEC_ID_DNXHD || decoder->id == AV_CODEC_ID_MJPEG ||
+                        decoder->id == AV_CODEC_ID_PNG;
+    if (silent && strict) codec->err_recognition |= AV_EF_EXPLODE | AV_EF_CRCCHECK;
     AVDictionary* options = nullptr;
     // Scene-linear pictures are shown as a display would: through its transfer curve.
     if (decoder->id == AV_CODEC_ID_EXR) av_dict_set(&options, "apply_trc", "iec61966_2_1", 0);

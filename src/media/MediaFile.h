@@ -18,6 +18,7 @@ public:
     /// The same file from its beginning, for what cannot be wound back.
     [[nodiscard]] Result<MediaFile> reopened() const { return open(path_, interrupt_->cancel); }
 
+    [[nodiscard]] const QString& path() const { return path_; }
     [[nodiscard]] AVFormatContext* format() const { return format_.get(); }
     [[nodiscard]] AVStream* video() const { return video_; } ///< null: sound only
     [[nodiscard]] AVStream* sound() const { return sound_; } ///< null: none
@@ -29,8 +30,9 @@ public:
     [[nodiscard]] bool cancelled() const { return interrupt_->cancel && interrupt_->cancel->load(); }
 
     /// A decoder for the video stream, with frame and slice threads; `reorderDepth` is how many frames may
-    /// come between a sample's place in the file and its place on the screen.
-    [[nodiscard]] Result<av::CodecPtr> openDecoder(int reorderDepth) const;
+    /// come between a sample's place in the file and its place on the screen. `strict`: gives no picture that
+    /// is known to be damaged in part, where the decoder leaves the choice.
+    [[nodiscard]] Result<av::CodecPtr> openDecoder(int reorderDepth, bool strict = true) const;
 
 private:
     struct Interrupt {

@@ -33,9 +33,10 @@ protected:
         QObject::connect(player_.get(), &Player::frameShown, player_.get(),
                          [this](const VideoFrame& frame, qint64 number) { look(number - 1, frame); });
         QSignalSpy opened(player_.get(), &Player::opened);
+        QObject::connect(player_.get(), &Player::opened, player_.get(),
+                         [this] { count_ = player_->index().count(); });
         player_->open(path);
         ASSERT_TRUE(bench::waitUntil([&] { return opened.count() == 1; }));
-        count_ = player_->index().count();
         tally_.setFrames(count_);
         ASSERT_LE(count_, expected_.count());
         ASSERT_GE(count_, std::max<qint64>(1, expected_.count() - expected_.mayLack));

@@ -55,6 +55,18 @@ Result<std::vector<Sample>> makeAndListen(MovieSpec spec, const std::function<vo
     return samples;
 }
 
+/// From a damaged sample up to the next key frame in the file any picture may be shown.
+void setFreeBehind(Expectation& expected, const std::vector<Sample>& samples,
+                   const std::function<bool(int number)>& isDamaged) {
+    bool spoilt = false;
+    for (const Sample& sample : samples) {
+        if (sample.key) spoilt = false;
+        if (sample.number < 1) continue;
+        spoilt = spoilt || isDamaged(sample.number);
+        if (spoilt) expected.pictures[size_t(sample.number - 1)] = Expectation::any;
+    }
+}
+
 bool replaceInFile(const QString& path, const QByteArray& sample,
                    const std::function<void(QByteArray&)>& change) {
     QFile file(path);
@@ -116,7 +128,8 @@ Making damaged(Damage damage) {
             return false;
         };
         const auto spoil = [&](QByteArray& data) {
-            if (data.size() > damage.kept) std::fill(data.begin() + damage.kept, data.end(), damage.filler);
+            const qsizetype kept = damage.halfKept ? data.size() / 2 : qsizetype(damage.kept);
+            if (data.size() > kept) std::fill(data.begin() + kept, data.end(), damage.filler);
         };
         const auto samples = makeAndListen(spec, [&](EncodedSample& sample) {
             if (isHit(sample.number) && !damage.afterMuxing) spoil(sample.data);
@@ -126,19 +139,46 @@ Making damaged(Damage damage) {
             if (damage.afterMuxing && isHit(sample.number))
                 if (!replaceInFile(spec.path, sample.data, spoil)) return failed("the sample isn't there");
         Expectation expected = whole(spec);
-        bool spoilt = false;
-        for (const Sample& sample : *samples) {
-            if (sample.key) spoilt = false;
-            if (sample.number < 1) continue;
-            spoilt = spoilt || (damage.referredTo && isHit(sample.number));
-            if (spoilt) expected.pictures[size_t(sample.number - 1)] = Expectation::any;
-        }
+        if (damage.referredTo) setFreeBehind(expected, *samples, isHit);
+        const auto good = [&](int number) { return !isHit(number); };
+        // Where not one is whole, half a picture is what there is.
+        if (std::none_of(expected.pictures.begin(), expected.pictures.end(), good)) return expected;
         // In front of every good picture the first of them stands.
         for (int number = int(expected.count()) - 1; number >= 1; --number)
             if (isHit(number)) expected.pictures[size_t(number - 1)] = expected.pictures[size_t(number)];
         for (int number = 2; number <= int(expected.count()); ++number)
             if (isHit(number) && hasGoodBefore(number))
                 expected.pictures[size_t(number - 1)] = expected.pictures[size_t(number - 2)];
+        return expected;
+    };
+}
+
+Making lostInTransport(int number) {
+    return [=](const MovieSpec& spec) -> Result<Expectation> {
+        const auto samples = makeAndListen(spec, {});
+        if (!samples) return samples.error();
+        QFile file(spec.path);
+        if (!file.open(QIODevice::ReadWrite)) return failed("no file");
+        QByteArray bytes = file.readAll();
+        constexpr qsizetype packetSize = 188;
+        constexpr int pictures = 0x100, nothing = 0x1fff, firstLost = 2, lost = 3;
+        int place = -1, within = 0, hit = 0;
+        for (qsizetype at = 0; at + packetSize <= bytes.size(); at += packetSize) {
+            auto* head = reinterpret_cast<uint8_t*>(bytes.data() + at);
+            if (((head[1] & 0x1f) << 8 | head[2]) != pictures) continue;
+            const bool begins = head[1] & 0x40;
+            place += begins;
+            within = begins ? 0 : within + 1;
+            if (place < 0 || (*samples)[size_t(place)].number != number || within < firstLost) continue;
+            if (within >= firstLost + lost) break;
+            head[1] = uint8_t((head[1] & 0xe0) | nothing >> 8);
+            head[2] = nothing & 0xff;
+            ++hit;
+        }
+        if (hit != lost) return failed("the sample is too small");
+        if (!file.seek(0) || file.write(bytes) != bytes.size()) return failed("not written");
+        Expectation expected = whole(spec);
+        setFreeBehind(expected, *samples, [=](int damaged) { return damaged == number; });
         return expected;
     };
 }

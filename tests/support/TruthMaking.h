@@ -23,9 +23,12 @@ struct Damage {
     int kept = 8;
     char filler = 0;
     bool referredTo = false;  ///< later pictures of the group build on it
+    bool halfKept = false;    ///< at least the first half of the sample stays whole
     bool afterMuxing = false; ///< in the file itself: the muxer would look into the damaged sample
 };
 [[nodiscard]] Making damaged(Damage damage);
+/// Some transport packets within the sample of this frame are lost.
+[[nodiscard]] Making lostInTransport(int number);
 /// MPEG-4 with one B-frame between two others, packed into the sample of the later one, as some old AVI files
 /// are: the sample after it is a placeholder.
 [[nodiscard]] Making packedBFrames();

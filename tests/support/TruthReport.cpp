@@ -16,7 +16,7 @@ namespace {
 struct Row {
     std::string clip;
     qint64 frames = 0;
-    int checked = 0, wrong = 0;
+    int checked = 0, free = 0, wrong = 0;
     qint64 milliseconds = 0;
 };
 
@@ -25,14 +25,16 @@ class Table : public ::testing::Environment {
 public:
     void add(const char* suite, const Tally& tally) {
         suite_ = suite;
-        rows_.push_back({tally.clip(), tally.frames(), tally.checked(), tally.wrong(), tally.milliseconds()});
+        rows_.push_back({tally.clip(), tally.frames(), tally.checked(), tally.free(), tally.wrong(),
+                         tally.milliseconds()});
     }
     void TearDown() override {
         if (rows_.empty()) return;
-        Row total{"total of " + std::to_string(rows_.size()), 0, 0, 0, 0};
+        Row total{"total of " + std::to_string(rows_.size())};
         for (const Row& row : rows_) {
             total.frames += row.frames;
             total.checked += row.checked;
+            total.free += row.free;
             total.wrong += row.wrong;
             total.milliseconds += row.milliseconds;
         }
@@ -43,12 +45,12 @@ public:
 
 private:
     QString markdown() const {
-        QString text = QString::asprintf(
-            "\n| %-34s | frames | pictures | wrong |     ms |\n|%s|-------:|---------:|------:|-------:|\n",
-            suite_.c_str(), std::string(36, '-').c_str());
+        QString text = QString::asprintf("\n| %-34s | frames | pictures | of these free | wrong |     ms "
+                                         "|\n|%s|-------:|---------:|--------------:|------:|-------:|\n",
+                                         suite_.c_str(), std::string(36, '-').c_str());
         for (const Row& row : rows_)
-            text += QString::asprintf("| %-34s | %6lld | %8d | %5d | %6lld |\n", row.clip.c_str(),
-                                      static_cast<long long>(row.frames), row.checked, row.wrong,
+            text += QString::asprintf("| %-34s | %6lld | %8d | %13d | %5d | %6lld |\n", row.clip.c_str(),
+                                      static_cast<long long>(row.frames), row.checked, row.free, row.wrong,
                                       static_cast<long long>(row.milliseconds));
         return text;
     }
@@ -58,6 +60,7 @@ private:
             lines.append(QJsonObject{{QStringLiteral("clip"), QString::fromStdString(row.clip)},
                                      {QStringLiteral("frames"), row.frames},
                                      {QStringLiteral("pictures"), row.checked},
+                                     {QStringLiteral("free"), row.free},
                                      {QStringLiteral("wrong"), row.wrong},
                                      {QStringLiteral("milliseconds"), row.milliseconds}});
         return QJsonDocument(lines).toJson();
@@ -81,6 +84,7 @@ private:
 
 void Tally::look(qint64 frame, int expected, bool there, std::optional<int> drawn, const char* manner) {
     ++checked_;
+    free_ += expected == 0;
     if (there && (expected == 0 || drawn == expected)) return;
     ++wrong_;
     if (firstWrong_.size() < 8)

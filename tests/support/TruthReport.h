@@ -25,6 +25,7 @@ public:
 
     [[nodiscard]] int checked() const { return checked_; }
     [[nodiscard]] int wrong() const { return wrong_; }
+    [[nodiscard]] int free() const { return free_; } ///< of those checked: any picture was right
     [[nodiscard]] const std::string& clip() const { return clip_; }
     [[nodiscard]] qint64 frames() const { return frames_; }
     [[nodiscard]] qint64 milliseconds() const { return time_.elapsed(); }
@@ -35,7 +36,7 @@ public:
 private:
     std::string clip_;
     qint64 frames_ = 0;
-    int checked_ = 0, wrong_ = 0;
+    int checked_ = 0, wrong_ = 0, free_ = 0;
     QStringList firstWrong_;
     QElapsedTimer time_;
 };
