@@ -90,7 +90,7 @@ void addSnapshotCommand(CLI::App& app, ToolContext& context) {
     CLI::App* command =
         app.add_subcommand("snapshot", "The player area as the viewer would show it, as an image file.");
     command->footer("Example: daylark-tool snapshot day1.dls --playlist 1 --item 3 --frame 42 --size "
-                    "1280x720 --out still.png");
+                    "1280x720 --out still.jpg");
     arguments->item.addTo(*command);
     command->add_option("--frame", arguments->frame, "frame number, from 1")->required();
     command->add_option("--size", arguments->size, "WIDTHxHEIGHT of the player area in pixels")->required();

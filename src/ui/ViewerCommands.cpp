@@ -4,7 +4,9 @@
 #include "platform/UserDefaults.h"
 #include "ui/BookmarkCommands.h"
 #include "ui/Commands.h"
+#include "ui/DrawingCommands.h"
 #include "ui/FlagPopUp.h"
+#include "ui/GeometryCommands.h"
 #include "ui/GradeCommands.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -256,6 +258,8 @@ void addViewerCommands(Commands& commands, MoviePlayerController& controller,
     addBookmarksAndView(commands, controller, window);
     addBookmarkCommands(commands, controller);
     addGradeCommands(commands, controller);
+    addDrawingCommands(commands, controller);
+    addGeometryCommands(commands, controller);
 }
 
 void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
@@ -276,10 +280,13 @@ void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
     QMenu* bookmarks = menuBar.addMenu(viewerText("&Bookmarks"));
     fill(bookmarks, commands, {"addBookmark", "goToBookmark", "deleteBookmark", "-"});
     fillBookmarkMenu(bookmarks, commands);
+    fillDrawingMenu(menuBar.addMenu(viewerText("&Drawing")), commands);
     fillGradeMenu(menuBar.addMenu(viewerText("&Grade")), commands);
+    fillPictureMenu(menuBar.addMenu(viewerText("P&icture")), commands);
     fill(menuBar.addMenu(viewerText("&View")), commands,
          {"notes", "bookmarks", "playlistDrawer", "-", "counter", "counterToOne", "timecode", "filename",
           "bookmarkText", "-", "statistics", "-", "fullScreen", "leave"});
+    fillWindowMenu(menuBar.addMenu(viewerText("&Window")), commands);
     fill(menuBar.addMenu(viewerText("&Help")), commands, {"keys"});
 }
 

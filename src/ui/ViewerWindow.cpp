@@ -6,6 +6,7 @@
 #include "ui/BookmarkPanel.h"
 #include "ui/Commands.h"
 #include "ui/DrawingOverlay.h"
+#include "ui/DrawingPanel.h"
 #include "ui/FlagPopUp.h"
 #include "ui/GradingPanel.h"
 #include "ui/KeysDialog.h"
@@ -22,6 +23,7 @@
 #include "ui/TransportBar.h"
 #include "ui/ViewerCommands.h"
 #include "ui/ViewerPanelHost.h"
+#include "ui/ViewerSizing.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QAction>
@@ -148,6 +150,10 @@ void ViewerWindow::buildLayout() {
                                                Place::docked, Qt::RightDockWidgetArea);
     panelHost_->addPanel(ViewerPanel::grading, tr("Colour Correction"),
                          new GradingPanel(controller_, *commands_, this), Place::floating);
+    auto* drawing = new DrawingPanel(controller_, *commands_, this);
+    panelHost_->addPanel(ViewerPanel::drawing, tr("Drawing Tools"), drawing, Place::floating);
+    connect(panelHost_, &ViewerPanelHost::colourPanelCloseWanted, drawing, &DrawingPanel::closeColourDialog);
+    new ViewerSizing(*this, *picture_, controller_.geometry()); // the window owns it
     resizeDocks({notes, drawer}, {280, 280}, Qt::Horizontal);
     resizeDocks({bookmarks}, {168}, Qt::Vertical);
     connect(panelHost_, &ViewerPanelHost::visibilityChanged, this, [this] { commands_->refresh(); });

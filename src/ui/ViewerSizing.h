@@ -1,0 +1,39 @@
+#pragma once
+
+#include "viewer/DisplayGeometry.h"
+
+#include <QObject>
+#include <QTimer>
+
+class QMainWindow;
+class QWidget;
+
+namespace daylark {
+
+class ViewerGeometry;
+
+/// The viewer's window made as large as the size commands want it, and kept in the movie's proportions while
+/// a person drags its edges. Sizes are those of the player area: whatever strips and docked panels the window
+/// has about it are added. A window is never put off the screens. Owned by the viewer's window; interface
+/// thread.
+class ViewerSizing : public QObject {
+    Q_OBJECT
+public:
+    ViewerSizing(QMainWindow& window, QWidget& area, ViewerGeometry& geometry);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void takeFrame(const DisplayGeometry::WindowFrame& frame);
+    void keepProportions();
+    void resizeArea(const QSize& area, const std::optional<QPoint>& origin);
+
+    QMainWindow& window_;
+    QWidget& area_;
+    ViewerGeometry& geometry_;
+    QTimer settled_; ///< the hand on the window's edge rests
+    bool resizing_ = false;
+};
+
+} // namespace daylark
