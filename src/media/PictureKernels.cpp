@@ -9,7 +9,28 @@ namespace daylark {
 namespace {
 
 constexpr int lanes = PictureKernels::lanes;
-using Floats = float __attribute__((vector_size(32), aligned(4), may_alias));
+using Floats = float __attribute__((vector_size(32)));
+
+KERNEL_BODY load(Floats& vector, const void* from) {
+    __builtin_memcpy(&vector, from, sizeof vector);
+}
+
+KERNEL_BODY store(void* to, const Floats& vector) {
+    __builtin_memcpy(to, &vector, sizeof vector);
+}
+
+template<int Step>
+KERNEL_BODY pickSteps(const quint8* in, int step, quint8* __restrict out, int count) {
+    for (int x = 0; x < count; ++x)
+        out[x] = in[x * (Step ? Step : step)];
+}
+
+KERNEL_BODY pickBody(const quint8* in, int step, quint8* out, int count) {
+    if (step == 2) return pickSteps<2>(in, step, out, count);
+    if (step == 3) return pickSteps<3>(in, step, out, count);
+    if (step == 4) return pickSteps<4>(in, step, out, count);
+    pickSteps<0>(in, step, out, count);
+}
 
 template<class Sample, int Taps, bool Add>
 KERNEL_BODY blendTaps(const quint8* const* rows, const float* weights, float* __restrict out, int count) {
@@ -43,9 +64,8 @@ KERNEL_BODY blendBody(const quint8* const* rows, const float* weights, int taps,
 }
 
 /// Eight rows of eight become eight columns.
-template<class Vector>
-KERNEL_BODY transpose(Vector* v) {
-    Vector pairs[8], quads[8];
+KERNEL_BODY transpose(Floats* v) {
+    Floats pairs[8], quads[8];
     for (int i = 0; i < 8; i += 2) {
         pairs[i] = __builtin_shufflevector(v[i], v[i + 1], 0, 8, 1, 9, 4, 12, 5, 13);
         pairs[i + 1] = __builtin_shufflevector(v[i], v[i + 1], 2, 10, 3, 11, 6, 14, 7, 15);
@@ -67,10 +87,10 @@ KERNEL_BODY toStripBody(const float* rows, qsizetype stride, float* __restrict s
     for (int x = 0; x < count; x += lanes) {
         Floats block[lanes];
         for (int l = 0; l < lanes; ++l)
-            block[l] = *reinterpret_cast<const Floats*>(rows + l * stride + x);
+            load(block[l], rows + l * stride + x);
         transpose(block);
         for (int l = 0; l < lanes; ++l)
-            *reinterpret_cast<Floats*>(strip + (x + l) * lanes) = block[l];
+            store(strip + (x + l) * lanes, block[l]);
     }
 }
 
@@ -79,10 +99,10 @@ KERNEL_BODY fromStripBody(const quint32* strip, quint32* __restrict rows, qsizet
     for (; x + lanes <= count; x += lanes) {
         Floats block[lanes];
         for (int l = 0; l < lanes; ++l)
-            block[l] = *reinterpret_cast<const Floats*>(strip + (x + l) * lanes);
+            load(block[l], strip + (x + l) * lanes);
         transpose(block);
         for (int l = 0; l < lanes; ++l)
-            *reinterpret_cast<Floats*>(rows + l * stride + x) = block[l];
+            store(rows + l * stride + x, block[l]);
     }
     for (; x < count; ++x)
         for (int l = 0; l < lanes; ++l)
@@ -95,10 +115,14 @@ KERNEL_BODY resampleTaps(const float* in, const int* start, const float* weights
     const int known = Taps ? Taps : taps;
     for (int x = 0; x < count; ++x, weights += known) {
         const float* from = in + start[x] * lanes;
-        Floats sum = *reinterpret_cast<const Floats*>(from) * weights[0];
-        for (int t = 1; t < known; ++t)
-            sum += *reinterpret_cast<const Floats*>(from + t * lanes) * weights[t];
-        *reinterpret_cast<Floats*>(out + x * lanes) = sum;
+        Floats sum, samples;
+        load(samples, from);
+        sum = samples * weights[0];
+        for (int t = 1; t < known; ++t) {
+            load(samples, from + t * lanes);
+            sum += samples * weights[t];
+        }
+        store(out + x * lanes, sum);
     }
 }
 
@@ -208,6 +232,7 @@ KERNEL_BODY packBody(const float* const* channels, const float* alpha, float alp
 // clang-format off
 #define PICTURE_KERNELS(NAME, ATTRIBUTE) \
     struct NAME { \
+        ATTRIBUTE static void pick8(const quint8* i, int s, quint8* o, int n) { pickBody(i, s, o, n); } \
         ATTRIBUTE static void blend8(const quint8* const* r, const float* w, int t, float* o, int n) { blendBody<quint8>(r, w, t, o, n); } \
         ATTRIBUTE static void blend16(const quint8* const* r, const float* w, int t, float* o, int n) { blendBody<quint16>(r, w, t, o, n); } \
         ATTRIBUTE static void toStrip(const float* r, qsizetype d, float* s, int n) { toStripBody(r, d, s, n); } \
@@ -218,7 +243,7 @@ KERNEL_BODY packBody(const float* const* channels, const float* alpha, float alp
         ATTRIBUTE static void raise(float* v, float p, float c, float z, int n) { raiseBody(v, p, c, z, n); } \
         ATTRIBUTE static void pack8(const float* const* c, const float* a, float s, const float* m, quint32* o, int n) { packBody(c, a, s, m, o, n); } \
         ATTRIBUTE static void pack16(const float* const* c, const float* a, float s, const float* m, quint64* o, int n) { packBody(c, a, s, m, o, n); } \
-        static constexpr PictureKernels table{blend8, blend16, toStrip, fromStrip, resample, doubled, multiply, raise, pack8, pack16}; \
+        static constexpr PictureKernels table{pick8, blend8, blend16, toStrip, fromStrip, resample, doubled, multiply, raise, pack8, pack16}; \
     };
 // clang-format on
 

@@ -11,6 +11,8 @@ namespace daylark {
 struct PictureKernels {
     static constexpr int lanes = 8;
 
+    /// out[x] = in[x * step]: one component of packed ones.
+    void (*pick8)(const quint8* in, int step, quint8* out, int count);
     /// out[x] = sum of weights[t] * rows[t][x]; rows of 8-bit and of 16-bit samples.
     void (*blend8)(const quint8* const* rows, const float* weights, int taps, float* out, int count);
     void (*blend16)(const quint8* const* rows, const float* weights, int taps, float* out, int count);

@@ -1,5 +1,6 @@
 #include "media/PicturePlanes.h"
 
+#include "media/PictureKernels.h"
 #include "media/VideoFrameData.h"
 
 #include <QtEndian>
@@ -7,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <new>
 #include <vector>
 
 extern "C" {
@@ -154,12 +156,7 @@ bool isUsableInPlace(const AVPixFmtDescriptor& format) {
     return true;
 }
 
-/// Samples that had to be unpacked, and the planes laid out in them.
-struct UnpackedSamples {
-    std::vector<quint16> words;
-};
-
-/// Room for every plane in 16-bit samples (or 8-bit ones), which `picture` then points to.
+/// Room for every plane, which `picture` then points to and keeps; null where there is none to be had.
 std::array<uchar*, 4> layOut(PicturePlanes& picture, const AVFrame& frame, const AVPixFmtDescriptor& format,
                              std::initializer_list<int> planes) {
     qsizetype bytes = 0;
@@ -171,20 +168,20 @@ std::array<uchar*, 4> layOut(PicturePlanes& picture, const AVFrame& frame, const
         picture.planes[size_t(plane)] = {nullptr, stride, size};
         bytes += stride * size.height();
     }
-    auto samples = std::make_shared<UnpackedSamples>();
-    samples->words.resize(size_t(bytes + 1) / 2);
-    auto* base = reinterpret_cast<uchar*>(samples->words.data());
+    const std::shared_ptr<uchar[]> samples(new (std::nothrow) uchar[size_t(bytes)]);
+    if (!samples) return {};
     std::array<uchar*, 4> result{};
     for (const int plane : planes) {
-        result[size_t(plane)] = base + at[size_t(plane)];
+        result[size_t(plane)] = samples.get() + at[size_t(plane)];
         picture.planes[size_t(plane)].data = result[size_t(plane)];
     }
-    picture.keep = std::move(samples);
+    picture.keep = samples;
     return result;
 }
 
 void unpackPalette(PicturePlanes& picture, const AVFrame& frame, const AVPixFmtDescriptor& format) {
     const auto planes = layOut(picture, frame, format, {0, 1, 2, 3});
+    if (!planes[0]) return;
     std::array<quint32, 256> palette; // alpha, red, green, blue from the top byte down
     std::memcpy(palette.data(), frame.data[1], sizeof palette);
     for (int y = 0; y < frame.height; ++y) {
@@ -222,6 +219,10 @@ template<class Sample>
 void readComponentRow(const uchar* row, const ComponentReader& reader, Sample* out, int count) {
     const bool swap = reader.bigEndian == (Q_BYTE_ORDER == Q_LITTLE_ENDIAN);
     const uchar* source = row + reader.offset;
+    if constexpr (sizeof(Sample) == 1) {
+        if (reader.wordBytes == 1 && reader.shift == 0 && reader.mask == 0xff)
+            return pictureKernels().pick8(source, reader.step, out, count);
+    }
     if (reader.wordBytes == 1)
         readWords<quint8, false>(source, reader, out, count);
     else if (reader.wordBytes == 2)
@@ -274,6 +275,7 @@ void unpack(PicturePlanes& picture, const AVFrame& frame, const AVPixFmtDescript
         grey    ? alpha ? layOut(picture, frame, format, {0, 3}) : layOut(picture, frame, format, {0})
            : alpha ? layOut(picture, frame, format, {0, 1, 2, 3})
                 : layOut(picture, frame, format, {0, 1, 2});
+    if (!planes[0]) return;
     std::vector<quint32> numbers;
     for (int i = 0; i < format.nb_components; ++i) {
         const AVComponentDescriptor& component = format.comp[i];

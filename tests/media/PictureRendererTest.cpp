@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <functional>
@@ -526,53 +527,98 @@ TEST(PicturePlanesTest, PlanesOutliveTheFrame) {
     EXPECT_TRUE(data.expired());
 }
 
-/// What processors without wide registers run gives the same.
-TEST(PictureKernelsTest, PlainOnesAgreeWithThisProcessors) {
-    const PictureKernels &plain = plainPictureKernels(), &own = pictureKernels();
-    constexpr int count = 203, room = 256;
-    std::mt19937 random(5);
-    std::vector<quint8> bytes(8 * 2 * room);
-    for (quint8& byte : bytes)
-        byte = quint8(random());
-    std::vector<float> numbers(8 * room * 8), weights(room * 8);
-    for (float& number : numbers)
-        number = float(random() % 100000) / 80000 - 0.1F;
-    for (float& weight : weights)
-        weight = float(random() % 1000) / 1000;
-    std::vector<int> start(room);
-    for (int& first : start)
-        first = int(random() % 100);
-    const auto compare = [&](const char* what, const auto& run, double tolerance) {
-        std::vector<float> a(room * 8), b(room * 8);
-        run(plain, a), run(own, b);
+/// What processors without wide registers run gives the same as what this one runs.
+class PictureKernelsTest : public ::testing::Test {
+protected:
+    static constexpr int count = 203, room = 256;
+
+    PictureKernelsTest() {
+        std::mt19937 random(5);
+        for (quint8& byte : bytes)
+            byte = quint8(random());
+        for (float& number : numbers)
+            number = float(random() % 100000) / 80000 - 0.1F;
+        for (float& weight : weights)
+            weight = float(random() % 1000) / 1000;
+        for (int& first : start)
+            first = int(random() % 100);
+    }
+
+    /// `run` with either set, on a copy of the numbers.
+    template<class Run>
+    void expectAgreement(const char* what, double tolerance, const Run& run) const {
+        std::vector<float> a(numbers.begin(), numbers.begin() + room * 8), b = a;
+        run(plain, a.data()), run(own, b.data());
         for (size_t i = 0; i < a.size(); ++i)
             ASSERT_NEAR(a[i], b[i], tolerance * (1 + std::abs(double(a[i])))) << what << " " << i;
-    };
+    }
+
+    const PictureKernels &plain = plainPictureKernels(), &own = pictureKernels();
+    const std::array<float, 12> matrix{90, -20, 10, 5, 0, 120, 3, -4, 7, 7, 70, 1};
+    std::vector<quint8> bytes = std::vector<quint8>(8 * 2 * room);
+    std::vector<float> numbers = std::vector<float>(8 * room * 8), weights = std::vector<float>(room * 8);
+    std::vector<int> start = std::vector<int>(room);
+};
+
+TEST_F(PictureKernelsTest, PlainAndWideSamplingAgree) {
     const quint8* rows[8];
     for (size_t i = 0; i < 8; ++i)
         rows[i] = bytes.data() + i * 2 * room;
-    for (const int taps : {1, 2, 3, 4, 5, 6, 7, 8}) {
-        compare(
-            "8", [&](auto& k, auto& o) { k.blend8(rows, weights.data(), taps, o.data(), count); }, 1e-6);
-        compare(
-            "16", [&](auto& k, auto& o) { k.blend16(rows, weights.data(), taps, o.data(), count); }, 1e-6);
-        compare(
-            "resample",
-            [&](auto& k, auto& o) {
-                k.resample(numbers.data(), start.data(), weights.data(), taps, o.data(), count);
-            },
-            1e-6);
+    for (int taps = 1; taps <= 8; ++taps) {
+        expectAgreement("8 bit", 1e-6, [&](const PictureKernels& kernels, float* out) {
+            kernels.blend8(rows, weights.data(), taps, out, count);
+        });
+        expectAgreement("16 bit", 1e-6, [&](const PictureKernels& kernels, float* out) {
+            kernels.blend16(rows, weights.data(), taps, out, count);
+        });
+        expectAgreement("resample", 1e-6, [&](const PictureKernels& kernels, float* out) {
+            kernels.resample(numbers.data(), start.data(), weights.data(), taps, out, count);
+        });
     }
-    compare(
-        "strip", [&](auto& k, auto& o) { k.toStrip(numbers.data(), room, o.data(), count); }, 0);
-    compare(
-        "raise",
-        [&](auto& k, auto& o) {
-            o = numbers;
-            o.resize(room * 8);
-            k.raise(o.data(), 0.45F, 20, 0, count);
-        },
-        1e-6);
+    expectAgreement("doubled", 1e-6, [&](const PictureKernels& kernels, float* out) {
+        kernels.doubled(numbers.data(), numbers.data() + 1, weights.data(), out, count / 2);
+    });
+    expectAgreement("strip", 0, [&](const PictureKernels& kernels, float* out) {
+        kernels.toStrip(numbers.data(), room, out, count);
+    });
+    for (const int step : {1, 2, 3, 4, 6}) {
+        std::vector<quint8> a(room), b(room);
+        plain.pick8(bytes.data(), step, a.data(), count), own.pick8(bytes.data(), step, b.data(), count);
+        EXPECT_EQ(a, b);
+    }
+    std::vector<quint32> strip(room * 8), a(room * 8), b(room * 8);
+    for (size_t i = 0; i < strip.size(); ++i)
+        strip[i] = quint32(i);
+    plain.fromStrip(strip.data(), a.data(), room, count), own.fromStrip(strip.data(), b.data(), room, count);
+    EXPECT_EQ(a, b);
+    EXPECT_EQ(a[size_t(3 * room + 7)], 7U * 8 + 3);
+}
+
+TEST_F(PictureKernelsTest, PlainAndWideColourAgree) {
+    expectAgreement("raise", 1e-6, [&](const PictureKernels& kernels, float* values) {
+        kernels.raise(values, 0.45F, 20, 0, count);
+    });
+    expectAgreement("multiply", 1e-4, [&](const PictureKernels& kernels, float* values) {
+        float* const channels[] = {values, values + room, values + 2 * room};
+        kernels.multiply(channels, matrix.data(), count);
+    });
+    const float* const channels[] = {numbers.data(), numbers.data() + room, numbers.data() + 2 * room};
+    const float* const alphas[] = {nullptr, numbers.data() + 3 * room};
+    for (const float* alpha : alphas) {
+        std::vector<quint32> a(room), b(room);
+        plain.pack8(channels, alpha, 0.8F, matrix.data(), a.data(), count);
+        own.pack8(channels, alpha, 0.8F, matrix.data(), b.data(), count);
+        std::vector<quint64> deepA(room), deepB(room);
+        plain.pack16(channels, alpha, 0.8F, matrix.data(), deepA.data(), count);
+        own.pack16(channels, alpha, 0.8F, matrix.data(), deepB.data(), count);
+        for (size_t i = 0; i < room; ++i) // fused multiplication may round a tie the other way
+            for (int component = 0; component < 4; ++component) {
+                ASSERT_NEAR(int(a[i] >> 8 * component & 255), int(b[i] >> 8 * component & 255), 1) << i;
+                ASSERT_NEAR(int(deepA[i] >> 16 * component & 65535), int(deepB[i] >> 16 * component & 65535),
+                            1)
+                    << i;
+            }
+    }
 }
 
 } // namespace
