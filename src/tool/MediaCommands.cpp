@@ -1,6 +1,9 @@
+#include "annotate/GradeArithmetic.h"
 #include "media/FrameReader.h"
 #include "media/MovieProbe.h"
+#include "media/PictureRenderer.h"
 #include "media/Thumbnail.h"
+#include "tool/GradeArgument.h"
 #include "tool/ToolContext.h"
 
 #include <CLI/CLI.hpp>
@@ -79,7 +82,16 @@ void printIndex(ToolContext& context, const QString& path) {
     }));
 }
 
-void writeFrame(ToolContext& context, const QString& path, qint64 number, const QString& out, int width) {
+struct FrameArguments {
+    std::string file, out, grade;
+    qint64 number = 1;
+    int width = 0;
+};
+
+void writeFrame(ToolContext& context, const FrameArguments& arguments) {
+    const QString path = QString::fromStdString(arguments.file), out = QString::fromStdString(arguments.out);
+    const qint64 number = arguments.number;
+    const int width = arguments.width;
     const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(path);
     if (!reader) return context.fail(path, reader.error().text);
     const qint64 count = (*reader)->index().count();
@@ -91,8 +103,14 @@ void writeFrame(ToolContext& context, const QString& path, qint64 number, const 
     const QSize size =
         width > 0 ? QSize(width, std::max(1, qRound(double(width) * display.height() / display.width())))
                   : display;
-    if (!renderFrame(*frame, size, frame->bitDepth() > 8).save(out, "PNG"))
-        context.fail(out, QStringLiteral("cannot be written"));
+    PictureRequest request;
+    request.size = size;
+    request.deep = frame->bitDepth() > 8;
+    if (const Result<Grade> grade = gradeArgument(QString::fromStdString(arguments.grade)))
+        request.colour = colourTransformOf(*grade);
+    const QImage picture = renderPicture(*frame, request);
+    if (picture.isNull()) return context.fail(path, QStringLiteral("its pictures are of no known format"));
+    if (!picture.save(out, "PNG")) context.fail(out, QStringLiteral("cannot be written"));
 }
 
 void writeThumbnail(ToolContext& context, const QString& path, const QString& out, const QString& choice) {
@@ -107,8 +125,6 @@ void addMediaCommands(CLI::App& app, ToolContext& context) {
     struct Arguments {
         std::vector<std::string> files;
         std::string file, out, choice;
-        qint64 number = 1;
-        int width = 0;
     };
     const auto arguments = std::make_shared<Arguments>();
 
@@ -124,16 +140,22 @@ void addMediaCommands(CLI::App& app, ToolContext& context) {
 
     CLI::App* frame = app.add_subcommand(
         "frame", "One frame, decoded exactly, as a PNG (16 bit when the source is deeper than 8)");
-    frame->footer("Example: daylark-tool frame shot_010.mov 42 frame.png --width 960");
-    frame->add_option("FILE", arguments->file)->required();
-    frame->add_option("N", arguments->number, "frame number, counted from 1")->required();
-    frame->add_option("OUT", arguments->out)->required();
-    frame->add_option("--width", arguments->width, "pixels; the height follows the picture")
+    const auto frameArguments = std::make_shared<FrameArguments>();
+    frame->footer(
+        "Example: daylark-tool frame shot_010.mov 42 frame.png --width 960 --grade exposure=1,gamma=1.2");
+    frame->add_option("FILE", frameArguments->file)->required();
+    frame->add_option("N", frameArguments->number, "frame number, counted from 1")->required();
+    frame->add_option("OUT", frameArguments->out)->required();
+    frame->add_option("--width", frameArguments->width, "pixels; the height follows the picture")
         ->check(CLI::Range(1, 65536));
-    frame->callback([=, &context] {
-        writeFrame(context, QString::fromStdString(arguments->file), arguments->number,
-                   QString::fromStdString(arguments->out), arguments->width);
-    });
+    frame
+        ->add_option("--grade", frameArguments->grade,
+                     "exposure, contrast, saturation, gamma, brightness, redChannel, ...")
+        ->check([](const std::string& text) {
+            const Result<Grade> grade = gradeArgument(QString::fromStdString(text));
+            return grade ? std::string() : grade.error().text.toStdString();
+        });
+    frame->callback([=, &context] { writeFrame(context, *frameArguments); });
 
     CLI::App* thumbnail = app.add_subcommand("thumbnail", "The thumbnail as the library makes it");
     thumbnail->footer("Example: daylark-tool thumbnail shot_010.mov thumb.png --choice \"First Frame\"");
