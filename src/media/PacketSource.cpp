@@ -39,7 +39,7 @@ bool PacketSource::seekDirectly(qint64 place) {
 bool PacketSource::windTo(qint64 place, int attempt, AVPacket* packet) {
     const int stream = file_.video()->index;
     const bool byBytes = file_.format()->iformat->flags & AVFMT_TS_DISCONT;
-    qint64 patience = 1; // packets between where a seek may land and the goal
+    qint64 patience = 32; // packets between where a seek may land and the goal
     if (attempt == 0) {
         if (byBytes || !seekDirectly(place)) return false;
     } else if (attempt < fromBeginning) {

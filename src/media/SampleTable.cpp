@@ -1,6 +1,7 @@
 #include "media/SampleTable.h"
 
 #include "media/FrameRate.h"
+#include "media/MovHeaderIndex.h"
 #include "media/SecondFields.h"
 
 #include <algorithm>
@@ -16,12 +17,6 @@ namespace daylark {
 namespace {
 
 constexpr qint64 unknownTime = AV_NOPTS_VALUE;
-
-struct RawSample {
-    qint64 pts = unknownTime, dts = unknownTime, position = -1, duration = 0;
-    quint32 content = 0;
-    bool key = false, shown = true;
-};
 
 /// A VP8 picture that is only referred to travels as a packet of its own and says so in its first byte.
 bool isHiddenPicture(const AVStream& stream, const AVPacket& packet) {
@@ -282,7 +277,8 @@ Result<void> decodeFromStart(const MediaFile& file, int reorderDepth,
 
 Result<SampleTable> buildSampleTable(const MediaFile& file) {
     if (!file.video()) return Error{QStringLiteral("no picture")};
-    std::vector<RawSample> samples = readHeaderIndex(file);
+    std::vector<RawSample> samples = readMovHeader(file);
+    if (samples.empty()) samples = readHeaderIndex(file);
     if (samples.empty()) {
         Result<MediaFile> fresh = file.reopened();
         if (!fresh) return fresh.error();
