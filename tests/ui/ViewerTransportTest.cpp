@@ -91,6 +91,22 @@ TEST_F(ViewerTransportTest, DraggingPausesAndALongMovieHasNoTicksToSnapTo) {
         int(player.index().frameAt({qint64(there) + player.index().step / 2, player.index().timeScale})) + 1);
 }
 
+TEST_F(ViewerTransportTest, AStripUnderTheTrackShowsWhichFramesAreReady) {
+    openFrames(240);
+    PositionSlider* slider = window->slider();
+    const auto stripAt = [&](int frame) {
+        const int x = slider->xOf(double(player.index().timeOf(frame - 1).value));
+        const QImage picture = slider->grab().toImage();
+        return picture.pixelColor(int(x * picture.devicePixelRatio()), int(16 * picture.devicePixelRatio()));
+    };
+    const QColor bare = stripAt(200);
+    goTo(100);
+    ASSERT_TRUE(bench::waitUntil([&] { return stripAt(103) != bare; }));
+    EXPECT_EQ(stripAt(200), bare);
+    goTo(198);
+    ASSERT_TRUE(bench::waitUntil([&] { return stripAt(200) == stripAt(103); }));
+}
+
 TEST_F(ViewerTransportTest, RepeatPopUpStoresAllSixModes) {
     openFrames(48);
     const auto modes = child<QToolButton>("repeatPopUp")->menu()->actions();
@@ -111,7 +127,7 @@ TEST_F(ViewerTransportTest, VolumeSliderSetsThePlayerAndAnyTransportActionHidesI
     EXPECT_NEAR(player.volume(), 0.8, 1e-6);
     EXPECT_NEAR(defaults.doubleForKey(QStringLiteral("volume")), 0.8, 1e-6);
     key(Qt::Key_Right);
-    EXPECT_FALSE(slider->isVisible());
+    EXPECT_TRUE(bench::waitUntil([slider] { return !slider->isVisible(); })); // fades
     EXPECT_SHOWN(2);
 }
 
