@@ -115,6 +115,7 @@ Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth, bool strict) const
     const bool silent = decoder->id == AV_CODEC_ID_DNXHD || decoder->id == AV_CODEC_ID_MJPEG ||
                         decoder->id == AV_CODEC_ID_PNG;
     if (silent && strict) codec->err_recognition |= AV_EF_EXPLODE | AV_EF_CRCCHECK;
+    memory_->serve(*codec);
     AVDictionary* options = nullptr;
     // Scene-linear pictures are shown as a display would: through its transfer curve.
     if (decoder->id == AV_CODEC_ID_EXR) av_dict_set(&options, "apply_trc", "iec61966_2_1", 0);

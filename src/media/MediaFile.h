@@ -2,6 +2,7 @@
 
 #include "media/Av.h"
 #include "media/FrameReader.h"
+#include "media/PictureMemory.h"
 
 #include <chrono>
 
@@ -16,7 +17,11 @@ class MediaFile {
 public:
     [[nodiscard]] static Result<MediaFile> open(const QString& path, const CancelFlag* cancel);
     /// The same file from its beginning, for what cannot be wound back.
-    [[nodiscard]] Result<MediaFile> reopened() const { return open(path_, interrupt_->cancel); }
+    [[nodiscard]] Result<MediaFile> reopened() const {
+        Result<MediaFile> fresh = open(path_, interrupt_->cancel);
+        if (fresh) fresh->memory_ = memory_;
+        return fresh;
+    }
 
     [[nodiscard]] const QString& path() const { return path_; }
     [[nodiscard]] AVFormatContext* format() const { return format_.get(); }
@@ -29,9 +34,10 @@ public:
     void setCancel(const CancelFlag* cancel) const { interrupt_->cancel = cancel; }
     [[nodiscard]] bool cancelled() const { return interrupt_->cancel && interrupt_->cancel->load(); }
 
-    /// A decoder for the video stream, with frame and slice threads; `reorderDepth` is how many frames may
-    /// come between a sample's place in the file and its place on the screen. `strict`: gives no picture that
-    /// is known to be damaged in part, where the decoder leaves the choice.
+    /// A decoder for the video stream (to be closed before the file and those reopened from it), with frame
+    /// and slice threads; `reorderDepth` is how many frames may come between a sample's place in the file and
+    /// its place on the screen. `strict`: gives no picture that is known to be damaged in part, where the
+    /// decoder leaves the choice.
     [[nodiscard]] Result<av::CodecPtr> openDecoder(int reorderDepth, bool strict = true) const;
 
 private:
@@ -43,6 +49,7 @@ private:
 
     MediaFile() = default;
     QString path_;
+    std::shared_ptr<PictureMemory> memory_ = std::make_shared<PictureMemory>(); ///< the decoders' pictures
     std::unique_ptr<Interrupt> interrupt_; ///< outlives format_, which points to it
     av::FormatPtr format_;
     AVStream* video_ = nullptr;
