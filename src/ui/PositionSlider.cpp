@@ -99,8 +99,13 @@ void PositionSlider::mousePressEvent(QMouseEvent* event) {
 void PositionSlider::mouseMoveEvent(QMouseEvent* event) {
     hoverX_ = event->position().toPoint().x();
     if (dragging_) seek(hoverX_);
-    if (isUsable() && describe_)
-        QToolTip::showText(mapToGlobal(QPoint(hoverX_ - 40, -48)), describe_(ticksAt(hoverX_)), this);
+    if (isUsable() && describe_) {
+        QString text = describe_(ticksAt(hoverX_));
+        const int y = event->position().toPoint().y();
+        if (!dragging_ && y >= readyY && y < readyY + 2 * readyHeight + 2)
+            text += tr("\nBlue strip: frames that are ready");
+        QToolTip::showText(mapToGlobal(QPoint(hoverX_ - 40, -48)), text, this);
+    }
     update();
 }
 
