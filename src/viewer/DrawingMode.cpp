@@ -140,6 +140,11 @@ void DrawingMode::setToolOpacity(double opacity) {
     Q_EMIT viewerWanted();
 }
 
+QColor DrawingMode::brushColour() const {
+    return brushColour_.isValid() ? brushColour_
+                                  : around_.defaults.colourForKey(QStringLiteral("brushColour"));
+}
+
 void DrawingMode::setBrushColour(const QColor& colour) {
     brushColour_ = colour;
     Q_EMIT modeChanged();
@@ -186,7 +191,7 @@ QString DrawingMode::drawingBackground() const {
 void DrawingMode::strokeBegan(const QPointF& point) {
     if (!movie_ || !isDrawMode()) return;
     if (around_.transport.isRunning()) around_.transport.pauseMovie();
-    canvas_.beginStroke(point, eraserOn_ ? DrawingCanvas::eraser : DrawingCanvas::brush, brushColour_,
+    canvas_.beginStroke(point, eraserOn_ ? DrawingCanvas::eraser : DrawingCanvas::brush, brushColour(),
                         currentWidth_, currentOpacity_);
     Q_EMIT strokeGrew();
 }

@@ -53,8 +53,8 @@ public:
     [[nodiscard]] double currentOpacity() const { return currentOpacity_; } ///< 0 to 1
     void setToolWidth(double width);                                        ///< what the control was set to
     void setToolOpacity(double opacity);                                    ///< as above
-    void resetBrush(); ///< width and opacity of the brush, when the picture is fitted
-    [[nodiscard]] QColor brushColour() const { return brushColour_; }
+    void resetBrush();                        ///< width and opacity of the brush, when the picture is fitted
+    [[nodiscard]] QColor brushColour() const; ///< chosen in this run, else the preference's
     void setBrushColour(const QColor& colour);
 
     // What is shown
@@ -98,8 +98,7 @@ private:
     void storeCurrentDrawing();
     void drawingPanelToggled(bool visible);
     void takeTool(bool eraser);
-    void change(std::vector<std::shared_ptr<Bookmark>> bookmarks,
-                const std::function<void(Bookmark&)>& edit);
+    void change(std::vector<std::shared_ptr<Bookmark>> bookmarks, const std::function<void(Bookmark&)>& edit);
     void remember(Step step);
     void apply(const Step& step, bool forwards);
     void afterChange();

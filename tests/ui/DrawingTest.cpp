@@ -1,0 +1,148 @@
+#include "ui/ViewerWindowFixture.h"
+
+#include "ui/DrawingPanel.h"
+#include "ui/ViewerPanelHost.h"
+
+#include <QDockWidget>
+#include <QToolButton>
+
+namespace daylark {
+namespace {
+
+class DrawingTest : public ViewerWindowFixture {
+protected:
+    DrawingTest() {
+        prefer("autoSwitchToDrawingMode", false);
+        prefer("brushWidth", 12.0);
+        prefer("eraserWidth", 30.0);
+        prefer("brushColour", QColor(255, 255, 0));
+    }
+    void open() {
+        openFrames(24);
+        window->commands().action(QStringLiteral("viewer.drawingTools"))->trigger();
+        panel = window->findChild<DrawingPanel*>();
+        ASSERT_TRUE(panel && panel->isVisible());
+        ASSERT_EQ(pictureOnScreen(), 1);
+    }
+    void press(const char* title) { QTest::mouseClick(panel->tool(QLatin1String(title)), Qt::LeftButton); }
+    /// A place on the picture as a fraction of what is shown of it.
+    QPoint at(double x, double y) const {
+        const QRectF rect = window->picture()->pictureRect();
+        return (rect.topLeft() + QPointF(rect.width() * x, rect.height() * y)).toPoint();
+    }
+    void stroke(const std::vector<QPoint>& points) {
+        PictureView* view = window->picture();
+        QTest::mousePress(view, Qt::LeftButton, {}, points.front());
+        for (size_t i = 1; i < points.size(); ++i)
+            QTest::mouseMove(view, points[i]);
+        // Moves with the button held, as a hand makes them.
+        for (size_t i = 1; i < points.size(); ++i) {
+            QMouseEvent move(QEvent::MouseMove, points[i], view->mapToGlobal(points[i]), Qt::NoButton,
+                             Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(view, &move);
+        }
+        QTest::mouseRelease(view, Qt::LeftButton, {}, points.back());
+    }
+    QColor pixel(const QPoint& place) const {
+        return window->picture()->grab().toImage().pixelColor(place * window->picture()->devicePixelRatioF());
+    }
+    bool isYellow(const QPoint& place) const {
+        const QColor colour = pixel(place);
+        return colour.red() > 240 && colour.green() > 240 && colour.blue() < 20;
+    }
+    void trigger(const char* id) { window->commands().action(QLatin1String(id))->trigger(); }
+
+    DrawingPanel* panel = nullptr;
+};
+
+TEST_F(DrawingTest, StrokesShowWhereTheyWereDrawnAndErasersUncoverThePicture) {
+    open();
+    const QColor plain = pixel(at(0.5, 0.6));
+    press("Draw");
+    stroke({at(0.2, 0.6), at(0.5, 0.6), at(0.8, 0.6)});
+    EXPECT_TRUE(isYellow(at(0.5, 0.6)));
+    EXPECT_TRUE(isYellow(at(0.3, 0.6)));
+    EXPECT_FALSE(isYellow(at(0.5, 0.7)));
+    ASSERT_EQ(first->bookmarkStore.size(), 1u);
+    EXPECT_EQ(first->bookmarkStore.front()->drawings.strokesArray.size(), 1u);
+    EXPECT_FALSE(first->drawingIcon.isNil());
+    press("Erase");
+    stroke({at(0.5, 0.5), at(0.5, 0.6), at(0.5, 0.7)});
+    EXPECT_EQ(pixel(at(0.5, 0.6)), plain);
+    EXPECT_TRUE(isYellow(at(0.3, 0.6)));
+    EXPECT_EQ(first->bookmarkStore.size(), 1u);
+
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(isYellow(at(0.5, 0.6)));
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(pixel(at(0.5, 0.6)), plain);
+    EXPECT_TRUE(first->bookmarkStore.empty());
+    key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(isYellow(at(0.5, 0.6)));
+}
+
+TEST_F(DrawingTest, ADrawingStaysOnItsDetailWhenZoomedResizedMirroredAndSteppedAwayFrom) {
+    open();
+    press("Draw");
+    stroke({at(0.2, 0.3), at(0.4, 0.3)});
+    trigger("viewer.zoomIn");
+    trigger("viewer.zoomIn");
+    EXPECT_TRUE(isYellow(at(0.3, 0.3)));
+    EXPECT_FALSE(isYellow(at(0.3, 0.35)));
+    trigger("viewer.fit");
+    window->resize(900, 700);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(isYellow(at(0.3, 0.3)));
+    trigger("viewer.flop");
+    EXPECT_TRUE(isYellow(at(0.7, 0.3)));
+    EXPECT_FALSE(isYellow(at(0.3, 0.3)));
+    // Drawn on the mirrored picture, seen again on the plain one.
+    press("Draw");
+    stroke({at(0.1, 0.8), at(0.3, 0.8)});
+    trigger("viewer.flop");
+    EXPECT_TRUE(isYellow(at(0.8, 0.8)));
+    trigger("viewer.flip");
+    EXPECT_TRUE(isYellow(at(0.3, 0.7)));
+    trigger("viewer.flip");
+    goTo(5);
+    ASSERT_EQ(pictureOnScreen(), 5);
+    controller.bookmarks().loadActiveBookmarks();
+    EXPECT_FALSE(isYellow(at(0.3, 0.3)));
+    window->commands().action(QStringLiteral("viewer.firstFrame"))->trigger();
+    ASSERT_EQ(pictureOnScreen(), 1);
+    EXPECT_TRUE(isYellow(at(0.3, 0.3)));
+    prefer("displayDrawingsOptions", "Only When Paused");
+    trigger("viewer.playPause");
+    EXPECT_FALSE(isYellow(at(0.3, 0.3)));
+    trigger("viewer.playPause");
+}
+
+TEST_F(DrawingTest, TheHandMovesAZoomedPictureAndTheMaskLiesOnIt) {
+    open();
+    trigger("viewer.actualPixels");
+    const QRectF before = window->picture()->pictureRect();
+    EXPECT_EQ(before.size(), QSizeF(256, 144));
+    EXPECT_TRUE(controller.drawing().isScrollMode());
+    EXPECT_EQ(window->picture()->cursor().shape(), Qt::OpenHandCursor);
+    const QPoint from = at(0.5, 0.5);
+    QTest::mousePress(window->picture(), Qt::LeftButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, from + QPoint(40, 25), window->picture()->mapToGlobal(from),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window->picture(), &move);
+    EXPECT_EQ(window->picture()->cursor().shape(), Qt::ClosedHandCursor);
+    QTest::mouseRelease(window->picture(), Qt::LeftButton, {}, from + QPoint(40, 25));
+    EXPECT_EQ(window->picture()->pictureRect().topLeft(), before.topLeft() + QPointF(40, 25));
+    EXPECT_EQ(window->picture()->cursor().shape(), Qt::OpenHandCursor);
+    trigger("viewer.fit");
+    prefer("movieMaskOpacity", 1.0);
+    trigger("viewer.mask.2.35");
+    EXPECT_EQ(window->commands().action(QStringLiteral("viewer.mask"))->text(), QStringLiteral("Hide Mask"));
+    EXPECT_EQ(pixel(at(0.5, 0.97)), QColor(Qt::black));
+    trigger("viewer.mask");
+    EXPECT_NE(pixel(at(0.5, 0.97)), QColor(Qt::black));
+    window->commands().action(QStringLiteral("viewer.windowActual"))->trigger();
+    EXPECT_EQ(window->picture()->width(), window->width());
+}
+
+} // namespace
+} // namespace daylark
