@@ -10,6 +10,7 @@ namespace daylark {
 namespace {
 
 constexpr int mostEarlierGroups = 2;
+constexpr int aRun = 4;      // reads in order after which more are to be expected
 constexpr qint64 nearby = 8; // so many packets ahead of a decoder nothing is left out: the next reads want it
 constexpr qint64 largePicture = 4096 * 2304; // pixels
 
@@ -26,7 +27,8 @@ public:
         standsAlone_ = qint64(keyFrames_.size()) == qint64(table_.packets.size());
         const AVCodecParameters& picture = *source_.file().video()->codecpar;
         const bool large = qint64(picture.width) * picture.height > largePicture;
-        mostDecoders_ = standsAlone_ ? 1 : large ? 2 : 3;
+        jumpsBySlices_ = standsAlone_ && source_.file().hasEvenSlices();
+        mostDecoders_ = jumpsBySlices_ ? 2 : standsAlone_ ? 1 : large ? 2 : 3;
         strict_ = codec->err_recognition & AV_EF_EXPLODE;
         addDecoder(std::move(codec));
     }
@@ -53,7 +55,13 @@ private:
         decoders_.push_back(
             std::make_unique<PictureDecoder>(std::move(codec), source_, table_, standsAlone_));
     }
+    bool suits(const PictureDecoder& decoder) const {
+        return !jumpsBySlices_ || decoder.sharesSlices() == (inOrder_ < aRun);
+    }
     void chooseDecoder(qint64 n, qint64 key);
+    MediaFile::Sharing sharing() const {
+        return jumpsBySlices_ && inOrder_ < aRun ? MediaFile::Sharing::slices : MediaFile::Sharing::pictures;
+    }
     PictureDecoder& decoder() { return *decoders_.back(); }
     void startAt(qint64 keyFrame);
     Result<VideoFrame> findFrame(qint64 n, const FramePassed& passed);
@@ -71,7 +79,9 @@ private:
     std::vector<std::unique_ptr<PictureDecoder>> decoders_; ///< the one used last stands last
     size_t mostDecoders_ = 1;
     bool standsAlone_ = false;
-    bool strict_ = false; ///< the decoders give no picture that is damaged in part
+    bool jumpsBySlices_ = false; ///< one decoder for jumps, another for reading in order
+    int inOrder_ = 0;            ///< so many of the last reads followed the one before
+    bool strict_ = false;        ///< the decoders give no picture that is damaged in part
     std::vector<qint64> keyFrames_;
     std::map<qint64, int> earlierGroups_; ///< key frames whose group needs a start so many groups earlier
     std::set<qint64> damagedGroups_;      ///< key frames whose group lacks pictures for good
@@ -92,6 +102,7 @@ Result<VideoFrame> DecodingReader::readThrough(qint64 n, const FramePassed& pass
                                                const CancelFlag* cancel) {
     if (n < 0 || n >= table_.index.count()) return Error{QStringLiteral("no such frame")};
     if (n == answered_) return answer_;
+    inOrder_ = n == answered_ + 1 ? std::min(inOrder_ + 1, aRun) : 0;
     source_.file().setCancel(cancel);
     Result<VideoFrame> result = findFrame(n, passed);
     if (result) {
@@ -108,16 +119,21 @@ Result<VideoFrame> DecodingReader::readThrough(qint64 n, const FramePassed& pass
 void DecodingReader::chooseDecoder(qint64 n, qint64 key) {
     size_t best = decoders_.size();
     for (size_t i = 0; i < decoders_.size(); ++i)
-        if (decoders_[i]->reaches(n, placeOf(key)) &&
+        if (suits(*decoders_[i]) && decoders_[i]->reaches(n, placeOf(key)) &&
             (best == decoders_.size() || decoders_[i]->place() > decoders_[best]->place()))
             best = i;
     const bool found = best < decoders_.size();
-    if (!found && decoders_.size() < mostDecoders_)
-        if (auto codec = source_.file().openDecoder(table_.reorderDepth, strict_)) {
-            addDecoder(std::move(*codec));
-            best = decoders_.size() - 1;
-        }
-    if (best == decoders_.size()) best = 0; // the one not used for longest
+    if (!found) { // the suitable one not used for longest
+        const auto suitable = std::find_if(decoders_.begin(), decoders_.end(),
+                                           [this](const auto& candidate) { return suits(*candidate); });
+        best = suitable == decoders_.end() ? 0 : size_t(suitable - decoders_.begin());
+        const bool another = !jumpsBySlices_ || suitable == decoders_.end();
+        if (another && decoders_.size() < mostDecoders_)
+            if (auto codec = source_.file().openDecoder(table_.reorderDepth, strict_, sharing())) {
+                addDecoder(std::move(*codec));
+                best = decoders_.size() - 1;
+            }
+    }
     std::rotate(decoders_.begin() + qsizetype(best), decoders_.begin() + qsizetype(best) + 1,
                 decoders_.end());
     if (!found) startAt(startFor(key, groupsBefore(key)));
@@ -127,8 +143,8 @@ Result<VideoFrame> DecodingReader::findFrame(qint64 n, const FramePassed& passed
     if (const auto known = standIns_.find(n); known != standIns_.end()) n = known->second;
     const qint64 key = keyFrameBefore(n);
     chooseDecoder(n, key);
-    const bool jumps =
-        placeOf(n) - decoder().place() > nearby || (standsAlone_ && decoder().shownNumber() < 0);
+    const bool jumps = placeOf(n) - decoder().place() > nearby ||
+                       (standsAlone_ && decoder().shownNumber() < 0 && inOrder_ < aRun);
     const bool mayLeaveOut = jumps && !damagedGroups_.contains(key);
     Found found = decoder().decodeTo(n, passed, mayLeaveOut ? OnTheWay::neededOnly : OnTheWay::all);
     // After damage a decoder may hold a good picture back, beyond later ones; or it was left out on the way.
@@ -212,7 +228,7 @@ Result<std::unique_ptr<FrameReader>> FrameReader::open(const QString& path, cons
     Result<SampleTable> table = buildSampleTable(*file);
     if (!table) return table.error();
     if (table->packetOfFrame.empty()) return Error{QStringLiteral("no picture")};
-    Result<av::CodecPtr> codec = file->openDecoder(table->reorderDepth);
+    Result<av::CodecPtr> codec = file->openDecoder(table->reorderDepth, true, MediaFile::Sharing::slices);
     if (!codec) return codec.error();
     file->setCancel(nullptr);
     return std::unique_ptr<FrameReader>(

@@ -100,16 +100,20 @@ int MediaFile::readPacket(AVPacket* packet) const {
     }
 }
 
-Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth, bool strict) const {
+bool MediaFile::hasEvenSlices() const {
+    return video_->codecpar->codec_id == AV_CODEC_ID_PRORES ||
+           video_->codecpar->codec_id == AV_CODEC_ID_DNXHD;
+}
+
+Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth, bool strict, Sharing sharing) const {
     const AVCodec* decoder = avcodec_find_decoder(video_->codecpar->codec_id);
     if (!decoder) return Error{QStringLiteral("no decoder for this codec")};
     av::CodecPtr codec(avcodec_alloc_context3(decoder));
     avcodec_parameters_to_context(codec.get(), video_->codecpar);
     codec->pkt_timebase = video_->time_base;
     codec->has_b_frames = std::max(codec->has_b_frames, std::min(reorderDepth, 16));
-    // Where the parts of one picture can be shared out evenly, all cores work on the picture that is wanted.
-    const bool bySlices = decoder->id == AV_CODEC_ID_PRORES || decoder->id == AV_CODEC_ID_DNXHD;
-    codec->thread_type = bySlices ? FF_THREAD_SLICE : FF_THREAD_FRAME | FF_THREAD_SLICE;
+    codec->thread_type =
+        sharing == Sharing::slices && hasEvenSlices() ? FF_THREAD_SLICE : FF_THREAD_FRAME | FF_THREAD_SLICE;
     codec->thread_count = int(std::clamp(std::thread::hardware_concurrency(), 1U, 8U));
     // These would give half a picture without a word.
     const bool silent = decoder->id == AV_CODEC_ID_DNXHD || decoder->id == AV_CODEC_ID_MJPEG ||

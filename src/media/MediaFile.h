@@ -15,6 +15,10 @@ namespace daylark {
 /// file, is empty, or has no known format.
 class MediaFile {
 public:
+    /// What a decoder's threads share out: one picture's slices bring it out soonest, several pictures at a
+    /// time decode the most.
+    enum class Sharing { slices, pictures };
+
     [[nodiscard]] static Result<MediaFile> open(const QString& path, const CancelFlag* cancel);
     /// The same file from its beginning, for what cannot be wound back.
     [[nodiscard]] Result<MediaFile> reopened() const {
@@ -38,7 +42,10 @@ public:
     /// and slice threads; `reorderDepth` is how many frames may come between a sample's place in the file and
     /// its place on the screen. `strict`: gives no picture that is known to be damaged in part, where the
     /// decoder leaves the choice.
-    [[nodiscard]] Result<av::CodecPtr> openDecoder(int reorderDepth, bool strict = true) const;
+    [[nodiscard]] Result<av::CodecPtr> openDecoder(int reorderDepth, bool strict = true,
+                                                   Sharing sharing = Sharing::pictures) const;
+    /// The parts of one picture can be shared out evenly.
+    [[nodiscard]] bool hasEvenSlices() const;
 
 private:
     struct Interrupt {

@@ -34,6 +34,7 @@ public:
     [[nodiscard]] bool reaches(qint64 n, qint64 keyPlace) const {
         return started_ && n > shown_.number && n >= firstValid_ && keyPlace <= place_ && n > dropped_;
     }
+    [[nodiscard]] bool sharesSlices() const { return codec_->active_thread_type == FF_THREAD_SLICE; }
     [[nodiscard]] QString name() const;                   ///< for people: which decoder works here, and how
     [[nodiscard]] qint64 place() const { return place_; } ///< of the next packet, in file order
     /// `passed` (may be empty) gets every picture made on the way, the target and perhaps some beyond.
