@@ -17,6 +17,9 @@ int main(int argc, char** argv) {
     using namespace daylark;
     TerminationSignals::holdBack();
     QApplication application(argc, argv);
+    // A pen draws through every point that it was at; by default quick moves are melted into one.
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+    QApplication::setAttribute(Qt::AA_CompressTabletEvents, false);
     QApplication::setApplicationName(QStringLiteral("daylark"));
     QApplication::setApplicationDisplayName(QStringLiteral("Daylark"));
     QApplication::setApplicationVersion(QStringLiteral("1.14.1"));

@@ -2,20 +2,38 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QSemaphore>
+#include <QThread>
+#include <QThreadPool>
 
 #include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <cstring>
+#include <memory>
 
 namespace daylark {
 
 namespace {
+
+constexpr double nearPoints = 0.25; ///< points of a line closer than this are one, area points
+constexpr double gentleTurn = 0.94; ///< cosine of the turn up to which a mitred joint looks like a round one
+constexpr int bandHeight = 160;     ///< pixels that one thread paints at a time
+constexpr size_t pointsWorthThreads = 4000;
 
 template<class T>
 T entryOr(const std::vector<T>& list, size_t index, const T& missing) {
     return index < list.size() ? list[index] : missing;
 }
 
+QColor strokeColour(const Drawing& drawing, size_t stroke) {
+    const QColor colour = entryOr(drawing.colourArray, stroke, QColor());
+    return colour.isValid() ? colour : QColor(Qt::black);
+}
+
+// Round joints cost four times as much as mitred ones; see `pathOf`.
 QPen strokePen(const QColor& colour, double width) {
-    return {colour, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+    return {colour, width, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin};
 }
 
 double strokeWidth(const Drawing& drawing, size_t stroke, const PictureMapping& mapping) {
@@ -30,26 +48,85 @@ double opacityOf(const Drawing& drawing, size_t stroke) {
     return std::clamp(entryOr(drawing.opacityArray, stroke, 1.0), 0.0, 1.0);
 }
 
-/// The points from `first` on as one line. A single point draws nothing; wanted.
+bool isSameStroke(const Drawing& a, const Drawing& b, size_t stroke) {
+    return erases(a, stroke) == erases(b, stroke) && opacityOf(a, stroke) == opacityOf(b, stroke) &&
+           entryOr(a.widthArray, stroke, 1.0) == entryOr(b.widthArray, stroke, 1.0) &&
+           strokeColour(a, stroke) == strokeColour(b, stroke) &&
+           a.strokesArray[stroke] == b.strokesArray[stroke];
+}
+
+/// Where a stroke's ink lies, area points.
+QRectF strokeBounds(const Drawing& drawing, size_t stroke, const PictureMapping& mapping) {
+    const std::vector<QPointF>& points = drawing.strokesArray[stroke];
+    if (points.size() < 2) return {};
+    double left = points[0].x(), right = left, low = points[0].y(), high = low;
+    for (const QPointF& point : points) {
+        left = std::min(left, point.x());
+        right = std::max(right, point.x());
+        low = std::min(low, point.y());
+        high = std::max(high, point.y());
+    }
+    const double reach = strokeWidth(drawing, stroke, mapping) + 2; // a mitre reaches further than a cap
+    return QRectF(mapping.toArea({left, low}), mapping.toArea({right, high}))
+        .normalized()
+        .adjusted(-reach, -reach, reach, reach);
+}
+
+/// The points from `first` on as one line. Where it turns sharply a new part begins, whose round caps make
+/// the joint round. A single point draws nothing; wanted.
 QPainterPath pathOf(const std::vector<QPointF>& points, const PictureMapping& mapping, size_t first = 0) {
     QPainterPath path;
     if (first >= points.size()) return path;
-    path.moveTo(mapping.toArea(points[first]));
-    for (size_t i = first + 1; i < points.size(); ++i)
-        path.lineTo(mapping.toArea(points[i]));
+    QPointF last = mapping.toArea(points[first]), heading;
+    path.moveTo(last);
+    for (size_t i = first + 1; i < points.size(); ++i) {
+        const QPointF next = mapping.toArea(points[i]);
+        const QPointF step = next - last;
+        const double length = std::hypot(step.x(), step.y());
+        if (length < nearPoints && i + 1 < points.size()) continue;
+        const QPointF direction = length > 0 ? step / length : heading;
+        if (!heading.isNull() && QPointF::dotProduct(direction, heading) < gentleTurn) path.moveTo(last);
+        path.lineTo(next);
+        heading = direction;
+        last = next;
+    }
     return path;
+}
+
+/// Has the thread pool help with the work from 0 to before `count`; what it has no hands for is done here, so
+/// that nothing is waited for but pieces under way.
+template<class Work>
+void shareOut(int count, Work work) {
+    struct Shared {
+        std::atomic<int> next{0};
+        QSemaphore done;
+    };
+    const auto shared = std::make_shared<Shared>();
+    const auto take = [shared, count, work] {
+        for (int piece = shared->next++; piece < count; piece = shared->next++) {
+            work(piece);
+            shared->done.release();
+        }
+    };
+    for (int helper = 1; helper < std::min(count, QThread::idealThreadCount()); ++helper)
+        if (!QThreadPool::globalInstance()->tryStart(take)) break;
+    take();
+    shared->done.acquire(count);
 }
 
 } // namespace
 
-void paintStrokes(QPainter& layer, const Drawing& drawing, const PictureMapping& mapping, size_t first) {
+void paintStrokes(QPainter& layer, const Drawing& drawing, const PictureMapping& mapping,
+                  const StrokeSelection& selection) {
     if (!mapping.isValid()) return;
     layer.save();
     layer.setRenderHint(QPainter::Antialiasing);
-    for (size_t stroke = first; stroke < drawing.strokesArray.size(); ++stroke) {
+    const size_t end = std::min(selection.end, drawing.strokesArray.size());
+    for (size_t stroke = selection.first; stroke < end; ++stroke) {
         if (drawing.strokesArray[stroke].size() < 2) continue;
-        QColor colour = entryOr(drawing.colourArray, stroke, QColor());
-        if (!colour.isValid()) colour = Qt::black;
+        if (!selection.part.isNull() && !strokeBounds(drawing, stroke, mapping).intersects(selection.part))
+            continue;
+        QColor colour = strokeColour(drawing, stroke);
         // An eraser clears whatever its opacity; wanted.
         const bool clears = erases(drawing, stroke);
         layer.setCompositionMode(clears ? QPainter::CompositionMode_Clear
@@ -61,42 +138,155 @@ void paintStrokes(QPainter& layer, const Drawing& drawing, const PictureMapping&
     layer.restore();
 }
 
-void StrokeLayer::paintFinished(const DrawingCanvas& canvas, size_t first) {
-    QPainter painter(&finished_);
-    painter.scale(ratio_, ratio_);
-    Drawing done = canvas.currentStrokesDictionary();
-    done.strokesArray.resize(canvas.finishedCount());
-    paintStrokes(painter, done, mapping_, first);
-    finishedStrokes_ = canvas.finishedCount();
+QRect StrokeLayer::toPixels(const QRectF& part) const {
+    return QRectF(part.topLeft() * ratio_, part.size() * ratio_).toAlignedRect() & finished_.rect();
+}
+
+void StrokeLayer::paintBands(const QRect& pixels, const StrokeSelection& selection, bool clear) {
+    if (pixels.isEmpty()) return;
+    size_t points = 0;
+    const size_t end = std::min(selection.end, painted_.strokesArray.size());
+    for (size_t stroke = selection.first; stroke < end; ++stroke)
+        points += painted_.strokesArray[stroke].size();
+    const int height = points < pointsWorthThreads ? pixels.height() : bandHeight;
+    const int count = (pixels.height() + height - 1) / height;
+    uchar* const bits = finished_.bits(); // no band detaches
+    const qsizetype stride = finished_.bytesPerLine();
+    const int width = finished_.width();
+    const auto band = [this, pixels, selection, clear, height, bits, stride, width](int number) {
+        const int top = pixels.top() + number * height;
+        const int rows = std::min(height, pixels.bottom() + 1 - top);
+        QImage image(bits + top * stride, width, rows, stride, QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        const QRect here(pixels.left(), 0, pixels.width(), rows);
+        painter.setClipRect(here);
+        if (clear) {
+            painter.setCompositionMode(QPainter::CompositionMode_Clear);
+            painter.fillRect(here, Qt::transparent);
+            painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        }
+        painter.translate(0, -top);
+        painter.scale(ratio_, ratio_);
+        StrokeSelection seen = selection;
+        seen.part = QRectF(QPointF(pixels.left(), top) / ratio_, QSizeF(pixels.width(), rows) / ratio_);
+        paintStrokes(painter, painted_, mapping_, seen);
+    };
+    if (count == 1)
+        band(0);
+    else
+        shareOut(count, band);
+}
+
+void StrokeLayer::paintAnew(const QRect& pixels) {
+    paintBands(pixels, {}, true);
+}
+
+void StrokeLayer::forgetGrowing() {
+    if (grownPoints_ == 0) return;
+    grownPoints_ = 0;
+    const QRect used = toPixels(grown_);
+    grown_ = {};
+    if (used.isEmpty()) return;
+    QPainter painter(&growing_);
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    painter.fillRect(used, Qt::transparent);
 }
 
 QRectF StrokeLayer::update(const DrawingCanvas& canvas, const PictureMapping& mapping, const QSize& area,
                            double devicePixelRatio) {
     const QSize pixels(std::max(1, qRound(area.width() * devicePixelRatio)),
                        std::max(1, qRound(area.height() * devicePixelRatio)));
+    const QRectF whole(QPointF(0, 0), QSizeF(area));
+    const bool anew = finished_.size() != pixels || ratio_ != devicePixelRatio;
     QRectF changed;
-    if (!valid_ || mapping != mapping_ || finished_.size() != pixels ||
-        finishedStrokes_ > canvas.finishedCount()) {
+    if (anew || mapping != mapping_) {
+        const QPointF moved = (mapping.picture.topLeft() - mapping_.picture.topLeft()) * devicePixelRatio;
+        PictureMapping back = mapping;
+        back.picture.moveTopLeft(mapping_.picture.topLeft());
+        const auto isWhole = [](double number) { return std::abs(number - std::round(number)) < 1e-3; };
+        const bool onlyMoved = !anew && back == mapping_ && isWhole(moved.x()) && isWhole(moved.y());
+        if (!anew) forgetGrowing();
         mapping_ = mapping;
         ratio_ = devicePixelRatio;
-        finished_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-        finished_.fill(Qt::transparent);
-        growing_ = {};
-        grownPoints_ = 0;
-        valid_ = true;
-        paintFinished(canvas, 0);
-        changed = QRectF(QPointF(0, 0), QSizeF(area));
-    } else if (finishedStrokes_ < canvas.finishedCount()) {
-        const auto& points = canvas.currentStrokesDictionary().strokesArray;
-        for (size_t stroke = finishedStrokes_; stroke < canvas.finishedCount(); ++stroke) {
-            const double reach = strokeWidth(canvas.currentStrokesDictionary(), stroke, mapping_) / 2 + 2;
-            changed |= pathOf(points[stroke], mapping_).boundingRect().adjusted(-reach, -reach, reach, reach);
+        if (anew) {
+            finished_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+            finished_.fill(Qt::transparent);
+            growing_ = {};
+            grownPoints_ = 0;
+            grown_ = {};
         }
-        growing_ = {};
-        grownPoints_ = 0;
-        paintFinished(canvas, finishedStrokes_);
+        changed = whole;
+        if (onlyMoved) {
+            moveBy(moved.toPoint());
+        } else {
+            // Painted below, with whatever is new.
+            if (!anew && painted_.hasStrokes()) finished_.fill(Qt::transparent);
+            painted_ = {};
+        }
     }
-    return canvas.isDrawing() ? changed | growStroke(canvas) : changed;
+    if (compare_ || painted_.strokesArray.size() > canvas.finishedCount()) changed |= takeBack(canvas);
+    if (painted_.strokesArray.size() < canvas.finishedCount()) changed |= finish(canvas);
+    return (canvas.isDrawing() ? changed | growStroke(canvas) : changed) & whole;
+}
+
+/// The layer's pixels stand elsewhere; what comes in at the edges is painted.
+void StrokeLayer::moveBy(const QPoint& pixels) {
+    const QRect all = finished_.rect(), kept = all.translated(pixels) & all;
+    if (kept.isEmpty()) return paintAnew(all);
+    uchar* const bits = finished_.bits();
+    const qsizetype stride = finished_.bytesPerLine();
+    const bool down = pixels.y() > 0;
+    for (int i = 0; i < kept.height(); ++i) {
+        const int to = down ? kept.bottom() - i : kept.top() + i;
+        std::memmove(bits + to * stride + kept.left() * 4,
+                     bits + (to - pixels.y()) * stride + (kept.left() - pixels.x()) * 4,
+                     size_t(kept.width()) * 4);
+    }
+    paintAnew({all.left(), all.top(), all.width(), kept.top()});
+    paintAnew({all.left(), kept.bottom() + 1, all.width(), all.bottom() - kept.bottom()});
+    paintAnew({all.left(), kept.top(), kept.left(), kept.height()});
+    paintAnew({kept.right() + 1, kept.top(), all.right() - kept.right(), kept.height()});
+}
+
+/// Strokes painted that are no more are painted over: what lay beneath them shows again.
+QRectF StrokeLayer::takeBack(const DrawingCanvas& canvas) {
+    compare_ = false;
+    const Drawing& drawing = canvas.currentStrokesDictionary();
+    const size_t painted = painted_.strokesArray.size();
+    const size_t most = std::min(painted, canvas.finishedCount());
+    size_t same = 0;
+    while (same < most && isSameStroke(painted_, drawing, same))
+        ++same;
+    QRectF gone;
+    for (size_t stroke = same; stroke < painted; ++stroke)
+        gone |= strokeBounds(painted_, stroke, mapping_);
+    while (painted_.strokesArray.size() > same)
+        painted_.strokesArray.pop_back();
+    paintAnew(toPixels(gone));
+    return gone;
+}
+
+QRectF StrokeLayer::finish(const DrawingCanvas& canvas) {
+    const Drawing& drawing = canvas.currentStrokesDictionary();
+    const size_t first = painted_.strokesArray.size(), end = canvas.finishedCount();
+    QRectF changed = grown_;
+    forgetGrowing();
+    for (size_t stroke = first; stroke < end; ++stroke) {
+        changed |= strokeBounds(drawing, stroke, mapping_);
+        painted_.strokesArray.push_back(drawing.strokesArray[stroke]);
+    }
+    const auto take = [first, end](auto& list, const auto& from, const auto& missing) {
+        list.resize(std::min(first, list.size()));
+        list.resize(first, missing);
+        for (size_t stroke = first; stroke < end; ++stroke)
+            list.push_back(entryOr(from, stroke, missing));
+    };
+    take(painted_.brushTypeArray, drawing.brushTypeArray, int(DrawingCanvas::brush));
+    take(painted_.colourArray, drawing.colourArray, QColor());
+    take(painted_.widthArray, drawing.widthArray, 1.0);
+    take(painted_.opacityArray, drawing.opacityArray, 1.0);
+    paintBands(toPixels(changed), {first, end, {}}, false);
+    return changed;
 }
 
 /// Paints the new points only, opaque: the opacity comes when the layer is drawn, so that where the line
@@ -108,6 +298,8 @@ QRectF StrokeLayer::growStroke(const DrawingCanvas& canvas) {
     if (growing_.isNull()) {
         growing_ = QImage(finished_.size(), QImage::Format_ARGB32_Premultiplied);
         growing_.fill(Qt::transparent);
+    }
+    if (grownPoints_ == 0) {
         growingOpacity_ = opacityOf(drawing, stroke);
         growingErases_ = erases(drawing, stroke);
         grownPoints_ = 1;
@@ -119,33 +311,36 @@ QRectF StrokeLayer::growStroke(const DrawingCanvas& canvas) {
     painter.scale(ratio_, ratio_);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.strokePath(path,
-                       strokePen(growingErases_ ? QColor(Qt::black) : drawing.colourArray[stroke], width));
+                       strokePen(growingErases_ ? QColor(Qt::black) : strokeColour(drawing, stroke), width));
     grownPoints_ = points.size();
-    const double reach = width / 2 + 2;
-    return path.boundingRect().adjusted(-reach, -reach, reach, reach);
+    const double reach = width + 2;
+    const QRectF changed = path.boundingRect().adjusted(-reach, -reach, reach, reach);
+    grown_ |= changed;
+    return changed;
 }
 
+// Pixel on pixel: the painter's unit becomes the layer's own pixel, so that nothing is scaled.
 void StrokeLayer::paint(QPainter& painter, const QRectF& part) const {
-    if (!valid_) return;
-    const QRect pixels =
-        QRectF(part.topLeft() * ratio_, part.size() * ratio_).toAlignedRect() & finished_.rect();
+    const QRect pixels = toPixels(part);
     if (pixels.isEmpty()) return;
-    const QRectF target(QPointF(pixels.topLeft()) / ratio_, QSizeF(pixels.size()) / ratio_);
-    if (growing_.isNull() || !growingErases_) {
-        painter.drawImage(target, finished_, pixels);
-        if (growing_.isNull()) return;
-        painter.save();
-        painter.setOpacity(growingOpacity_);
-        painter.drawImage(target, growing_, pixels);
-        painter.restore();
-        return;
+    painter.save();
+    painter.scale(1 / ratio_, 1 / ratio_);
+    const QRect grown = grownPoints_ == 0 ? QRect() : toPixels(grown_) & pixels;
+    if (grown.isEmpty() || !growingErases_) {
+        painter.drawImage(pixels.topLeft(), finished_, pixels);
+        if (!grown.isEmpty()) {
+            painter.setOpacity(growingOpacity_);
+            painter.drawImage(grown.topLeft(), growing_, grown);
+        }
+    } else {
+        QImage erased = finished_.copy(pixels);
+        QPainter layer(&erased);
+        layer.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+        layer.drawImage(grown.topLeft() - pixels.topLeft(), growing_, grown);
+        layer.end();
+        painter.drawImage(pixels.topLeft(), erased);
     }
-    QImage erased = finished_.copy(pixels);
-    QPainter layer(&erased);
-    layer.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    layer.drawImage(QPoint(0, 0), growing_, pixels);
-    layer.end();
-    painter.drawImage(target, erased);
+    painter.restore();
 }
 
 } // namespace daylark

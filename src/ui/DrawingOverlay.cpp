@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QTabletEvent>
 
+#include <utility>
+
 namespace daylark {
 
 DrawingOverlay::DrawingOverlay(MoviePlayerController& controller, PictureView& picture)
@@ -20,8 +22,12 @@ DrawingOverlay::DrawingOverlay(MoviePlayerController& controller, PictureView& p
     picture_.setOverlayPainter([this](QPainter& painter) { paint(painter); });
     connect(&controller_.drawing(), &DrawingMode::strokeGrew, this, &DrawingOverlay::refreshStrokes);
     connect(&controller_.drawing(), &DrawingMode::strokesChanged, this, [this] {
-        layer_.invalidate();
-        refreshAll();
+        layer_.strokesChanged();
+        Shown now{controller_.drawing().drawingsAreShown(), controller_.drawing().drawingBackground()};
+        if (std::exchange(shown_, now) == now)
+            refreshStrokes();
+        else
+            refreshAll();
     });
     connect(&controller_.drawing(), &DrawingMode::modeChanged, this, &DrawingOverlay::showCursor);
     connect(&controller_.geometry(), &ViewerGeometry::changed, this, &DrawingOverlay::showGeometry);
@@ -53,6 +59,7 @@ void DrawingOverlay::refreshAll() {
 }
 
 void DrawingOverlay::refreshStrokes() {
+    if (!controller_.drawing().drawingsAreShown()) return;
     const QRectF changed = layer_.update(controller_.drawing().canvas(), mapping(), picture_.size(),
                                          picture_.devicePixelRatioF());
     if (!changed.isEmpty()) picture_.refreshOverlay(changed.toAlignedRect());

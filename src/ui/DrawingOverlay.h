@@ -41,6 +41,12 @@ private:
     MoviePlayerController& controller_;
     PictureView& picture_;
     StrokeLayer layer_;
+    struct Shown {
+        bool drawings = false;
+        QString background;
+        bool operator==(const Shown&) const = default;
+    };
+    Shown shown_;            ///< when the strokes changed last
     bool penIsDown_ = false; ///< a tablet's, whose events are not to come a second time as the mouse's
     bool dragging_ = false;
     QPointF dragOrigin_, startingPoint_; ///< of the hand: area points; the view's lower left corner

@@ -17,12 +17,86 @@ constexpr size_t mostSteps = 500;
 const QString drawState = QStringLiteral("draw"), scrollState = QStringLiteral("scroll"),
               offState = QStringLiteral("off");
 
+/// Calls `list` with each of the five lists of a drawing.
+template<class Each>
+void forEachList(Drawing& drawing, Each list) {
+    list(drawing.strokesArray);
+    list(drawing.brushTypeArray);
+    list(drawing.colourArray);
+    list(drawing.widthArray);
+    list(drawing.opacityArray);
+}
+
+Drawing strokesFrom(const Drawing& drawing, size_t first) {
+    Drawing rest = drawing;
+    forEachList(rest, [first](auto& list) {
+        list.erase(list.begin(), list.begin() + std::ptrdiff_t(std::min(first, list.size())));
+    });
+    return rest;
+}
+
+Drawing strokesUpTo(const Drawing& drawing, size_t end) {
+    Drawing start = drawing;
+    forEachList(start, [end](auto& list) { list.resize(std::min(end, list.size())); });
+    return start;
+}
+
+/// How many strokes at the start are the same in both. None where lists are of unequal length, so that
+/// nothing of an odd drawing is lost.
+size_t commonStrokes(const Drawing& a, const Drawing& b) {
+    const auto isEven = [](Drawing drawing) {
+        const size_t count = drawing.strokesArray.size();
+        bool even = drawing.hasKeys;
+        forEachList(drawing, [&](auto& list) { even = even && list.size() == count; });
+        return even;
+    };
+    if (!isEven(a) || !isEven(b)) return 0;
+    const size_t most = std::min(a.strokesArray.size(), b.strokesArray.size());
+    size_t same = 0;
+    while (same < most && a.strokesArray[same] == b.strokesArray[same] &&
+           a.brushTypeArray[same] == b.brushTypeArray[same] && a.colourArray[same] == b.colourArray[same] &&
+           a.widthArray[same] == b.widthArray[same] && a.opacityArray[same] == b.opacityArray[same])
+        ++same;
+    return same;
+}
+
+/// A stroke is stored on every bookmark that covers its frame. Where they are shown together it is shown
+/// once, or each stroke drawn there would double all.
+Drawing eachStrokeOnce(Drawing drawing) {
+    const size_t count = drawing.strokesArray.size();
+    forEachList(drawing, [count](auto& list) {
+        if (list.size() < count) list.resize(count); // the lists stay parallel
+    });
+    Drawing once;
+    for (size_t stroke = 0; stroke < count; ++stroke) {
+        bool shown = false;
+        for (size_t i = 0; i < once.strokesArray.size() && !shown; ++i)
+            shown = once.strokesArray[i] == drawing.strokesArray[stroke] &&
+                    once.brushTypeArray[i] == drawing.brushTypeArray[stroke] &&
+                    once.colourArray[i] == drawing.colourArray[stroke] &&
+                    once.widthArray[i] == drawing.widthArray[stroke] &&
+                    once.opacityArray[i] == drawing.opacityArray[stroke];
+        if (shown) continue;
+        once.strokesArray.push_back(std::move(drawing.strokesArray[stroke]));
+        once.brushTypeArray.push_back(drawing.brushTypeArray[stroke]);
+        once.colourArray.push_back(drawing.colourArray[stroke]);
+        once.widthArray.push_back(drawing.widthArray[stroke]);
+        once.opacityArray.push_back(drawing.opacityArray[stroke]);
+    }
+    return once;
+}
+
+bool hasTexts(const Bookmark& bookmark) {
+    return !bookmark.overlayString.isEmpty() || !bookmark.overlayString2.isEmpty();
+}
+
 } // namespace
 
 DrawingMode::DrawingMode(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , around_(surroundings)
     , brushColour_(surroundings.defaults.colourForKey(QStringLiteral("brushColour"))) {
+    setMovie(nullptr);
     resetBrush();
     connect(&around_.panels, &ViewerPanels::panelToggled, this, [this](ViewerPanel panel, bool visible) {
         if (panel == ViewerPanel::drawing) drawingPanelToggled(visible);
@@ -37,8 +111,11 @@ DrawingMode::DrawingMode(const Surroundings& surroundings, QObject* parent)
 
 void DrawingMode::setMovie(const std::shared_ptr<Movie>& movie) {
     movie_ = movie;
-    undo_.clear();
-    redo_.clear();
+    for (auto at = histories_.begin(); at != histories_.end();)
+        at = at->first.expired() ? histories_.erase(at) : std::next(at);
+    std::unique_ptr<History>& kept = histories_[movie];
+    if (!kept) kept = std::make_unique<History>();
+    history_ = kept.get();
     canvas_.clearViewOfStrokes();
     Q_EMIT historyChanged();
     Q_EMIT strokesChanged();
@@ -221,7 +298,8 @@ void DrawingMode::storeCurrentDrawing() {
         const auto before = movie_->bookmarkStore;
         around_.bookmarks.addBookmarkWithDrawing(drawing);
         for (const auto& bookmark : movie_->bookmarkStore)
-            if (std::find(before.begin(), before.end(), bookmark) == before.end()) remember({{}, bookmark});
+            if (std::find(before.begin(), before.end(), bookmark) == before.end())
+                remember({{{bookmark, 0, {}, drawing}}, bookmark});
     }
     movie_->displayDrawingIcon();
 }
@@ -232,18 +310,26 @@ void DrawingMode::change(std::vector<std::shared_ptr<Bookmark>> bookmarks,
     Step step;
     for (const auto& bookmark : bookmarks) {
         if (!bookmark) continue;
-        BookmarkDrawing drawing{bookmark, bookmark->drawings, {}};
+        const Drawing before = bookmark->drawings;
         around_.edits.editBookmark(movie_, bookmark, edit);
-        drawing.after = bookmark->drawings;
-        if (drawing.after != drawing.before) step.drawings.push_back(std::move(drawing));
+        if (bookmark->drawings != before) step.drawings.push_back(difference(bookmark, before));
     }
     if (!step.drawings.empty()) remember(std::move(step));
 }
 
+// Only what differs: hundreds of steps of hundreds of strokes are remembered.
+DrawingMode::BookmarkDrawing DrawingMode::difference(const std::shared_ptr<Bookmark>& bookmark,
+                                                     const Drawing& before) {
+    const Drawing& after = bookmark->drawings;
+    const size_t kept = commonStrokes(before, after);
+    return {bookmark, kept, strokesFrom(before, kept), strokesFrom(after, kept)};
+}
+
 void DrawingMode::remember(Step step) {
-    undo_.push_back(std::move(step));
-    if (undo_.size() > mostSteps) undo_.erase(undo_.begin());
-    redo_.clear();
+    std::vector<Step>& undo = history().undo;
+    undo.push_back(std::move(step));
+    if (undo.size() > mostSteps) undo.erase(undo.begin());
+    history().redo.clear();
     Q_EMIT historyChanged();
 }
 
@@ -288,43 +374,65 @@ void DrawingMode::afterChange() {
 }
 
 void DrawingMode::undo() {
-    if (undo_.empty() || canvas_.isDrawing()) return;
-    redo_.push_back(std::move(undo_.back()));
-    undo_.pop_back();
-    apply(redo_.back(), false);
+    if (!movie_ || !canUndo() || canvas_.isDrawing()) return;
+    history().redo.push_back(std::move(history().undo.back()));
+    history().undo.pop_back();
+    apply(history().redo.back(), false);
 }
 
 void DrawingMode::redo() {
-    if (redo_.empty() || canvas_.isDrawing()) return;
-    undo_.push_back(std::move(redo_.back()));
-    redo_.pop_back();
-    apply(undo_.back(), true);
+    if (!movie_ || !canRedo() || canvas_.isDrawing()) return;
+    history().undo.push_back(std::move(history().redo.back()));
+    history().redo.pop_back();
+    apply(history().undo.back(), true);
 }
 
+// What has gone or has become something else in between stays as it is.
 void DrawingMode::apply(const Step& step, bool forwards) {
-    const auto isThere = [this](const std::shared_ptr<Bookmark>& bookmark) {
-        return std::find(movie_->bookmarkStore.begin(), movie_->bookmarkStore.end(), bookmark) !=
-               movie_->bookmarkStore.end();
-    };
-    if (step.made) {
-        if (forwards && !isThere(step.made))
-            around_.edits.addBookmarks(movie_, {step.made});
-        else if (!forwards && isThere(step.made))
-            around_.edits.removeBookmarks(movie_, {step.made});
-        around_.bookmarks.sortBookmarks();
-    }
-    for (const BookmarkDrawing& drawing : step.drawings)
-        if (isThere(drawing.bookmark))
-            around_.edits.editBookmark(movie_, drawing.bookmark, [&](Bookmark& bookmark) {
-                bookmark.drawings = forwards ? drawing.after : drawing.before;
+    if (const auto& made = step.made) {
+        const auto& store = movie_->bookmarkStore;
+        const bool isThere = std::find(store.begin(), store.end(), made) != store.end();
+        if (forwards && !isThere) {
+            around_.edits.addBookmarks(movie_, {made});
+        } else if (forwards) {
+            around_.edits.editBookmark(movie_, made, [&](Bookmark& bookmark) {
+                if (!bookmark.hasDrawings()) bookmark.drawings = step.drawings.front().after;
             });
+        } else if (isThere && !hasTexts(*made)) {
+            around_.edits.removeBookmarks(movie_, {made});
+        } else if (isThere) { // somebody wrote on it: only the drawing goes
+            around_.edits.editBookmark(movie_, made,
+                                       [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
+        }
+        around_.bookmarks.sortBookmarks();
+    } else {
+        for (const BookmarkDrawing& drawing : step.drawings)
+            applyTo(drawing, forwards);
+    }
     afterChange();
     Q_EMIT historyChanged();
 }
 
+void DrawingMode::applyTo(const BookmarkDrawing& step, bool forwards) {
+    const auto& store = movie_->bookmarkStore;
+    if (std::find(store.begin(), store.end(), step.bookmark) == store.end()) return;
+    const Drawing& now = step.bookmark->drawings;
+    const Drawing& expected = forwards ? step.before : step.after;
+    if (now.strokesArray.size() < step.kept || strokesFrom(now, step.kept) != expected) return;
+    Drawing wanted = forwards ? step.after : step.before;
+    if (step.kept > 0) {
+        wanted = strokesUpTo(now, step.kept);
+        wanted.append(forwards ? step.after : step.before);
+    }
+    around_.edits.editBookmark(movie_, step.bookmark,
+                               [&](Bookmark& bookmark) { bookmark.drawings = wanted; });
+}
+
 void DrawingMode::reloadStrokes() {
     if (canvas_.isDrawing()) return;
-    canvas_.setStrokes(around_.bookmarks.activeDrawings());
+    const auto active = around_.bookmarks.activeBookmarks();
+    const Drawing together = around_.bookmarks.activeDrawings();
+    canvas_.setStrokes(active.size() > 1 ? eachStrokeOnce(together) : together);
     Q_EMIT strokesChanged();
 }
 

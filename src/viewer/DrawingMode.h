@@ -8,6 +8,8 @@
 #include <QColor>
 #include <QObject>
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -22,7 +24,8 @@ class ViewerPanels;
 
 /// What the mouse does over the picture ("draw", "scroll" or "off"), the drawing tools, and where finished
 /// strokes go: onto every active bookmark, or onto a new one at the frame on screen. Undo takes back strokes
-/// and removals of this movie, newest first. Owned by the viewer's controller; interface thread.
+/// and removals, newest first; each movie has a history of its own, for as long as the program runs. Owned by
+/// the viewer's controller; interface thread.
 class DrawingMode : public QObject {
     Q_OBJECT
 public:
@@ -36,7 +39,7 @@ public:
     };
     explicit DrawingMode(const Surroundings& surroundings, QObject* parent = nullptr);
 
-    void setMovie(const std::shared_ptr<Movie>& movie); ///< forgets the undo history
+    void setMovie(const std::shared_ptr<Movie>& movie); ///< takes up that movie's undo history
 
     // Mode and tools
     void setInteractiveModeState(const QString& mode); ///< "draw", "scroll" or "off"; others: nothing
@@ -75,8 +78,8 @@ public:
     void deleteAllDrawingsFromMovie(); ///< asks
     void undo();
     void redo();
-    [[nodiscard]] bool canUndo() const { return !undo_.empty(); }
-    [[nodiscard]] bool canRedo() const { return !redo_.empty(); }
+    [[nodiscard]] bool canUndo() const { return !history().undo.empty(); }
+    [[nodiscard]] bool canRedo() const { return !history().redo.empty(); }
 
 Q_SIGNALS:
     void modeChanged();    ///< mode, buttons, width, opacity, colour
@@ -86,8 +89,10 @@ Q_SIGNALS:
     void viewerWanted(); ///< the viewer's window is to have the keyboard
 
 private:
+    /// What became of a bookmark's drawing: the strokes from `kept` on were `before` and are `after`.
     struct BookmarkDrawing {
         std::shared_ptr<Bookmark> bookmark;
+        size_t kept = 0;
         Drawing before, after;
     };
     /// One step that can be taken back: drawings of some bookmarks, or a bookmark made for a drawing.
@@ -95,12 +100,19 @@ private:
         std::vector<BookmarkDrawing> drawings;
         std::shared_ptr<Bookmark> made;
     };
+    struct History {
+        std::vector<Step> undo, redo;
+    };
+    [[nodiscard]] History& history() const { return *history_; }
+    [[nodiscard]] static BookmarkDrawing difference(const std::shared_ptr<Bookmark>& bookmark,
+                                                    const Drawing& before);
     void storeCurrentDrawing();
     void drawingPanelToggled(bool visible);
     void takeTool(bool eraser);
     void change(std::vector<std::shared_ptr<Bookmark>> bookmarks, const std::function<void(Bookmark&)>& edit);
     void remember(Step step);
     void apply(const Step& step, bool forwards);
+    void applyTo(const BookmarkDrawing& drawing, bool forwards);
     void afterChange();
     void reloadStrokes();
 
@@ -113,7 +125,9 @@ private:
     bool brushOn_ = false, eraserOn_ = false, scrollOn_ = false;
     double currentWidth_ = 0, currentOpacity_ = 1;
     QColor brushColour_;
-    std::vector<Step> undo_, redo_;
+    using Histories = std::map<std::weak_ptr<Movie>, std::unique_ptr<History>, std::owner_less<>>;
+    Histories histories_;
+    History* history_; ///< of the movie, never null
 };
 
 } // namespace daylark

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace daylark {
 namespace {
 
@@ -103,6 +105,60 @@ TEST(StrokeLayerTest, AStrokeInProgressLooksAsItWillWhenFinished) {
         EXPECT_EQ(growing.pixelColor(10, 10), shown(layer).pixelColor(10, 10));
         EXPECT_EQ(largestDifference(shown(layer), shownAtOnce(canvas, plain())), 0);
     }
+}
+
+/// Many, so that several threads paint; with sharp turns, some erasing, some thin.
+DrawingCanvas fullCanvas() {
+    DrawingCanvas canvas;
+    for (int stroke = 0; stroke < 60; ++stroke) {
+        std::vector<QPointF> points;
+        for (int i = 0; i < 120; ++i)
+            points.emplace_back(std::fmod(stroke * 97.0 + i * 5, 640),
+                                40 + stroke * 5 + (i % 20 < 10 ? i : -i) * 0.4);
+        draw(canvas, points, stroke % 7 == 6 ? DrawingCanvas::eraser : DrawingCanvas::brush,
+             stroke % 2 ? 0.5 : 1);
+    }
+    return canvas;
+}
+
+TEST(StrokeLayerTest, AMovedPictureAndStrokesTakenBackLookAsIfPaintedAfresh) {
+    DrawingCanvas canvas = fullCanvas();
+    StrokeLayer layer;
+    PictureMapping mapping = plain();
+    static_cast<void>(layer.update(canvas, mapping, area, 1));
+    for (const QPointF& by :
+         {QPointF(17, 9), QPointF(-60, 4), QPointF(0, -33), QPointF(2.5, 1), QPointF(900, 0)}) {
+        mapping.picture.translate(by);
+        EXPECT_EQ(layer.update(canvas, mapping, area, 1), QRectF(0, 0, 320, 180));
+        EXPECT_EQ(largestDifference(shown(layer), shownAtOnce(canvas, mapping)), 0) << by.x();
+    }
+    mapping = plain();
+    static_cast<void>(layer.update(canvas, mapping, area, 1));
+    // Taken back, changed in the middle, put back: only that is painted anew, and all looks right.
+    Drawing fewer = canvas.currentStrokesDictionary();
+    for (int taken = 0; taken < 3; ++taken)
+        fewer.removeLastStroke();
+    const Drawing before = canvas.currentStrokesDictionary();
+    Drawing other = before;
+    other.colourArray[57] = Qt::green;
+    for (const Drawing& drawing : {fewer, before, other, Drawing{}, fewer}) {
+        canvas.setStrokes(drawing);
+        layer.strokesChanged();
+        const QRectF changed = layer.update(canvas, mapping, area, 1);
+        EXPECT_FALSE(changed.isEmpty());
+        EXPECT_EQ(largestDifference(shown(layer), shownAtOnce(canvas, mapping)), 0);
+        layer.strokesChanged();
+        EXPECT_TRUE(layer.update(canvas, mapping, area, 1).isEmpty()) << "the same strokes once more";
+    }
+}
+
+TEST(StrokeLayerTest, SharpTurnsAreRoundAndAStrokeIsNoDenserThere) {
+    DrawingCanvas canvas;
+    draw(canvas, {{100, 100}, {300, 100}, {300, 300}}, DrawingCanvas::brush, 0.5);
+    const QImage picture = shownAtOnce(canvas, plain());
+    EXPECT_EQ(picture.pixelColor(150, 130), picture.pixelColor(80, 130)); // at the corner as along the line
+    EXPECT_NE(picture.pixelColor(80, 130), QColor(128, 128, 128));
+    EXPECT_EQ(picture.pixelColor(154, 134), QColor(128, 128, 128)); // outside the round corner
 }
 
 TEST(StrokeLayerTest, DrawingsWithListsOfUnequalLengthAreShownAndDrawnOn) {

@@ -9,6 +9,7 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleMock(&argc, argv);
     QApplication application(argc, argv);
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false); // as the program does
     QApplication::setQuitOnLastWindowClosed(false);
     daylark::theme::apply(application);
     return RUN_ALL_TESTS();

@@ -8,12 +8,13 @@ class DrawingModeTest : public ViewerFixture {
 protected:
     DrawingModeTest() {
         controller.panels().setHost(&host);
-        for (const auto& [key, value] : std::map<const char*, QVariant>{{"brushWidth", 10.0},
-                                                                        {"brushOpacity", 1.0},
-                                                                        {"eraserWidth", 40.0},
-                                                                        {"eraserOpacity", 0.5},
-                                                                        {"displayDrawingsOptions", QStringLiteral("Always")},
-                                                                        {"autoSwitchToDrawingMode", false}})
+        for (const auto& [key, value] :
+             std::map<const char*, QVariant>{{"brushWidth", 10.0},
+                                             {"brushOpacity", 1.0},
+                                             {"eraserWidth", 40.0},
+                                             {"eraserOpacity", 0.5},
+                                             {"displayDrawingsOptions", QStringLiteral("Always")},
+                                             {"autoSwitchToDrawingMode", false}})
             prefer(key, value);
     }
     void choose(const char* title) { drawing.chooseInteractiveTool({QLatin1String(title)}); }
@@ -105,6 +106,79 @@ TEST_F(DrawingModeTest, UndoTakesBackStrokesRemovalsAndTheBookmarkThatAStrokeMad
     drawLine(80);
     EXPECT_FALSE(drawing.canRedo()); // a new stroke forgets what was undone
     EXPECT_EQ(strokesOf(0), 4u);
+}
+
+TEST_F(DrawingModeTest, UndoIsKeptForEachMovieAndMindsWhatHasHappenedToTheBookmarks) {
+    const auto first = record(bench::movie({.frames = 24, .group = 12}));
+    const auto other = record(bench::movie({.frames = 48, .group = 12}));
+    show({first, other});
+    choose("Draw");
+    drawLine(20);
+    drawLine(40);
+    goTo(9);
+    ASSERT_TRUE(settled());
+    bookmarks.loadActiveBookmarks();
+    drawLine(60);
+    ASSERT_EQ(first->bookmarkStore.size(), 2u);
+
+    controller.transport().displayNextMovie();
+    ASSERT_TRUE(settled());
+    EXPECT_FALSE(drawing.canUndo());
+    drawing.undo();
+    EXPECT_EQ(first->bookmarkStore.size(), 2u);
+    drawLine(10);
+    ASSERT_EQ(other->bookmarkStore.size(), 1u);
+
+    controller.transport().displayPreviousMovie();
+    ASSERT_TRUE(settled());
+    ASSERT_TRUE(drawing.canUndo());
+    // Written on: undo takes the drawing, the words stay.
+    const auto written = first->bookmarkStore[1];
+    edits.editBookmark(first, written,
+                       [](Bookmark& b) { b.overlayString = QStringLiteral("mind the boom"); });
+    drawing.undo();
+    ASSERT_EQ(first->bookmarkStore.size(), 2u);
+    EXPECT_FALSE(written->hasDrawings());
+    drawing.redo();
+    EXPECT_EQ(written->drawings.strokesArray.size(), 1u);
+    drawing.undo();
+    // Gone: nothing to take back there, and it does not come back either.
+    edits.removeBookmarks(first, {first->bookmarkStore[0]});
+    drawing.undo();
+    EXPECT_EQ(first->bookmarkStore.size(), 1u);
+    drawing.undo();
+    EXPECT_FALSE(drawing.canUndo());
+    while (drawing.canRedo())
+        drawing.redo();
+    EXPECT_EQ(other->bookmarkStore.size(), 1u);
+    controller.close();
+    EXPECT_FALSE(drawing.canUndo());
+    drawing.undo();
+    drawing.redo();
+}
+
+TEST_F(DrawingModeTest, BookmarksThatShareAFrameAllGetTheStrokeWhichIsShownOnce) {
+    showFrames(24);
+    const auto movie = controller.currentMovie();
+    const auto one = std::make_shared<Bookmark>(1, 5, 24.0F), two = std::make_shared<Bookmark>(1, 9, 24.0F);
+    edits.addBookmarks(movie, {one, two});
+    bookmarks.loadActiveBookmarks();
+    choose("Draw");
+    for (int stroke = 1; stroke <= 4; ++stroke) {
+        drawLine(stroke * 20);
+        bookmarks.loadActiveBookmarks();
+        EXPECT_EQ(one->drawings.strokesArray.size(), size_t(stroke));
+        EXPECT_EQ(two->drawings, one->drawings);
+        EXPECT_EQ(drawing.canvas().currentStrokesDictionary().strokesArray.size(), size_t(stroke));
+    }
+    drawing.undo();
+    EXPECT_EQ(one->drawings.strokesArray.size(), 3u);
+    EXPECT_EQ(two->drawings.strokesArray.size(), 3u);
+    // A drawing changed elsewhere in between is left alone.
+    edits.editBookmark(movie, two, [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
+    drawing.redo();
+    EXPECT_EQ(one->drawings.strokesArray.size(), 4u);
+    EXPECT_FALSE(two->hasDrawings());
 }
 
 TEST_F(DrawingModeTest, RemovingAllAsksFirst) {
