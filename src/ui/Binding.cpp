@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -56,6 +57,13 @@ void toInteger(QSpinBox* box, UserDefaults& defaults, const QString& key) {
     follow(box, defaults, key, [box, &defaults, key] { box->setValue(defaults.integerForKey(key)); });
     QObject::connect(box, &QSpinBox::valueChanged, box,
                      [&defaults, key](int value) { defaults.set(key, value); });
+}
+
+void toNumber(QDoubleSpinBox* box, UserDefaults& defaults, const QString& key) {
+    box->setObjectName(key);
+    follow(box, defaults, key, [box, &defaults, key] { box->setValue(defaults.doubleForKey(key)); });
+    QObject::connect(box, &QDoubleSpinBox::valueChanged, box,
+                     [&defaults, key](double value) { defaults.set(key, value); });
 }
 
 void toText(QLineEdit* field, UserDefaults& defaults, const QString& key) {

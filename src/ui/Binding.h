@@ -10,6 +10,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QDoubleSpinBox;
 class QLineEdit;
 class QSlider;
 class QSpinBox;
@@ -24,6 +25,7 @@ namespace binding {
 
 void toBool(QCheckBox* box, UserDefaults& defaults, const QString& key);
 void toInteger(QSpinBox* box, UserDefaults& defaults, const QString& key);
+void toNumber(QDoubleSpinBox* box, UserDefaults& defaults, const QString& key);
 void toText(QLineEdit* field, UserDefaults& defaults, const QString& key);
 /// A slider of whole steps over 0 to `most` of the preference.
 void toFraction(QSlider* slider, UserDefaults& defaults, const QString& key, double most = 1.0);

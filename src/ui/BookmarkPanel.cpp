@@ -161,6 +161,31 @@ void BookmarkPanel::goToSelected() {
     bookmarks_.bookmarkButtonPress({{}, bookmarkTag::goToFirst}, table_->currentIndex().row());
 }
 
+int BookmarkPanel::rowForKeys() const {
+    const auto& active = bookmarks_.activeBookmarks();
+    if (table_->hasFocus() || active.empty()) return table_->currentIndex().row();
+    return rows_->rowOf(
+        *std::max_element(active.begin(), active.end(), [](const auto& one, const auto& other) {
+            return one->firstFrame < other->firstFrame;
+        }));
+}
+
+void BookmarkPanel::editText() {
+    QModelIndex cell = table_->currentIndex();
+    if (!table_->hasFocus() || !(rows_->flags(cell) & Qt::ItemIsEditable))
+        cell = rows_->index(rowForKeys(), BookmarkRows::descriptionColumn);
+    if (!cell.isValid()) return;
+    window()->activateWindow();
+    table_->setFocus();
+    table_->setCurrentIndex(cell);
+    table_->edit(cell);
+}
+
+void BookmarkPanel::toggleLoop() {
+    const int row = rowForKeys();
+    if (rows_->at(row)) bookmarks_.bookmarkButtonPress({{}, bookmarkTag::loop}, row);
+}
+
 void BookmarkPanel::deleteSelected() {
     if (selectedBookmark()) deleteRow(table_->currentIndex().row());
 }

@@ -31,12 +31,16 @@ public:
     [[nodiscard]] BookmarkTable* table() const { return table_; }
     [[nodiscard]] std::shared_ptr<Bookmark> selectedBookmark() const;
     void goToSelected();
+    // By key: of the row selected, when the table has the focus, else of the latest bookmark on this frame.
+    void editText(); ///< the text takes the keys
+    void toggleLoop();
     void deleteSelected();
 
 private:
     [[nodiscard]] QHBoxLayout* buttonStrip(Commands& commands);
     void arrangeColumns();
     void refresh();
+    [[nodiscard]] int rowForKeys() const; ///< -1: none
     void showRowMenu(const QPoint& position);
     void deleteRow(int row);
 

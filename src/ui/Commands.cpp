@@ -33,13 +33,8 @@ QAction* Commands::add(Command command) {
 
     auto* action = new QAction(theme::icon(kept.icon), kept.text, this);
     action->setObjectName(id);
-    action->setShortcut(kept.shortcut);
     action->setCheckable(bool(kept.checked));
-    const QString title = withoutMnemonic(kept.text);
-    QString hint = kept.hint.isEmpty() ? title : kept.hint;
-    if (!kept.shortcut.isEmpty())
-        hint += QStringLiteral(" (%1)").arg(kept.shortcut.toString(QKeySequence::NativeText));
-    action->setToolTip(hint);
+    showKeys(kept, action);
     action->setStatusTip(QString());
     // Through the map, so that a command's function may add commands while it runs.
     connect(action, &QAction::triggered, this, [this, id] {
@@ -50,6 +45,42 @@ QAction* Commands::add(Command command) {
     window_->addAction(action);
     actions_[id] = action;
     return action;
+}
+
+void Commands::showKeys(const Command& command, QAction* action) const {
+    QList<QKeySequence> shortcuts;
+    for (const QKeySequence& keys : {command.shortcut, command.alternative})
+        if (!keys.isEmpty()) shortcuts << keys;
+    action->setShortcuts(shortcuts);
+    const QString title = withoutMnemonic(command.text);
+    // Menus show what follows a tab where they show shortcuts.
+    if (!command.hotkey.isEmpty()) {
+        action->setIconText(title);
+        action->setText(command.text + u'\t' + command.hotkey.toString(QKeySequence::NativeText));
+    }
+    const QString hint = command.hint.isEmpty() ? title : command.hint, keys = keysText(command.id);
+    action->setToolTip(keys.isEmpty() ? hint : QStringLiteral("%1 (%2)").arg(hint, keys));
+}
+
+void Commands::setHotkey(const QString& id, Qt::Key key) {
+    Command& command = commands_.at(id);
+    command.hotkey = key;
+    if (command.shortcut == command.hotkey) command.shortcut = {};
+    showKeys(command, action(id));
+}
+
+void Commands::setAlternative(const QString& id, const QKeySequence& shortcut) {
+    Command& command = commands_.at(id);
+    command.alternative = shortcut;
+    showKeys(command, action(id));
+}
+
+QString Commands::keysText(const QString& id) const {
+    const Command& command = commands_.at(id);
+    QStringList keys;
+    for (const QKeySequence& sequence : {command.hotkey, command.shortcut, command.alternative})
+        if (!sequence.isEmpty()) keys << sequence.toString(QKeySequence::NativeText);
+    return keys.join(QStringLiteral(" / "));
 }
 
 QAction* Commands::action(const QString& id) const {
@@ -66,7 +97,7 @@ QToolButton* Commands::button(const QString& id, QWidget* parent) const {
     button->setIconSize({16, 16});
     button->setMinimumSize(24, 24);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setAccessibleName(withoutMnemonic(command->text()));
+    button->setAccessibleName(withoutMnemonic(commands_.at(id).text));
     button->setToolButtonStyle(command->icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
     return button;
 }

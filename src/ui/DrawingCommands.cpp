@@ -61,7 +61,8 @@ void addDrawingCommands(Commands& commands, MoviePlayerController& controller) {
 
 void fillDrawingMenu(QMenu* menu, const Commands& commands) {
     for (const char* id :
-         {"viewer.undoStroke", "viewer.redoStroke", "", "viewer.drawingTools", "",
+         {"viewer.undoStroke", "viewer.redoStroke", "", "viewer.drawingTools", "viewer.toggleDrawing", "viewer.narrowerTool",
+          "viewer.widerTool", "",
           "viewer.removeLatestStroke", "viewer.deleteDrawings", "viewer.deleteAllDrawings"}) {
         if (*id)
             menu->addAction(commands.action(QLatin1String(id)));

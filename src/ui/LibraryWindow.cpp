@@ -167,7 +167,7 @@ void LibraryWindow::showPreferences() {
 }
 
 void LibraryWindow::showShortcuts() {
-    auto* keys = new KeysDialog(*commands_, QStringLiteral("Library Shortcuts"), this);
+    auto* keys = new KeysDialog(*commands_, *menuBar(), QStringLiteral("Library Shortcuts"), this);
     keys->setAttribute(Qt::WA_DeleteOnClose);
     keys->show();
 }

@@ -2,15 +2,28 @@
 
 #include <QWidget>
 
-class QAction;
+class QToolButton;
 
 namespace daylark {
 
-/// The title line of a panel: its name and a button that hides it through the command that shows it, so that
-/// buttons and preferences follow. The panel is moved by it. Interface thread.
+/// The title line of a panel: its name, elided in the middle where it is long, and a button that hides it.
+/// The panel is moved by it. Interface thread.
 class PanelTitle : public QWidget {
+    Q_OBJECT
 public:
-    PanelTitle(const QString& title, QAction* toggle, QWidget* parent);
+    explicit PanelTitle(const QString& title, QWidget* parent = nullptr);
+    void setTitle(const QString& title);
+    [[nodiscard]] QString title() const { return title_; }
+
+Q_SIGNALS:
+    void closeClicked();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString title_;
+    QToolButton* close_;
 };
 
 } // namespace daylark

@@ -30,8 +30,10 @@ void PictureHeadsUp::setTexts(const Texts& texts, const QString& statistics, QSi
             plates_.push_back({text, where, int(alignment) | Qt::TextWordWrap, font, colour, shaded});
     };
 
-    add(texts.counter, room, Qt::AlignLeft | Qt::AlignTop, numbers, theme::text);
-    add(texts.timecode, room, Qt::AlignLeft | Qt::AlignBottom, numbers, theme::text);
+    // What the person chose for texts on the picture holds for all of them.
+    const QColor colour = texts.overlayColour.isValid() ? texts.overlayColour : theme::text;
+    add(texts.counter, room, Qt::AlignLeft | Qt::AlignTop, numbers, colour);
+    add(texts.timecode, room, Qt::AlignLeft | Qt::AlignBottom, numbers, colour);
     if (!statistics.isEmpty()) {
         QFont small = numbers;
         small.setPixelSize(std::clamp(size.height() / 60, 11, 16));
@@ -40,7 +42,7 @@ void PictureHeadsUp::setTexts(const Texts& texts, const QString& statistics, QSi
     }
     const QString name =
         QFontMetrics(plain).elidedText(texts.filename, Qt::ElideMiddle, int(room.width() * 0.6));
-    add(name, room, Qt::AlignRight | Qt::AlignTop, plain, theme::text);
+    add(name, room, Qt::AlignRight | Qt::AlignTop, plain, colour);
     add(texts.message, room, Qt::AlignCenter, plain, theme::dimText, false);
 
     plain.setPixelSize(std::clamp(size.height() / 28, 15, 40));

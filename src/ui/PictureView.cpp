@@ -6,7 +6,10 @@
 
 #include <QFutureWatcher>
 #include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QWheelEvent>
 #include <QtConcurrent>
 
 #include <algorithm>
@@ -114,7 +117,7 @@ void PictureView::setOverlayPainter(std::function<void(QPainter&)> painter) {
 
 void PictureView::refreshOverlay(const QRect& part) {
     const QRect changed = part.isNull() ? rect() : part;
-    overlayChanged_ |= changed;
+    if (surface_) overlay_.change(changed);
     surface_ ? refresh() : update(changed);
 }
 
@@ -186,25 +189,6 @@ void PictureView::takePicture(quint64 serial, const QImage& image, QPoint at) {
     update();
 }
 
-QImage PictureView::overlayImage() {
-    if (!overlayPainter_) return {};
-    const QSize pixels = devicePixels();
-    if (overlay_.size() != pixels) {
-        overlay_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-        overlayChanged_ = rect();
-    }
-    if (overlayChanged_.isEmpty()) return overlay_;
-    overlay_.setDevicePixelRatio(devicePixelRatioF());
-    QPainter painter(&overlay_);
-    painter.setClipRect(overlayChanged_);
-    painter.setCompositionMode(QPainter::CompositionMode_Clear);
-    painter.fillRect(overlayChanged_, Qt::transparent);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    overlayPainter_(painter);
-    overlayChanged_ = {};
-    return overlay_;
-}
-
 void PictureView::paintPicture(QPainter& painter) {
     const Placement placement = placementIn(size(), devicePixels());
     if (placement.request.size.isEmpty()) {
@@ -226,12 +210,13 @@ void PictureView::paintPicture(QPainter& painter) {
     painter.drawImage(covered.topLeft(), image_);
 }
 
-void PictureView::paintEvent(QPaintEvent*) {
+void PictureView::paintEvent(QPaintEvent* event) {
     if (surface_) return; // covers all
     QPainter painter(this);
     paintPicture(painter);
     if (overlayPainter_) {
         painter.save();
+        painter.setClipRect(event->rect()); // told to the overlay, which paints no more than that
         overlayPainter_(painter);
         painter.restore();
     }
@@ -242,7 +227,7 @@ void PictureView::paintEvent(QPaintEvent*) {
 
 void PictureView::resizeEvent(QResizeEvent*) {
     if (surface_) surface_->setGeometry(rect());
-    overlay_ = {};
+    overlay_.clear();
     pictureChanged();
 }
 
@@ -299,6 +284,18 @@ void PictureView::chooseRenderer(const QString& preference) {
     probe->setFuture(QtConcurrent::run(probeOpenGl, QGuiApplication::platformName()));
 }
 
+void PictureView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return QWidget::mousePressEvent(event);
+    Q_EMIT pressed();
+}
+
+// Touchpads tell pixels, some of them nothing else.
+void PictureView::wheelEvent(QWheelEvent* event) {
+    const QPoint turned = event->angleDelta().isNull() ? event->pixelDelta() : event->angleDelta();
+    Q_EMIT wheelTurned(turned.y(), event->modifiers() & Qt::ControlModifier);
+    event->accept();
+}
+
 void PictureView::hideEvent(QHideEvent*) {
     QMetaObject::invokeMethod(this, &PictureView::adoptRenderer, Qt::QueuedConnection);
 }
@@ -312,9 +309,11 @@ void PictureView::adoptRenderer() {
     } else {
         surface_ = new PictureSurface(this, [this] {
             plates_.setTexts(headsUp_, statistics_, size(), font());
-            std::vector<PictureLayer> layers = plates_.layers(devicePixelRatioF());
-            if (QImage overlay = overlayImage(); !overlay.isNull())
-                layers.insert(layers.begin(), {std::move(overlay), QPoint()});
+            std::vector<PictureLayer> layers;
+            if (overlayPainter_)
+                layers = overlay_.update(devicePixels(), devicePixelRatioF(), overlayPainter_);
+            for (PictureLayer& plate : plates_.layers(devicePixelRatioF()))
+                layers.push_back(std::move(plate));
             return layers;
         });
         connect(surface_, &PictureSurface::ready, this, &PictureView::rendererChanged);
@@ -323,6 +322,7 @@ void PictureView::adoptRenderer() {
         surface_->setGeometry(rect());
         surface_->lower();
         surface_->show();
+        overlay_.clear();
         image_ = {};
         paintSurface();
     }

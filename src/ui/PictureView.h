@@ -2,6 +2,7 @@
 
 #include "media/PictureRenderer.h"
 #include "media/VideoFrame.h"
+#include "ui/OverlayTiles.h"
 #include "ui/PictureHeadsUp.h"
 
 #include <QImage>
@@ -76,8 +77,13 @@ public:
 
 Q_SIGNALS:
     void rendererChanged();
+    void pressed(); ///< a click that no tool took
+    /// One event of the wheel, up above zero; `command`: with Ctrl held.
+    void wheelTurned(double deltaY, bool command);
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -96,7 +102,6 @@ private:
     void countShown();
     void paintPicture(QPainter& painter);
     void paintSurface(); ///< what the OpenGL surface is to show
-    [[nodiscard]] QImage overlayImage();
     void adoptRenderer();
     void giveUpOpenGl(const QString& reason);
 
@@ -116,8 +121,7 @@ private:
     QString statistics_;
     PictureHeadsUp plates_;
     std::function<void(QPainter&)> overlayPainter_;
-    QRect overlayChanged_; ///< what of `overlay_` is to be painted again, points
-    QImage overlay_;       ///< the overlay's layer for OpenGL; null: to be painted
+    OverlayTiles overlay_; ///< its layers for OpenGL
 
     PictureSurface* surface_ = nullptr; ///< covers the area in OpenGL mode; none in software
     bool openGlWanted_ = false;

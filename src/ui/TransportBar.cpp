@@ -69,7 +69,8 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     layout->addWidget(volume_);
     layout->addWidget(flag_);
     layout->addSpacing(8);
-    for (const char* id : {"viewer.notes", "viewer.bookmarks", "viewer.playlistDrawer", "viewer.fullScreen"})
+    for (const char* id : {"viewer.notes", "viewer.drawingTools", "viewer.gradeTools", "viewer.bookmarks",
+                           "viewer.options", "viewer.playlistDrawer", "viewer.fullScreen"})
         layout->addWidget(commandButton(QLatin1String(id)));
     showTimes();
     showState();

@@ -8,6 +8,8 @@
 #include "ui/FlagPopUp.h"
 #include "ui/GeometryCommands.h"
 #include "ui/GradeCommands.h"
+#include "ui/PanelCommands.h"
+#include "ui/ViewerKeys.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QAction>
@@ -126,13 +128,13 @@ void addRange(Commands& commands, MoviePlayerController& controller) {
     const auto trims = [&controller] {
         return controller.defaults().boolForKey(QStringLiteral("trimHandles"));
     };
-    addAll(commands, {{"markIn", QT_TRANSLATE_NOOP("ViewerWindow", "Mark &In"), "", Qt::Key_I,
+    addAll(commands, {{"markIn", QT_TRANSLATE_NOOP("ViewerWindow", "Mark &In"), "setIn", Qt::Key_I,
                        [&] { range.markInPoint(); }, hasMovie},
-                      {"markOut", QT_TRANSLATE_NOOP("ViewerWindow", "Mark &Out"), "", Qt::Key_U,
+                      {"markOut", QT_TRANSLATE_NOOP("ViewerWindow", "Mark &Out"), "setOut", Qt::Key_U,
                        [&] { range.markOutPoint(); }, hasMovie},
-                      {"trimHandles", QT_TRANSLATE_NOOP("ViewerWindow", "&Trim Handles"), "", Qt::Key_R,
-                       [&] { range.toggleTrimHandles(); }, hasMovie, trims},
-                      {"resetHandles", QT_TRANSLATE_NOOP("ViewerWindow", "&Reset Handles"), "",
+                      {"trimHandles", QT_TRANSLATE_NOOP("ViewerWindow", "&Trim Handles"), "handles",
+                       Qt::Key_R, [&] { range.toggleTrimHandles(); }, hasMovie, trims},
+                      {"resetHandles", QT_TRANSLATE_NOOP("ViewerWindow", "&Reset Handles"), "reset",
                        Qt::SHIFT | Qt::Key_R, [&] { range.resetHandles(); }, hasMovie},
                       {"counterToOne",
                        QT_TRANSLATE_NOOP("ViewerWindow", "Set Frame Counter to &One"),
@@ -179,8 +181,16 @@ void addBookmarksAndView(Commands& commands, MoviePlayerController& controller,
                          const ViewerWindowActions& window) {
     const auto hasMovie = [&controller] { return controller.currentMovie() != nullptr; };
     addAll(commands,
-           {{"addBookmark", QT_TRANSLATE_NOOP("ViewerWindow", "&Add Bookmark"), "addBookmark", Qt::Key_B,
-             [&] { controller.bookmarks().addBookmark(); }, hasMovie},
+           {{"addBookmark",
+             QT_TRANSLATE_NOOP("ViewerWindow", "&Add Bookmark"),
+             "addBookmark",
+             {},
+             [&] { controller.bookmarks().addBookmark(); },
+             hasMovie},
+            {"editBookmarkText", QT_TRANSLATE_NOOP("ViewerWindow", "&Edit Bookmark Text"), "", Qt::Key_F2,
+             window.editBookmarkText, hasMovie},
+            {"loopBookmark", QT_TRANSLATE_NOOP("ViewerWindow", "&Loop Bookmark"), "loop",
+             Qt::CTRL | Qt::Key_L, window.loopBookmark, hasMovie},
             {"goToBookmark",
              QT_TRANSLATE_NOOP("ViewerWindow", "&Go to First Frame of Bookmark"),
              "goToFirst",
@@ -193,34 +203,15 @@ void addBookmarksAndView(Commands& commands, MoviePlayerController& controller,
              {},
              window.deleteSelectedBookmark,
              hasMovie},
-            {"notes",
-             QT_TRANSLATE_NOOP("ViewerWindow", "&Notes"),
-             "notes",
-             Qt::Key_N,
-             window.toggleNotes,
-             {},
-             window.notesShown},
-            {"bookmarks",
-             QT_TRANSLATE_NOOP("ViewerWindow", "&Bookmarks"),
-             "bookmarks",
-             Qt::SHIFT | Qt::Key_B,
-             window.toggleBookmarks,
-             {},
-             window.bookmarksShown},
-            {"playlistDrawer",
-             QT_TRANSLATE_NOOP("ViewerWindow", "&Playlist"),
-             "playlistDrawer",
-             Qt::Key_P,
-             window.togglePlaylistDrawer,
-             {},
-             window.playlistDrawerShown},
             {"fullScreen",
              QT_TRANSLATE_NOOP("ViewerWindow", "&Full Screen"),
              "fullScreen",
-             Qt::Key_F,
+             Qt::Key_F11,
              window.toggleFullScreen,
              {},
              window.isFullScreen},
+            {"writeNotes", QT_TRANSLATE_NOOP("ViewerWindow", "&Write Notes"), "notes", Qt::CTRL | Qt::Key_N,
+             window.writeNotes, hasMovie},
             {"leave", QT_TRANSLATE_NOOP("ViewerWindow", "&Leave Text or Full Screen"), "", Qt::Key_Escape,
              window.leave},
             {"close", QT_TRANSLATE_NOOP("ViewerWindow", "&Close Viewer"), "close", Qt::CTRL | Qt::Key_W,
@@ -257,9 +248,12 @@ void addViewerCommands(Commands& commands, MoviePlayerController& controller,
     addThumbnails(commands, controller, window);
     addBookmarksAndView(commands, controller, window);
     addBookmarkCommands(commands, controller);
+    addPanelCommands(commands, controller);
     addGradeCommands(commands, controller);
     addDrawingCommands(commands, controller);
     addGeometryCommands(commands, controller);
+    ViewerKeys::addCommands(commands, controller);
+    commands.setAlternative(viewerId("fullScreen"), Qt::CTRL | Qt::Key_F);
 }
 
 void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
@@ -274,18 +268,20 @@ void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
     QMenu* thumbnails = movie->addMenu(viewerText("&Thumbnail"));
     for (const char* choice : thumbnailChoices)
         thumbnails->addAction(commands.action(thumbnailCommandId(choice)));
-    fill(movie, commands, {"-", "reveal", "copyPath", "copyFilename", "-", "close"});
+    fill(movie, commands, {"-", "writeNotes", "-", "reveal", "copyPath", "copyFilename", "-", "close"});
     fill(menuBar.addMenu(viewerText("&Range")), commands,
          {"markIn", "markOut", "-", "trimHandles", "resetHandles"});
     QMenu* bookmarks = menuBar.addMenu(viewerText("&Bookmarks"));
-    fill(bookmarks, commands, {"addBookmark", "goToBookmark", "deleteBookmark", "-"});
+    fill(bookmarks, commands,
+         {"addBookmark", "editBookmarkText", "loopBookmark", "goToBookmark", "deleteBookmark", "-"});
     fillBookmarkMenu(bookmarks, commands);
     fillDrawingMenu(menuBar.addMenu(viewerText("&Drawing")), commands);
     fillGradeMenu(menuBar.addMenu(viewerText("&Grade")), commands);
     fillPictureMenu(menuBar.addMenu(viewerText("P&icture")), commands);
     fill(menuBar.addMenu(viewerText("&View")), commands,
-         {"notes", "bookmarks", "playlistDrawer", "-", "counter", "counterToOne", "timecode", "filename",
-          "bookmarkText", "-", "statistics", "-", "fullScreen", "leave"});
+         {"counter", "counterToOne", "timecode", "filename", "bookmarkText", "-", "statistics", "-",
+          "fullScreen", "leave"});
+    fillPanelMenu(menuBar.addMenu(viewerText("Pa&nels")), commands);
     fillWindowMenu(menuBar.addMenu(viewerText("&Window")), commands);
     fill(menuBar.addMenu(viewerText("&Help")), commands, {"keys"});
 }

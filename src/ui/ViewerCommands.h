@@ -15,11 +15,12 @@ class MoviePlayerController;
 /// movies of the list, flags, bookmarks, what is shown. What they do is the controller's; only showing and
 /// hiding is the window's.
 struct ViewerWindowActions {
-    std::function<void()> toggleNotes, toggleBookmarks, togglePlaylistDrawer, toggleFullScreen;
-    std::function<bool()> notesShown, bookmarksShown, playlistDrawerShown, isFullScreen;
+    std::function<void()> toggleFullScreen;
+    std::function<bool()> isFullScreen;
     std::function<void()> leave; ///< Escape: a text field first, then full screen
     std::function<void()> close;
-    std::function<void()> goToSelectedBookmark, deleteSelectedBookmark;
+    std::function<void()> goToSelectedBookmark, deleteSelectedBookmark, editBookmarkText, loopBookmark,
+        writeNotes;
     std::function<void()> showKeys;
     std::function<void(const QString& choice)> makeThumbnail;
 };

@@ -5,46 +5,50 @@
 #include "playback/Player.h"
 #include "ui/BookmarkPanel.h"
 #include "ui/Commands.h"
+#include "ui/ControlsPanel.h"
 #include "ui/DrawingOverlay.h"
 #include "ui/DrawingPanel.h"
 #include "ui/FlagPopUp.h"
+#include "ui/FloatingTimecode.h"
+#include "ui/FullScreen.h"
 #include "ui/GradingPanel.h"
 #include "ui/KeysDialog.h"
 #include "ui/NotesPanel.h"
+#include "ui/OptionsPanel.h"
 #include "ui/PictureView.h"
 #include "ui/PlaybackReadOut.h"
 #include "ui/PlaylistDrawer.h"
 #include "ui/PositionSlider.h"
+#include "ui/PositionSliderLink.h"
 #include "ui/RangeIndicator.h"
-#include "ui/ReadyStrip.h"
 #include "ui/RichTextField.h"
 #include "ui/SnapshotFlash.h"
 #include "ui/Theme.h"
+#include "ui/ToolPanel.h"
 #include "ui/TransportBar.h"
 #include "ui/ViewerCommands.h"
+#include "ui/ViewerKeys.h"
 #include "ui/ViewerPanelHost.h"
 #include "ui/ViewerSizing.h"
+#include "ui/VolumeButton.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QToolBar>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace daylark {
 
 namespace {
 
-constexpr int arrangementVersion = 2;
 const QString geometryKey = QStringLiteral("viewerWindow_geometry"),
               arrangementKey = QStringLiteral("viewerWindow_panels");
 
@@ -65,6 +69,7 @@ ViewerWindow::ViewerWindow(MoviePlayerController& controller, QWidget* parent)
     buildLayout();
     connectController();
     connectPreferences();
+    connectInput();
     readOut_ = new PlaybackReadOut(controller.player(), *picture_, controller.defaults(), this);
     picture_->chooseRenderer(controller.defaults().stringForKey(QStringLiteral("pictureRenderer")));
     restoreArrangement();
@@ -80,27 +85,15 @@ ViewerWindow::~ViewerWindow() {
 
 void ViewerWindow::addCommands() {
     ViewerWindowActions actions;
-    const auto toggle = [this](ViewerPanel panel) {
-        return [this, panel] { controller_.panels().toggle(panel); };
-    };
-    const auto shown = [this](ViewerPanel panel) {
-        return [this, panel] { return controller_.panels().isVisible(panel); };
-    };
-    actions.toggleNotes = [this] {
-        controller_.panels().toggle(ViewerPanel::notes);
-        if (controller_.panels().isVisible(ViewerPanel::notes)) notes_->focusNotes();
-    };
-    actions.toggleBookmarks = toggle(ViewerPanel::bookmarks);
-    actions.togglePlaylistDrawer = toggle(ViewerPanel::playlistDrawer);
-    actions.toggleFullScreen = [this] { toggleFullScreen(); };
-    actions.notesShown = shown(ViewerPanel::notes);
-    actions.bookmarksShown = shown(ViewerPanel::bookmarks);
-    actions.playlistDrawerShown = shown(ViewerPanel::playlistDrawer);
+    actions.toggleFullScreen = [this] { fullScreen_->toggle(); };
     actions.isFullScreen = [this] { return isFullScreen(); };
     actions.leave = [this] { leaveTextOrFullScreen(); };
     actions.close = [this] { close(); };
     actions.goToSelectedBookmark = [this] { bookmarks_->goToSelected(); };
     actions.deleteSelectedBookmark = [this] { bookmarks_->deleteSelected(); };
+    actions.editBookmarkText = [this] { editBookmarkText(); };
+    actions.loopBookmark = [this] { bookmarks_->toggleLoop(); };
+    actions.writeNotes = [this] { writeNotes(); };
     actions.showKeys = [this] { showKeys(); };
     actions.makeThumbnail = [this](const QString& choice) { Q_EMIT thumbnailWanted(choice); };
     addViewerCommands(*commands_, controller_, actions);
@@ -114,6 +107,7 @@ void ViewerWindow::buildLayout() {
 
     auto* foot = new QWidget(this);
     slider_ = new PositionSlider(foot);
+    new PositionSliderLink(controller_, *slider_); // the slider owns it
     bar_ = new TransportBar(controller_, *commands_, foot);
     auto* rows = new QVBoxLayout(foot);
     rows->setContentsMargins(0, 4, 0, 0);
@@ -135,43 +129,40 @@ void ViewerWindow::buildLayout() {
     strip->addWidget(foot);
     foot->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     addToolBar(Qt::BottomToolBarArea, strip);
+    fullScreen_ = new FullScreen(*this, *picture_, *strip, *panelHost_, controller_);
     setContextMenuPolicy(Qt::PreventContextMenu);
 
     bookmarks_ = new BookmarkPanel(controller_.bookmarks(), *commands_, controller_.defaults(), this);
-    using Place = ViewerPanelHost::Place;
-    QDockWidget* notes =
-        panelHost_->addPanel(ViewerPanel::notes, tr("Notes"), notes_, Place::docked, Qt::LeftDockWidgetArea);
-    QDockWidget* bookmarks = panelHost_->addPanel(ViewerPanel::bookmarks, tr("Bookmarks"), bookmarks_,
-                                                  Place::docked, Qt::BottomDockWidgetArea);
     drawer_->view()->setContextMenuPolicy(Qt::ActionsContextMenu);
     for (const char* id : {"viewer.reveal", "viewer.copyPath", "viewer.copyFilename"})
         drawer_->view()->addAction(commands_->action(QLatin1String(id)));
-    QDockWidget* drawer = panelHost_->addPanel(ViewerPanel::playlistDrawer, tr("Playlist"), drawer_,
-                                               Place::docked, Qt::RightDockWidgetArea);
+    addPanels();
+    new ViewerSizing(*this, *picture_, controller_.geometry()); // the window owns it
+    connect(panelHost_, &ViewerPanelHost::visibilityChanged, this, [this] { commands_->refresh(); });
+    setTabOrder(picture_, slider_);
+    setTabOrder(slider_, bar_);
+    picture_->setFocus();
+}
+
+void ViewerWindow::addPanels() {
+    using Place = ViewerPanelHost::Place;
+    panelHost_->addPanel(ViewerPanel::notes, tr("Notes"), notes_, Place::floating, Qt::LeftDockWidgetArea);
+    panelHost_->addPanel(ViewerPanel::bookmarks, tr("Bookmarks"), bookmarks_, Place::floating,
+                         Qt::BottomDockWidgetArea);
     panelHost_->addPanel(ViewerPanel::grading, tr("Colour Correction"),
                          new GradingPanel(controller_, *commands_, this), Place::floating);
     auto* drawing = new DrawingPanel(controller_, *commands_, this);
     panelHost_->addPanel(ViewerPanel::drawing, tr("Drawing Tools"), drawing, Place::floating);
     connect(panelHost_, &ViewerPanelHost::colourPanelCloseWanted, drawing, &DrawingPanel::closeColourDialog);
-    new ViewerSizing(*this, *picture_, controller_.geometry()); // the window owns it
-    resizeDocks({notes, drawer}, {280, 280}, Qt::Horizontal);
-    resizeDocks({bookmarks}, {168}, Qt::Vertical);
-    connect(panelHost_, &ViewerPanelHost::visibilityChanged, this, [this] { commands_->refresh(); });
-    setTabOrder(picture_, slider_);
-    setTabOrder(slider_, bar_);
-    picture_->setFocus();
-
-    new ReadyStrip(controller_.player(), *slider_, this);
-    slider_->setDescription([this](double ticks) {
-        const SampleIndex& index = controller_.player().index();
-        const qint64 frame = index.frameAt({qint64(ticks) + index.step / 2, index.timeScale}) + 1;
-        return tr("Frame %1\n%2").arg(frame).arg(controller_.time().computeTimecodeFromFrameNumber(frame));
-    });
-    connect(slider_, &PositionSlider::sought, this,
-            [this](double ticks) { controller_.transport().setSliderTime(ticks); });
-    connect(slider_, &PositionSlider::frameSought, this, [this](qint64 frame) {
-        controller_.transport().setSliderTime(double(controller_.player().index().timeOf(frame - 1).value));
-    });
+    auto* options = new OptionsPanel(controller_, *commands_, this);
+    ToolPanel* optionsWindow =
+        panelHost_->addPanel(ViewerPanel::options, tr("Viewer Options"), options, Place::floating);
+    connect(options, &OptionsPanel::keyboardUnused, optionsWindow, &ToolPanel::keyboardUnused);
+    panelHost_->addPanel(ViewerPanel::controls, tr("Playback Controls"),
+                         new ControlsPanel(controller_, *commands_, this), Place::floating);
+    ToolPanel* drawer =
+        panelHost_->addPanel(ViewerPanel::playlistDrawer, tr("Playlist"), drawer_, Place::docked);
+    resizeDocks({drawer}, {280}, Qt::Horizontal);
 }
 
 void ViewerWindow::connectController() {
@@ -200,12 +191,9 @@ void ViewerWindow::connectController() {
     connect(&controller_.list(), &ViewerList::selectionChanged, commands_.get(), &Commands::refresh);
     connect(&controller_.list(), &ViewerList::moviesChanged, commands_.get(), &Commands::refresh);
     connect(&controller_.list(), &ViewerList::selectedMoviesChanged, commands_.get(), &Commands::refresh);
-    connect(&controller_.bookmarks(), &ViewerBookmarks::bookmarksChanged, this, [this] {
-        showBookmarkBars();
-        commands_->refresh();
-    });
+    connect(&controller_.bookmarks(), &ViewerBookmarks::bookmarksChanged, commands_.get(),
+            &Commands::refresh);
     connect(&controller_.bookmarks(), &ViewerBookmarks::activeBookmarksChanged, this, [this] {
-        showBookmarkBars();
         showHeadsUp();
         commands_->refresh();
     });
@@ -226,7 +214,8 @@ void ViewerWindow::connectPreferences() {
             picture_->chooseRenderer(controller_.defaults().stringForKey(key));
         if (key == QLatin1String("trimHandles")) commands_->refresh();
         if (key == QLatin1String("rateMultiplier")) bar_->showState();
-        if (key.startsWith(QLatin1String("display")) || key == QLatin1String("counterStartFrame")) {
+        if (key.startsWith(QLatin1String("display")) || key == QLatin1String("counterStartFrame") ||
+            key == QLatin1String("timecodeDisplayType")) {
             controller_.time().setOverlayInfoDynamic();
             showPosition();
             commands_->refresh();
@@ -238,12 +227,49 @@ void ViewerWindow::connectPreferences() {
     });
 }
 
-void ViewerWindow::toggleFullScreen() {
-    const bool enter = !isFullScreen();
-    menuBar()->setVisible(!enter);
-    setWindowState(enter ? windowState() | Qt::WindowFullScreen : windowState() & ~Qt::WindowFullScreen);
+void ViewerWindow::connectInput() {
+    timecode_ = new FloatingTimecode(controller_.defaults(), this);
+    connect(timecode_, &FloatingTimecode::closed, this,
+            [this] { controller_.defaults().set(QStringLiteral("displayTimecode"), false); });
+    connect(fullScreen_, &FullScreen::changed, this, &ViewerWindow::fullScreenChanged);
+    connect(&controller_.input(), &ViewerInput::showMovieList, commands_.get(), &Commands::refresh);
+    connect(picture_, &PictureView::pressed, &controller_.input(), &ViewerInput::mouseDown);
+    connect(picture_, &PictureView::wheelTurned, &controller_.input(), &ViewerInput::scrollWheel);
+    const auto volumeButtons = findChildren<VolumeButton*>();
+    for (VolumeButton* volume : volumeButtons) {
+        connect(&controller_.input(), &ViewerInput::hideVolume, volume, &VolumeButton::hidePopUp);
+        connect(&controller_.input(), &ViewerInput::hidePopUps, volume, &VolumeButton::hidePopUp);
+    }
+    auto* keys = new ViewerKeys(*this, controller_, *commands_); // the window owns it
+    connect(keys, &ViewerKeys::pressed, this, &ViewerWindow::keyPressed);
+    const auto places = commands_->action(QStringLiteral("viewer.fullScreen"))->associatedObjects();
+    for (QObject* place : places)
+        if (auto* menu = qobject_cast<QMenu*>(place)) menu->addMenu(fullScreen_->screensMenu());
+}
+
+void ViewerWindow::fullScreenChanged() {
     commands_->action(QStringLiteral("viewer.fullScreen"))
-        ->setIcon(theme::icon(enter ? QStringLiteral("leaveFullScreen") : QStringLiteral("fullScreen")));
+        ->setIcon(theme::icon(fullScreen_->isOn() ? QStringLiteral("leaveFullScreen")
+                                                  : QStringLiteral("fullScreen")));
+    commands_->refresh();
+}
+
+// Escape also leaves a table or a slider.
+void ViewerWindow::keyPressed(int keyCode) {
+    if (keyCode != ViewerInput::keyEscape) return;
+    activateWindow();
+    picture_->setFocus();
+}
+
+void ViewerWindow::writeNotes() {
+    controller_.panels().show(ViewerPanel::notes, true);
+    notes_->window()->activateWindow();
+    notes_->focusNotes();
+}
+
+void ViewerWindow::editBookmarkText() {
+    controller_.panels().show(ViewerPanel::bookmarks, true);
+    bookmarks_->editText();
 }
 
 void ViewerWindow::leaveTextOrFullScreen() {
@@ -251,14 +277,20 @@ void ViewerWindow::leaveTextOrFullScreen() {
     if (qobject_cast<QTextEdit*>(focus) || qobject_cast<QLineEdit*>(focus)) {
         activateWindow();
         picture_->setFocus();
-    } else if (isFullScreen()) {
-        toggleFullScreen();
+    } else {
+        fullScreen_->leave();
     }
 }
 
 void ViewerWindow::showKeys() {
-    KeysDialog dialog(*commands_, tr("Keys of the Viewer"), this);
-    dialog.exec();
+    const KeysDialog::Lines pointer{{tr("Next or previous frame"), tr("Wheel")},
+                                    {tr("Next or previous bookmark"), tr("Ctrl+Wheel")},
+                                    {tr("Full screen: the playlist"), tr("Right edge")},
+                                    {tr("Full screen: the controls"), tr("Lower edge")},
+                                    {tr("Full screen: both away"), tr("Click")}};
+    auto* keys = new KeysDialog(*commands_, *menuBar(), tr("Keys of the Viewer"), this, pointer);
+    keys->setAttribute(Qt::WA_DeleteOnClose);
+    keys->show();
 }
 
 void ViewerWindow::windowOpened() {
@@ -274,8 +306,8 @@ void ViewerWindow::windowOpened() {
 
 void ViewerWindow::windowClosed() {
     notes_->setMovie(nullptr);
+    fullScreen_->leave();
     saveArrangement();
-    if (isFullScreen()) toggleFullScreen();
     panelHost_->hideAll(); // a floating panel is a window of its own and does not hide with this one
     hide();
     picture_->clear();
@@ -284,8 +316,9 @@ void ViewerWindow::windowClosed() {
 
 void ViewerWindow::saveArrangement() {
     UserDefaults& defaults = controller_.defaults();
-    if (!isFullScreen()) defaults.set(geometryKey, QString::fromLatin1(saveGeometry().toBase64()));
-    defaults.set(arrangementKey, QString::fromLatin1(saveState(arrangementVersion).toBase64()));
+    if (isFullScreen()) return; // neither frame nor strips are those to come back to
+    defaults.set(geometryKey, QString::fromLatin1(saveGeometry().toBase64()));
+    defaults.set(arrangementKey, QString::fromLatin1(panelHost_->arrangement().toBase64()));
 }
 
 void ViewerWindow::restoreArrangement() {
@@ -297,8 +330,7 @@ void ViewerWindow::restoreArrangement() {
         const QSize room = screen()->availableSize() * 0.9;
         resize(QSize(1360, 900).boundedTo(room));
     }
-    restoreState(stored(arrangementKey), arrangementVersion);
-    panelHost_->hideAll();
+    panelHost_->restoreArrangement(stored(arrangementKey));
 }
 
 void ViewerWindow::closeEvent(QCloseEvent* event) {
@@ -330,22 +362,17 @@ void ViewerWindow::movieChanged() {
     setWindowTitle(movie
                        ? QString(movie->filenameString).replace(QLatin1String("[*]"), QLatin1String("[*][*]"))
                        : tr("Viewer"));
+    panelHost_->window(ViewerPanel::controls)
+        ->setTitle(movie ? movie->filenameString : tr("Playback Controls"));
     // The last picture stays until the next movie's first one is there.
     if (movie && !loading_ && !controller_.player().isOpen()) picture_->clear();
     bar_->showFlag();
     bar_->showState();
-    showBookmarkBars();
     showPosition();
     commands_->refresh();
 }
 
 void ViewerWindow::showPosition() {
-    const TimeDisplay& time = controller_.time();
-    const Player& player = controller_.player();
-    const bool open = player.isOpen();
-    slider_->setMovie(open ? time.sliderMaximum() : 0, open ? double(player.index().endTicks) : 0,
-                      open ? player.index().count() : 0, open ? time.tickCount() : 0);
-    slider_->setPosition(open ? time.sliderTime() : 0, player.currentFrame());
     bar_->showTimes();
     showHeadsUp();
 }
@@ -367,24 +394,9 @@ void ViewerWindow::showHeadsUp() {
     if (movie && !loading_ && !controller_.player().isOpen())
         headsUp.message = tr("File not found\n%1").arg(movie->filenameString);
     picture_->setHeadsUp(headsUp);
-}
-
-void ViewerWindow::showBookmarkBars() {
-    std::vector<PositionSlider::Bar> bars;
-    if (controller_.player().isOpen()) {
-        const SampleIndex& index = controller_.player().index();
-        const auto& active = controller_.bookmarks().activeBookmarks();
-        for (const auto& bookmark : controller_.bookmarks().bookmarks()) {
-            if (!bookmark || bookmark->firstFrame > index.count()) continue;
-            PositionSlider::Bar bar;
-            bar.from = double(index.timeOf(bookmark->firstFrame - 1).value);
-            bar.to = double(index.timeOf(bookmark->lastFrame - 1).value);
-            bar.muted = bookmark->mute;
-            bar.active = std::find(active.begin(), active.end(), bookmark) != active.end();
-            bars.push_back(bar);
-        }
-    }
-    slider_->setBars(std::move(bars));
+    const bool floats = shown("displayTimecode") && headsUp.timecode.isEmpty() && isVisible();
+    timecode_->showText(controller_.time().currentTimeCodeForDisplay(), headsUp.overlayColour);
+    timecode_->setShown(floats);
 }
 
 } // namespace daylark

@@ -8,6 +8,8 @@ namespace daylark {
 
 class BookmarkPanel;
 class Commands;
+class FloatingTimecode;
+class FullScreen;
 class MoviePlayerController;
 class NotesPanel;
 class PictureView;
@@ -33,6 +35,8 @@ public:
     [[nodiscard]] NotesPanel* notes() const { return notes_; }
     [[nodiscard]] BookmarkPanel* bookmarks() const { return bookmarks_; }
     [[nodiscard]] PlaylistDrawer* drawer() const { return drawer_; }
+    [[nodiscard]] FullScreen* fullScreen() const { return fullScreen_; }
+    [[nodiscard]] FloatingTimecode* floatingTimecode() const { return timecode_; }
     [[nodiscard]] Commands& commands() { return *commands_; }
 
 Q_SIGNALS:
@@ -47,9 +51,14 @@ protected:
 private:
     void addCommands();
     void buildLayout();
+    void addPanels();
     void connectController();
     void connectPreferences();
-    void toggleFullScreen();
+    void connectInput();
+    void fullScreenChanged();
+    void keyPressed(int keyCode);
+    void editBookmarkText();
+    void writeNotes();
     void leaveTextOrFullScreen();
     void showKeys();
 
@@ -60,14 +69,15 @@ private:
 
     void movieChanged(); ///< another movie, on its way or shown
     void showLoading(bool loading);
-    void showPosition(); ///< slider, times, read-outs
+    void showPosition(); ///< times, read-outs
     void showHeadsUp();
-    void showBookmarkBars();
 
     MoviePlayerController& controller_;
     std::unique_ptr<Commands> commands_;
     ViewerPanelHost* panelHost_;
     PictureView* picture_;
+    FullScreen* fullScreen_ = nullptr;
+    FloatingTimecode* timecode_ = nullptr;
     PlaybackReadOut* readOut_ = nullptr;
     PositionSlider* slider_ = nullptr;
     TransportBar* bar_ = nullptr;

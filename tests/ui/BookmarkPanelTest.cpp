@@ -19,7 +19,7 @@ protected:
             made.back()->computeTimecodeWithOffset();
         }
         edits.addBookmarks(first, made);
-        key(Qt::Key_B, Qt::ShiftModifier);
+        key(Qt::Key_B);
         if (window->bookmarks()->isHidden())
             window->commands().action(QStringLiteral("viewer.bookmarks"))->trigger();
         ASSERT_TRUE(bench::waitUntil([this] { return table()->isVisible(); }));
@@ -35,7 +35,7 @@ protected:
         QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, button.center());
     }
     void typeInto(int row, int column, const char* text) {
-        table()->setFocus();
+        takeKeyboard(table());
         table()->setCurrentIndex(table()->model()->index(row, column));
         QTest::keyClick(table(), Qt::Key_F2);
         auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());

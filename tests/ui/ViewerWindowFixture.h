@@ -38,6 +38,12 @@ protected:
         QWidget* focus = QApplication::focusWidget();
         QTest::keyClick(focus ? focus : window.get(), key, modifiers);
     }
+    /// As a click into it would, in its own window.
+    static void takeKeyboard(QWidget* widget) {
+        widget->window()->activateWindow();
+        widget->setFocus();
+        ASSERT_TRUE(bench::waitUntil([widget] { return widget->hasFocus(); }));
+    }
     /// What is drawn into the pixels on screen, once the exact picture stands; -1 when unreadable.
     [[nodiscard]] int pictureOnScreen() {
         if (!settled()) return -2;
