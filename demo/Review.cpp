@@ -12,6 +12,7 @@
 #include "ui/BookmarkPanel.h"
 #include "ui/Commands.h"
 #include "ui/DesktopProgram.h"
+#include "ui/GradingPanel.h"
 #include "ui/ItemsPane.h"
 #include "ui/LibraryWindow.h"
 #include "ui/NotesPanel.h"
@@ -32,6 +33,7 @@
 #include <QMouseEvent>
 #include <QProcess>
 #include <QScreen>
+#include <QSlider>
 #include <QTableView>
 #include <QTextEdit>
 #include <QTimer>
@@ -104,6 +106,7 @@ private:
     void dropFolders();
     void lookAround();
     void reviewInViewer();
+    void drawAndGrade();
     void exportAndSave();
     void startAgain();
     void checkFiles();
@@ -153,7 +156,7 @@ QPoint Review::itemMiddle(const QAbstractItemView* view, int row, int column) {
 /// What stands on the screen, read back from the screen.
 std::optional<int> Review::numberOnScreen() {
     const PictureView* picture = viewer().picture();
-    const QRect place = picture->pictureRect();
+    const QRect place = picture->pictureRect().toAlignedRect();
     const QPoint corner = picture->mapToGlobal(place.topLeft());
     const QPixmap grabbed = QGuiApplication::primaryScreen()->grabWindow(0, corner.x(), corner.y(),
                                                                          place.width(), place.height());
@@ -252,14 +255,14 @@ void Review::reviewInViewer() {
     robot_.key(QStringLiteral("ctrl+1"));
     check(robot_.waitFor([&] { return firstMovie().flagString == QLatin1String("901"); }),
           QStringLiteral("Ctrl+1 approves"));
-    robot_.key(QStringLiteral("b"));
+    robot_.key(QStringLiteral("semicolon"));
     check(robot_.waitFor([&] { return firstMovie().bookmarkStore.size() == 1; }),
-          QStringLiteral("B adds a bookmark"));
+          QStringLiteral("a semicolon adds a bookmark"));
     if (!firstMovie().bookmarkStore.empty())
         check(firstMovie().bookmarkStore.front()->firstFrame == paused + 4,
               QStringLiteral("the bookmark stands on the frame shown"));
 
-    clickButton(viewer(), QStringLiteral("viewer.bookmarks"));
+    robot_.key(QStringLiteral("b"));
     const auto* table = viewer().bookmarks()->findChild<QTableView*>(QStringLiteral("bookmarkTable"));
     check(robot_.waitFor([&] { return viewer().bookmarks()->isVisible() && table->model()->rowCount() == 1; },
                          5000),
@@ -280,11 +283,57 @@ void Review::reviewInViewer() {
               [&] { return !firstMovie().thumbnail.isNil() && !(firstMovie().thumbnail == before); }),
           QStringLiteral("Set Thumbnail Image takes the picture shown"));
     shot(QStringLiteral("viewer.png"));
+    drawAndGrade();
     robot_.key(QStringLiteral("ctrl+w"));
     check(robot_.waitFor([&] { return !viewer().isVisible() && library().isVisible(); }),
           QStringLiteral("Ctrl+W closes the viewer"));
     check(firstMovie().notes && firstMovie().notes->string() == demoNote,
           QStringLiteral("the note typed is the note kept"));
+}
+
+/// A stroke on the bookmark's frame, a warmer picture, and all panels away again.
+void Review::drawAndGrade() {
+    PictureView* picture = viewer().picture();
+    const auto onPicture = [picture](double x, double y) {
+        const QRectF rect = picture->pictureRect();
+        return picture->mapToGlobal(
+            (rect.topLeft() + QPointF(rect.width() * x, rect.height() * y)).toPoint());
+    };
+    robot_.click(onPicture(0.9, 0.9)); // out of the text
+    robot_.key(QStringLiteral("d"));
+    MoviePlayerController& player = controller().playerWindow();
+    check(robot_.waitFor([&] { return player.panels().isVisible(ViewerPanel::drawing); }),
+          QStringLiteral("D opens the drawing tools"));
+    robot_.drag(onPicture(0.25, 0.5), onPicture(0.45, 0.65));
+    robot_.drag(onPicture(0.45, 0.65), onPicture(0.65, 0.3));
+    check(robot_.waitFor([&] {
+        return !firstMovie().bookmarkStore.empty() &&
+               firstMovie().bookmarkStore.front()->drawings.strokesArray.size() == 2;
+    }),
+          QStringLiteral("two strokes lie on the bookmark"));
+    robot_.key(QStringLiteral("ctrl+z"));
+    check(
+        robot_.waitFor([&] { return firstMovie().bookmarkStore.front()->drawings.strokesArray.size() == 1; }),
+        QStringLiteral("Ctrl+Z takes one back"));
+    robot_.key(QStringLiteral("c"));
+    const auto* grading = viewer().findChild<GradingPanel*>();
+    check(robot_.waitFor([&] { return grading && grading->isVisible(); }),
+          QStringLiteral("C opens the grade"));
+    if (!grading) return;
+    const QSlider* blue = grading->slider(ViewerGrade::blue);
+    robot_.click(blue->mapToGlobal(QPoint(6, blue->height() / 2)));
+    check(robot_.waitFor([&] { return firstMovie().blueChannel < 1; }),
+          QStringLiteral("the blue slider moves the grade"));
+    robot_.key(QStringLiteral("o"));
+    robot_.rest(600);
+    shot(QStringLiteral("viewer-panels.png"));
+    robot_.key(QStringLiteral("h"));
+    check(robot_.waitFor([&] {
+        return !player.panels().isVisible(ViewerPanel::drawing) &&
+               !player.panels().isVisible(ViewerPanel::notes);
+    }),
+          QStringLiteral("H puts all panels away"));
+    shot(QStringLiteral("viewer-alone.png"));
 }
 
 /// Sends the keys and answers the save panel that they open. The panel runs a loop of its own inside the
@@ -344,7 +393,7 @@ void Review::checkFiles() {
               text.contains(QString(demoNote).remove(QLatin1Char(','))),
           QStringLiteral("the notes file holds four movies, the flag and the note"));
     for (const char* name : {"library-empty.png", "library-tiles.png", "library-list.png", "viewer.png",
-                             "library-reviewed.png"}) {
+                             "viewer-panels.png", "library-reviewed.png"}) {
         const QImage picture(out_.filePath(QString::fromLatin1(name)));
         check(picture.size() == QSize(1920, 1080),
               QStringLiteral("%1 is a whole screen").arg(QString::fromLatin1(name)));
