@@ -4,7 +4,6 @@
 import argparse
 import json
 import os
-import random
 import re
 import socket
 import subprocess
@@ -92,12 +91,11 @@ def best(runs, name):
 def seek(program, path, count, seed, rounds):
     """In turn and the best of each, as in decode."""
     ours, fresh, theirs, rate = [], [], [], rate_of(path)
-    numbers = random.Random(seed)
     mpv = Mpv(path)
     for _ in range(rounds):
         ours.append(tool(program, "seek", path, "--count", str(count), "--seed", str(seed)))
         fresh.append(tool(program, "seek", path, "--count", str(count), "--seed", str(seed), "--fresh"))
-        places = [numbers.randrange(ours[0]["frames"]) / rate for _ in range(count)]
+        places = [(frame - 1) / rate for frame in ours[-1]["targets"]]  # the same ones
         theirs.append(figures([mpv.timed("seek", place, "absolute+exact") for place in places]))
     mpv.close()
     print("%-22s %-20s %10.2f" % (os.path.basename(path), "open to picture ms", best(ours, "firstPictureMs")))

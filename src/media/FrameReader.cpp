@@ -12,6 +12,7 @@ namespace {
 constexpr int mostEarlierGroups = 2;
 constexpr int aRun = 4;      // reads in order after which more are to be expected
 constexpr qint64 nearby = 8; // so many packets ahead of a decoder nothing is left out: the next reads want it
+constexpr qint64 fullPicture = 2048 * 1152;  // pixels; a decoder holds some eight pictures
 constexpr qint64 largePicture = 4096 * 2304; // pixels
 
 /// Several decoders may stand in different places of one movie, so that a jump ahead within a group that one
@@ -26,9 +27,10 @@ public:
             if (table_.index.samples[size_t(n)].key) keyFrames_.push_back(n);
         standsAlone_ = qint64(keyFrames_.size()) == qint64(table_.packets.size());
         const AVCodecParameters& picture = *source_.file().video()->codecpar;
+        const bool full = qint64(picture.width) * picture.height <= fullPicture;
         const bool large = qint64(picture.width) * picture.height > largePicture;
         jumpsBySlices_ = standsAlone_ && source_.file().hasEvenSlices();
-        mostDecoders_ = jumpsBySlices_ ? 2 : standsAlone_ ? 1 : large ? 2 : 3;
+        mostDecoders_ = jumpsBySlices_ ? 2 : standsAlone_ ? 1 : full ? 6 : large ? 2 : 3;
         strict_ = codec->err_recognition & AV_EF_EXPLODE;
         addDecoder(std::move(codec));
     }

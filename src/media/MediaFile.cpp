@@ -114,7 +114,11 @@ Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth, bool strict, Shari
     codec->has_b_frames = std::max(codec->has_b_frames, std::min(reorderDepth, 16));
     codec->thread_type =
         sharing == Sharing::slices && hasEvenSlices() ? FF_THREAD_SLICE : FF_THREAD_FRAME | FF_THREAD_SLICE;
-    codec->thread_count = int(std::clamp(std::thread::hardware_concurrency(), 1U, 8U));
+    // Pictures wait for those they refer to: with two threads more than cores there is always one that can go
+    // on.
+    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+    const unsigned waiting = codec->thread_type == FF_THREAD_SLICE || cores == 1 ? 0 : 2;
+    codec->thread_count = int(std::min(cores + waiting, 8U));
     // These would give half a picture without a word.
     const bool silent = decoder->id == AV_CODEC_ID_DNXHD || decoder->id == AV_CODEC_ID_MJPEG ||
                         decoder->id == AV_CODEC_ID_PNG;

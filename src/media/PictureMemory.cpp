@@ -8,7 +8,7 @@
 namespace daylark {
 namespace {
 
-constexpr size_t mostIdle = size_t(64) << 20;
+constexpr size_t mostIdle = size_t(128) << 20;
 constexpr size_t pageSize = 4096;
 constexpr size_t slack = 64; // decoders' vector code reads and writes a little beyond a plane
 

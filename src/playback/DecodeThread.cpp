@@ -178,7 +178,10 @@ bool DecodeThread::readOne(const ReadDemand& demand) {
         cache_.put(readerGeneration_, number, picture);
         lookAgain_();
     };
-    auto picture = reader.readThrough(*frame, keep, &cancel_); // what it decodes on the way is kept
+    // A hand that drags wants every picture on the way. A jump is quicker when they are let go (their memory
+    // is used again); the group is filled afterwards anyway.
+    auto picture =
+        demand.dragging ? reader.readThrough(*frame, keep, &cancel_) : reader.read(*frame, &cancel_);
     if (!picture && cancel_) {
         movie_->lastRead = -1;
         return true;

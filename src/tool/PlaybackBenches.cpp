@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include <QElapsedTimer>
+#include <QJsonArray>
 #include <QJsonObject>
 
 #include <algorithm>
@@ -129,8 +130,10 @@ void benchSeek(ToolContext& context, const BenchArguments& arguments) {
     const double firstPictureMs = *opened + reading.ready(0, 1);
     std::mt19937 random(arguments.seed);
     std::vector<double> times;
+    QJsonArray targets; // from 1
     for (int i = 0; i < arguments.count; ++i) {
         const qint64 frame = qint64(random() % quint64(reading.frames()));
+        targets.append(frame + 1);
         if (arguments.fresh) {
             if (const auto done = reading.open(path); !done) return context.fail(path, done.error().text);
         } else {
@@ -139,6 +142,7 @@ void benchSeek(ToolContext& context, const BenchArguments& arguments) {
         times.push_back(reading.ready(frame, 1));
     }
     QJsonObject figures = figuresOf(std::move(times), reading.frames());
+    figures[QStringLiteral("targets")] = targets;
     figures[QStringLiteral("openMs")] = *opened;
     figures[QStringLiteral("firstPictureMs")] = firstPictureMs;
     context.print(QJsonDocument(figures));
