@@ -29,7 +29,8 @@ ToolPanel::ToolPanel(const QString& title, QWidget* content, QWidget* viewer)
     setTitleBarWidget(title_);
     setWidget(content);
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
-        if (window && window == windowHandle()) QTimer::singleShot(0, this, &ToolPanel::lookAtKeyboard);
+        if (window && window == windowHandle())
+            QTimer::singleShot(lookAgainMilliseconds, this, &ToolPanel::lookAtKeyboard);
     });
     connect(title_, &PanelTitle::closeClicked, this, &ToolPanel::closeWanted);
 }
@@ -57,10 +58,17 @@ bool ToolPanel::usesKeyboard() const {
 // Not under a hand that still presses, nor under an open menu.
 void ToolPanel::lookAtKeyboard() {
     if (!isFloating() || QApplication::activeWindow() != this) return;
-    if (QApplication::mouseButtons() != Qt::NoButton || QApplication::activePopupWidget())
+    if (QApplication::mouseButtons() != Qt::NoButton || QApplication::activePopupWidget()) {
         QTimer::singleShot(lookAgainMilliseconds, this, &ToolPanel::lookAtKeyboard);
-    else if (!usesKeyboard())
+    } else if (pressedElsewhere_ || !usesKeyboard()) {
+        forgetFocus(); // a window that becomes active gives the focus to its first field by itself
         Q_EMIT keyboardUnused();
+    }
+}
+
+void ToolPanel::forgetFocus() {
+    pressedElsewhere_ = false;
+    if (focusWidget()) focusWidget()->clearFocus();
 }
 
 // The desktop's own way to close a window. When the program ends, windows are closed without having been

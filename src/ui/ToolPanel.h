@@ -21,6 +21,11 @@ public:
     /// Whether the widget that has the focus in here is one that keys are meant for.
     [[nodiscard]] bool usesKeyboard() const;
 
+    /// The mouse was pressed on this widget in here: the focus that the window gets with it stays only where
+    /// keys are meant for the widget.
+    void pressedOn(const QWidget* widget) { pressedElsewhere_ = !takesKeys(widget); }
+    /// The viewer has the keyboard (again): nothing in here is typed into any more.
+    void forgetFocus();
     /// Text, numbers and lists, or the inside of one.
     [[nodiscard]] static bool takesKeys(const QWidget* widget);
 
@@ -36,6 +41,7 @@ private:
     void lookAtKeyboard();
 
     PanelTitle* title_;
+    bool pressedElsewhere_ = false;
 };
 
 } // namespace daylark

@@ -106,10 +106,11 @@ void ViewerPanelHost::restoreArrangement(const QByteArray& arrangement) {
 bool ViewerPanelHost::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::MouseButtonPress || !watched->isWidgetType()) return false;
     const auto* widget = static_cast<const QWidget*>(watched);
-    for (ToolPanel* window : std::as_const(windows_))
-        if (window->isFloating() && widget->window() == window && QApplication::activeWindow() != window &&
-            ToolPanel::takesKeys(widget))
-            window->activateWindow();
+    for (ToolPanel* window : std::as_const(windows_)) {
+        if (!window->isFloating() || widget->window() != window) continue;
+        window->pressedOn(widget);
+        if (ToolPanel::takesKeys(widget) && QApplication::activeWindow() != window) window->activateWindow();
+    }
     return false;
 }
 
@@ -118,7 +119,7 @@ void ViewerPanelHost::keyboardMoved(const QWindow* to) {
     if (!to || to != viewer_.windowHandle()) return;
     // A panel that is taken hold of later must not find its text field with the keyboard again.
     for (ToolPanel* window : std::as_const(windows_))
-        if (window->isFloating() && window->focusWidget()) window->focusWidget()->clearFocus();
+        if (window->isFloating()) window->forgetFocus();
 }
 
 void ViewerPanelHost::giveKeyboardToViewer() {

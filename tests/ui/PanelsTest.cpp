@@ -112,6 +112,7 @@ TEST_F(PanelsTest, PanelsLeaveTheKeyboardToTheViewerUntilSomethingIsTypedInto) {
     notes->activateWindow();
     QTest::mouseClick(notes->titleLine(), Qt::LeftButton);
     EXPECT_TRUE(bench::waitUntil(viewerHasKeyboard));
+    EXPECT_FALSE(notes->usesKeyboard());
     notes->activateWindow();
     RichTextField* field = window->notes()->field(NotesField::notes);
     QTest::mouseClick(field->viewport(), Qt::LeftButton);
