@@ -61,7 +61,7 @@ KeysDialog::KeysDialog(const Commands& commands, const QMenuBar& menus, const QS
         for (const QString& id : ids) {
             if (!commands.contains(id) || listed.contains(id) || commands.keysText(id).isEmpty()) continue;
             if (!std::exchange(begun, true)) addSection(section);
-            addLine(plainTitle(commands.action(id)->text()), commands.keysText(id));
+            addLine(commands.action(id)->iconText(), commands.keysText(id));
             listed.insert(id);
         }
     };

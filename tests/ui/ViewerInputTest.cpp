@@ -1,0 +1,304 @@
+#include "ViewerWindowFixture.h"
+
+#include "ui/BookmarkPanel.h"
+#include "ui/BookmarkTable.h"
+#include "ui/FloatingTimecode.h"
+#include "ui/FullScreen.h"
+#include "ui/KeyCodes.h"
+#include "ui/KeysDialog.h"
+#include "ui/MouseZones.h"
+#include "ui/MovieListOverlay.h"
+#include "ui/ViewerPanelHost.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTableView>
+#include <QTableWidget>
+#include <QToolBar>
+#include <QWheelEvent>
+
+namespace daylark {
+
+class ViewerInputTest : public ViewerWindowFixture {
+protected:
+    void TearDown() override {
+        window->fullScreen()->leave();
+        while (QGuiApplication::overrideCursor())
+            QGuiApplication::restoreOverrideCursor();
+    }
+    [[nodiscard]] ViewerPanels& panelsOfViewer() { return controller.panels(); }
+    [[nodiscard]] bool isShown(ViewerPanel panel) { return panelsOfViewer().isVisible(panel); }
+    void wheel(QPoint delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const QPoint at = window->picture()->rect().center();
+        QWheelEvent event(at, window->picture()->mapToGlobal(at), {}, delta, Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(window->picture(), &event);
+    }
+    void enterFullScreen() {
+        key(Qt::Key_F11);
+        ASSERT_TRUE(bench::waitUntil(
+            [this] { return window->isFullScreen() && window->size() == window->screen()->size(); }));
+    }
+    void moveMouseTo(QPoint at) { QTest::mouseMove(window->picture(), at); }
+    [[nodiscard]] QPoint rightEdge() const { return {window->picture()->width() - 4, 200}; }
+    [[nodiscard]] QPoint lowerEdge() const { return {300, window->picture()->height() - 4}; }
+};
+
+TEST_F(ViewerInputTest, WheelStepsOneFrameAnEventAndGoesByBookmarksWithCtrl) {
+    openFrames(48);
+    wheel({0, -120});
+    EXPECT_SHOWN(2);
+    wheel({0, -960}); // however far it turned
+    EXPECT_SHOWN(3);
+    wheel({0, 15});
+    EXPECT_SHOWN(2);
+    wheel({240, 0});
+    EXPECT_SHOWN(2);
+    for (const int frame : {10, 30}) {
+        goTo(frame);
+        ASSERT_TRUE(settled());
+        key(Qt::Key_Semicolon);
+    }
+    goTo(1);
+    ASSERT_TRUE(settled());
+    wheel({0, -120}, Qt::ControlModifier);
+    EXPECT_SHOWN(10);
+    wheel({0, -120}, Qt::ControlModifier);
+    EXPECT_SHOWN(30);
+    wheel({0, 120}, Qt::ControlModifier);
+    EXPECT_SHOWN(10);
+}
+
+TEST_F(ViewerInputTest, KeysCountWhateverTheModifiersButShortcutsComeFirst) {
+    openFrames(48);
+    key(Qt::Key_B, Qt::ShiftModifier);
+    EXPECT_TRUE(isShown(ViewerPanel::bookmarks));
+    key(Qt::Key_B);
+    EXPECT_FALSE(isShown(ViewerPanel::bookmarks));
+    key(Qt::Key_Semicolon, Qt::ControlModifier);
+    EXPECT_EQ(first->bookmarkStore.size(), 1U);
+    key(Qt::Key_Period, Qt::ShiftModifier);
+    EXPECT_SHOWN(48);
+    key(Qt::Key_Comma);
+    EXPECT_SHOWN(1);
+    controller.grade().setValue(ViewerGrade::exposure, 0.5); // a neutral grade is always on
+    EXPECT_TRUE(first->applyGrade);
+    key(Qt::Key_A);
+    EXPECT_FALSE(first->applyGrade);
+    key(Qt::Key_T, Qt::ControlModifier); // takes a snapshot
+    EXPECT_FALSE(controller.drawing().isDrawMode());
+    key(Qt::Key_F); // only in full screen
+    EXPECT_FALSE(isShown(ViewerPanel::controls));
+}
+
+TEST_F(ViewerInputTest, KeysPressedInPanelsReachTheViewerAndThoseTypedIntoFieldsDoNot) {
+    openFrames(48);
+    key(Qt::Key_Semicolon);
+    key(Qt::Key_F2); // opens the panel, too
+    ASSERT_TRUE(isShown(ViewerPanel::bookmarks));
+    ASSERT_TRUE(bench::waitUntil([] { return qobject_cast<QLineEdit*>(QApplication::focusWidget()); }));
+    auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QTest::keyClicks(editor, QStringLiteral("b;s p"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_TRUE(bench::waitUntil(
+        [&] { return first->bookmarkStore.front()->overlayString == QLatin1String("b;s p"); }));
+    EXPECT_TRUE(isShown(ViewerPanel::bookmarks));
+    EXPECT_EQ(first->bookmarkStore.size(), 1U);
+    EXPECT_FALSE(transport.isRunning());
+    QTest::keyClick(window->bookmarks()->table(), Qt::Key_Period);
+    EXPECT_SHOWN(48);
+    QTest::keyClick(window->bookmarks()->table(), Qt::Key_Space);
+    EXPECT_TRUE(transport.isRunning());
+    QTest::keyClick(window->bookmarks()->table(), Qt::Key_B);
+    EXPECT_FALSE(isShown(ViewerPanel::bookmarks));
+}
+
+TEST_F(ViewerInputTest, HeldArrowKeyGoesOnAndAHeldPanelKeyDoesNotFlicker) {
+    openFrames(48);
+    const auto hold = [this](Qt::Key key, int repeats) {
+        for (int at = 0; at < repeats; ++at)
+            QTest::simulateEvent(window->picture(), true, key, Qt::NoModifier, QString(), true);
+    };
+    key(Qt::Key_Right);
+    hold(Qt::Key_Right, 20);
+    EXPECT_SHOWN(22);
+    key(Qt::Key_O);
+    const bool shown = isShown(ViewerPanel::options);
+    hold(Qt::Key_O, 3);
+    EXPECT_EQ(isShown(ViewerPanel::options), shown);
+}
+
+TEST_F(ViewerInputTest, FullScreenIsThePictureAloneAndEscapeBringsEverythingBack) {
+    openFrames(48);
+    key(Qt::Key_B);
+    key(Qt::Key_P);
+    defaults.set(QStringLiteral("constrainViewerToMovieProportions"), true);
+    enterFullScreen();
+    EXPECT_FALSE(isShown(ViewerPanel::bookmarks));
+    EXPECT_FALSE(isShown(ViewerPanel::playlistDrawer));
+    EXPECT_TRUE(bench::waitUntil([this] { return window->picture()->size() == window->screen()->size(); }));
+    EXPECT_FALSE(defaults.boolForKey(QStringLiteral("constrainViewerToMovieProportions")));
+    key(Qt::Key_Right);
+    EXPECT_SHOWN(2);
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(window->isFullScreen());
+    EXPECT_TRUE(defaults.boolForKey(QStringLiteral("constrainViewerToMovieProportions")));
+    EXPECT_TRUE(window->menuBar()->isVisible());
+    EXPECT_TRUE(child<QToolBar>("viewerControls")->isVisible());
+    key(Qt::Key_Escape); // nothing more
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_SHOWN(2);
+    defaults.set(QStringLiteral("constrainViewerToMovieProportions"), false);
+    window->setGeometry({{40, 50}, window->minimumSizeHint().expandedTo({700, 600})});
+    ASSERT_TRUE(bench::waitUntil([&] { return window->geometry().topLeft() == QPoint(40, 50); }));
+    const QRect before = window->geometry();
+    key(Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(bench::waitUntil([this] { return window->isFullScreen(); }, 5000));
+    key(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_FALSE(window->isFullScreen());
+    EXPECT_TRUE(bench::waitUntil([&] { return window->geometry() == before; }, 5000));
+}
+
+TEST_F(ViewerInputTest, EdgesShowListAndControlsInFullScreenAndAClickPutsThemAway) {
+    openTwo();
+    const MovieListOverlay* list = window->fullScreen()->movieList();
+    moveMouseTo(rightEdge());
+    EXPECT_FALSE(list->isShown()) << "only in full screen";
+    enterFullScreen();
+    prefer("disableRightMouseZone", true);
+    prefer("disableLowerMouseZone", true);
+    for (const QPoint at : {rightEdge(), lowerEdge(), QPoint(2, 200), QPoint(300, 300)})
+        moveMouseTo(at);
+    EXPECT_FALSE(list->isShown());
+    EXPECT_FALSE(isShown(ViewerPanel::controls));
+    prefer("disableRightMouseZone", false);
+    prefer("disableLowerMouseZone", false);
+    moveMouseTo(rightEdge());
+    EXPECT_TRUE(bench::waitUntil([&] { return list->isShown(); }));
+    EXPECT_EQ(defaults.integerForKey(QStringLiteral("restorePlaylistDrawer")), 1);
+    EXPECT_TRUE(window->commands().action(QStringLiteral("viewer.playlistDrawer"))->isChecked());
+    EXPECT_TRUE(
+        bench::waitUntil([&] { return list->geometry().right() == window->picture()->rect().right(); }));
+    moveMouseTo(lowerEdge());
+    EXPECT_TRUE(bench::waitUntil([&] { return isShown(ViewerPanel::controls); }));
+    QTest::mouseClick(window->picture(), Qt::LeftButton, {}, {300, 300});
+    EXPECT_FALSE(list->isShown());
+    EXPECT_FALSE(isShown(ViewerPanel::controls));
+    EXPECT_EQ(defaults.integerForKey(QStringLiteral("restorePlaylistDrawer")), 0);
+    EXPECT_TRUE(bench::waitUntil([&] { return !list->isVisible(); }));
+    key(Qt::Key_P); // the same list by its key
+    EXPECT_TRUE(list->isShown());
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(list->isShown());
+    EXPECT_FALSE(isShown(ViewerPanel::playlistDrawer));
+}
+
+TEST_F(ViewerInputTest, PointerHidesInFullScreenUntilItMoves) {
+    openFrames(48);
+    enterFullScreen();
+    QTest::mouseMove(window->windowHandle(), {400, 400});
+    QTest::mouseMove(window->windowHandle(), {420, 430});
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    QTest::mouseClick(window->picture(), Qt::LeftButton, {}, {420, 430});
+    ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::BlankCursor);
+    QTest::mouseMove(window->windowHandle(), {440, 300});
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    QTest::mouseClick(window->picture(), Qt::LeftButton, {}, {440, 300});
+    key(Qt::Key_Escape);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(ViewerInputTest, WithHotkeysOffInFullScreenOnlyEscapeWorks) {
+    openFrames(48);
+    prefer("disableHotkeysInFullScreenMode", true);
+    key(Qt::Key_Right);
+    EXPECT_SHOWN(2);
+    enterFullScreen();
+    for (const Qt::Key pressed : {Qt::Key_Space, Qt::Key_Right, Qt::Key_Semicolon, Qt::Key_B, Qt::Key_I})
+        key(pressed);
+    EXPECT_FALSE(transport.isRunning());
+    EXPECT_TRUE(first->bookmarkStore.empty());
+    EXPECT_SHOWN(2);
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(window->isFullScreen());
+    key(Qt::Key_Semicolon);
+    EXPECT_EQ(first->bookmarkStore.size(), 1U);
+}
+
+TEST_F(ViewerInputTest, FloatingTimecodeFollowsThePictureAndItsFiguresTheWindow) {
+    openFrames(48);
+    FloatingTimecode* floating = window->floatingTimecode();
+    prefer("displayTimecode", true);
+    EXPECT_FALSE(floating->isVisible());
+    EXPECT_FALSE(window->picture()->headsUp().timecode.isEmpty());
+    prefer("timecodeDisplayType", "Floating");
+    ASSERT_TRUE(floating->isVisible());
+    EXPECT_TRUE(window->picture()->headsUp().timecode.isEmpty());
+    key(Qt::Key_Right);
+    EXPECT_SHOWN(2);
+    EXPECT_EQ(floating->field()->text(), time.currentTimeCodeForDisplay());
+    EXPECT_TRUE(floating->field()->text().endsWith(QStringLiteral("00:00:00:01")));
+    floating->resize(600, 120);
+    ASSERT_TRUE(bench::waitUntil([&] { return floating->field()->height() == 120; }));
+    EXPECT_DOUBLE_EQ(floating->field()->font().pointSizeF(), 68.0);
+    QTest::keyClick(floating, Qt::Key_Period);
+    EXPECT_SHOWN(48);
+    prefer("displayTimecode", false);
+    EXPECT_FALSE(floating->isVisible());
+    prefer("displayTimecode", true);
+    EXPECT_EQ(floating->size(), QSize(600, 120));
+    key(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(floating->isVisible());
+}
+
+TEST_F(ViewerInputTest, ReadOutsHaveTheColourOfThePreference) {
+    openFrames(48);
+    defaults.set(QStringLiteral("onscreenTextColour"), QColor(0, 255, 255));
+    prefer("displayFrameCounter", true);
+    const QImage shown = window->picture()->renderArea({}, PictureView::Layers::all).copy(0, 0, 200, 60);
+    bool found = false;
+    for (int y = 0; y < shown.height(); ++y)
+        for (int x = 0; x < shown.width(); ++x)
+            found = found || shown.pixelColor(x, y) == QColor(0, 255, 255);
+    EXPECT_TRUE(found);
+}
+
+TEST_F(ViewerInputTest, PageOfKeysNamesEveryCommandThatHasOne) {
+    const Commands& commands = window->commands();
+    const KeysDialog page(commands, *window->menuBar(), QStringLiteral("Keys"), window.get());
+    QStringList keys;
+    for (int row = 0; row < page.table()->rowCount(); ++row)
+        if (const auto* item = page.table()->item(row, 1)) keys << item->text().trimmed();
+    int expected = 0;
+    for (const auto& [id, command] : commands.all()) {
+        if (commands.keysText(id).isEmpty()) continue;
+        ++expected;
+        EXPECT_TRUE(keys.contains(commands.keysText(id))) << qPrintable(id);
+    }
+    EXPECT_EQ(keys.size(), expected);
+    for (const char* key :
+         {"Space", "J", "K", "L", "[", "]", "A",   "C", "O",        "P",       "N",
+          "D",     "T", "F", "B", "S", "H", "Esc", ";", ", / Home", ". / End", "F11 / Ctrl+F"})
+        EXPECT_EQ(keys.count(QLatin1String(key)), 1) << key;
+    const QAction* bookmark = commands.action(QStringLiteral("viewer.addBookmark"));
+    EXPECT_TRUE(bookmark->shortcuts().isEmpty()) << "goes by its place";
+    EXPECT_TRUE(bookmark->toolTip().contains(QStringLiteral("(;)")));
+}
+
+TEST(KeyCodes, GoByThePlaceWhereTheWindowSystemTellsIt) {
+    const auto codeOf = [](Qt::Key key, quint32 scanCode) {
+        return keyCodes::of(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, scanCode, 0, 0)).value_or(-1);
+    };
+    EXPECT_EQ(codeOf(Qt::Key_A, 0), 0);
+    EXPECT_EQ(codeOf(Qt::Key_Colon, 0), 41);
+    EXPECT_EQ(codeOf(Qt::Key_Up, 0), -1);
+    if (QGuiApplication::platformName() != QLatin1String("xcb")) GTEST_SKIP() << "needs an X server";
+    EXPECT_EQ(codeOf(Qt::Key_Q, 38), 0) << "a French keyboard's Q lies where A is here";
+    EXPECT_EQ(codeOf(Qt::Key_M, 47), 41);
+    EXPECT_EQ(codeOf(Qt::Key_A, 111), -1);
+}
+
+} // namespace daylark
