@@ -262,7 +262,7 @@ void Review::reviewInViewer() {
         check(firstMovie().bookmarkStore.front()->firstFrame == paused + 4,
               QStringLiteral("the bookmark stands on the frame shown"));
 
-    robot_.key(QStringLiteral("semicolon"));
+    robot_.key(QStringLiteral("b"));
     const auto* table = viewer().bookmarks()->findChild<QTableView*>(QStringLiteral("bookmarkTable"));
     check(robot_.waitFor([&] { return viewer().bookmarks()->isVisible() && table->model()->rowCount() == 1; },
                          5000),
