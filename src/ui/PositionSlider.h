@@ -33,6 +33,7 @@ public:
     void setPosition(double ticks, qint64 frame); ///< `frame` from 1
     void setBars(std::vector<Bar> bars);
     void setReady(std::vector<std::pair<double, double>> ranges); ///< ticks: starts and ends, in order
+    [[nodiscard]] const std::vector<std::pair<double, double>>& ready() const { return ready_; }
     void setDescription(std::function<QString(double ticks)> text) { describe_ = std::move(text); }
 
     [[nodiscard]] double position() const { return position_; } ///< ticks
