@@ -14,6 +14,29 @@
 
 namespace daylark {
 
+namespace {
+
+/// A fine white cross with a black edge, open in the middle: seen on dark and on light pictures, and what is
+/// drawn on is not covered.
+QCursor drawingCursor(qreal ratio) {
+    constexpr int side = 25, middle = side / 2, gap = 3;
+    QPixmap pixmap(QSize(side, side) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    for (const auto& [colour, width] : {std::pair(Qt::black, 3), std::pair(Qt::white, 1)}) {
+        const int edge = width / 2, from = middle - edge, reach = middle - gap + edge;
+        painter.fillRect(QRect(from, 1 - edge, width, reach), colour);
+        painter.fillRect(QRect(from, middle + gap - edge, width, reach), colour);
+        painter.fillRect(QRect(1 - edge, from, reach, width), colour);
+        painter.fillRect(QRect(middle + gap - edge, from, reach, width), colour);
+    }
+    painter.end();
+    return QCursor(pixmap, middle, middle);
+}
+
+} // namespace
+
 DrawingOverlay::DrawingOverlay(MoviePlayerController& controller, PictureView& picture)
     : QObject(&picture)
     , controller_(controller)
@@ -165,7 +188,7 @@ void DrawingOverlay::showCursor() {
     if (controller_.drawing().isScrollMode())
         picture_.setCursor(dragging_ ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
     else if (controller_.drawing().isDrawMode())
-        picture_.setCursor(Qt::CrossCursor);
+        picture_.setCursor(drawingCursor(picture_.devicePixelRatioF()));
     else
         picture_.setCursor(Qt::ArrowCursor);
 }

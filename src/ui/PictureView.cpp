@@ -245,7 +245,12 @@ QImage PictureView::renderArea(QSize pixels, Layers layers) const {
     if (!placement.request.size.isEmpty())
         painter.drawImage(placement.visible.topLeft(), renderPicture(frame_, placement.request));
     if (size().isEmpty()) return area;
-    painter.scale(double(pixels.width()) / width(), double(pixels.height()) / height());
+    // The screen's own ratio where it is that: the rounded sizes give another.
+    const qreal ratio = devicePixelRatioF();
+    if (pixels == devicePixels())
+        painter.scale(ratio, ratio);
+    else
+        painter.scale(double(pixels.width()) / width(), double(pixels.height()) / height());
     if (overlayPainter_) {
         painter.save();
         overlayPainter_(painter);

@@ -4,8 +4,10 @@
 #include "playback/Player.h"
 #include "ui/Commands.h"
 #include "ui/FlagPopUp.h"
+#include "ui/FoldingStrip.h"
 #include "ui/Theme.h"
 #include "ui/VolumeButton.h"
+#include "ui/ZoomButton.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QActionGroup>
@@ -14,7 +16,9 @@
 #include <QMenu>
 #include <QToolButton>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace daylark {
 
@@ -69,12 +73,31 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     layout->addWidget(volume_);
     layout->addWidget(flag_);
     layout->addSpacing(8);
+    layout->addWidget(new ZoomButton(commands_, controller_.geometry(), this));
     for (const char* id : {"viewer.notes", "viewer.drawingTools", "viewer.gradeTools", "viewer.bookmarks",
                            "viewer.options", "viewer.playlistDrawer", "viewer.fullScreen"})
         layout->addWidget(commandButton(QLatin1String(id)));
     showTimes();
     showState();
     showRepeatType();
+    letItFold();
+}
+
+// In the smallest window the transport, the counter, the volume and full screen are left.
+void TransportBar::letItFold() {
+    std::vector<QWidget*> leaving{repeat_, elapsed_};
+    for (const char* id : {"viewer.options", "viewer.gradeTools", "viewer.drawingTools", "viewer.bookmarks",
+                           "viewer.notes", "viewer.playlistDrawer"})
+        leaving.push_back(buttons_[QLatin1String(id)]);
+    leaving.push_back(rate_);
+    leaving.push_back(findChild<ZoomButton*>());
+    leaving.push_back(flag_);
+    leaving.push_back(timecode_);
+    for (const char* id :
+         {"viewer.previousMovie", "viewer.nextMovie", "viewer.firstFrame", "viewer.lastFrame"})
+        leaving.push_back(buttons_[QLatin1String(id)]);
+    leaving.erase(std::remove(leaving.begin(), leaving.end(), nullptr), leaving.end());
+    new FoldingStrip(*this, leaving, 420); // the row owns it
 }
 
 QLabel* TransportBar::readOut(const QString& name, const QString& accessibleName, const QString& widest) {
@@ -91,6 +114,7 @@ QToolButton* TransportBar::commandButton(const QString& id) {
     QToolButton* button = commands_.button(id, this);
     button->setMinimumSize(32, 32);
     button->setIconSize({20, 20});
+    buttons_[id] = button;
     return button;
 }
 

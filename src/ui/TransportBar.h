@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QWidget>
 
 class QLabel;
@@ -31,9 +32,11 @@ private:
     [[nodiscard]] QToolButton* repeatPopUp();
     [[nodiscard]] QToolButton* commandButton(const QString& id);
     void setRepeatType(const QString& title);
+    void letItFold();
 
     MoviePlayerController& controller_;
     Commands& commands_;
+    QMap<QString, QToolButton*> buttons_; ///< by command
     QLabel* elapsed_;
     QLabel* counter_;
     QLabel* timecode_;

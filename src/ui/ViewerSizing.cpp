@@ -17,7 +17,7 @@ ViewerSizing::ViewerSizing(QMainWindow& window, QWidget& area, ViewerGeometry& g
     settled_.setInterval(100);
     connect(&settled_, &QTimer::timeout, this, &ViewerSizing::keepProportions);
     connect(&geometry_, &ViewerGeometry::windowFrameWanted, this,
-            [this](const DisplayGeometry::WindowFrame& frame) { takeFrame(frame); });
+            [this](const DisplayGeometry::WindowFrame& frame, bool animated) { takeFrame(frame, animated); });
     window_.installEventFilter(this);
 }
 
@@ -26,16 +26,23 @@ bool ViewerSizing::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-void ViewerSizing::takeFrame(const DisplayGeometry::WindowFrame& frame) {
-    if (window_.isFullScreen()) return;
-    resizeArea({frame.size.width(), frame.size.height() - DisplayGeometry::controlsHeight}, frame.origin);
+// The constraint counts the strip one point higher than the size commands do; so the picture's height stays.
+void ViewerSizing::takeFrame(const DisplayGeometry::WindowFrame& frame, bool constrained) {
+    if (window_.isFullScreen() || (constrained && (!window_.isVisible() || window_.isMaximized()))) return;
+    const int strip = DisplayGeometry::controlsHeight + (constrained ? 1 : 0);
+    resizeArea({frame.size.width(), frame.size.height() - strip}, frame.origin);
 }
 
 void ViewerSizing::keepProportions() {
     if (window_.isFullScreen() || window_.isMaximized() || !window_.isVisible()) return;
     const QSize now(area_.width(), area_.height() + DisplayGeometry::controlsHeight);
     const QSize wanted = geometry_.windowWillResize(now);
-    if (wanted != now) resizeArea({wanted.width(), wanted.height() - DisplayGeometry::controlsHeight}, {});
+    if (wanted == now) return;
+    // A window manager that has it otherwise is not asked again and again.
+    if (now == refused_ && sinceAsked_.isValid() && !sinceAsked_.hasExpired(1000)) return;
+    refused_ = now;
+    sinceAsked_.start();
+    resizeArea({wanted.width(), wanted.height() - DisplayGeometry::controlsHeight}, {});
 }
 
 void ViewerSizing::resizeArea(const QSize& area, const std::optional<QPoint>& origin) {

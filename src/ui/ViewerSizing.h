@@ -2,6 +2,7 @@
 
 #include "viewer/DisplayGeometry.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -25,7 +26,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void takeFrame(const DisplayGeometry::WindowFrame& frame);
+    void takeFrame(const DisplayGeometry::WindowFrame& frame, bool constrained);
     void keepProportions();
     void resizeArea(const QSize& area, const std::optional<QPoint>& origin);
 
@@ -33,6 +34,8 @@ private:
     QWidget& area_;
     ViewerGeometry& geometry_;
     QTimer settled_; ///< the hand on the window's edge rests
+    QSize refused_;  ///< the size from which the proportions were asked for last
+    QElapsedTimer sinceAsked_;
     bool resizing_ = false;
 };
 

@@ -33,6 +33,7 @@ public:
     void zoomOut();                         ///< each side divided by 1.2
     void moveViewTo(const QPointF& origin); ///< the hand tool
 
+    [[nodiscard]] bool knowsMovie() const { return aspect_ > 0; }
     [[nodiscard]] bool isFitted() const { return fitted_; }
     [[nodiscard]] QSizeF area() const { return area_; }
     [[nodiscard]] QRectF view() const { return view_; } ///< x, y of the lower left corner, y upwards

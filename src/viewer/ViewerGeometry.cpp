@@ -4,6 +4,8 @@
 #include "viewer/DrawingMode.h"
 #include "viewer/ViewerPanels.h"
 
+#include <utility>
+
 namespace daylark {
 
 namespace {
@@ -41,6 +43,7 @@ void ViewerGeometry::setPictureSize(const QSize& pixels) {
     if (pixels.isEmpty()) return;
     geometry_.setMovie(pixels.width(), pixels.height(), float(pixels.width()) / float(pixels.height()));
     Q_EMIT changed();
+    if (std::exchange(constrainWhenKnown_, false)) setConstrainViewerProportions();
 }
 
 void ViewerGeometry::setArea(const QSizeF& size) {
@@ -148,13 +151,15 @@ void ViewerGeometry::panBy(const QPointF& origin) {
 
 QSize ViewerGeometry::windowWillResize(const QSize& proposed) const {
     if (!defaults_.boolForKey(constrainKey) || !movie_ || !movie_->mMovieHasBeenVisited ||
-        panels_.isFullScreen())
+        panels_.isFullScreen() || !geometry_.knowsMovie())
         return proposed;
     return {proposed.width(), geometry_.constrainedHeight(proposed.width())};
 }
 
 void ViewerGeometry::setConstrainViewerProportions() {
     if (panels_.isFullScreen() || !defaults_.boolForKey(constrainKey) || !movie_) return;
+    constrainWhenKnown_ = !geometry_.knowsMovie(); // a movie new to the library: with its first picture
+    if (constrainWhenKnown_) return;
     Q_EMIT windowFrameWanted({geometry_.constrainedWindow(), {}}, true);
 }
 

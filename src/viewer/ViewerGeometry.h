@@ -72,6 +72,7 @@ private:
     DisplayGeometry geometry_;
     float mPixelAspectRatio_ = 1.0f;
     bool viewerWasConstrainedBeforeFullScreen_ = false;
+    bool constrainWhenKnown_ = false; ///< the window, once the movie's proportions are known
 };
 
 } // namespace daylark
