@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QVariant>
 #include <QWidget>
+
+#include <utility>
+#include <vector>
 
 class QAbstractSpinBox;
 class QCheckBox;

@@ -5,8 +5,10 @@
 #include <QApplication>
 #include <QDataStream>
 #include <QGuiApplication>
+#include <QIODevice>
 #include <QMainWindow>
 #include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 
