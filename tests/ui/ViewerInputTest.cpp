@@ -37,6 +37,8 @@ protected:
         QApplication::sendEvent(window->picture(), &event);
     }
     void enterFullScreen() {
+        window->activateWindow(); // a panel that was just shown may have become the active one
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
         key(Qt::Key_F11);
         ASSERT_TRUE(bench::waitUntil(
             [this] { return window->isFullScreen() && window->size() == window->screen()->size(); }));
