@@ -6,6 +6,7 @@
 #include <QPointF>
 
 class QMouseEvent;
+class QPainter;
 class QTabletEvent;
 
 namespace daylark {
@@ -32,7 +33,7 @@ private:
     bool pointer(Phase phase, const QPointF& at);
     bool draw(Phase phase, const QPointF& at);
     bool pan(Phase phase, const QPointF& at);
-    void paint(class QPainter& painter);
+    void paint(QPainter& painter);
     void refreshStrokes();
     void refreshAll();
     void showGeometry();

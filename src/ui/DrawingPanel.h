@@ -4,6 +4,8 @@
 
 class QColorDialog;
 class QDoubleSpinBox;
+class QHBoxLayout;
+class QLayout;
 class QSlider;
 class QToolButton;
 
@@ -27,9 +29,8 @@ public:
     void closeColourDialog();
 
 private:
-    QToolButton* addTool(class QHBoxLayout& row, const QString& title, const QString& icon,
-                         const QString& hint);
-    class QLayout* colours();
+    QToolButton* addTool(QHBoxLayout& row, const QString& title, const QString& icon, const QString& hint);
+    QLayout* colours();
     void chooseColour();
     void showMode();
 

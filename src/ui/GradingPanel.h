@@ -5,6 +5,7 @@
 #include <map>
 
 class QDoubleSpinBox;
+class QGridLayout;
 class QSlider;
 class QToolButton;
 
@@ -37,7 +38,7 @@ private:
         QDoubleSpinBox* number = nullptr;
         QToolButton* reset = nullptr;
     };
-    void addRow(class QGridLayout& grid, int tag, const QString& name, double least, double most);
+    void addRow(QGridLayout& grid, int tag, const QString& name, double least, double most);
     void showGrade();
     void giveKeyboardBack();
 
