@@ -168,9 +168,10 @@ TEST_F(ViewerInputTest, EdgesShowListAndControlsInFullScreenAndAClickPutsThemAwa
     const MovieListOverlay* list = window->fullScreen()->movieList();
     moveMouseTo(rightEdge());
     EXPECT_FALSE(list->isShown()) << "only in full screen";
-    enterFullScreen();
-    prefer("disableRightMouseZone", true);
+    prefer("disableRightMouseZone",
+           true); // before: the pointer may still be at the edge while the window grows
     prefer("disableLowerMouseZone", true);
+    enterFullScreen();
     for (const QPoint at : {rightEdge(), lowerEdge(), QPoint(2, 200), QPoint(300, 300)})
         moveMouseTo(at);
     EXPECT_FALSE(list->isShown());
