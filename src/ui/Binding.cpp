@@ -2,6 +2,7 @@
 
 #include "platform/UserDefaults.h"
 #include "ui/Theme.h"
+#include "viewer/DisplayGeometry.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -102,6 +103,13 @@ void toChoice(QComboBox* box, UserDefaults& defaults, const QString& key,
     QObject::connect(box, &QComboBox::currentIndexChanged, box, [box, &defaults, key](int at) {
         if (at >= 0) defaults.set(key, box->itemData(at));
     });
+}
+
+std::vector<Choice> maskRatioChoices() {
+    std::vector<Choice> choices;
+    for (const MaskRatio& mask : maskRatios)
+        choices.emplace_back(QLatin1String(mask.title), mask.ratio);
+    return choices;
 }
 
 } // namespace binding

@@ -35,6 +35,8 @@ using Choice = std::pair<QString, QVariant>; ///< title and stored value
 /// as numbers.
 void toChoice(QComboBox* box, UserDefaults& defaults, const QString& key, const std::vector<Choice>& choices);
 
+[[nodiscard]] std::vector<Choice> maskRatioChoices(); ///< for the preference "movieMaskRatio"
+
 } // namespace binding
 
 /// A button that shows a colour and opens the colour chooser. Bound to a preference as above. Interface

@@ -32,7 +32,6 @@ const SizeCommand windows[] = {{"viewer.windowActual", "1:1 (Actual Size)", "", 
                                {"viewer.windowFavourite", "Favourite Viewer Size", "", {}}};
 const SizeCommand mirrors[] = {{"viewer.flop", "Flop Display", "flop", {}},
                                {"viewer.flip", "Flip Display", "flip", {}}};
-const char* const maskRatios[] = {"1.66", "1.78", "1.85", "2.0", "2.35", "2.39", "2.40"};
 const char* const pixelAspects[] = {"1:1", "PAL 4:3 (1.067)", "PAL 16:9 (1.422)", "2:1"};
 constexpr float pixelAspectValues[] = {1.0f, 1.067f, 1.422f, 2.0f};
 
@@ -82,7 +81,7 @@ void addGeometryCommands(Commands& commands, MoviePlayerController& controller) 
                   {},
                   [&defaults] { return defaults.boolForKey(QStringLiteral("showMask")); },
                   {}});
-    for (const char* ratio : maskRatios)
+    for (const auto& [ratio, value] : maskRatios)
         commands.add(
             {ratioId(ratio),
              QLatin1String(ratio),
@@ -90,7 +89,7 @@ void addGeometryCommands(Commands& commands, MoviePlayerController& controller) 
              {},
              [&geometry, title = QString::fromLatin1(ratio)] { geometry.resizeMaskElements({title}); },
              {},
-             [&defaults, value = QString::fromLatin1(ratio).toDouble()] {
+             [&defaults, value = value] {
                  return std::abs(defaults.doubleForKey(QStringLiteral("movieMaskRatio")) - value) < 1e-6;
              },
              {}});
@@ -136,7 +135,7 @@ void fillPictureMenu(QMenu* menu, const Commands& commands) {
     menu->addSeparator();
     menu->addAction(commands.action(QStringLiteral("viewer.mask")));
     QMenu* ratios = menu->addMenu(QObject::tr("Mask &Ratio"));
-    for (const char* ratio : maskRatios)
+    for (const auto& [ratio, value] : maskRatios)
         ratios->addAction(commands.action(ratioId(ratio)));
     QMenu* aspects = menu->addMenu(QObject::tr("Pixel &Aspect"));
     for (const char* title : pixelAspects)

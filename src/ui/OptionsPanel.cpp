@@ -78,14 +78,7 @@ void OptionsPanel::addOverlayRows() {
 void OptionsPanel::addPictureRows() {
     heading(tr("Picture"));
     ViewerGeometry& geometry = controller_.geometry();
-    QComboBox* ratio = choice(tr("Mask ratio"), "movieMaskRatio",
-                              {{QStringLiteral("1.66"), 1.66},
-                               {QStringLiteral("1.78"), 1.78},
-                               {QStringLiteral("1.85"), 1.85},
-                               {QStringLiteral("2.0"), 2.0},
-                               {QStringLiteral("2.35"), 2.35},
-                               {QStringLiteral("2.39"), 2.39},
-                               {QStringLiteral("2.40"), 2.4}});
+    QComboBox* ratio = choice(tr("Mask ratio"), "movieMaskRatio", binding::maskRatioChoices());
     // A ratio that is chosen is to be seen.
     connect(ratio, &QComboBox::textActivated, this,
             [&geometry](const QString& title) { geometry.resizeMaskElements({title}); });

@@ -223,14 +223,7 @@ QWidget* PreferencesWindow::viewerPage() {
     page->colour("Text colour", "onscreenTextColour");
     page->heading("Mask");
     page->check("Show the mask", "showMask");
-    page->choice("Mask ratio", "movieMaskRatio",
-                 {{QStringLiteral("1.66"), 1.66},
-                  {QStringLiteral("1.78"), 1.78},
-                  {QStringLiteral("1.85"), 1.85},
-                  {QStringLiteral("2.0"), 2.0},
-                  {QStringLiteral("2.35"), 2.35},
-                  {QStringLiteral("2.39"), 2.39},
-                  {QStringLiteral("2.40"), 2.4}});
+    page->choice("Mask ratio", "movieMaskRatio", binding::maskRatioChoices());
     page->slider("Mask opacity", "movieMaskOpacity");
     page->heading("Bookmarks and drawings");
     page->number("A new bookmark lasts", "bookmarkDuration", 1, 1000000, " frames");

@@ -10,6 +10,15 @@
 
 namespace daylark {
 
+/// A mask that can be chosen: the title that stands in menus and tells the actions apart, and the width over
+/// the height.
+struct MaskRatio {
+    const char* title;
+    double ratio;
+};
+inline constexpr MaskRatio maskRatios[] = {{"1.66", 1.66}, {"1.78", 1.78}, {"1.85", 1.85}, {"2.0", 2.0},
+                                           {"2.35", 2.35}, {"2.39", 2.39}, {"2.40", 2.4}};
+
 /// Where the picture, the mask and the window lie: arithmetic only, no window. Points on the player area,
 /// whose origin is its lower left corner, y upwards (`toTopLeft` gives what widgets want).
 ///

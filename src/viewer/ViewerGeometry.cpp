@@ -125,9 +125,9 @@ void ViewerGeometry::toggleMask() {
 void ViewerGeometry::resizeMaskElements(const Sender& sender) {
     const bool fromControl = sender.tag >= 201 && sender.tag <= 204;
     if (sender.tag != 201 && sender.tag != 202)
-        for (const char* ratio : {"1.66", "1.78", "1.85", "2.0", "2.35", "2.39", "2.40"})
-            if (sender.title == QLatin1String(ratio)) {
-                defaults_.set(maskRatioKey, QLatin1String(ratio).toString().toDouble());
+        for (const MaskRatio& mask : maskRatios)
+            if (sender.title == QLatin1String(mask.title)) {
+                defaults_.set(maskRatioKey, mask.ratio);
                 defaults_.set(showMaskKey, true);
             }
     if (fromControl) defaults_.set(showMaskKey, true);
