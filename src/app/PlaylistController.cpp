@@ -175,6 +175,8 @@ void PlaylistController::loadMovieWindow() {
     const auto& rows = library_.selectedMovieRows();
     viewerPlaylist_ = library_.selectedPlaylist();
     playerWindow_.open(library_.arrangedMovies(), rows.empty() ? 0 : rows.front());
+    if (surroundings_.defaults.boolForKey(QStringLiteral("playMovieWhenViewerLaunches")))
+        playerWindow_.transport().playMovieForwards();
     if (mHidePlaylistWindow_ ||
         surroundings_.defaults.boolForKey(QStringLiteral("hideMainWindowWhenPlayerLaunches")))
         Q_EMIT libraryHidden();

@@ -157,6 +157,11 @@ std::shared_ptr<Bookmark> BookmarkPanel::selectedBookmark() const {
     return rows_->at(table_->currentIndex().row());
 }
 
+void BookmarkPanel::clearSelection() {
+    table_->setCurrentIndex({});
+    table_->clearSelection();
+}
+
 void BookmarkPanel::goToSelected() {
     bookmarks_.bookmarkButtonPress({{}, bookmarkTag::goToFirst}, table_->currentIndex().row());
 }

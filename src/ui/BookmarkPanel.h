@@ -30,6 +30,7 @@ public:
 
     [[nodiscard]] BookmarkTable* table() const { return table_; }
     [[nodiscard]] std::shared_ptr<Bookmark> selectedBookmark() const;
+    void clearSelection();
     void goToSelected();
     // By key: of the row selected, when the table has the focus, else of the latest bookmark on this frame.
     void editText(); ///< the text takes the keys

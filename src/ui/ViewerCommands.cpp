@@ -98,6 +98,12 @@ void addMovie(Commands& commands, MoviePlayerController& controller) {
                        "copy",
                        {},
                        [&] { controller.copyFilename(); },
+                       hasMovie},
+                      {"copyTimecode",
+                       QT_TRANSLATE_NOOP("ViewerWindow", "Copy &Timecode"),
+                       "",
+                       {},
+                       [&] { controller.copyTimecode(); },
                        hasMovie}});
     for (int tag = status::none; tag <= status::skip; ++tag) {
         const auto isShown = [&controller, tag] {
@@ -268,7 +274,8 @@ void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
     QMenu* thumbnails = movie->addMenu(viewerText("&Thumbnail"));
     for (const char* choice : thumbnailChoices)
         thumbnails->addAction(commands.action(thumbnailCommandId(choice)));
-    fill(movie, commands, {"-", "writeNotes", "-", "reveal", "copyPath", "copyFilename", "-", "close"});
+    fill(movie, commands,
+         {"-", "writeNotes", "-", "reveal", "copyPath", "copyFilename", "copyTimecode", "-", "close"});
     fill(menuBar.addMenu(viewerText("&Range")), commands,
          {"markIn", "markOut", "-", "trimHandles", "resetHandles"});
     QMenu* bookmarks = menuBar.addMenu(viewerText("&Bookmarks"));

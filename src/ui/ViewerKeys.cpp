@@ -1,6 +1,7 @@
 #include "ui/ViewerKeys.h"
 
 #include "platform/UserDefaults.h"
+#include "playback/Player.h"
 #include "ui/Commands.h"
 #include "ui/KeyCodes.h"
 #include "viewer/MoviePlayerController.h"
@@ -161,6 +162,13 @@ std::function<void()> ViewerKeys::actionOf(const QKeyEvent& event) const {
     return {};
 }
 
+bool ViewerKeys::stepsFrames(const QKeyEvent& event) const {
+    for (const char* id : {"viewer.stepForward", "viewer.stepBackward"})
+        if (commands_.action(QLatin1String(id))->shortcuts().contains(QKeySequence(event.keyCombination())))
+            return true;
+    return false;
+}
+
 bool ViewerKeys::eventFilter(QObject* watched, QEvent* event) {
     const bool press = event->type() == QEvent::KeyPress;
     if (!press && event->type() != QEvent::ShortcutOverride) return false;
@@ -188,6 +196,12 @@ bool ViewerKeys::eventFilter(QObject* watched, QEvent* event) {
         auto* button = qobject_cast<QAbstractButton*>(widget);
         if (button) button->click();
         return button != nullptr;
+    }
+    // A held step key goes as fast as pictures come: nothing piles up, and what stands at its release has
+    // been seen. What comes as a press was refused as a shortcut.
+    if (key.isAutoRepeat() && stepsFrames(key) && (press || !controller_.player().pictureIsCurrent())) {
+        event->accept();
+        return true;
     }
     const auto action = actionOf(key);
     if (!action) return false;

@@ -34,6 +34,7 @@ protected:
 
 private:
     [[nodiscard]] bool isOfViewer(const QWidget* widget) const;
+    [[nodiscard]] bool stepsFrames(const QKeyEvent& event) const;
     [[nodiscard]] std::function<void()> actionOf(const QKeyEvent& event) const; ///< none: not a key of ours
 
     QMainWindow& window_;

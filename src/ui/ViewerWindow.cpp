@@ -188,6 +188,7 @@ void ViewerWindow::connectController() {
         bar_->showState();
         commands_->refresh();
     });
+    connect(&controller_.transport(), &Transport::soughtBySlider, bookmarks_, &BookmarkPanel::clearSelection);
     connect(&controller_.list(), &ViewerList::selectionChanged, commands_.get(), &Commands::refresh);
     connect(&controller_.list(), &ViewerList::moviesChanged, commands_.get(), &Commands::refresh);
     connect(&controller_.list(), &ViewerList::selectedMoviesChanged, commands_.get(), &Commands::refresh);
@@ -308,6 +309,7 @@ void ViewerWindow::windowClosed() {
     notes_->setMovie(nullptr);
     fullScreen_->leave();
     saveArrangement();
+    panelHost_->closeColourPanel();
     panelHost_->hideAll(); // a floating panel is a window of its own and does not hide with this one
     hide();
     picture_->clear();

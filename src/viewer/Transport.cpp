@@ -33,10 +33,9 @@ bool Transport::isOneFrame() const {
 }
 
 void Transport::playPauseMovie() {
-    if (isRunning())
-        pauseMovie();
-    else
-        playMovieForwards();
+    if (isRunning()) return pauseMovie();
+    playMovieForwards();
+    if (!isRunning()) Q_EMIT actionDone(); // a single frame doesn't play, but the key was pressed
 }
 
 void Transport::reset() {
@@ -72,6 +71,7 @@ void Transport::run(int direction) {
     player_.setRate(
         float(multiplier * (again ? double(player_.rate()) + 2.0 * direction : double(direction))));
     Q_EMIT stateChanged();
+    Q_EMIT runCommanded();
     Q_EMIT actionDone();
 }
 
@@ -79,7 +79,7 @@ void Transport::run(int direction) {
 void Transport::jumpToNextFrame() {
     if (!isRunning() && player_.isOpen()) {
         if (player_.currentFrame() == movieFrameCount())
-            jumpToFirstFrame();
+            goToFirstFrame();
         else
             player_.stepForward();
     }
@@ -89,7 +89,7 @@ void Transport::jumpToNextFrame() {
 void Transport::jumpToPreviousFrame() {
     if (!isRunning() && player_.isOpen()) {
         if (player_.currentFrame() == 1)
-            jumpToLastFrame();
+            goToLastFrame();
         else
             player_.stepBackward();
     }
@@ -97,6 +97,16 @@ void Transport::jumpToPreviousFrame() {
 }
 
 void Transport::jumpToFirstFrame() {
+    if (isRunning()) reset();
+    goToFirstFrame();
+}
+
+void Transport::jumpToLastFrame() {
+    if (isRunning()) reset();
+    goToLastFrame();
+}
+
+void Transport::goToFirstFrame() {
     if (defaults_.boolForKey(QStringLiteral("trimHandles")))
         player_.setCurrentTime(player_.index().timeOf(defaults_.integerForKey(QStringLiteral("handleHead"))));
     else
@@ -104,7 +114,7 @@ void Transport::jumpToFirstFrame() {
     Q_EMIT actionDone();
 }
 
-void Transport::jumpToLastFrame() {
+void Transport::goToLastFrame() {
     const bool trimmed = defaults_.boolForKey(QStringLiteral("trimHandles"));
     const qint64 tail = trimmed ? defaults_.integerForKey(QStringLiteral("handleTail")) : 0;
     player_.setCurrentTime(player_.index().timeOf(movieFrameCount() - 1 - tail));
@@ -165,9 +175,10 @@ void Transport::setVolume(float volume) {
 }
 
 void Transport::setSliderTime(double sliderValue) {
-    reset();
+    if (isRunning()) reset();
     const SampleIndex& index = player_.index();
     player_.setCurrentTime({qint64(double(index.step / 2) + sliderValue), index.timeScale});
+    Q_EMIT soughtBySlider();
     Q_EMIT actionDone();
 }
 
@@ -186,9 +197,9 @@ void Transport::applyStartPosition(const MediaTime& previousMovieTime) {
                                              : defaults_.stringForKey(QStringLiteral("loadFrame"));
     startAtFirstFrame_ = false;
     if (start == QLatin1String("First Frame")) {
-        jumpToFirstFrame();
+        goToFirstFrame();
     } else if (start == QLatin1String("Second Frame")) {
-        jumpToFirstFrame();
+        goToFirstFrame();
         player_.stepForward();
     } else if (start == QLatin1String("Middle Frame")) {
         const MediaTime duration = player_.duration();
@@ -203,7 +214,7 @@ void Transport::applyStartPosition(const MediaTime& previousMovieTime) {
                                         [](const auto& bookmark) { return bookmark && !bookmark->mute; });
         if (first == bookmarks.end()) return;
         if ((*first)->firstFrame > movieFrameCount())
-            jumpToLastFrame();
+            goToLastFrame();
         else
             goToFrame((*first)->firstFrame, 0.4); // well inside the frame, however times round
     }
@@ -216,9 +227,7 @@ void Transport::resumeAfterMovieChange() {
         jumpToFirstFrame();
         return;
     }
-    const float multiplier = defaults_.floatForKey(QStringLiteral("rateMultiplier"));
-    player_.setRate(forwards_ ? multiplier : -multiplier);
-    Q_EMIT stateChanged();
+    runAtMultiplier(forwards_ ? 1 : -1);
 }
 
 void Transport::movieDidEnd() {
@@ -243,8 +252,8 @@ void Transport::movieDidEnd() {
             displayNextMovie();
         else
             wrapToFirstMovie();
-    } else {
-        playerItemDidReachEnd(repeatType);
+    } else if (repeatType == QLatin1String("One Shot") || repeatType == QLatin1String("Ping-Pong")) {
+        playerItemDidReachEnd();
     }
 }
 
@@ -258,7 +267,7 @@ void Transport::wrapToFirstMovie() {
         startAtFirstFrame_ = true;
         return;
     }
-    jumpToFirstFrame();
+    goToFirstFrame();
     if (forwards_) {
         forwards_ = false;
         playMovieForwards();
@@ -268,16 +277,33 @@ void Transport::wrapToFirstMovie() {
     }
 }
 
-/// The two modes that turn a single run around or end it.
-void Transport::playerItemDidReachEnd(const QString& repeatType) {
+void Transport::runAtMultiplier(int direction) {
+    forwards_ = direction > 0;
+    backwards_ = !forwards_;
+    player_.setRate(float(direction) * defaults_.floatForKey(QStringLiteral("rateMultiplier")));
+    Q_EMIT stateChanged();
+}
+
+void Transport::playerItemDidReachEnd() {
+    if (!isRunning()) return;
+    const QString repeatType = defaults_.stringForKey(QStringLiteral("repeatType"));
+    const bool wasForwards = forwards_;
+    const MediaTime& otherEnd = wasForwards ? startTime_ : endTime_;
     if (repeatType == QLatin1String("One Shot")) {
         movieReachedEnd_ = true;
         reset();
-    } else if (repeatType == QLatin1String("Ping-Pong") && isRunning()) {
-        std::swap(forwards_, backwards_);
-        const float multiplier = defaults_.floatForKey(QStringLiteral("rateMultiplier"));
-        player_.setRate(forwards_ ? multiplier : -multiplier);
-        Q_EMIT stateChanged();
+    } else if (repeatType == QLatin1String("Ping-Pong")) {
+        runAtMultiplier(wasForwards ? -1 : 1);
+    } else if (repeatType == QLatin1String("Loop Movie")) {
+        player_.setCurrentTime(otherEnd);
+        runAtMultiplier(wasForwards ? 1 : -1);
+    } else if (repeatType == QLatin1String("Loop Playlist")) {
+        movieReachedEnd_ = true;
+        reset();
+        if (wasForwards && list_.selectionIndex() + 1 >= list_.count()) return;
+        player_.setCurrentTime(otherEnd);
+        if (!wasForwards) player_.stepBackward();
+        wasForwards ? playMovieForwards() : playMovieBackwards();
     }
 }
 

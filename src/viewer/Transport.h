@@ -26,7 +26,7 @@ public:
     void playMovieBackwards();
     void jumpToNextFrame();    ///< while playing: only stops; on the last frame: wraps to the first
     void jumpToPreviousFrame();
-    void jumpToFirstFrame();
+    void jumpToFirstFrame();   ///< and last: a run ends there
     void jumpToLastFrame();
     void displayNextMovie();
     void displayPreviousMovie();
@@ -50,14 +50,23 @@ public:
     void resumeAfterMovieChange(); ///< a run carries over in its direction; a one-frame movie pauses
     void reset();                  ///< both flags clear, rate 0
 
+    /// The end of a run for a player that plays single items. Whole for all modes; the viewer's own player
+    /// tells its ends otherwise and comes here for "One Shot" and "Ping-Pong" alone.
+    void playerItemDidReachEnd();
+    [[nodiscard]] bool movieReachedEnd() const { return movieReachedEnd_; }
+
 Q_SIGNALS:
     void stateChanged();    ///< direction flags or rate
     void volumeChanged(float volume);
+    void runCommanded();    ///< play was pressed, either way
+    void soughtBySlider();  ///< a hand chose the position
     void actionDone();      ///< after every transport action: texts, active bookmarks and drawings are to be refreshed
 
 private:
     void movieDidEnd();
-    void playerItemDidReachEnd(const QString& repeatType);
+    void runAtMultiplier(int direction);
+    void goToFirstFrame();
+    void goToLastFrame();
     void wrapToFirstMovie();
     void run(int direction);
     [[nodiscard]] bool isOneFrame() const;
@@ -68,7 +77,8 @@ private:
     UserDefaults& defaults_;
     std::shared_ptr<Movie> movie_;
     bool forwards_ = false, backwards_ = false;
-    bool movieReachedEnd_ = false;  ///< set when a one-shot run ends
+    bool movieReachedEnd_ = false;  ///< set when a one-shot run, or a single item's in a list, ends
+    MediaTime startTime_, endTime_; ///< of a single item's loop; nothing sets them, both are zero: wanted
     bool startAtFirstFrame_ = false; ///< the movie being opened starts there, whatever "loadFrame" says
 };
 

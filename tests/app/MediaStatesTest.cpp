@@ -184,6 +184,15 @@ TEST_F(MediaStatesTest, AReviewInTheViewerIsFoundAgainAtTheNextStart) {
     controller->loadMovieWindow();
     ASSERT_TRUE(waitUntil([this] { return player->isOpen() && player->pictureIsCurrent(); }));
     EXPECT_EQ(player->currentFrame(), 6); // "Last Visited Frame"
+    EXPECT_FALSE(controller->playerWindow().transport().isRunning());
+
+    ASSERT_TRUE(controller->playerWindow().windowShouldClose());
+    controller->playerWindow().close();
+    defaults->set(u"playMovieWhenViewerLaunches"_s, true);
+    controller->loadMovieWindow();
+    ASSERT_TRUE(waitUntil([this] { return player->isOpen(); }));
+    EXPECT_TRUE(controller->playerWindow().transport().movieIsPlayingForwards());
+    EXPECT_EQ(player->rate(), 1);
 }
 
 } // namespace

@@ -1,11 +1,14 @@
 #include "ViewerWindowFixture.h"
 
+#include "ui/BookmarkPanel.h"
+#include "ui/BookmarkTable.h"
 #include "ui/PositionSlider.h"
 #include "ui/VolumeButton.h"
 
 #include <QLabel>
 #include <QMenu>
 #include <QSlider>
+#include <QTableView>
 #include <QToolButton>
 
 namespace daylark {
@@ -78,6 +81,29 @@ TEST_F(ViewerTransportTest, SliderSnapsToTheFrameUnderThePointer) {
     QTest::mouseMove(slider, QPoint(slider->width() + 200, 10));
     QTest::mouseRelease(slider, Qt::LeftButton, {}, at(48));
     EXPECT_SHOWN(48);
+}
+
+TEST_F(ViewerTransportTest, TheSliderLeavesNoBookmarkSelected) {
+    openFrames(48);
+    bookmarks.addBookmark();
+    QTableView* table = window->bookmarks()->table();
+    table->selectRow(0);
+    ASSERT_TRUE(window->bookmarks()->selectedBookmark());
+    QTest::mouseClick(window->slider(), Qt::LeftButton, {}, QPoint(300, 10));
+    EXPECT_FALSE(window->bookmarks()->selectedBookmark());
+    EXPECT_FALSE(table->selectionModel()->hasSelection());
+}
+
+TEST_F(ViewerTransportTest, CopyTimecodeIsInTheMenuAndCopiesNothing) {
+    openFrames(48);
+    pasteboard.content = QStringLiteral("before");
+    QAction* copy = window->commands().action(QStringLiteral("viewer.copyTimecode"));
+    EXPECT_TRUE(copy->isEnabled());
+    copy->trigger();
+    EXPECT_EQ(pasteboard.content, QStringLiteral("before"));
+    const auto places = copy->associatedObjects();
+    EXPECT_TRUE(
+        std::any_of(places.begin(), places.end(), [](QObject* at) { return qobject_cast<QMenu*>(at); }));
 }
 
 TEST_F(ViewerTransportTest, DraggingPausesAndALongMovieHasNoTicksToSnapTo) {

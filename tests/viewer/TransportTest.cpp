@@ -60,8 +60,24 @@ TEST_F(TransportTest, AStepWhilePlayingOnlyStops) {
     }
 }
 
+TEST_F(TransportTest, FirstAndLastFrameEndARun) {
+    showFrames(60);
+    goTo(20);
+    transport.playMovieForwards();
+    transport.jumpToFirstFrame();
+    EXPECT_FALSE(transport.isRunning());
+    EXPECT_EQ(player.currentFrame(), 1);
+    transport.playMovieBackwards();
+    transport.jumpToLastFrame();
+    EXPECT_EQ(player.rate(), 0);
+    EXPECT_EQ(player.currentFrame(), 60);
+}
+
 TEST_F(TransportTest, AOneFrameMovieNeverPlays) {
     showFrames(1);
+    QSignalSpy done(&transport, &Transport::actionDone);
+    transport.playPauseMovie();
+    EXPECT_EQ(done.count(), 1) << "the volume goes away all the same";
     transport.playMovieForwards();
     EXPECT_FALSE(transport.isRunning());
     transport.playMovieBackwards();
@@ -194,6 +210,86 @@ TEST_F(RepeatModeTest, AMovieOnceStopsOnItsEnd) {
     EXPECT_EQ(player.rate(), 0);
 }
 
+TEST_F(RepeatModeTest, AMovieOnceBackwardsKeepsItsDirection) {
+    run("Play Movie Once", 0, false);
+    EXPECT_EQ(player.rate(), 0);
+    EXPECT_EQ(player.currentFrame(), 1);
+    EXPECT_TRUE(transport.movieIsPlayingBackwards()) << "only a run forwards is marked as ended";
+}
+
+TEST_F(RepeatModeTest, APlaylistOnceBackwardsGoesToTheNextMovieToo) {
+    prefer("loadFrame", "Middle Frame");
+    run("Play Playlist Once", 0, false);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(controller.currentMovie(), second);
+    EXPECT_TRUE(transport.movieIsPlayingBackwards());
+    EXPECT_EQ(player.rate(), -1);
+}
+
+TEST_F(RepeatModeTest, WithHandlesTrimmedALoopedMoviesEndGoesBackToTimeZero) {
+    prefer("rateMultiplier", 2.0);
+    prefer("trimHandles", true);
+    show({first});
+    transport.playMovieForwards();
+    goTo(40);
+    Q_EMIT player.didEnd();
+    EXPECT_EQ(player.currentFrame(), 1) << "not to the end of the handle";
+    EXPECT_EQ(player.rate(), 2);
+    transport.playMovieBackwards();
+    goTo(40);
+    Q_EMIT player.didEnd();
+    EXPECT_EQ(player.currentFrame(), 40);
+}
+
+TEST_F(RepeatModeTest, AModeOrVolumeChosenInThePreferencesHoldsForTheRunUnderWay) {
+    prefer("repeatType", "One Shot");
+    show({first});
+    QSignalSpy ended(&player, &Player::didEnd);
+    transport.playMovieForwards();
+    prefer("repeatType", "Loop Movie");
+    prefer("volume", 0.75f);
+    EXPECT_EQ(player.volume(), 0.75f);
+    playOntoTheEnd();
+    EXPECT_TRUE(ended.isEmpty());
+    EXPECT_TRUE(transport.movieIsPlayingForwards());
+}
+
+TEST_F(RepeatModeTest, TheEndOfASingleItemInEachMode) {
+    struct Case {
+        const char* mode;
+        bool forwards;
+        qsizetype index;
+        float rate;
+        qint64 frame;
+        bool reachedEnd;
+    };
+    const Case cases[] = {{"Play Movie Once", true, 0, 2, 20, false}, // nothing
+                          {"Ping-Pong", true, 0, -2, 20, false},
+                          {"Ping-Pong", false, 0, 2, 20, false},
+                          {"Loop Movie", true, 0, 2, 1, false},
+                          {"Loop Movie", false, 0, -2, 1, false}, // its end was never set
+                          {"One Shot", true, 0, 0, 20, true},
+                          {"One Shot", false, 0, 0, 20, true},
+                          {"Loop Playlist", true, 0, 2, 1, true},
+                          {"Loop Playlist", true, 1, 0, 20, true}, // nothing follows
+                          {"Loop Playlist", false, 1, -2, 1, true}};
+    prefer("rateMultiplier", 2.0);
+    bool reachedEnd = false;
+    for (const Case& at : cases) {
+        prefer("repeatType", at.mode);
+        show({first, second}, at.index);
+        transport.pauseMovie();
+        goTo(20);
+        at.forwards ? transport.playMovieForwards() : transport.playMovieBackwards();
+        transport.playerItemDidReachEnd();
+        reachedEnd = reachedEnd || at.reachedEnd; // stays so once it was
+        EXPECT_EQ(player.rate(), at.rate) << at.mode << at.forwards;
+        EXPECT_EQ(transport.isRunning(), at.rate != 0) << at.mode << at.forwards;
+        EXPECT_EQ(player.currentFrame(), at.frame) << at.mode << at.forwards;
+        EXPECT_EQ(transport.movieReachedEnd(), reachedEnd) << at.mode << at.forwards;
+    }
+}
+
 TEST_F(RepeatModeTest, APlaylistOnceGoesOnInItsDirectionAndStopsAtTheEndOfTheList) {
     run("Play Playlist Once", 0);
     ASSERT_TRUE(settled());
@@ -218,7 +314,7 @@ TEST_F(RepeatModeTest, APlaylistLoopsBackToItsFirstMovieFromItsFirstFrame) {
     EXPECT_EQ(player.currentFrame(), 1);
     EXPECT_TRUE(transport.movieIsPlayingForwards());
     EXPECT_EQ(player.rate(), 1);
-    controller.list().setSelectionIndex(1); // leaves the first, which stores its place
+    controller.list().setSelectionIndex(1);     // leaves the first, which stores its place
     first->flagString = QStringLiteral("Skip"); // the label: the movie starts where it starts
     first->mLastFrameVisited = {30 * 25, 600};
     run("Loop Playlist", 1);
