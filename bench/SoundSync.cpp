@@ -176,10 +176,11 @@ int main(int argc, char** argv) {
     });
     QObject::connect(&player, &Player::openFailed, [&] { QCoreApplication::exit(1); });
     QObject::connect(&player, &Player::opened, [&] {
-        QTimer::singleShot(1000, &player, [&] { // the recorder has begun by then
-            player.setRate(rates[0]);
-            next.start(int(seconds * 1000));
-        });
+        QTimer::singleShot(3000, &player,
+                           [&] { // a sink that slept may take two seconds to wake for the recorder
+                               player.setRate(rates[0]);
+                               next.start(int(seconds * 1000));
+                           });
     });
     player.open(arguments[1]);
     if (const int code = QCoreApplication::exec(); code != 0) return code;

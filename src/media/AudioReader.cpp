@@ -89,6 +89,21 @@ std::vector<Voice> chooseVoices(const AVFormatContext* format) {
     return voices;
 }
 
+std::vector<Voice> firstVoice(const AVFormatContext* format) {
+    for (unsigned i = 0; i < format->nb_streams; ++i)
+        if (format->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_AUDIO)
+            return {{format->streams[i], std::nullopt}};
+    return {};
+}
+
+/// Where a file begins, in seconds of its own time stamps. QuickTime's count from the movie's beginning,
+/// whatever comes first there; broadcast streams count from anywhere, and some sound files from before what a
+/// decoder leaves out.
+double beginningOf(const AVFormatContext* format) {
+    const bool counts = qstrncmp(format->iformat->name, "mov", 3) != 0;
+    return counts && format->start_time != AV_NOPTS_VALUE ? double(format->start_time) / AV_TIME_BASE : 0;
+}
+
 class DecodingAudioReader final : public AudioReader {
 public:
     using Tracks = std::vector<std::pair<int, std::unique_ptr<SoundTrack>>>; // with the stream's number
@@ -288,31 +303,44 @@ DecodingAudioReader::Step DecodingAudioReader::decodeMore() {
     return Step::end;
 }
 
-} // namespace
-
-Result<std::unique_ptr<AudioReader>> AudioReader::open(const QString& path, const SampleIndex& pictures,
-                                                       int rate, const CancelFlag* cancel) {
-    Result<MediaFile> file = MediaFile::open(path, cancel);
-    if (!file) return file.error();
-    if (!file->sound()) return Error{QStringLiteral("no sound")};
-    double origin = 0;
-    if (!pictures.samples.empty())
-        origin = double(pictures.samples.front().pts) * pictures.timeBaseNum / pictures.timeBaseDen;
+Result<std::unique_ptr<AudioReader>> readerOf(MediaFile file, const std::vector<Voice>& voices, double origin,
+                                              int rate) {
     DecodingAudioReader::Tracks tracks;
     Error failure{QStringLiteral("no decoder for this sound")};
-    for (const Voice& voice : chooseVoices(file->format())) {
-        auto track = SoundTrack::open(*voice.stream, origin, std::max(1, rate), voice.place);
+    for (const Voice& voice : voices) {
+        auto track = SoundTrack::open(*voice.stream, origin, rate, voice.place);
         if (track)
             tracks.emplace_back(voice.stream->index, std::move(*track));
         else
             failure = track.error();
     }
     if (tracks.empty()) return failure;
-    auto reader =
-        std::make_unique<DecodingAudioReader>(std::move(*file), std::move(tracks), origin, std::max(1, rate));
+    auto reader = std::make_unique<DecodingAudioReader>(std::move(file), std::move(tracks), origin, rate);
     if (const auto found = reader->findStart(); !found) return found.error();
     std::unique_ptr<AudioReader> result = std::move(reader);
     return result;
+}
+
+} // namespace
+
+Result<std::unique_ptr<AudioReader>> AudioReader::open(const QString& path, const SampleIndex& pictures,
+                                                       int rate, const CancelFlag* cancel) {
+    Result<MediaFile> file = MediaFile::open(path, cancel);
+    if (!file) return file.error();
+    double origin = 0;
+    if (!pictures.samples.empty())
+        origin = double(pictures.samples.front().pts) * pictures.timeBaseNum / pictures.timeBaseDen;
+    const auto voices = chooseVoices(file->format());
+    return readerOf(std::move(*file), voices, origin, std::max(1, rate));
+}
+
+Result<std::unique_ptr<AudioReader>> AudioReader::openAdded(const QString& path, int rate,
+                                                            const CancelFlag* cancel) {
+    Result<MediaFile> file = MediaFile::open(path, cancel);
+    if (!file) return file.error();
+    const auto voices = firstVoice(file->format());
+    const double origin = beginningOf(file->format());
+    return readerOf(std::move(*file), voices, origin, std::max(1, rate));
 }
 
 } // namespace daylark

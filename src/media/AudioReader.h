@@ -19,6 +19,10 @@ public:
     /// what is read.
     [[nodiscard]] static Result<std::unique_ptr<AudioReader>>
     open(const QString& path, const SampleIndex& pictures, int rate, const CancelFlag* cancel = nullptr);
+    /// The first sound track, and no other, of a file that is no part of the movie: sample 0 is where that
+    /// file begins.
+    [[nodiscard]] static Result<std::unique_ptr<AudioReader>> openAdded(const QString& path, int rate,
+                                                                        const CancelFlag* cancel = nullptr);
     virtual ~AudioReader() = default;
 
     [[nodiscard]] virtual int rate() const = 0;

@@ -23,12 +23,13 @@ using SoundTime = std::chrono::steady_clock;
 constexpr int soundRate = SoundDevice::samplesASecond;
 constexpr double readPatience = 0.3;   // seconds that a picture waits for its sound to be read
 constexpr double beginPatience = 0.7;  // and for the device to begin
-constexpr double stallPatience = 1.5;  // seconds without progress that make a device a lost one
+constexpr double slowBeginning = 5;    // seconds without progress that make a device a lost one ...
+constexpr double stallPatience = 0.8;  // ... and once it has begun; the picture stands meanwhile
 constexpr double deviceStep = 0.03;    // seconds; devices tell their progress in steps up to this long
 constexpr double settlingTime = 0.2;   // seconds after which a device's word on its progress can be relied on
 constexpr double fadingTime = 0.3;     // seconds until what was faded out is certainly played
 constexpr float fadeStep = 1.0f / 240; // a sample: 5 ms, too short to hear and long enough not to click
-constexpr int lookEveryMilliseconds = 10;
+constexpr int lookEveryMilliseconds = 10, retryAfterMilliseconds = 1000;
 
 double secondsBetween(SoundTime::time_point from, SoundTime::time_point until) {
     return std::chrono::duration<double>(until - from).count();
@@ -76,7 +77,7 @@ public:
     ~Feeder() override;
 
     // Interface thread
-    void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures);
+    void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures, const MovieSound& sound);
     void play(double seconds, double rate, Start start);
     void setRate(double rate);
     void stop(bool softly);
@@ -96,18 +97,21 @@ private:
     void follow();
     void giveUp();
     [[nodiscard]] double writtenSeconds() const { return double(written_) / soundRate; }
+    [[nodiscard]] double pictureIn(double seconds) const { // under the lock
+        return pictureAt_ + rate_ * (secondsSince(pictureTime_) + seconds);
+    }
 
     mutable std::mutex mutex_; // guards down to the blank line
     quint64 run_ = 0;
     bool wanted_ = false; ///< the run is to be heard
     bool softly_ = false; ///< the last one ended by fading
-    bool failed_ = false; ///< and cannot be
     bool joins_ = false;  ///< the picture did not wait
     bool begun_ = false;  ///< the device is at it
     double rate_ = 1;
-    double from_ = 0;              ///< where the movie stood (seconds) ...
-    SoundTime::time_point since_;  ///< ... when the picture moved off, or will at the latest
-    std::optional<double> played_; ///< seconds of the device at playedAt_
+    mutable double pictureAt_ = 0;              ///< where the picture stood (seconds of the movie) ...
+    mutable SoundTime::time_point pictureTime_; ///< ... when it last went by the sound, or moved off
+    SoundTime::time_point waitsUntil_;          ///< when the picture moves off at the latest
+    std::optional<double> played_;              ///< seconds of the device at playedAt_
     SoundTime::time_point playedAt_;
     HearingMap map_;
 
@@ -121,7 +125,7 @@ private:
     std::vector<float> pairs_;
     const SoundDeviceMaker makeDevice_;
     std::unique_ptr<SoundDevice> device_;
-    std::unique_ptr<QTimer> timer_;
+    QTimer timer_{this}, retry_{this};
     TimeStretch stretch_;
 
     QThread thread_;
@@ -132,6 +136,12 @@ DeviceSound::Feeder::Feeder(SoundDeviceMaker makeDevice)
     : makeDevice_(std::move(makeDevice))
     , stretch_(soundRate, [this](float* pairs, qint64 count) { readAhead_.take(soundRun_, pairs, count); })
     , readAhead_(soundRate, [this] { post(); }) {
+    timer_.setTimerType(Qt::PreciseTimer);
+    timer_.setInterval(lookEveryMilliseconds);
+    connect(&timer_, &QTimer::timeout, this, &Feeder::turn);
+    retry_.setSingleShot(true);
+    retry_.setInterval(retryAfterMilliseconds);
+    connect(&retry_, &QTimer::timeout, this, &Feeder::look);
     moveToThread(&thread_);
     thread_.setObjectName(QStringLiteral("sound"));
     thread_.start();
@@ -142,17 +152,18 @@ DeviceSound::Feeder::~Feeder() {
         this,
         [this] {
             halt();
+            retry_.stop();
             device_.reset();
-            timer_.reset();
         },
         Qt::BlockingQueuedConnection);
     thread_.quit();
     thread_.wait();
 }
 
-void DeviceSound::Feeder::setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures) {
+void DeviceSound::Feeder::setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures,
+                                   const MovieSound& sound) {
     stop(false);
-    readAhead_.setMovie(path, std::move(pictures));
+    readAhead_.setMovie(path, std::move(pictures), sound);
 }
 
 void DeviceSound::Feeder::play(double seconds, double rate, Start start) {
@@ -161,11 +172,12 @@ void DeviceSound::Feeder::play(double seconds, double rate, Start start) {
         const std::lock_guard lock(mutex_);
         run = ++run_;
         wanted_ = true;
-        failed_ = begun_ = false;
+        begun_ = false;
         joins_ = start == Start::joins;
         rate_ = rate;
-        from_ = seconds;
-        since_ = later(SoundTime::now(), joins_ ? 0 : readPatience);
+        pictureAt_ = seconds;
+        pictureTime_ = SoundTime::now();
+        waitsUntil_ = later(pictureTime_, readPatience);
         played_.reset();
         map_.clear();
     }
@@ -175,11 +187,8 @@ void DeviceSound::Feeder::play(double seconds, double rate, Start start) {
 
 void DeviceSound::Feeder::setRate(double rate) {
     const std::lock_guard lock(mutex_);
-    const double moved = secondsSince(since_);
-    if (moved > 0) { // matters to a run that has not begun to be heard
-        from_ += moved * rate_;
-        since_ = SoundTime::now();
-    }
+    pictureAt_ = pictureIn(0);
+    pictureTime_ = SoundTime::now();
     rate_ = rate;
 }
 
@@ -199,11 +208,18 @@ void DeviceSound::Feeder::stop(bool softly) {
 std::optional<double> DeviceSound::Feeder::position() const {
     const bool hasSound = readAhead_.state() != SoundReadAhead::State::none;
     const std::lock_guard lock(mutex_);
-    if (!wanted_ || failed_ || !hasSound) return std::nullopt;
-    if (played_) return map_.movieAt(*played_ + std::min(secondsSince(playedAt_), deviceStep));
-    const double patience = begun_ ? beginPatience - readPatience : 0;
-    if (!joins_ && secondsSince(since_) < patience) return from_;
-    return std::nullopt;
+    if (!wanted_ || !hasSound) return std::nullopt;
+    std::optional<double> heard;
+    if (played_) {
+        heard = map_.movieAt(*played_ + std::min(secondsSince(playedAt_), deviceStep));
+    } else if (!joins_) {
+        const double patience = begun_ ? beginPatience - readPatience : 0;
+        if (secondsSince(waitsUntil_) < patience) heard = pictureAt_;
+    }
+    if (!heard) return std::nullopt;
+    pictureAt_ = *heard; // should the sound be lost, the picture goes on from here
+    pictureTime_ = SoundTime::now();
+    return heard;
 }
 
 /// Brings the device to what is wanted now.
@@ -215,7 +231,7 @@ void DeviceSound::Feeder::look() {
     {
         const std::lock_guard lock(mutex_);
         run = run_;
-        wanted = wanted_ && !failed_;
+        wanted = wanted_;
         softly = softly_;
     }
     if (sounding_ && !wanted && softly) {
@@ -225,8 +241,11 @@ void DeviceSound::Feeder::look() {
     if (run != soundRun_) {
         halt();
         soundRun_ = run;
+        retry_.stop();
         if (wanted && device_ && !device_->isPreferred()) device_.reset();
     }
+    if (retry_.isActive()) return;
+    if (device_ && !sounding_ && device_->isLost()) device_.reset();
     if (hasSound && !device_) device_ = makeDevice_();
     if (!wanted || sounding_) return;
     if (hasSound && !device_) return giveUp();
@@ -237,13 +256,15 @@ void DeviceSound::Feeder::begin() {
     {
         const std::lock_guard lock(mutex_);
         if (run_ != soundRun_) return; // a newer one is on its way here
-        if (secondsSince(since_) > 0) joins_ = true;
+        if (secondsSince(waitsUntil_) > 0) joins_ = true;
         joined_ = !joins_;
         begun_ = true;
         map_.clear();
         if (joined_) {
-            map_.add({0, from_});
-            stretch_.begin(std::llround(from_ * soundRate), rate_);
+            map_.add({0, pictureAt_});
+            stretch_.begin(std::llround(pictureAt_ * soundRate), rate_);
+        } else { // what it will come in with is read meanwhile
+            readAhead_.skipTo(soundRun_, std::llround(pictureIn(0) * soundRate));
         }
     }
     if (!device_->start()) return giveUp();
@@ -255,29 +276,27 @@ void DeviceSound::Feeder::begin() {
     lastPlayed_ = -1;
     progressAt_ = SoundTime::now();
     feed();
-    if (!timer_) {
-        timer_ = std::make_unique<QTimer>();
-        timer_->setTimerType(Qt::PreciseTimer);
-        connect(timer_.get(), &QTimer::timeout, this, &Feeder::turn);
-    }
-    timer_->start(lookEveryMilliseconds);
+    timer_.start();
 }
 
 void DeviceSound::Feeder::halt() {
-    if (timer_) timer_->stop();
+    timer_.stop();
     fadingSince_.reset();
     if (std::exchange(sounding_, false)) device_->stop();
 }
 
-/// The run stays silent; the next one looks for a device anew.
+/// There is no device, or no more: the picture goes on without, until another look finds one.
 void DeviceSound::Feeder::giveUp() {
-    if (timer_) timer_->stop();
-    sounding_ = false;
+    timer_.stop();
+    sounding_ = joined_ = false;
     device_.reset();
     const std::lock_guard lock(mutex_);
-    if (run_ != soundRun_) return;
-    failed_ = true;
+    if (run_ != soundRun_) return; // a newer one is on its way here
+    joins_ = true;
+    begun_ = false;
     played_.reset();
+    map_.clear();
+    retry_.start();
 }
 
 void DeviceSound::Feeder::turn() {
@@ -315,7 +334,7 @@ bool DeviceSound::Feeder::join() {
     const std::lock_guard lock(mutex_);
     if (run_ != soundRun_ || !played_ || *played_ < settlingTime) return false;
     const double ahead = writtenSeconds() - *played_ - secondsSince(playedAt_);
-    const double movie = from_ + rate_ * (secondsSince(since_) + ahead);
+    const double movie = pictureIn(ahead);
     const qint64 position = std::llround(movie * soundRate);
     readAhead_.skipTo(soundRun_, position);
     stretch_.begin(position, rate_);
@@ -345,13 +364,13 @@ void DeviceSound::Feeder::follow() {
     if (said > lastPlayed_) {
         lastPlayed_ = said;
         progressAt_ = now;
-    } else if (secondsBetween(progressAt_, now) > stallPatience) {
+    } else if (secondsBetween(progressAt_, now) > (said > 0 ? stallPatience : slowBeginning)) {
         return giveUp();
     }
     if (said <= 0) return;
     const std::lock_guard lock(mutex_);
     if (run_ != soundRun_) return;
-    if (!played_ && !joins_ && secondsSince(since_) > beginPatience - readPatience) {
+    if (!played_ && !joins_ && secondsSince(waitsUntil_) > beginPatience - readPatience) {
         joins_ = true; // the picture has gone on without a device as slow as this
         joined_ = false;
         envelope_ = 0;
@@ -371,8 +390,9 @@ DeviceSound::DeviceSound(SoundDeviceMaker makeDevice)
 
 DeviceSound::~DeviceSound() = default;
 
-void DeviceSound::setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures) {
-    feeder_->setMovie(path, std::move(pictures));
+void DeviceSound::setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures,
+                           const MovieSound& sound) {
+    feeder_->setMovie(path, std::move(pictures), sound);
 }
 void DeviceSound::play(double seconds, float rate, Start start) {
     feeder_->play(seconds, double(rate), start);

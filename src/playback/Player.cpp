@@ -3,7 +3,6 @@
 #include "playback/DecodeThread.h"
 #include "playback/FrameCache.h"
 #include "playback/RunTally.h"
-#include "playback/SoundOutput.h"
 
 #include <QTimer>
 
@@ -54,12 +53,13 @@ public:
     }
 
     ~Engine() {
-        if (sound_) sound_->setMovie({}, nullptr);
+        if (sound_) sound_->setMovie({}, nullptr, {});
     }
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
 
-    void open(const QString& path);
+    void open(const QString& path, const MovieSound& sound);
+    void setSound(const MovieSound& sound);
     void close();
     void moveTo(const MediaTime& time);
     void step(int direction);
@@ -119,6 +119,7 @@ private:
     [[nodiscard]] qint64 last() const { return index_->count() - 1; }
 
     QString path_;
+    MovieSound movieSound_;
     quint64 generation_ = 0;
     bool sounding_ = false;    // the sound plays this run
     bool holdDemands_ = false; // while listeners of `opened` choose where to start
@@ -149,7 +150,7 @@ void Player::Engine::announce() {
 void Player::Engine::forget() {
     ++generation_;
     const bool wasRunning = rate_ != 0;
-    if (sound_ && open_) sound_->setMovie({}, nullptr);
+    if (sound_ && open_) sound_->setMovie({}, nullptr, {});
     sounding_ = false;
     rate_ = 0;
     rolling_ = false;
@@ -168,9 +169,10 @@ void Player::Engine::forget() {
     if (wasRunning) Q_EMIT q_.rateChanged(0);
 }
 
-void Player::Engine::open(const QString& path) {
+void Player::Engine::open(const QString& path, const MovieSound& sound) {
     forget();
     path_ = path;
+    movieSound_ = sound;
     decoder_.open(generation_, path);
     Q_EMIT q_.positionChanged();
 }
@@ -190,7 +192,7 @@ void Player::Engine::openingDone(const DecodeThread::Opening& opening) {
     index_ = opening.index;
     decoderName_ = opening.decoder;
     open_ = true;
-    if (sound_) sound_->setMovie(path_, index_);
+    if (sound_) sound_->setMovie(path_, index_, movieSound_);
     frame_ = 0;
     holdDemands_ = true;
     Q_EMIT q_.opened();
@@ -398,6 +400,16 @@ void Player::Engine::startSound(SoundOutput::Start start) {
     }
 }
 
+void Player::Engine::setSound(const MovieSound& sound) {
+    if (sound == movieSound_) return;
+    movieSound_ = sound;
+    if (!sound_ || !open_) return;
+    if (rolling_) setBase(positionNow());
+    const bool wasSounding = std::exchange(sounding_, false);
+    sound_->setMovie(path_, index_, sound);
+    if (wasSounding) startSound(SoundOutput::Start::joins);
+}
+
 void Player::Engine::stopSound() {
     if (std::exchange(sounding_, false)) sound_->stop();
 }
@@ -500,8 +512,11 @@ Player::Player(PlaybackClock& clock, QObject* parent, qint64 cacheBudget, SoundO
 
 Player::~Player() = default;
 
-void Player::open(const QString& path) {
-    engine_->open(path);
+void Player::open(const QString& path, const MovieSound& sound) {
+    engine_->open(path, sound);
+}
+void Player::setSound(const MovieSound& sound) {
+    engine_->setSound(sound);
 }
 void Player::close() {
     engine_->close();

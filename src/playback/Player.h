@@ -6,6 +6,7 @@
 #include "playback/Neighbours.h"
 #include "playback/PlaybackClock.h"
 #include "playback/PlayerStatistics.h"
+#include "playback/SoundOutput.h"
 
 #include <QObject>
 #include <QString>
@@ -15,8 +16,6 @@
 #include <vector>
 
 namespace daylark {
-
-class SoundOutput;
 
 /// Plays one movie at a time: rate, position, single steps, loop, volume, end of movie. Positions are times
 /// on the movie's clock; which picture stands at a position is the sample index's to say, never a rounded
@@ -34,7 +33,10 @@ public:
 
     /// Opens a file on the decode thread; answers with `opened` or `openFailed`. A newer `open` or `close`
     /// cancels an older one.
-    void open(const QString& path);
+    void open(const QString& path, const MovieSound& sound = {});
+    /// Another sound for the movie that is open, or being opened; a run goes on, and the sound comes in where
+    /// it is.
+    void setSound(const MovieSound& sound);
     /// The movies that may be opened next, the likeliest first: opened and their first pictures decoded
     /// ahead, within the cache's budget, while this movie's own decoding rests. `open` then shows them at
     /// once.

@@ -1,5 +1,9 @@
 #include "playback/SoundDevice.h"
 
+#ifdef DAYLARK_PULSE
+#include "playback/PulseSoundDevice.h"
+#endif
+
 #include <QAudioDevice>
 #include <QAudioSink>
 #include <QByteArray>
@@ -51,6 +55,7 @@ public:
     double played() const override { return double(sink_.processedUSecs()) / 1e6; }
     /// A device that ran dry goes on by itself; any other error is its end.
     bool isLost() const override {
+        if (!stream_) return false;
         const bool ended = sink_.error() != QAudio::NoError && sink_.error() != QAudio::UnderrunError;
         return ended || sink_.state() == QAudio::StoppedState;
     }
@@ -72,6 +77,9 @@ private:
 } // namespace
 
 std::unique_ptr<SoundDevice> makeDefaultSoundDevice() {
+#ifdef DAYLARK_PULSE
+    if (PulseServer server = connectToPulseServer(); server.isThere) return std::move(server.device);
+#endif
     const QAudioDevice device = QMediaDevices::defaultAudioOutput();
     if (device.isNull()) return nullptr;
     QAudioFormat format;

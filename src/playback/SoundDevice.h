@@ -26,7 +26,8 @@ public:
 /// None where there is no device.
 using SoundDeviceMaker = std::function<std::unique_ptr<SoundDevice>()>;
 
-/// The machine's default device at this moment.
+/// The machine's default device at this moment: the sound server's, which outlives its outputs, where there
+/// is one; else what Qt finds.
 [[nodiscard]] std::unique_ptr<SoundDevice> makeDefaultSoundDevice();
 
 } // namespace daylark

@@ -2,6 +2,7 @@
 
 #include "media/SampleIndex.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <memory>
@@ -9,11 +10,25 @@
 
 namespace daylark {
 
+/// Which sound a movie is heard with. A file that isn't there or has no sound is silence.
+struct MovieSound {
+    enum class Kind {
+        own,
+        none,
+        added ///< the first sound track of another file, beginning with the movie; silent after its end
+    };
+    Kind kind = Kind::own;
+    QString addedPath; ///< of the added file, or found by its bookmark
+    QByteArray addedBookmark;
+
+    bool operator==(const MovieSound&) const = default;
+};
+
 /// What makes a movie's sound heard while the player plays forwards, up to twice its natural rate. A run of
 /// sound begins with `play` and ends with `stop` or `fade`; each `play` flushes what was left of the run
-/// before. While it is heard it is the player's clock. Where there is no device or no sound it never answers,
-/// and the player goes by its own clock. Owned by whoever builds the player and outlives it; interface
-/// thread; no call waits.
+/// before. While it is heard it is the player's clock. Where there is no device or no sound it doesn't
+/// answer, and the player goes by its own clock. Owned by whoever builds the player and outlives it;
+/// interface thread; no call waits.
 class SoundOutput {
 public:
     static constexpr float fastest = 2.0f; ///< rate; beyond it, and backwards, a run is silent
@@ -25,7 +40,8 @@ public:
 
     virtual ~SoundOutput() = default;
     /// The movie whose sound the next runs play; null: none. Ends the run under way.
-    virtual void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures) = 0;
+    virtual void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures,
+                          const MovieSound& sound) = 0;
     /// From this moment of the movie on; 0 < rate <= fastest, at any of which the pitch is the natural one.
     virtual void play(double seconds, float rate, Start start) = 0;
     virtual void setRate(float rate) = 0; ///< of the run under way, which goes on without a break

@@ -1,5 +1,7 @@
 #include "playback/SoundReadAhead.h"
 
+#include "platform/FileBookmark.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -29,13 +31,14 @@ SoundReadAhead::~SoundReadAhead() {
     thread_.join();
 }
 
-void SoundReadAhead::setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures) {
+void SoundReadAhead::setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures,
+                              const MovieSound& sound) {
     {
         const std::lock_guard lock(mutex_);
         ++reading_;
-        known_ = pictures ? State::opening : State::none;
+        known_ = pictures && sound.kind != MovieSound::Kind::none ? State::opening : State::none;
         length_ = pictures ? double(pictures->endTicks) * rate_ / pictures->timeScale : 0;
-        movie_ = Movie{path, std::move(pictures)};
+        movie_ = Movie{path, std::move(pictures), sound};
         running_ = false;
         cancel_ = true;
     }
@@ -132,15 +135,26 @@ void SoundReadAhead::run() {
 void SoundReadAhead::open(const Movie& movie, std::unique_lock<std::mutex>& lock) {
     lock.unlock();
     reader_.reset();
-    if (movie.pictures)
-        if (auto reader = AudioReader::open(movie.path, *movie.pictures, rate_, &cancel_))
-            reader_ = std::move(*reader);
+    if (movie.pictures) reader_ = readerOf(movie);
     lock.lock();
     if (movie_) return; // a newer one
     known_ = reader_ ? State::filling : State::none;
     lock.unlock();
     changed_();
     lock.lock();
+}
+
+std::unique_ptr<AudioReader> SoundReadAhead::readerOf(const Movie& movie) const {
+    const auto opened = [&]() -> Result<std::unique_ptr<AudioReader>> {
+        if (movie.sound.kind == MovieSound::Kind::own)
+            return AudioReader::open(movie.path, *movie.pictures, rate_, &cancel_);
+        if (movie.sound.kind == MovieSound::Kind::none) return Error{QStringLiteral("silenced")};
+        const auto file = resolveFileBookmark(movie.sound.addedBookmark, movie.sound.addedPath);
+        if (!file) return file.error();
+        return AudioReader::openAdded(*file, rate_, &cancel_);
+    };
+    auto reader = opened();
+    return reader ? std::move(*reader) : nullptr;
 }
 
 void SoundReadAhead::readSome(std::unique_lock<std::mutex>& lock) {

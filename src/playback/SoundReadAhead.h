@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/AudioReader.h"
+#include "playback/SoundOutput.h"
 
 #include <QString>
 
@@ -14,11 +15,11 @@
 
 namespace daylark {
 
-/// Decodes a movie's sound some way ahead of where it is taken. Positions are samples on the movie's clock,
-/// as in `AudioReader`. What is taken goes on evenly whatever happens: a stretch that is not ready when its
-/// turn comes is silence, and is left out when it arrives. Any thread speaks to it; no call waits for the
-/// file. `changed` comes on its own thread. Owned by the sound output; the destructor ends the read under way
-/// and waits.
+/// Decodes a movie's sound, its own or another file's, some way ahead of where it is taken. Positions are
+/// samples on the movie's clock, as in `AudioReader`. What is taken goes on evenly whatever happens: a
+/// stretch that is not ready when its turn comes is silence, and is left out when it arrives. Any thread
+/// speaks to it; no call waits for the file. `changed` comes on its own thread. Owned by the sound output;
+/// the destructor ends the read under way and waits.
 class SoundReadAhead {
 public:
     enum class State {
@@ -32,7 +33,8 @@ public:
     SoundReadAhead(const SoundReadAhead&) = delete;
     SoundReadAhead& operator=(const SoundReadAhead&) = delete;
 
-    void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures); ///< null pictures: none
+    void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures, ///< null pictures: none
+                  const MovieSound& sound);
     /// `run` tells one run from the next.
     void start(quint64 run, qint64 position); ///< what is taken next stands here
     void stop();
@@ -47,8 +49,10 @@ private:
     struct Movie {
         QString path;
         std::shared_ptr<const SampleIndex> pictures;
+        MovieSound sound;
     };
     void run();
+    [[nodiscard]] std::unique_ptr<AudioReader> readerOf(const Movie& movie) const;
     void open(const Movie& movie, std::unique_lock<std::mutex>& lock);
     void readSome(std::unique_lock<std::mutex>& lock);
     [[nodiscard]] bool read(qint64 position, std::vector<float>& pairs, double lap);

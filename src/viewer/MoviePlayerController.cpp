@@ -11,6 +11,18 @@
 
 namespace daylark {
 
+namespace {
+
+/// An added file takes the place of the movie's own sound.
+MovieSound soundOf(const Movie& movie) {
+    using Kind = MovieSound::Kind;
+    if (movie.movieHasUserAudio())
+        return {Kind::added, movie.mUserAudioTrack, movie.mUserAudioTrackBookmarkData};
+    return {movie.shouldRemoveAudioTracks ? Kind::none : Kind::own, {}, {}};
+}
+
+} // namespace
+
 MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(surroundings)
@@ -44,13 +56,17 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
         if (key == QLatin1String("onscreenTextColour"))
             setOnscreenTextColour(surroundings_.defaults.colourForKey(key));
         if (key == QLatin1String("brushColour")) setBrushColour(surroundings_.defaults.colourForKey(key));
+        if (key == QLatin1String("repeatType") || key == QLatin1String("volume"))
+            transport_.setQTAttributes();
     });
     connect(&transport_, &Transport::actionDone, &time_, &TimeDisplay::setOverlayInfoDynamic);
     connect(&transport_, &Transport::stateChanged, &time_, &TimeDisplay::setOverlayInfoStatic);
+    connect(&transport_, &Transport::runCommanded, &panels_, &ViewerPanels::hideCursorUntilMouseMoves);
     connect(&panels_, &ViewerPanels::toggled, this, &MoviePlayerController::updateMovieIcons);
     connect(&range_, &PlaybackRange::bookmarkLoopsOffNeeded, &bookmarks_, &ViewerBookmarks::loopsOff);
     Player& player = surroundings_.player;
     connect(&player, &Player::opened, this, &MoviePlayerController::movieOpened);
+    connect(&surroundings_.edits, &ReviewEdits::movieChanged, this, &MoviePlayerController::followMovieSound);
     connect(&player, &Player::openFailed, this, &MoviePlayerController::movieOpenFailed);
     connect(&player, &Player::frameShown, this, &MoviePlayerController::firstPictureShown);
 }
@@ -107,7 +123,7 @@ void MoviePlayerController::displayCurrentMovie() {
         return;
     }
     Q_EMIT movieLoading(true);
-    surroundings_.player.open(mCurrentMovie_->filepathString);
+    surroundings_.player.open(mCurrentMovie_->filepathString, soundOf(*mCurrentMovie_));
 }
 
 void MoviePlayerController::movieOpened() {
@@ -248,6 +264,11 @@ void MoviePlayerController::copyFilename() {
     if (list_.count() > 0) surroundings_.pasteboard.setText(selectedTexts(&Movie::filenameString));
 }
 
+// What it would copy was never decided: the command stands in the menu and only looks. Wanted.
+void MoviePlayerController::copyTimecode() {
+    [[maybe_unused]] const size_t bookmarks = bookmarks_.bookmarks().size();
+}
+
 void MoviePlayerController::updateMovieIcons() {
     if (!mCurrentMovie_) return;
     mCurrentMovie_->displayNotesIcon();
@@ -256,8 +277,13 @@ void MoviePlayerController::updateMovieIcons() {
     mCurrentMovie_->displayBookmarkIcon();
 }
 
+void MoviePlayerController::followMovieSound() {
+    if (mCurrentMovie_) surroundings_.player.setSound(soundOf(*mCurrentMovie_));
+}
+
 void MoviePlayerController::updateGUI() {
     if (!mCurrentMovie_) return;
+    followMovieSound();
     if (mCurrentMovie_->mMovieHasBeenVisited) {
         time_.setOverlayInfoDynamic();
         range_.holdRange();

@@ -81,8 +81,10 @@ public:
     void revealInFinder();
     void copyPath(); ///< one a line
     void copyFilename();
+    void copyTimecode(); ///< does nothing
     void updateMovieIcons();
-    void updateGUI(); ///< once a second
+    void followMovieSound(); ///< after the record's sound has changed; at the latest `updateGUI` sees it
+    void updateGUI();        ///< once a second
 
     /// Colours of the drawing tool and of the texts over the picture; from the preferences, written back at
     /// `close`.

@@ -18,8 +18,10 @@ using bench::waitUntil;
 /// An output whose position a test sets by hand.
 class HandSound : public SoundOutput {
 public:
-    void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures) override {
+    void setMovie(const QString& path, std::shared_ptr<const SampleIndex> pictures,
+                  const MovieSound& sound) override {
         movie = pictures ? path : QString();
+        kind = sound.kind;
         playing.reset();
         heard.reset();
     }
@@ -40,6 +42,7 @@ public:
     std::optional<double> position() const override { return heard; }
 
     QString movie;
+    MovieSound::Kind kind = MovieSound::Kind::none;
     std::optional<double> playing, heard;
     float volume = -1, rate = 0;
     int starts = 0, fades = 0;
@@ -197,7 +200,7 @@ TEST(SoundReadAheadTest, WhatIsTakenGoesOnEvenlyAndStandsWhereItBelongs) {
     SoundReadAhead readAhead(rate, [] {});
     const auto isReady = [&] { return readAhead.state() == SoundReadAhead::State::ready; };
     EXPECT_EQ(readAhead.state(), SoundReadAhead::State::none);
-    readAhead.setMovie(spec.path, std::make_shared<SampleIndex>());
+    readAhead.setMovie(spec.path, std::make_shared<SampleIndex>(), {});
     readAhead.start(1, rate / 2); // before it is known whether there is sound
     ASSERT_TRUE(waitUntil(isReady));
     std::vector<float> pairs(size_t(rate) * 2);
@@ -221,7 +224,7 @@ TEST(SoundReadAheadTest, WhatIsTakenGoesOnEvenlyAndStandsWhereItBelongs) {
     pictures->timeScale = 24000; // 2.6 s, a lap that is no whole number of anything
     pictures->endTicks = 62401;
     readAhead.setLoops(true);
-    readAhead.setMovie(spec.path, pictures);
+    readAhead.setMovie(spec.path, pictures, {});
     readAhead.start(3, rate * 2);
     ASSERT_TRUE(waitUntil(isReady));
     readAhead.skipTo(3, rate * 11 / 5); // within what is held
@@ -233,7 +236,7 @@ TEST(SoundReadAheadTest, WhatIsTakenGoesOnEvenlyAndStandsWhereItBelongs) {
     spec.sound = false;
     spec.path = folder.filePath(QStringLiteral("silent.mov"));
     ASSERT_TRUE(makeMovie(spec));
-    readAhead.setMovie(spec.path, std::make_shared<SampleIndex>());
+    readAhead.setMovie(spec.path, std::make_shared<SampleIndex>(), {});
     EXPECT_TRUE(waitUntil([&] { return readAhead.state() == SoundReadAhead::State::none; }));
     readAhead.take(2, missed.data(), rate);
     EXPECT_EQ(missed[0], 0.0f);
