@@ -46,6 +46,7 @@ public:
 private:
     using Found = PictureDecoder::Found;
     using OnTheWay = PictureDecoder::OnTheWay;
+    using Arrival = PictureDecoder::Arrival;
 
     qint64 placeOf(qint64 n) const { return table_.packetOfFrame[size_t(n)]; }
     qint64 startFor(qint64 key, int groups) const;
@@ -67,9 +68,9 @@ private:
     PictureDecoder& decoder() { return *decoders_.back(); }
     void startAt(qint64 keyFrame);
     Result<VideoFrame> findFrame(qint64 n, const FramePassed& passed);
-    Found readAnew(qint64 key, int groups, qint64 n, OnTheWay onTheWay, const FramePassed& passed) {
+    Found readAnew(qint64 key, int groups, qint64 n, Arrival arrival, const FramePassed& passed) {
         startAt(startFor(key, groups));
-        return decoder().decodeTo(n, passed, onTheWay);
+        return decoder().decodeTo(n, passed, OnTheWay::all, arrival);
     }
     Found tryEarlierGroups(qint64 key, qint64 n, const FramePassed& passed);
     Result<VideoFrame> standIn(qint64 n, const FramePassed& passed);
@@ -145,12 +146,13 @@ Result<VideoFrame> DecodingReader::findFrame(qint64 n, const FramePassed& passed
     if (const auto known = standIns_.find(n); known != standIns_.end()) n = known->second;
     const qint64 key = keyFrameBefore(n);
     chooseDecoder(n, key);
-    const bool jumps = placeOf(n) - decoder().place() > nearby ||
-                       (standsAlone_ && decoder().shownNumber() < 0 && inOrder_ < aRun);
-    const bool mayLeaveOut = jumps && !damagedGroups_.contains(key);
-    Found found = decoder().decodeTo(n, passed, mayLeaveOut ? OnTheWay::neededOnly : OnTheWay::all);
+    const bool mayLeaveOut = placeOf(n) - decoder().place() > nearby && !damagedGroups_.contains(key);
+    const bool isAwaited =
+        answered_ < 0 || inOrder_ == 0 || (standsAlone_ && decoder().shownNumber() < 0 && inOrder_ < aRun);
+    Found found = decoder().decodeTo(n, passed, mayLeaveOut ? OnTheWay::neededOnly : OnTheWay::all,
+                                     isAwaited ? Arrival::atOnce : Arrival::inStep);
     // After damage a decoder may hold a good picture back, beyond later ones; or it was left out on the way.
-    if (found == Found::missing) found = readAnew(key, groupsBefore(key), n, OnTheWay::allAndEnd, passed);
+    if (found == Found::missing) found = readAnew(key, groupsBefore(key), n, Arrival::atEnd, passed);
     if (found == Found::missing) found = tryEarlierGroups(key, n, passed);
     if (found == Found::exact) return decoder().shown();
     return found == Found::missing ? standIn(n, passed) : stopped();
@@ -161,7 +163,7 @@ Result<VideoFrame> DecodingReader::findFrame(qint64 n, const FramePassed& passed
 DecodingReader::Found DecodingReader::tryEarlierGroups(qint64 key, qint64 n, const FramePassed& passed) {
     if (key <= 0 || standsAlone_ || damagedGroups_.contains(key)) return Found::missing;
     for (int groups = groupsBefore(key) + 1; groups <= mostEarlierGroups; ++groups) {
-        const Found found = readAnew(key, groups, n, OnTheWay::all, passed);
+        const Found found = readAnew(key, groups, n, Arrival::inStep, passed);
         if (found == Found::exact) earlierGroups_[key] = groups;
         if (found != Found::missing) return found;
     }
@@ -179,7 +181,7 @@ Result<VideoFrame> DecodingReader::standIn(qint64 n, const FramePassed& passed) 
     };
     for (;;) {
         hole.push_back(target);
-        const Found found = readAnew(key, groupsBefore(key), target, OnTheWay::allAndEnd, passed);
+        const Found found = readAnew(key, groupsBefore(key), target, Arrival::atEnd, passed);
         if (found == Found::stopped) return stopped();
         if (const qint64 shown = decoder().shownNumber(); shown >= 0) {
             if (found == Found::exact) hole.pop_back();
@@ -194,7 +196,7 @@ Result<VideoFrame> DecodingReader::standIn(qint64 n, const FramePassed& passed) 
         }
         key = keyFrameBefore(target);
     }
-    if (readAnew(0, 0, n, OnTheWay::all, passed) == Found::stopped) return stopped();
+    if (readAnew(0, 0, n, Arrival::inStep, passed) == Found::stopped) return stopped();
     if (const VideoFrame frame = decoder().nearest(); !frame.isNull()) return frame;
     return strict_ ? readLeniently(n, passed) : Error{QStringLiteral("no picture can be decoded")};
 }

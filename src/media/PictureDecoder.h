@@ -5,7 +5,7 @@
 #include "media/PacketSource.h"
 
 #include <functional>
-#include <optional>
+#include <map>
 
 namespace daylark {
 
@@ -21,7 +21,12 @@ public:
     enum class OnTheWay {
         all,
         neededOnly, ///< pictures before the target that no other refers to are left out
-        allAndEnd,  ///< the decoder is told that nothing follows the target, so that it holds nothing back
+    };
+    /// A decoder holds pictures back for those that may come before them and for its threads.
+    enum class Arrival {
+        inStep, ///< the target comes when packets behind it have pushed it out: nothing waits for it alone
+        atOnce, ///< the decoder is made to give it as soon as it is decoded
+        atEnd,  ///< the same, and with all that is shown before it: the decoder is told that nothing follows
     };
 
     /// `standsAlone`: every picture of the movie can be decoded without the others.
@@ -38,7 +43,7 @@ public:
     [[nodiscard]] QString name() const;                   ///< for people: which decoder works here, and how
     [[nodiscard]] qint64 place() const { return place_; } ///< of the next packet, in file order
     /// `passed` (may be empty) gets every picture made on the way, the target and perhaps some beyond.
-    Found decodeTo(qint64 n, const FramePassed& passed, OnTheWay onTheWay);
+    Found decodeTo(qint64 n, const FramePassed& passed, OnTheWay onTheWay, Arrival arrival);
     [[nodiscard]] const VideoFrame& shown() const { return shown_.frame; } ///< the last picture found
     /// The last picture found, or the first one after; null: none.
     [[nodiscard]] VideoFrame nearest() const;
@@ -50,12 +55,17 @@ private:
         VideoFrame frame;
     };
     enum class Draining { no, forTarget, atEnd };
-    bool feed(qint64 target, OnTheWay onTheWay);
-    bool isToDrop(qint64 target, const AVPacket& packet) const;
-    bool endsWith(qint64 place, qint64 target, OnTheWay onTheWay) const;
+    bool takeMade(qint64 n);
+    [[nodiscard]] bool isOvertaken(qint64 n) const;
+    bool feed(qint64 target, OnTheWay onTheWay, Arrival arrival);
+    [[nodiscard]] bool isToDrop(qint64 target, const AVPacket& packet) const;
+    [[nodiscard]] bool isLast(qint64 place, qint64 target, Arrival arrival) const;
     int receive(const FramePassed& passed);
     void drain(Draining why);
     bool goesOnAfterDraining(qint64 target);
+    [[nodiscard]] bool mayDrain() const;
+    [[nodiscard]] bool mayAsk(qint64 target) const;
+    void ask();
 
     av::CodecPtr codec_;
     PacketSource& source_;
@@ -69,7 +79,13 @@ private:
     qint64 firstValid_ = 0;
     qint64 dropped_ = -1; ///< the highest frame that was not decoded because it was not asked for
     Picture shown_;
-    std::optional<Picture> ahead_; ///< decoded already, beyond what was asked for
+    std::map<qint64, VideoFrame> made_; ///< decoded already, beyond what was asked for
+
+    const bool canBeAsked_; ///< for what it holds back, in the middle of the stream
+    int startedAgo_ = 0;    ///< packets decoded since the start,
+    int askedAgo_ = 0;      ///< since the start or the last time it was asked for another target,
+    int asked_ = 0;         ///< and how often it was asked for this one
+    qint64 askedPlace_ = 0; ///< frames from here on may come after ones that follow them
 };
 
 } // namespace daylark
