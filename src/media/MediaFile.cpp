@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <thread>
+#include <vector>
 
 namespace daylark {
 
@@ -41,6 +42,44 @@ bool isRealVideo(const AVStream* stream) {
            !(stream->disposition & (AV_DISPOSITION_ATTACHED_PIC | AV_DISPOSITION_TIMED_THUMBNAILS));
 }
 
+/// The headers of these containers say all about such a stream but what its decoder finds out for itself.
+bool isSaidByHeader(const AVFormatContext& format, const AVCodecParameters& parameters) {
+    const QByteArray name(format.iformat->name);
+    if (!name.contains("mov") && name != "mxf") return false;
+    if (parameters.width <= 0 || parameters.height <= 0 || parameters.format != AV_PIX_FMT_NONE) return false;
+    switch (parameters.codec_id) {
+    case AV_CODEC_ID_H264:
+    case AV_CODEC_ID_HEVC:
+        return name != "mxf" && parameters.extradata_size > 0;
+    case AV_CODEC_ID_PRORES:
+    case AV_CODEC_ID_DNXHD:
+    case AV_CODEC_ID_JPEG2000:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Finds out about the streams without decoding pictures of those that the header speaks of: they get some
+/// pixel format while the library looks, so that it doesn't miss one.
+int findStreams(AVFormatContext* format, MediaFile::Opening opening) {
+    std::vector<AVDictionary*> options(format->nb_streams, nullptr);
+    std::vector<bool> isSpared(options.size(), false);
+    for (size_t i = 0; opening == MediaFile::Opening::forReading && i < options.size(); ++i) {
+        AVCodecParameters& parameters = *format->streams[i]->codecpar;
+        if (!isSaidByHeader(*format, parameters)) continue;
+        isSpared[i] = true;
+        av_dict_set(&options[i], "skip_frame", "all", 0);
+        parameters.format = AV_PIX_FMT_YUV420P;
+    }
+    const int code = avformat_find_stream_info(format, options.empty() ? nullptr : options.data());
+    for (size_t i = 0; i < options.size(); ++i) {
+        if (isSpared[i]) format->streams[i]->codecpar->format = AV_PIX_FMT_NONE;
+        av_dict_free(&options[i]);
+    }
+    return code;
+}
+
 } // namespace
 
 int MediaFile::interrupted(void* opaque) {
@@ -49,7 +88,7 @@ int MediaFile::interrupted(void* opaque) {
     return std::chrono::steady_clock::now() > state->deadline ? 1 : 0;
 }
 
-Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel) {
+Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel, Opening opening) {
     const QFileInfo info(path);
     if (!info.exists()) return Error{QStringLiteral("no such file")};
     if (!info.isFile()) return Error{QStringLiteral("not a file")};
@@ -68,7 +107,7 @@ Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel)
     if (code < 0) return av::errorOf("opening", code);
     file.format_.reset(context);
     if (context->probe_score < lowestTrustedProbe) return Error{QStringLiteral("no known format")};
-    code = avformat_find_stream_info(context, nullptr);
+    code = findStreams(context, opening);
     if (code < 0) return av::errorOf("reading the streams", code);
     if (interrupted(file.interrupt_.get())) return av::errorOf("opening", AVERROR_EXIT);
     for (unsigned i = 0; i < context->nb_streams; ++i) {

@@ -18,8 +18,13 @@ public:
     /// What a decoder's threads share out: one picture's slices bring it out soonest, several pictures at a
     /// time decode the most.
     enum class Sharing { slices, pictures };
+    /// How the streams' parameters are found out. `forReading` leaves out what a decoder tells by itself once
+    /// it decodes: with QuickTime, MP4 and MXF the pixel format, the colours and the pixel aspect that stand
+    /// in the picture's data alone, which would cost decoding a picture. `forFacts` finds out all of them.
+    enum class Opening { forReading, forFacts };
 
-    [[nodiscard]] static Result<MediaFile> open(const QString& path, const CancelFlag* cancel);
+    [[nodiscard]] static Result<MediaFile> open(const QString& path, const CancelFlag* cancel,
+                                                Opening opening = Opening::forReading);
     /// The same file from its beginning, for what cannot be wound back.
     [[nodiscard]] Result<MediaFile> reopened() const {
         Result<MediaFile> fresh = open(path_, interrupt_->cancel);

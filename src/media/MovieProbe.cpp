@@ -95,7 +95,7 @@ LegacyProperties legacyPropertiesOf(const MediaFile& file, const SampleIndex& in
 } // namespace
 
 Result<ProbeResult> probeMovie(const QString& path, const CancelFlag* cancel) {
-    Result<MediaFile> file = MediaFile::open(path, cancel);
+    Result<MediaFile> file = MediaFile::open(path, cancel, MediaFile::Opening::forFacts);
     if (!file) return file.error();
     ProbeResult result;
     if (file->video()) {

@@ -2,6 +2,7 @@
 
 #include "media/FrameRate.h"
 #include "media/MovHeaderIndex.h"
+#include "media/MxfHeaderIndex.h"
 #include "media/SecondFields.h"
 
 #include <algorithm>
@@ -55,9 +56,7 @@ unsigned codecProperties(const AVStream& stream) {
 std::vector<RawSample> readHeaderIndex(const MediaFile& file) {
     AVStream* stream = file.video();
     const int count = avformat_index_get_entries_count(stream);
-    if (!(codecProperties(*stream) & AV_CODEC_PROP_INTRA_ONLY) ||
-        !std::strstr(file.format()->iformat->name, "mov") || stream->nb_frames <= 0 || count < 2)
-        return {};
+    if (stream->nb_frames <= 0 || count < 2) return {};
     std::vector<RawSample> samples;
     samples.reserve(size_t(count));
     for (int i = 0; i < count; ++i) {
@@ -94,6 +93,25 @@ Result<std::vector<RawSample>> readAllPackets(const MediaFile& file) {
         samples.back().pts = first.pts;
         samples.back().dts = first.dts;
     }
+}
+
+/// From what the container's tables say, where they say all; else through the whole file.
+Result<std::vector<RawSample>> readSamples(const MediaFile& file) {
+    const QByteArray container(file.format()->iformat->name);
+    const bool standAlone = codecProperties(*file.video()) & AV_CODEC_PROP_INTRA_ONLY;
+    std::vector<RawSample> samples;
+    if (container.contains("mov")) {
+        samples = readMovHeader(file);
+        if (samples.empty() && standAlone) samples = readHeaderIndex(file);
+    } else if (container == "mxf" && standAlone) {
+        samples = readMxfHeader(file);
+    } else {
+        return readAllPackets(file);
+    }
+    if (!samples.empty()) return samples;
+    const Result<MediaFile> fresh = file.reopened();
+    if (!fresh) return fresh.error();
+    return readAllPackets(*fresh);
 }
 
 /// For containers that give decoding times only: the decoder tells the order, the decoding times the times.
@@ -277,15 +295,9 @@ Result<void> decodeFromStart(const MediaFile& file, int reorderDepth,
 
 Result<SampleTable> buildSampleTable(const MediaFile& file) {
     if (!file.video()) return Error{QStringLiteral("no picture")};
-    std::vector<RawSample> samples = readMovHeader(file);
-    if (samples.empty()) samples = readHeaderIndex(file);
-    if (samples.empty()) {
-        Result<MediaFile> fresh = file.reopened();
-        if (!fresh) return fresh.error();
-        Result<std::vector<RawSample>> read = readAllPackets(*fresh);
-        if (!read) return read.error();
-        samples = std::move(*read);
-    }
+    Result<std::vector<RawSample>> read = readSamples(file);
+    if (!read) return read.error();
+    std::vector<RawSample> samples = std::move(*read);
     std::vector<qint64> stamps;
     stamps.reserve(samples.size());
     for (const RawSample& sample : samples)

@@ -33,8 +33,9 @@ struct SampleTable {
     [[nodiscard]] bool canRecognise(size_t place) const;
 };
 
-/// Reads through the file (or through the index in its header, where that is as exact) and leaves it at an
-/// unspecified position. A stream without any sample gives an empty table. Fails when cancelled.
+/// Reads through the file, which must be as it was opened (or through the index in its header, where that is
+/// as exact), and leaves it at an unspecified position. A stream without any sample gives an empty table.
+/// Fails when cancelled.
 [[nodiscard]] Result<SampleTable> buildSampleTable(const MediaFile& file);
 
 /// A packet's time stamp as the table keeps it.
