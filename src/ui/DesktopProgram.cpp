@@ -7,6 +7,7 @@
 #include "playback/Player.h"
 #include "ui/DesktopPanels.h"
 #include "ui/LibraryWindow.h"
+#include "ui/LostScreens.h"
 #include "ui/PlaylistDrawer.h"
 #include "ui/ViewerWindow.h"
 
@@ -41,6 +42,7 @@ struct DesktopProgram::Objects {
     PlaylistController controller;
     LibraryWindow library;
     ViewerWindow viewer;
+    LostScreens lostScreens;
 };
 
 DesktopProgram::Places DesktopProgram::Places::current() {

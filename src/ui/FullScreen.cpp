@@ -1,5 +1,6 @@
 #include "ui/FullScreen.h"
 
+#include "ui/LostScreens.h"
 #include "ui/MouseZones.h"
 #include "ui/MovieListOverlay.h"
 #include "ui/PictureView.h"
@@ -15,6 +16,8 @@
 #include <QPointer>
 #include <QScreen>
 #include <QWindow>
+
+#include <utility>
 
 namespace daylark {
 
@@ -34,12 +37,13 @@ FullScreen::FullScreen(QMainWindow& window, PictureView& picture, QWidget& strip
     connect(&input, &ViewerInput::showMovieList, list_, &MovieListOverlay::setShown);
     connect(&input, &ViewerInput::toggleFullScreen, this, &FullScreen::toggle);
     connect(&host, &ViewerPanelHost::cursorHideWanted, this, &FullScreen::hideCursor);
-    connect(screens_, &QMenu::aboutToShow, this, &FullScreen::fillScreens);
+    connect(screens_, &QMenu::aboutToShow, this, &FullScreen::fillScreensMenu);
     const auto several = [this] {
         screens_->menuAction()->setVisible(QGuiApplication::screens().size() > 1);
     };
     connect(qGuiApp, &QGuiApplication::screenAdded, this, several);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, several);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &FullScreen::fillScreen, Qt::QueuedConnection);
     several();
     host.setMovieList({[this](bool shown) { list_->setShown(shown); }, [this] { return list_->isShown(); }});
     window_.installEventFilter(this);
@@ -50,7 +54,7 @@ FullScreen::~FullScreen() {
     showCursor();
 }
 
-void FullScreen::fillScreens() {
+void FullScreen::fillScreensMenu() {
     screens_->clear();
     const auto all = QGuiApplication::screens();
     for (QScreen* screen : all) {
@@ -95,6 +99,12 @@ void FullScreen::leave() {
     left();
 }
 
+/// The screen that it filled may have gone.
+void FullScreen::fillScreen() {
+    if (on_ && window_.geometry() != window_.screen()->geometry())
+        window_.setGeometry(window_.screen()->geometry());
+}
+
 void FullScreen::entered() {
     window_.menuBar()->hide();
     strip_.hide();
@@ -107,7 +117,9 @@ void FullScreen::left() {
     showCursor();
     window_.menuBar()->show();
     strip_.show();
-    if (!before_.isNull() && window_.geometry() != before_) window_.setGeometry(before_);
+    QRect before = std::exchange(before_, {});
+    if (!before.isNull() && LostScreens::isLost(before)) before = ViewerPanelHost::broughtOntoAScreen(before);
+    if (!before.isNull() && window_.geometry() != before) window_.setGeometry(before);
     controller_.geometry().windowDidExitFullScreen();
     Q_EMIT changed();
 }

@@ -47,7 +47,8 @@ private:
     void left();
     void hideCursor();
     void showCursor();
-    void fillScreens();
+    void fillScreensMenu();
+    void fillScreen();
 
     QMainWindow& window_;
     PictureView& picture_;

@@ -57,7 +57,7 @@ PictureView::~PictureView() {
 void PictureView::setFrame(const VideoFrame& frame) {
     if (moving_ && frameWanted_ > shown_ && !frame_.isNull()) ++skipped_;
     frame_ = frame;
-    pictureChanged();
+    pictureChanged(Make::away);
     frameWanted_ = wanted_;
 }
 
@@ -73,6 +73,7 @@ void PictureView::setMoving(bool moving) {
         return;
     }
     if (worker_) worker_->forget();
+    asked_ = 0;
     refresh();
 }
 
@@ -80,7 +81,7 @@ void PictureView::setHeadsUp(const HeadsUp& headsUp) {
     if (headsUp == headsUp_) return;
     headsUp_ = headsUp;
     // While the picture that they belong to is being made, they wait for it.
-    if (!moving_ || surface_ || shown_ == wanted_) refresh();
+    if (surface_ || shown_ == wanted_ || asked_ != wanted_) refresh();
 }
 
 void PictureView::setStatistics(const QString& lines) {
@@ -92,7 +93,7 @@ void PictureView::setStatistics(const QString& lines) {
 void PictureView::setColourTransform(const ColourTransform& colour) {
     if (colour == colour_) return;
     colour_ = colour;
-    pictureChanged();
+    pictureChanged(Make::away);
 }
 
 void PictureView::setMirroring(bool leftRight, bool upsideDown) {
@@ -100,14 +101,14 @@ void PictureView::setMirroring(bool leftRight, bool upsideDown) {
     mirrorLeftRight_ = leftRight;
     mirrorUpsideDown_ = upsideDown;
     refreshOverlay(); // what is drawn on the picture follows it
-    pictureChanged();
+    pictureChanged(moving_ ? Make::away : Make::atPainting);
 }
 
 void PictureView::setPictureRect(std::optional<QRectF> rect) {
     if (rect == rect_) return;
     rect_ = rect;
     refreshOverlay();
-    pictureChanged();
+    pictureChanged(moving_ ? Make::away : Make::atPainting);
 }
 
 void PictureView::setOverlayPainter(std::function<void(QPainter&)> painter) {
@@ -117,6 +118,7 @@ void PictureView::setOverlayPainter(std::function<void(QPainter&)> painter) {
 
 void PictureView::refreshOverlay(const QRect& part) {
     const QRect changed = part.isNull() ? rect() : part;
+    if (part.isNull() && !isDrawn()) return; // comes with its picture
     if (surface_) overlay_.change(changed);
     surface_ ? refresh() : update(changed);
 }
@@ -155,9 +157,9 @@ QRectF PictureView::pictureRect() const {
     return {QPointF(whole.topLeft()) / ratio, QSizeF(whole.size()) / ratio};
 }
 
-void PictureView::pictureChanged() {
+void PictureView::pictureChanged(Make make) {
     ++wanted_;
-    if (moving_ && !surface_)
+    if (make == Make::away && !surface_ && !image_.isNull() && isVisible())
         wantPicture();
     else
         refresh();
@@ -177,12 +179,13 @@ void PictureView::wantPicture() {
     }
     const Placement placement = placementIn(size(), devicePixels());
     if (placement.request.size.isEmpty()) return update();
+    asked_ = wanted_;
     worker_->want({wanted_, frame_, placement.request, placement.visible.topLeft()});
 }
 
-// Standing, only the wanted picture counts; moving, any that is newer than the one shown.
+// Any that is newer than the one shown will do until the wanted one is there.
 void PictureView::takePicture(quint64 serial, const QImage& image, QPoint at) {
-    if (serial <= shown_ || (serial != wanted_ && !moving_)) return;
+    if (serial <= shown_) return;
     image_ = image;
     imageAt_ = at;
     shown_ = serial;
@@ -194,7 +197,7 @@ void PictureView::paintPicture(QPainter& painter) {
     if (placement.request.size.isEmpty()) {
         image_ = {};
         shown_ = wanted_;
-    } else if (shown_ != wanted_ && (!moving_ || image_.isNull())) {
+    } else if (shown_ != wanted_ && (asked_ != wanted_ || image_.isNull())) {
         image_ = renderPicture(frame_, placement.request);
         imageAt_ = placement.visible.topLeft();
         shown_ = wanted_;
@@ -228,7 +231,7 @@ void PictureView::paintEvent(QPaintEvent* event) {
 void PictureView::resizeEvent(QResizeEvent*) {
     if (surface_) surface_->setGeometry(rect());
     overlay_.clear();
-    pictureChanged();
+    pictureChanged(moving_ ? Make::away : Make::atPainting);
 }
 
 void PictureView::paintSurface() {

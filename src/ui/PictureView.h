@@ -71,6 +71,8 @@ public:
     void chooseRenderer(const QString& preference);
     /// Of the pictures set in the run under way or the last one, those that never came to the screen.
     [[nodiscard]] qint64 skippedPictures() const { return skipped_; }
+    /// What was set last is what a painting shows; false while it is still being made.
+    [[nodiscard]] bool isDrawn() const { return surface_ || shown_ == wanted_ || asked_ != wanted_; }
 
     [[nodiscard]] QSize sizeHint() const override { return {1280, 720}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {320, 180}; }
@@ -95,11 +97,13 @@ private:
         PictureRequest request;
     };
     [[nodiscard]] Placement placementIn(QSizeF area, QSize pixels) const;
-    void pictureChanged(); ///< what is to be on screen differs: frame, place or colour
-    void refresh();        ///< paints again
-    void wantPicture();    ///< has the worker make the current one
+    enum class Make { away, atPainting };
+    /// What is to be on screen differs: frame or colour, made away from the interface thread; or its place,
+    /// which what lies above must not run ahead of.
+    void pictureChanged(Make make);
+    void refresh();     ///< paints again
+    void wantPicture(); ///< has the worker make the current one
     void takePicture(quint64 serial, const QImage& image, QPoint at);
-    void countShown();
     void paintPicture(QPainter& painter);
     void paintSurface(); ///< what the OpenGL surface is to show
     void adoptRenderer();
@@ -112,10 +116,11 @@ private:
     bool moving_ = false;
     quint64 wanted_ = 1, shown_ = 0; ///< numbers of the picture that is to be, and that is, on screen
     quint64 frameWanted_ = 0;        ///< `wanted_` when the frame was set
+    quint64 asked_ = 0;              ///< the worker was asked for this one last
     qint64 skipped_ = 0;
     QImage image_; ///< the visible part as it was made last
     QPoint imageAt_;
-    std::unique_ptr<PictureWorker> worker_; ///< none before the first run
+    std::unique_ptr<PictureWorker> worker_; ///< none before the first picture that follows another
 
     HeadsUp headsUp_;
     QString statistics_;

@@ -13,6 +13,7 @@
 #include "ui/FullScreen.h"
 #include "ui/GradingPanel.h"
 #include "ui/KeysDialog.h"
+#include "ui/LostScreens.h"
 #include "ui/NotesPanel.h"
 #include "ui/OptionsPanel.h"
 #include "ui/PictureView.h"
@@ -297,6 +298,8 @@ void ViewerWindow::showKeys() {
 void ViewerWindow::windowOpened() {
     const bool wasHidden = isHidden();
     if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (wasHidden && LostScreens::isLost(geometry()))
+        setGeometry(ViewerPanelHost::broughtOntoAScreen(geometry()));
     show();
     raise();
     activateWindow();

@@ -44,7 +44,10 @@ protected:
             ASSERT_TRUE(bench::waitUntil([&] { return view.rendererName().size() > 10; }));
         }
     }
-    [[nodiscard]] QImage screen() { return view.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+    [[nodiscard]] QImage screen() {
+        EXPECT_TRUE(bench::waitUntil([&] { return view.isDrawn(); }));
+        return view.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    }
     void expectScreenIsRenderedArea(const char* what) {
         EXPECT_LE(worstDifference(screen(), view.renderArea(), view.rect()), 1) << what;
     }
@@ -145,6 +148,27 @@ TEST_P(PictureViewTest, PicturesOfARunComeInOrderAndTheLastOneStands) {
     EXPECT_EQ(number(), 31) << "standing, at once";
     QTest::qWait(50);
     EXPECT_EQ(number(), 31) << "what was still being made does not come after it";
+}
+
+TEST_P(PictureViewTest, OfStandingPicturesTheLastStandsWithItsTextsAndItsGrade) {
+    auto opened = FrameReader::open(bench::movie({.frames = 24, .group = 12}));
+    ASSERT_TRUE(opened);
+    view.setFrame(*(*opened)->read(0));
+    const QImage first = screen();
+    for (const int frame : {5, 9, 14, 20}) // faster than they can be made
+        view.setFrame(*(*opened)->read(frame));
+    PictureView::HeadsUp texts;
+    texts.counter = u"0021"_s;
+    view.setHeadsUp(texts);
+    const auto all = PictureView::Layers::all;
+    EXPECT_NE(screen(), first);
+    EXPECT_LE(worstDifference(screen(), view.renderArea({}, all), view.rect()), 1);
+    ColourTransform colour;
+    colour.gain = {0, 1, 1};
+    view.setColourTransform(colour);
+    view.setMirroring(true, false); // another place: at once
+    EXPECT_TRUE(view.isDrawn());
+    EXPECT_LE(worstDifference(screen(), view.renderArea({}, all), view.rect()), 1);
 }
 
 TEST_P(PictureViewTest, PictureTooLargeForTheDeviceIsDrawnInSoftware) {

@@ -50,6 +50,7 @@ protected:
         QTest::mouseRelease(view, Qt::LeftButton, {}, points.back());
     }
     QColor pixel(const QPoint& place) const {
+        EXPECT_TRUE(pictureIsDrawn());
         return window->picture()->grab().toImage().pixelColor(place * window->picture()->devicePixelRatioF());
     }
     bool isYellow(const QPoint& place) const {

@@ -23,6 +23,7 @@ protected:
     }
     /// The picture's pixel at a fraction of its size, from the screen.
     QColor onScreen(double x, double y) {
+        EXPECT_TRUE(pictureIsDrawn());
         const QRect rect = window->picture()->pictureRect().toAlignedRect();
         const QImage shown = window->picture()->grab(rect).toImage();
         return shown.pixelColor(int(shown.width() * x), int(shown.height() * y));

@@ -44,9 +44,12 @@ protected:
         widget->setFocus();
         ASSERT_TRUE(bench::waitUntil([widget] { return widget->hasFocus(); }));
     }
+    [[nodiscard]] bool pictureIsDrawn() const {
+        return bench::waitUntil([this] { return window->picture()->isDrawn(); });
+    }
     /// What is drawn into the pixels on screen, once the exact picture stands; -1 when unreadable.
     [[nodiscard]] int pictureOnScreen() {
-        if (!settled()) return -2;
+        if (!settled() || !pictureIsDrawn()) return -2;
         const PictureView* view = window->picture();
         const QImage shown = window->picture()->grab(view->pictureRect().toAlignedRect()).toImage();
         return readBarCode(shown).value_or(-1);
