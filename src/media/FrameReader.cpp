@@ -3,6 +3,7 @@
 #include "media/PictureDecoder.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <set>
 
@@ -42,6 +43,8 @@ public:
     }
     Result<VideoFrame> readThrough(qint64 n, const FramePassed& passed, const CancelFlag* cancel) override;
     qint64 keyFrameBefore(qint64 n) const override;
+    qint64 pictureBytes() const override { return qint64(source_.file().pictures().byteCount()); }
+    void limitDecoders(qint64 bytes) override;
 
 private:
     using Found = PictureDecoder::Found;
@@ -62,6 +65,7 @@ private:
         return !jumpsBySlices_ || decoder.sharesSlices() == (inOrder_ < aRun);
     }
     void chooseDecoder(qint64 n, qint64 key);
+    qint64 mostStanding() const;
     MediaFile::Sharing sharing() const {
         return jumpsBySlices_ && inOrder_ < aRun ? MediaFile::Sharing::slices : MediaFile::Sharing::pictures;
     }
@@ -84,7 +88,8 @@ private:
     bool standsAlone_ = false;
     bool jumpsBySlices_ = false; ///< one decoder for jumps, another for reading in order
     int inOrder_ = 0;            ///< so many of the last reads followed the one before
-    bool strict_ = false;        ///< the decoders give no picture that is damaged in part
+    qint64 limit_ = std::numeric_limits<qint64>::max(); ///< bytes that may stand in decoders
+    bool strict_ = false; ///< the decoders give no picture that is damaged in part
     std::vector<qint64> keyFrames_;
     std::map<qint64, int> earlierGroups_; ///< key frames whose group needs a start so many groups earlier
     std::set<qint64> damagedGroups_;      ///< key frames whose group lacks pictures for good
@@ -111,11 +116,24 @@ Result<VideoFrame> DecodingReader::readThrough(qint64 n, const FramePassed& pass
     if (result) {
         answered_ = n;
         answer_ = *result;
-    } else {
-        decoder().forget(); // a packet may have been lost on its way
     }
     source_.file().setCancel(nullptr);
     return result;
+}
+
+qint64 DecodingReader::mostStanding() const {
+    constexpr qint64 held = 10; // pictures of a decoder whose pictures refer to others
+    const qint64 bytes = held * qint64(answer_.byteCount());
+    const auto most = qint64(mostDecoders_);
+    return jumpsBySlices_ || bytes == 0 ? most : std::min(most, 1 + limit_ / bytes);
+}
+
+void DecodingReader::limitDecoders(qint64 bytes) {
+    if (bytes == limit_) return;
+    limit_ = bytes;
+    source_.file().pictures().limitIdle(size_t(std::max<qint64>(0, bytes / 4)));
+    while (qint64(decoders_.size()) > mostStanding())
+        decoders_.erase(decoders_.begin());
 }
 
 /// Puts the decoder last that gets to frame n with the least work; started.
@@ -126,12 +144,15 @@ void DecodingReader::chooseDecoder(qint64 n, qint64 key) {
             (best == decoders_.size() || decoders_[i]->place() > decoders_[best]->place()))
             best = i;
     const bool found = best < decoders_.size();
-    if (!found) { // the suitable one not used for longest
-        const auto suitable = std::find_if(decoders_.begin(), decoders_.end(),
-                                           [this](const auto& candidate) { return suits(*candidate); });
+    if (!found) { // one that stands nowhere, else the suitable one not used for longest
+        const auto suits = [this](const auto& candidate) { return this->suits(*candidate); };
+        const auto idle = [&](const auto& candidate) { return suits(candidate) && candidate->isIdle(); };
+        auto suitable = std::find_if(decoders_.begin(), decoders_.end(), idle);
+        const bool anyIdle = suitable != decoders_.end();
+        if (!anyIdle) suitable = std::find_if(decoders_.begin(), decoders_.end(), suits);
         best = suitable == decoders_.end() ? 0 : size_t(suitable - decoders_.begin());
-        const bool another = !jumpsBySlices_ || suitable == decoders_.end();
-        if (another && decoders_.size() < mostDecoders_)
+        const bool another = !anyIdle && (!jumpsBySlices_ || suitable == decoders_.end());
+        if (another && qint64(decoders_.size()) < mostStanding())
             if (auto codec = source_.file().openDecoder(table_.reorderDepth, strict_, sharing())) {
                 addDecoder(std::move(*codec));
                 best = decoders_.size() - 1;
@@ -147,8 +168,9 @@ Result<VideoFrame> DecodingReader::findFrame(qint64 n, const FramePassed& passed
     const qint64 key = keyFrameBefore(n);
     chooseDecoder(n, key);
     const bool mayLeaveOut = placeOf(n) - decoder().place() > nearby && !damagedGroups_.contains(key);
-    const bool isAwaited =
-        answered_ < 0 || inOrder_ == 0 || (standsAlone_ && decoder().shownNumber() < 0 && inOrder_ < aRun);
+    // Where the pictures on the way are wanted the target isn't waited for alone.
+    const bool isAwaited = !passed && (answered_ < 0 || inOrder_ == 0 ||
+                                       (standsAlone_ && decoder().shownNumber() < 0 && inOrder_ < aRun));
     Found found = decoder().decodeTo(n, passed, mayLeaveOut ? OnTheWay::neededOnly : OnTheWay::all,
                                      isAwaited ? Arrival::atOnce : Arrival::inStep);
     // After damage a decoder may hold a good picture back, beyond later ones; or it was left out on the way.

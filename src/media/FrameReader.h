@@ -36,6 +36,11 @@ public:
     [[nodiscard]] virtual Result<VideoFrame>
     readThrough(qint64 n, const std::function<void(qint64, const VideoFrame&)>& passed,
                 const CancelFlag* cancel = nullptr) = 0;
+    /// Bytes of all pictures that this movie's decoders made and somebody still holds (they themselves, a
+    /// cache, a screen), and of the memory kept for the next ones. Any thread.
+    [[nodiscard]] virtual qint64 pictureBytes() const = 0;
+    /// About how much may stand in decoders beside the one used last; those beyond it are closed.
+    virtual void limitDecoders(qint64 bytes) = 0;
     /// The key frame at or before n, in presentation order.
     [[nodiscard]] virtual qint64 keyFrameBefore(qint64 n) const = 0;
 };

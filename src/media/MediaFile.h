@@ -34,6 +34,7 @@ public:
 
     [[nodiscard]] const QString& path() const { return path_; }
     [[nodiscard]] AVFormatContext* format() const { return format_.get(); }
+    [[nodiscard]] PictureMemory& pictures() const { return *memory_; }
     [[nodiscard]] AVStream* video() const { return video_; } ///< null: sound only
     [[nodiscard]] AVStream* sound() const { return sound_; } ///< null: none
     void deliver(const AVStream* stream);                    ///< video() or sound(); from the next packet on

@@ -9,7 +9,8 @@ namespace daylark {
 namespace {
 
 /// So near its start a decoder loses little when it is drained and has to begin again.
-constexpr int fewPackets = 8;
+constexpr int fewPackets = 4;
+constexpr int manyPackets = 16; ///< more than a decoder holds
 
 /// These decoders give the next picture that they hold for an empty packet, and go on undisturbed afterwards
 /// (others let go of pictures that are still referred to). The library has no other way but to end the
@@ -165,7 +166,8 @@ void PictureDecoder::ask() {
     av_packet_unref(packet_.get());
 }
 
-/// Hands the decoder one more packet, or the end, or asks for what it holds; false when cancelled.
+/// Hands the decoder one more packet, or the end, or asks for what it holds; false when cancelled, and it can
+/// go on.
 bool PictureDecoder::feed(qint64 target, OnTheWay onTheWay, Arrival arrival) {
     if (draining_ != Draining::no) return true;
     if (arrival == Arrival::atOnce && mayAsk(target)) {
@@ -173,8 +175,9 @@ bool PictureDecoder::feed(qint64 target, OnTheWay onTheWay, Arrival arrival) {
         return !source_.file().cancelled();
     }
     for (;;) {
+        if (source_.file().cancelled()) return false;
         const int code = source_.read(place_, packet_.get());
-        if (code == AVERROR_EXIT || source_.file().cancelled()) return false;
+        if (code == AVERROR_EXIT) return false;
         if (code < 0) {
             drain(Draining::atEnd);
             return true;
@@ -188,7 +191,7 @@ bool PictureDecoder::feed(qint64 target, OnTheWay onTheWay, Arrival arrival) {
     avcodec_send_packet(codec_.get(), packet_.get()); // damage shows as a missing picture
     av_packet_unref(packet_.get());
     startedAgo_ += number >= 0 ? 1 : fewPackets + 1;
-    ++askedAgo_;
+    askedAgo_ += number >= 0 ? 1 : -manyPackets;
     const bool toEnd = arrival == Arrival::atEnd || (arrival == Arrival::atOnce && mayDrain());
     if (toEnd && isLast(place_, target, arrival)) drain(Draining::forTarget);
     ++place_;

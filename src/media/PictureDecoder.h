@@ -14,7 +14,8 @@ using FramePassed = std::function<void(qint64, const VideoFrame&)>;
 /// A decoder that stands somewhere in the movie and goes forwards. It is fed in file order and every packet
 /// carries its frame number in place of its time stamp, so each picture comes out with the number it is to be
 /// shown under, whatever reordering, threads or losses lie between. Internal to media/; owned by the reader;
-/// one thread at a time. A damaged picture is left out.
+/// one thread at a time. A damaged picture is left out. A read that is given up leaves it standing where it
+/// was.
 class PictureDecoder {
 public:
     enum class Found { exact, missing, stopped };
@@ -34,7 +35,7 @@ public:
 
     /// Goes on from this packet; pictures below `firstValid` refer to what is not decoded.
     void startAt(qint64 place, qint64 firstValid);
-    void forget() { started_ = false; } ///< after a read that was given up
+    [[nodiscard]] bool isIdle() const { return !started_; } ///< stands nowhere
     /// Reaches frame n by decoding on, without leaving out its key frame.
     [[nodiscard]] bool reaches(qint64 n, qint64 keyPlace) const {
         return started_ && n > shown_.number && n >= firstValid_ && keyPlace <= place_ && n > dropped_;

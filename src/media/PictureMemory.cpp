@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include <sys/mman.h>
 
 namespace daylark {
 namespace {
 
-constexpr size_t mostIdle = size_t(128) << 20;
 constexpr size_t pageSize = 4096;
 constexpr size_t slack = 64; // decoders' vector code reads and writes a little beyond a plane
 
@@ -72,7 +72,7 @@ bool PictureMemory::fill(AVCodecContext& codec, AVFrame& frame) {
     auto* bytes = static_cast<uint8_t*>(block->bytes);
     frame.buf[0] = av_buffer_create(bytes, total, &PictureMemory::takeBack, block.get(), 0);
     if (!frame.buf[0]) {
-        munmap(block->bytes, total);
+        free(block->bytes, total);
         return false;
     }
     static_cast<void>(block.release()); // takeBack frees it
@@ -98,7 +98,29 @@ void* PictureMemory::take(size_t size) {
     // All pages at once cost half of what they cost one by one.
     void* block =
         mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
-    return block == MAP_FAILED ? nullptr : block;
+    if (block == MAP_FAILED) return nullptr;
+    bytes_ += size;
+    return block;
+}
+
+void PictureMemory::free(void* block, size_t size) {
+    munmap(block, size);
+    bytes_ -= size;
+}
+
+void PictureMemory::limitIdle(size_t bytes) {
+    std::vector<std::pair<void*, size_t>> tooMuch; // freed outside the lock
+    {
+        const std::lock_guard lock(mutex_);
+        mostIdle_ = std::min(bytes, usuallyIdle);
+        for (auto& [size, blocks] : idle_)
+            for (; idleBytes_ > mostIdle_ && !blocks.empty(); blocks.pop_back()) {
+                tooMuch.emplace_back(blocks.back(), size);
+                idleBytes_ -= size;
+            }
+    }
+    for (const auto& [block, size] : tooMuch)
+        free(block, size);
 }
 
 void PictureMemory::takeBack(void* opaque, uint8_t*) {
@@ -106,13 +128,13 @@ void PictureMemory::takeBack(void* opaque, uint8_t*) {
     PictureMemory& home = *block->home;
     {
         const std::lock_guard lock(home.mutex_);
-        if (home.idleBytes_ + block->size <= mostIdle || home.idle_[block->size].empty()) {
+        if (home.idleBytes_ + block->size <= home.mostIdle_ || home.idle_[block->size].empty()) {
             home.idle_[block->size].push_back(block->bytes);
             home.idleBytes_ += block->size;
             return;
         }
     }
-    munmap(block->bytes, block->size);
+    home.free(block->bytes, block->size);
 }
 
 } // namespace daylark

@@ -2,6 +2,7 @@
 
 #include "media/Av.h"
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -19,8 +20,13 @@ public:
     /// Makes the codec take its pictures' memory from here; before it is opened. This object must outlive it.
     void serve(AVCodecContext& codec);
     ~PictureMemory();
+    /// Of all blocks, whoever holds them, and of those kept idle.
+    [[nodiscard]] size_t byteCount() const { return bytes_; }
+    /// So many bytes at most are kept idle, and what is usual at the utmost; lets go what is too much.
+    void limitIdle(size_t bytes);
 
 private:
+    static constexpr size_t usuallyIdle = size_t(128) << 20;
     struct Block {
         std::shared_ptr<PictureMemory> home;
         void* bytes = nullptr;
@@ -30,10 +36,12 @@ private:
     static void takeBack(void* opaque, uint8_t* bytes);
     bool fill(AVCodecContext& codec, AVFrame& frame);
     void* take(size_t size);
+    void free(void* block, size_t size);
 
+    std::atomic<size_t> bytes_ = 0;
     std::mutex mutex_;
     std::map<size_t, std::vector<void*>> idle_; ///< by size
-    size_t idleBytes_ = 0;
+    size_t idleBytes_ = 0, mostIdle_ = usuallyIdle;
 };
 
 } // namespace daylark
