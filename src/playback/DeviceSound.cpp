@@ -24,12 +24,13 @@ constexpr int soundRate = SoundDevice::samplesASecond;
 constexpr double readPatience = 0.3;   // seconds that a picture waits for its sound to be read
 constexpr double beginPatience = 0.7;  // and for the device to begin
 constexpr double slowBeginning = 5;    // seconds without progress that make a device a lost one ...
-constexpr double stallPatience = 0.8;  // ... and once it has begun; the picture stands meanwhile
+constexpr double stallPatience = 0.4;  // ... and once it has begun; the picture stands meanwhile
 constexpr double deviceStep = 0.03;    // seconds; devices tell their progress in steps up to this long
 constexpr double settlingTime = 0.2;   // seconds after which a device's word on its progress can be relied on
 constexpr double fadingTime = 0.3;     // seconds until what was faded out is certainly played
 constexpr float fadeStep = 1.0f / 240; // a sample: 5 ms, too short to hear and long enough not to click
 constexpr int lookEveryMilliseconds = 10, retryAfterMilliseconds = 1000;
+constexpr int retrySoonMilliseconds = 200; // a device that was heard just now may only have been changed
 
 double secondsBetween(SoundTime::time_point from, SoundTime::time_point until) {
     return std::chrono::duration<double>(until - from).count();
@@ -140,7 +141,6 @@ DeviceSound::Feeder::Feeder(SoundDeviceMaker makeDevice)
     timer_.setInterval(lookEveryMilliseconds);
     connect(&timer_, &QTimer::timeout, this, &Feeder::turn);
     retry_.setSingleShot(true);
-    retry_.setInterval(retryAfterMilliseconds);
     connect(&retry_, &QTimer::timeout, this, &Feeder::look);
     moveToThread(&thread_);
     thread_.setObjectName(QStringLiteral("sound"));
@@ -288,7 +288,8 @@ void DeviceSound::Feeder::halt() {
 /// There is no device, or no more: the picture goes on without, until another look finds one.
 void DeviceSound::Feeder::giveUp() {
     timer_.stop();
-    sounding_ = joined_ = false;
+    joined_ = false;
+    const bool wasHeard = std::exchange(sounding_, false) && lastPlayed_ > 0;
     device_.reset();
     const std::lock_guard lock(mutex_);
     if (run_ != soundRun_) return; // a newer one is on its way here
@@ -296,7 +297,7 @@ void DeviceSound::Feeder::giveUp() {
     begun_ = false;
     played_.reset();
     map_.clear();
-    retry_.start();
+    retry_.start(wasHeard ? retrySoonMilliseconds : retryAfterMilliseconds);
 }
 
 void DeviceSound::Feeder::turn() {

@@ -18,7 +18,7 @@ using PulseTime = std::chrono::steady_clock;
 constexpr auto answerLimit = std::chrono::milliseconds(1500);
 constexpr double pulseBuffer = 0.1;       // seconds; how soon a new volume is heard
 constexpr double timingInterval = 0.05;   // seconds between the server's words on how far it is ...
-constexpr double longestReckoning = 0.25; // ... and how long one of them is gone by
+constexpr double longestReckoning = 0.15; // ... and how long one of them is gone by
 constexpr pa_sample_spec pulseFormat{PA_SAMPLE_FLOAT32NE, SoundDevice::samplesASecond, 2};
 constexpr size_t bytesAPair = 2 * sizeof(float);
 
@@ -85,6 +85,7 @@ public:
         if (!stream_) return;
         timing_.reset();
         stream_.reset();
+        hasPlayed_ = false;
         work();
     }
     qint64 room() override {
@@ -115,12 +116,15 @@ public:
             const double since = later ? double(pa_timeval_diff(&now, &timing->timestamp)) / 1e6 : 0;
             heard += std::min(since, longestReckoning);
         }
+        hasPlayed_ |= heard > 0;
         return std::max(0.0, heard);
     }
     bool isLost() const override {
         work();
-        return !PA_CONTEXT_IS_GOOD(pa_context_get_state(context_.get())) ||
-               (stream_ && !PA_STREAM_IS_GOOD(pa_stream_get_state(stream_.get())));
+        if (!PA_CONTEXT_IS_GOOD(pa_context_get_state(context_.get()))) return true;
+        if (!stream_) return false;
+        const bool isHeld = isStreaming() && hasPlayed_ && pa_stream_is_suspended(stream_.get()) > 0;
+        return isHeld || !PA_STREAM_IS_GOOD(pa_stream_get_state(stream_.get()));
     }
     bool isPreferred() const override { return true; } // the server sees to it
 
@@ -149,6 +153,7 @@ private:
     std::unique_ptr<pa_stream, StreamDeleter> stream_;               ///< of the run under way
     mutable std::unique_ptr<pa_operation, OperationDeleter> timing_; ///< the question under way
     mutable PulseTime::time_point askedAt_;
+    mutable bool hasPlayed_ = false; ///< an output that slept has woken for it
 };
 
 } // namespace

@@ -182,6 +182,27 @@ TEST_F(PlayerSoundTest, PauseSeekAndCloseBeginTheSoundAnewAndALoopDoesNot) {
     EXPECT_TRUE(sound.movie.isNull());
 }
 
+TEST_F(PlayerSoundTest, AnotherSoundComesInWhereThePictureIs) {
+    EXPECT_EQ(sound.kind, MovieSound::Kind::own);
+    start(1);
+    hear(10.5);
+    const MovieSound added{MovieSound::Kind::added, u"added.wav"_qs, {}};
+    player.setSound(added);
+    EXPECT_EQ(sound.kind, MovieSound::Kind::added);
+    ASSERT_TRUE(sound.playing);
+    EXPECT_NEAR(*sound.playing, 10.5 / 24, 1e-4);
+    turn(3);
+    EXPECT_EQ(player.currentFrame(), 14) << "the picture goes on meanwhile";
+    player.setSound(added);
+    EXPECT_EQ(sound.starts, 2) << "the same again is no change";
+    player.setRate(0);
+    player.setSound({MovieSound::Kind::none, {}, {}});
+    EXPECT_FALSE(sound.playing);
+    player.open(path, added);
+    ASSERT_TRUE(waitUntil([&] { return player.isOpen(); }));
+    EXPECT_EQ(sound.kind, MovieSound::Kind::added);
+}
+
 TEST(SoundReadAheadTest, WhatIsTakenGoesOnEvenlyAndStandsWhereItBelongs) {
     const QTemporaryDir folder;
     MovieSpec spec;

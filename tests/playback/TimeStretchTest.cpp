@@ -111,6 +111,22 @@ TEST_F(TimeStretchTest, EverySpeedKeepsThePitchAndThePlace) {
     }
 }
 
+TEST_F(TimeStretchTest, SoundIsHeardToItsEndAndThenNoMore) {
+    for (const double speed : {0.25, 0.5, 0.75, 1.0, 1.25, 1.5, 2.0}) {
+        SCOPED_TRACE(speed);
+        given.clear();
+        moments.clear();
+        begin([](double seconds) { return seconds < 1 ? tone(seconds) : 0.0f; }, 0, speed);
+        take(1.5 / speed);
+        size_t last = given.size();
+        while (last > 0 && std::abs(given[last - 1]) < 0.1f)
+            --last;
+        ASSERT_GT(last, 0u);
+        EXPECT_NEAR(double(last) / rate, 1 / speed, 0.04);
+        EXPECT_NEAR(moments[last - 1], 1, 0.03) << "nor does the picture end before its sound";
+    }
+}
+
 TEST_F(TimeStretchTest, ChangesOfSpeedNeitherClickNorJump) {
     begin(tone, 0, 1);
     double expected = 0;

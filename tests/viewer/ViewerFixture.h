@@ -41,7 +41,8 @@ public:
 /// A viewer without a window, over a clock that the test turns.
 class ViewerFixture : public ::testing::Test {
 protected:
-    ViewerFixture() {
+    explicit ViewerFixture(SoundOutput* sound = nullptr)
+        : player(clock, nullptr, 0, sound) {
         defaults.registerDefaults({{QStringLiteral("repeatType"), QStringLiteral("Loop Movie")},
                                    {QStringLiteral("rateMultiplier"), 1.0},
                                    {QStringLiteral("loadFrame"), QStringLiteral("First Frame")},
@@ -78,7 +79,7 @@ protected:
     void prefer(const char* key, const QVariant& value) { defaults.set(QLatin1String(key), value); }
 
     bench::HandClock clock;
-    Player player{clock};
+    Player player;
     UserDefaults defaults{QString()};
     ScriptedAlerts alerts;
     ScriptedPanels panels;
