@@ -1,23 +1,14 @@
 #include "media/MxfHeaderIndex.h"
 
 #include "media/MxfIndex.h"
+#include "media/SampleChecks.h"
 
 #include <algorithm>
 #include <cstring>
 #include <numeric>
-#include <random>
 
 namespace daylark {
 namespace {
-
-/// Both ends and some in between; the same ones each time.
-std::vector<qint64> someUnits(qint64 count, size_t inBetween) {
-    std::vector<qint64> units{0, std::min<qint64>(1, count - 1), count - 1};
-    std::mt19937 random(5);
-    for (size_t i = 0; i < inBetween; ++i)
-        units.push_back(qint64(random() % quint64(count)));
-    return units;
-}
 
 std::vector<qint64> longestUnits(const MxfIndex& index) {
     std::vector<qint64> units(size_t(index.count()));
@@ -32,7 +23,7 @@ std::vector<qint64> longestUnits(const MxfIndex& index) {
 
 /// Where the pictures' elements lie in their edit units, as the first one does; looks at some of them.
 bool holdOnePictureEach(const MxfIndex& index, const MxfIndex::Element& first) {
-    std::vector<qint64> units = someUnits(index.count(), 16);
+    std::vector<qint64> units = placesToCheck(index.count(), 16);
     const std::vector<qint64> longest = longestUnits(index);
     units.insert(units.end(), longest.begin(), longest.end());
     return std::all_of(units.begin(), units.end(), [&](qint64 unit) {
@@ -46,13 +37,6 @@ qint64 sizeOf(const MxfIndex& index, qint64 unit, const MxfIndex::Element& pictu
     if (index.clip()) return index.end(unit) - index.start(unit);
     const auto element = index.pictureIn(unit, picture);
     return element ? element->length : -1;
-}
-
-bool givesThisPacket(const MediaFile& file, AVPacket* packet, const RawSample& sample, qint64 size) {
-    return av_seek_frame(file.format(), file.video()->index, sample.pts, 0) >= 0 &&
-           file.readPacket(packet) >= 0 && packet->pts == sample.pts && packet->pos == sample.position &&
-           packet->size == size && (packet->flags & AV_PKT_FLAG_KEY) &&
-           !(packet->flags & AV_PKT_FLAG_DISCARD);
 }
 
 } // namespace
@@ -70,8 +54,8 @@ std::vector<RawSample> readMxfHeader(const MediaFile& file) {
     for (qint64 n = 0; n < index->count(); ++n)
         samples[size_t(n)] = {
             packet->pts + n, packet->pts + n, index->start(n) + offset, packet->duration, 0, true, true};
-    for (const qint64 n : someUnits(index->count(), 5))
-        if (!givesThisPacket(file, packet.get(), samples[size_t(n)], sizeOf(*index, n, *picture))) return {};
+    for (const qint64 n : placesToCheck(index->count(), 5))
+        if (!isFoundBySeeking(file, samples[size_t(n)], sizeOf(*index, n, *picture))) return {};
     return samples;
 }
 

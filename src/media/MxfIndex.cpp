@@ -56,7 +56,8 @@ bool isOfTrack(const Key& key, const Key& other) {
 } // namespace
 
 QByteArray MxfIndex::bytesAt(qint64 position, qint64 size) const {
-    return file_->seek(position) ? file_->read(size) : QByteArray();
+    const bool isThere = position >= 0 && position <= size_ && file_->seek(position);
+    return isThere ? file_->read(size) : QByteArray();
 }
 
 std::optional<MxfIndex::Element> MxfIndex::elementAt(qint64 position) const {
@@ -76,7 +77,7 @@ std::optional<MxfIndex::Element> MxfIndex::elementAt(qint64 position) const {
     }
     element.position = position;
     element.value = position + head.size() - rest.rest().size();
-    if (rest.failed() || length > quint64(file_->size() - element.value)) return std::nullopt;
+    if (rest.failed() || length > quint64(size_ - element.value)) return std::nullopt;
     element.length = qint64(length);
     return element;
 }
@@ -99,11 +100,10 @@ std::optional<MxfIndex::Element> MxfIndex::pictureIn(qint64 unit, const Element&
 
 /// By the list at the file's end, which a file that was cut short or is still being written doesn't have.
 bool MxfIndex::readPartitions() {
-    const qint64 size = file_->size();
-    const QByteArray tail = bytesAt(std::max<qint64>(0, size - 4), 4);
+    const QByteArray tail = bytesAt(std::max<qint64>(0, size_ - 4), 4);
     const qint64 listed = BoxBytes(tail).u32();
-    const std::optional<Element> list = elementAt(size - std::min(size, listed));
-    if (!list || !isPartitionList(list->key) || list->end() != size || list->length > largestSet)
+    const std::optional<Element> list = elementAt(size_ - std::min(size_, listed));
+    if (!list || !isPartitionList(list->key) || list->end() != size_ || list->length > largestSet)
         return false;
     const QByteArray bytes = bytesAt(list->value, list->length);
     BoxBytes entries{QByteArrayView(bytes)};
@@ -271,12 +271,14 @@ bool MxfIndex::place(const std::vector<qint64>& offsets) {
 }
 
 Result<MxfIndex> MxfIndex::read(const QString& path, qint64 count) {
-    constexpr qint64 mostUnits = 1 << 24;
+    constexpr qint64 mostUnits = 1 << 24, smallestUnit = 16; // bytes
     MxfIndex index;
     index.file_ = std::make_unique<QFile>(path);
     if (!index.file_->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return Error{QStringLiteral("cannot be read")};
-    if (count < 1 || count > mostUnits) return Error{QStringLiteral("no likely length")};
+    index.size_ = index.file_->size();
+    if (count < 1 || count > std::min(mostUnits, index.size_ / smallestUnit))
+        return Error{QStringLiteral("no likely length")};
     if (!index.readPartitions()) return Error{QStringLiteral("no sound partitions")};
     const std::vector<qint64> offsets = index.offsets(count);
     if (offsets.empty() || !index.place(offsets)) return Error{QStringLiteral("no sound index")};

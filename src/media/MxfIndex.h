@@ -67,6 +67,7 @@ private:
     [[nodiscard]] QByteArray bytesAt(qint64 position, qint64 size) const;
 
     std::unique_ptr<QFile> file_;
+    qint64 size_ = 0; ///< of the file, bytes
     std::vector<Partition> partitions_;
     std::vector<Segment> segments_;
     std::vector<qint64> starts_;

@@ -1,5 +1,6 @@
 #include "media/SampleTable.h"
 
+#include "media/AviHeaderIndex.h"
 #include "media/FrameRate.h"
 #include "media/MovHeaderIndex.h"
 #include "media/MxfHeaderIndex.h"
@@ -105,6 +106,8 @@ Result<std::vector<RawSample>> readSamples(const MediaFile& file) {
         if (samples.empty() && standAlone) samples = readHeaderIndex(file);
     } else if (container == "mxf" && standAlone) {
         samples = readMxfHeader(file);
+    } else if (container == "avi" && standAlone) {
+        samples = readAviHeader(file);
     } else {
         return readAllPackets(file);
     }

@@ -2,6 +2,7 @@
 
 #include "demo/MovieMaker.h"
 #include "media/MovBoxes.h"
+#include "support/PacketReading.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -27,27 +28,6 @@ protected:
     static std::vector<RawSample> fromHeader(const QString& path) {
         const Result<MediaFile> file = MediaFile::open(path, nullptr);
         return file ? readMovHeader(*file) : std::vector<RawSample>();
-    }
-    static std::vector<RawSample> fromPackets(const QString& path) {
-        const Result<MediaFile> file = MediaFile::open(path, nullptr);
-        std::vector<RawSample> samples;
-        const av::PacketPtr packet(av_packet_alloc());
-        while (file && file->readPacket(packet.get()) >= 0)
-            samples.push_back({packet->pts, packet->dts, packet->pos, packet->duration, 0,
-                               (packet->flags & AV_PKT_FLAG_KEY) != 0,
-                               !(packet->flags & AV_PKT_FLAG_DISCARD)});
-        return samples;
-    }
-    static void expectSame(const std::vector<RawSample>& header, const std::vector<RawSample>& packets) {
-        ASSERT_EQ(header.size(), packets.size());
-        for (size_t i = 0; i < header.size(); ++i) {
-            ASSERT_EQ(header[i].pts, packets[i].pts) << i;
-            ASSERT_EQ(header[i].dts, packets[i].dts) << i;
-            ASSERT_EQ(header[i].position, packets[i].position) << i;
-            ASSERT_EQ(header[i].key, packets[i].key) << i;
-            ASSERT_EQ(header[i].shown, packets[i].shown) << i;
-        }
-        EXPECT_EQ(header.back().duration, packets.back().duration);
     }
     static QByteArray contents(const QString& path) {
         QFile file(path);
@@ -88,7 +68,7 @@ TEST_F(MovHeaderIndexTest, HeaderTablesSayWhatReadingThroughSays) {
     for (const MovieSpec& movie : specs) {
         SCOPED_TRACE(movie.path.toStdString());
         ASSERT_TRUE(makeMovie(movie));
-        expectSame(fromHeader(movie.path), fromPackets(movie.path));
+        expectSameSamples(fromHeader(movie.path), samplesFromPackets(movie.path));
     }
 }
 

@@ -211,6 +211,18 @@ Making packedBFrames() {
     };
 }
 
+Making lyingFile(std::function<bool(QByteArray&)> change) {
+    return [change = std::move(change)](const MovieSpec& spec) -> Result<Expectation> {
+        if (const Result<void> made = makeMovie(spec); !made) return made.error();
+        QFile file(spec.path);
+        if (!file.open(QIODevice::ReadWrite)) return failed("no file");
+        QByteArray bytes = file.readAll();
+        if (!change(bytes)) return failed("nothing to change");
+        if (!file.seek(0) || file.write(bytes) != bytes.size()) return failed("not written");
+        return whole(spec);
+    };
+}
+
 Making truncated(double share, CutFile kind) {
     return [=](MovieSpec spec) -> Result<Expectation> {
         if (kind == CutFile::headerInFront)

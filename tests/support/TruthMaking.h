@@ -32,6 +32,9 @@ struct Damage {
 /// MPEG-4 with one B-frame between two others, packed into the sample of the later one, as some old AVI files
 /// are: the sample after it is a placeholder.
 [[nodiscard]] Making packedBFrames();
+/// The whole file is changed after muxing, in what it says of itself: it shows the same all the same. The
+/// change tells whether it found what it changes.
+[[nodiscard]] Making lyingFile(std::function<bool(QByteArray& file)> change);
 /// The file ends within a sample, about so far on. `header`: it stands in front and names all samples.
 enum class CutFile { headerInFront, readable, packed };
 [[nodiscard]] Making truncated(double share, CutFile kind);
