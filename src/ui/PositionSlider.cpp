@@ -104,7 +104,7 @@ void PositionSlider::mouseMoveEvent(QMouseEvent* event) {
         const int y = event->position().toPoint().y();
         if (!dragging_ && y >= readyY && y < readyY + 2 * readyHeight + 2)
             text += tr("\nBlue strip: frames that are ready");
-        QToolTip::showText(mapToGlobal(QPoint(hoverX_ - 40, -48)), text, this);
+        QToolTip::showText(mapToGlobal(QPoint(hoverX_ - 40, -76)), text, this); // clear of the playhead
     }
     update();
 }

@@ -157,9 +157,10 @@ void apply(QApplication& application) {
 }
 
 QFont numberFont() {
-    const QString family = QStringLiteral("PT Mono");
-    QFont font = QFontDatabase::hasFamily(family) ? QFont(family)
-                                                  : QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    // Asked once: the font database takes longer to answer than the text to paint.
+    static const QString family = QStringLiteral("PT Mono");
+    static const bool isInstalled = QFontDatabase::hasFamily(family);
+    QFont font = isInstalled ? QFont(family) : QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setPointSizeF(std::max(8.0, QApplication::font().pointSizeF()));
     font.setBold(true);
     return font;

@@ -180,6 +180,7 @@ TEST_F(ViewerTransportTest, AMissingFileIsSaidCalmlyAndTheNextMovieStillShows) {
     EXPECT_TRUE(window->picture()->headsUp().message.contains(QStringLiteral("lost.mov")));
     EXPECT_TRUE(window->picture()->pictureRect().isEmpty());
     EXPECT_FALSE(window->slider()->isEnabled());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     key(Qt::Key_PageDown);
     EXPECT_SHOWN(1);
     EXPECT_TRUE(window->picture()->headsUp().message.isEmpty());
