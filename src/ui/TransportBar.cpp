@@ -127,7 +127,7 @@ QToolButton* TransportBar::repeatPopUp() {
     button->setIconSize({16, 16});
     button->setMinimumHeight(28);
     button->setFocusPolicy(Qt::TabFocus);
-    auto* choices = new QMenu(button);
+    auto* choices = new QMenu(tr("&Repeat"), button);
     auto* group = new QActionGroup(choices);
     for (const RepeatMode& mode : repeatModes) {
         const QString title = QString::fromLatin1(mode.title);
@@ -152,6 +152,10 @@ void TransportBar::showTimes() {
     elapsed_->setText(controller_.currentMovie() ? controller_.time().currentTimeForDisplay() : QString());
     counter_->setText(controller_.time().stripFrameNumber());
     timecode_->setText(controller_.time().stripTimecode());
+}
+
+QMenu* TransportBar::repeatMenu() const {
+    return repeat_->menu();
 }
 
 QString TransportBar::counterText() const {

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class QLabel;
+class QMenu;
 class QToolButton;
 
 namespace daylark {
@@ -26,6 +27,7 @@ public:
     void showRepeatType();
     void showFlag();
     [[nodiscard]] QString counterText() const;
+    [[nodiscard]] QMenu* repeatMenu() const; ///< the six modes
 
 private:
     [[nodiscard]] QLabel* readOut(const QString& name, const QString& accessibleName, const QString& widest);

@@ -244,9 +244,15 @@ void ViewerWindow::connectInput() {
     }
     auto* keys = new ViewerKeys(*this, controller_, *commands_); // the window owns it
     connect(keys, &ViewerKeys::pressed, this, &ViewerWindow::keyPressed);
-    const auto places = commands_->action(QStringLiteral("viewer.fullScreen"))->associatedObjects();
+    addMenuBelow("viewer.fullScreen", fullScreen_->screensMenu());
+    addMenuBelow("viewer.lastFrame", bar_->repeatMenu()); // the strip may have folded it away
+}
+
+/// At the foot of the menu that has this command.
+void ViewerWindow::addMenuBelow(const char* command, QMenu* below) {
+    const auto places = commands_->action(QLatin1String(command))->associatedObjects();
     for (QObject* place : places)
-        if (auto* menu = qobject_cast<QMenu*>(place)) menu->addMenu(fullScreen_->screensMenu());
+        if (auto* menu = qobject_cast<QMenu*>(place)) menu->addMenu(below);
 }
 
 void ViewerWindow::fullScreenChanged() {

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class QMenu;
+
 namespace daylark {
 
 class BookmarkPanel;
@@ -55,6 +57,7 @@ private:
     void connectController();
     void connectPreferences();
     void connectInput();
+    void addMenuBelow(const char* command, QMenu* below);
     void fullScreenChanged();
     void keyPressed(int keyCode);
     void editBookmarkText();

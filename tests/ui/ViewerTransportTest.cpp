@@ -7,6 +7,7 @@
 
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
 #include <QSlider>
 #include <QTableView>
 #include <QToolButton>
@@ -140,13 +141,22 @@ TEST_F(ViewerTransportTest, AStripUnderTheTrackShowsWhichFramesAreReady) {
     EXPECT_EQ(stripAt(200), stripAt(103));
 }
 
-TEST_F(ViewerTransportTest, RepeatPopUpStoresAllSixModes) {
+TEST_F(ViewerTransportTest, AllSixRepeatModesAreChosenByThePopUpAndInTheMenu) {
     openFrames(48);
-    const auto modes = child<QToolButton>("repeatPopUp")->menu()->actions();
+    const QString playback = QStringLiteral("&Playback");
+    QMenu* menu = nullptr;
+    const auto titles = window->menuBar()->actions();
+    for (QAction* title : titles)
+        if (title->text() == playback) menu = title->menu()->actions().back()->menu();
+    ASSERT_TRUE(menu);
+    EXPECT_EQ(menu, child<QToolButton>("repeatPopUp")->menu());
+    const auto modes = menu->actions();
     ASSERT_EQ(modes.size(), 6);
     for (QAction* mode : modes) {
-        mode->trigger();
+        menu->popup(window->mapToGlobal(QPoint(60, 60)));
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(mode).center());
         EXPECT_EQ(defaults.stringForKey(QStringLiteral("repeatType")), mode->text());
+        EXPECT_TRUE(mode->isChecked());
         EXPECT_TRUE(child<QToolButton>("repeatPopUp")->text().endsWith(mode->text()));
     }
 }
