@@ -45,12 +45,13 @@ bool isRealVideo(const AVStream* stream) {
 /// The headers of these containers say all about such a stream but what its decoder finds out for itself.
 bool isSaidByHeader(const AVFormatContext& format, const AVCodecParameters& parameters) {
     const QByteArray name(format.iformat->name);
-    if (!name.contains("mov") && name != "mxf") return false;
+    const bool isQuickTime = name.contains("mov");
+    if (!isQuickTime && name != "mxf" && !name.contains("matroska")) return false;
     if (parameters.width <= 0 || parameters.height <= 0 || parameters.format != AV_PIX_FMT_NONE) return false;
     switch (parameters.codec_id) {
     case AV_CODEC_ID_H264:
     case AV_CODEC_ID_HEVC:
-        return name != "mxf" && parameters.extradata_size > 0;
+        return isQuickTime && parameters.extradata_size > 0;
     case AV_CODEC_ID_PRORES:
     case AV_CODEC_ID_DNXHD:
     case AV_CODEC_ID_JPEG2000:

@@ -19,8 +19,9 @@ public:
     /// time decode the most.
     enum class Sharing { slices, pictures };
     /// How the streams' parameters are found out. `forReading` leaves out what a decoder tells by itself once
-    /// it decodes: with QuickTime, MP4 and MXF the pixel format, the colours and the pixel aspect that stand
-    /// in the picture's data alone, which would cost decoding a picture. `forFacts` finds out all of them.
+    /// it decodes: where the header says enough (QuickTime and MP4; MXF and Matroska of pictures that stand
+    /// for themselves) the pixel format, the colours and the pixel aspect that stand in the picture's data
+    /// alone, which would cost decoding a picture. `forFacts` finds out all of them.
     enum class Opening { forReading, forFacts };
 
     [[nodiscard]] static Result<MediaFile> open(const QString& path, const CancelFlag* cancel,
