@@ -1,8 +1,17 @@
 #include "playback/DecodeThread.h"
 
+#include "playback/DragPlan.h"
 #include "playback/FrameCache.h"
 
+#include <malloc.h>
+
 namespace daylark {
+
+namespace {
+
+constexpr qint64 decodersShare = 4; // of the budget, one part in so many, for decoders that stand aside
+
+} // namespace
 
 DecodeThread::DecodeThread(FrameCache& cache, std::function<void(Opening)> opened,
                            std::function<void()> lookAgain, Neighbours* neighbours)
@@ -43,9 +52,10 @@ void DecodeThread::give(Command command) {
 }
 
 void DecodeThread::want(quint64 generation, const ReadDemand& demand) {
-    const bool ready = cache_.contains(demand.target);
+    const bool ready = demand.dragging ? isCovered(demand.target, cache_) : cache_.contains(demand.target);
     {
         const std::lock_guard lock(mutex_);
+        if (demand_.dragging != demand.dragging) gaveUp_ = false; // a hand that rests waits for nothing else
         demand_ = demand;
         demandGeneration_ = generation;
         dirty_ = true;
@@ -55,11 +65,12 @@ void DecodeThread::want(quint64 generation, const ReadDemand& demand) {
     wake_.notify_one();
 }
 
-// A short read is never given up: the decoder would lose its place for little. Of the long ones every second
-// at least is finished; while a hand drags, those in the target's own group, whose pictures are near.
+// A short read is never given up: the decoder would lose its place for little. Of the long ones one at least
+// brings a picture before the next is given up; while a hand drags, those in the target's own group are
+// finished, whose pictures are near.
 bool DecodeThread::isWorthFinishing(const ReadDemand& demand) const {
-    if (shortRead_ || isOnTheWay(underWay_, demand.target)) return true;
-    return demand.dragging ? isOnTheWay(demand.target, underWay_) : gaveUp_;
+    if (shortRead_ || gaveUp_ || isOnTheWay(underWay_, demand.target)) return true;
+    return demand.dragging && isOnTheWay(demand.target, underWay_);
 }
 
 /// One that decodes little: a key frame, or a frame or two beyond the last one.
@@ -154,13 +165,27 @@ void DecodeThread::obey(const Command& command) {
         opened_(std::move(opening));
     }
     cache_.sweep();
-    if (left && neighbours_) neighbours_->keep(std::move(left));
+    if (left && neighbours_) {
+        left->reader->limitDecoders(0); // it keeps its place, no others
+        neighbours_->keep(std::move(left));
+    }
+    left.reset();
+    malloc_trim(0); // decoders' tables lie about in the heap otherwise, movie after movie
+}
+
+qint64 DecodeThread::keyFrameAfter(qint64 frame) const {
+    const auto& samples = movie_->index->samples;
+    do
+        ++frame;
+    while (frame < qint64(samples.size()) && !samples[size_t(frame)].key);
+    return frame;
 }
 
 bool DecodeThread::readOne(const ReadDemand& demand) {
     FrameReader& reader = *movie_->reader;
     const ReadState state{movie_->index->count(), movie_->lastRead,
-                          [&reader](qint64 frame) { return reader.keyFrameBefore(frame); }};
+                          [&reader](qint64 frame) { return reader.keyFrameBefore(frame); },
+                          [this](qint64 frame) { return keyFrameAfter(frame); }};
     const std::optional<qint64> frame = nextFrameToRead(demand, state, cache_);
     if (!frame) return false;
     {
@@ -174,16 +199,26 @@ bool DecodeThread::readOne(const ReadDemand& demand) {
         work();
     else if (neighbours_)
         neighbours_->setResting(true);
+    reader.limitDecoders(cache_.budget() / decodersShare);
     const auto keep = [this](qint64 number, const VideoFrame& picture) {
         cache_.put(readerGeneration_, number, picture);
+        cache_.setMade(readerGeneration_, movie_->reader->pictureBytes());
         lookAgain_();
     };
+    qint64 lastPassed = -1;
+    const auto passed = [&](qint64 number, const VideoFrame& picture) {
+        keep(number, picture);
+        lastPassed = number;
+        const std::lock_guard lock(mutex_);
+        gaveUp_ = false;
+    };
     // A hand that drags wants every picture on the way. A jump is quicker when they are let go (their memory
-    // is used again); the group is filled afterwards anyway.
-    auto picture =
-        demand.dragging ? reader.readThrough(*frame, keep, &cancel_) : reader.read(*frame, &cancel_);
+    // is used again), and a key frame has none; the group is filled afterwards anyway.
+    const bool isKey = movie_->index->samples[size_t(*frame)].key;
+    auto picture = demand.dragging && !isKey ? reader.readThrough(*frame, passed, &cancel_)
+                                             : reader.read(*frame, &cancel_);
     if (!picture && cancel_) {
-        movie_->lastRead = -1;
+        movie_->lastRead = lastPassed; // the reader keeps its place
         return true;
     }
     movie_->lastRead = *frame;

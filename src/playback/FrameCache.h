@@ -2,6 +2,7 @@
 
 #include "media/VideoFrame.h"
 
+#include <algorithm>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -11,11 +12,11 @@
 namespace daylark {
 
 /// Decoded pictures of one movie by frame number (from 0), bounded in bytes: after every `put` the pictures
-/// held take at most the budget less what is held elsewhere (for neighbouring movies), except that the last
-/// one is never given up. What goes first is what is farthest from the playhead in the direction of travel;
-/// what lies behind counts double. Each opening of a movie has a generation: pictures of another one are not
-/// taken. Owned by the player; any thread (the decode thread puts, the interface thread looks). Nothing here
-/// fails.
+/// held take at most the budget less what is held elsewhere (for neighbouring movies) and what the decoders
+/// hold (that up to half of the budget), except that the last one is never given up. What goes first is what
+/// is farthest from the playhead in the direction of travel; what lies behind counts double. Each opening of
+/// a movie has a generation: pictures of another one are not taken. Owned by the player; any thread (the
+/// decode thread puts, the interface thread looks). Nothing here fails.
 class FrameCache {
 public:
     /// Where the playhead stands and where it is heading.
@@ -33,6 +34,8 @@ public:
     void setBudget(qint64 bytes);
     /// Counts in (or, negative, out) pictures that others hold of the same budget.
     void addElsewhere(qint64 bytes);
+    /// The bytes of all pictures of this movie, those here and those that its decoders hold or keep room for.
+    void setMade(quint64 generation, qint64 bytes);
 
     /// Forgets everything; from now on takes this generation only. What was held is freed by `sweep`, since
     /// freeing many pictures takes time that the interface thread does not have.
@@ -51,7 +54,7 @@ public:
     [[nodiscard]] bool wouldKeep(qint64 frame) const; ///< a picture like those held
     [[nodiscard]] qint64 capacity() const;            ///< pictures like those held that fit; at least 1
     [[nodiscard]] qint64 byteCount() const;           ///< of the pictures here
-    [[nodiscard]] qint64 elsewhere() const;
+    [[nodiscard]] qint64 elsewhere() const;           ///< and of those that don't stand here
     [[nodiscard]] qint64 budget() const;
     /// The frames held, as inclusive ranges in order.
     [[nodiscard]] std::vector<std::pair<qint64, qint64>> readyRanges() const;
@@ -60,11 +63,12 @@ private:
     using Pictures = std::map<qint64, VideoFrame>;
     [[nodiscard]] qint64 cost(qint64 frame) const;
     [[nodiscard]] Pictures::const_iterator dearest() const;
-    [[nodiscard]] qint64 room() const { return budget_ - elsewhere_; }
+    [[nodiscard]] qint64 room() const { return budget_ - elsewhere_ - std::min(beside_, budget_ / 2); }
     [[nodiscard]] std::vector<VideoFrame> giveUp();
 
     mutable std::mutex mutex_;
     qint64 budget_, elsewhere_ = 0;
+    qint64 beside_ = 0; ///< what the movie's decoders hold
     Pictures pictures_;
     std::vector<Pictures> forgotten_;
     Travel travel_;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace daylark {
 
@@ -20,7 +21,7 @@ qint64 PreparedMovie::byteCount() const {
     qint64 bytes = 0;
     for (const auto& [frame, picture] : pictures)
         bytes += picture.isNull() ? 0 : picture.byteCount();
-    return bytes;
+    return std::max(bytes, reader->pictureBytes());
 }
 
 Result<std::unique_ptr<PreparedMovie>> prepareMovie(const QString& path, const CancelFlag& cancel) {
@@ -32,6 +33,7 @@ Result<std::unique_ptr<PreparedMovie>> prepareMovie(const QString& path, const C
     auto reader = FrameReader::open(path, &cancel);
     if (!reader) return reader.error();
     movie->reader = std::move(*reader);
+    movie->reader->limitDecoders(0);
     movie->index = std::make_shared<const SampleIndex>(movie->reader->index());
     return movie;
 }
@@ -58,6 +60,11 @@ void Neighbours::setBudget(qint64 bytes) {
 void Neighbours::give(qint64 bytes) {
     bytes_ += bytes;
     if (bytes != 0) held_(bytes);
+}
+
+void Neighbours::recount(PreparedMovie& movie) {
+    const qint64 bytes = movie.byteCount();
+    give(bytes - std::exchange(movie.counted, bytes));
 }
 
 void Neighbours::want(std::vector<NeighbourMovie> movies) {
@@ -106,21 +113,20 @@ std::unique_ptr<PreparedMovie> Neighbours::take(const QString& path, const Cance
         }
     }
     if (!movie) return nullptr;
-    give(-movie->byteCount());
+    give(-std::exchange(movie->counted, 0));
     const QFileInfo file(path);
     return file.size() == movie->fileSize && file.lastModified() == movie->fileModified ? std::move(movie)
                                                                                         : nullptr;
 }
 
 void Neighbours::keep(std::unique_ptr<PreparedMovie> movie) {
-    const qint64 bytes = movie->byteCount();
     {
         const std::lock_guard lock(mutex_);
         if (wishes_.empty()) return;
+        recount(*movie);
         movies_.push_back(std::move(movie));
         pruneDue_ = qint64(movies_.size()) > mostMovies;
     }
-    give(bytes);
     wake_.notify_all();
 }
 
@@ -139,7 +145,7 @@ void Neighbours::letGoUnwanted(std::unique_lock<std::mutex>& lock) {
     }
     lock.unlock();
     for (const auto& movie : gone)
-        give(-movie->byteCount());
+        give(-movie->counted);
     gone.clear();
     lock.lock();
 }
@@ -204,13 +210,10 @@ void Neighbours::prepare(const NeighbourMovie& wish, std::unique_lock<std::mutex
 /// False when there is no more to read.
 bool Neighbours::readMore(PreparedMovie& movie, qint64 start) {
     const qint64 end = std::min(start + startPictures, movie.index->count());
-    qint64 went = 0;
     for (auto at = movie.pictures.begin(); at != movie.pictures.end();) {
         const bool near = at->first >= start && at->first < end;
-        if (!near) went += at->second.byteCount();
         at = near ? std::next(at) : movie.pictures.erase(at);
     }
-    give(-went);
     qint64 frame = start;
     while (frame < end && movie.pictures.count(frame) != 0)
         ++frame;
@@ -218,10 +221,9 @@ bool Neighbours::readMore(PreparedMovie& movie, qint64 start) {
     const auto picture = movie.reader->read(frame, &cancel_);
     movie.lastRead = picture ? frame : -1;
     if (!picture || picture->isNull()) return false;
-    const qint64 bytes = picture->byteCount();
-    if (bytes_ + bytes > budget_ / neighbourShare) return false;
+    recount(movie);
+    if (bytes_ > budget_ / neighbourShare) return false;
     movie.pictures.emplace(frame, *picture);
-    give(bytes);
     return true;
 }
 

@@ -34,8 +34,9 @@ struct PreparedMovie {
     std::shared_ptr<const SampleIndex> index;
     std::map<qint64, VideoFrame> pictures; ///< by frame, from 0
     qint64 lastRead = -1;
+    qint64 counted = 0; ///< bytes told of it
 
-    [[nodiscard]] qint64 byteCount() const;
+    [[nodiscard]] qint64 byteCount() const; ///< of its pictures, here and in its decoders
 };
 
 /// Opens a movie and builds its index. Errors as `FrameReader::open`.
@@ -78,6 +79,7 @@ private:
     [[nodiscard]] const NeighbourMovie* nextWish();
     [[nodiscard]] Movies::iterator find(const QString& path);
     void give(qint64 bytes);
+    void recount(PreparedMovie& movie);
 
     const std::function<void(qint64)> held_;
     CancelFlag cancel_ = false;

@@ -3,6 +3,7 @@
 #include "playback/DecodeThread.h"
 #include "playback/FrameCache.h"
 #include "playback/RunTally.h"
+#include "playback/SeekingHand.h"
 
 #include <QTimer>
 
@@ -49,7 +50,10 @@ public:
         constexpr int momentMs = 50;
         rest_.setInterval(momentMs);
         rest_.setSingleShot(true);
-        QObject::connect(&rest_, &QTimer::timeout, &player, [this] { demand(); });
+        QObject::connect(&rest_, &QTimer::timeout, &player, [this] {
+            hand_.rest();
+            demand();
+        });
     }
 
     ~Engine() {
@@ -100,7 +104,6 @@ private:
     [[nodiscard]] ReadDemand currentDemand() const;
     [[nodiscard]] bool isReadyToRoll() const;
     void present();
-    void presentNearest();
     void show(const VideoFrame& picture, qint64 frame);
     void startRun();
     void tryToRoll();
@@ -124,13 +127,12 @@ private:
     bool sounding_ = false;    // the sound plays this run
     bool holdDemands_ = false; // while listeners of `opened` choose where to start
     bool loops_ = false;
-    bool dragging_ = false;
-    std::vector<qint64> asked_; // frames asked for since the exact one was shown, the newest last
-    int travel_ = 1;            // direction of the last movement
-    int endedAt_ = 0;           // 1 or -1 after playing onto that end, until the position changes
-    double soundLaps_ = 0;      // how often the sound of this run has passed the movie's end
-    double furthest_ = 0;       // ticks that this run has come to while it has sound
-    double runStart_ = 0;       // ticks where the clock stood at runStartTime_
+    SeekingHand hand_;
+    int travel_ = 1;       // direction of the last movement
+    int endedAt_ = 0;      // 1 or -1 after playing onto that end, until the position changes
+    double soundLaps_ = 0; // how often the sound of this run has passed the movie's end
+    double furthest_ = 0;  // ticks that this run has come to while it has sound
+    double runStart_ = 0;  // ticks where the clock stood at runStartTime_
     qint64 runStartTime_ = 0;
     qint64 runFrom_ = 0; // the first frame that this run may still show
     std::atomic<bool> announced_ = false;
@@ -162,7 +164,7 @@ void Player::Engine::forget() {
     shown_ = {};
     tally_ = {};
     decoderName_.clear();
-    asked_.clear();
+    hand_.forgetAsked();
     endedAt_ = 0;
     travel_ = 1;
     cache_.reset(generation_);
@@ -220,11 +222,15 @@ void Player::Engine::place(qint64 ticks, int direction) {
 
 void Player::Engine::moveTo(const MediaTime& time) {
     if (!open_) return;
-    if (dragging_) rest_.start();
     const qint64 ticks = std::clamp<qint64>(ticksOnScale(time, index_->timeScale), 0, index_->endTicks);
-    const qint64 by = index_->frameAt({ticks, index_->timeScale}) - frame_;
+    const qint64 frame = index_->frameAt({ticks, index_->timeScale}), by = frame - frame_;
+    if (hand_.isDragging()) {
+        hand_.moveTo(frame, clock_.nanoseconds());
+        rest_.start();
+        return place(ticks, 1);
+    }
     constexpr qint64 aStepOrTwo = 3; // a short way back is a hand that steps; a long one is a jump
-    place(ticks, dragging_ ? 1 : by == 0 ? travel_ : by < 0 && by >= -aStepOrTwo ? -1 : 1);
+    place(ticks, by == 0 ? travel_ : by < 0 && by >= -aStepOrTwo ? -1 : 1);
 }
 
 void Player::Engine::step(int direction) {
@@ -233,23 +239,26 @@ void Player::Engine::step(int direction) {
 
 void Player::Engine::demand() {
     if (!open_ || holdDemands_) return;
-    constexpr size_t most = 32;
-    if (asked_.size() >= most) asked_.erase(asked_.begin());
-    if (asked_.empty() || asked_.back() != frame_) asked_.push_back(frame_);
+    hand_.ask(frame_);
     const ReadDemand demand = currentDemand();
-    cache_.setTravel({frame_, demand.direction, index_->count(), loops_ && rate_ != 0});
+    const int direction = demand.dragging ? demand.heading : demand.direction;
+    cache_.setTravel({frame_, direction, index_->count(), loops_ && rate_ != 0});
     decoder_.want(generation_, demand);
 }
 
 ReadDemand Player::Engine::currentDemand() const {
-    const bool seeking = dragging_ && rest_.isActive();
-    return {frame_, rate_ != 0 ? direction() : travel_, rate_ != 0, loops_, seeking};
+    return {.target = frame_,
+            .direction = rate_ != 0 ? direction() : travel_,
+            .playing = rate_ != 0,
+            .loops = loops_,
+            .dragging = hand_.isSeeking(),
+            .heading = hand_.heading(),
+            .reach = hand_.reach()};
 }
 
 void Player::Engine::setDragging(bool dragging) {
-    if (dragging == dragging_) return;
-    dragging_ = dragging;
-    asked_.clear();
+    if (dragging == hand_.isDragging()) return;
+    hand_.setDragging(dragging);
     rest_.stop();
     demand();
     present();
@@ -264,7 +273,7 @@ void Player::Engine::setCacheBudget(qint64 bytes) {
 void Player::Engine::present() {
     if (!open_ || holdDemands_) return;
     if (rolling_) {
-        asked_.clear();
+        hand_.forgetAsked();
         const qint64 left = (frame_ - runFrom_) * direction();
         const auto ready = left < 0 ? std::nullopt : cache_.nearestBetween(runFrom_, frame_);
         if (ready) {
@@ -275,24 +284,8 @@ void Player::Engine::present() {
         }
         return;
     }
-    if (dragging_) return presentNearest();
-    // A hand that jumps about sees on its way what it asked for; the exact picture stands last.
-    for (qsizetype at = qsizetype(asked_.size()); --at >= 0;) {
-        const qint64 frame = asked_[size_t(at)];
-        const VideoFrame picture = frame == shownNumber_ ? shown_ : cache_.find(frame);
-        if (picture.isNull()) continue;
-        asked_.erase(asked_.begin(), asked_.begin() + at + 1);
-        if (frame != shownNumber_) show(picture, frame);
-        break;
-    }
-    tryToRoll();
-}
-
-void Player::Engine::presentNearest() {
-    const std::optional<qint64> ready = cache_.contains(frame_) ? frame_ : cache_.nearest(frame_);
-    if (!ready || *ready == shownNumber_) return;
-    if (shownNumber_ < 0 || std::abs(*ready - frame_) < std::abs(shownNumber_ - frame_))
-        show(cache_.find(*ready), *ready);
+    if (const auto frame = hand_.toShow(cache_, frame_, shownNumber_)) show(cache_.find(*frame), *frame);
+    if (!hand_.isDragging()) tryToRoll();
 }
 
 void Player::Engine::show(const VideoFrame& picture, qint64 frame) {
@@ -370,7 +363,7 @@ bool Player::Engine::isReadyToRoll() const {
     for (qint64 ahead = 1; ahead <= wanted; ++ahead) {
         const qint64 frame = frame_ + ahead * demand.direction;
         if (frame < 0 || frame > last()) break;
-        if (!cache_.contains(frame)) return ahead > 1 && decoder_.isResting(); // no more to come
+        if (!cache_.contains(frame)) return decoder_.isResting(); // no more to come
     }
     return true;
 }

@@ -1,5 +1,6 @@
 #include "playback/ReadPlan.h"
 
+#include "playback/DragPlan.h"
 #include "playback/FrameCache.h"
 
 #include <algorithm>
@@ -56,9 +57,17 @@ qint64 reachAhead(const ReadDemand& demand, const ReadState& state, const FrameC
     return withinCache(reach, cache);
 }
 
-/// Standing, what of the group lies behind the target: a hand that stops often steps back.
+/// Each picture stands for itself here.
+bool isWithoutGroups(qint64 target, const ReadState& state) {
+    return target > 0 && state.keyFrameBefore(target) == target &&
+           state.keyFrameBefore(target - 1) == target - 1;
+}
+
+/// Standing, what of the group lies behind the target, or some frames: a hand that stops often steps back.
 std::optional<qint64> nextBehind(const ReadDemand& demand, const ReadState& state, const FrameCache& cache) {
-    const qint64 behind = withinCache(wayBack(demand.target, state).rest, cache);
+    const qint64 wanted = isWithoutGroups(demand.target, state) ? std::min(pauseAhead, demand.target)
+                                                                : wayBack(demand.target, state).rest;
+    const qint64 behind = withinCache(wanted, cache);
     for (qint64 back = 1; back <= behind; ++back)
         if (const qint64 frame = demand.target - back; !cache.contains(frame))
             return cache.wouldKeep(frame) ? std::optional(readGroupTowards(frame, state, cache))
@@ -82,10 +91,8 @@ qint64 readyToRoll(const ReadDemand& demand, const ReadState& state, const Frame
 std::optional<qint64> nextFrameToRead(const ReadDemand& demand, const ReadState& state,
                                       const FrameCache& cache) {
     if (demand.target < 0 || demand.target >= state.frames) return std::nullopt;
-    if (!cache.contains(demand.target))
-        return demand.dragging ? readGroupTowards(demand.target, state, cache)
-                               : readTowards(demand.target, demand, state, cache);
-    if (demand.dragging) return std::nullopt;
+    if (demand.dragging) return nextFrameForHand(demand, state, cache);
+    if (!cache.contains(demand.target)) return readTowards(demand.target, demand, state, cache);
 
     const qint64 reach = reachAhead(demand, state, cache);
     for (qint64 ahead = 1; ahead <= std::min(reach, state.frames - 1); ++ahead) {

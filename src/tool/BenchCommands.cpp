@@ -1,4 +1,6 @@
 #include "model/Session.h"
+#include "tool/DragBench.h"
+#include "tool/MemoryBench.h"
 #include "tool/PlayBench.h"
 #include "tool/PlaybackBenches.h"
 #include "tool/ToolContext.h"
@@ -169,6 +171,8 @@ void addBenchCommands(CLI::App& app, ToolContext& context) {
     bench->require_subcommand(1);
     addPlaybackBenches(*bench, context);
     addPlayBenches(*bench, context);
+    addDragBench(*bench, context);
+    addMemoryBenches(*bench, context);
     CLI::App* session = bench->add_subcommand("session", "Saving and loading a made session of COUNT movies");
     session->footer("Example: daylark-tool bench session 10000");
     session->add_option("COUNT", arguments->count)->required()->check(CLI::Range(1, 1000000));

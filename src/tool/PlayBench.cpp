@@ -4,23 +4,17 @@
 #include "media/PictureRenderer.h"
 #include "playback/PlaybackClock.h"
 #include "playback/Player.h"
+#include "tool/BenchSupport.h"
 #include "tool/GradeArgument.h"
 #include "tool/ToolContext.h"
 
 #include <CLI/CLI.hpp>
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QJsonObject>
-#include <QTimer>
-
-#include <sys/resource.h>
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
-#include <numbers>
 
 namespace daylark::tool {
 namespace {
@@ -32,66 +26,6 @@ struct PlayArguments {
     int count = 0;
     bool yardstick = false;
 };
-
-double msOf(const QElapsedTimer& timer) {
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
-/// Runs events for that long; sleeps between them, since what is measured wants the processor.
-void runFor(double milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(std::max(0, int(std::lround(milliseconds))), Qt::PreciseTimer, &loop,
-                       &QEventLoop::quit);
-    loop.exec();
-}
-
-/// Runs events until the condition holds; false when it has not come true for very long.
-bool awaited(const std::function<bool()>& condition, double limitMs = 120000) {
-    QElapsedTimer timer;
-    timer.start();
-    QTimer alarm; // wakes the loop where nothing else does
-    alarm.start(5);
-    while (!condition()) {
-        if (msOf(timer) > limitMs) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
-
-/// Opens the movie and waits for its first picture; false, and the context's failure, when there is none.
-bool shownFirst(ToolContext& context, Player& player, const QString& path) {
-    QString reason;
-    bool failed = false;
-    const auto connection = QObject::connect(&player, &Player::openFailed, &player, [&](const QString& text) {
-        failed = true;
-        reason = text;
-    });
-    player.open(path);
-    const bool answered = awaited([&] { return failed || player.pictureIsCurrent(); });
-    QObject::disconnect(connection);
-    if (answered && !failed) return true;
-    context.fail(path, failed ? reason : QStringLiteral("no picture came"));
-    return false;
-}
-
-double processorSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-double peakResidentMiB() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return double(usage.ru_maxrss) / 1024;
-}
-
-double at(std::vector<double> times, double part) {
-    if (times.empty()) return 0;
-    std::sort(times.begin(), times.end());
-    return times[std::min(times.size() - 1, size_t(double(times.size()) * part))];
-}
 
 /// Each picture is rendered where it is shown, before the next one is looked for.
 class Screen {
@@ -209,48 +143,6 @@ void benchPlay(ToolContext& context, const PlayArguments& arguments) {
     context.print(QJsonDocument(figures));
 }
 
-/// A hand goes back and forth over the whole movie, an event every 8 ms, and rests; the movie opened anew
-/// each time, so that nothing is ready.
-void benchDrag(ToolContext& context, const PlayArguments& arguments) {
-    const QString path = QString::fromStdString(arguments.file);
-    MonotonicClock clock;
-    Player player(clock);
-    std::vector<double> rates, rests, gaps;
-    constexpr double eventMs = 8, sweepMs = 3000;
-    for (int round = 0; round < arguments.count; ++round) {
-        player.close();
-        if (!shownFirst(context, player, path)) return;
-        qint64 pictures = 0;
-        double longest = 0, last = 0;
-        QElapsedTimer timer;
-        const auto connection = QObject::connect(&player, &Player::frameShown, &player, [&] {
-            ++pictures;
-            longest = std::max(longest, msOf(timer) - last);
-            last = msOf(timer);
-        });
-        timer.start();
-        player.setDragging(true);
-        for (double next = 0; next < arguments.seconds * 1000; next += eventMs) {
-            const double part = 0.5 - 0.5 * std::cos(2 * std::numbers::pi * (next / sweepMs + 0.13 * round));
-            const qint64 frame = qint64(part * double(player.index().count() - 1));
-            player.setCurrentTime(player.index().timeOf(frame));
-            runFor(next + eventMs - msOf(timer));
-        }
-        rates.push_back(double(pictures) / (msOf(timer) / 1000));
-        gaps.push_back(longest);
-        QObject::disconnect(connection);
-        timer.restart();
-        awaited([&] { return player.pictureIsCurrent(); });
-        rests.push_back(msOf(timer));
-        player.setDragging(false);
-    }
-    context.print(QJsonDocument(QJsonObject{{QStringLiteral("picturesPerSecond"), at(rates, 0.5)},
-                                            {QStringLiteral("fewestPicturesPerSecond"), at(rates, 0)},
-                                            {QStringLiteral("longestGapMs"), at(gaps, 1)},
-                                            {QStringLiteral("restMedianMs"), at(rests, 0.5)},
-                                            {QStringLiteral("restMaxMs"), at(rests, 1)}}));
-}
-
 /// Goes through the movies in order and back; the next and the previous one were made ready while one stood.
 void benchNext(ToolContext& context, const PlayArguments& arguments) {
     MonotonicClock clock;
@@ -273,9 +165,9 @@ void benchNext(ToolContext& context, const PlayArguments& arguments) {
         if (!shownFirst(context, player, path(place))) return;
         times.push_back(msOf(timer));
     }
-    context.print(QJsonDocument(QJsonObject{{QStringLiteral("medianMs"), at(times, 0.5)},
-                                            {QStringLiteral("p95Ms"), at(times, 0.95)},
-                                            {QStringLiteral("maxMs"), at(times, 1)},
+    context.print(QJsonDocument(QJsonObject{{QStringLiteral("medianMs"), quantile(times, 0.5)},
+                                            {QStringLiteral("p95Ms"), quantile(times, 0.95)},
+                                            {QStringLiteral("maxMs"), quantile(times, 1)},
                                             {QStringLiteral("peakMemoryMiB"), peakResidentMiB()}}));
 }
 
@@ -303,16 +195,6 @@ void addPlayBenches(CLI::App& bench, ToolContext& context) {
         "--yardstick", arguments->yardstick,
         "also measures decoding and converting the same frames alone (movies longer than the run)");
     play->callback([=, &context] { benchPlay(context, *arguments); });
-
-    CLI::App* drag =
-        bench.add_subcommand("drag", "Drags the position back and forth over a movie not yet read");
-    drag->footer("Example: daylark-tool bench drag A001.mov --seconds 4");
-    drag->add_option("FILE", arguments->file)->required();
-    drag->add_option("--seconds", arguments->seconds, "of each drag")
-        ->default_val(3)
-        ->check(CLI::Range(0.1, 600.0));
-    drag->add_option("--count", arguments->count, "drags")->default_val(5)->check(CLI::Range(1, 1000));
-    drag->callback([=, &context] { benchDrag(context, *arguments); });
 
     CLI::App* next = bench.add_subcommand("next", "Goes from movie to movie of a list and back");
     next->footer("Example: daylark-tool bench next A001.mov A002.mov A003.mov");

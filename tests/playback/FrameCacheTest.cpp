@@ -93,6 +93,26 @@ TEST_F(FrameCacheTest, WhatIsHeldElsewhereAndASmallerBudgetTakeRoomAtOnce) {
     EXPECT_EQ(cache.byteCount(), room(7));
 }
 
+TEST_F(FrameCacheTest, WhatDecodersHoldTakesRoomUntilTheNextMovieButLeavesHalf) {
+    FrameCache cache(room(20));
+    cache.reset(1);
+    cache.setTravel({20, 1, 60, false});
+    fill(cache);
+    cache.setMade(1, room(25)); // five pictures in decoders, and their tables
+    EXPECT_EQ(cache.byteCount(), room(13));
+    EXPECT_EQ(cache.byteCount() + cache.elsewhere(), room(20));
+    cache.setMade(2, room(50));
+    fill(cache);
+    EXPECT_EQ(cache.byteCount(), room(13)) << "another movie's";
+    cache.setMade(1, room(13));
+    fill(cache);
+    EXPECT_EQ(cache.byteCount(), room(20));
+    cache.setMade(1, room(400));
+    EXPECT_EQ(cache.byteCount(), room(10));
+    cache.reset(2);
+    EXPECT_EQ(cache.elsewhere(), 0);
+}
+
 TEST_F(FrameCacheTest, PicturesOfAnotherGenerationAreNotTaken) {
     FrameCache cache(room(10));
     cache.reset(1);

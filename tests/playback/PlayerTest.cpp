@@ -213,8 +213,8 @@ TEST_F(PlayerTest, ASmallCacheShowsTheSameFrames) {
 }
 
 TEST_F(PlayerTest, ARunBackwardsLeavesNothingOutThoughTheCacheHoldsLessThanAGroup) {
-    player.setCacheBudget(20 * 256 * 144 * 3 / 2);
-    open(bench::movie({.frames = frameCount, .group = 45, .bFrames = 2}));
+    player.setCacheBudget(60 * 256 * 144 * 3 / 2);
+    open(bench::movie({.frames = frameCount, .group = frameCount, .bFrames = 2}));
     player.setCurrentTime(player.duration());
     ASSERT_EQ(settledPicture(player), frameCount);
     start(-1);
