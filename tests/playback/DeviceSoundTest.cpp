@@ -65,7 +65,7 @@ TEST_F(DeviceSoundTest, ChangesOfRateGoOnInTheSameRunWithoutABreak) {
     double last = 0;
     ASSERT_TRUE(waitUntil([&] {
         const double now = sound.position().value_or(-1);
-        EXPECT_GE(now, last - 0.025);
+        EXPECT_GE(now, last - 0.065); // as far as it reckons beyond the device's word
         last = now;
         return desk.played >= 1.3;
     }));
@@ -88,8 +88,12 @@ TEST_F(DeviceSoundTest, SoundThatJoinsComesInWhereThePictureIs) {
     sound.play(0.3, 1, SoundOutput::Start::joins);
     EXPECT_FALSE(sound.position());
     std::optional<double> heard;
-    ASSERT_TRUE(waitUntil([&] { return (heard = sound.position()).has_value(); }));
-    EXPECT_NEAR(*heard, picture(), 0.1);
+    double seen = 0;
+    ASSERT_TRUE(waitUntil([&] {
+        seen = picture();
+        return (heard = sound.position()).has_value();
+    }));
+    EXPECT_NEAR(*heard, seen, 0.1);
     ASSERT_TRUE(waitUntil([&] { return beeps().size() == 1 && desk.played > beeps()[0] + 0.05; }));
     const double shift = *sound.position() - desk.played;
     EXPECT_NEAR(beeps()[0] + shift, 1, 0.06) << "what is said to be heard is what is heard";
@@ -136,23 +140,21 @@ TEST_F(DeviceSoundTest, ADeviceThatIsLostOrMissingIsNoClockAndSoundComesInAgainB
         EXPECT_NEAR(moment, std::round(moment), 0.06) << "what is said to be heard is what is heard";
     };
     sound.setLoops(true);
+    ASSERT_TRUE(waitUntil([&] { return desk.made == 1; })); // its file is open
     desk.present = false;
+    desk.lost = true; // while nothing plays
     sound.play(0.5, 1, SoundOutput::Start::waits);
     ASSERT_TRUE(isHeard()) << "it may be about to begin";
-    ASSERT_TRUE(waitUntil([&] { return !isHeard(); }));
-    expectSoundAgainWhereThePictureIs();
-    EXPECT_EQ(desk.made, 1);
-    desk.present = false;
-    desk.lost = true;
     ASSERT_TRUE(waitUntil([&] { return !isHeard(); }));
     desk.lost = false;
     expectSoundAgainWhereThePictureIs();
     EXPECT_EQ(desk.made, 2);
-    sound.stop();
-    desk.lost = true; // while nothing plays: the next run finds a new one at once
-    sound.play(1.5, 1, SoundOutput::Start::waits);
-    ASSERT_TRUE(waitUntil([&] { return desk.made == 3; }));
+    desk.present = false;
+    desk.lost = true; // in the middle of a run
+    ASSERT_TRUE(waitUntil([&] { return !isHeard(); }));
     desk.lost = false;
+    expectSoundAgainWhereThePictureIs();
+    EXPECT_EQ(desk.made, 3);
 }
 
 TEST_F(DeviceSoundTest, AMovieWithoutSoundIsNoClock) {
