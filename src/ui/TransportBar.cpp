@@ -127,12 +127,13 @@ QToolButton* TransportBar::repeatPopUp() {
     button->setIconSize({16, 16});
     button->setMinimumHeight(28);
     button->setFocusPolicy(Qt::TabFocus);
-    auto* choices = new QMenu(tr("&Repeat"), button);
+    auto* choices = new QMenu(tr("R&epeat"), button);
     auto* group = new QActionGroup(choices);
     for (const RepeatMode& mode : repeatModes) {
         const QString title = QString::fromLatin1(mode.title);
         QAction* action = choices->addAction(theme::icon(QLatin1String(mode.icon)), title);
         action->setCheckable(true);
+        action->setIconVisibleInMenu(false); // a mark beside the one in force says more
         action->setData(title);
         group->addAction(action);
         connect(action, &QAction::triggered, this, [this, title] { setRepeatType(title); });

@@ -265,7 +265,7 @@ void addViewerCommands(Commands& commands, MoviePlayerController& controller,
 void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
     fill(menuBar.addMenu(viewerText("&Playback")), commands,
          {"playPause", "playForwards", "playBackwards", "pause", "-", "stepForward", "stepBackward",
-          "firstFrame", "lastFrame"});
+          "firstFrame", "lastFrame", "-"});
     QMenu* movie = menuBar.addMenu(viewerText("&Movie"));
     fill(movie, commands, {"previousMovie", "nextMovie", "-"});
     QMenu* flags = movie->addMenu(viewerText("&Flag"));

@@ -6,6 +6,7 @@
 #include "viewer/ViewerList.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace daylark {
 
@@ -14,20 +15,20 @@ namespace {
 const QString loadFrameKey = QStringLiteral("loadFrame"), currentFrameStart = QStringLiteral("Current Frame");
 
 /// What the start depends on besides the movie's own index, as a text that changes when it does.
-QString startMark(const Movie& movie, const UserDefaults& defaults, const MediaTime& current) {
+QString startMark(const Movie& movie, const UserDefaults& defaults, const MediaTime& current, bool running) {
     const QString start = defaults.stringForKey(loadFrameKey);
     const bool byCurrent = start == currentFrameStart;
     const MediaTime time = byCurrent ? current : movie.mLastFrameVisited;
-    return QStringLiteral("%1|%2|%3/%4").arg(movie.filepathString, start).arg(time.value).arg(time.scale);
+    return QStringLiteral("%1|%2|%3/%4|%5")
+        .arg(movie.filepathString, start)
+        .arg(time.value)
+        .arg(time.scale)
+        .arg(running);
 }
 
-} // namespace
-
-std::function<qint64(const SampleIndex&)> startFrameOf(const Movie& movie, const UserDefaults& defaults,
-                                                       const MediaTime& current) {
+std::function<qint64(const SampleIndex&)> standingStartOf(const Movie& movie, const UserDefaults& defaults,
+                                                          const MediaTime& current, qint64 first) {
     const QString start = defaults.stringForKey(loadFrameKey);
-    const bool trimmed = defaults.boolForKey(QStringLiteral("trimHandles"));
-    const qint64 first = 1 + (trimmed ? defaults.integerForKey(QStringLiteral("handleHead")) : 0);
     const auto at = [](const MediaTime& time) {
         return [time](const SampleIndex& index) { return index.frameAt(time) + 1; };
     };
@@ -42,12 +43,27 @@ std::function<qint64(const SampleIndex&)> startFrameOf(const Movie& movie, const
     if (start == QLatin1String("First Bookmark"))
         for (const auto& bookmark : movie.bookmarkStore)
             if (bookmark && !bookmark->mute) {
+                const bool trimmed = defaults.boolForKey(QStringLiteral("trimHandles"));
                 const qint64 tail = trimmed ? defaults.integerForKey(QStringLiteral("handleTail")) : 0;
                 return [tail, frame = qint64(bookmark->firstFrame)](const SampleIndex& index) {
                     return frame > index.count() ? index.count() - tail : frame;
                 };
             }
     return [](const SampleIndex&) { return qint64(1); };
+}
+
+} // namespace
+
+std::function<qint64(const SampleIndex&)> startFrameOf(const Movie& movie, const UserDefaults& defaults,
+                                                       const MediaTime& current, bool running) {
+    const bool trimmed = defaults.boolForKey(QStringLiteral("trimHandles"));
+    const qint64 first = 1 + (trimmed ? defaults.integerForKey(QStringLiteral("handleHead")) : 0);
+    auto standing = standingStartOf(movie, defaults, current, first);
+    if (!running) return standing;
+    return [standing = std::move(standing), first](const SampleIndex& index) {
+        const qint64 frame = standing(index);
+        return frame >= index.count() ? first : frame;
+    };
 }
 
 NeighbourMovies::NeighbourMovies(Player& player, const ViewerList& list, const UserDefaults& defaults,
@@ -63,6 +79,7 @@ NeighbourMovies::NeighbourMovies(Player& player, const ViewerList& list, const U
     // Queued: whoever listens to `opened` chooses the place first.
     connect(&player_, &Player::opened, this, &NeighbourMovies::refresh, Qt::QueuedConnection);
     connect(&list_, &ViewerList::moviesChanged, this, &NeighbourMovies::refresh, Qt::QueuedConnection);
+    connect(&player_, &Player::rateChanged, &settle_, qOverload<>(&QTimer::start));
     connect(&player_, &Player::positionChanged, this, [this] {
         if (player_.isOpen() && player_.rate() == 0 &&
             defaults_.stringForKey(loadFrameKey) == currentFrameStart)
@@ -74,15 +91,17 @@ void NeighbourMovies::refresh() {
     if (!player_.isOpen()) return;
     std::vector<qsizetype> places{list_.findNextMovie(), list_.findPreviousMovie()};
     if (places.front() < 0) places.push_back(0); // the list may be played round
+    const bool running = player_.rate() > 0;
+    const MediaTime current = player_.currentTime();
     std::vector<NeighbourMovie> wishes;
     QStringList marks;
     for (const qsizetype place : places) {
         if (place < 0 || place == list_.selectionIndex() || place >= list_.count()) continue;
         const Movie& movie = *list_.movies()[size_t(place)];
-        const QString mark = startMark(movie, defaults_, player_.currentTime());
+        const QString mark = startMark(movie, defaults_, current, running);
         if (marks.contains(mark)) continue;
         marks << mark;
-        wishes.push_back({movie.filepathString, startFrameOf(movie, defaults_, player_.currentTime())});
+        wishes.push_back({movie.filepathString, startFrameOf(movie, defaults_, current, running)});
     }
     marks.prepend(list_.selectedMovie() ? list_.selectedMovie()->filepathString : QString());
     if (marks == told_) return;

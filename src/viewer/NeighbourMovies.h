@@ -16,9 +16,9 @@ class ViewerList;
 
 /// Where a movie will start once it is shown, by the preference "loadFrame" as
 /// `Transport::applyStartPosition` takes it: a frame from 1. The function holds values only. `current`: where
-/// the movie before it stands.
+/// the movie before it stands; `running`: forwards, so that a movie left at its end starts anew.
 [[nodiscard]] std::function<qint64(const SampleIndex&)>
-startFrameOf(const Movie& movie, const UserDefaults& defaults, const MediaTime& current);
+startFrameOf(const Movie& movie, const UserDefaults& defaults, const MediaTime& current, bool running);
 
 /// Keeps the player told which movies the person is likely to go to next, and where they will start, so that
 /// their first pictures are ready: the next one of the list, the previous one, and the first where the list

@@ -227,6 +227,8 @@ void Transport::resumeAfterMovieChange() {
         jumpToFirstFrame();
         return;
     }
+    // Left at its end, as a round through the list leaves every movie, it has nothing more to run to.
+    if (forwards_ && player_.currentFrame() == movieFrameCount()) goToFirstFrame();
     runAtMultiplier(forwards_ ? 1 : -1);
 }
 

@@ -26,7 +26,7 @@ TEST_F(NeighbourMoviesTest, EveryStartPositionIsForeseenWhereTheTransportPutsIt)
             if (start == std::string("Beyond"))
                 movie->bookmarkStore = {std::make_shared<Bookmark>(90, 2, 24.0f)};
             prefer("loadFrame", start == std::string("Beyond") ? "First Bookmark" : start);
-            const auto foreseen = startFrameOf(*movie, defaults, player.currentTime());
+            const auto foreseen = startFrameOf(*movie, defaults, player.currentTime(), false);
             controller.list().setSelectionIndex(1);
             ASSERT_TRUE(settled());
             EXPECT_EQ(player.currentFrame(), foreseen(player.index())) << start << trimmed;

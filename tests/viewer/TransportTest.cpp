@@ -226,6 +226,26 @@ TEST_F(RepeatModeTest, APlaylistOnceBackwardsGoesToTheNextMovieToo) {
     EXPECT_EQ(player.rate(), -1);
 }
 
+TEST_F(RepeatModeTest, ARunStartsMoviesAnewThatWereLeftAtTheirEnd) {
+    prefer("loadFrame", "Last Visited Frame");
+    second->mLastFrameVisited = {48 * 25, 600};
+    const auto foreseen = [this](bool running) {
+        return startFrameOf(*second, defaults, player.currentTime(), running)(player.index());
+    };
+    show({first, second});
+    transport.displayNextMovie(); // standing, it is where it was left
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(player.currentFrame(), 48);
+    EXPECT_EQ(foreseen(false), 48);
+    first->mLastFrameVisited = {};
+    run("Loop Playlist", 0);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(controller.currentMovie(), second);
+    EXPECT_EQ(player.currentFrame(), 1);
+    EXPECT_EQ(foreseen(true), 1);
+    EXPECT_EQ(player.rate(), 1);
+}
+
 TEST_F(RepeatModeTest, WithHandlesTrimmedALoopedMoviesEndGoesBackToTimeZero) {
     prefer("rateMultiplier", 2.0);
     prefer("trimHandles", true);
