@@ -15,8 +15,13 @@ int PacketSource::read(qint64 place, AVPacket* packet) {
     next_ = -1;
     if (isNext) {
         const int code = file_.readPacket(packet);
-        if (code >= 0) next_ = place + 1;
-        return code;
+        if (code < 0) return code;
+        // A container's index may be wrong where nobody has looked: that costs a seek, never a picture.
+        const qint64 expected = table_.packets[size_t(place)].position;
+        if (expected < 0 || packet->pos < 0 || expected == packet->pos) {
+            next_ = place + 1;
+            return code;
+        }
     }
     for (int attempt = 0; attempt <= fromBeginning; ++attempt) {
         if (file_.cancelled()) return AVERROR_EXIT;
