@@ -5,11 +5,13 @@
 
 #include <malloc.h>
 
+#include <algorithm>
+
 namespace daylark {
 
 namespace {
 
-constexpr qint64 decodersShare = 4; // of the budget, one part in so many, for decoders that stand aside
+constexpr qint64 decodersShare = 8; // of the budget, one part in so many, for decoders that stand aside
 
 } // namespace
 
@@ -173,6 +175,15 @@ void DecodeThread::obey(const Command& command) {
     malloc_trim(0); // decoders' tables lie about in the heap otherwise, movie after movie
 }
 
+/// Where pictures refer to others a decoder keeps tables of motion with each, which take about as much as the
+/// picture itself (measured with H.264).
+qint64 DecodeThread::bytesInDecoders() const {
+    const qint64 pictures = std::max<qint64>(0, movie_->reader->pictureBytes() - cache_.byteCount());
+    const auto& samples = movie_->index->samples;
+    const bool standAlone = samples.size() > 1 && samples[1].key;
+    return standAlone ? pictures : 2 * pictures;
+}
+
 qint64 DecodeThread::keyFrameAfter(qint64 frame) const {
     const auto& samples = movie_->index->samples;
     do
@@ -202,7 +213,7 @@ bool DecodeThread::readOne(const ReadDemand& demand) {
     reader.limitDecoders(cache_.budget() / decodersShare);
     const auto keep = [this](qint64 number, const VideoFrame& picture) {
         cache_.put(readerGeneration_, number, picture);
-        cache_.setMade(readerGeneration_, movie_->reader->pictureBytes());
+        cache_.setBeside(readerGeneration_, bytesInDecoders());
         lookAgain_();
     };
     qint64 lastPassed = -1;

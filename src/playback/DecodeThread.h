@@ -59,6 +59,7 @@ private:
     [[nodiscard]] bool isOnTheWay(qint64 frame, qint64 target) const;
     [[nodiscard]] bool isWorthFinishing(const ReadDemand& demand) const;
     [[nodiscard]] bool isShort(qint64 frame) const;
+    [[nodiscard]] qint64 bytesInDecoders() const;
     [[nodiscard]] qint64 keyFrameAfter(qint64 frame) const;
 
     FrameCache& cache_;

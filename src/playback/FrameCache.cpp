@@ -88,13 +88,11 @@ void FrameCache::addElsewhere(qint64 bytes) {
     victims = giveUp();
 }
 
-void FrameCache::setMade(quint64 generation, qint64 bytes) {
+void FrameCache::setBeside(quint64 generation, qint64 bytes) {
     std::vector<VideoFrame> victims;
     const std::lock_guard lock(mutex_);
     if (generation != generation_) return;
-    // A decoder keeps tables with each picture (motion, kinds of blocks): 40 of 100 more, measured with
-    // H.264.
-    beside_ = std::max<qint64>(0, bytes - bytes_) * 7 / 5;
+    beside_ = bytes;
     victims = giveUp();
 }
 

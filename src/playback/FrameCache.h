@@ -34,8 +34,8 @@ public:
     void setBudget(qint64 bytes);
     /// Counts in (or, negative, out) pictures that others hold of the same budget.
     void addElsewhere(qint64 bytes);
-    /// The bytes of all pictures of this movie, those here and those that its decoders hold or keep room for.
-    void setMade(quint64 generation, qint64 bytes);
+    /// What this movie's decoders hold in bytes beside the pictures here.
+    void setBeside(quint64 generation, qint64 bytes);
 
     /// Forgets everything; from now on takes this generation only. What was held is freed by `sweep`, since
     /// freeing many pictures takes time that the interface thread does not have.

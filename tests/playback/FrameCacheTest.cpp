@@ -98,16 +98,16 @@ TEST_F(FrameCacheTest, WhatDecodersHoldTakesRoomUntilTheNextMovieButLeavesHalf) 
     cache.reset(1);
     cache.setTravel({20, 1, 60, false});
     fill(cache);
-    cache.setMade(1, room(25)); // five pictures in decoders, and their tables
+    cache.setBeside(1, room(7));
     EXPECT_EQ(cache.byteCount(), room(13));
     EXPECT_EQ(cache.byteCount() + cache.elsewhere(), room(20));
-    cache.setMade(2, room(50));
+    cache.setBeside(2, room(9));
     fill(cache);
     EXPECT_EQ(cache.byteCount(), room(13)) << "another movie's";
-    cache.setMade(1, room(13));
+    cache.setBeside(1, 0);
     fill(cache);
     EXPECT_EQ(cache.byteCount(), room(20));
-    cache.setMade(1, room(400));
+    cache.setBeside(1, room(400));
     EXPECT_EQ(cache.byteCount(), room(10));
     cache.reset(2);
     EXPECT_EQ(cache.elsewhere(), 0);
