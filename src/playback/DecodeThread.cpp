@@ -62,16 +62,21 @@ void DecodeThread::want(quint64 generation, const ReadDemand& demand) {
         demandGeneration_ = generation;
         dirty_ = true;
         resting_ = false;
-        if (underWay_ >= 0 && !ready && !isWorthFinishing(demand)) cancel_ = gaveUp_ = true;
+        if (underWay_ >= 0 && !ready && !isWorthFinishing(demand)) {
+            cancel_ = true;
+            gaveUp_ = gaveUp_ || !aheadRead_;
+        }
     }
     wake_.notify_one();
 }
 
-// A short read is never given up: the decoder would lose its place for little. Of the long ones one at least
-// brings a picture before the next is given up; while a hand drags, those in the target's own group are
-// finished, whose pictures are near.
+// What is read ahead of need is given up at once. Of what was asked for, a short read never is, and of the
+// long ones one at least brings a picture before the next is given up; while a hand drags, those in the
+// target's own group are finished, whose pictures are near.
 bool DecodeThread::isWorthFinishing(const ReadDemand& demand) const {
-    if (shortRead_ || gaveUp_ || isOnTheWay(underWay_, demand.target)) return true;
+    if (isOnTheWay(underWay_, demand.target)) return true;
+    if (aheadRead_) return false;
+    if (shortRead_ || gaveUp_) return true;
     return demand.dragging && isOnTheWay(demand.target, underWay_);
 }
 
@@ -204,6 +209,7 @@ bool DecodeThread::readOne(const ReadDemand& demand) {
         if (dirty_) return true; // something newer came while planning
         underWay_ = *frame;
         shortRead_ = isShort(*frame);
+        aheadRead_ = !demand.dragging && cache_.contains(demand.target);
     }
     // While the movie stands on a picture that is ready, its neighbours have their turn as well.
     if (demand.playing || !cache_.contains(demand.target))

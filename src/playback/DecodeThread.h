@@ -77,6 +77,7 @@ private:
     std::shared_ptr<const SampleIndex> index_;
     qint64 underWay_ = -1;
     bool shortRead_ = false; ///< the read under way ends soon by itself
+    bool aheadRead_ = false; ///< nobody waits for it yet
     bool dirty_ = false, stopping_ = false;
     bool gaveUp_ = false; ///< a read was given up since the last picture: the next one may end
 
