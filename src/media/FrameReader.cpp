@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <map>
+#include <optional>
 #include <set>
 
 namespace daylark {
@@ -13,8 +14,7 @@ namespace {
 constexpr int mostEarlierGroups = 2;
 constexpr int aRun = 4;      // reads in order after which more are to be expected
 constexpr qint64 nearby = 8; // so many packets ahead of a decoder nothing is left out: the next reads want it
-constexpr qint64 fullPicture = 2048 * 1152;  // pixels; a decoder holds some eight pictures
-constexpr qint64 largePicture = 4096 * 2304; // pixels
+constexpr size_t mostStandingDecoders = 6; // where memory allows
 
 /// Several decoders may stand in different places of one movie, so that a jump ahead within a group that one
 /// of them has begun goes on from there, and filling the cache behind the playhead doesn't lose the place
@@ -26,12 +26,12 @@ public:
         , source_(std::move(file), table_) {
         for (qint64 n = 0; n < table_.index.count(); ++n)
             if (table_.index.samples[size_t(n)].key) keyFrames_.push_back(n);
+        for (const qint64 key : keyFrames_)
+            keyPlaces_.push_back(placeOf(key));
+        std::sort(keyPlaces_.begin(), keyPlaces_.end());
         standsAlone_ = qint64(keyFrames_.size()) == qint64(table_.packets.size());
-        const AVCodecParameters& picture = *source_.file().video()->codecpar;
-        const bool full = qint64(picture.width) * picture.height <= fullPicture;
-        const bool large = qint64(picture.width) * picture.height > largePicture;
         jumpsBySlices_ = standsAlone_ && source_.file().hasEvenSlices();
-        mostDecoders_ = jumpsBySlices_ ? 2 : standsAlone_ ? 1 : full ? 6 : large ? 2 : 3;
+        mostDecoders_ = jumpsBySlices_ ? 2 : standsAlone_ ? 1 : mostStandingDecoders;
         strict_ = codec->err_recognition & AV_EF_EXPLODE;
         addDecoder(std::move(codec));
     }
@@ -64,6 +64,8 @@ private:
     bool suits(const PictureDecoder& decoder) const {
         return !jumpsBySlices_ || decoder.sharesSlices() == (inOrder_ < aRun);
     }
+    qint64 worth(const PictureDecoder& decoder) const;
+    std::optional<size_t> leastWorth() const;
     void chooseDecoder(qint64 n, qint64 key);
     qint64 mostStanding() const;
     MediaFile::Sharing sharing() const {
@@ -91,6 +93,7 @@ private:
     qint64 limit_ = std::numeric_limits<qint64>::max(); ///< bytes that may stand in decoders
     bool strict_ = false; ///< the decoders give no picture that is damaged in part
     std::vector<qint64> keyFrames_;
+    std::vector<qint64> keyPlaces_;       ///< of the same, in file order
     std::map<qint64, int> earlierGroups_; ///< key frames whose group needs a start so many groups earlier
     std::set<qint64> damagedGroups_;      ///< key frames whose group lacks pictures for good
     std::map<qint64, qint64> standIns_;   ///< frames that cannot be decoded, and the ones shown instead
@@ -136,6 +139,26 @@ void DecodingReader::limitDecoders(qint64 bytes) {
         decoders_.erase(decoders_.begin());
 }
 
+/// How much a jump into the group where this decoder stands is likely to gain by it: the more of the group it
+/// has behind it, and the more before it up to the next decoder.
+qint64 DecodingReader::worth(const PictureDecoder& decoder) const {
+    if (decoder.isIdle()) return 0;
+    const auto next = std::lower_bound(keyPlaces_.begin(), keyPlaces_.end(), decoder.place());
+    const qint64 begin = next == keyPlaces_.begin() ? 0 : *std::prev(next);
+    qint64 end = next == keyPlaces_.end() ? qint64(table_.packets.size()) : *next;
+    for (const auto& other : decoders_)
+        if (!other->isIdle() && other->place() > decoder.place()) end = std::min(end, other->place());
+    return (decoder.place() - begin) * (end - decoder.place());
+}
+
+/// Of the suitable decoders the one to begin anew elsewhere; of several that of the earliest use.
+std::optional<size_t> DecodingReader::leastWorth() const {
+    std::optional<size_t> least;
+    for (size_t i = 0; i < decoders_.size(); ++i)
+        if (suits(*decoders_[i]) && (!least || worth(*decoders_[i]) < worth(*decoders_[*least]))) least = i;
+    return least;
+}
+
 /// Puts the decoder last that gets to frame n with the least work; started.
 void DecodingReader::chooseDecoder(qint64 n, qint64 key) {
     size_t best = decoders_.size();
@@ -144,14 +167,11 @@ void DecodingReader::chooseDecoder(qint64 n, qint64 key) {
             (best == decoders_.size() || decoders_[i]->place() > decoders_[best]->place()))
             best = i;
     const bool found = best < decoders_.size();
-    if (!found) { // one that stands nowhere, else the suitable one not used for longest
-        const auto suits = [this](const auto& candidate) { return this->suits(*candidate); };
-        const auto idle = [&](const auto& candidate) { return suits(candidate) && candidate->isIdle(); };
-        auto suitable = std::find_if(decoders_.begin(), decoders_.end(), idle);
-        const bool anyIdle = suitable != decoders_.end();
-        if (!anyIdle) suitable = std::find_if(decoders_.begin(), decoders_.end(), suits);
-        best = suitable == decoders_.end() ? 0 : size_t(suitable - decoders_.begin());
-        const bool another = !anyIdle && (!jumpsBySlices_ || suitable == decoders_.end());
+    if (!found) {
+        const auto spare = leastWorth();
+        best = spare.value_or(0);
+        const bool anyIdle = spare && decoders_[best]->isIdle();
+        const bool another = !anyIdle && (!jumpsBySlices_ || !spare);
         if (another && qint64(decoders_.size()) < mostStanding())
             if (auto codec = source_.file().openDecoder(table_.reorderDepth, strict_, sharing())) {
                 addDecoder(std::move(*codec));
