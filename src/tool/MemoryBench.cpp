@@ -150,9 +150,7 @@ void benchList(ToolContext& context, const MemoryArguments& arguments) {
                                             {QStringLiteral("p95Ms"), quantile(times, 0.95)}}));
 }
 
-} // namespace
-
-void addMemoryBenches(CLI::App& bench, ToolContext& context) {
+void addMemoryBench(CLI::App& bench, ToolContext& context) {
     const auto arguments = std::make_shared<MemoryArguments>();
     CLI::App* memory = bench.add_subcommand(
         "memory", "Plays both ways, jumps and steps, and looks how far the process grows beside the budget");
@@ -165,7 +163,10 @@ void addMemoryBenches(CLI::App& bench, ToolContext& context) {
         ->default_val(20)
         ->check(CLI::Range(0.1, 86400.0));
     memory->callback([=, &context] { benchMemory(context, *arguments); });
+}
 
+void addListBench(CLI::App& bench, ToolContext& context) {
+    const auto arguments = std::make_shared<MemoryArguments>();
     CLI::App* list = bench.add_subcommand(
         "list", "Plays its way through a long list and prints what the process holds after so many changes");
     list->footer("Example: daylark-tool bench list A001.mov A002.mov --movies 200 --changes 400");
@@ -185,6 +186,13 @@ void addMemoryBenches(CLI::App& bench, ToolContext& context) {
         ->default_val(0)
         ->check(CLI::Range(0, 1 << 20));
     list->callback([=, &context] { benchList(context, *arguments); });
+}
+
+} // namespace
+
+void addMemoryBenches(CLI::App& bench, ToolContext& context) {
+    addMemoryBench(bench, context);
+    addListBench(bench, context);
 }
 
 } // namespace daylark::tool

@@ -196,14 +196,15 @@ void addPlayBenches(CLI::App& bench, ToolContext& context) {
         "also measures decoding and converting the same frames alone (movies longer than the run)");
     play->callback([=, &context] { benchPlay(context, *arguments); });
 
+    const auto changes = std::make_shared<PlayArguments>();
     CLI::App* next = bench.add_subcommand("next", "Goes from movie to movie of a list and back");
     next->footer("Example: daylark-tool bench next A001.mov A002.mov A003.mov");
-    next->add_option("FILE", arguments->files)->required()->expected(2, -1);
-    next->add_option("--seconds", arguments->seconds, "on each movie")
+    next->add_option("FILE", changes->files)->required()->expected(2, -1);
+    next->add_option("--seconds", changes->seconds, "on each movie")
         ->default_val(1)
         ->check(CLI::Range(0.0, 600.0));
-    next->add_option("--count", arguments->count, "changes")->default_val(20)->check(CLI::Range(1, 100000));
-    next->callback([=, &context] { benchNext(context, *arguments); });
+    next->add_option("--count", changes->count, "changes")->default_val(20)->check(CLI::Range(1, 100000));
+    next->callback([=, &context] { benchNext(context, *changes); });
 }
 
 } // namespace daylark::tool

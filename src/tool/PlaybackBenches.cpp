@@ -181,23 +181,25 @@ void addPlaybackBenches(CLI::App& bench, ToolContext& context) {
     decode->add_option("FILE", arguments->file)->required();
     decode->callback([=, &context] { benchDecode(context, QString::fromStdString(arguments->file)); });
 
+    const auto jumps = std::make_shared<BenchArguments>();
     CLI::App* seek = bench.add_subcommand("seek", "Jumps to random frames, the cache emptied before each");
     seek->footer("Example: daylark-tool bench seek A001.mov --count 40 --seed 1");
-    seek->add_option("FILE", arguments->file)->required();
-    seek->add_option("--count", arguments->count, "jumps")->default_val(40)->check(CLI::Range(1, 100000));
-    seek->add_option("--seed", arguments->seed, "of the frame numbers")->default_val(1);
-    seek->add_flag("--fresh", arguments->fresh,
+    seek->add_option("FILE", jumps->file)->required();
+    seek->add_option("--count", jumps->count, "jumps")->default_val(40)->check(CLI::Range(1, 100000));
+    seek->add_option("--seed", jumps->seed, "of the frame numbers")->default_val(1);
+    seek->add_flag("--fresh", jumps->fresh,
                    "opens the movie anew before each, so that no decoder stands near");
-    seek->callback([=, &context] { benchSeek(context, *arguments); });
+    seek->callback([=, &context] { benchSeek(context, *jumps); });
 
+    const auto steps = std::make_shared<BenchArguments>();
     CLI::App* step =
         bench.add_subcommand("step", "Single steps, each asked for when the one before is shown");
     step->footer("Example: daylark-tool bench step A001.mov --from last --backward");
-    step->add_option("FILE", arguments->file)->required();
-    step->add_option("--count", arguments->count, "steps")->default_val(60)->check(CLI::Range(1, 100000));
-    step->add_option("--from", arguments->from, "last, or a frame number from 1")->default_val("last");
-    step->add_flag("--backward", arguments->backward, "backwards");
-    step->callback([=, &context] { benchStep(context, *arguments); });
+    step->add_option("FILE", steps->file)->required();
+    step->add_option("--count", steps->count, "steps")->default_val(60)->check(CLI::Range(1, 100000));
+    step->add_option("--from", steps->from, "last, or a frame number from 1")->default_val("last");
+    step->add_flag("--backward", steps->backward, "backwards");
+    step->callback([=, &context] { benchStep(context, *steps); });
 }
 
 } // namespace daylark::tool
