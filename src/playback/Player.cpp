@@ -2,6 +2,7 @@
 
 #include "playback/DecodeThread.h"
 #include "playback/FrameCache.h"
+#include "playback/RunClock.h"
 #include "playback/RunTally.h"
 #include "playback/SeekingHand.h"
 
@@ -35,7 +36,7 @@ public:
     Engine(Player& player, PlaybackClock& clock, qint64 cacheBudget, SoundOutput* sound)
         : q_(player)
         , clock_(clock)
-        , sound_(sound)
+        , run_(clock, sound)
         , cache_(0)
         , neighbours_([this](qint64 bytes) { cache_.addElsewhere(bytes); })
         , index_(std::make_shared<SampleIndex>())
@@ -56,9 +57,6 @@ public:
         });
     }
 
-    ~Engine() {
-        if (sound_) sound_->setMovie({}, nullptr, {});
-    }
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
 
@@ -76,7 +74,7 @@ public:
 
     Player& q_;
     PlaybackClock& clock_;
-    SoundOutput* const sound_; // may be null
+    RunClock run_;
     FrameCache cache_;
     Neighbours neighbours_;
     std::shared_ptr<const SampleIndex> index_;
@@ -111,10 +109,6 @@ private:
     void advance();
     void end();
     void arm();
-    void startSound(SoundOutput::Start start);
-    void stopSound();
-    void setBase(double position);
-    double positionNow();
     [[nodiscard]] qint64 ticksAtPosition(double position) const;
     [[nodiscard]] qint64 frameAtPosition(double position) const;
     [[nodiscard]] qint64 endOfFrame(qint64 frame) const;
@@ -124,16 +118,11 @@ private:
     QString path_;
     MovieSound movieSound_;
     quint64 generation_ = 0;
-    bool sounding_ = false;    // the sound plays this run
     bool holdDemands_ = false; // while listeners of `opened` choose where to start
     bool loops_ = false;
     SeekingHand hand_;
-    int travel_ = 1;       // direction of the last movement
-    int endedAt_ = 0;      // 1 or -1 after playing onto that end, until the position changes
-    double soundLaps_ = 0; // how often the sound of this run has passed the movie's end
-    double furthest_ = 0;  // ticks that this run has come to while it has sound
-    double runStart_ = 0;  // ticks where the clock stood at runStartTime_
-    qint64 runStartTime_ = 0;
+    int travel_ = 1;     // direction of the last movement
+    int endedAt_ = 0;    // 1 or -1 after playing onto that end, until the position changes
     qint64 runFrom_ = 0; // the first frame that this run may still show
     std::atomic<bool> announced_ = false;
     QTimer timer_;
@@ -152,8 +141,7 @@ void Player::Engine::announce() {
 void Player::Engine::forget() {
     ++generation_;
     const bool wasRunning = rate_ != 0;
-    if (sound_ && open_) sound_->setMovie({}, nullptr, {});
-    sounding_ = false;
+    run_.leaveMovie();
     rate_ = 0;
     rolling_ = false;
     timer_.stop();
@@ -194,7 +182,7 @@ void Player::Engine::openingDone(const DecodeThread::Opening& opening) {
     index_ = opening.index;
     decoderName_ = opening.decoder;
     open_ = true;
-    if (sound_) sound_->setMovie(path_, index_, movieSound_);
+    run_.setMovie(path_, index_, movieSound_);
     frame_ = 0;
     holdDemands_ = true;
     Q_EMIT q_.opened();
@@ -212,7 +200,7 @@ void Player::Engine::place(qint64 ticks, int direction) {
     endedAt_ = 0;
     if (rate_ != 0) { // the run goes on from here
         rolling_ = false;
-        stopSound();
+        run_.stop();
         startRun();
     }
     Q_EMIT q_.positionChanged();
@@ -298,9 +286,6 @@ void Player::Engine::show(const VideoFrame& picture, qint64 frame) {
 void Player::Engine::setRate(float rate) {
     if (!open_ || rate == rate_ || !std::isfinite(rate)) return;
     const bool sameDirection = rolling_ && rate * rate_ > 0;
-    if (sameDirection) {
-        setBase(positionNow());
-    }
     if (endedAt_ != 0 &&
         rate * float(endedAt_) > 0) { // a run onto the end where it stands begins at the other end
         frame_ = rate > 0 ? 0 : last();
@@ -314,11 +299,11 @@ void Player::Engine::setRate(float rate) {
         stopRun();
     } else if (!sameDirection) {
         rolling_ = false;
-        stopSound();
+        run_.stop();
         travel_ = direction();
         startRun();
     } else {
-        startSound(SoundOutput::Start::joins);
+        run_.setRate(rate);
     }
     Q_EMIT q_.rateChanged(rate);
     demand();
@@ -329,7 +314,7 @@ void Player::Engine::setRate(float rate) {
 void Player::Engine::setLoops(bool loops) {
     if (loops == loops_) return;
     loops_ = loops;
-    if (sound_) sound_->setLoops(loops);
+    run_.setLoops(loops);
     demand();
 }
 
@@ -339,14 +324,13 @@ qint64 Player::Engine::endOfFrame(qint64 frame) const {
 
 void Player::Engine::startRun() {
     runFrom_ = frame_;
-    runStart_ = double(direction() > 0 ? index_->timeOf(frame_).value : endOfFrame(frame_));
+    run_.placeAt(double(direction() > 0 ? index_->timeOf(frame_).value : endOfFrame(frame_)));
 }
 
 void Player::Engine::tryToRoll() {
     if (rate_ == 0 || rolling_ || !isReadyToRoll()) return;
     rolling_ = true;
-    setBase(runStart_);
-    startSound(SoundOutput::Start::waits);
+    run_.start(rate_);
     runFrom_ = frame_ + (shownNumber_ == frame_ ? direction() : 0);
     arm();
 }
@@ -372,58 +356,16 @@ void Player::Engine::stopRun() {
     timer_.stop();
     rolling_ = false;
     tally_.end();
-    stopSound();
+    run_.stop();
     if (rate_ != 0) {
         rate_ = 0;
         Q_EMIT q_.rateChanged(0);
     }
 }
 
-/// Sound is heard forwards up to a rate; any other run is silent. A run that has sound keeps it when its rate
-/// changes.
-void Player::Engine::startSound(SoundOutput::Start start) {
-    if (!sound_) return;
-    if (rate_ <= 0 || rate_ > SoundOutput::fastest) {
-        if (std::exchange(sounding_, false)) sound_->fade();
-    } else if (std::exchange(sounding_, true)) {
-        sound_->setRate(rate_);
-    } else {
-        soundLaps_ = 0;
-        sound_->play(runStart_ / double(index_->timeScale), rate_, start);
-    }
-}
-
 void Player::Engine::setSound(const MovieSound& sound) {
-    if (sound == movieSound_) return;
     movieSound_ = sound;
-    if (!sound_ || !open_) return;
-    if (rolling_) setBase(positionNow());
-    const bool wasSounding = std::exchange(sounding_, false);
-    sound_->setMovie(path_, index_, sound);
-    if (wasSounding) startSound(SoundOutput::Start::joins);
-}
-
-void Player::Engine::stopSound() {
-    if (std::exchange(sounding_, false)) sound_->stop();
-}
-
-void Player::Engine::setBase(double position) {
-    runStart_ = furthest_ = position;
-    runStartTime_ = clock_.nanoseconds();
-}
-
-/// Sound that is heard says where the run stands. It may wait for the device, never turn back; where it falls
-/// silent for good, the clock goes on from there.
-double Player::Engine::positionNow() {
-    const double elapsed = double(clock_.nanoseconds() - runStartTime_) / 1e9;
-    const double byClock = runStart_ + elapsed * double(rate_) * double(index_->timeScale);
-    if (!sounding_) return byClock;
-    if (const std::optional<double> heard = sound_->position()) {
-        const double laps = soundLaps_ * double(index_->endTicks);
-        setBase(std::max(furthest_, *heard * double(index_->timeScale) - laps));
-        return runStart_;
-    }
-    return furthest_ = byClock;
+    if (open_) run_.setSound(sound);
 }
 
 // Backwards a frame lasts from its end down to just before its start.
@@ -445,14 +387,14 @@ void Player::Engine::tick() {
 }
 
 void Player::Engine::advance() {
-    double position = positionNow();
+    double position = run_.position();
     const auto length = double(index_->endTicks);
     if (direction() > 0 ? position >= length : position <= 0) {
         if (!loops_ || length <= 0) return end();
-        soundLaps_ += std::floor(position / length); // the sound goes on by itself
+        const double passed = std::floor(position / length) * length;
         position = std::fmod(position, length);
         if (direction() < 0) position += length;
-        setBase(position);
+        run_.comeRound(position, passed);
         tally_.drop((direction() > 0 ? last() - runFrom_ : runFrom_) + 1);
         runFrom_ = direction() > 0 ? 0 : last();
     }
@@ -485,7 +427,7 @@ void Player::Engine::end() {
 
 void Player::Engine::arm() {
     if (rate_ == 0 || !rolling_) return timer_.stop();
-    const double position = positionNow();
+    const double position = run_.position();
     const qint64 frame = std::clamp<qint64>(frameAtPosition(position), 0, last());
     const double boundary = double(direction() > 0 ? endOfFrame(frame) : index_->timeOf(frame).value);
     const double seconds = (boundary - position) / (double(rate_) * double(index_->timeScale));
@@ -494,7 +436,7 @@ void Player::Engine::arm() {
 
 void Player::Engine::setVolume(float volume) {
     volume_ = std::clamp(volume, 0.0f, 1.0f);
-    if (sound_) sound_->setVolume(volume_);
+    run_.setVolume(volume_);
 }
 
 Player::Player(PlaybackClock& clock, QObject* parent, qint64 cacheBudget, SoundOutput* sound)
