@@ -1,10 +1,9 @@
 #include "media/AviHeaderIndex.h"
 
 #include "demo/MovieMaker.h"
+#include "support/ChangedFiles.h"
 #include "support/PacketReading.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -14,7 +13,7 @@
 namespace daylark {
 namespace {
 
-class AviHeaderIndexTest : public ::testing::Test {
+class AviHeaderIndexTest : public ChangedFilesTest {
 protected:
     MovieSpec spec(const QString& name) const {
         MovieSpec made;
@@ -31,19 +30,9 @@ protected:
         const Result<MediaFile> file = MediaFile::open(path, nullptr);
         return file && file->video() ? readAviHeader(*file) : std::vector<RawSample>();
     }
-    static QByteArray contents(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    [[nodiscard]] bool says(const QByteArray& bytes) const {
+        return !fromHeader(written(bytes, u"changed.avi"_qs)).empty();
     }
-    QString written(const QByteArray& bytes) const {
-        const QString path = folder.filePath(u"changed.avi"_qs);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        return path;
-    }
-    [[nodiscard]] bool says(const QByteArray& bytes) const { return !fromHeader(written(bytes)).empty(); }
-
-    QTemporaryDir folder;
 };
 
 TEST_F(AviHeaderIndexTest, IndexSaysWhatReadingThroughSays) {
@@ -102,7 +91,7 @@ TEST_F(AviHeaderIndexTest, RandomChangesNeverMakeTheIndexLie) {
         const qsizetype from = round % 3 ? index : 0;
         const qsizetype to = round % 3 ? whole.size() : whole.indexOf("movi") + 40;
         bytes[from + qsizetype(random() % quint64(to - from))] = char(random());
-        const QString path = written(bytes);
+        const QString path = written(bytes, u"changed.avi"_qs);
         const std::vector<RawSample> header = fromHeader(path);
         if (header.empty()) continue;
         ++said;

@@ -2,10 +2,9 @@
 
 #include "demo/MovieMaker.h"
 #include "media/MovBoxes.h"
+#include "support/ChangedFiles.h"
 #include "support/PacketReading.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -15,7 +14,7 @@
 namespace daylark {
 namespace {
 
-class MovHeaderIndexTest : public ::testing::Test {
+class MovHeaderIndexTest : public ChangedFilesTest {
 protected:
     MovieSpec spec(const QString& name) const {
         MovieSpec made;
@@ -29,21 +28,10 @@ protected:
         const Result<MediaFile> file = MediaFile::open(path, nullptr);
         return file ? readMovHeader(*file) : std::vector<RawSample>();
     }
-    static QByteArray contents(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
     static std::vector<MovBoxes::Sample> samplesOrNone(const MovBoxes& boxes, const MovBoxes::Track& track) {
         auto samples = boxes.samples(track);
         return samples ? std::move(*samples) : std::vector<MovBoxes::Sample>();
     }
-    void write(const QString& name, const QByteArray& bytes) const {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-
-    QTemporaryDir folder;
 };
 
 TEST_F(MovHeaderIndexTest, HeaderTablesSayWhatReadingThroughSays) {
@@ -85,7 +73,7 @@ TEST_F(MovHeaderIndexTest, WhatTheHeaderDoesNotSayForCertainIsLeftToReading) {
     whole.muxerOptions = {{u"movflags"_qs, u"faststart"_qs}};
     ASSERT_TRUE(makeMovie(whole));
     const QByteArray bytes = contents(whole.path);
-    write(u"cut.mp4"_qs, bytes.left(bytes.size() * 2 / 3));
+    written(bytes.left(bytes.size() * 2 / 3), u"cut.mp4"_qs);
     EXPECT_FALSE(fromHeader(whole.path).empty());
     EXPECT_TRUE(fromHeader(folder.filePath(u"cut.mp4"_qs)).empty());
 }

@@ -1,11 +1,10 @@
 #include "media/MxfHeaderIndex.h"
 
 #include "demo/MovieMaker.h"
+#include "support/ChangedFiles.h"
 #include "support/MxfChanges.h"
 #include "support/PacketReading.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -15,7 +14,7 @@
 namespace daylark {
 namespace {
 
-class MxfHeaderIndexTest : public ::testing::Test {
+class MxfHeaderIndexTest : public ChangedFilesTest {
 protected:
     MovieSpec spec(const QString& name) const {
         MovieSpec made;
@@ -32,20 +31,10 @@ protected:
         const Result<MediaFile> file = MediaFile::open(path, nullptr);
         return file ? readMxfHeader(*file) : std::vector<RawSample>();
     }
-    static QByteArray contents(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    [[nodiscard]] bool says(const QByteArray& bytes) const {
+        return !fromHeader(written(bytes, u"changed.mxf"_qs)).empty();
     }
-    QString written(const QByteArray& bytes) const {
-        const QString path = folder.filePath(u"changed.mxf"_qs);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        return path;
-    }
-    [[nodiscard]] bool says(const QByteArray& bytes) const { return !fromHeader(written(bytes)).empty(); }
     static void copyInto(const QString& path, const char* muxer, const MediaFile& source);
-
-    QTemporaryDir folder;
 };
 
 void MxfHeaderIndexTest::copyInto(const QString& path, const char* muxer, const MediaFile& source) {
@@ -153,7 +142,7 @@ TEST_F(MxfHeaderIndexTest, RandomChangesNeverMakeTheTablesLie) {
         const qsizetype from = round % 3 ? table : 0, to = round % 3 ? whole.size() : essence + 64;
         for (int change = 0; change < 1 + round % 4; ++change)
             bytes[from + qsizetype(random() % quint64(to - from))] = char(random());
-        const QString path = written(bytes);
+        const QString path = written(bytes, u"changed.mxf"_qs);
         const std::vector<RawSample> header = fromHeader(path);
         if (header.empty()) continue;
         ++said;
