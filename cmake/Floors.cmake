@@ -1,5 +1,5 @@
 # With DAYLARK_PRECOMPILE what nearly every source includes is compiled once a target. Off where it counts that every source
-# names what it uses: in the release and sanitizer builds.
+# names what it uses: in the release build.
 function(daylark_precompile target)
   if(DAYLARK_PRECOMPILE)
     target_precompile_headers(${target} PRIVATE ${ARGN})
