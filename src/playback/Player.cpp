@@ -61,7 +61,6 @@ public:
     Engine& operator=(const Engine&) = delete;
 
     void open(const QString& path, const MovieSound& sound);
-    void setSound(const MovieSound& sound);
     void close();
     void moveTo(const MediaTime& time);
     void step(int direction);
@@ -115,8 +114,6 @@ private:
     [[nodiscard]] int direction() const { return rate_ < 0 ? -1 : 1; }
     [[nodiscard]] qint64 last() const { return index_->count() - 1; }
 
-    QString path_;
-    MovieSound movieSound_;
     quint64 generation_ = 0;
     bool holdDemands_ = false; // while listeners of `opened` choose where to start
     bool loops_ = false;
@@ -161,8 +158,7 @@ void Player::Engine::forget() {
 
 void Player::Engine::open(const QString& path, const MovieSound& sound) {
     forget();
-    path_ = path;
-    movieSound_ = sound;
+    run_.expectMovie(path, sound);
     decoder_.open(generation_, path);
     Q_EMIT q_.positionChanged();
 }
@@ -182,7 +178,7 @@ void Player::Engine::openingDone(const DecodeThread::Opening& opening) {
     index_ = opening.index;
     decoderName_ = opening.decoder;
     open_ = true;
-    run_.setMovie(path_, index_, movieSound_);
+    run_.setMovie(index_);
     frame_ = 0;
     holdDemands_ = true;
     Q_EMIT q_.opened();
@@ -363,11 +359,6 @@ void Player::Engine::stopRun() {
     }
 }
 
-void Player::Engine::setSound(const MovieSound& sound) {
-    movieSound_ = sound;
-    if (open_) run_.setSound(sound);
-}
-
 // Backwards a frame lasts from its end down to just before its start.
 qint64 Player::Engine::ticksAtPosition(double position) const {
     return qint64(direction() > 0 ? std::floor(position) : std::ceil(position) - 1);
@@ -451,7 +442,7 @@ void Player::open(const QString& path, const MovieSound& sound) {
     engine_->open(path, sound);
 }
 void Player::setSound(const MovieSound& sound) {
-    engine_->setSound(sound);
+    engine_->run_.setSound(sound);
 }
 void Player::close() {
     engine_->close();

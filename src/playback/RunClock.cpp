@@ -6,11 +6,13 @@
 
 namespace daylark {
 
-void RunClock::setMovie(const QString& path, std::shared_ptr<const SampleIndex> index,
-                        const MovieSound& sound) {
+void RunClock::expectMovie(const QString& path, const MovieSound& sound) {
     path_ = path;
-    index_ = std::move(index);
     movieSound_ = sound;
+}
+
+void RunClock::setMovie(std::shared_ptr<const SampleIndex> index) {
+    index_ = std::move(index);
     if (sound_) sound_->setMovie(path_, index_, movieSound_);
 }
 
@@ -22,9 +24,9 @@ void RunClock::leaveMovie() {
 }
 
 void RunClock::setSound(const MovieSound& sound) {
-    if (sound == movieSound_ || !index_) return;
+    if (sound == movieSound_) return;
     movieSound_ = sound;
-    if (!sound_) return;
+    if (!sound_ || !index_) return;
     if (rate_ != 0) setBase(position());
     const bool wasSounding = std::exchange(sounding_, false);
     sound_->setMovie(path_, index_, movieSound_);

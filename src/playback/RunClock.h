@@ -23,7 +23,8 @@ public:
     RunClock(const RunClock&) = delete;
     RunClock& operator=(const RunClock&) = delete;
 
-    void setMovie(const QString& path, std::shared_ptr<const SampleIndex> index, const MovieSound& sound);
+    void expectMovie(const QString& path, const MovieSound& sound); ///< it is being opened
+    void setMovie(std::shared_ptr<const SampleIndex> index);        ///< the one expected is there
     void leaveMovie();
     /// Another sound for the same movie; one that is heard is followed by the new one where the run stands.
     void setSound(const MovieSound& sound);
