@@ -4,7 +4,7 @@
 #include "platform/Desktop.h"
 #include "platform/Panels.h"
 #include "platform/UserDefaults.h"
-#include "playback/Player.h"
+#include "playback/run/Player.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <benchmark/benchmark.h>

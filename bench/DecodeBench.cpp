@@ -1,7 +1,7 @@
-#include "media/FrameReader.h"
+#include "media/decode/FrameReader.h"
 
 #include "demo/MovieMaker.h"
-#include "media/Av.h"
+#include "media/container/Av.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,9 +1,9 @@
 #include "support/MadeFrame.h"
 
-#include "media/PicturePlanes.h"
-#include "media/PictureRenderer.h"
-#include "ui/GlPictureContext.h"
-#include "ui/GlPictureRenderer.h"
+#include "picture/PicturePlanes.h"
+#include "picture/PictureRenderer.h"
+#include "ui/picture/GlPictureContext.h"
+#include "ui/picture/GlPictureRenderer.h"
 
 #include <QElapsedTimer>
 

@@ -3,8 +3,8 @@
 #include "platform/Panels.h"
 #include "platform/UserDefaults.h"
 #include "support/PlayerBench.h"
-#include "ui/DrawingOverlay.h"
-#include "ui/PictureView.h"
+#include "ui/picture/DrawingOverlay.h"
+#include "ui/picture/PictureView.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QApplication>

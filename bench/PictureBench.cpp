@@ -1,10 +1,10 @@
 // The software renderer on pictures as decoders give them, each beside libswscale's bilinear conversion of
 // the same picture to the same size (no grade): milliseconds, and the ratio of the two in the same run. One
 // thread.
-#include "media/PictureRenderer.h"
+#include "picture/PictureRenderer.h"
 
 #include "annotate/GradeArithmetic.h"
-#include "media/VideoFrameData.h"
+#include "media/decode/VideoFrameData.h"
 
 #include <algorithm>
 #include <chrono>

@@ -6,8 +6,8 @@
 // MOVIE is made where there is none. A line a beep: seconds of the movie, milliseconds by which the beep came
 // after the picture; then median, 95 %, worst and drift over each rate.
 #include "demo/MovieMaker.h"
-#include "playback/DeviceSound.h"
-#include "playback/Player.h"
+#include "playback/sound/DeviceSound.h"
+#include "playback/run/Player.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -14,6 +14,8 @@ pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavut
 pkg_check_modules(SOUNDTOUCH REQUIRED IMPORTED_TARGET soundtouch)
 if(CMAKE_SYSTEM_NAME STREQUAL Linux)
   pkg_check_modules(PULSE REQUIRED IMPORTED_TARGET libpulse)
+  # -D_REENTRANT comes along, which threads give anyway; a definition that others lack would keep headers from being shared.
+  set_target_properties(PkgConfig::PULSE PROPERTIES INTERFACE_COMPILE_OPTIONS "")
 endif()
 pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 find_package(CLI11 REQUIRED)
@@ -22,6 +24,10 @@ add_library(daylark_settings INTERFACE)
 target_compile_options(daylark_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror)
 target_compile_definitions(daylark_settings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_FOREACH
                                                       QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+# The same for every target, whichever modules it links, so that precompiled headers serve all.
+target_link_libraries(daylark_settings INTERFACE Qt6::Core)
+target_compile_definitions(daylark_settings INTERFACE QT_CORE_LIB QT_GUI_LIB QT_SVG_LIB QT_NETWORK_LIB QT_MULTIMEDIA_LIB
+                                                      QT_CONCURRENT_LIB)
 target_include_directories(daylark_settings INTERFACE ${CMAKE_SOURCE_DIR}/src)
 if(DAYLARK_SANITIZE)
   # -g1 keeps line numbers in reports; vptr needs RTTI of Qt's own classes, which Debian's Qt has not exported.

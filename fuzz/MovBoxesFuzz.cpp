@@ -1,5 +1,5 @@
 // Headers of QuickTime and MP4 files from anywhere: walked, and their sample tables read.
-#include "media/MovBoxes.h"
+#include "media/container/MovBoxes.h"
 
 #include "SeedFolder.h"
 

@@ -1,5 +1,5 @@
 // MXF files from anywhere: their partitions and index tables read, their edit units looked into.
-#include "media/MxfIndex.h"
+#include "media/container/MxfIndex.h"
 
 #include "SeedFolder.h"
 

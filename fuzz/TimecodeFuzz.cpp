@@ -1,5 +1,5 @@
 // Movie headers from strangers, read for their timecode tracks; and start timecodes as text.
-#include "media/TimecodeTrack.h"
+#include "media/facts/TimecodeTrack.h"
 
 #include "../tests/support/TimecodeMovie.h"
 #include "SeedFolder.h"

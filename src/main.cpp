@@ -1,9 +1,9 @@
-#include "ui/DesktopProgram.h"
-#include "ui/InterfaceWatchdog.h"
-#include "ui/LibraryWindow.h"
-#include "ui/SingleInstance.h"
-#include "ui/TerminationSignals.h"
-#include "ui/Theme.h"
+#include "ui/desktop/DesktopProgram.h"
+#include "ui/desktop/InterfaceWatchdog.h"
+#include "ui/library/LibraryWindow.h"
+#include "ui/desktop/SingleInstance.h"
+#include "ui/desktop/TerminationSignals.h"
+#include "ui/common/Theme.h"
 
 #include "app/PlaylistController.h"
 

@@ -1,6 +1,6 @@
 #include "app/PlaylistController.h"
 
-#include "app/PreferencesTable.h"
+#include "app/program/PreferencesTable.h"
 #include "platform/UserDefaults.h"
 
 #include <QDir>

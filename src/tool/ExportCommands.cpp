@@ -1,4 +1,4 @@
-#include "app/NotesExport.h"
+#include "app/program/NotesExport.h"
 #include "export/NotesDocument.h"
 #include "platform/AtomicFile.h"
 #include "tool/SessionItem.h"

@@ -1,8 +1,8 @@
 #include "annotate/GradeArithmetic.h"
-#include "media/FrameReader.h"
-#include "media/MovieProbe.h"
-#include "media/PictureRenderer.h"
-#include "media/Thumbnail.h"
+#include "media/decode/FrameReader.h"
+#include "media/facts/MovieProbe.h"
+#include "picture/PictureRenderer.h"
+#include "media/facts/Thumbnail.h"
 #include "tool/GradeArgument.h"
 #include "tool/ToolContext.h"
 

@@ -1,9 +1,9 @@
 #include "annotate/GradeArithmetic.h"
-#include "media/FrameReader.h"
+#include "media/decode/FrameReader.h"
 #include "tool/SessionItem.h"
 #include "tool/ToolContext.h"
-#include "viewer/AreaPicture.h"
-#include "viewer/Snapshots.h"
+#include "viewer/display/AreaPicture.h"
+#include "viewer/display/Snapshots.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,4 +1,4 @@
-#include "media/TimecodeTrack.h"
+#include "media/facts/TimecodeTrack.h"
 #include "tool/ToolContext.h"
 
 #include <CLI/CLI.hpp>

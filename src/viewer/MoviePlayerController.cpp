@@ -1,10 +1,10 @@
 #include "viewer/MoviePlayerController.h"
 
-#include "media/TimecodeTrack.h"
+#include "media/facts/TimecodeTrack.h"
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
 #include "platform/UserDefaults.h"
-#include "playback/Player.h"
+#include "playback/run/Player.h"
 #include "viewer/LibraryLink.h"
 
 #include <QStringList>

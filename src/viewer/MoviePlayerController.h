@@ -1,21 +1,21 @@
 #pragma once
 
-#include "media/MovieProbe.h"
+#include "media/facts/MovieProbe.h"
 #include "model/Movie.h"
 #include "model/ReviewEdits.h"
 #include "platform/Sender.h"
-#include "viewer/DrawingMode.h"
-#include "viewer/NeighbourMovies.h"
-#include "viewer/PlaybackRange.h"
-#include "viewer/Snapshots.h"
-#include "viewer/TimeDisplay.h"
-#include "viewer/Transport.h"
-#include "viewer/ViewerBookmarks.h"
-#include "viewer/ViewerGeometry.h"
-#include "viewer/ViewerGrade.h"
+#include "viewer/review/DrawingMode.h"
+#include "viewer/transport/NeighbourMovies.h"
+#include "viewer/transport/PlaybackRange.h"
+#include "viewer/display/Snapshots.h"
+#include "viewer/transport/TimeDisplay.h"
+#include "viewer/transport/Transport.h"
+#include "viewer/review/ViewerBookmarks.h"
+#include "viewer/display/ViewerGeometry.h"
+#include "viewer/review/ViewerGrade.h"
 #include "viewer/ViewerInput.h"
-#include "viewer/ViewerList.h"
-#include "viewer/ViewerPanels.h"
+#include "viewer/review/ViewerList.h"
+#include "viewer/display/ViewerPanels.h"
 
 #include <QColor>
 #include <QObject>

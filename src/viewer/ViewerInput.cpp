@@ -1,11 +1,11 @@
 #include "viewer/ViewerInput.h"
 
 #include "platform/UserDefaults.h"
-#include "viewer/DrawingMode.h"
-#include "viewer/Transport.h"
-#include "viewer/ViewerBookmarks.h"
-#include "viewer/ViewerGrade.h"
-#include "viewer/ViewerPanels.h"
+#include "viewer/review/DrawingMode.h"
+#include "viewer/transport/Transport.h"
+#include "viewer/review/ViewerBookmarks.h"
+#include "viewer/review/ViewerGrade.h"
+#include "viewer/display/ViewerPanels.h"
 
 namespace daylark {
 

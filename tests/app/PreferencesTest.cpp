@@ -1,4 +1,4 @@
-#include "app/PreferencesTable.h"
+#include "app/program/PreferencesTable.h"
 
 #include <QColor>
 

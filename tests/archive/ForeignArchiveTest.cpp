@@ -1,4 +1,5 @@
 #include "archive/KeyedArchive.h"
+#include "support/Places.h"
 
 #include <gmock/gmock.h>
 
@@ -110,11 +111,11 @@ private:
 };
 
 QStringList foreignArchives() {
-    return QDir(QStringLiteral(DAYLARK_FOREIGN_ARCHIVES)).entryList({u"*.plist"_s}, QDir::Files, QDir::Name);
+    return QDir(foreignArchiveFolder()).entryList({u"*.plist"_s}, QDir::Files, QDir::Name);
 }
 
 QString foreignPath(const QString& name) {
-    return QStringLiteral(DAYLARK_FOREIGN_ARCHIVES) + u'/' + name;
+    return foreignArchiveFolder() + u'/' + name;
 }
 
 } // namespace

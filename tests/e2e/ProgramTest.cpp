@@ -1,6 +1,7 @@
 #include "demo/MovieMaker.h"
 #include "model/Session.h"
 #include "platform/Desktop.h"
+#include "support/Places.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +38,7 @@ protected:
     void start(QProcess& process, const QStringList& arguments) {
         process.setProcessEnvironment(environment_);
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process.start(QStringLiteral(DAYLARK_BINARY_DIR "/daylark"), arguments);
+        process.start(programFolder() + QStringLiteral("/daylark"), arguments);
         ASSERT_TRUE(process.waitForStarted());
     }
     [[nodiscard]] QString temporarySession() const {

@@ -1,4 +1,4 @@
-#include "media/AviHeaderIndex.h"
+#include "media/container/AviHeaderIndex.h"
 
 #include "demo/MovieMaker.h"
 #include "support/ChangedFiles.h"

@@ -1,4 +1,4 @@
-#include "media/FrameReader.h"
+#include "media/decode/FrameReader.h"
 
 #include "demo/MovieMaker.h"
 #include "support/TruthTable.h"

@@ -1,7 +1,7 @@
-#include "media/MovHeaderIndex.h"
+#include "media/container/MovHeaderIndex.h"
 
 #include "demo/MovieMaker.h"
-#include "media/MovBoxes.h"
+#include "media/container/MovBoxes.h"
 #include "support/ChangedFiles.h"
 #include "support/PacketReading.h"
 

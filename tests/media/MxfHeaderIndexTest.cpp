@@ -1,4 +1,4 @@
-#include "media/MxfHeaderIndex.h"
+#include "media/container/MxfHeaderIndex.h"
 
 #include "demo/MovieMaker.h"
 #include "support/ChangedFiles.h"

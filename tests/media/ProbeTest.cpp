@@ -1,9 +1,9 @@
-#include "media/MovieProbe.h"
+#include "media/facts/MovieProbe.h"
 
 #include "demo/MovieMaker.h"
-#include "media/MediaTypes.h"
-#include "media/MovieTexts.h"
-#include "media/Thumbnail.h"
+#include "media/facts/MediaTypes.h"
+#include "media/facts/MovieTexts.h"
+#include "media/facts/Thumbnail.h"
 #include "model/Movie.h"
 
 #include <QFile>

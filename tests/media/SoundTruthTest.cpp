@@ -1,4 +1,4 @@
-#include "media/AudioReader.h"
+#include "media/sound/AudioReader.h"
 
 #include <QFile>
 #include <QProcess>

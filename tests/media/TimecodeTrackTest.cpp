@@ -1,8 +1,9 @@
-#include "media/TimecodeTrack.h"
+#include "media/facts/TimecodeTrack.h"
 
 #include "demo/MovieMaker.h"
-#include "media/MovBoxes.h"
+#include "media/container/MovBoxes.h"
 #include "support/TimecodeMovie.h"
+#include "support/Places.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -150,7 +151,7 @@ TEST_F(TimecodeTrackTest, MoviesOfEveryContainerGiveTheirStart) {
 }
 
 TEST_F(TimecodeTrackTest, TracksMadeElsewhereSayWhatTheySay) {
-    const QString elsewhere = QStringLiteral(DAYLARK_FOREIGN_TIMECODE);
+    const QString elsewhere = foreignTimecodeFolder();
     if (!QFileInfo(elsewhere).isDir()) GTEST_SKIP() << "no timecode tracks made elsewhere here";
     const auto start = [&](const char* name) { return read(elsewhere + u'/' + QLatin1String(name)); };
     EXPECT_EQ(start("tc_23976_track-only_start-00-58-40-00.mov"), QStringList{u"0:58:40:0"_qs});

@@ -1,4 +1,4 @@
-#include "playback/DeviceSound.h"
+#include "playback/sound/DeviceSound.h"
 
 #include "support/PlayerBench.h"
 #include "support/ScriptedSound.h"

@@ -1,7 +1,7 @@
-#include "playback/DragPlan.h"
+#include "playback/read/DragPlan.h"
 
-#include "media/FrameReader.h"
-#include "playback/FrameCache.h"
+#include "media/decode/FrameReader.h"
+#include "playback/read/FrameCache.h"
 #include "support/PlayerBench.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "playback/FrameCache.h"
+#include "playback/read/FrameCache.h"
 
-#include "media/FrameReader.h"
+#include "media/decode/FrameReader.h"
 #include "support/PlayerBench.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "playback/Neighbours.h"
+#include "playback/read/Neighbours.h"
 
 #include "support/PlayerBench.h"
 

@@ -1,5 +1,5 @@
-#include "playback/SoundOutput.h"
-#include "playback/SoundReadAhead.h"
+#include "playback/sound/SoundOutput.h"
+#include "playback/sound/SoundReadAhead.h"
 
 #include "support/PlayerBench.h"
 

@@ -1,4 +1,4 @@
-#include "playback/Player.h"
+#include "playback/run/Player.h"
 
 #include "support/PlayerBench.h"
 

@@ -1,5 +1,5 @@
-#include "playback/DeviceSound.h"
-#include "playback/Player.h"
+#include "playback/sound/DeviceSound.h"
+#include "playback/run/Player.h"
 
 #include "support/PlayerBench.h"
 

@@ -1,6 +1,6 @@
-#include "playback/ReadPlan.h"
+#include "playback/read/ReadPlan.h"
 
-#include "playback/FrameCache.h"
+#include "playback/read/FrameCache.h"
 
 #include <gtest/gtest.h>
 

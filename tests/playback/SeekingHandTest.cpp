@@ -1,7 +1,7 @@
-#include "playback/SeekingHand.h"
+#include "playback/read/SeekingHand.h"
 
-#include "media/FrameReader.h"
-#include "playback/FrameCache.h"
+#include "media/decode/FrameReader.h"
+#include "playback/read/FrameCache.h"
 #include "support/PlayerBench.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "playback/TimeStretch.h"
+#include "playback/sound/TimeStretch.h"
 
 #include <gtest/gtest.h>
 

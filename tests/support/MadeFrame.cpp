@@ -1,6 +1,6 @@
 #include "support/MadeFrame.h"
 
-#include "media/VideoFrameData.h"
+#include "media/decode/VideoFrameData.h"
 
 #include <cstring>
 #include <random>

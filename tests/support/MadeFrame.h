@@ -1,6 +1,6 @@
 #pragma once
 
-#include "media/VideoFrame.h"
+#include "media/decode/VideoFrame.h"
 
 #include <QByteArray>
 #include <QSize>

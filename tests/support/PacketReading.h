@@ -1,7 +1,7 @@
 #pragma once
 
-#include "media/MediaFile.h"
-#include "media/RawSample.h"
+#include "media/container/MediaFile.h"
+#include "media/container/RawSample.h"
 
 #include <gtest/gtest.h>
 

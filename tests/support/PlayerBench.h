@@ -1,7 +1,7 @@
 #pragma once
 
 #include "demo/MovieMaker.h"
-#include "playback/Player.h"
+#include "playback/run/Player.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "playback/SoundDevice.h"
+#include "playback/sound/SoundDevice.h"
 
 #include <algorithm>
 #include <atomic>

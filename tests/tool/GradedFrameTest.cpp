@@ -1,5 +1,6 @@
 #include "annotate/GradeArithmetic.h"
 #include "demo/MovieMaker.h"
+#include "support/Places.h"
 
 #include <gtest/gtest.h>
 
@@ -36,7 +37,7 @@ QString chartMovie(const QTemporaryDir& folder) {
 
 int runFrame(const QString& movie, const QString& out, const QString& grade) {
     return QProcess::execute(
-        QStringLiteral(DAYLARK_BINARY_DIR "/daylark-tool"),
+        programFolder() + QStringLiteral("/daylark-tool"),
         {QStringLiteral("frame"), movie, QStringLiteral("1"), out, QStringLiteral("--grade"), grade});
 }
 

@@ -1,4 +1,5 @@
 #include "demo/MovieMaker.h"
+#include "support/Places.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +26,7 @@ struct ToolRun {
 
 ToolRun tool(const QStringList& arguments) {
     QProcess process;
-    process.start(QStringLiteral(DAYLARK_BINARY_DIR "/daylark-tool"), arguments);
+    process.start(programFolder() + QStringLiteral("/daylark-tool"), arguments);
     process.waitForFinished(-1);
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }

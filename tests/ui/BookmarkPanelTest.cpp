@@ -1,7 +1,7 @@
 #include "ViewerWindowFixture.h"
 
-#include "ui/BookmarkPanel.h"
-#include "ui/BookmarkTable.h"
+#include "ui/panels/BookmarkPanel.h"
+#include "ui/panels/BookmarkTable.h"
 
 #include <QLineEdit>
 #include <QMenu>

@@ -1,11 +1,11 @@
 #include "LibraryFixture.h"
 #include "ViewerWindowFixture.h"
 
-#include "app/ProgressBoard.h"
-#include "ui/DrawingPanel.h"
-#include "ui/PreferencesWindow.h"
-#include "ui/ProgressWindow.h"
-#include "ui/VolumeButton.h"
+#include "app/program/ProgressBoard.h"
+#include "ui/panels/DrawingPanel.h"
+#include "ui/preferences/PreferencesWindow.h"
+#include "ui/library/ProgressWindow.h"
+#include "ui/controls/VolumeButton.h"
 
 #include <QAbstractItemView>
 #include <QColorDialog>

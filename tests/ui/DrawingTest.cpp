@@ -1,7 +1,7 @@
 #include "ui/ViewerWindowFixture.h"
 
-#include "ui/DrawingPanel.h"
-#include "ui/ViewerPanelHost.h"
+#include "ui/panels/DrawingPanel.h"
+#include "ui/viewer/ViewerPanelHost.h"
 
 #include <QDockWidget>
 #include <QPointingDevice>

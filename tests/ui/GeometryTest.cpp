@@ -1,7 +1,7 @@
 #include "ui/ViewerWindowFixture.h"
 
-#include "ui/ZoomButton.h"
-#include "viewer/DisplayGeometry.h"
+#include "ui/controls/ZoomButton.h"
+#include "viewer/display/DisplayGeometry.h"
 
 #include <QMenu>
 #include <QScreen>

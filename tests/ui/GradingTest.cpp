@@ -1,9 +1,9 @@
 #include "ui/ViewerWindowFixture.h"
 
 #include "annotate/GradeArithmetic.h"
-#include "ui/GradingPanel.h"
-#include "ui/SnapshotFlash.h"
-#include "ui/ViewerPanelHost.h"
+#include "ui/panels/GradingPanel.h"
+#include "ui/viewer/SnapshotFlash.h"
+#include "ui/viewer/ViewerPanelHost.h"
 
 #include <QDockWidget>
 #include <QDoubleSpinBox>

@@ -1,10 +1,10 @@
 #include "ViewerWindowFixture.h"
 
 #include "demo/Robot.h"
-#include "ui/BookmarkPanel.h"
-#include "ui/BookmarkRows.h"
-#include "ui/BookmarkTable.h"
-#include "ui/FullScreen.h"
+#include "ui/panels/BookmarkPanel.h"
+#include "ui/panels/BookmarkRows.h"
+#include "ui/panels/BookmarkTable.h"
+#include "ui/viewer/FullScreen.h"
 
 #include <QLineEdit>
 #include <QProcess>

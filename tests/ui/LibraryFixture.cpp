@@ -1,9 +1,9 @@
 #include "LibraryFixture.h"
 
-#include "ui/Commands.h"
-#include "ui/ItemsPane.h"
-#include "ui/PlaylistsPane.h"
-#include "ui/ReorderView.h"
+#include "ui/commands/Commands.h"
+#include "ui/library/ItemsPane.h"
+#include "ui/library/PlaylistsPane.h"
+#include "ui/common/ReorderView.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/AppFixture.h"
-#include "ui/LibraryWindow.h"
+#include "ui/library/LibraryWindow.h"
 
 #include <QAction>
 #include <QListView>

@@ -1,14 +1,14 @@
 #include "LibraryFixture.h"
 
 #include "platform/NamedImages.h"
-#include "ui/Commands.h"
-#include "ui/InterfaceWatchdog.h"
-#include "ui/ItemsPane.h"
-#include "ui/MoviesModel.h"
-#include "ui/PlaylistsModel.h"
-#include "ui/PlaylistsPane.h"
-#include "ui/ReorderView.h"
-#include "ui/StatusStrip.h"
+#include "ui/commands/Commands.h"
+#include "ui/desktop/InterfaceWatchdog.h"
+#include "ui/library/ItemsPane.h"
+#include "ui/library/MoviesModel.h"
+#include "ui/library/PlaylistsModel.h"
+#include "ui/library/PlaylistsPane.h"
+#include "ui/common/ReorderView.h"
+#include "ui/library/StatusStrip.h"
 
 #include <QHeaderView>
 #include <QLineEdit>

@@ -1,16 +1,16 @@
 #include "ui/ViewerWindowFixture.h"
 
-#include "ui/BookmarkPanel.h"
-#include "ui/ControlsPanel.h"
-#include "ui/FullScreen.h"
-#include "ui/NotesPanel.h"
-#include "ui/OptionsPanel.h"
-#include "ui/PanelTitle.h"
-#include "ui/PositionSlider.h"
-#include "ui/RangeIndicator.h"
-#include "ui/RichTextField.h"
-#include "ui/ToolPanel.h"
-#include "ui/ViewerPanelHost.h"
+#include "ui/panels/BookmarkPanel.h"
+#include "ui/panels/ControlsPanel.h"
+#include "ui/viewer/FullScreen.h"
+#include "ui/panels/NotesPanel.h"
+#include "ui/panels/OptionsPanel.h"
+#include "ui/common/PanelTitle.h"
+#include "ui/controls/PositionSlider.h"
+#include "ui/controls/RangeIndicator.h"
+#include "ui/common/RichTextField.h"
+#include "ui/common/ToolPanel.h"
+#include "ui/viewer/ViewerPanelHost.h"
 
 #include <QCheckBox>
 #include <QComboBox>

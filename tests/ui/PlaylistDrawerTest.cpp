@@ -1,8 +1,8 @@
 #include "ViewerWindowFixture.h"
 
-#include "ui/PlaylistDrawer.h"
-#include "ui/ReorderView.h"
-#include "ui/VolumeButton.h"
+#include "ui/viewer/PlaylistDrawer.h"
+#include "ui/common/ReorderView.h"
+#include "ui/controls/VolumeButton.h"
 
 #include <QDropEvent>
 #include <QListView>

@@ -1,8 +1,8 @@
 #include "LibraryFixture.h"
 
-#include "app/PreferencesTable.h"
-#include "ui/Binding.h"
-#include "ui/PreferencesWindow.h"
+#include "app/program/PreferencesTable.h"
+#include "ui/common/Binding.h"
+#include "ui/preferences/PreferencesWindow.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #include "ViewerWindowFixture.h"
 
-#include "ui/FullScreen.h"
-#include "ui/LostScreens.h"
+#include "ui/viewer/FullScreen.h"
+#include "ui/viewer/LostScreens.h"
 
 #include <QMenu>
 #include <QProcess>

@@ -1,4 +1,4 @@
-#include "ui/SingleInstance.h"
+#include "ui/desktop/SingleInstance.h"
 
 #include "support/PlayerBench.h"
 

@@ -1,14 +1,14 @@
 #include "ViewerWindowFixture.h"
 
-#include "ui/BookmarkPanel.h"
-#include "ui/BookmarkTable.h"
-#include "ui/FloatingTimecode.h"
-#include "ui/FullScreen.h"
-#include "ui/KeyCodes.h"
-#include "ui/KeysDialog.h"
-#include "ui/MouseZones.h"
-#include "ui/MovieListOverlay.h"
-#include "ui/ViewerPanelHost.h"
+#include "ui/panels/BookmarkPanel.h"
+#include "ui/panels/BookmarkTable.h"
+#include "ui/viewer/FloatingTimecode.h"
+#include "ui/viewer/FullScreen.h"
+#include "ui/commands/KeyCodes.h"
+#include "ui/commands/KeysDialog.h"
+#include "ui/viewer/MouseZones.h"
+#include "ui/viewer/MovieListOverlay.h"
+#include "ui/viewer/ViewerPanelHost.h"
 
 #include <QLabel>
 #include <QLineEdit>

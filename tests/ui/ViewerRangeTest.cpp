@@ -1,7 +1,7 @@
 #include "ViewerWindowFixture.h"
 
-#include "ui/PositionSlider.h"
-#include "ui/RangeIndicator.h"
+#include "ui/controls/PositionSlider.h"
+#include "ui/controls/RangeIndicator.h"
 
 #include <QLabel>
 #include <QTemporaryDir>

@@ -1,11 +1,11 @@
 #include "ViewerWindowFixture.h"
 
-#include "ui/BookmarkPanel.h"
-#include "ui/BookmarkTable.h"
-#include "ui/FlagPopUp.h"
-#include "ui/NotesPanel.h"
-#include "ui/PlaylistDrawer.h"
-#include "ui/RichTextField.h"
+#include "ui/panels/BookmarkPanel.h"
+#include "ui/panels/BookmarkTable.h"
+#include "ui/common/FlagPopUp.h"
+#include "ui/panels/NotesPanel.h"
+#include "ui/viewer/PlaylistDrawer.h"
+#include "ui/common/RichTextField.h"
 
 #include <QLineEdit>
 #include <QListView>

@@ -1,9 +1,9 @@
 #include "ViewerWindowFixture.h"
 
-#include "ui/BookmarkPanel.h"
-#include "ui/BookmarkTable.h"
-#include "ui/PositionSlider.h"
-#include "ui/VolumeButton.h"
+#include "ui/panels/BookmarkPanel.h"
+#include "ui/panels/BookmarkTable.h"
+#include "ui/controls/PositionSlider.h"
+#include "ui/controls/VolumeButton.h"
 
 #include <QLabel>
 #include <QMenu>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/PreferencesTable.h"
-#include "ui/Commands.h"
-#include "ui/PictureView.h"
-#include "ui/TransportBar.h"
-#include "ui/ViewerWindow.h"
+#include "app/program/PreferencesTable.h"
+#include "ui/commands/Commands.h"
+#include "ui/picture/PictureView.h"
+#include "ui/controls/TransportBar.h"
+#include "ui/viewer/ViewerWindow.h"
 #include "viewer/ViewerFixture.h"
 
 #include <QAction>

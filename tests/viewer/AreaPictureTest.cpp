@@ -1,8 +1,8 @@
-#include "viewer/AreaPicture.h"
+#include "viewer/display/AreaPicture.h"
 
 #include "annotate/GradeArithmetic.h"
 #include "demo/MovieMaker.h"
-#include "media/FrameReader.h"
+#include "media/decode/FrameReader.h"
 
 #include <QPainter>
 #include <QTemporaryDir>

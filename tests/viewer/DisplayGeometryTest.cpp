@@ -1,4 +1,4 @@
-#include "viewer/DisplayGeometry.h"
+#include "viewer/display/DisplayGeometry.h"
 
 #include <gtest/gtest.h>
 

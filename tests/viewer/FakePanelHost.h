@@ -1,6 +1,6 @@
 #pragma once
 
-#include "viewer/ViewerPanels.h"
+#include "viewer/display/ViewerPanels.h"
 
 #include <map>
 #include <set>

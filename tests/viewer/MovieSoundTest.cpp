@@ -1,5 +1,5 @@
 #include "platform/FileBookmark.h"
-#include "playback/DeviceSound.h"
+#include "playback/sound/DeviceSound.h"
 #include "support/ScriptedSound.h"
 #include "viewer/ViewerFixture.h"
 

@@ -1,4 +1,4 @@
-#include "viewer/NeighbourMovies.h"
+#include "viewer/transport/NeighbourMovies.h"
 
 #include "viewer/ViewerFixture.h"
 

@@ -1,4 +1,4 @@
-#include "viewer/ViewerPanels.h"
+#include "viewer/display/ViewerPanels.h"
 
 #include "platform/Alerts.h"
 #include "platform/UserDefaults.h"

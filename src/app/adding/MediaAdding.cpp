@@ -1,0 +1,351 @@
+#include "app/adding/MediaAdding.h"
+
+#include "app/files/FileStates.h"
+#include "app/playlists/Library.h"
+#include "app/adding/MediaWalk.h"
+#include "app/program/ProgressBoard.h"
+#include "app/sessions/SessionFiles.h"
+#include "app/sessions/SessionMigration.h"
+#include "app/files/Thumbnails.h"
+#include "base/work/WorkQueue.h"
+#include "media/facts/MediaTypes.h"
+#include "platform/Panels.h"
+#include "platform/UserDefaults.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+
+#include <deque>
+#include <optional>
+
+namespace daylark {
+
+namespace {
+
+const QString addingTitle = QStringLiteral("Adding Media Files...");
+constexpr qint64 progressIntervalMs = 100;
+
+QString lastPathComponent(const QString& path) {
+    return path.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
+}
+
+bool isDivider(const Playlist& playlist) {
+    return playlist.playlistType == QLatin1String("divider");
+}
+
+bool isSessionPath(const QString& path) {
+    return QFileInfo(path).suffix() == QLatin1String("dls");
+}
+
+} // namespace
+
+/// What was asked for; a value for the worker.
+struct MediaAdding::Request {
+    enum class Kind { files, folders, playlists, bundles, dropOnPlaylists, dropOnMovies, desktop };
+    /// A bundle that a person drops or opens by itself is wanted; the folder operations pass bundles over.
+    [[nodiscard]] bool takesBundles() const { return kind >= Kind::bundles; }
+    Kind kind = Kind::files;
+    QStringList paths;
+    std::weak_ptr<Playlist> target; ///< the playlist selected when it was asked for
+    bool hadTarget = false;
+    bool allowImageFiles = false;
+};
+
+/// Items that go into one playlist in one step.
+struct MediaAdding::Group {
+    std::vector<FoundMedia> media;
+    bool ownPlaylist = false;    ///< a new playlist of their own
+    QString playlistName;        ///< of a new playlist; null: the default name
+    bool mayMakePlaylist = true; ///< when there is none that could take them
+    bool fromDesktop = false;
+    QString sessionPath;                   ///< instead of items: a session to import
+    std::optional<SessionContents> bundle; ///< instead of items: what a bundle holds
+    std::weak_ptr<Playlist> target;
+    bool hadTarget = false;
+};
+
+/// Looks through the disk, one request at a time. The queue of requests is the interface thread's.
+class MediaAdding::Worker {
+public:
+    using Deliver = std::function<void(Group)>;
+
+    static void look(const Request& request, const WalkWatch& watch, const Deliver& deliver);
+
+    std::deque<Request> requests; ///< the first is under way
+    int job = 0;
+    std::shared_ptr<std::atomic<bool>> cancelled;
+    WorkQueue work;
+
+private:
+    static Group groupFor(const Request& request) {
+        Group group;
+        group.target = request.target;
+        group.hadTarget = request.hadTarget;
+        return group;
+    }
+    static void lookThroughFolders(const Request& request, const QStringList& folders, const WalkWatch& watch,
+                                   const Deliver& deliver);
+    static void lookIntoBundles(const Request& request, const QStringList& bundles, const WalkWatch& watch,
+                                const Deliver& deliver);
+    static void lookAtDesktopFile(const Request& request, const QString& path, const WalkWatch& watch,
+                                  const Deliver& deliver);
+};
+
+/// A playlist for every folder, each delivered as soon as it is known.
+void MediaAdding::Worker::lookThroughFolders(const Request& request, const QStringList& folders,
+                                             const WalkWatch& watch, const Deliver& deliver) {
+    for (const QString& folder : folders) {
+        if (isBundlePath(folder)) continue; // bundles have a way in of their own
+        Group group = groupFor(request);
+        group.ownPlaylist = true;
+        group.playlistName = lastPathComponent(folder);
+        group.media = mediaAmong(filesUnderFolder(folder, watch), request.allowImageFiles, watch);
+        if (watch.isCancelled()) return;
+        deliver(std::move(group));
+    }
+}
+
+void MediaAdding::Worker::lookIntoBundles(const Request& request, const QStringList& bundles,
+                                          const WalkWatch& watch, const Deliver& deliver) {
+    for (const QString& bundle : bundles) {
+        if (watch.isCancelled()) return;
+        Result<SessionContents> contents = readSessionFile(QDir(bundle).filePath(QStringLiteral("data.dls")));
+        if (!contents) continue;
+        Group group = groupFor(request);
+        group.bundle = *std::move(contents); // the records go over whole: nothing is left on this side
+        deliver(std::move(group));
+    }
+}
+
+void MediaAdding::Worker::lookAtDesktopFile(const Request& request, const QString& path,
+                                            const WalkWatch& watch, const Deliver& deliver) {
+    Group group = groupFor(request);
+    if (mediaTypeOfPath(path) == MediaType::movie) {
+        group.fromDesktop = true;
+        group.media =
+            mediaAmong({path}, false, watch); // images are not taken here, whatever the preference says
+        if (!group.media.empty()) deliver(std::move(group));
+    } else if (isSessionPath(path)) {
+        group.sessionPath = path;
+        deliver(std::move(group));
+    }
+}
+
+void MediaAdding::Worker::look(const Request& request, const WalkWatch& watch, const Deliver& deliver) {
+    QStringList folders, files, bundles;
+    for (const QString& path : request.paths) {
+        const bool folder = QFileInfo(path).isDir();
+        const bool bundle = folder && request.takesBundles() && isBundlePath(path);
+        (bundle ? bundles : folder ? folders : files).append(path);
+    }
+    lookIntoBundles(request, bundles, watch, deliver);
+    if (!bundles.isEmpty() && folders.isEmpty() && files.isEmpty()) return;
+    QStringList underFolders;
+    Group group = groupFor(request);
+    switch (request.kind) {
+    case Request::Kind::files:
+        group.media = mediaAmong(request.paths, request.allowImageFiles, watch);
+        group.mayMakePlaylist = !group.media.empty();
+        break;
+    case Request::Kind::dropOnMovies:
+        if (!folders.isEmpty()) group.playlistName = lastPathComponent(folders.front());
+        [[fallthrough]];
+    case Request::Kind::folders:
+        for (const QString& folder : folders)
+            underFolders += filesUnderFolder(folder, watch);
+        if (request.kind == Request::Kind::dropOnMovies) underFolders += files;
+        group.media = mediaAmong(underFolders, request.allowImageFiles, watch);
+        group.mayMakePlaylist = !group.media.empty();
+        break;
+    case Request::Kind::playlists:
+        lookThroughFolders(request, folders, watch, deliver);
+        return;
+    case Request::Kind::bundles:
+        return;
+    case Request::Kind::dropOnPlaylists:
+        lookThroughFolders(request, folders, watch, deliver);
+        group.media = mediaAmong(files, request.allowImageFiles, watch);
+        if (group.media.empty()) return;
+        group.ownPlaylist = true;
+        break;
+    case Request::Kind::desktop:
+        lookThroughFolders(request, folders, watch, deliver);
+        for (const QString& file : files)
+            lookAtDesktopFile(request, file, watch, deliver);
+        return;
+    }
+    if (!watch.isCancelled()) deliver(std::move(group));
+}
+
+MediaAdding::MediaAdding(const Surroundings& surroundings, QObject* parent)
+    : QObject(parent)
+    , surroundings_(surroundings)
+    , worker_(std::make_unique<Worker>()) {}
+
+MediaAdding::~MediaAdding() {
+    if (worker_->cancelled) *worker_->cancelled = true;
+}
+
+bool MediaAdding::isBusy() const {
+    return !worker_->requests.empty();
+}
+
+void MediaAdding::addMediaFilesToSelectedPlaylist(const QStringList& paths) {
+    enqueue({Request::Kind::files, paths, {}, false, false});
+}
+
+void MediaAdding::addMediaFoldersToSelectedPlaylist(const QStringList& folders) {
+    enqueue({Request::Kind::folders, folders, {}, false, false});
+}
+
+void MediaAdding::createPlaylistsWithFolders(const QStringList& folders) {
+    enqueue({Request::Kind::playlists, folders, {}, false, false});
+}
+
+void MediaAdding::addDLMFilesToSelectedPlaylist(const QStringList& bundles) {
+    enqueue({Request::Kind::bundles, bundles, {}, false, false});
+}
+
+void MediaAdding::addMediaFromOpenDialog() {
+    if (surroundings_.library.selectedPlaylistRows().size() > 1) return;
+    OpenPanel panel;
+    panel.title = QStringLiteral("Choose Media Files To Add");
+    panel.prompt = QStringLiteral("Add Media");
+    panel.allowMultiple = true;
+    const QStringList paths = surroundings_.panels.runOpen(panel);
+    if (!paths.isEmpty()) addMediaFilesToSelectedPlaylist(paths);
+}
+
+void MediaAdding::processFile(const QString& path) {
+    openPaths({path});
+}
+
+void MediaAdding::openPaths(const QStringList& paths) {
+    enqueue({Request::Kind::desktop, paths, {}, false, false});
+}
+
+void MediaAdding::dropOnPlaylists(const QStringList& paths) {
+    if (paths.isEmpty()) return;
+    if (isSessionPath(paths.front()))
+        surroundings_.sessionFiles.dragSessionImport(paths.front());
+    else
+        enqueue({Request::Kind::dropOnPlaylists, paths, {}, false, false});
+}
+
+void MediaAdding::dropOnMovies(const QStringList& paths) {
+    if (paths.isEmpty()) return;
+    if (isSessionPath(paths.front()))
+        surroundings_.sessionFiles.dragSessionImport(paths.front());
+    else
+        enqueue({Request::Kind::dropOnMovies, paths, {}, false, false});
+}
+
+void MediaAdding::enqueue(Request request) {
+    const auto selected = surroundings_.library.selectedPlaylist();
+    request.hadTarget = selected && !isDivider(*selected);
+    if (request.hadTarget) request.target = selected;
+    request.allowImageFiles = surroundings_.defaults.boolForKey(QStringLiteral("allowImageFiles"));
+    worker_->requests.push_back(std::move(request));
+    if (worker_->requests.size() == 1) startNext();
+}
+
+void MediaAdding::startNext() {
+    const int job = surroundings_.progress.begin(addingTitle, 0, true);
+    worker_->job = job;
+    worker_->cancelled = surroundings_.progress.cancelFlag(job);
+    worker_->work.run([this, request = worker_->requests.front(), job, cancelled = worker_->cancelled] {
+        QElapsedTimer sinceReport;
+        sinceReport.start();
+        const auto report = [this, job, &sinceReport](qint64 found) {
+            if (sinceReport.elapsed() < progressIntervalMs) return;
+            sinceReport.restart();
+            WorkQueue::deliver(this, [this, job, found] { surroundings_.progress.advance(job, found, 0); });
+        };
+        Worker::look(request, {cancelled.get(), report}, [this](Group group) {
+            WorkQueue::deliver(this,
+                               [this, group = std::make_shared<Group>(std::move(group))] { apply(*group); });
+        });
+        WorkQueue::deliver(this, [this] { requestDone(); });
+    });
+}
+
+void MediaAdding::requestDone() {
+    surroundings_.progress.end(worker_->job);
+    worker_->cancelled.reset();
+    worker_->requests.pop_front();
+    if (!worker_->requests.empty()) startNext();
+    Q_EMIT finished();
+}
+
+std::shared_ptr<Playlist> MediaAdding::targetOf(const Group& group) {
+    Library& library = surroundings_.library;
+    if (!group.ownPlaylist) {
+        if (group.hadTarget)
+            return group.target.lock(); // removed meanwhile: the items are not wanted any more
+        const auto selected = library.selectedPlaylist();
+        if (selected && !isDivider(*selected)) return selected;
+        if (!group.mayMakePlaylist) return nullptr;
+    }
+    auto playlist = std::make_shared<Playlist>();
+    if (!group.playlistName.isEmpty()) playlist->name = group.playlistName;
+    library.appendPlaylist(playlist, true);
+    return playlist;
+}
+
+MediaAdding::Movies MediaAdding::addItems(const std::shared_ptr<Playlist>& playlist, const Group& group) {
+    Movies movies;
+    movies.reserve(group.media.size());
+    // The first new item leaves a gap of one after the items shown; wanted.
+    qint64 number = surroundings_.library.shownCount(playlist) + 1;
+    for (const FoundMedia& media : group.media) {
+        auto movie = std::make_shared<Movie>(media.path, media.bookmarkData);
+        movie->sortOrder = number++;
+        movies.push_back(std::move(movie));
+    }
+    surroundings_.library.addMovies(playlist, movies);
+    return movies;
+}
+
+void MediaAdding::addBundle(const SessionContents& contents) {
+    Library& library = surroundings_.library;
+    const qsizetype first = qsizetype(library.playlists().size());
+    // Behind what is there: nobody loses a session by adding to it.
+    for (const auto& playlist : contents.playlists)
+        library.appendPlaylist(playlist, false);
+    if (contents.lonePlaylist) library.appendPlaylist(contents.lonePlaylist, false);
+    if (qsizetype(library.playlists().size()) == first) return;
+    const qsizetype added = qsizetype(library.playlists().size()) - first;
+    const qint64 selected = contents.lastSelectedPlaylistIndex.value_or(0);
+    library.selectPlaylist(first + (selected >= 0 && selected < added ? qsizetype(selected) : 0));
+    updatePlaylistsWithNewVariables(library);
+    surroundings_.fileStates.updateAllFilePaths();
+    library.selectMovies({0});
+}
+
+void MediaAdding::apply(const Group& group) {
+    if (group.bundle) {
+        addBundle(*group.bundle);
+        return;
+    }
+    if (!group.sessionPath.isNull()) {
+        surroundings_.sessionFiles.dragSessionImport(group.sessionPath);
+        return;
+    }
+    const auto playlist = targetOf(group);
+    if (!playlist) return;
+    Library& library = surroundings_.library;
+    const Movies movies = addItems(playlist, group);
+    if (playlist == library.selectedPlaylist()) {
+        // The first of the list, or the one that was opened from the desktop.
+        if (group.fromDesktop && !movies.empty())
+            library.selectMovie(movies.front());
+        else
+            library.selectMovies({0});
+    }
+    surroundings_.thumbnails.probeAndThumbnail(movies);
+    if (group.fromDesktop)
+        Q_EMIT openedFromDesktop(surroundings_.defaults.boolForKey(QStringLiteral("openWithLaunchesViewer")));
+}
+
+} // namespace daylark

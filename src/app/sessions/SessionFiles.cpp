@@ -1,0 +1,320 @@
+#include "app/sessions/SessionFiles.h"
+
+#include "app/playlists/Library.h"
+#include "app/sessions/SessionMigration.h"
+#include "base/work/WorkQueue.h"
+#include "platform/Alerts.h"
+#include "platform/Panels.h"
+#include "platform/UserDefaults.h"
+
+#include <QFileInfo>
+
+#include <numeric>
+#include <set>
+
+namespace daylark {
+
+namespace {
+
+const QString sessionPathKey = QStringLiteral("Session Path");
+const QString sessionTitleKey = QStringLiteral("Session Title");
+const QString sessionExtension = QStringLiteral("dls");
+
+} // namespace
+
+/// The worker, and what it knows of the files: those that it has read or written whole may be written over.
+class SessionFiles::Queue {
+public:
+    bool mayWriteOver(const QString& path) {
+        const QFileInfo file(path);
+        if (known_.count(path) || !file.exists()) return true;
+        if (!file.isFile()) return false;
+        // Whatever stands there and cannot be read may still be somebody's review: it is kept beside.
+        return readSessionFile(path) || setFileAside(path);
+    }
+    void remember(const QString& path) { known_.insert(path); }
+
+private:
+    std::set<QString> known_; // the worker's alone
+
+public:
+    WorkQueue work;
+};
+
+SessionFiles::SessionFiles(const Surroundings& surroundings, QObject* parent)
+    : QObject(parent)
+    , surroundings_(surroundings)
+    , queue_(std::make_unique<Queue>()) {
+    connect(&surroundings_.library, &Library::contentEdited, this, [this] { setSessionIsModified(true); });
+}
+
+SessionFiles::~SessionFiles() {
+    finishWriting();
+}
+
+void SessionFiles::write(const QString& path, const SessionContents& contents,
+                         std::function<void(WriteOutcome)> then) {
+    auto snapshot = std::make_shared<SessionContents>(snapshotOf(contents));
+    queue_->work.run([this, path, snapshot = std::move(snapshot), then = std::move(then)]() mutable {
+        WriteOutcome outcome;
+        outcome.folderExists = QFileInfo(QFileInfo(path).absolutePath()).isDir();
+        if (outcome.folderExists && queue_->mayWriteOver(path)) {
+            outcome.written = bool(writeSessionFile(path, encodeSession(*snapshot)));
+            if (outcome.written) queue_->remember(path);
+        }
+        snapshot.reset();
+        WorkQueue::deliver(this, [then, outcome] { then(outcome); });
+    });
+}
+
+void SessionFiles::read(const QString& path, bool setAsideWhenUnreadable,
+                        std::function<void(ReadOutcome)> then) {
+    queue_->work.run([this, path, setAsideWhenUnreadable, then = std::move(then)] {
+        auto outcome = std::make_shared<ReadOutcome>();
+        const QFileInfo file(path);
+        outcome->exists = file.exists();
+        if (outcome->exists && file.isReadable()) {
+            if (Result<SessionContents> contents = readSessionFile(path)) {
+                outcome->readable = true;
+                outcome->contents = *std::move(contents);
+                queue_->remember(path);
+            }
+        }
+        if (outcome->exists && !outcome->readable && setAsideWhenUnreadable)
+            static_cast<void>(setFileAside(path));
+        // The records go over whole: nothing is left on this side.
+        WorkQueue::deliver(this, [then, outcome] { then(std::move(*outcome)); });
+    });
+}
+
+// Saving.
+
+void SessionFiles::writeSession(const QString& path, std::function<void(WriteOutcome)> then) {
+    SessionContents contents;
+    contents.playlists = surroundings_.library.playlists();
+    contents.hasPlaylists = true;
+    write(path, contents, [this, then = std::move(then), saved = edits_](WriteOutcome outcome) {
+        if (outcome.written && edits_ == saved) setSessionIsModified(false);
+        if (then) then(outcome);
+    });
+}
+
+void SessionFiles::saveSession() {
+    if (currentSessionPath_.isEmpty()) {
+        askAndSave();
+        return;
+    }
+    writeSession(currentSessionPath_, [this](WriteOutcome outcome) {
+        if (!outcome.folderExists) askAndSave(); // the folder is gone
+    });
+}
+
+QString SessionFiles::askForPath(const QString& proposedName) {
+    if (panelOpen_) return {};
+    SavePanel panel;
+    panel.title = QStringLiteral("Save Session As...");
+    panel.prompt = QStringLiteral("Save");
+    panel.proposedName = proposedName;
+    panel.allowedTypes = QStringList{sessionExtension};
+    panelOpen_ = true;
+    const QString path = surroundings_.panels.runSave(panel);
+    panelOpen_ = false;
+    return path;
+}
+
+void SessionFiles::askAndSave() {
+    const QString path = askForPath({});
+    if (path.isEmpty()) return;
+    setCurrentSessionPath(path);
+    writeSession(path, {});
+}
+
+void SessionFiles::saveSessionAs() {
+    const QString name = currentSessionPath_.isEmpty() ? QStringLiteral("Untitled Session")
+                                                       : QFileInfo(currentSessionPath_).completeBaseName();
+    const QString path = askForPath(name);
+    if (path.isEmpty()) return;
+    writeSession(path, {});
+    setCurrentSessionPath(path); // after the write, unlike Save; wanted
+}
+
+// The temporary session.
+
+void SessionFiles::storeSessionPath() {
+    if (currentSessionPath_.isEmpty())
+        surroundings_.defaults.remove(sessionPathKey);
+    else
+        surroundings_.defaults.set(sessionPathKey, currentSessionPath_);
+}
+
+void SessionFiles::saveTempSession() {
+    if (loadingTemp_) return;
+    storeSessionPath();
+    if (tempWriting_)
+        tempAgain_ = true;
+    else
+        startTempWrite();
+}
+
+void SessionFiles::startTempWrite() {
+    const Library& library = surroundings_.library;
+    SessionContents contents;
+    contents.playlists = library.playlists();
+    contents.hasPlaylists = true;
+    if (!library.selectedPlaylistRows().empty())
+        contents.lastSelectedPlaylistIndex = library.selectedPlaylistRows().front();
+    contents.version = SessionContents::Version{};
+    tempWriting_ = true;
+    write(surroundings_.temporarySessionPath, contents, [this](WriteOutcome outcome) {
+        tempWriting_ = false;
+        if (std::exchange(tempAgain_, false)) startTempWrite();
+        Q_EMIT temporarySessionWritten(outcome.written);
+    });
+}
+
+void SessionFiles::finishWriting() {
+    queue_->work.wait();
+    while (tempAgain_) {
+        tempAgain_ = false;
+        startTempWrite();
+        queue_->work.wait();
+    }
+}
+
+void SessionFiles::loadTempSession() {
+    loadingTemp_ = true;
+    read(surroundings_.temporarySessionPath, true, [this](ReadOutcome outcome) {
+        loadingTemp_ = false;
+        takeOverTempSession(std::move(outcome));
+        Q_EMIT temporarySessionLoaded();
+    });
+}
+
+void SessionFiles::takeOverTempSession(ReadOutcome outcome) {
+    Library& library = surroundings_.library;
+    if (outcome.exists) {
+        if (outcome.contents.hasPlaylists) {
+            Library::Playlists playlists = std::move(outcome.contents.playlists);
+            // What was made while the file was being read comes after it.
+            playlists.insert(playlists.end(), library.playlists().begin(), library.playlists().end());
+            library.setPlaylists(std::move(playlists));
+        }
+        library.selectPlaylist(outcome.contents.lastSelectedPlaylistIndex.value_or(0));
+    }
+    updatePlaylistsWithNewVariables(library);
+}
+
+// Importing.
+
+void SessionFiles::importSession() {
+    OpenPanel panel;
+    panel.title = QStringLiteral("Import Session");
+    panel.allowedTypes = QStringList{sessionExtension};
+    const QStringList paths = surroundings_.panels.runOpen(panel);
+    if (!paths.isEmpty() && QFileInfo(paths.front()).suffix() == sessionExtension)
+        dragSessionImport(paths.front());
+}
+
+void SessionFiles::dragSessionImport(const QString& path) {
+    imports_.append(path);
+    if (imports_.size() == 1) startNextImport();
+}
+
+void SessionFiles::startNextImport() {
+    read(imports_.front(), false, [this](ReadOutcome outcome) {
+        const QString path = imports_.front();
+        importContents(path, std::move(outcome)); // its question runs a loop of its own: further imports wait
+        imports_.removeFirst();
+        if (!imports_.isEmpty()) startNextImport();
+    });
+}
+
+void SessionFiles::importContents(const QString& path, ReadOutcome outcome) {
+    if (!outcome.readable) {
+        Alert alert;
+        alert.message =
+            QStringLiteral("This file can not be read.\nPlease check you have correct file permissions.");
+        alert.buttons = QStringList{QStringLiteral("Okay")};
+        surroundings_.alerts.show(alert);
+        return;
+    }
+    Q_EMIT bringToFront();
+    Library& library = surroundings_.library;
+    const auto selectFirstItem = [&library] {
+        if (!library.arrangedMovies().empty()) library.selectMovies({0});
+    };
+    bool wholeSession = true; // what is in memory is what the file holds
+    if (library.playlists().empty()) {
+        appendImported(outcome.contents);
+        library.selectPlaylist(0);
+        setSessionTitle(QFileInfo(path).completeBaseName());
+        setCurrentSessionPath(path);
+    } else {
+        Alert question;
+        question.message = QStringLiteral("Replace Current Session?");
+        question.buttons = QStringList{QStringLiteral("Replace Session"), QStringLiteral("Add To Session"),
+                                       QStringLiteral("Cancel")};
+        switch (surroundings_.alerts.run(question)) {
+        case Alerts::firstButton:
+            clearSession();
+            appendImported(outcome.contents);
+            library.selectPlaylist(0);
+            setCurrentSessionPath(path);
+            break;
+        case Alerts::secondButton:
+            appendImported(outcome.contents);
+            wholeSession = false;
+            break;
+        default:
+            selectFirstItem();
+            return;
+        }
+    }
+    selectFirstItem();
+    updatePlaylistsWithNewVariables(library);
+    if (wholeSession) setSessionIsModified(false);
+    Q_EMIT sessionImported();
+}
+
+void SessionFiles::appendImported(const SessionContents& contents) {
+    for (const auto& playlist : contents.playlists) {
+        for (const auto& movie : playlist->movieList)
+            movie->mMovieBookmarkArray.isNil = false;
+        surroundings_.library.appendPlaylist(playlist, false);
+    }
+}
+
+void SessionFiles::clearSession() {
+    Library& library = surroundings_.library;
+    Library::Rows rows(library.playlists().size());
+    std::iota(rows.begin(), rows.end(), qsizetype(0));
+    library.removePlaylists(rows);
+    setCurrentSessionPath({});
+}
+
+// What identifies the session.
+
+void SessionFiles::setCurrentSessionPath(const QString& path) {
+    currentSessionPath_ = path;
+    storeSessionPath();
+}
+
+void SessionFiles::forgetCurrentSessionPath() {
+    currentSessionPath_.clear();
+}
+
+void SessionFiles::setSessionTitle(const QString& title) {
+    surroundings_.defaults.set(sessionTitleKey, title);
+    if (title_ == title) return;
+    title_ = title;
+    Q_EMIT titleChanged(title_);
+}
+
+void SessionFiles::setSessionIsModified(bool modified) {
+    if (modified) ++edits_;
+    if (modified_ == modified) return;
+    modified_ = modified;
+    Q_EMIT modifiedChanged(modified_);
+}
+
+} // namespace daylark

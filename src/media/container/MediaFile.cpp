@@ -1,0 +1,176 @@
+#include "media/container/MediaFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <thread>
+#include <vector>
+
+namespace daylark {
+
+using namespace std::chrono_literals;
+
+Error av::errorOf(const char* what, int code) {
+    if (code == AVERROR_EXIT) return {QStringLiteral("cancelled")};
+    char text[AV_ERROR_MAX_STRING_SIZE] = {};
+    av_strerror(code, text, sizeof text);
+    return {QStringLiteral("%1: %2").arg(QString::fromLatin1(what), QString::fromLocal8Bit(text))};
+}
+
+namespace {
+
+constexpr auto openingLimit = 4s;
+constexpr int lowestTrustedProbe = 5; // a score below comes from chance matches in arbitrary bytes
+
+struct OpeningOptions {
+    AVDictionary* dictionary = nullptr;
+    OpeningOptions() {
+        // A "%04d" in a name is part of the name, and a file must not make us open others.
+        av_dict_set(&dictionary, "pattern_type", "none", 0);
+        av_dict_set(&dictionary, "protocol_whitelist", "file", 0);
+        av_dict_set(&dictionary, "probesize", "5000000", 0);
+    }
+    ~OpeningOptions() { av_dict_free(&dictionary); }
+    OpeningOptions(const OpeningOptions&) = delete;
+    OpeningOptions& operator=(const OpeningOptions&) = delete;
+};
+
+bool isRealVideo(const AVStream* stream) {
+    const AVCodecParameters* parameters = stream->codecpar;
+    return parameters->codec_type == AVMEDIA_TYPE_VIDEO && parameters->codec_id != AV_CODEC_ID_NONE &&
+           !(stream->disposition & (AV_DISPOSITION_ATTACHED_PIC | AV_DISPOSITION_TIMED_THUMBNAILS));
+}
+
+/// The headers of these containers say all about such a stream but what its decoder finds out for itself.
+bool isSaidByHeader(const AVFormatContext& format, const AVCodecParameters& parameters) {
+    const QByteArray name(format.iformat->name);
+    const bool isQuickTime = name.contains("mov");
+    if (!isQuickTime && name != "mxf" && !name.contains("matroska")) return false;
+    if (parameters.width <= 0 || parameters.height <= 0 || parameters.format != AV_PIX_FMT_NONE) return false;
+    switch (parameters.codec_id) {
+    case AV_CODEC_ID_H264:
+    case AV_CODEC_ID_HEVC:
+        return isQuickTime && parameters.extradata_size > 0;
+    case AV_CODEC_ID_PRORES:
+    case AV_CODEC_ID_DNXHD:
+    case AV_CODEC_ID_JPEG2000:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Finds out about the streams without decoding pictures of those that the header speaks of: they get some
+/// pixel format while the library looks, so that it doesn't miss one.
+int findStreams(AVFormatContext* format, MediaFile::Opening opening) {
+    std::vector<AVDictionary*> options(format->nb_streams, nullptr);
+    std::vector<bool> isSpared(options.size(), false);
+    for (size_t i = 0; opening == MediaFile::Opening::forReading && i < options.size(); ++i) {
+        AVCodecParameters& parameters = *format->streams[i]->codecpar;
+        if (!isSaidByHeader(*format, parameters)) continue;
+        isSpared[i] = true;
+        av_dict_set(&options[i], "skip_frame", "all", 0);
+        parameters.format = AV_PIX_FMT_YUV420P;
+    }
+    const int code = avformat_find_stream_info(format, options.empty() ? nullptr : options.data());
+    for (size_t i = 0; i < options.size(); ++i) {
+        if (isSpared[i]) format->streams[i]->codecpar->format = AV_PIX_FMT_NONE;
+        av_dict_free(&options[i]);
+    }
+    return code;
+}
+
+} // namespace
+
+int MediaFile::interrupted(void* opaque) {
+    const auto* state = static_cast<const Interrupt*>(opaque);
+    if (state->cancel && state->cancel->load()) return 1;
+    return std::chrono::steady_clock::now() > state->deadline ? 1 : 0;
+}
+
+Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel, Opening opening) {
+    const QFileInfo info(path);
+    if (!info.exists()) return Error{QStringLiteral("no such file")};
+    if (!info.isFile()) return Error{QStringLiteral("not a file")};
+    if (info.size() == 0) return Error{QStringLiteral("the file is empty")};
+    av_log_set_level(AV_LOG_QUIET);
+    MediaFile file;
+    file.path_ = path;
+    file.interrupt_ = std::make_unique<Interrupt>();
+    file.interrupt_->cancel = cancel;
+    file.interrupt_->deadline = std::chrono::steady_clock::now() + openingLimit;
+    AVFormatContext* context = avformat_alloc_context();
+    context->interrupt_callback = {&MediaFile::interrupted, file.interrupt_.get()};
+    OpeningOptions options;
+    const QByteArray url = "file:" + QFile::encodeName(path);
+    int code = avformat_open_input(&context, url.constData(), nullptr, &options.dictionary);
+    if (code < 0) return av::errorOf("opening", code);
+    file.format_.reset(context);
+    if (context->probe_score < lowestTrustedProbe) return Error{QStringLiteral("no known format")};
+    code = findStreams(context, opening);
+    if (code < 0) return av::errorOf("reading the streams", code);
+    if (interrupted(file.interrupt_.get())) return av::errorOf("opening", AVERROR_EXIT);
+    for (unsigned i = 0; i < context->nb_streams; ++i) {
+        AVStream* stream = context->streams[i];
+        if (!file.video_ && isRealVideo(stream)) file.video_ = stream;
+        if (!file.sound_ && stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) file.sound_ = stream;
+    }
+    if (!file.video_ && !file.sound_) return Error{QStringLiteral("neither picture nor sound")};
+    file.deliver(file.video_ ? file.video_ : file.sound_);
+    file.interrupt_->deadline = std::chrono::steady_clock::time_point::max();
+    return file;
+}
+
+void MediaFile::deliver(const AVStream* stream) {
+    delivered_ = stream->index;
+    for (unsigned i = 0; i < format_->nb_streams; ++i)
+        format_->streams[i]->discard = int(i) == delivered_ ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
+}
+
+int MediaFile::readPacket(AVPacket* packet) const {
+    for (;;) {
+        av_packet_unref(packet);
+        if (cancelled()) return AVERROR_EXIT;
+        const int code = av_read_frame(format_.get(), packet);
+        if (code == AVERROR(EAGAIN)) continue;
+        // A read error in the middle is the end of what can be read.
+        if (code < 0) return cancelled() ? AVERROR_EXIT : AVERROR_EOF;
+        if (packet->stream_index == delivered_) return 0;
+    }
+}
+
+bool MediaFile::hasEvenSlices() const {
+    return video_->codecpar->codec_id == AV_CODEC_ID_PRORES ||
+           video_->codecpar->codec_id == AV_CODEC_ID_DNXHD;
+}
+
+Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth, bool strict, Sharing sharing) const {
+    const AVCodec* decoder = avcodec_find_decoder(video_->codecpar->codec_id);
+    if (!decoder) return Error{QStringLiteral("no decoder for this codec")};
+    av::CodecPtr codec(avcodec_alloc_context3(decoder));
+    avcodec_parameters_to_context(codec.get(), video_->codecpar);
+    codec->pkt_timebase = video_->time_base;
+    codec->has_b_frames = std::max(codec->has_b_frames, std::min(reorderDepth, 16));
+    codec->thread_type =
+        sharing == Sharing::slices && hasEvenSlices() ? FF_THREAD_SLICE : FF_THREAD_FRAME | FF_THREAD_SLICE;
+    // Pictures wait for those they refer to: with two threads more than cores there is always one that can go
+    // on.
+    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+    const unsigned waiting = codec->thread_type == FF_THREAD_SLICE || cores == 1 ? 0 : 2;
+    codec->thread_count = int(std::min(cores + waiting, 8U));
+    // These would give half a picture without a word.
+    const bool silent = decoder->id == AV_CODEC_ID_DNXHD || decoder->id == AV_CODEC_ID_MJPEG ||
+                        decoder->id == AV_CODEC_ID_PNG;
+    if (silent && strict) codec->err_recognition |= AV_EF_EXPLODE | AV_EF_CRCCHECK;
+    memory_->serve(*codec);
+    AVDictionary* options = nullptr;
+    // Scene-linear pictures are shown as a display would: through its transfer curve.
+    if (decoder->id == AV_CODEC_ID_EXR) av_dict_set(&options, "apply_trc", "iec61966_2_1", 0);
+    const int code = avcodec_open2(codec.get(), decoder, &options);
+    av_dict_free(&options);
+    if (code < 0) return av::errorOf("opening the decoder", code);
+    return codec;
+}
+
+} // namespace daylark

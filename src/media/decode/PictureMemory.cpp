@@ -1,0 +1,140 @@
+#include "media/decode/PictureMemory.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include <sys/mman.h>
+
+namespace daylark {
+namespace {
+
+constexpr size_t pageSize = 4096;
+constexpr size_t slack = 64; // decoders' vector code reads and writes a little beyond a plane
+
+size_t roundedUp(size_t value, size_t unit) {
+    return (value + unit - 1) / unit * unit;
+}
+
+} // namespace
+
+PictureMemory::~PictureMemory() {
+    for (const auto& [size, blocks] : idle_)
+        for (void* block : blocks)
+            munmap(block, size);
+}
+
+void PictureMemory::serve(AVCodecContext& codec) {
+    if (!codec.codec || !(codec.codec->capabilities & AV_CODEC_CAP_DR1)) return;
+    codec.opaque = this;
+    codec.get_buffer2 = &PictureMemory::give;
+#if LIBAVCODEC_VERSION_MAJOR < 60
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+    codec.thread_safe_callbacks = 1;
+#pragma GCC diagnostic pop
+#endif
+}
+
+int PictureMemory::give(AVCodecContext* codec, AVFrame* frame, int flags) {
+    if (static_cast<PictureMemory*>(codec->opaque)->fill(*codec, *frame)) return 0;
+    return avcodec_default_get_buffer2(codec, frame, flags);
+}
+
+/// One block a picture, the planes one after the other. Formats with a palette or of the graphics processor
+/// are left to the library.
+bool PictureMemory::fill(AVCodecContext& codec, AVFrame& frame) {
+    const AVPixFmtDescriptor* format = av_pix_fmt_desc_get(AVPixelFormat(frame.format));
+    if (!format || (format->flags & (AV_PIX_FMT_FLAG_PAL | AV_PIX_FMT_FLAG_HWACCEL))) return false;
+    int width = frame.width, height = frame.height;
+    int alignment[AV_NUM_DATA_POINTERS] = {};
+    avcodec_align_dimensions2(&codec, &width, &height, alignment);
+    // Wider until every plane's lines are aligned: the planes' lines then stay in proportion.
+    constexpr int lineUnit = 64;
+    int lines[4] = {};
+    for (bool aligned = false; !aligned; width += width & -width) {
+        if (width <= 0 || av_image_fill_linesizes(lines, AVPixelFormat(frame.format), width) < 0)
+            return false;
+        aligned =
+            std::all_of(std::begin(lines), std::end(lines), [](int line) { return line % lineUnit == 0; });
+    }
+    const ptrdiff_t lineSizes[] = {lines[0], lines[1], lines[2], lines[3]};
+    size_t sizes[4] = {};
+    if (av_image_fill_plane_sizes(sizes, AVPixelFormat(frame.format), height, lineSizes) < 0) return false;
+    size_t total = 0, starts[4] = {};
+    for (int plane = 0; plane < 4 && sizes[plane] > 0; ++plane) {
+        starts[plane] = total;
+        total += roundedUp(sizes[plane] + slack, lineUnit);
+    }
+    total = roundedUp(total, pageSize);
+    auto block = std::make_unique<Block>(Block{shared_from_this(), take(total), total});
+    if (!block->bytes) return false;
+    auto* bytes = static_cast<uint8_t*>(block->bytes);
+    frame.buf[0] = av_buffer_create(bytes, total, &PictureMemory::takeBack, block.get(), 0);
+    if (!frame.buf[0]) {
+        free(block->bytes, total);
+        return false;
+    }
+    static_cast<void>(block.release()); // takeBack frees it
+    for (int plane = 0; plane < 4 && sizes[plane] > 0; ++plane) {
+        frame.data[plane] = bytes + starts[plane];
+        frame.linesize[plane] = lines[plane];
+    }
+    frame.extended_data = frame.data;
+    return true;
+}
+
+void* PictureMemory::take(size_t size) {
+    {
+        const std::lock_guard lock(mutex_);
+        const auto kept = idle_.find(size);
+        if (kept != idle_.end() && !kept->second.empty()) {
+            void* block = kept->second.back();
+            kept->second.pop_back();
+            idleBytes_ -= size;
+            return block;
+        }
+    }
+    // All pages at once cost half of what they cost one by one.
+    void* block =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
+    if (block == MAP_FAILED) return nullptr;
+    bytes_ += size;
+    return block;
+}
+
+void PictureMemory::free(void* block, size_t size) {
+    munmap(block, size);
+    bytes_ -= size;
+}
+
+void PictureMemory::limitIdle(size_t bytes) {
+    std::vector<std::pair<void*, size_t>> tooMuch; // freed outside the lock
+    {
+        const std::lock_guard lock(mutex_);
+        mostIdle_ = std::min(bytes, usuallyIdle);
+        for (auto& [size, blocks] : idle_)
+            for (; idleBytes_ > mostIdle_ && !blocks.empty(); blocks.pop_back()) {
+                tooMuch.emplace_back(blocks.back(), size);
+                idleBytes_ -= size;
+            }
+    }
+    for (const auto& [block, size] : tooMuch)
+        free(block, size);
+}
+
+void PictureMemory::takeBack(void* opaque, uint8_t*) {
+    const std::unique_ptr<Block> block(static_cast<Block*>(opaque));
+    PictureMemory& home = *block->home;
+    {
+        const std::lock_guard lock(home.mutex_);
+        if (home.idleBytes_ + block->size <= home.mostIdle_ || home.idle_[block->size].empty()) {
+            home.idle_[block->size].push_back(block->bytes);
+            home.idleBytes_ += block->size;
+            return;
+        }
+    }
+    home.free(block->bytes, block->size);
+}
+
+} // namespace daylark

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "archive/Image.h"
+#include "media/decode/FrameReader.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace daylark {
+
+/// What a thumbnail is made from: values only, so a worker needs no record.
+struct ThumbnailRequest {
+    QString path;
+    QString choice;  ///< "First Frame", "Second Frame", "Middle Frame", "Last Frame", "Recreate Missing Thumbnails", ...
+};
+
+struct ThumbnailResult {
+    Image thumbnail;                       ///< nil when no picture could be made; else 100 x 56, encoded already
+    std::optional<qint64> mThumbnailFrame; ///< set by two of the choices only
+    QString creatingThumbnailText;         ///< empty, or "No QT Thumbnail"
+};
+
+/// Makes a thumbnail by the current back end's rules, falling back to the legacy ones. Worker threads.
+[[nodiscard]] ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag* cancel = nullptr);
+
+} // namespace daylark

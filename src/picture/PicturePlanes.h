@@ -1,0 +1,48 @@
+#pragma once
+
+#include "media/decode/VideoFrame.h"
+
+#include <QSize>
+
+#include <array>
+#include <memory>
+
+namespace daylark {
+
+/// A decoded picture as planes of numbers, with all that is needed to make RGB of it and no decoder type: what both renderers
+/// (and their reference) work from. Plane 0 is luma or red, 1 Cb or green, 2 Cr or blue, 3 alpha; grey pictures have plane 0
+/// (and perhaps 3) only.
+///
+/// RGB of a sample, with c the numbers divided by 2^depth - 1:
+///
+///     rgb = toRgb * (c - offset)            (for RGB pictures toRgb is the identity and offset 0)
+///
+/// Chroma sample (i, j) sits at luma position (i * 2^log2ChromaWidth + chromaX, j * 2^log2ChromaHeight + chromaY), in luma samples, where (0, 0)
+/// is the centre of the first luma sample. Formats that are not planar, or stored in the other byte order, have been brought into this form
+/// without loss. Keeps what it points to alive. A plain value; any thread.
+struct PicturePlanes {
+    struct Plane {
+        const uchar* data = nullptr; ///< null: no such plane
+        qsizetype stride = 0;        ///< bytes from row to row
+        QSize size;                  ///< samples
+    };
+    std::array<Plane, 4> planes;
+    int bytesPerSample = 1;          ///< 1, or 2 (native byte order)
+    int depth = 8;                   ///< bits that count, in the low end
+    int log2ChromaWidth = 0, log2ChromaHeight = 0;
+    double chromaX = 0, chromaY = 0; ///< luma samples
+    std::array<std::array<double, 3>, 3> toRgb{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+    std::array<double, 3> offset{0, 0, 0};
+    int rotation = 0;                ///< clockwise, as it is to be shown: 0, 90, 180, 270
+    std::shared_ptr<const void> keep;
+
+    [[nodiscard]] bool isNull() const { return !planes[0].data; }
+    [[nodiscard]] bool isGrey() const { return !planes[1].data; }
+    [[nodiscard]] bool hasAlpha() const { return planes[3].data; }
+    [[nodiscard]] QSize size() const { return planes[0].size; } ///< samples, before rotation and pixel aspect
+};
+
+/// Cheap (no copy) for what decoders give planar; converts otherwise. Any thread.
+[[nodiscard]] PicturePlanes planesOf(const VideoFrame& frame);
+
+} // namespace daylark

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "media/decode/VideoFrame.h"
+#include "model/ColourTransform.h"
+
+#include <QImage>
+#include <QRect>
+#include <QSize>
+
+namespace daylark {
+
+/// How a picture is laid on pixels. The whole picture covers `size` device pixels (any size: zoom has no
+/// limit); `visible` is the part of them that is wanted, and only that is computed.
+struct PictureRequest {
+    QSize size; ///< of the whole picture; empty: `displaySize()`
+    QRect
+        visible; ///< in the pixels of `size`; null: all of it. What lies outside the picture comes out black
+    bool mirrorLeftRight = false, mirrorUpsideDown = false;
+    ColourTransform colour;
+    bool deep = false; ///< 16 bit a component (Format_RGBX64) in place of 8 (Format_RGB32)
+};
+
+/// The software renderer. Each plane is resampled straight onto the wanted pixels with a triangle as wide as
+/// the wider of the two grids' steps (so a picture at 1:1 is untouched, nothing rings, nothing shifts), then
+/// matrix and range, then the colour transform, in floating point, once; rounded at the end; alpha over
+/// black. Within one step of 255 of the same arithmetic in double precision. Any thread; a null frame gives a
+/// null image.
+[[nodiscard]] QImage renderPicture(const VideoFrame& frame, const PictureRequest& request);
+
+} // namespace daylark

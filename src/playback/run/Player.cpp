@@ -1,0 +1,535 @@
+#include "playback/run/Player.h"
+
+#include "playback/read/DecodeThread.h"
+#include "playback/read/FrameCache.h"
+#include "playback/run/RunClock.h"
+#include "playback/run/RunTally.h"
+#include "playback/read/SeekingHand.h"
+
+#include <QTimer>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <utility>
+
+namespace daylark {
+
+namespace {
+
+__extension__ typedef __int128 Wide;
+
+/// The same moment in ticks of another clock, rounded down: a frame starts on a whole tick, so the frame
+/// stays the same.
+qint64 ticksOnScale(const MediaTime& time, qint64 timeScale) {
+    const qint64 scale = qint32(time.scale); // archives may carry flags above
+    if (scale <= 0) return 0;
+    const Wide product = Wide(time.value) * timeScale;
+    return product < 0 ? 0 : qint64(std::min<Wide>(product / scale, qint64(1) << 62));
+}
+
+} // namespace
+
+/// The player's state; interface thread, like the player.
+class Player::Engine {
+public:
+    Engine(Player& player, PlaybackClock& clock, qint64 cacheBudget, SoundOutput* sound)
+        : q_(player)
+        , clock_(clock)
+        , run_(clock, sound)
+        , cache_(0)
+        , neighbours_([this](qint64 bytes) { cache_.addElsewhere(bytes); })
+        , index_(std::make_shared<SampleIndex>())
+        , decoder_(
+              cache_,
+              [this](DecodeThread::Opening opening) { post([this, opening] { openingDone(opening); }); },
+              [this] { announce(); }, &neighbours_) {
+        setCacheBudget(cacheBudget);
+        timer_.setTimerType(Qt::PreciseTimer);
+        timer_.setSingleShot(true);
+        QObject::connect(&timer_, &QTimer::timeout, &player, &Player::tick);
+        constexpr int momentMs = 50;
+        rest_.setInterval(momentMs);
+        rest_.setSingleShot(true);
+        QObject::connect(&rest_, &QTimer::timeout, &player, [this] {
+            hand_.rest();
+            demand();
+        });
+    }
+
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    void open(const QString& path, const MovieSound& sound);
+    void close();
+    void moveTo(const MediaTime& time);
+    void step(int direction);
+    void setRate(float rate);
+    void setLoops(bool loops);
+    void setVolume(float volume);
+    void setDragging(bool dragging);
+    void setCacheBudget(qint64 bytes);
+    void tick();
+
+    Player& q_;
+    PlaybackClock& clock_;
+    RunClock run_;
+    FrameCache cache_;
+    Neighbours neighbours_;
+    std::shared_ptr<const SampleIndex> index_;
+    bool open_ = false;
+    qint64 frame_ = -1; // the current one, from 0
+    qint64 ticks_ = 0;  // the current time
+    float rate_ = 0;
+    VideoFrame shown_;
+    qint64 shownNumber_ = -1;
+    bool rolling_ = false;
+    float volume_ = 0.5f;
+    RunTally tally_;
+    QString decoderName_;
+
+private:
+    template<class Call>
+    void post(Call call) {
+        QMetaObject::invokeMethod(&q_, std::move(call), Qt::QueuedConnection);
+    }
+    void announce();
+    void forget();
+    void openingDone(const DecodeThread::Opening& opening);
+    void place(qint64 ticks, int direction);
+    void demand();
+    [[nodiscard]] ReadDemand currentDemand() const;
+    [[nodiscard]] bool isReadyToRoll() const;
+    void present();
+    void show(const VideoFrame& picture, qint64 frame);
+    void startRun();
+    void tryToRoll();
+    void stopRun();
+    void advance();
+    void end();
+    void arm();
+    [[nodiscard]] qint64 ticksAtPosition(double position) const;
+    [[nodiscard]] qint64 frameAtPosition(double position) const;
+    [[nodiscard]] qint64 endOfFrame(qint64 frame) const;
+    [[nodiscard]] int direction() const { return rate_ < 0 ? -1 : 1; }
+    [[nodiscard]] qint64 last() const { return index_->count() - 1; }
+
+    quint64 generation_ = 0;
+    bool holdDemands_ = false; // while listeners of `opened` choose where to start
+    bool loops_ = false;
+    SeekingHand hand_;
+    int travel_ = 1;     // direction of the last movement
+    int endedAt_ = 0;    // 1 or -1 after playing onto that end, until the position changes
+    qint64 runFrom_ = 0; // the first frame that this run may still show
+    std::atomic<bool> announced_ = false;
+    QTimer timer_;
+    QTimer rest_;          // runs while a dragging hand has moved lately
+    DecodeThread decoder_; // last: its thread ends before what it uses
+};
+
+void Player::Engine::announce() {
+    if (!announced_.exchange(true))
+        post([this] {
+            announced_ = false;
+            present();
+        });
+}
+
+void Player::Engine::forget() {
+    ++generation_;
+    const bool wasRunning = rate_ != 0;
+    run_.leaveMovie();
+    rate_ = 0;
+    rolling_ = false;
+    timer_.stop();
+    open_ = false;
+    index_ = std::make_shared<SampleIndex>();
+    frame_ = shownNumber_ = -1;
+    ticks_ = 0;
+    shown_ = {};
+    tally_ = {};
+    decoderName_.clear();
+    hand_.forgetAsked();
+    endedAt_ = 0;
+    travel_ = 1;
+    cache_.reset(generation_);
+    if (wasRunning) Q_EMIT q_.rateChanged(0);
+}
+
+void Player::Engine::open(const QString& path, const MovieSound& sound) {
+    forget();
+    run_.expectMovie(path, sound);
+    decoder_.open(generation_, path);
+    Q_EMIT q_.positionChanged();
+}
+
+void Player::Engine::close() {
+    forget();
+    decoder_.close(generation_);
+    Q_EMIT q_.positionChanged();
+}
+
+void Player::Engine::openingDone(const DecodeThread::Opening& opening) {
+    if (opening.generation != generation_) return;
+    if (!opening.index || opening.index->count() == 0) {
+        Q_EMIT q_.openFailed(opening.index ? QStringLiteral("no pictures in the file") : opening.reason);
+        return;
+    }
+    index_ = opening.index;
+    decoderName_ = opening.decoder;
+    open_ = true;
+    run_.setMovie(index_);
+    frame_ = 0;
+    holdDemands_ = true;
+    Q_EMIT q_.opened();
+    holdDemands_ = false;
+    if (opening.generation != generation_) return;
+    Q_EMIT q_.positionChanged();
+    demand();
+    present();
+}
+
+void Player::Engine::place(qint64 ticks, int direction) {
+    ticks_ = std::clamp<qint64>(ticks, 0, index_->endTicks);
+    frame_ = index_->frameAt({ticks_, index_->timeScale});
+    travel_ = direction;
+    endedAt_ = 0;
+    if (rate_ != 0) { // the run goes on from here
+        rolling_ = false;
+        run_.stop();
+        startRun();
+    }
+    Q_EMIT q_.positionChanged();
+    demand();
+    present();
+}
+
+void Player::Engine::moveTo(const MediaTime& time) {
+    if (!open_) return;
+    const qint64 ticks = std::clamp<qint64>(ticksOnScale(time, index_->timeScale), 0, index_->endTicks);
+    const qint64 frame = index_->frameAt({ticks, index_->timeScale}), by = frame - frame_;
+    if (hand_.isDragging()) {
+        hand_.moveTo(frame, clock_.nanoseconds());
+        rest_.start();
+        return place(ticks, 1);
+    }
+    constexpr qint64 aStepOrTwo = 3; // a short way back is a hand that steps; a long one is a jump
+    place(ticks, by == 0 ? travel_ : by < 0 && by >= -aStepOrTwo ? -1 : 1);
+}
+
+void Player::Engine::step(int direction) {
+    if (open_) place(index_->timeOf(std::clamp<qint64>(frame_ + direction, 0, last())).value, direction);
+}
+
+void Player::Engine::demand() {
+    if (!open_ || holdDemands_) return;
+    hand_.ask(frame_);
+    const ReadDemand demand = currentDemand();
+    const int direction = demand.dragging ? demand.heading : demand.direction;
+    cache_.setTravel({frame_, direction, index_->count(), loops_ && rate_ != 0});
+    decoder_.want(generation_, demand);
+}
+
+ReadDemand Player::Engine::currentDemand() const {
+    return {.target = frame_,
+            .direction = rate_ != 0 ? direction() : travel_,
+            .playing = rate_ != 0,
+            .loops = loops_,
+            .dragging = hand_.isSeeking(),
+            .heading = hand_.heading(),
+            .reach = hand_.reach()};
+}
+
+void Player::Engine::setDragging(bool dragging) {
+    if (dragging == hand_.isDragging()) return;
+    hand_.setDragging(dragging);
+    rest_.stop();
+    demand();
+    present();
+}
+
+void Player::Engine::setCacheBudget(qint64 bytes) {
+    const qint64 budget = bytes > 0 ? bytes : FrameCache::defaultBudget();
+    neighbours_.setBudget(budget);
+    cache_.setBudget(budget);
+}
+
+void Player::Engine::present() {
+    if (!open_ || holdDemands_) return;
+    if (rolling_) {
+        hand_.forgetAsked();
+        const qint64 left = (frame_ - runFrom_) * direction();
+        const auto ready = left < 0 ? std::nullopt : cache_.nearestBetween(runFrom_, frame_);
+        if (ready) {
+            tally_.drop((*ready - runFrom_) * direction());
+            tally_.show(clock_.nanoseconds());
+            runFrom_ = *ready + direction(); // older pictures of this run come too late now
+            show(cache_.find(*ready), *ready);
+        }
+        return;
+    }
+    if (const auto frame = hand_.toShow(cache_, frame_, shownNumber_)) show(cache_.find(*frame), *frame);
+    if (!hand_.isDragging()) tryToRoll();
+}
+
+void Player::Engine::show(const VideoFrame& picture, qint64 frame) {
+    if (picture.isNull()) return;
+    shown_ = picture;
+    shownNumber_ = frame;
+    Q_EMIT q_.frameShown(picture, frame + 1);
+}
+
+void Player::Engine::setRate(float rate) {
+    if (!open_ || rate == rate_ || !std::isfinite(rate)) return;
+    const bool sameDirection = rolling_ && rate * rate_ > 0;
+    if (endedAt_ != 0 &&
+        rate * float(endedAt_) > 0) { // a run onto the end where it stands begins at the other end
+        frame_ = rate > 0 ? 0 : last();
+        ticks_ = index_->timeOf(frame_).value;
+        endedAt_ = 0;
+        Q_EMIT q_.positionChanged();
+    }
+    if (rate_ == 0) tally_.begin(clock_.nanoseconds());
+    rate_ = rate;
+    if (rate == 0) {
+        stopRun();
+    } else if (!sameDirection) {
+        rolling_ = false;
+        run_.stop();
+        travel_ = direction();
+        startRun();
+    } else {
+        run_.setRate(rate);
+    }
+    Q_EMIT q_.rateChanged(rate);
+    demand();
+    present();
+    arm();
+}
+
+void Player::Engine::setLoops(bool loops) {
+    if (loops == loops_) return;
+    loops_ = loops;
+    run_.setLoops(loops);
+    demand();
+}
+
+qint64 Player::Engine::endOfFrame(qint64 frame) const {
+    return frame >= last() ? index_->endTicks : index_->timeOf(frame + 1).value;
+}
+
+void Player::Engine::startRun() {
+    runFrom_ = frame_;
+    run_.placeAt(double(direction() > 0 ? index_->timeOf(frame_).value : endOfFrame(frame_)));
+}
+
+void Player::Engine::tryToRoll() {
+    if (rate_ == 0 || rolling_ || !isReadyToRoll()) return;
+    rolling_ = true;
+    run_.start(rate_);
+    runFrom_ = frame_ + (shownNumber_ == frame_ ? direction() : 0);
+    arm();
+}
+
+bool Player::Engine::isReadyToRoll() const {
+    if (!cache_.contains(frame_)) return false;
+    const auto keyFrameBefore = [this](qint64 frame) {
+        while (frame > 0 && !index_->samples[size_t(frame)].key)
+            --frame;
+        return frame;
+    };
+    const ReadDemand demand = currentDemand();
+    const qint64 wanted = readyToRoll(demand, {index_->count(), -1, keyFrameBefore}, cache_);
+    for (qint64 ahead = 1; ahead <= wanted; ++ahead) {
+        const qint64 frame = frame_ + ahead * demand.direction;
+        if (frame < 0 || frame > last()) break;
+        if (!cache_.contains(frame)) return decoder_.isResting(); // no more to come
+    }
+    return true;
+}
+
+void Player::Engine::stopRun() {
+    timer_.stop();
+    rolling_ = false;
+    tally_.end();
+    run_.stop();
+    if (rate_ != 0) {
+        rate_ = 0;
+        Q_EMIT q_.rateChanged(0);
+    }
+}
+
+// Backwards a frame lasts from its end down to just before its start.
+qint64 Player::Engine::ticksAtPosition(double position) const {
+    return qint64(direction() > 0 ? std::floor(position) : std::ceil(position) - 1);
+}
+
+qint64 Player::Engine::frameAtPosition(double position) const {
+    return index_->frameAt({ticksAtPosition(position), index_->timeScale});
+}
+
+void Player::Engine::tick() {
+    if (!open_ || rate_ == 0) return;
+    if (!rolling_)
+        present();
+    else
+        advance();
+    arm();
+}
+
+void Player::Engine::advance() {
+    double position = run_.position();
+    const auto length = double(index_->endTicks);
+    if (direction() > 0 ? position >= length : position <= 0) {
+        if (!loops_ || length <= 0) return end();
+        const double passed = std::floor(position / length) * length;
+        position = std::fmod(position, length);
+        if (direction() < 0) position += length;
+        run_.comeRound(position, passed);
+        tally_.drop((direction() > 0 ? last() - runFrom_ : runFrom_) + 1);
+        runFrom_ = direction() > 0 ? 0 : last();
+    }
+    const qint64 frame = frameAtPosition(position);
+    ticks_ = std::clamp<qint64>(ticksAtPosition(position), 0, index_->endTicks);
+    if (frame == frame_) return;
+    frame_ = frame;
+    endedAt_ = 0;
+    const quint64 generation = generation_;
+    Q_EMIT q_.positionChanged();
+    if (generation != generation_) return;
+    demand();
+    present();
+}
+
+void Player::Engine::end() {
+    const int direction = this->direction();
+    frame_ = direction > 0 ? last() : 0;
+    ticks_ = direction > 0 ? index_->endTicks : 0;
+    endedAt_ = direction;
+    tally_.drop((frame_ - runFrom_) * direction); // the last one is shown now, however late
+    const quint64 generation = generation_;
+    stopRun();
+    if (generation != generation_) return;
+    Q_EMIT q_.positionChanged();
+    demand();
+    present();
+    if (generation == generation_ && rate_ == 0) Q_EMIT q_.didEnd();
+}
+
+void Player::Engine::arm() {
+    if (rate_ == 0 || !rolling_) return timer_.stop();
+    const double position = run_.position();
+    const qint64 frame = std::clamp<qint64>(frameAtPosition(position), 0, last());
+    const double boundary = double(direction() > 0 ? endOfFrame(frame) : index_->timeOf(frame).value);
+    const double seconds = (boundary - position) / (double(rate_) * double(index_->timeScale));
+    timer_.start(std::clamp(int(std::ceil(seconds * 1000.0)), 1, 100));
+}
+
+void Player::Engine::setVolume(float volume) {
+    volume_ = std::clamp(volume, 0.0f, 1.0f);
+    run_.setVolume(volume_);
+}
+
+Player::Player(PlaybackClock& clock, QObject* parent, qint64 cacheBudget, SoundOutput* sound)
+    : QObject(parent)
+    , engine_(std::make_unique<Engine>(*this, clock, cacheBudget, sound)) {
+    engine_->setVolume(engine_->volume_);
+}
+
+Player::~Player() = default;
+
+void Player::open(const QString& path, const MovieSound& sound) {
+    engine_->open(path, sound);
+}
+void Player::setSound(const MovieSound& sound) {
+    engine_->run_.setSound(sound);
+}
+void Player::close() {
+    engine_->close();
+}
+bool Player::isOpen() const {
+    return engine_->open_;
+}
+const SampleIndex& Player::index() const {
+    return *engine_->index_;
+}
+MediaTime Player::duration() const {
+    return engine_->index_->duration();
+}
+MediaTime Player::currentTime() const {
+    return {engine_->ticks_, engine_->index_->timeScale};
+}
+void Player::setCurrentTime(const MediaTime& time) {
+    engine_->moveTo(time);
+}
+qint64 Player::currentFrame() const {
+    return engine_->frame_ + 1;
+}
+bool Player::pictureIsCurrent() const {
+    return engine_->open_ && engine_->shownNumber_ == engine_->frame_;
+}
+float Player::rate() const {
+    return engine_->rate_;
+}
+void Player::setRate(float rate) {
+    engine_->setRate(rate);
+}
+void Player::gotoBeginning() {
+    engine_->moveTo({0, 1});
+}
+void Player::stepForward() {
+    engine_->step(1);
+}
+void Player::stepBackward() {
+    engine_->step(-1);
+}
+bool Player::isRolling() const {
+    return engine_->rolling_;
+}
+void Player::setLoops(bool loops) {
+    engine_->setLoops(loops);
+}
+void Player::setNeighbours(std::vector<NeighbourMovie> movies) {
+    engine_->neighbours_.want(std::move(movies));
+}
+void Player::setDragging(bool dragging) {
+    engine_->setDragging(dragging);
+}
+void Player::setCacheBudget(qint64 bytes) {
+    engine_->setCacheBudget(bytes);
+}
+void Player::setVolume(float volume) {
+    engine_->setVolume(volume);
+}
+float Player::volume() const {
+    return engine_->volume_;
+}
+VideoFrame Player::shownFrame() const {
+    return engine_->shown_;
+}
+void Player::tick() {
+    engine_->tick();
+}
+
+PlayerStatistics Player::statistics() const {
+    const Engine& engine = *engine_;
+    PlayerStatistics statistics;
+    statistics.rateReached = engine.tally_.rate(engine.clock_.nanoseconds());
+    statistics.shown = engine.tally_.shown();
+    statistics.dropped = engine.tally_.dropped();
+    statistics.cacheBytes = engine.cache_.byteCount() + engine.cache_.elsewhere();
+    statistics.cacheBudget = engine.cache_.budget();
+    statistics.decoder = engine.decoderName_;
+    return statistics;
+}
+
+std::vector<std::pair<qint64, qint64>> Player::readyRanges() const {
+    auto ranges = engine_->cache_.readyRanges();
+    for (auto& [first, last] : ranges) {
+        ++first;
+        ++last;
+    }
+    return ranges;
+}
+
+} // namespace daylark

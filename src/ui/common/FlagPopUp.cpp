@@ -1,0 +1,63 @@
+#include "ui/common/FlagPopUp.h"
+
+#include "model/Movie.h"
+#include "model/StatusCodes.h"
+#include "platform/UserDefaults.h"
+#include "ui/commands/Commands.h"
+#include "ui/common/Theme.h"
+
+#include <QMenu>
+
+namespace daylark {
+
+namespace {
+constexpr int flagPopUpWidth = 152;
+}
+
+FlagPopUp::FlagPopUp(Commands& commands, UserDefaults& defaults, QWidget* parent)
+    : QToolButton(parent)
+    , defaults_(defaults) {
+    setObjectName(QStringLiteral("flagPopUp"));
+    setAutoRaise(true);
+    setPopupMode(QToolButton::InstantPopup);
+    setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    setIconSize({16, 16});
+    setMinimumHeight(28);
+    setFixedWidth(flagPopUpWidth);
+    setFocusPolicy(Qt::TabFocus);
+    auto* choices = new QMenu(this);
+    for (int tag = status::none; tag <= status::skip; ++tag) {
+        choices->addAction(commands.action(commandId(tag)));
+        if (tag == status::none) choices->addSeparator();
+    }
+    setMenu(choices);
+    showFlagOf(nullptr);
+}
+
+void FlagPopUp::showFlagOf(const Movie* movie) {
+    bool known = false;
+    const int code = movie ? movie->flagString.toInt(&known) : status::none;
+    const int tag = known && code > status::none && code <= status::skip ? code : status::none;
+    const QString title = tag == status::none ? tr("No Flag") : flagTitle(tag, defaults_);
+    setIcon(theme::icon(flagIcon(tag)));
+    setText(QStringLiteral(" ") + fontMetrics()
+                                      .elidedText(title, Qt::ElideRight, flagPopUpWidth - 40)
+                                      .replace(u'&', QStringLiteral("&&")));
+    setToolTip(tr("Flag: %1").arg(title));
+    setAccessibleName(toolTip());
+    setEnabled(movie != nullptr);
+}
+
+QString FlagPopUp::commandId(int tag) {
+    return QStringLiteral("viewer.flag.%1").arg(tag);
+}
+
+QString FlagPopUp::flagTitle(int tag, const UserDefaults& defaults) {
+    return tag == status::none ? tr("None") : defaults.stringForKey(QString::number(tag));
+}
+
+QString FlagPopUp::flagIcon(int tag) {
+    return tag == status::none ? QStringLiteral("flag_None") : status::flagImageName(QString::number(tag));
+}
+
+} // namespace daylark

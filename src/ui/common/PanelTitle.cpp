@@ -1,0 +1,53 @@
+#include "ui/common/PanelTitle.h"
+
+#include "ui/common/Theme.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QToolButton>
+
+namespace daylark {
+
+namespace {
+
+constexpr int titleMargin = 12;
+
+} // namespace
+
+PanelTitle::PanelTitle(const QString& title, QWidget* parent)
+    : QWidget(parent)
+    , close_(new QToolButton(this)) {
+    setObjectName(QStringLiteral("panelTitle"));
+    setFont(theme::smallFont());
+    close_->setObjectName(QStringLiteral("closePanel"));
+    close_->setAutoRaise(true);
+    close_->setIcon(theme::icon(QStringLiteral("close")));
+    close_->setIconSize({12, 12});
+    close_->setFixedSize(24, 24);
+    close_->setFocusPolicy(Qt::NoFocus);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 2, 4, 2);
+    layout->addStretch(1);
+    layout->addWidget(close_);
+    connect(close_, &QToolButton::clicked, this, &PanelTitle::closeClicked);
+    setTitle(title);
+}
+
+void PanelTitle::setTitle(const QString& title) {
+    title_ = title;
+    close_->setToolTip(tr("Hide %1").arg(title));
+    close_->setAccessibleName(close_->toolTip());
+    setAccessibleName(title);
+    update();
+}
+
+void PanelTitle::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), theme::raised);
+    const QRect room = rect().adjusted(titleMargin, 0, -(close_->width() + 8), 0);
+    painter.setPen(theme::text);
+    painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft,
+                     fontMetrics().elidedText(title_, Qt::ElideMiddle, room.width()));
+}
+
+} // namespace daylark

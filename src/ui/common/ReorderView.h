@@ -1,0 +1,224 @@
+#pragma once
+
+#include "ui/common/Theme.h"
+
+#include <QAbstractItemView>
+#include <QDataStream>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QIODevice>
+#include <QListView>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QUrl>
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <set>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace daylark {
+
+/// What item views share in drag and drop: files from outside, and their own rows dragged to a gap between
+/// rows, which a line shows. A drag carries row numbers only, so it means something inside this program
+/// alone.
+struct RowDrag {
+    /// The files of a drag; empty when it holds none.
+    [[nodiscard]] static QStringList filesOf(const QMimeData& data) {
+        QStringList files;
+        const QList<QUrl> urls = data.urls();
+        for (const QUrl& url : urls)
+            if (url.isLocalFile()) files << QFileInfo(url.toLocalFile()).absoluteFilePath();
+        return files;
+    }
+    [[nodiscard]] static QByteArray encode(const std::vector<qsizetype>& rows) {
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        for (const qsizetype row : rows)
+            stream << qint64(row);
+        return bytes;
+    }
+    [[nodiscard]] static std::vector<qsizetype> decode(const QByteArray& bytes) {
+        std::vector<qsizetype> rows;
+        QDataStream stream(bytes);
+        for (qint64 row = 0; !stream.atEnd();) {
+            stream >> row;
+            if (stream.status() != QDataStream::Ok) break;
+            rows.push_back(qsizetype(row));
+        }
+        return rows;
+    }
+    /// The selected rows of a view, ascending, each once.
+    [[nodiscard]] static std::vector<qsizetype> selectedRows(const QAbstractItemView& view) {
+        std::set<qsizetype> rows;
+        const QItemSelection selection = view.selectionModel()->selection();
+        for (const QItemSelectionRange& range : selection)
+            for (int row = range.top(); row <= range.bottom(); ++row)
+                rows.insert(row);
+        return {rows.begin(), rows.end()};
+    }
+};
+
+/// A view (QTableView, QListView) whose rows can be dragged into another order and that takes files, unless
+/// nobody is there to take them: then a drag with files is refused, whatever else it holds. `View`
+/// lays its rows out downwards; with `sideways` the gap stands left or right of an item instead. Interface
+/// thread.
+template<class View>
+class ReorderView : public View {
+public:
+    ReorderView(const QString& rowsType, bool sideways, QWidget* parent)
+        : View(parent)
+        , rowsType_(rowsType)
+        , sideways_(sideways) {
+        this->setDragEnabled(true);
+        this->setAcceptDrops(true);
+        this->viewport()->setAcceptDrops(true);
+        this->setDragDropMode(QAbstractItemView::DragDrop);
+        this->setDropIndicatorShown(false); // we draw our own
+    }
+
+    std::function<void(const QStringList&)> filesDropped;
+    std::function<void(const std::vector<qsizetype>&, qsizetype)>
+        rowsDropped; ///< rows and the row the gap stands before
+
+    std::function<void()>
+        doubleClickEnded; ///< over a row, the button let go: the window may hide now without losing that
+
+    [[nodiscard]] qsizetype gapAt(const QPoint& position) const {
+        const qsizetype count = this->model() ? this->model()->rowCount() : 0;
+        const QModelIndex hit = this->indexAt(position);
+        if (!hit.isValid()) return nearestGap(position, count);
+        const QRect place = this->visualRect(hit);
+        const bool behind = sideways_ ? position.x() > place.center().x() : position.y() > place.center().y();
+        return hit.row() + (behind ? 1 : 0);
+    }
+
+protected:
+    void startDrag(Qt::DropActions) override {
+        const std::vector<qsizetype> rows = RowDrag::selectedRows(*this);
+        if (rows.empty()) return;
+        auto* mime = new QMimeData;
+        mime->setData(rowsType_, RowDrag::encode(rows));
+        auto* drag = new QDrag(this);
+        drag->setMimeData(mime);
+        drag->setPixmap(theme::icon(QStringLiteral("dl-grabIcon-01.png")).pixmap(24, 24));
+        drag->exec(Qt::CopyAction);
+    }
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        const bool onRow = this->indexAt(event->position().toPoint()).isValid();
+        View::mouseDoubleClickEvent(event);
+        doubleClicked_ = onRow && event->button() == Qt::LeftButton;
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        View::mouseReleaseEvent(event);
+        if (std::exchange(doubleClicked_, false) && doubleClickEnded) doubleClickEnded();
+    }
+    void dragEnterEvent(QDragEnterEvent* event) override { consider(event); }
+    void dragMoveEvent(QDragMoveEvent* event) override {
+        consider(event);
+        autoScroll(event->position().toPoint());
+    }
+    void dragLeaveEvent(QDragLeaveEvent*) override { showGap({}); }
+    /// What follows may ask the person something: the drag is over before that, and its source free again.
+    void dropEvent(QDropEvent* event) override {
+        showGap({});
+        const QMimeData& mime = *event->mimeData();
+        std::function<void()> action;
+        if (!filesDropped && mime.hasUrls()) {
+            event->ignore();
+            return;
+        }
+        if (mime.hasFormat(rowsType_) && rowsDropped) {
+            action = [this, rows = RowDrag::decode(mime.data(rowsType_)),
+                      gap = gapAt(event->position().toPoint())] { rowsDropped(rows, gap); };
+        } else if (const QStringList files = RowDrag::filesOf(mime); !files.isEmpty() && filesDropped) {
+            action = [this, files] { filesDropped(files); };
+        } else {
+            return;
+        }
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+        QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
+    }
+    /// Coming here by key, there is something to act on at once.
+    void focusInEvent(QFocusEvent* event) override {
+        View::focusInEvent(event);
+        const bool byKey = event->reason() != Qt::MouseFocusReason &&
+                           event->reason() != Qt::PopupFocusReason &&
+                           event->reason() != Qt::ActiveWindowFocusReason;
+        if (byKey && this->model() && this->model()->rowCount() > 0 &&
+            !this->selectionModel()->hasSelection())
+            this->setCurrentIndex(this->currentIndex().isValid() ? this->currentIndex()
+                                                                 : this->model()->index(0, firstColumn()));
+    }
+    void paintEvent(QPaintEvent* event) override {
+        View::paintEvent(event);
+        if (!gap_) return;
+        QPainter painter(this->viewport());
+        painter.fillRect(gapLine(*gap_), theme::focus);
+    }
+
+private:
+    void consider(QDropEvent* event) {
+        const QMimeData& mime = *event->mimeData();
+        const bool rows = mime.hasFormat(rowsType_);
+        if ((!filesDropped && mime.hasUrls()) ||
+            (!rows && (!mime.hasUrls() || RowDrag::filesOf(mime).isEmpty()))) {
+            event->ignore();
+            return;
+        }
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+        showGap(rows ? std::optional<qsizetype>(gapAt(event->position().toPoint())) : std::nullopt);
+    }
+    [[nodiscard]] int firstColumn() const {
+        if constexpr (std::is_base_of_v<QListView, View>)
+            return this->modelColumn();
+        else
+            return 0;
+    }
+    void showGap(std::optional<qsizetype> gap) {
+        if (gap == gap_) return;
+        gap_ = gap;
+        this->viewport()->update();
+    }
+    /// Beside or below the items: the end of the line that was hit, or of everything.
+    [[nodiscard]] qsizetype nearestGap(const QPoint& position, qsizetype count) const {
+        if (!sideways_ || count == 0) return count;
+        for (int x = position.x(); x > 0; x -= 24)
+            if (const QModelIndex left = this->indexAt({x, position.y()}); left.isValid())
+                return left.row() + 1;
+        return count;
+    }
+    [[nodiscard]] QRect gapLine(qsizetype gap) const {
+        const qsizetype count = this->model()->rowCount();
+        if (count == 0) return {0, 0, sideways_ ? 2 : this->viewport()->width(), 2};
+        const bool behindLast = gap >= count;
+        const QRect place =
+            this->visualRect(this->model()->index(int(std::min(gap, count - 1)), firstColumn()));
+        if (sideways_)
+            return {(behindLast ? place.right() : place.left()) - 1, place.top(), 2, place.height()};
+        return {0, (behindLast ? place.bottom() : place.top()) - 1, this->viewport()->width(), 2};
+    }
+    void autoScroll(const QPoint& position) {
+        constexpr int edge = 24;
+        QScrollBar* bar = this->verticalScrollBar();
+        if (position.y() < edge)
+            bar->setValue(bar->value() - bar->singleStep());
+        else if (position.y() > this->viewport()->height() - edge)
+            bar->setValue(bar->value() + bar->singleStep());
+    }
+
+    QString rowsType_;
+    bool sideways_;
+    std::optional<qsizetype> gap_;
+    bool doubleClicked_ = false;
+};
+
+} // namespace daylark

@@ -1,0 +1,196 @@
+#include "ui/controls/TransportBar.h"
+
+#include "platform/UserDefaults.h"
+#include "playback/run/Player.h"
+#include "ui/commands/Commands.h"
+#include "ui/common/FlagPopUp.h"
+#include "ui/common/FoldingStrip.h"
+#include "ui/common/Theme.h"
+#include "ui/controls/VolumeButton.h"
+#include "ui/controls/ZoomButton.h"
+#include "viewer/MoviePlayerController.h"
+
+#include <QActionGroup>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QToolButton>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace daylark {
+
+namespace {
+
+constexpr int stripHeight = 56;
+
+struct RepeatMode {
+    const char* title;
+    const char* icon;
+    bool ownedByTransport; ///< stored by `setRepeatMode`; the others are stored here
+};
+constexpr RepeatMode repeatModes[] = {{"Loop Movie", "loop", true},
+                                      {"One Shot", "playOnce", false},
+                                      {"Ping-Pong", "pingPong", false},
+                                      {"Play Movie Once", "playOnce", true},
+                                      {"Play Playlist Once", "playlist", true},
+                                      {"Loop Playlist", "loopPlaylist", true}};
+
+} // namespace
+
+TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands, QWidget* parent)
+    : QWidget(parent)
+    , controller_(controller)
+    , commands_(commands) {
+    setFixedHeight(stripHeight);
+    setObjectName(QStringLiteral("transportBar"));
+    elapsed_ = readOut(QStringLiteral("elapsed"), tr("Elapsed time"), QStringLiteral("0:00:00"));
+    counter_ = readOut(QStringLiteral("counter"), tr("Frame"), QStringLiteral("000000"));
+    timecode_ = readOut(QStringLiteral("timecode"), tr("Timecode"), QStringLiteral("TC 00:00:00:00"));
+    rate_ = readOut(QStringLiteral("rate"), tr("Rate"), QStringLiteral("×−00.0"));
+    rate_->setAlignment(Qt::AlignCenter);
+    repeat_ = repeatPopUp();
+    volume_ = new VolumeButton(controller_.transport(), this);
+    flag_ = new FlagPopUp(commands_, controller_.defaults(), this);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(12, 4, 12, 12);
+    layout->setSpacing(4);
+    layout->addWidget(elapsed_);
+    layout->addWidget(counter_);
+    layout->addWidget(timecode_);
+    layout->addStretch(1);
+    for (const char* id : {"viewer.previousMovie", "viewer.firstFrame", "viewer.stepBackward",
+                           "viewer.playBackwards", "viewer.playPause", "viewer.playForwards",
+                           "viewer.stepForward", "viewer.lastFrame", "viewer.nextMovie"})
+        layout->addWidget(commandButton(QLatin1String(id)));
+    layout->addSpacing(4);
+    layout->addWidget(rate_);
+    layout->addStretch(1);
+    layout->addWidget(repeat_);
+    layout->addWidget(volume_);
+    layout->addWidget(flag_);
+    layout->addSpacing(8);
+    layout->addWidget(new ZoomButton(commands_, controller_.geometry(), this));
+    for (const char* id : {"viewer.notes", "viewer.drawingTools", "viewer.gradeTools", "viewer.bookmarks",
+                           "viewer.options", "viewer.playlistDrawer", "viewer.fullScreen"})
+        layout->addWidget(commandButton(QLatin1String(id)));
+    showTimes();
+    showState();
+    showRepeatType();
+    letItFold();
+}
+
+// In the smallest window the transport, the counter, the volume and full screen are left.
+void TransportBar::letItFold() {
+    std::vector<QWidget*> leaving{repeat_, elapsed_};
+    for (const char* id : {"viewer.options", "viewer.gradeTools", "viewer.drawingTools", "viewer.bookmarks",
+                           "viewer.notes", "viewer.playlistDrawer"})
+        leaving.push_back(buttons_[QLatin1String(id)]);
+    leaving.push_back(rate_);
+    leaving.push_back(findChild<ZoomButton*>());
+    leaving.push_back(flag_);
+    leaving.push_back(timecode_);
+    for (const char* id :
+         {"viewer.previousMovie", "viewer.nextMovie", "viewer.firstFrame", "viewer.lastFrame"})
+        leaving.push_back(buttons_[QLatin1String(id)]);
+    leaving.erase(std::remove(leaving.begin(), leaving.end(), nullptr), leaving.end());
+    new FoldingStrip(*this, leaving, 420); // the row owns it
+}
+
+QLabel* TransportBar::readOut(const QString& name, const QString& accessibleName, const QString& widest) {
+    auto* label = new QLabel(this);
+    label->setObjectName(name);
+    label->setAccessibleName(accessibleName);
+    label->setToolTip(accessibleName);
+    label->setFont(theme::numberFont());
+    label->setMinimumWidth(QFontMetrics(label->font()).horizontalAdvance(widest) + 8);
+    return label;
+}
+
+QToolButton* TransportBar::commandButton(const QString& id) {
+    QToolButton* button = commands_.button(id, this);
+    button->setMinimumSize(32, 32);
+    button->setIconSize({20, 20});
+    buttons_[id] = button;
+    return button;
+}
+
+QToolButton* TransportBar::repeatPopUp() {
+    auto* button = new QToolButton(this);
+    button->setObjectName(QStringLiteral("repeatPopUp"));
+    button->setAutoRaise(true);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setIconSize({16, 16});
+    button->setMinimumHeight(28);
+    button->setFocusPolicy(Qt::TabFocus);
+    auto* choices = new QMenu(tr("R&epeat"), button);
+    auto* group = new QActionGroup(choices);
+    for (const RepeatMode& mode : repeatModes) {
+        const QString title = QString::fromLatin1(mode.title);
+        QAction* action = choices->addAction(theme::icon(QLatin1String(mode.icon)), title);
+        action->setCheckable(true);
+        action->setIconVisibleInMenu(false); // a mark beside the one in force says more
+        action->setData(title);
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [this, title] { setRepeatType(title); });
+    }
+    button->setMenu(choices);
+    return button;
+}
+
+void TransportBar::setRepeatType(const QString& title) {
+    for (const RepeatMode& mode : repeatModes)
+        if (!mode.ownedByTransport && title == QLatin1String(mode.title))
+            controller_.defaults().set(QStringLiteral("repeatType"), title);
+    controller_.transport().setRepeatMode({title, 0});
+}
+
+void TransportBar::showTimes() {
+    elapsed_->setText(controller_.currentMovie() ? controller_.time().currentTimeForDisplay() : QString());
+    counter_->setText(controller_.time().stripFrameNumber());
+    timecode_->setText(controller_.time().stripTimecode());
+}
+
+QMenu* TransportBar::repeatMenu() const {
+    return repeat_->menu();
+}
+
+QString TransportBar::counterText() const {
+    return counter_->text();
+}
+
+void TransportBar::showState() {
+    const bool running = controller_.transport().isRunning();
+    const double rate = running ? double(controller_.player().rate())
+                                : controller_.defaults().doubleForKey(QStringLiteral("rateMultiplier"));
+    rate_->setText(QStringLiteral("×%1%2")
+                       .arg(rate < 0 ? QStringLiteral("−") : QString())
+                       .arg(std::abs(rate), 0, 'f', 1));
+    rate_->setEnabled(running);
+    rate_->setToolTip(tr("Rate %1").arg(controller_.time().approxFrameRate()));
+    QAction* playPause = commands_.action(QStringLiteral("viewer.playPause"));
+    playPause->setIcon(theme::icon(running ? QStringLiteral("pause") : QStringLiteral("play")));
+}
+
+void TransportBar::showRepeatType() {
+    const QString current = controller_.defaults().stringForKey(QStringLiteral("repeatType"));
+    const auto actions = repeat_->menu()->actions();
+    for (QAction* action : actions) {
+        action->setChecked(action->data().toString() == current);
+        if (!action->isChecked()) continue;
+        repeat_->setText(QStringLiteral(" ") + action->text()); // a little air beside the icon
+        repeat_->setIcon(action->icon());
+    }
+    repeat_->setToolTip(tr("Repeat: %1").arg(current));
+    repeat_->setAccessibleName(repeat_->toolTip());
+}
+
+void TransportBar::showFlag() {
+    flag_->showFlagOf(controller_.currentMovie().get());
+}
+
+} // namespace daylark

@@ -1,0 +1,44 @@
+#include "ui/controls/ZoomButton.h"
+
+#include "ui/commands/Commands.h"
+#include "ui/common/Theme.h"
+#include "viewer/display/ViewerGeometry.h"
+
+#include <QMenu>
+
+#include <cmath>
+
+namespace daylark {
+
+ZoomButton::ZoomButton(const Commands& commands, const ViewerGeometry& geometry, QWidget* parent)
+    : QToolButton(parent)
+    , geometry_(geometry) {
+    setObjectName(QStringLiteral("zoom"));
+    setAutoRaise(true);
+    setPopupMode(QToolButton::InstantPopup);
+    setIconSize({20, 20});
+    setMinimumSize(32, 32);
+    setFocusPolicy(Qt::TabFocus);
+    auto* list = new QMenu(this);
+    for (const char* id : {"viewer.fit", "viewer.actualPixels", "viewer.zoomIn", "viewer.zoomOut", "",
+                           "viewer.flop", "viewer.flip", "viewer.mask"}) {
+        if (*id)
+            list->addAction(commands.action(QLatin1String(id)));
+        else
+            list->addSeparator();
+    }
+    setMenu(list);
+    connect(&geometry_, &ViewerGeometry::changed, this, &ZoomButton::showZoom);
+    showZoom();
+}
+
+void ZoomButton::showZoom() {
+    const DisplayGeometry& lies = geometry_.geometry();
+    setIcon(theme::icon(lies.isFitted() ? QStringLiteral("zoomFit") : QStringLiteral("zoomIn")));
+    const int percent = int(std::lround(std::min(lies.viewerScaleX(), 1e6) * 100));
+    setToolTip(lies.isFitted() ? tr("Zoom: fits the viewer")
+                               : tr("Zoom: %1 % of the viewer's width").arg(percent));
+    setAccessibleName(tr("Zoom"));
+}
+
+} // namespace daylark

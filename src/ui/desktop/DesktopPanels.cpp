@@ -1,0 +1,197 @@
+#include "ui/desktop/DesktopPanels.h"
+
+#include "ui/common/Theme.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QUrl>
+
+namespace daylark {
+
+namespace {
+
+QString patternsOf(const QStringList& extensions) {
+    QStringList patterns;
+    for (const QString& extension : extensions)
+        patterns << QStringLiteral("*.") + extension;
+    return patterns.isEmpty() ? QStringLiteral("*") : patterns.join(QLatin1Char(' '));
+}
+
+QString startFolder(const QString& last) {
+    return QFileInfo(last).isDir() ? last : QDir::homePath();
+}
+
+/// The panels' own widget, because the desktop's has no room for the accessory view.
+void prepareDialog(QFileDialog& dialog, const QString& title, const QString& prompt) {
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setWindowTitle(title);
+    if (!prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, prompt);
+    dialog.resize(760, 480);
+}
+
+void addAccessory(QFileDialog& dialog, const SavePanel& panel) {
+    auto* grid = qobject_cast<QGridLayout*>(dialog.layout());
+    auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (panel.accessoryTitles.isEmpty() || !grid || !name) return;
+    auto* choice = new QComboBox(&dialog);
+    choice->addItems(panel.accessoryTitles);
+    choice->setCurrentText(panel.accessoryCurrent);
+    choice->setAccessibleName(panel.accessoryLabel);
+    auto* label = new QLabel(panel.accessoryLabel, &dialog);
+    label->setBuddy(choice);
+    const int row = grid->rowCount();
+    grid->addWidget(label, row, 0);
+    grid->addWidget(choice, row, 1);
+    QObject::connect(choice, &QComboBox::textActivated, &dialog,
+                     [chosen = panel.accessoryChosen, name](const QString& title) {
+                         if (chosen) name->setText(chosen(title, name->text()));
+                     });
+}
+
+/// A message box that can be closed without any of its buttons, which Qt's own lets nobody do.
+class DismissibleBox : public QMessageBox {
+public:
+    DismissibleBox(bool dismissible, QWidget* parent)
+        : QMessageBox(parent)
+        , dismissible_(dismissible) {}
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (dismissible_ && event->matches(QKeySequence::Cancel))
+            reject();
+        else
+            QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override {
+        if (dismissible_)
+            QDialog::closeEvent(event);
+        else
+            QMessageBox::closeEvent(event);
+    }
+
+private:
+    bool dismissible_;
+};
+
+} // namespace
+
+int DesktopAlerts::run(const Alert& alert) {
+    DismissibleBox box(alert.tellsDismissal, QApplication::activeWindow());
+    box.setWindowTitle(QGuiApplication::applicationDisplayName());
+    box.setText(QStringLiteral("<b>%1</b>")
+                    .arg(alert.message.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"))));
+    box.setInformativeText(alert.informativeText);
+    const bool warning = alert.style == AlertStyle::warning;
+    box.setIconPixmap(theme::icon(warning ? QStringLiteral("warning") : QStringLiteral("info"))
+                          .pixmap(QSize(32, 32), box.devicePixelRatio()));
+    const QStringList titles = alert.buttons.isEmpty() ? QStringList{QStringLiteral("OK")} : alert.buttons;
+    std::vector<QAbstractButton*> buttons;
+    for (qsizetype at = 0; at < titles.size(); ++at) {
+        const bool last = at + 1 == titles.size() && titles.size() > 1;
+        const auto role = at == 0 || alert.tellsDismissal ? QMessageBox::AcceptRole
+                          : last                          ? QMessageBox::RejectRole
+                                                          : QMessageBox::ActionRole;
+        buttons.push_back(box.addButton(titles[at], role));
+    }
+    box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
+    if (!alert.tellsDismissal) box.setEscapeButton(buttons.back());
+    box.exec();
+    for (size_t at = 0; at < buttons.size(); ++at)
+        if (box.clickedButton() == buttons[at]) return firstButton + int(at);
+    return alert.tellsDismissal ? dismissed : firstButton + int(buttons.size()) - 1;
+}
+
+QString DesktopPanels::runSave(const SavePanel& panel) {
+    QFileDialog dialog(QApplication::activeWindow());
+    prepareDialog(dialog, panel.title, panel.prompt);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilter(patternsOf(panel.allowedTypes));
+    dialog.setDirectory(startFolder(folder_));
+    dialog.selectFile(panel.proposedName);
+    if (!panel.prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, panel.prompt);
+    if (!panel.allowedTypes.isEmpty()) dialog.setDefaultSuffix(panel.allowedTypes.first());
+    addAccessory(dialog, panel);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    folder_ = dialog.directory().absolutePath();
+    QString path = dialog.selectedFiles().first();
+    const bool typed = panel.allowedTypes.isEmpty() ||
+                       panel.allowedTypes.contains(QFileInfo(path).suffix(), Qt::CaseInsensitive);
+    if (typed) return path;
+    path += QLatin1Char('.') + panel.allowedTypes.first();
+    if (!QFileInfo::exists(path)) return path;
+    // The dialog asked about the name without the extension only.
+    DesktopAlerts alerts;
+    const int answer = alerts.run({QStringLiteral("“%1” already exists.").arg(QFileInfo(path).fileName()),
+                                   QStringLiteral("Replacing it will overwrite what it holds."),
+                                   {QStringLiteral("Replace"), QStringLiteral("Cancel")},
+                                   AlertStyle::warning});
+    return answer == Alerts::firstButton ? path : QString();
+}
+
+QStringList DesktopPanels::runOpen(const OpenPanel& panel) {
+    QFileDialog dialog(QApplication::activeWindow());
+    prepareDialog(dialog, panel.title, panel.prompt);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    const bool foldersOnly = panel.chooseFolders && !panel.chooseFiles;
+    dialog.setFileMode(foldersOnly           ? QFileDialog::Directory
+                       : panel.allowMultiple ? QFileDialog::ExistingFiles
+                                             : QFileDialog::ExistingFile);
+    dialog.setOption(QFileDialog::ShowDirsOnly, foldersOnly);
+    if (!panel.allowedTypes.isEmpty()) dialog.setNameFilter(patternsOf(panel.allowedTypes));
+    dialog.setDirectory(startFolder(folder_));
+    if (!panel.prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, panel.prompt);
+    if (dialog.exec() != QDialog::Accepted) return {};
+    folder_ = dialog.directory().absolutePath();
+    return dialog.selectedFiles();
+}
+
+void DesktopPasteboard::setText(const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+}
+
+QString DesktopPasteboard::text() const {
+    return QGuiApplication::clipboard()->text();
+}
+
+void DesktopFileBrowser::reveal(const QStringList& paths) {
+    if (paths.isEmpty()) return;
+    const auto openFolder = [folder = QFileInfo(paths.first()).absolutePath()] {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+    };
+    QStringList urls;
+    for (const QString& path : paths)
+        urls << QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    message << urls << QString();
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        openFolder();
+        return;
+    }
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), qApp);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
+                     [openFolder](QDBusPendingCallWatcher* call) {
+                         if (QDBusPendingReply<>(*call).isError()) openFolder();
+                         call->deleteLater();
+                     });
+}
+
+} // namespace daylark

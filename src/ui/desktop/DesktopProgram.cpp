@@ -1,0 +1,111 @@
+#include "ui/desktop/DesktopProgram.h"
+
+#include "app/PlaylistController.h"
+#include "platform/UserDefaults.h"
+#include "playback/sound/DeviceSound.h"
+#include "playback/run/PlaybackClock.h"
+#include "playback/run/Player.h"
+#include "ui/desktop/DesktopPanels.h"
+#include "ui/library/LibraryWindow.h"
+#include "ui/viewer/LostScreens.h"
+#include "ui/viewer/PlaylistDrawer.h"
+#include "ui/viewer/ViewerWindow.h"
+
+#include <QApplication>
+
+#include <algorithm>
+
+namespace daylark {
+
+struct DesktopProgram::Objects {
+    explicit Objects(const Places& places)
+        : defaults(places.preferencesFile)
+        , player(clock, nullptr, cacheBudget(defaults), &sound)
+        , controller({defaults, alerts, panels, pasteboard, fileBrowser, places.system, player})
+        , library(controller)
+        , viewer(controller.playerWindow()) {}
+
+    UserDefaults defaults;
+    /// The preference in bytes; 0 leaves it to the machine.
+    static qint64 cacheBudget(const UserDefaults& preferences) {
+        const qint64 megabytes = preferences.integerForKey(QStringLiteral("cacheSizeMegabytes"));
+        return std::clamp<qint64>(megabytes, 0, 1 << 20) << 20;
+    }
+
+    DesktopAlerts alerts;
+    DesktopPanels panels;
+    DesktopPasteboard pasteboard;
+    DesktopFileBrowser fileBrowser;
+    MonotonicClock clock;
+    DeviceSound sound;
+    Player player;
+    PlaylistController controller;
+    LibraryWindow library;
+    ViewerWindow viewer;
+    LostScreens lostScreens;
+};
+
+DesktopProgram::Places DesktopProgram::Places::current() {
+    return {UserDefaults::userFile(), SystemPlaces::current()};
+}
+
+DesktopProgram::DesktopProgram(const Places& places)
+    : objects_(std::make_unique<Objects>(places)) {
+    QObject::connect(&objects_->library, &LibraryWindow::closed, qApp, &QCoreApplication::quit);
+    QObject::connect(&objects_->defaults, &UserDefaults::changed, &objects_->player,
+                     [this](const QString& key) {
+                         if (key == QLatin1String("cacheSizeMegabytes"))
+                             objects_->player.setCacheBudget(Objects::cacheBudget(objects_->defaults));
+                     });
+    connectThumbnails();
+}
+
+DesktopProgram::~DesktopProgram() {
+    terminate();
+}
+
+/// The viewer asks for thumbnails and shows them in its list; the library makes them.
+void DesktopProgram::connectThumbnails() {
+    Objects& program = *objects_;
+    QObject::connect(
+        &program.viewer, &ViewerWindow::thumbnailWanted, &program.controller,
+        [&program](const QString& choice) {
+            constexpr QSize enough(
+                400,
+                224); // four times a thumbnail's box: made on the interface thread, in a millisecond or two
+            const VideoFrame shown = program.player.shownFrame();
+            const QImage picture =
+                renderFrame(shown, shown.displaySize().scaled(enough, Qt::KeepAspectRatio));
+            program.controller.thumbnails().recreateCurrentThumbnail(
+                program.controller.playerWindow().currentMovie(), picture, {choice, 0});
+        });
+    QObject::connect(&program.controller.thumbnails(), &Thumbnails::thumbnailDidLoad, program.viewer.drawer(),
+                     &PlaylistDrawer::movieUpdated);
+}
+
+void DesktopProgram::start(const QStringList& paths) {
+    objects_->library.show();
+    objects_->controller.awake();
+    objects_->controller.openFiles(paths);
+}
+
+void DesktopProgram::terminate() {
+    if (std::exchange(terminated_, true)) return;
+    if (objects_->viewer.isVisible())
+        objects_->viewer.close(); // its open notes and the last frame belong to the session
+    objects_->controller.applicationWillTerminate();
+}
+
+PlaylistController& DesktopProgram::controller() {
+    return objects_->controller;
+}
+
+LibraryWindow& DesktopProgram::libraryWindow() {
+    return objects_->library;
+}
+
+ViewerWindow& DesktopProgram::viewerWindow() {
+    return objects_->viewer;
+}
+
+} // namespace daylark

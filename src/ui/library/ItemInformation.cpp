@@ -1,0 +1,155 @@
+#include "ui/library/ItemInformation.h"
+
+#include "app/playlists/Library.h"
+#include "ui/library/MoviesModel.h"
+#include "ui/common/Theme.h"
+
+#include <QDateTime>
+#include <QLabel>
+#include <QLocale>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace daylark {
+
+namespace {
+
+constexpr int boxWidth = 264;
+
+/// Lets long paths and names wrap at their separators.
+QString wrappable(QString text) {
+    for (const char separator : {'/', '_', '.'})
+        text.replace(QLatin1Char(separator), QLatin1Char(separator) + QString(QChar(0x200b)));
+    return text;
+}
+
+QString durationSum(double seconds) {
+    const qint64 whole = qint64(seconds);
+    return QStringLiteral("%1:%2:%3")
+        .arg(whole / 3600)
+        .arg(whole / 60 % 60, 2, 10, QLatin1Char('0'))
+        .arg(whole % 60, 2, 10, QLatin1Char('0'));
+}
+
+} // namespace
+
+ItemInformation::ItemInformation(Library& library, const MoviesModel& model, QWidget* parent)
+    : QWidget(parent)
+    , library_(library)
+    , model_(model) {
+    setFixedWidth(boxWidth);
+    setAccessibleName(QStringLiteral("Item information"));
+    auto* inside = new QWidget;
+    auto* layout = new QVBoxLayout(inside);
+    layout->setContentsMargins(12, 12, 12, 12);
+    layout->setSpacing(8);
+    picture_ = new QLabel(inside);
+    picture_->setFixedHeight((boxWidth - 36) * 9 / 16);
+    picture_->setAlignment(Qt::AlignCenter);
+    picture_->setStyleSheet(QStringLiteral("background: black;"));
+    title_ = new QLabel(inside);
+    title_->setWordWrap(true);
+    title_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(picture_);
+    layout->addWidget(title_);
+    facts_ = new QVBoxLayout;
+    facts_->setSpacing(0);
+    layout->addLayout(facts_);
+    layout->addStretch();
+
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidget(inside);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(scroll);
+
+    const auto whenVisible = [this] {
+        if (isVisible()) refresh();
+    };
+    connect(&library_, &Library::movieSelectionChanged, this, whenVisible);
+    connect(&library_, &Library::movieUpdated, this, whenVisible);
+}
+
+void ItemInformation::show(const QString& fact, const QString& value) {
+    auto found = shown_.find(fact);
+    if (found == shown_.end()) {
+        Fact labels{new QLabel(fact), new QLabel};
+        labels.name->setFont(theme::smallFont());
+        labels.name->setForegroundRole(QPalette::PlaceholderText);
+        labels.name->setContentsMargins(0, 8, 0, 0);
+        labels.value->setFont(theme::smallFont());
+        labels.value->setWordWrap(true);
+        labels.value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        labels.value->setAccessibleName(fact);
+        facts_->addWidget(labels.name);
+        facts_->addWidget(labels.value);
+        found = shown_.insert(fact, labels);
+    }
+    found->value->setText(value);
+    found->name->setVisible(!value.isEmpty());
+    found->value->setVisible(!value.isEmpty());
+}
+
+void ItemInformation::refresh() {
+    const Library::Movies movies = library_.selectedMovies();
+    for (const Fact& fact : std::as_const(shown_)) {
+        fact.name->hide();
+        fact.value->hide();
+    }
+    picture_->clear();
+    if (movies.empty()) {
+        title_->setText(QStringLiteral("No item selected"));
+        return;
+    }
+    if (movies.size() > 1) {
+        title_->setText(QStringLiteral("%1 items").arg(movies.size()));
+        double seconds = 0, megabytes = 0;
+        qint64 frames = 0;
+        for (const auto& movie : movies) {
+            seconds += double(movie->mMovieDurationSeconds);
+            frames += movie->mMovieDurationFrames;
+            megabytes += movie->fileSizeText.toDouble();
+        }
+        show(QStringLiteral("Frames"), QString::number(frames));
+        show(QStringLiteral("Duration"), durationSum(seconds));
+        show(QStringLiteral("Size"), QStringLiteral("%1 MB").arg(megabytes, 0, 'f', 1));
+        return;
+    }
+    const Movie& movie = *movies.front();
+    const QPixmap thumbnail = model_.thumbnailAt(int(library_.selectedMovieRows().front()));
+    if (!thumbnail.isNull())
+        picture_->setPixmap(thumbnail.scaled(boxWidth - 24, picture_->height(), Qt::KeepAspectRatio,
+                                             Qt::SmoothTransformation));
+    else
+        picture_->setText(movie.creatingThumbnailText.simplified());
+    title_->setText(wrappable(movie.filenameString));
+    title_->setToolTip(movie.filenameString);
+    show(QStringLiteral("Flag"), model_.flagName(movie));
+    show(QStringLiteral("Resolution"), movie.mMovieResolutionString);
+    show(QStringLiteral("Rate"),
+         movie.mMovieFPS > 0 ? QStringLiteral("%1 frames a second").arg(double(movie.mMovieFPS), 0, 'g', 5)
+                             : QString());
+    show(QStringLiteral("Frames"),
+         movie.mMovieDurationFrames > 0 ? QString::number(movie.mMovieDurationFrames) : QString());
+    show(QStringLiteral("Duration"), movie.durationText);
+    show(QStringLiteral("Size"),
+         movie.fileSizeText.isEmpty() ? QString() : movie.fileSizeText + QStringLiteral(" MB"));
+    if (movie.fileCreationDate)
+        show(
+            QStringLiteral("Created"),
+            QLocale().toString(QDateTime::fromSecsSinceEpoch(qint64(movie.fileCreationDate->toUnixSeconds())),
+                               QLocale::ShortFormat));
+    show(QStringLiteral("Bookmarks"),
+         movie.bookmarkStore.empty() ? QString() : QString::number(movie.bookmarkStore.size()));
+    show(QStringLiteral("Path"), wrappable(movie.filepathString));
+    show(QStringLiteral("Notes"), movie.notes ? movie.notes->string() : QString());
+    show(QStringLiteral("Second Notes"), movie.notes2 ? movie.notes2->string() : QString());
+}
+
+} // namespace daylark

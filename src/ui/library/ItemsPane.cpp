@@ -1,0 +1,382 @@
+#include "ui/library/ItemsPane.h"
+
+#include "app/PlaylistController.h"
+#include "platform/UserDefaults.h"
+#include "ui/commands/Commands.h"
+#include "ui/common/DropHint.h"
+#include "ui/library/ItemDelegates.h"
+#include "ui/library/ItemInformation.h"
+#include "ui/library/MoviesModel.h"
+#include "ui/common/ReorderView.h"
+#include "ui/common/ThumbnailCache.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListView>
+#include <QMenu>
+#include <QSlider>
+#include <QStackedWidget>
+#include <QTableView>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <set>
+
+namespace daylark {
+
+namespace {
+
+const QString itemRowsType = QStringLiteral("application/x-daylark-item-rows");
+const QString columnsKey = QStringLiteral("libraryWindow_columns");
+const QString tileSizeKey = QStringLiteral("libraryWindow_tileSize");
+constexpr int iconColumnWidth = 32;
+
+/// The rows of a view, as few ranges as there are runs.
+QItemSelection selectionOfRows(const QAbstractItemModel& model, const Library::Rows& rows, int lastColumn) {
+    QItemSelection selection;
+    for (size_t first = 0; first < rows.size();) {
+        size_t last = first;
+        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
+            ++last;
+        selection.select(model.index(int(rows[first]), 0), model.index(int(rows[last]), lastColumn));
+        first = last + 1;
+    }
+    return selection;
+}
+
+} // namespace
+
+ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, QWidget* parent)
+    : QWidget(parent)
+    , controller_(controller)
+    , thumbnails_(std::make_unique<ThumbnailCache>())
+    , model_(new MoviesModel(controller.library(), controller.defaults(), *thumbnails_, this)) {
+    stack_ = new QStackedWidget(this);
+    makeTable();
+    makeTiles();
+    information_ = new ItemInformation(controller_.library(), *model_, this);
+    information_->hide();
+    makeLayout(commands);
+
+    connect(&controller_.library(), &Library::movieSelectionChanged, this, &ItemsPane::followLibrary);
+    connect(model_, &QAbstractItemModel::modelReset, this, [this] {
+        refreshHints();
+        showSortIndicator();
+    });
+    connect(&controller_.library(), &Library::playlistsChanged, this, &ItemsPane::refreshHints);
+    connect(&controller_.fileStates(), &FileStates::updated, model_, &MoviesModel::refreshAll);
+    columnsChanged_.setSingleShot(true);
+    columnsChanged_.setInterval(300);
+    connect(&columnsChanged_, &QTimer::timeout, this, &ItemsPane::storeColumns);
+
+    visibleChanged_.setSingleShot(true);
+    visibleChanged_.setInterval(100);
+    connect(&visibleChanged_, &QTimer::timeout, this, &ItemsPane::prioritiseVisible);
+    connect(model_, &QAbstractItemModel::modelReset, &visibleChanged_, qOverload<>(&QTimer::start));
+    for (const QAbstractItemView* view :
+         {static_cast<QAbstractItemView*>(table_), static_cast<QAbstractItemView*>(tiles_)})
+        connect(view->verticalScrollBar(), &QScrollBar::valueChanged, &visibleChanged_,
+                qOverload<>(&QTimer::start));
+
+    const int stored = controller_.defaults().integerForKey(tileSizeKey);
+    setTileSize(stored > 0 ? stored : 100);
+    restoreColumns();
+    showTiles(true);
+    followLibrary();
+    refreshHints();
+}
+
+ItemsPane::~ItemsPane() {
+    if (columnsChanged_.isActive()) storeColumns();
+}
+
+void ItemsPane::prepareView(QAbstractItemView* view) {
+    view->setModel(model_);
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->setFrameShape(QFrame::NoFrame);
+    view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    view->verticalScrollBar()->setSingleStep(24);
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view, &QWidget::customContextMenuRequested, this, [this, view](const QPoint& position) {
+        Q_EMIT menuRequested(view->viewport()->mapToGlobal(position), view->indexAt(position).isValid());
+    });
+    connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, view] {
+        if (!following_) controller_.library().selectMovies(RowDrag::selectedRows(*view));
+    });
+}
+
+void ItemsPane::makeTable() {
+    auto* table = new ReorderView<QTableView>(itemRowsType, false, this);
+    table_ = table;
+    table->setObjectName(QStringLiteral("itemTable"));
+    table->setAccessibleName(QStringLiteral("Items as a list"));
+    prepareView(table);
+    table->setItemDelegate(new ItemCellDelegate(*model_, table));
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(ItemCellDelegate::rowHeight);
+
+    QHeaderView* header = table->horizontalHeader();
+    header->setSectionsMovable(true);
+    header->setSectionsClickable(true);
+    header->setHighlightSections(false);
+    header->setMinimumSectionSize(28);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    header->setSortIndicatorShown(false);
+    header->setAccessibleName(QStringLiteral("Columns"));
+    static constexpr int widths[MoviesModel::columnTotal] = {112,
+                                                             iconColumnWidth,
+                                                             240,
+                                                             iconColumnWidth,
+                                                             iconColumnWidth,
+                                                             iconColumnWidth,
+                                                             iconColumnWidth,
+                                                             iconColumnWidth,
+                                                             64,
+                                                             72,
+                                                             56,
+                                                             80,
+                                                             96,
+                                                             360};
+    for (int column = 0; column < MoviesModel::columnTotal; ++column)
+        header->resizeSection(column, widths[column]);
+
+    table->filesDropped = [this](const QStringList& files) { controller_.mediaAdding().dropOnMovies(files); };
+    table->doubleClickEnded = [this] { Q_EMIT openRequested(); };
+    table->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
+        controller_.playlistEditing().moveMovies(rows, gap);
+    };
+    connect(header, &QHeaderView::sectionClicked, this, &ItemsPane::sortByColumn);
+    connect(header, &QWidget::customContextMenuRequested, this, &ItemsPane::showColumnsMenu);
+    connect(header, &QHeaderView::sectionResized, &columnsChanged_, qOverload<>(&QTimer::start));
+    connect(header, &QHeaderView::sectionMoved, &columnsChanged_, qOverload<>(&QTimer::start));
+    tableHint_ = new DropHint(QStringLiteral("Drop movies or folders here"), table);
+    stack_->addWidget(table);
+}
+
+void ItemsPane::makeTiles() {
+    auto* tiles = new ReorderView<QListView>(itemRowsType, true, this);
+    tiles_ = tiles;
+    tiles->setObjectName(QStringLiteral("itemTiles"));
+    tiles->setAccessibleName(QStringLiteral("Items as tiles"));
+    tiles->setModelColumn(MoviesModel::nameColumn);
+    tiles->setFlow(QListView::LeftToRight);
+    tiles->setWrapping(true);
+    tiles->setResizeMode(QListView::Adjust);
+    tiles->setUniformItemSizes(true);
+    prepareView(tiles);
+    tiles->setModelColumn(MoviesModel::nameColumn);
+    tileDelegate_ = new TileDelegate(*model_, tiles);
+    tiles->setItemDelegate(tileDelegate_);
+    tiles->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    tiles->setStyleSheet(QStringLiteral("QListView { padding: 6px; }"));
+
+    tiles->filesDropped = [this](const QStringList& files) { controller_.mediaAdding().dropOnMovies(files); };
+    tiles->doubleClickEnded = [this] { Q_EMIT openRequested(); };
+    tiles->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
+        controller_.playlistEditing().moveMovies(rows, gap);
+    };
+    tilesHint_ = new DropHint(QStringLiteral("Drop movies or folders here"), tiles);
+    stack_->addWidget(tiles);
+}
+
+void ItemsPane::makeLayout(const Commands& commands) {
+    sizeSlider_ = new QSlider(Qt::Horizontal, this);
+    sizeSlider_->setObjectName(QStringLiteral("tileSizeSlider"));
+    sizeSlider_->setRange(100, 400);
+    sizeSlider_->setPageStep(50);
+    sizeSlider_->setSingleStep(10);
+    sizeSlider_->setFixedWidth(120);
+    sizeSlider_->setAccessibleName(QStringLiteral("Tile size"));
+    sizeSlider_->setToolTip(QStringLiteral("Tile size"));
+    connect(sizeSlider_, &QSlider::valueChanged, this, [this](int percent) { setTileSize(percent); });
+
+    sizeControls_ = new QWidget(this);
+    sizeControls_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    auto* sizes = new QHBoxLayout(sizeControls_);
+    sizes->setContentsMargins(0, 0, 0, 0);
+    sizes->setSpacing(4);
+    sizes->addWidget(commands.button(QStringLiteral("view.smallerTiles"), sizeControls_));
+    sizes->addWidget(sizeSlider_);
+    sizes->addWidget(commands.button(QStringLiteral("view.largerTiles"), sizeControls_));
+
+    auto* bar = new QHBoxLayout;
+    bar->setContentsMargins(8, 4, 8, 4);
+    bar->setSpacing(4);
+    bar->addWidget(commands.button(QStringLiteral("session.addMedia"), this));
+    bar->addWidget(commands.button(QStringLiteral("item.open"), this));
+    bar->addStretch();
+    bar->addWidget(sizeControls_);
+    bar->addSpacing(12);
+    bar->addWidget(commands.button(QStringLiteral("view.tiles"), this));
+    bar->addWidget(commands.button(QStringLiteral("view.list"), this));
+    bar->addSpacing(12);
+    bar->addWidget(commands.button(QStringLiteral("view.information"), this));
+
+    auto* views = new QHBoxLayout;
+    views->setContentsMargins(0, 0, 0, 0);
+    views->setSpacing(1);
+    views->addWidget(stack_, 1);
+    views->addWidget(information_);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(bar);
+    layout->addLayout(views, 1);
+}
+
+void ItemsPane::showTiles(bool tiles) {
+    const bool hadFocus = activeView()->hasFocus();
+    stack_->setCurrentWidget(tiles ? static_cast<QWidget*>(tiles_) : table_);
+    sizeControls_->setEnabled(tiles);
+    if (hadFocus) activeView()->setFocus();
+    showLibrarySelection(activeView());
+}
+
+bool ItemsPane::tilesShown() const {
+    return stack_->currentWidget() == tiles_;
+}
+
+QAbstractItemView* ItemsPane::activeView() const {
+    return static_cast<QAbstractItemView*>(stack_->currentWidget());
+}
+
+void ItemsPane::setTileSize(int percent) {
+    percent = std::clamp(percent, sizeSlider_->minimum(), sizeSlider_->maximum());
+    sizeSlider_->setValue(percent); // comes back here once when it differs
+    tileDelegate_->setScale(percent / 100.0);
+    const QSize size = tileDelegate_->tileSize() + QSize(4, 4);
+    if (tiles_->gridSize() == size) return;
+    const QModelIndex current = tiles_->currentIndex();
+    tiles_->setGridSize(size);
+    if (current.isValid()) tiles_->scrollTo(current);
+    if (controller_.defaults().integerForKey(tileSizeKey) != percent)
+        controller_.defaults().set(tileSizeKey, percent);
+}
+
+int ItemsPane::tileSize() const {
+    return sizeSlider_->value();
+}
+
+void ItemsPane::setInformationShown(bool shown) {
+    information_->setVisible(shown);
+    if (shown) information_->refresh();
+    layout()->activate();
+    activeView()->scrollTo(activeView()->currentIndex()); // the tiles stand elsewhere now
+}
+
+bool ItemsPane::informationShown() const {
+    return !information_->isHidden();
+}
+
+void ItemsPane::followLibrary() {
+    showLibrarySelection(table_);
+    showLibrarySelection(tiles_);
+}
+
+void ItemsPane::showLibrarySelection(QAbstractItemView* view) {
+    const Library::Rows& rows = controller_.library().selectedMovieRows();
+    if (model_->rowCount() != int(controller_.library().arrangedMovies().size()) ||
+        rows == RowDrag::selectedRows(*view))
+        return;
+    following_ = true;
+    view->selectionModel()->select(selectionOfRows(*model_, rows, MoviesModel::columnTotal - 1),
+                                   QItemSelectionModel::ClearAndSelect);
+    if (!rows.empty()) {
+        const QModelIndex first = model_->index(int(rows.front()), MoviesModel::nameColumn);
+        view->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+        const int sideways = view->horizontalScrollBar()->value(); // only the row is to come into view
+        view->scrollTo(first);
+        view->horizontalScrollBar()->setValue(sideways);
+    }
+    following_ = false;
+}
+
+void ItemsPane::prioritiseVisible() {
+    if (controller_.thumbnails().isIdle()) return;
+    const QAbstractItemView* view = activeView();
+    const Library::Movies& movies = controller_.library().arrangedMovies();
+    constexpr int probe = 40; // points, smaller than any row or tile
+    std::set<int> rows;
+    for (int y = probe / 2; y < view->viewport()->height(); y += probe)
+        for (int x = probe / 2; x < (tilesShown() ? view->viewport()->width() : probe); x += probe)
+            if (const int row = view->indexAt({x, y}).row(); row >= 0 && size_t(row) < movies.size())
+                rows.insert(row);
+    Thumbnails::Movies visible;
+    for (const int row : rows)
+        visible.push_back(movies[size_t(row)]);
+    controller_.thumbnails().prioritise(visible);
+}
+
+/// A first click sorts upwards, a second downwards, a third gives the playlist's own order back.
+void ItemsPane::sortByColumn(int column) {
+    Library& library = controller_.library();
+    const QString field = MoviesModel::sortField(column);
+    if (library.sortField() != field)
+        library.setSort(field, true);
+    else if (library.sortAscending())
+        library.setSort(field, false);
+    else
+        library.setSort(QStringLiteral("sortOrder"), true);
+    showSortIndicator();
+}
+
+void ItemsPane::showSortIndicator() {
+    const Library& library = controller_.library();
+    QHeaderView* header = table_->horizontalHeader();
+    int sorted = -1;
+    for (int column = 0; column < MoviesModel::columnTotal; ++column)
+        if (MoviesModel::sortField(column) == library.sortField()) sorted = column;
+    header->setSortIndicatorShown(sorted >= 0);
+    if (sorted >= 0)
+        header->setSortIndicator(sorted, library.sortAscending() ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+void ItemsPane::showColumnsMenu(const QPoint& position) {
+    QMenu menu(this);
+    QHeaderView* header = table_->horizontalHeader();
+    for (int column = 0; column < MoviesModel::columnTotal; ++column) {
+        if (column == MoviesModel::nameColumn)
+            continue; // an item without a name could not be told from another
+        QAction* action =
+            menu.addAction(model_->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
+        action->setCheckable(true);
+        action->setChecked(!header->isSectionHidden(column));
+        connect(action, &QAction::toggled, this, [this, header, column](bool shown) {
+            header->setSectionHidden(column, !shown);
+            columnsChanged_.start();
+        });
+    }
+    menu.exec(header->mapToGlobal(position));
+}
+
+void ItemsPane::restoreColumns() {
+    const QByteArray stored = controller_.defaults().value(columnsKey).toByteArray();
+    if (!stored.isEmpty()) table_->horizontalHeader()->restoreState(stored);
+    table_->horizontalHeader()->setSectionsMovable(true);
+    table_->setColumnHidden(MoviesModel::nameColumn, false);
+    showSortIndicator();
+    columnsChanged_.stop();
+}
+
+void ItemsPane::storeColumns() {
+    columnsChanged_.stop();
+    controller_.defaults().set(columnsKey, table_->horizontalHeader()->saveState());
+}
+
+void ItemsPane::refreshHints() {
+    const bool wanted = controller_.defaults().boolForKey(QStringLiteral("showDropText")) &&
+                        controller_.library().arrangedMovies().empty();
+    tableHint_->setVisible(wanted);
+    tilesHint_->setVisible(wanted);
+}
+
+} // namespace daylark

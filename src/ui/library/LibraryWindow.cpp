@@ -1,0 +1,209 @@
+#include "ui/library/LibraryWindow.h"
+
+#include "app/PlaylistController.h"
+#include "platform/UserDefaults.h"
+#include "ui/commands/Commands.h"
+#include "ui/library/ItemsPane.h"
+#include "ui/commands/KeysDialog.h"
+#include "ui/commands/LibraryCommands.h"
+#include "ui/library/MoviesModel.h"
+#include "ui/library/PlaylistsPane.h"
+#include "ui/preferences/PreferencesWindow.h"
+#include "ui/library/ProgressWindow.h"
+#include "ui/library/StatusStrip.h"
+#include "ui/common/Theme.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+#include <QSplitter>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace daylark {
+
+namespace {
+
+const QString geometryKey = QStringLiteral("libraryWindow_geometry");
+const QString playlistWidthKey = QStringLiteral("playlistViewWidth");
+const QString initialTabKey = QStringLiteral("initialTabItem");
+const QString dropTextKey = QStringLiteral("showDropText");
+
+} // namespace
+
+LibraryWindow::LibraryWindow(PlaylistController& controller, QWidget* parent)
+    : QMainWindow(parent)
+    , controller_(controller)
+    , commands_(new Commands(this)) {
+    setObjectName(QStringLiteral("libraryWindow"));
+    addLibraryCommands(*commands_, controller_, *this);
+    makeCentre();
+    bindListKeys(*commands_, *this);
+    makeMenus();
+    progress_ = new ProgressWindow(controller_.progress(), this);
+    connectController();
+    restoreLooks();
+    applyPreference(initialTabKey);
+    setWindowTitle(controller_.sessionFiles().windowTitle() + QStringLiteral("[*]"));
+    commands_->refresh();
+}
+
+LibraryWindow::~LibraryWindow() {
+    // The panes store how they looked when they go; nothing of that is to come back to a window half gone.
+    controller_.defaults().disconnect(this);
+    delete takeCentralWidget();
+}
+
+void LibraryWindow::makeCentre() {
+    auto* centre = new QWidget(this);
+    splitter_ = new QSplitter(Qt::Horizontal, centre);
+    splitter_->setChildrenCollapsible(false);
+    splitter_->setHandleWidth(1);
+    playlists_ = new PlaylistsPane(controller_, *commands_, splitter_);
+    playlists_->setMinimumWidth(160);
+    items_ = new ItemsPane(controller_, *commands_, splitter_);
+    items_->setMinimumWidth(420);
+    splitter_->addWidget(playlists_);
+    splitter_->addWidget(items_);
+    splitter_->setStretchFactor(0, 0);
+    splitter_->setStretchFactor(1, 1);
+    status_ = new StatusStrip(controller_, centre);
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(splitter_, 1);
+    layout->addWidget(status_);
+    setCentralWidget(centre);
+
+    connect(splitter_, &QSplitter::splitterMoved, this,
+            [this] { controller_.defaults().set(playlistWidthKey, playlists_->width()); });
+    connect(items_, &ItemsPane::openRequested, this, [this] { controller_.loadMovieWindow(); });
+    connect(items_, &ItemsPane::menuRequested, this, &LibraryWindow::showItemsMenu);
+    connect(playlists_, &PlaylistsPane::menuRequested, this, &LibraryWindow::showPlaylistsMenu);
+}
+
+void LibraryWindow::makeMenus() {
+    fillLibraryMenuBar(*menuBar(), *commands_);
+}
+
+void LibraryWindow::connectController() {
+    Library& library = controller_.library();
+    // At once: the next key may already mean a command that the selection has just made possible.
+    const auto refresh = [this] { commands_->refresh(); };
+    connect(&library, &Library::playlistsChanged, this, refresh);
+    connect(&library, &Library::playlistSelectionChanged, this, refresh);
+    connect(&library, &Library::arrangedMoviesChanged, this, refresh);
+    connect(&library, &Library::movieSelectionChanged, this, refresh);
+
+    SessionFiles& session = controller_.sessionFiles();
+    connect(&session, &SessionFiles::titleChanged, this,
+            [this](const QString& title) { setWindowTitle(title + QStringLiteral("[*]")); });
+    connect(&session, &SessionFiles::modifiedChanged, this, &QWidget::setWindowModified);
+    connect(&session, &SessionFiles::bringToFront, this, &LibraryWindow::bringToFront);
+    connect(&controller_, &PlaylistController::libraryToFront, this, &LibraryWindow::bringToFront);
+    connect(&controller_, &PlaylistController::libraryHidden, this, &QWidget::hide);
+    connect(&controller_, &PlaylistController::terminate, this, &QWidget::close, Qt::QueuedConnection);
+    connect(&controller_, &PlaylistController::started, this, [this] {
+        playlists_->table()->setFocus();
+        commands_->refresh();
+    });
+    connect(&controller_.defaults(), &UserDefaults::changed, this, &LibraryWindow::applyPreference);
+    connect(&controller_.notesExport(), &NotesExport::exported, items_, &ItemsPane::showSortIndicator);
+}
+
+void LibraryWindow::applyPreference(const QString& key) {
+    const UserDefaults& defaults = controller_.defaults();
+    if (key == initialTabKey) {
+        items_->showTiles(defaults.integerForKey(initialTabKey) == 1);
+    } else if (key == dropTextKey) {
+        items_->refreshHints();
+        playlists_->refreshHint();
+    } else if (key.size() == 3 && key.startsWith(QLatin1Char('9'))) {
+        refreshFlagTitles(*commands_, controller_);
+        items_->model()->refreshAll();
+    }
+}
+
+void LibraryWindow::restoreLooks() {
+    const UserDefaults& defaults = controller_.defaults();
+    const QByteArray geometry = defaults.value(geometryKey).toByteArray();
+    if (geometry.isEmpty() || !restoreGeometry(geometry)) resize(1280, 720);
+    // The screen may have become smaller since.
+    const QRect available = screen()->availableGeometry();
+    if (!isMaximized() && !isFullScreen() && !available.contains(frameGeometry())) {
+        resize(size().boundedTo(available.size() - QSize(8, 40)));
+        move(std::clamp(x(), available.left(), std::max(available.left(), available.right() - width())),
+             std::clamp(y(), available.top(), std::max(available.top(), available.bottom() - height() - 32)));
+    }
+    const int stored = defaults.integerForKey(playlistWidthKey);
+    const int left = stored > 0 ? stored : 250;
+    splitter_->setSizes({left, std::max(420, width() - left)});
+}
+
+void LibraryWindow::storeLooks() {
+    controller_.defaults().set(geometryKey, saveGeometry());
+}
+
+void LibraryWindow::bringToFront() {
+    if (closing_) return; // the program is ending: the viewer that closes with it brings nothing back
+    if (isMinimized()) showNormal();
+    show();
+    raise();
+    activateWindow();
+}
+
+PreferencesWindow& LibraryWindow::preferences() {
+    if (!preferences_) preferences_ = new PreferencesWindow(controller_.defaults(), this);
+    return *preferences_;
+}
+
+void LibraryWindow::showPreferences() {
+    preferences().show();
+    preferences().raise();
+    preferences().activateWindow();
+}
+
+void LibraryWindow::showShortcuts() {
+    auto* keys = new KeysDialog(*commands_, *menuBar(), QStringLiteral("Library Shortcuts"), this);
+    keys->setAttribute(Qt::WA_DeleteOnClose);
+    keys->show();
+}
+
+void LibraryWindow::showAbout() {
+    QMessageBox about(this);
+    about.setWindowTitle(QStringLiteral("About Daylark"));
+    about.setIconPixmap(theme::icon(QStringLiteral("daylark")).pixmap(QSize(64, 64), devicePixelRatio()));
+    about.setText(QStringLiteral("<b>Daylark</b><br>Version %1").arg(QCoreApplication::applicationVersion()));
+    about.setInformativeText(
+        QStringLiteral("A review player for film dailies.\n\n"
+                       "Built on Qt %1 and FFmpeg. Licensed under the Apache License 2.0.")
+            .arg(QString::fromLatin1(qVersion())));
+    about.exec();
+}
+
+void LibraryWindow::showPlaylistsMenu(const QPoint& position, bool onPlaylist) {
+    commands_->refresh();
+    QMenu menu(this);
+    fillPlaylistMenu(menu, *commands_, onPlaylist);
+    menu.exec(position);
+}
+
+void LibraryWindow::showItemsMenu(const QPoint& position, bool onItem) {
+    commands_->refresh();
+    QMenu menu(this);
+    fillItemMenu(menu, *commands_, onItem);
+    menu.exec(position);
+}
+
+void LibraryWindow::closeEvent(QCloseEvent* event) {
+    storeLooks();
+    if (preferences_) preferences_->hide();
+    closing_ = true;
+    event->accept();
+    Q_EMIT closed();
+}
+
+} // namespace daylark

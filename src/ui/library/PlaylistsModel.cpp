@@ -1,0 +1,117 @@
+#include "ui/library/PlaylistsModel.h"
+
+#include "app/playlists/Library.h"
+#include "app/playlists/PlaylistEditing.h"
+#include "ui/common/Theme.h"
+
+#include <algorithm>
+
+namespace daylark {
+
+namespace {
+
+bool isDividerRow(const Playlist& playlist) {
+    return playlist.playlistType == QLatin1String("divider");
+}
+
+QString typeIconName(const Playlist& playlist) {
+    if (playlist.status != 0) return QStringLiteral("dl-missing.png");
+    if (playlist.playlistType == QLatin1String("smartlist")) return QStringLiteral("smartlist");
+    return QStringLiteral("playlist");
+}
+
+QString playlistHint(const Playlist& playlist) {
+    const QString count = QStringLiteral("%1\n%2 items").arg(playlist.name).arg(playlist.count());
+    switch (playlist.status) {
+    case 1:
+        return count + QStringLiteral("\nSome files are missing");
+    case 2:
+        return count + QStringLiteral("\nAll files are missing");
+    default:
+        return isDividerRow(playlist) ? playlist.name : count;
+    }
+}
+
+} // namespace
+
+PlaylistsModel::PlaylistsModel(Library& library, PlaylistEditing& editing, QObject* parent)
+    : QAbstractTableModel(parent)
+    , library_(library)
+    , editing_(editing)
+    , rows_(library.playlists()) {
+    connect(&library_, &Library::playlistsChanged, this, [this] {
+        beginResetModel();
+        rows_ = library_.playlists();
+        endResetModel();
+    });
+    connect(&library_, &Library::playlistUpdated, this, [this](const std::shared_ptr<Playlist>& playlist) {
+        const auto found = std::find(rows_.begin(), rows_.end(), playlist);
+        if (found == rows_.end()) return;
+        const int row = int(found - rows_.begin());
+        Q_EMIT dataChanged(index(row, 0), index(row, columnTotal - 1));
+    });
+}
+
+int PlaylistsModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(rows_.size());
+}
+
+int PlaylistsModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(columnTotal);
+}
+
+QVariant PlaylistsModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || size_t(index.row()) >= rows_.size()) return {};
+    const Playlist& playlist = *rows_[size_t(index.row())];
+    const bool divider = isDividerRow(playlist);
+    switch (role) {
+    case Qt::DisplayRole:
+        if (index.column() == nameColumn) return playlist.name;
+        return divider ? QString() : playlist.itemCount;
+    case Qt::EditRole:
+        return playlist.name;
+    case Qt::ToolTipRole:
+        return playlistHint(playlist);
+    case Qt::AccessibleTextRole:
+        return playlistHint(playlist);
+    case Qt::DecorationRole:
+        return index.column() == nameColumn && !divider ? QVariant(theme::icon(typeIconName(playlist)))
+                                                        : QVariant();
+    case Qt::ForegroundRole:
+        if (playlist.status == 2) return theme::warning;
+        return index.column() == countColumn || divider ? QVariant(theme::dimText) : QVariant(theme::text);
+    case Qt::TextAlignmentRole:
+        return int(index.column() == countColumn ? Qt::AlignRight | Qt::AlignVCenter
+                                                 : Qt::AlignLeft | Qt::AlignVCenter);
+    case dividerRole:
+        return divider;
+    case statusRole:
+        return playlist.status;
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags PlaylistsModel::flags(const QModelIndex& index) const {
+    if (!index.isValid()) return Qt::ItemIsDropEnabled;
+    const Qt::ItemFlags common = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsDragEnabled;
+    return index.column() == nameColumn ? common | Qt::ItemIsEditable : common;
+}
+
+bool PlaylistsModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (!index.isValid() || index.column() != nameColumn || role != Qt::EditRole) return false;
+    editing_.renamePlaylist(index.row(), value.toString());
+    Q_EMIT dataChanged(index, index);
+    return true;
+}
+
+QVariant PlaylistsModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+    return section == nameColumn ? QStringLiteral("Playlists") : QStringLiteral("Items");
+}
+
+void PlaylistsModel::refreshAll() {
+    if (!rows_.empty()) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnTotal - 1));
+}
+
+} // namespace daylark

@@ -1,0 +1,140 @@
+#include "ui/library/PlaylistsPane.h"
+
+#include "app/PlaylistController.h"
+#include "platform/UserDefaults.h"
+#include "ui/commands/Commands.h"
+#include "ui/common/DropHint.h"
+#include "ui/library/ItemDelegates.h"
+#include "ui/library/PlaylistsModel.h"
+#include "ui/common/ReorderView.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QMenu>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace daylark {
+
+PlaylistsPane::PlaylistsPane(PlaylistController& controller, const Commands& commands, QWidget* parent)
+    : QWidget(parent)
+    , controller_(controller)
+    , model_(new PlaylistsModel(controller.library(), controller.playlistEditing(), this)) {
+    makeTable();
+    hint_ = new DropHint(QStringLiteral("Drop folders here,\neach becomes a playlist"), table_);
+
+    auto* add = new QToolButton(this);
+    auto* addMenu = new QMenu(add);
+    for (const char* id : {"session.newPlaylist", "session.newDivider", "session.newDatedDivider"})
+        addMenu->addAction(commands.action(QString::fromLatin1(id)));
+    add->setDefaultAction(commands.action(QStringLiteral("session.newPlaylist")));
+    add->setMenu(addMenu);
+    add->setPopupMode(QToolButton::MenuButtonPopup);
+    add->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    add->setAutoRaise(true);
+    add->setMinimumSize(36, 24);
+    add->setFocusPolicy(Qt::TabFocus);
+    add->setAccessibleName(QStringLiteral("New playlist or divider"));
+    QToolButton* remove = commands.button(QStringLiteral("playlists.remove"), this);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setContentsMargins(4, 4, 4, 4);
+    buttons->setSpacing(4);
+    buttons->addWidget(add);
+    buttons->addWidget(remove);
+    buttons->addStretch();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(table_);
+    layout->addLayout(buttons);
+
+    Library& library = controller_.library();
+    connect(&library, &Library::playlistSelectionChanged, this, &PlaylistsPane::showLibrarySelection);
+    connect(model_, &QAbstractItemModel::modelReset, this, [this] {
+        showLibrarySelection();
+        refreshHint();
+    });
+    connect(&controller_.fileStates(), &FileStates::updated, model_, &PlaylistsModel::refreshAll);
+    connect(&controller_.playlistEditing(), &PlaylistEditing::playlistAdded, this, [this](qsizetype row) {
+        table_->scrollTo(model_->index(int(row), 0));
+        table_->setFocus();
+    });
+    showLibrarySelection();
+    refreshHint();
+}
+
+void PlaylistsPane::makeTable() {
+    auto* table =
+        new ReorderView<QTableView>(QStringLiteral("application/x-daylark-playlist-rows"), false, this);
+    table_ = table;
+    table->setObjectName(QStringLiteral("playlistTable"));
+    table->setAccessibleName(QStringLiteral("Playlists"));
+    table->setModel(model_);
+    table->setItemDelegate(new PlaylistDelegate(table));
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->setTabKeyNavigation(false);
+    table->setFrameShape(QFrame::NoFrame);
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(24);
+    QHeaderView* header = table->horizontalHeader();
+    header->setSectionsClickable(false);
+    header->setHighlightSections(false);
+    header->setMinimumSectionSize(40);
+    header->setSectionResizeMode(PlaylistsModel::nameColumn, QHeaderView::Stretch);
+    header->setSectionResizeMode(PlaylistsModel::countColumn, QHeaderView::Fixed);
+    header->resizeSection(PlaylistsModel::countColumn, 56);
+    header->hide();
+
+    table->filesDropped = [this](const QStringList& files) {
+        controller_.mediaAdding().dropOnPlaylists(files);
+    };
+    table->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
+        controller_.library().movePlaylists(rows, gap);
+    };
+    connect(table, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
+        Q_EMIT menuRequested(table_->viewport()->mapToGlobal(position), table_->indexAt(position).isValid());
+    });
+    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!following_) controller_.library().selectPlaylists(RowDrag::selectedRows(*table_));
+    });
+}
+
+void PlaylistsPane::showLibrarySelection() {
+    const Library::Rows& rows = controller_.library().selectedPlaylistRows();
+    if (model_->rowCount() != int(controller_.library().playlists().size()) ||
+        rows == RowDrag::selectedRows(*table_))
+        return;
+    following_ = true;
+    QItemSelection selection;
+    for (const qsizetype row : rows)
+        selection.select(model_->index(int(row), 0),
+                         model_->index(int(row), PlaylistsModel::columnTotal - 1));
+    table_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (!rows.empty()) {
+        const QModelIndex first = model_->index(int(rows.front()), 0);
+        table_->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+        table_->scrollTo(first);
+    }
+    following_ = false;
+}
+
+void PlaylistsPane::editSelectedName() {
+    const Library::Rows& rows = controller_.library().selectedPlaylistRows();
+    if (rows.empty()) return;
+    table_->setFocus();
+    table_->edit(model_->index(int(rows.front()), PlaylistsModel::nameColumn));
+}
+
+void PlaylistsPane::refreshHint() {
+    const bool wanted = controller_.defaults().boolForKey(QStringLiteral("showDropText"));
+    hint_->setVisible(wanted && controller_.library().playlists().empty());
+}
+
+} // namespace daylark

@@ -1,0 +1,90 @@
+#include "ui/library/StatusStrip.h"
+
+#include "app/PlaylistController.h"
+#include "ui/common/Theme.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QToolButton>
+
+namespace daylark {
+
+namespace {
+
+QString countedItems(qsizetype count) {
+    return count == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(count);
+}
+
+} // namespace
+
+StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
+    : QWidget(parent)
+    , controller_(controller)
+    , counts_(new QLabel(this))
+    , job_(new QLabel(this))
+    , bar_(new QProgressBar(this))
+    , cancel_(new QToolButton(this)) {
+    setFixedHeight(28);
+    setAccessibleName(QStringLiteral("Status"));
+    for (QLabel* label : {counts_, job_}) {
+        label->setFont(theme::smallFont());
+        label->setStyleSheet(QStringLiteral("color: #a4a4a4;"));
+    }
+    bar_->setFixedSize(160, 6);
+    bar_->setTextVisible(false);
+    bar_->setAccessibleName(QStringLiteral("Progress"));
+    cancel_->setIcon(theme::icon(QStringLiteral("cancel")));
+    cancel_->setAutoRaise(true);
+    cancel_->setMinimumSize(24, 24);
+    cancel_->setFocusPolicy(Qt::TabFocus);
+    cancel_->setToolTip(QStringLiteral("Cancel"));
+    cancel_->setAccessibleName(QStringLiteral("Cancel the job"));
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(12, 0, 4, 0);
+    layout->setSpacing(8);
+    layout->addWidget(counts_);
+    layout->addStretch();
+    layout->addWidget(job_);
+    layout->addWidget(bar_);
+    layout->addWidget(cancel_);
+
+    connect(cancel_, &QToolButton::clicked, this, [this] { controller_.progress().cancel(jobId_); });
+    connect(&controller_.progress(), &ProgressBoard::changed, this, &StatusStrip::refresh);
+    connect(&controller_.library(), &Library::arrangedMoviesChanged, this, &StatusStrip::refresh);
+    connect(&controller_.library(), &Library::movieSelectionChanged, this, &StatusStrip::refresh);
+    connect(&controller_.fileStates(), &FileStates::updated, this, &StatusStrip::refresh);
+    refresh();
+}
+
+void StatusStrip::refresh() {
+    const Library& library = controller_.library();
+    QStringList parts{countedItems(qsizetype(library.arrangedMovies().size()))};
+    if (const auto selected = library.selectedMovieRows().size(); selected > 0)
+        parts << QStringLiteral("%1 selected").arg(selected);
+    if (const qint64 missing = controller_.fileStates().missingCount(); missing > 0)
+        parts << QStringLiteral("%1 missing").arg(missing);
+    counts_->setText(parts.join(QStringLiteral(" · ")));
+
+    const auto& jobs = controller_.progress().jobs();
+    const bool busy = !jobs.empty();
+    job_->setVisible(busy);
+    bar_->setVisible(busy);
+    cancel_->setVisible(busy);
+    if (!busy) return;
+    const ProgressBoard::Job& job = jobs.front();
+    jobId_ = job.id;
+    QString text = job.title;
+    if (job.total > 0) text += QStringLiteral(" %1 of %2").arg(job.done).arg(job.total);
+    if (jobs.size() > 1) text += QStringLiteral(" · %1 more").arg(jobs.size() - 1);
+    job_->setText(text);
+    bar_->setRange(0, int(job.total));
+    bar_->setValue(int(job.done));
+    cancel_->setEnabled(job.cancelled && !job.cancelled->load());
+}
+
+QString StatusStrip::text() const {
+    return job_->isHidden() ? counts_->text() : counts_->text() + QStringLiteral(" · ") + job_->text();
+}
+
+} // namespace daylark

@@ -1,0 +1,228 @@
+#include "ui/panels/OptionsPanel.h"
+
+#include "platform/UserDefaults.h"
+#include "ui/common/Binding.h"
+#include "ui/commands/Commands.h"
+#include "ui/common/Theme.h"
+#include "viewer/MoviePlayerController.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace daylark {
+
+namespace {
+
+constexpr int optionRowHeight = 24, headingGap = 6, optionFieldWidth = 64, optionChoiceWidth = 152;
+
+std::vector<binding::Choice> sameWords(std::initializer_list<const char*> words) {
+    std::vector<binding::Choice> choices;
+    for (const char* word : words)
+        choices.emplace_back(QLatin1String(word), QString::fromLatin1(word));
+    return choices;
+}
+
+} // namespace
+
+OptionsPanel::OptionsPanel(MoviePlayerController& controller, Commands& commands, QWidget* parent)
+    : QWidget(parent)
+    , controller_(controller)
+    , grid_(new QGridLayout) {
+    setObjectName(QStringLiteral("optionsPanel"));
+    grid_->setHorizontalSpacing(12);
+    grid_->setVerticalSpacing(0);
+    grid_->setColumnStretch(0, 1);
+    addOverlayRows();
+    addPictureRows();
+    addRangeRows(commands);
+    addPlaybackRows();
+    addFullScreenRows();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(12, 8, 12, 12);
+    layout->addLayout(grid_);
+    layout->addStretch(1);
+}
+
+void OptionsPanel::addOverlayRows() {
+    heading(tr("Over the picture"));
+    QSpinBox* start = number(tr("Counter starts at"), "counterStartFrame", -1000000, 1000000);
+    auto* toOne = new QPushButton(tr("Set to 1"), this);
+    toOne->setObjectName(QStringLiteral("counterToOne"));
+    toOne->setFixedWidth(optionChoiceWidth - optionFieldWidth - 8);
+    toOne->setFocusPolicy(Qt::NoFocus);
+    toOne->setToolTip(tr("The frame on screen counts as 1"));
+    connect(toOne, &QPushButton::clicked, &controller_.time(), &TimeDisplay::setFrameCounterToOne);
+    addRow(check(tr("Frame counter, from"), "displayFrameCounter"), inOneRow({start, toOne}));
+    addRow(check(tr("Timecode"), "displayTimecode"),
+           choice(tr("Where the timecode stands"), "timecodeDisplayType",
+                  {{tr("Over the picture"), QStringLiteral("Fixed")},
+                   {tr("Window of its own"), QStringLiteral("Floating")}}));
+    addRow(check(tr("File name"), "displayFilename"));
+    auto* colour = new ColourButton(controller_.defaults(), QStringLiteral("onscreenTextColour"), this);
+    colour->setFocusPolicy(Qt::NoFocus);
+    colour->setAccessibleName(tr("Text Colour"));
+    colour->setToolTip(tr("Colour of the texts over the picture…"));
+    addRow(check(tr("Bookmark texts"), "displayBookmarkText"), colour);
+    addRow(tr("Drawings"), choice(tr("When drawings are shown"), "displayDrawingsOptions",
+                                  sameWords({"Always", "Only When Paused", "With Drawing Tools"})));
+}
+
+void OptionsPanel::addPictureRows() {
+    heading(tr("Picture"));
+    ViewerGeometry& geometry = controller_.geometry();
+    QComboBox* ratio = choice(tr("Mask ratio"), "movieMaskRatio", binding::maskRatioChoices());
+    // A ratio that is chosen is to be seen.
+    connect(ratio, &QComboBox::textActivated, this,
+            [&geometry](const QString& title) { geometry.resizeMaskElements({title}); });
+    addRow(check(tr("Mask"), "showMask"), ratio);
+    auto* opacity = new QSlider(Qt::Horizontal, this);
+    opacity->setRange(0, 100);
+    opacity->setFocusPolicy(Qt::NoFocus);
+    opacity->setAccessibleName(tr("Mask opacity"));
+    opacity->setFixedWidth(optionChoiceWidth);
+    binding::toFraction(opacity, controller_.defaults(), QStringLiteral("movieMaskOpacity"));
+    addRow(tr("Mask opacity"), opacity);
+    QCheckBox* flop = check(tr("Flop, left to right"), "mirrorY");
+    QCheckBox* flip = check(tr("Flip, upside down"), "mirrorX");
+    addRow(flop, flip);
+}
+
+void OptionsPanel::addRangeRows(Commands& commands) {
+    heading(tr("Range"));
+    QSpinBox* head = number(tr("Head handle, frames"), "handleHead", 0, 1000000);
+    QSpinBox* tail = number(tr("Tail handle, frames"), "handleTail", 0, 1000000);
+    QList<QWidget*> buttons;
+    for (const char* id : {"viewer.markIn", "viewer.markOut", "viewer.resetHandles"}) {
+        QToolButton* button = commands.button(QLatin1String(id), this);
+        button->setFocusPolicy(Qt::NoFocus);
+        buttons << button;
+    }
+    addRow(check(tr("Trim handles"), "trimHandles"), inOneRow(buttons));
+    addRow(tr("Head and tail, frames"), inOneRow({head, tail}));
+    connect(&controller_.range(), &PlaybackRange::applied, this, &OptionsPanel::keyboardUnused);
+}
+
+void OptionsPanel::addPlaybackRows() {
+    heading(tr("Playback"));
+    Transport& transport = controller_.transport();
+    QComboBox* repeat = choice(tr("Repeat"), "repeatType",
+                               sameWords({"Loop Movie", "One Shot", "Ping-Pong", "Play Movie Once",
+                                          "Play Playlist Once", "Loop Playlist"}));
+    connect(repeat, &QComboBox::textActivated, this,
+            [&transport](const QString& title) { transport.setRepeatMode({title}); });
+    addRow(tr("Repeat"), repeat);
+
+    auto* rate = new QDoubleSpinBox(this);
+    rate->setRange(0.05, 16);
+    rate->setDecimals(2);
+    rate->setSingleStep(0.25);
+    rate->setPrefix(QStringLiteral("× "));
+    rate->setFixedWidth((optionChoiceWidth - 8) / 2);
+    rate->setAccessibleName(tr("Speed"));
+    binding::toNumber(rate, controller_.defaults(), QStringLiteral("rateMultiplier"));
+    connect(rate, &QDoubleSpinBox::valueChanged, this,
+            [&transport] { transport.setRateMultiplier({QStringLiteral("Set")}); });
+    givesKeyboardBack(rate);
+    auto* reset = new QPushButton(QStringLiteral("Reset"), this);
+    reset->setObjectName(QStringLiteral("resetRate"));
+    reset->setFixedWidth((optionChoiceWidth - 8) / 2);
+    reset->setFocusPolicy(Qt::NoFocus);
+    reset->setToolTip(tr("Plays at the movie's own rate"));
+    connect(reset, &QPushButton::clicked, this,
+            [&transport] { transport.setRateMultiplier({QStringLiteral("Reset")}); });
+    addRow(tr("Speed"), inOneRow({rate, reset}));
+    addRow(tr("Movies start at"),
+           choice(tr("Where a movie starts"), "loadFrame",
+                  sameWords({"First Frame", "Second Frame", "Middle Frame", "Current Frame",
+                             "Last Visited Frame", "First Bookmark"})));
+    addRow(tr("New bookmarks last, frames"),
+           number(tr("Frames of a new bookmark"), "bookmarkDuration", 1, 1000000));
+}
+
+void OptionsPanel::addFullScreenRows() {
+    heading(tr("Full screen"));
+    addRow(check(tr("No playlist at the right edge"), "disableRightMouseZone"));
+    addRow(check(tr("No controls at the lower edge"), "disableLowerMouseZone"));
+    addRow(check(tr("No single keys"), "disableHotkeysInFullScreenMode"));
+}
+
+void OptionsPanel::heading(const QString& text) {
+    auto* label = new QLabel(text, this);
+    label->setFont(theme::smallFont());
+    label->setForegroundRole(QPalette::PlaceholderText);
+    const int row = grid_->rowCount();
+    if (row > 1) grid_->setRowMinimumHeight(row, headingGap);
+    grid_->addWidget(label, row + 1, 0, 1, 2);
+}
+
+void OptionsPanel::addRow(QWidget* left, QWidget* right) {
+    const int row = grid_->rowCount();
+    grid_->setRowMinimumHeight(row, optionRowHeight);
+    grid_->addWidget(left, row, 0, 1, right ? 1 : 2, Qt::AlignVCenter);
+    if (right) grid_->addWidget(right, row, 1, Qt::AlignVCenter | Qt::AlignLeft);
+}
+
+void OptionsPanel::addRow(const QString& label, QWidget* right) {
+    addRow(new QLabel(label, this), right);
+}
+
+QWidget* OptionsPanel::inOneRow(const QList<QWidget*>& widgets) {
+    auto* together = new QWidget(this);
+    auto* row = new QHBoxLayout(together);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+    for (QWidget* widget : widgets)
+        row->addWidget(widget);
+    row->addStretch(1);
+    return together;
+}
+
+QCheckBox* OptionsPanel::check(const QString& text, const char* key) {
+    auto* box = new QCheckBox(text, this);
+    box->setFocusPolicy(Qt::NoFocus); // keys stay the viewer's
+    binding::toBool(box, controller_.defaults(), QLatin1String(key));
+    return box;
+}
+
+QComboBox* OptionsPanel::choice(const QString& name, const char* key,
+                                const std::vector<binding::Choice>& choices) {
+    auto* box = new QComboBox(this);
+    box->setFocusPolicy(Qt::NoFocus);
+    box->setAccessibleName(name);
+    box->setFixedWidth(optionChoiceWidth);
+    binding::toChoice(box, controller_.defaults(), QLatin1String(key), choices);
+    return box;
+}
+
+QSpinBox* OptionsPanel::number(const QString& name, const char* key, int least, int most) {
+    auto* field = new QSpinBox(this);
+    field->setRange(least, most);
+    field->setAccessibleName(name);
+    field->setToolTip(name);
+    field->setFixedWidth(optionFieldWidth);
+    givesKeyboardBack(field);
+    binding::toInteger(field, controller_.defaults(), QLatin1String(key));
+    return field;
+}
+
+void OptionsPanel::givesKeyboardBack(QAbstractSpinBox* field) {
+    field->setButtonSymbols(QAbstractSpinBox::NoButtons);
+    field->setAlignment(Qt::AlignRight);
+    field->setFocusPolicy(Qt::ClickFocus);
+    field->setKeyboardTracking(false);
+    connect(field, &QAbstractSpinBox::editingFinished, this, [this, field] {
+        if (!field->hasFocus()) return; // it went elsewhere by itself
+        field->clearFocus();
+        Q_EMIT keyboardUnused();
+    });
+}
+
+} // namespace daylark

@@ -1,0 +1,310 @@
+#include "ui/viewer/ViewerPanelHost.h"
+
+#include "ui/common/ToolPanel.h"
+
+#include <QApplication>
+#include <QDataStream>
+#include <QGuiApplication>
+#include <QIODevice>
+#include <QMainWindow>
+#include <QScreen>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace daylark {
+
+namespace {
+
+constexpr int arrangementVersion = 3;
+constexpr int gapBetweenPanels = 8, gapAtEdges = 12, gapUnderControls = 32, stepOffOthers = 32;
+constexpr int listWidth = 300; // of the list over the picture, with a little air
+
+/// Where a panel opens for the first time, at which corner of the picture.
+struct Berth {
+    Qt::Corner corner = Qt::TopRightCorner;
+    QSize size = {}; ///< empty: as large as its content wants to be
+};
+
+Berth berthOf(ViewerPanel panel) {
+    switch (panel) {
+    case ViewerPanel::notes:
+        return {Qt::TopLeftCorner, {300, 360}};
+    case ViewerPanel::bookmarks:
+        return {Qt::BottomLeftCorner, {860, 232}};
+    case ViewerPanel::controls:
+        return {Qt::BottomLeftCorner, {760, 0}};
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+ViewerPanelHost::ViewerPanelHost(QMainWindow& viewer, ViewerPanels& panels)
+    : QObject(&viewer)
+    , viewer_(viewer)
+    , panels_(panels) {
+    panels_.setHost(this);
+    qApp->installEventFilter(this);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &ViewerPanelHost::keyboardMoved);
+}
+
+ViewerPanelHost::~ViewerPanelHost() {
+    stop();
+}
+
+void ViewerPanelHost::stop() {
+    panels_.setHost(nullptr);
+    for (ToolPanel* window : std::as_const(windows_))
+        window->disconnect(this);
+}
+
+ToolPanel* ViewerPanelHost::addPanel(ViewerPanel panel, const QString& title, QWidget* content, Place place,
+                                     Qt::DockWidgetArea area) {
+    auto* window = new ToolPanel(title, content, &viewer_);
+    const QString name = ViewerPanels::layoutName(panel);
+    window->setObjectName(name.isEmpty() ? QStringLiteral("controlsWindow") : name);
+    if (panel == ViewerPanel::controls) window->setAllowedAreas(Qt::NoDockWidgetArea);
+    viewer_.addDockWidget(area, window);
+    window->hide();
+    if (place == Place::floating) window->setFloating(true);
+    windows_.insert(panel, window);
+    connect(window, &ToolPanel::closeWanted, this, [this, panel] { panels_.show(panel, false); });
+    connect(window, &ToolPanel::keyboardUnused, this, &ViewerPanelHost::giveKeyboardToViewer);
+    connect(window, &ToolPanel::visibilityChanged, this, &ViewerPanelHost::visibilityChanged);
+    return window;
+}
+
+void ViewerPanelHost::hideAll() {
+    for (ToolPanel* window : std::as_const(windows_))
+        window->hide();
+}
+
+QByteArray ViewerPanelHost::arrangement() const {
+    QStringList placed;
+    for (auto at = windows_.begin(); at != windows_.end(); ++at)
+        if (isPlaced(at.key())) placed << at.value()->objectName();
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << placed << viewer_.saveState(arrangementVersion);
+    return bytes;
+}
+
+void ViewerPanelHost::restoreArrangement(const QByteArray& arrangement) {
+    QStringList placed;
+    QByteArray state;
+    QDataStream stream(arrangement);
+    stream >> placed >> state;
+    const bool restored =
+        stream.status() == QDataStream::Ok && viewer_.restoreState(state, arrangementVersion);
+    hideAll();
+    if (!restored) return;
+    for (auto at = windows_.begin(); at != windows_.end(); ++at)
+        if (placed.contains(at.value()->objectName())) placed_.insert(at.key());
+}
+
+// Whatever the window manager does with clicks on tool windows: what is typed into gets the keyboard.
+bool ViewerPanelHost::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::MouseButtonPress || !watched->isWidgetType()) return false;
+    const auto* widget = static_cast<const QWidget*>(watched);
+    for (ToolPanel* window : std::as_const(windows_)) {
+        if (!window->isFloating() || widget->window() != window) continue;
+        window->pressedOn(widget);
+        if (ToolPanel::takesKeys(widget) && QApplication::activeWindow() != window) window->activateWindow();
+    }
+    return false;
+}
+
+// The viewer counts as active while one of its tool windows is, so its own events do not tell.
+void ViewerPanelHost::keyboardMoved(const QWindow* to) {
+    if (!to || to != viewer_.windowHandle()) return;
+    // A panel that is taken hold of later must not find its text field with the keyboard again.
+    for (ToolPanel* window : std::as_const(windows_))
+        if (window->isFloating()) window->forgetFocus();
+}
+
+void ViewerPanelHost::giveKeyboardToViewer() {
+    viewer_.activateWindow();
+    if (viewer_.centralWidget() && !viewer_.focusWidget()) viewer_.centralWidget()->setFocus();
+}
+
+bool ViewerPanelHost::isPanelVisible(ViewerPanel panel) const {
+    if (panel == ViewerPanel::playlistDrawer && isFullScreen() && movieList_.isShown)
+        return movieList_.isShown();
+    const ToolPanel* window = windows_.value(panel);
+    return window && !window->isHidden();
+}
+
+void ViewerPanelHost::setPanelVisible(ViewerPanel panel, bool visible) {
+    if (panel == ViewerPanel::playlistDrawer && isFullScreen() && movieList_.show)
+        return movieList_.show(visible);
+    ToolPanel* window = windows_.value(panel);
+    if (!window) return;
+    const QWidget* focus = QApplication::focusWidget();
+    const bool hadFocus = focus && window->isAncestorOf(focus);
+    if (visible && window->isFloating() && window->isHidden()) offerPlace(panel);
+    window->setVisible(visible);
+    if (visible) window->raise(); // of docked panels in one place, the tab
+    if (!visible && hadFocus) {
+        viewer_.activateWindow();
+        if (viewer_.centralWidget()) viewer_.centralWidget()->setFocus();
+    }
+}
+
+bool ViewerPanelHost::isPlaced(ViewerPanel panel) const {
+    const auto offered = offered_.constFind(panel);
+    return placed_.contains(panel) ||
+           (offered != offered_.constEnd() && windows_.value(panel)->geometry() != *offered);
+}
+
+/// A panel that a person has moved opens where it was left, if there still is a screen.
+void ViewerPanelHost::offerPlace(ViewerPanel panel) {
+    ToolPanel* window = windows_.value(panel);
+    const QRect left = window->geometry();
+    const bool isOnThisScreen = QGuiApplication::screenAt(left.center()) == viewer_.screen();
+    if (isPlaced(panel) && (isOnThisScreen || panel != ViewerPanel::controls)) {
+        placed_.insert(panel);
+        window->setGeometry(broughtOntoAScreen(left));
+        return;
+    }
+    const Berth berth = berthOf(panel);
+    const QSize wanted = window->sizeHint().expandedTo(window->minimumSizeHint());
+    QSize size(berth.size.width() > 0 ? berth.size.width() : wanted.width(),
+               berth.size.height() > 0 ? berth.size.height() : wanted.height());
+    size.setWidth(std::min(size.width(), pictureFrame().width() - 2 * gapAtEdges));
+    size = size.expandedTo(window->minimumSizeHint());
+    QList<QSize> sizes{size};
+    if (berth.size.isValid()) // smaller will do
+        sizes << QSize(size.width() * 3 / 4, size.height()).expandedTo(window->minimumSizeHint());
+    window->setGeometry(broughtOntoAScreen(
+        panel == ViewerPanel::controls ? controlsFrame(size) : freeFrame(sizes, berth.corner, window)));
+    offered_.insert(panel, window->geometry());
+}
+
+QRect ViewerPanelHost::pictureFrame() const {
+    const QWidget* picture = viewer_.centralWidget();
+    return picture ? QRect(picture->mapToGlobal(QPoint()), picture->size()) : viewer_.geometry();
+}
+
+QRect ViewerPanelHost::controlsFrame(const QSize& size) const {
+    QRect frame(QPoint(), size.boundedTo(pictureFrame().size()));
+    frame.moveCenter(pictureFrame().center());
+    frame.moveBottom(pictureFrame().bottom() - gapUnderControls);
+    return frame;
+}
+
+/// The picture without what lies over it in full screen: the list at the right, the controls at the foot.
+QRect ViewerPanelHost::openPicture() const {
+    QRect frame = pictureFrame();
+    if (!isFullScreen()) return frame;
+    if (movieList_.isShown && movieList_.isShown()) frame.setRight(frame.right() - listWidth);
+    const ToolPanel* controls = windows_.value(ViewerPanel::controls);
+    if (controls) frame.setBottom(frame.bottom() - gapUnderControls - controls->sizeHint().height());
+    return frame;
+}
+
+/// Beside the viewer where the screen has room, else over the picture's corner; below or beside the panels
+/// that stand there already, the first of the sizes that fits. Where nothing is free: a step off the others,
+/// so that every title can be taken hold of.
+QRect ViewerPanelHost::freeFrame(const QList<QSize>& sizes, Qt::Corner corner, const ToolPanel* panel) const {
+    const bool right = corner == Qt::TopRightCorner || corner == Qt::BottomRightCorner;
+    const bool bottom = corner == Qt::BottomLeftCorner || corner == Qt::BottomRightCorner;
+    const QRect viewer = viewer_.frameGeometry(), picture = openPicture();
+    const QRect screen = viewer_.screen() ? viewer_.screen()->availableGeometry() : viewer;
+    QList<QRect> taken;
+    for (const ToolPanel* other : windows_)
+        if (other != panel && other->isFloating() && !other->isHidden()) taken << other->geometry();
+    QRect fallback;
+    for (const QSize& size : sizes) {
+        QList<int> columns, rows;
+        if (right && viewer.right() + 2 * gapBetweenPanels + size.width() <= screen.right())
+            columns << viewer.right() + gapBetweenPanels;
+        if (!right && viewer.left() - 2 * gapBetweenPanels - size.width() >= screen.left())
+            columns << viewer.left() - gapBetweenPanels - size.width();
+        columns << (right ? picture.right() - gapAtEdges - size.width() : picture.left() + gapAtEdges);
+        rows << (bottom ? picture.bottom() - gapAtEdges - size.height() : picture.top() + gapAtEdges);
+        if (fallback.isNull()) fallback = {QPoint(columns.front(), rows.front()), size};
+        for (const QRect& other : std::as_const(taken)) {
+            columns << (right ? other.left() - gapBetweenPanels - size.width()
+                              : other.right() + 1 + gapBetweenPanels);
+            rows << (bottom ? other.top() - gapBetweenPanels - size.height()
+                            : other.bottom() + 1 + gapBetweenPanels);
+        }
+        for (const int x : std::as_const(columns))
+            for (const int y : std::as_const(rows)) {
+                const QRect frame(QPoint(x, y), size);
+                const auto meets = [&](const QRect& other) { return other.intersects(frame); };
+                if (screen.contains(frame) && y >= picture.top() && frame.bottom() <= picture.bottom() &&
+                    std::none_of(taken.begin(), taken.end(), meets))
+                    return frame;
+            }
+    }
+    const auto hides = [&](const QRect& other) {
+        const QPoint apart =
+            right ? other.topRight() - fallback.topRight() : other.topLeft() - fallback.topLeft();
+        return apart.manhattanLength() < stepOffOthers;
+    };
+    while (std::any_of(taken.begin(), taken.end(), hides))
+        fallback.translate(right ? -stepOffOthers : stepOffOthers, bottom ? -stepOffOthers : stepOffOthers);
+    return fallback;
+}
+
+QRect ViewerPanelHost::panelFrame(ViewerPanel panel) const {
+    const ToolPanel* window = windows_.value(panel);
+    if (!window) return {};
+    return {window->mapToGlobal(QPoint(0, 0)), window->size()};
+}
+
+void ViewerPanelHost::setPanelFrame(ViewerPanel panel, const QRect& frame) {
+    ToolPanel* window = windows_.value(panel);
+    if (!window) return;
+    window->setFloating(true);
+    window->setGeometry(
+        broughtOntoAScreen({frame.topLeft(), frame.size().expandedTo(window->minimumSizeHint())}));
+    placed_.insert(panel);
+}
+
+QRect ViewerPanelHost::viewerFrame() const {
+    return viewer_.geometry();
+}
+
+void ViewerPanelHost::setViewerFrame(const QRect& frame) {
+    if (isFullScreen()) return;
+    viewer_.setWindowState(viewer_.windowState() & ~Qt::WindowMaximized);
+    viewer_.setGeometry(broughtOntoAScreen(frame));
+}
+
+bool ViewerPanelHost::isFullScreen() const {
+    return viewer_.isFullScreen();
+}
+
+void ViewerPanelHost::hideCursorUntilMouseMoves() {
+    Q_EMIT cursorHideWanted();
+}
+
+void ViewerPanelHost::closeColourPanel() {
+    Q_EMIT colourPanelCloseWanted();
+}
+
+QRect ViewerPanelHost::broughtOntoAScreen(const QRect& frame) {
+    const QScreen* best = nullptr;
+    qint64 most = 0;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect shared = screen->availableGeometry() & frame;
+        const qint64 area = qint64(shared.width()) * shared.height();
+        if (!shared.isEmpty() && area > most) {
+            most = area;
+            best = screen;
+        }
+    }
+    if (!best) best = QGuiApplication::primaryScreen();
+    if (!best) return frame;
+    const QRect room = best->availableGeometry();
+    QRect placed(frame.topLeft(), frame.size().boundedTo(room.size()));
+    placed.moveLeft(std::clamp(placed.left(), room.left(), room.right() - placed.width() + 1));
+    placed.moveTop(std::clamp(placed.top(), room.top(), room.bottom() - placed.height() + 1));
+    return placed;
+}
+
+} // namespace daylark

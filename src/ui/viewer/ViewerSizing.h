@@ -1,0 +1,42 @@
+#pragma once
+
+#include "viewer/display/DisplayGeometry.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+class QMainWindow;
+class QWidget;
+
+namespace daylark {
+
+class ViewerGeometry;
+
+/// The viewer's window made as large as the size commands want it, and kept in the movie's proportions while
+/// a person drags its edges. Sizes are those of the player area: whatever strips and docked panels the window
+/// has about it are added. A window is never put off the screens. Owned by the viewer's window; interface
+/// thread.
+class ViewerSizing : public QObject {
+    Q_OBJECT
+public:
+    ViewerSizing(QMainWindow& window, QWidget& area, ViewerGeometry& geometry);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void takeFrame(const DisplayGeometry::WindowFrame& frame, bool constrained);
+    void keepProportions();
+    void resizeArea(const QSize& area, const std::optional<QPoint>& origin);
+
+    QMainWindow& window_;
+    QWidget& area_;
+    ViewerGeometry& geometry_;
+    QTimer settled_; ///< the hand on the window's edge rests
+    QSize refused_;  ///< the size from which the proportions were asked for last
+    QElapsedTimer sinceAsked_;
+    bool resizing_ = false;
+};
+
+} // namespace daylark

@@ -1,0 +1,413 @@
+#include "ui/viewer/ViewerWindow.h"
+
+#include "model/Movie.h"
+#include "platform/UserDefaults.h"
+#include "playback/run/Player.h"
+#include "ui/panels/BookmarkPanel.h"
+#include "ui/commands/Commands.h"
+#include "ui/panels/ControlsPanel.h"
+#include "ui/picture/DrawingOverlay.h"
+#include "ui/panels/DrawingPanel.h"
+#include "ui/common/FlagPopUp.h"
+#include "ui/viewer/FloatingTimecode.h"
+#include "ui/viewer/FullScreen.h"
+#include "ui/panels/GradingPanel.h"
+#include "ui/commands/KeysDialog.h"
+#include "ui/viewer/LostScreens.h"
+#include "ui/panels/NotesPanel.h"
+#include "ui/panels/OptionsPanel.h"
+#include "ui/picture/PictureView.h"
+#include "ui/controls/PlaybackReadOut.h"
+#include "ui/viewer/PlaylistDrawer.h"
+#include "ui/controls/PositionSlider.h"
+#include "ui/controls/PositionSliderLink.h"
+#include "ui/controls/RangeIndicator.h"
+#include "ui/common/RichTextField.h"
+#include "ui/viewer/SnapshotFlash.h"
+#include "ui/common/Theme.h"
+#include "ui/common/ToolPanel.h"
+#include "ui/controls/TransportBar.h"
+#include "ui/commands/ViewerCommands.h"
+#include "ui/commands/ViewerKeys.h"
+#include "ui/viewer/ViewerPanelHost.h"
+#include "ui/viewer/ViewerSizing.h"
+#include "ui/controls/VolumeButton.h"
+#include "viewer/MoviePlayerController.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace daylark {
+
+namespace {
+
+const QString geometryKey = QStringLiteral("viewerWindow_geometry"),
+              arrangementKey = QStringLiteral("viewerWindow_panels");
+
+} // namespace
+
+ViewerWindow::ViewerWindow(MoviePlayerController& controller, QWidget* parent)
+    : QMainWindow(parent)
+    , controller_(controller)
+    , commands_(std::make_unique<Commands>(this))
+    , panelHost_(new ViewerPanelHost(*this, controller.panels()))
+    , picture_(new PictureView(this))
+    , notes_(new NotesPanel(controller.edits(), controller.defaults(), this))
+    , drawer_(new PlaylistDrawer(controller.list(), controller.edits(), controller.defaults(), this)) {
+    setObjectName(QStringLiteral("viewerWindow"));
+    setAttribute(Qt::WA_QuitOnClose, false); // the program ends with the library's window
+    setWindowTitle(tr("Viewer"));
+    addCommands();
+    buildLayout();
+    connectController();
+    connectPreferences();
+    connectInput();
+    readOut_ = new PlaybackReadOut(controller.player(), *picture_, controller.defaults(), this);
+    picture_->chooseRenderer(controller.defaults().stringForKey(QStringLiteral("pictureRenderer")));
+    restoreArrangement();
+    movieChanged();
+}
+
+ViewerWindow::~ViewerWindow() {
+    notes_->flush();
+    if (isVisible()) saveArrangement();
+    // Panels announce that they go, after the commands have gone.
+    panelHost_->stop();
+}
+
+void ViewerWindow::addCommands() {
+    ViewerWindowActions actions;
+    actions.toggleFullScreen = [this] { fullScreen_->toggle(); };
+    actions.isFullScreen = [this] { return isFullScreen(); };
+    actions.leave = [this] { leaveTextOrFullScreen(); };
+    actions.close = [this] { close(); };
+    actions.goToSelectedBookmark = [this] { bookmarks_->goToSelected(); };
+    actions.deleteSelectedBookmark = [this] { bookmarks_->deleteSelected(); };
+    actions.editBookmarkText = [this] { editBookmarkText(); };
+    actions.loopBookmark = [this] { bookmarks_->toggleLoop(); };
+    actions.writeNotes = [this] { writeNotes(); };
+    actions.showKeys = [this] { showKeys(); };
+    actions.makeThumbnail = [this](const QString& choice) { Q_EMIT thumbnailWanted(choice); };
+    addViewerCommands(*commands_, controller_, actions);
+    buildViewerMenus(*menuBar(), *commands_);
+}
+
+// The strip spans the whole foot, below the panels on either side.
+void ViewerWindow::buildLayout() {
+    setCentralWidget(picture_);
+    setDockNestingEnabled(true);
+
+    auto* foot = new QWidget(this);
+    slider_ = new PositionSlider(foot);
+    new PositionSliderLink(controller_, *slider_); // the slider owns it
+    bar_ = new TransportBar(controller_, *commands_, foot);
+    auto* rows = new QVBoxLayout(foot);
+    rows->setContentsMargins(0, 4, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(slider_);
+    auto* rangeRow = new QHBoxLayout; // as wide as the slider's track
+    rangeRow->setContentsMargins(PositionSlider::sliderMargin, 0, PositionSlider::sliderMargin, 0);
+    rangeRow->addWidget(new RangeIndicator(controller_.range(), foot));
+    rows->addLayout(rangeRow);
+    rows->addWidget(bar_);
+    auto* strip = new QToolBar(tr("Controls"), this);
+    strip->setObjectName(QStringLiteral("viewerControls"));
+    strip->setMovable(false);
+    strip->setContextMenuPolicy(Qt::PreventContextMenu);
+    strip->toggleViewAction()->setEnabled(false);
+    strip->setStyleSheet(
+        QStringLiteral("QToolBar { border: none; padding: 0; margin: 0; spacing: 0; background: %1; }")
+            .arg(theme::window.name()));
+    strip->addWidget(foot);
+    foot->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    addToolBar(Qt::BottomToolBarArea, strip);
+    fullScreen_ = new FullScreen(*this, *picture_, *strip, *panelHost_, controller_);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+
+    bookmarks_ = new BookmarkPanel(controller_.bookmarks(), *commands_, controller_.defaults(), this);
+    drawer_->view()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (const char* id : {"viewer.reveal", "viewer.copyPath", "viewer.copyFilename"})
+        drawer_->view()->addAction(commands_->action(QLatin1String(id)));
+    addPanels();
+    new ViewerSizing(*this, *picture_, controller_.geometry()); // the window owns it
+    connect(panelHost_, &ViewerPanelHost::visibilityChanged, this, [this] { commands_->refresh(); });
+    setTabOrder(picture_, slider_);
+    setTabOrder(slider_, bar_);
+    picture_->setFocus();
+}
+
+void ViewerWindow::addPanels() {
+    using Place = ViewerPanelHost::Place;
+    panelHost_->addPanel(ViewerPanel::notes, tr("Notes"), notes_, Place::floating, Qt::LeftDockWidgetArea);
+    panelHost_->addPanel(ViewerPanel::bookmarks, tr("Bookmarks"), bookmarks_, Place::floating,
+                         Qt::BottomDockWidgetArea);
+    panelHost_->addPanel(ViewerPanel::grading, tr("Colour Correction"),
+                         new GradingPanel(controller_, *commands_, this), Place::floating);
+    auto* drawing = new DrawingPanel(controller_, *commands_, this);
+    panelHost_->addPanel(ViewerPanel::drawing, tr("Drawing Tools"), drawing, Place::floating);
+    connect(panelHost_, &ViewerPanelHost::colourPanelCloseWanted, drawing, &DrawingPanel::closeColourDialog);
+    auto* options = new OptionsPanel(controller_, *commands_, this);
+    ToolPanel* optionsWindow =
+        panelHost_->addPanel(ViewerPanel::options, tr("Viewer Options"), options, Place::floating);
+    connect(options, &OptionsPanel::keyboardUnused, optionsWindow, &ToolPanel::keyboardUnused);
+    panelHost_->addPanel(ViewerPanel::controls, tr("Playback Controls"),
+                         new ControlsPanel(controller_, *commands_, this), Place::floating);
+    ToolPanel* drawer =
+        panelHost_->addPanel(ViewerPanel::playlistDrawer, tr("Playlist"), drawer_, Place::docked);
+    resizeDocks({drawer}, {280}, Qt::Horizontal);
+}
+
+void ViewerWindow::connectController() {
+    connect(&controller_.grade(), &ViewerGrade::transformChanged, this,
+            [this] { picture_->setColourTransform(controller_.grade().transform()); });
+    new DrawingOverlay(controller_, *picture_); // the picture owns it
+    controller_.snapshots().setArea(
+        {[this] { return picture_->devicePixels(); },
+         [this](QSize size) { return picture_->renderArea(size, PictureView::Layers::all); }});
+    connect(&controller_.snapshots(), &Snapshots::flash, this,
+            [flash = new SnapshotFlash(picture_)] { flash->flash(); });
+    connect(&controller_, &MoviePlayerController::windowOpened, this, &ViewerWindow::windowOpened);
+    connect(&controller_, &MoviePlayerController::windowClosed, this, &ViewerWindow::windowClosed);
+    connect(&controller_, &MoviePlayerController::movieLoading, this, &ViewerWindow::showLoading);
+    connect(&controller_, &MoviePlayerController::movieShown, this, &ViewerWindow::movieChanged);
+    connect(&controller_, &MoviePlayerController::movieProbed, drawer_, &PlaylistDrawer::movieUpdated);
+    connect(&controller_.player(), &Player::frameShown, this,
+            [this](const VideoFrame& frame) { picture_->setFrame(frame); });
+    connect(&controller_.player(), &Player::positionChanged, this, &ViewerWindow::showPosition);
+    connect(&controller_.time(), &TimeDisplay::changed, this, &ViewerWindow::showPosition);
+    connect(&controller_.transport(), &Transport::stateChanged, this, [this] {
+        picture_->setMoving(controller_.transport().isRunning());
+        bar_->showState();
+        commands_->refresh();
+    });
+    connect(&controller_.transport(), &Transport::soughtBySlider, bookmarks_, &BookmarkPanel::clearSelection);
+    connect(&controller_.list(), &ViewerList::selectionChanged, commands_.get(), &Commands::refresh);
+    connect(&controller_.list(), &ViewerList::moviesChanged, commands_.get(), &Commands::refresh);
+    connect(&controller_.list(), &ViewerList::selectedMoviesChanged, commands_.get(), &Commands::refresh);
+    connect(&controller_.bookmarks(), &ViewerBookmarks::bookmarksChanged, commands_.get(),
+            &Commands::refresh);
+    connect(&controller_.bookmarks(), &ViewerBookmarks::activeBookmarksChanged, this, [this] {
+        showHeadsUp();
+        commands_->refresh();
+    });
+    connect(&controller_, &MoviePlayerController::onscreenTextColourChanged, this,
+            &ViewerWindow::showHeadsUp);
+    connect(&controller_.edits(), &ReviewEdits::movieChanged, this,
+            [this](const std::shared_ptr<Movie>& movie, const QString& field) {
+                if (movie != controller_.currentMovie() || !field.startsWith(QLatin1String("flag"))) return;
+                bar_->showFlag();
+                commands_->refresh();
+            });
+}
+
+void ViewerWindow::connectPreferences() {
+    connect(&controller_.defaults(), &UserDefaults::changed, this, [this](const QString& key) {
+        if (key == QLatin1String("repeatType")) bar_->showRepeatType();
+        if (key == QLatin1String("pictureRenderer"))
+            picture_->chooseRenderer(controller_.defaults().stringForKey(key));
+        if (key == QLatin1String("trimHandles")) commands_->refresh();
+        if (key == QLatin1String("rateMultiplier")) bar_->showState();
+        if (key.startsWith(QLatin1String("display")) || key == QLatin1String("counterStartFrame") ||
+            key == QLatin1String("timecodeDisplayType")) {
+            controller_.time().setOverlayInfoDynamic();
+            showPosition();
+            commands_->refresh();
+        }
+        if (key.size() == 3 && key.startsWith(u'9')) {
+            renameFlagCommands(*commands_, controller_);
+            bar_->showFlag();
+        }
+    });
+}
+
+void ViewerWindow::connectInput() {
+    timecode_ = new FloatingTimecode(controller_.defaults(), this);
+    connect(timecode_, &FloatingTimecode::closed, this,
+            [this] { controller_.defaults().set(QStringLiteral("displayTimecode"), false); });
+    connect(fullScreen_, &FullScreen::changed, this, &ViewerWindow::fullScreenChanged);
+    connect(&controller_.input(), &ViewerInput::showMovieList, commands_.get(), &Commands::refresh);
+    connect(picture_, &PictureView::pressed, &controller_.input(), &ViewerInput::mouseDown);
+    connect(picture_, &PictureView::wheelTurned, &controller_.input(), &ViewerInput::scrollWheel);
+    const auto volumeButtons = findChildren<VolumeButton*>();
+    for (VolumeButton* volume : volumeButtons) {
+        connect(&controller_.input(), &ViewerInput::hideVolume, volume, &VolumeButton::hidePopUp);
+        connect(&controller_.input(), &ViewerInput::hidePopUps, volume, &VolumeButton::hidePopUp);
+    }
+    auto* keys = new ViewerKeys(*this, controller_, *commands_); // the window owns it
+    connect(keys, &ViewerKeys::pressed, this, &ViewerWindow::keyPressed);
+    addMenuBelow("viewer.fullScreen", fullScreen_->screensMenu());
+    addMenuBelow("viewer.lastFrame", bar_->repeatMenu()); // the strip may have folded it away
+}
+
+/// At the foot of the menu that has this command.
+void ViewerWindow::addMenuBelow(const char* command, QMenu* below) {
+    const auto places = commands_->action(QLatin1String(command))->associatedObjects();
+    for (QObject* place : places)
+        if (auto* menu = qobject_cast<QMenu*>(place)) menu->addMenu(below);
+}
+
+void ViewerWindow::fullScreenChanged() {
+    commands_->action(QStringLiteral("viewer.fullScreen"))
+        ->setIcon(theme::icon(fullScreen_->isOn() ? QStringLiteral("leaveFullScreen")
+                                                  : QStringLiteral("fullScreen")));
+    commands_->refresh();
+}
+
+// Escape also leaves a table or a slider.
+void ViewerWindow::keyPressed(int keyCode) {
+    if (keyCode != ViewerInput::keyEscape) return;
+    activateWindow();
+    picture_->setFocus();
+}
+
+void ViewerWindow::writeNotes() {
+    controller_.panels().show(ViewerPanel::notes, true);
+    notes_->window()->activateWindow();
+    notes_->focusNotes();
+}
+
+void ViewerWindow::editBookmarkText() {
+    controller_.panels().show(ViewerPanel::bookmarks, true);
+    bookmarks_->editText();
+}
+
+void ViewerWindow::leaveTextOrFullScreen() {
+    QWidget* focus = QApplication::focusWidget();
+    if (qobject_cast<QTextEdit*>(focus) || qobject_cast<QLineEdit*>(focus)) {
+        activateWindow();
+        picture_->setFocus();
+    } else {
+        fullScreen_->leave();
+    }
+}
+
+void ViewerWindow::showKeys() {
+    const KeysDialog::Lines pointer{{tr("Next or previous frame"), tr("Wheel")},
+                                    {tr("Next or previous bookmark"), tr("Ctrl+Wheel")},
+                                    {tr("Full screen: the playlist"), tr("Right edge")},
+                                    {tr("Full screen: the controls"), tr("Lower edge")},
+                                    {tr("Full screen: both away"), tr("Click")}};
+    auto* keys = new KeysDialog(*commands_, *menuBar(), tr("Keys of the Viewer"), this, pointer);
+    keys->setAttribute(Qt::WA_DeleteOnClose);
+    keys->show();
+}
+
+void ViewerWindow::windowOpened() {
+    const bool wasHidden = isHidden();
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (wasHidden && LostScreens::isLost(geometry()))
+        setGeometry(ViewerPanelHost::broughtOntoAScreen(geometry()));
+    show();
+    raise();
+    activateWindow();
+    if (!wasHidden) return;
+    controller_.panels().restoreOpenPanels();
+    picture_->setFocus();
+}
+
+void ViewerWindow::windowClosed() {
+    notes_->setMovie(nullptr);
+    fullScreen_->leave();
+    saveArrangement();
+    panelHost_->closeColourPanel();
+    panelHost_->hideAll(); // a floating panel is a window of its own and does not hide with this one
+    hide();
+    picture_->clear();
+    movieChanged();
+}
+
+void ViewerWindow::saveArrangement() {
+    UserDefaults& defaults = controller_.defaults();
+    if (isFullScreen()) return; // neither frame nor strips are those to come back to
+    defaults.set(geometryKey, QString::fromLatin1(saveGeometry().toBase64()));
+    defaults.set(arrangementKey, QString::fromLatin1(panelHost_->arrangement().toBase64()));
+}
+
+void ViewerWindow::restoreArrangement() {
+    const UserDefaults& defaults = controller_.defaults();
+    const auto stored = [&](const QString& key) {
+        return QByteArray::fromBase64(defaults.stringForKey(key).toLatin1());
+    };
+    if (!restoreGeometry(stored(geometryKey))) {
+        const QSize room = screen()->availableSize() * 0.9;
+        resize(QSize(1360, 900).boundedTo(room));
+    }
+    panelHost_->restoreArrangement(stored(arrangementKey));
+}
+
+void ViewerWindow::closeEvent(QCloseEvent* event) {
+    notes_->flush(); // before the session is saved
+    if (!controller_.isOpen()) return event->accept();
+    if (!controller_.windowShouldClose()) return event->ignore();
+    controller_.close();
+    event->accept();
+}
+
+// Lists keep these two keys for themselves, so they are not shortcuts.
+void ViewerWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Up)
+        commands_->action(QStringLiteral("viewer.playForwards"))->trigger();
+    else if (event->key() == Qt::Key_Down)
+        commands_->action(QStringLiteral("viewer.playBackwards"))->trigger();
+    else
+        QMainWindow::keyPressEvent(event);
+}
+
+void ViewerWindow::showLoading(bool loading) {
+    loading_ = loading;
+    movieChanged();
+}
+
+void ViewerWindow::movieChanged() {
+    const auto movie = controller_.currentMovie();
+    notes_->setMovie(movie);
+    setWindowTitle(movie
+                       ? QString(movie->filenameString).replace(QLatin1String("[*]"), QLatin1String("[*][*]"))
+                       : tr("Viewer"));
+    panelHost_->window(ViewerPanel::controls)
+        ->setTitle(movie ? movie->filenameString : tr("Playback Controls"));
+    // The last picture stays until the next movie's first one is there.
+    if (movie && !loading_ && !controller_.player().isOpen()) picture_->clear();
+    bar_->showFlag();
+    bar_->showState();
+    showPosition();
+    commands_->refresh();
+}
+
+void ViewerWindow::showPosition() {
+    bar_->showTimes();
+    showHeadsUp();
+}
+
+void ViewerWindow::showHeadsUp() {
+    const auto movie = controller_.currentMovie();
+    const UserDefaults& defaults = controller_.defaults();
+    const auto shown = [&](const char* key) { return movie && defaults.boolForKey(QLatin1String(key)); };
+    PictureView::HeadsUp headsUp;
+    if (shown("displayFrameCounter")) headsUp.counter = controller_.time().currentFrameNumberForDisplay();
+    if (shown("displayFilename")) headsUp.filename = movie->filenameString;
+    if (shown("displayTimecode") &&
+        defaults.stringForKey(QStringLiteral("timecodeDisplayType")) == QLatin1String("Fixed"))
+        headsUp.timecode = controller_.time().currentTimeCodeForDisplay();
+    if (shown("displayBookmarkText"))
+        headsUp.overlayText = controller_.bookmarks().overlayTextData().trimmed();
+    headsUp.overlayColour = controller_.onscreenTextColour();
+    if (!headsUp.overlayColour.isValid()) headsUp.overlayColour = Qt::yellow;
+    if (movie && !loading_ && !controller_.player().isOpen())
+        headsUp.message = tr("File not found\n%1").arg(movie->filenameString);
+    picture_->setHeadsUp(headsUp);
+    const bool floats = shown("displayTimecode") && headsUp.timecode.isEmpty() && isVisible();
+    timecode_->showText(controller_.time().currentTimeCodeForDisplay(), headsUp.overlayColour);
+    timecode_->setShown(floats);
+}
+
+} // namespace daylark

@@ -1,0 +1,185 @@
+#include "viewer/display/ViewerGeometry.h"
+
+#include "platform/UserDefaults.h"
+#include "viewer/review/DrawingMode.h"
+#include "viewer/display/ViewerPanels.h"
+
+#include <utility>
+
+namespace daylark {
+
+namespace {
+
+const QString constrainKey = QStringLiteral("constrainViewerToMovieProportions"),
+              showMaskKey = QStringLiteral("showMask"), maskRatioKey = QStringLiteral("movieMaskRatio");
+
+bool isOneOf(const QString& title, const char* longForm, const char* shortForm) {
+    return title == QLatin1String(longForm) || title == QLatin1String(shortForm);
+}
+
+} // namespace
+
+ViewerGeometry::ViewerGeometry(UserDefaults& defaults, DrawingMode& drawing, ViewerPanels& panels,
+                               QObject* parent)
+    : QObject(parent)
+    , defaults_(defaults)
+    , drawing_(drawing)
+    , panels_(panels) {
+    connect(&defaults_, &UserDefaults::changed, this, [this](const QString& key) {
+        if (key == showMaskKey || key == maskRatioKey || key == QLatin1String("movieMaskOpacity") ||
+            key.startsWith(QLatin1String("mirror")))
+            Q_EMIT changed();
+    });
+}
+
+void ViewerGeometry::setMovie(const std::shared_ptr<Movie>& movie) {
+    movie_ = movie;
+    geometry_.setMovie(movie ? movie->mMovieWidth : 0, movie ? movie->mMovieHeight : 0,
+                       movie ? movie->mMovieAspectRatio : 0);
+    scaleMovieToFitViewer();
+}
+
+void ViewerGeometry::setPictureSize(const QSize& pixels) {
+    if (pixels.isEmpty()) return;
+    geometry_.setMovie(pixels.width(), pixels.height(), float(pixels.width()) / float(pixels.height()));
+    Q_EMIT changed();
+    if (std::exchange(constrainWhenKnown_, false)) setConstrainViewerProportions();
+}
+
+void ViewerGeometry::setArea(const QSizeF& size) {
+    if (size == geometry_.area()) return;
+    geometry_.setArea(size);
+    Q_EMIT changed();
+}
+
+void ViewerGeometry::scaleMovieToFitViewer() {
+    drawing_.resetBrush();
+    if (drawing_.isScrollMode()) drawing_.setInteractiveModeState(QStringLiteral("off"));
+    geometry_.fit();
+    Q_EMIT changed();
+}
+
+void ViewerGeometry::scaleMovie(const Sender& sender) {
+    const QString scroll = QStringLiteral("scroll");
+    if (isOneOf(sender.title, "Fit Image To Viewer", "Fit")) {
+        drawing_.setInteractiveModeState(QStringLiteral("off"));
+        return scaleMovieToFitViewer();
+    }
+    if (isOneOf(sender.title, "1:1 Pixels (Actual Size)", "1:1"))
+        geometry_.actualPixels();
+    else if (isOneOf(sender.title, "Zoom In", "+"))
+        geometry_.zoomIn();
+    else if (isOneOf(sender.title, "Zoom Out", "-"))
+        geometry_.zoomOut();
+    else
+        return;
+    drawing_.setInteractiveModeState(scroll);
+    Q_EMIT changed();
+}
+
+void ViewerGeometry::scaleWindow(const Sender& sender) {
+    if (panels_.isFullScreen()) return;
+    if (sender.title == QLatin1String("Favourite Viewer Size")) {
+        const auto number = [this](const char* key) { return defaults_.integerForKey(QLatin1String(key)); };
+        if (number("favouriteWidth") < DisplayGeometry::narrowestWindow) return;
+        Q_EMIT windowFrameWanted({{number("favouriteWidth"), number("favouriteHeight")},
+                                  QPoint(number("favouritePositionX"), number("favouritePositionY"))},
+                                 false);
+    } else if (const auto frame = geometry_.windowFrame(sender.title)) {
+        Q_EMIT windowFrameWanted(*frame, false);
+    }
+}
+
+void ViewerGeometry::setPixelAspectRatio(const Sender& sender) {
+    if (sender.title == QLatin1String("1:1")) mPixelAspectRatio_ = 1.0f;
+    if (sender.title == QLatin1String("PAL 4:3 (1.067)")) mPixelAspectRatio_ = 1.067f;
+    if (sender.title == QLatin1String("PAL 16:9 (1.422)")) mPixelAspectRatio_ = 1.422f;
+    if (sender.title == QLatin1String("2:1")) mPixelAspectRatio_ = 2.0f;
+}
+
+// "Flop" exchanges left and right under the name mirrorY, "Flip" turns over under mirrorX; wanted.
+void ViewerGeometry::mirrorMovie(const Sender& sender) {
+    const auto flip = [this](const QString& key) { defaults_.set(key, !defaults_.boolForKey(key)); };
+    if (sender.title == QLatin1String("Flop Display")) flip(QStringLiteral("mirrorY"));
+    if (sender.title == QLatin1String("Flip Display")) flip(QStringLiteral("mirrorX"));
+    Q_EMIT changed();
+}
+
+bool ViewerGeometry::mirrorsLeftRight() const {
+    return defaults_.boolForKey(QStringLiteral("mirrorY"));
+}
+
+bool ViewerGeometry::mirrorsUpsideDown() const {
+    return defaults_.boolForKey(QStringLiteral("mirrorX"));
+}
+
+QString ViewerGeometry::maskMenuTitle() const {
+    return defaults_.boolForKey(showMaskKey) ? QStringLiteral("Hide Mask") : QStringLiteral("Show Mask");
+}
+
+void ViewerGeometry::toggleMask() {
+    defaults_.set(showMaskKey, !defaults_.boolForKey(showMaskKey));
+    Q_EMIT changed();
+}
+
+void ViewerGeometry::resizeMaskElements(const Sender& sender) {
+    const bool fromControl = sender.tag >= 201 && sender.tag <= 204;
+    if (sender.tag != 201 && sender.tag != 202)
+        for (const MaskRatio& mask : maskRatios)
+            if (sender.title == QLatin1String(mask.title)) {
+                defaults_.set(maskRatioKey, mask.ratio);
+                defaults_.set(showMaskKey, true);
+            }
+    if (fromControl) defaults_.set(showMaskKey, true);
+    Q_EMIT changed();
+}
+
+std::optional<DisplayGeometry::MaskBars> ViewerGeometry::mask() const {
+    if (!defaults_.boolForKey(showMaskKey)) return std::nullopt;
+    return geometry_.maskBars(defaults_.doubleForKey(maskRatioKey));
+}
+
+double ViewerGeometry::maskOpacity() const {
+    return std::clamp(defaults_.doubleForKey(QStringLiteral("movieMaskOpacity")), 0.0, 1.0);
+}
+
+void ViewerGeometry::panBy(const QPointF& origin) {
+    if (!drawing_.isScrollMode()) return;
+    geometry_.moveViewTo(origin);
+    Q_EMIT changed();
+}
+
+QSize ViewerGeometry::windowWillResize(const QSize& proposed) const {
+    if (!defaults_.boolForKey(constrainKey) || !movie_ || !movie_->mMovieHasBeenVisited ||
+        panels_.isFullScreen() || !geometry_.knowsMovie())
+        return proposed;
+    return {proposed.width(), geometry_.constrainedHeight(proposed.width())};
+}
+
+void ViewerGeometry::setConstrainViewerProportions() {
+    if (panels_.isFullScreen() || !defaults_.boolForKey(constrainKey) || !movie_) return;
+    constrainWhenKnown_ = !geometry_.knowsMovie(); // a movie new to the library: with its first picture
+    if (constrainWhenKnown_) return;
+    Q_EMIT windowFrameWanted({geometry_.constrainedWindow(), {}}, true);
+}
+
+void ViewerGeometry::windowWillEnterFullScreen() {
+    panels_.closeForFullScreen();
+    viewerWasConstrainedBeforeFullScreen_ = defaults_.boolForKey(constrainKey);
+    defaults_.set(constrainKey, false);
+}
+
+void ViewerGeometry::windowWillExitFullScreen() {
+    panels_.show(ViewerPanel::playlistDrawer, false);
+    defaults_.set(constrainKey, viewerWasConstrainedBeforeFullScreen_);
+    panels_.show(ViewerPanel::controls, false);
+}
+
+void ViewerGeometry::windowDidExitFullScreen() {
+    scaleMovie({QStringLiteral("Fit")});
+    resizeMaskElements({});
+    setConstrainViewerProportions();
+    mirrorMovie({});
+}
+
+} // namespace daylark

@@ -1,0 +1,409 @@
+#include "viewer/review/ViewerBookmarks.h"
+
+#include "archive/KeyedArchive.h"
+#include "model/ReviewEdits.h"
+#include "model/Session.h"
+#include "platform/Alerts.h"
+#include "platform/UserDefaults.h"
+#include "playback/run/Player.h"
+#include "viewer/transport/PlaybackRange.h"
+#include "viewer/transport/TimeDisplay.h"
+#include "viewer/transport/Transport.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace daylark {
+
+namespace {
+
+/// New records by a round trip through an archive, so that later edits reach only one side.
+ViewerBookmarks::Bookmarks independentCopies(const ViewerBookmarks::Bookmarks& bookmarks) {
+    Value::Array array;
+    array.reserve(bookmarks.size());
+    for (const auto& bookmark : bookmarks)
+        array.emplace_back(std::shared_ptr<Archivable>(bookmark));
+    const Value copied = deepCopy(Value(std::move(array)), recordClasses());
+    ViewerBookmarks::Bookmarks copies;
+    if (const Value::Array* elements = copied.array())
+        for (const Value& element : *elements)
+            if (auto copy = std::dynamic_pointer_cast<Bookmark>(element.object()))
+                copies.push_back(std::move(copy));
+    return copies;
+}
+
+Image unavailableImage() {
+    return Image::named(QStringLiteral("NSStatusUnavailable"));
+}
+
+} // namespace
+
+/// Holds back what edits announce until the action that makes them is done.
+class ViewerBookmarks::OneAction {
+public:
+    explicit OneAction(ViewerBookmarks& owner)
+        : owner_(owner) {
+        ++owner_.actionDepth_;
+    }
+    ~OneAction() {
+        if (--owner_.actionDepth_ == 0 && std::exchange(owner_.editedInAction_, false)) owner_.edited();
+    }
+    OneAction(const OneAction&) = delete;
+    OneAction& operator=(const OneAction&) = delete;
+
+private:
+    ViewerBookmarks& owner_;
+};
+
+ViewerBookmarks::ViewerBookmarks(Player& player, Transport& transport, TimeDisplay& time,
+                                 PlaybackRange& range, ReviewEdits& edits, Alerts& alerts,
+                                 UserDefaults& defaults, QObject* parent)
+    : QObject(parent)
+    , player_(player)
+    , transport_(transport)
+    , time_(time)
+    , range_(range)
+    , edits_(edits)
+    , alerts_(alerts)
+    , defaults_(defaults) {
+    connect(&player_, &Player::positionChanged, this, &ViewerBookmarks::loadActiveBookmarks);
+    connect(&transport_, &Transport::actionDone, this, &ViewerBookmarks::loadActiveBookmarks);
+    // Edits by others (the library, a drawing) show here as well.
+    connect(&edits_, &ReviewEdits::bookmarkChanged, this, [this](const std::shared_ptr<Movie>& movie) {
+        if (movie && movie == movie_) edited();
+    });
+    connect(&edits_, &ReviewEdits::movieChanged, this,
+            [this](const std::shared_ptr<Movie>& movie, const QString& field) {
+                if (movie && movie == movie_ && field == QLatin1String("bookmarkStore")) edited();
+            });
+}
+
+void ViewerBookmarks::setMovie(const std::shared_ptr<Movie>& movie) {
+    movie_ = movie;
+    refreshActive(true);
+    Q_EMIT bookmarksChanged();
+}
+
+ViewerBookmarks::Bookmarks ViewerBookmarks::bookmarks() const {
+    return movie_ ? Bookmarks(movie_->bookmarkStore.begin(), movie_->bookmarkStore.end()) : Bookmarks();
+}
+
+bool ViewerBookmarks::isOfThisMovie(const std::shared_ptr<Bookmark>& bookmark) const {
+    return bookmark && movie_ &&
+           std::find(movie_->bookmarkStore.begin(), movie_->bookmarkStore.end(), bookmark) !=
+               movie_->bookmarkStore.end();
+}
+
+qint64 ViewerBookmarks::frameCount() const {
+    return player_.isOpen() ? player_.index().count() : movie_ ? movie_->mMovieDurationFrames : 0;
+}
+
+void ViewerBookmarks::edited() {
+    if (actionDepth_ > 0) {
+        editedInAction_ = true;
+        return;
+    }
+    refreshActive(true);
+    Q_EMIT bookmarksChanged();
+}
+
+void ViewerBookmarks::refreshIcons() {
+    movie_->displayBookmarkIcon();
+    movie_->displayDrawingIcon();
+}
+
+// Making and removing.
+
+void ViewerBookmarks::addBookmark() {
+    add(nullptr);
+}
+
+void ViewerBookmarks::addBookmarkWithDrawing(const Drawing& drawing) {
+    add(&drawing);
+}
+
+void ViewerBookmarks::add(const Drawing* drawing) {
+    if (!movie_ || !player_.isOpen()) return;
+    const OneAction action(*this);
+    const qint64 frame = time_.currentFrameNumber();
+    const qint64 duration = defaults_.integerForKey(QStringLiteral("bookmarkDuration"));
+    const auto bookmark = std::make_shared<Bookmark>(frame, duration, time_.framesPerSecond());
+    if (drawing) bookmark->addDrawingToBookmark(*drawing);
+    bookmark->firstTC = time_.computeTimecodeFromFrameNumber(frame);
+    bookmark->lastTC = time_.computeTimecodeFromFrameNumber(frame + duration - 1);
+    edits_.addBookmarks(movie_, {bookmark});
+    sortBookmarks();
+}
+
+void ViewerBookmarks::deleteAllBookmarks() {
+    const std::shared_ptr<Movie> movie = movie_;
+    if (!movie) return;
+    const int answer = alerts_.run({QStringLiteral("Remove All Bookmarks From Movie?"),
+                                    QStringLiteral("Drawings will also be removed"),
+                                    {QStringLiteral("Remove All Bookmarks"), QStringLiteral("Cancel")}});
+    if (answer != Alerts::firstButton || movie != movie_) return;
+    edits_.removeBookmarks(movie_, bookmarks());
+    range_.endLoop();
+}
+
+void ViewerBookmarks::deleteActiveBookmarks() {
+    if (!movie_ || active_.empty()) return;
+    const Bookmarks gone = active_;
+    if (std::any_of(gone.begin(), gone.end(), [](const auto& bookmark) { return bookmark->loopStatus; }))
+        range_.endLoop();
+    edits_.removeBookmarks(movie_, gone);
+}
+
+void ViewerBookmarks::removeBookmark(const std::shared_ptr<Bookmark>& bookmark) {
+    if (!isOfThisMovie(bookmark)) return;
+    const std::shared_ptr<Bookmark> kept = bookmark; // the caller's may stand in what is removed
+    if (kept->loopStatus) range_.endLoop();
+    edits_.removeBookmarks(movie_, {kept});
+}
+
+// What is active.
+
+bool ViewerBookmarks::loadActiveBookmarks() {
+    if (actionDepth_ == 0) refreshActive(false);
+    return true;
+}
+
+void ViewerBookmarks::refreshActive(bool drawingsMayDiffer) {
+    Bookmarks active;
+    if (movie_) active = movie_->bookmarksForFrame(time_.currentFrameNumber());
+    QString text;
+    for (const auto& bookmark : active)
+        if (!bookmark->overlayString.isNull())
+            text +=
+                QStringLiteral("  ") + bookmark->overlayString; // two blanks before the first as well; wanted
+    const bool othersActive = active != active_;
+    const bool changed = othersActive || text != overlayText_;
+    active_ = std::move(active);
+    overlayText_ = text;
+    bool drawingsChanged = false;
+    if (othersActive || drawingsMayDiffer) {
+        Drawing together;
+        for (const auto& bookmark : active_)
+            if (bookmark->hasDrawings()) together.append(bookmark->drawings);
+        drawingsChanged = !(together == drawings_);
+        drawings_ = std::move(together);
+    }
+    if (changed) Q_EMIT activeBookmarksChanged();
+    if (drawingsChanged) Q_EMIT activeDrawingsChanged();
+}
+
+void ViewerBookmarks::sortBookmarks() {
+    if (movie_) edits_.sortBookmarks(movie_);
+}
+
+// The buttons of a row.
+
+void ViewerBookmarks::bookmarkButtonPress(const Sender& button, qsizetype row) {
+    if (!movie_ || row < 0 || row >= qsizetype(movie_->bookmarkStore.size())) return;
+    const std::shared_ptr<Bookmark> bookmark = movie_->bookmarkStore[size_t(row)];
+    {
+        const OneAction action(*this);
+        bool refreshes = true;
+        switch (button.tag) {
+        case bookmarkTag::goToFirst:
+            refreshes = goTo(bookmark->firstFrame);
+            break;
+        case bookmarkTag::goToLast:
+            refreshes = goTo(bookmark->lastFrame);
+            break;
+        case bookmarkTag::setIn:
+            setInPoint(bookmark);
+            break;
+        case bookmarkTag::setOut:
+            setOutPoint(bookmark);
+            break;
+        case bookmarkTag::fromDuration: // the timecode of the last frame stays as it was; wanted
+            edits_.editBookmark(movie_, bookmark, [](Bookmark& b) { b.updateLastFrame(); });
+            sortBookmarks();
+            break;
+        case bookmarkTag::mute:
+            edits_.editBookmark(movie_, bookmark, [](Bookmark& b) { b.muteBookmark(); });
+            break;
+        case bookmarkTag::loop:
+            refreshes = toggleLoop(bookmark);
+            editedInAction_ = true; // no edit, but the row looks otherwise
+            break;
+        case bookmarkTag::remove:
+            removeBookmark(bookmark);
+            break;
+        default:
+            break;
+        }
+        if (refreshes) refreshIcons();
+    }
+    loadActiveBookmarks();
+}
+
+bool ViewerBookmarks::goTo(qint64 frame) {
+    if (!player_.isOpen()) return false;
+    if (frame > frameCount()) {
+        transport_.jumpToLastFrame();
+        return false;
+    }
+    goToFrame(frame);
+    return true;
+}
+
+void ViewerBookmarks::goToFirstFrameOf(const std::shared_ptr<Bookmark>& bookmark) {
+    if (isOfThisMovie(bookmark) && goTo(bookmark->firstFrame)) refreshIcons();
+}
+
+void ViewerBookmarks::goToFrame(qint64 frame) {
+    transport_.goToFrame(frame, 0.3);
+    loadActiveBookmarks();
+}
+
+void ViewerBookmarks::setInPoint(const std::shared_ptr<Bookmark>& bookmark) {
+    const qint64 frame = time_.currentFrameNumber();
+    if (frame < 1) return;
+    edits_.editBookmark(movie_, bookmark, [&](Bookmark& b) {
+        b.firstFrame = frame;
+        b.firstTC = time_.computeTimecodeFromFrameNumber(frame);
+        if (b.lastFrame < b.firstFrame) {
+            b.lastFrame = b.firstFrame;
+            b.lastTC = b.firstTC;
+        }
+        b.updateDuration();
+    });
+    updateRange(bookmark);
+}
+
+void ViewerBookmarks::setOutPoint(const std::shared_ptr<Bookmark>& bookmark) {
+    const qint64 frame = time_.currentFrameNumber();
+    if (frame < 1) return;
+    edits_.editBookmark(movie_, bookmark, [&](Bookmark& b) {
+        b.lastFrame = frame;
+        b.lastTC = time_.computeTimecodeFromFrameNumber(frame);
+        if (b.firstFrame > b.lastFrame) {
+            b.firstFrame = b.lastFrame;
+            b.firstTC = b.lastTC;
+        }
+        b.updateDuration();
+    });
+    updateRange(bookmark);
+}
+
+void ViewerBookmarks::updateRange(const std::shared_ptr<Bookmark>& bookmark) {
+    if (bookmark->loopStatus) range_.moveRange(bookmark->firstFrame, bookmark->lastFrame);
+    sortBookmarks();
+}
+
+// Looping is a state of the viewer and never saved, so none of this is an edit.
+
+void ViewerBookmarks::setLooping(Bookmark& bookmark, bool looping) {
+    bookmark.loopStatus = looping;
+    bookmark.loopImage =
+        Image::named(looping ? QStringLiteral("loop_ON.png") : QStringLiteral("loop_OFF.png"));
+}
+
+bool ViewerBookmarks::toggleLoop(const std::shared_ptr<Bookmark>& bookmark) {
+    if (bookmark->loopStatus) {
+        setLooping(*bookmark, false);
+        range_.endLoop();
+        return false;
+    }
+    const auto& all = movie_->bookmarkStore;
+    const bool oneLooped =
+        std::any_of(all.begin(), all.end(), [](const auto& other) { return other->loopStatus; });
+    loopsOff();
+    if (oneLooped) range_.endLoop();
+    if (range_.isLooping()) { // the handles' range goes at the first press, the loop starts at the second;
+                              // wanted
+        range_.endLoop();
+        return true;
+    }
+    setLooping(*bookmark, true);
+    const bool beyondTheEnd = !transport_.isRunning() && bookmark->firstFrame > frameCount();
+    range_.loopRange(bookmark->firstFrame, bookmark->lastFrame,
+                     beyondTheEnd ? PlaybackRange::Bars::hidden : PlaybackRange::Bars::shown);
+    if (beyondTheEnd) transport_.jumpToLastFrame();
+    return !beyondTheEnd;
+}
+
+void ViewerBookmarks::loopsOff() {
+    if (!movie_) return;
+    bool oneLooped = false;
+    for (const auto& bookmark : movie_->bookmarkStore) {
+        if (!bookmark->loopStatus) continue;
+        setLooping(*bookmark, false);
+        oneLooped = true;
+    }
+    if (oneLooped && actionDepth_ == 0) Q_EMIT bookmarksChanged();
+}
+
+// Menus.
+
+void ViewerBookmarks::setMuteValues(const Sender& menuItem) {
+    const bool invert = menuItem.title == QLatin1String("Invert Muted Bookmarks");
+    const bool muteAll = menuItem.title == QLatin1String("Mute All Bookmarks");
+    const bool unmuteAll = menuItem.title == QLatin1String("Unmute All Bookmarks");
+    if (movie_ && (invert || muteAll || unmuteAll)) {
+        const OneAction action(*this);
+        const Image unavailable = unavailableImage();
+        for (const auto& bookmark : bookmarks()) {
+            const bool mute = invert ? !bookmark->mute : muteAll;
+            if (mute == bookmark->mute && (!mute || bookmark->activeImage == unavailable)) continue;
+            edits_.editBookmark(movie_, bookmark, [&](Bookmark& b) {
+                b.mute = mute;
+                if (mute) b.activeImage = unavailable; // strips, and images of the unmuted, stay: wanted
+            });
+        }
+    }
+    loadActiveBookmarks();
+}
+
+void ViewerBookmarks::copySelectedBookmarks(const Sender& menuItem) {
+    const bool all = menuItem.title == QLatin1String("Copy All Bookmarks");
+    if (!all && menuItem.title != QLatin1String("Copy Unmuted Bookmarks")) return;
+    Bookmarks taken = bookmarks();
+    if (!all) std::erase_if(taken, [](const auto& bookmark) { return bookmark->mute; });
+    if (!taken.empty()) copiedBookmarks_ = independentCopies(taken); // nothing taken: the earlier copy stays
+}
+
+void ViewerBookmarks::pasteCopiedBookmarks() {
+    if (!movie_) return;
+    const OneAction action(*this);
+    if (!copiedBookmarks_.empty()) edits_.addBookmarks(movie_, independentCopies(copiedBookmarks_));
+    sortBookmarks();
+}
+
+void ViewerBookmarks::goToNextBookmark() {
+    if (!movie_ || !player_.isOpen()) return;
+    if (const qint64 frame = movie_->nextBookmarkFrameNumber(time_.currentFrameNumber()); frame >= 0)
+        goToFrame(frame);
+}
+
+void ViewerBookmarks::goToPreviousBookmark() {
+    if (!movie_ || !player_.isOpen()) return;
+    if (const qint64 frame = movie_->previousBookmarkFrameNumber(time_.currentFrameNumber()); frame >= 0)
+        goToFrame(frame);
+}
+
+// What is typed into the table.
+
+void ViewerBookmarks::setOverlayString(const std::shared_ptr<Bookmark>& bookmark, const QString& text) {
+    if (isOfThisMovie(bookmark) && bookmark->overlayString != text)
+        edits_.editBookmark(movie_, bookmark, [&](Bookmark& edited) { edited.overlayString = text; });
+}
+
+void ViewerBookmarks::setOverlayString2(const std::shared_ptr<Bookmark>& bookmark, const QString& text) {
+    if (isOfThisMovie(bookmark) && bookmark->overlayString2 != text)
+        edits_.editBookmark(movie_, bookmark, [&](Bookmark& edited) { edited.overlayString2 = text; });
+}
+
+void ViewerBookmarks::setDuration(const std::shared_ptr<Bookmark>& bookmark, qint64 frames) {
+    if (!isOfThisMovie(bookmark) || frames < 1 || bookmark->duration == frames) return;
+    const OneAction action(*this);
+    edits_.editBookmark(movie_, bookmark, [&](Bookmark& b) {
+        b.duration = frames;
+        b.updateLastFrame();
+    });
+    sortBookmarks();
+}
+
+} // namespace daylark

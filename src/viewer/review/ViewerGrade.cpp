@@ -1,0 +1,127 @@
+#include "viewer/review/ViewerGrade.h"
+
+#include "annotate/GradeArithmetic.h"
+#include "model/ReviewEdits.h"
+#include "viewer/review/ViewerList.h"
+
+namespace daylark {
+
+namespace {
+
+double* numberOf(Grade& grade, int tag) {
+    switch (tag) {
+    case ViewerGrade::exposure:
+        return &grade.exposure;
+    case ViewerGrade::contrast:
+        return &grade.contrast;
+    case ViewerGrade::brightness:
+        return &grade.brightness;
+    case ViewerGrade::gamma:
+        return &grade.gamma;
+    case ViewerGrade::red:
+        return &grade.redChannel;
+    case ViewerGrade::green:
+        return &grade.greenChannel;
+    case ViewerGrade::blue:
+        return &grade.blueChannel;
+    case ViewerGrade::saturation:
+        return &grade.saturation;
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+Grade ViewerGrade::Copied::grade() const {
+    return {exposure, contrast, saturation, gamma, brightness, red, green, blue};
+}
+
+ViewerGrade::ViewerGrade(ReviewEdits& edits, ViewerList& list, QObject* parent)
+    : QObject(parent)
+    , edits_(edits)
+    , list_(list) {
+    connect(&edits_, &ReviewEdits::movieChanged, this,
+            [this](const std::shared_ptr<Movie>& movie, const QString& field) {
+                if (movie == movie_ &&
+                    (field == QLatin1String("grade") || field == QLatin1String("applyGrade")))
+                    apply();
+            });
+}
+
+void ViewerGrade::setMovie(const std::shared_ptr<Movie>& movie) {
+    movie_ = movie;
+    if (movie_) movie_->displayGradeIcon();
+    apply();
+}
+
+Grade ViewerGrade::grade() const {
+    return movie_ ? movie_->grade() : Grade{};
+}
+
+bool ViewerGrade::isApplied() const {
+    return movie_ && movie_->applyGrade;
+}
+
+void ViewerGrade::apply() {
+    const ColourTransform transform = isApplied() ? colourTransformOf(grade()) : ColourTransform{};
+    const bool changed = transform != transform_;
+    transform_ = transform;
+    if (changed) Q_EMIT transformChanged();
+    Q_EMIT gradeChanged();
+}
+
+double ViewerGrade::value(Tag tag) const {
+    Grade numbers = grade();
+    const double* number = numberOf(numbers, tag);
+    return number ? *number : 0;
+}
+
+void ViewerGrade::setValue(Tag tag, double value) {
+    Grade numbers = grade();
+    double* number = numberOf(numbers, tag);
+    if (movie_ && number && *number != value) {
+        *number = value;
+        edits_.setGrade(movie_, numbers);
+    }
+    apply();
+}
+
+void ViewerGrade::setGrade(const Sender& sender) {
+    if (movie_ && sender.tag == resetAll) edits_.setGrade(movie_, Grade{});
+    Grade neutral;
+    if (const double* number = numberOf(neutral, sender.tag)) return setValue(Tag(sender.tag), *number);
+    if (movie_) movie_->displayGradeIcon();
+    apply();
+}
+
+void ViewerGrade::toggleGrade() {
+    if (movie_) edits_.setApplyGrade(movie_, !movie_->applyGrade);
+    setGrade({});
+}
+
+void ViewerGrade::copyAndPasteGradeValues(const Sender& sender,
+                                          const std::vector<std::shared_ptr<Movie>>& selected) {
+    if (sender.title == QLatin1String("Copy") && !selected.empty() && selected.front()) {
+        const Grade from = selected.front()->grade();
+        copied_ = {float(from.exposure),     float(from.contrast),   float(from.saturation),
+                   float(from.gamma),        float(from.brightness), float(from.redChannel),
+                   float(from.greenChannel), float(from.blueChannel)};
+    } else if (sender.title == QLatin1String("Paste")) {
+        for (const auto& movie : selected) {
+            if (!movie) continue;
+            edits_.setGrade(movie, copied_.grade());
+            edits_.setApplyGrade(movie, true);
+            movie->displayGradeIcon();
+        }
+        setGrade({});
+    }
+}
+
+void ViewerGrade::applyGradeToAllMovies() {
+    for (const auto& movie : list_.movies())
+        if (movie) edits_.setGrade(movie, copied_.grade());
+    setGrade({});
+}
+
+} // namespace daylark

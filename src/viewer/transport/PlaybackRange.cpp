@@ -1,0 +1,159 @@
+#include "viewer/transport/PlaybackRange.h"
+
+#include "platform/Alerts.h"
+#include "platform/UserDefaults.h"
+#include "playback/run/Player.h"
+#include "viewer/transport/Transport.h"
+
+#include <QScopedValueRollback>
+
+namespace daylark {
+
+PlaybackRange::PlaybackRange(Player& player, Transport& transport, UserDefaults& defaults, Alerts& alerts,
+                             QObject* parent)
+    : QObject(parent)
+    , player_(player)
+    , transport_(transport)
+    , defaults_(defaults)
+    , alerts_(alerts) {
+    connect(&defaults_, &UserDefaults::changed, this, [this](const QString& key) {
+        if (storing_ > 0) return;
+        const bool handle = key == QLatin1String("handleHead") || key == QLatin1String("handleTail");
+        // Other handles mean nothing to a bookmark's loop, which so goes on.
+        if ((handle && defaults_.boolForKey(QStringLiteral("trimHandles"))) ||
+            key == QLatin1String("trimHandles"))
+            setPlaybackRange();
+    });
+}
+
+void PlaybackRange::setMovie(const std::shared_ptr<Movie>& movie) {
+    movie_ = movie;
+    endLoop();
+}
+
+/// The sample index's: what is marked on its last frame is its last frame, whatever a file claims.
+qint64 PlaybackRange::frameCount() const {
+    return movie_ && player_.isOpen() ? player_.index().count() : 0;
+}
+
+void PlaybackRange::store(const char* key, const QVariant& value) {
+    const QScopedValueRollback<int> own(storing_, storing_ + 1);
+    defaults_.set(QLatin1String(key), value);
+}
+
+void PlaybackRange::markInPoint() {
+    if (frameCount() == 0) return;
+    store("handleHead", int(player_.currentFrame() - 1));
+    store("trimHandles", true);
+    setPlaybackRange();
+}
+
+void PlaybackRange::markOutPoint() {
+    if (frameCount() == 0) return;
+    store("handleTail", int(frameCount() - player_.currentFrame()));
+    store("trimHandles", true);
+    setPlaybackRange();
+}
+
+void PlaybackRange::resetHandles() {
+    store("handleHead", defaults_.integerForKey(QStringLiteral("defaultHandleHead")));
+    store("handleTail", defaults_.integerForKey(QStringLiteral("defaultHandleTail")));
+    setPlaybackRange();
+}
+
+void PlaybackRange::toggleTrimHandles() {
+    store("trimHandles", !defaults_.boolForKey(QStringLiteral("trimHandles")));
+    setPlaybackRange();
+}
+
+void PlaybackRange::setPlaybackRange() {
+    if (frameCount() == 0) return; // nothing on screen to apply it to; the next movie shown gets it
+    apply();
+    Q_EMIT applied();
+}
+
+void PlaybackRange::apply() {
+    if (!defaults_.boolForKey(QStringLiteral("trimHandles"))) return endLoop();
+    Q_EMIT bookmarkLoopsOffNeeded();
+    const qint64 head = defaults_.integerForKey(QStringLiteral("handleHead"));
+    const qint64 tail = defaults_.integerForKey(QStringLiteral("handleTail"));
+    const qint64 frames = frameCount();
+    if (head + tail >= frames) {
+        store("trimHandles", false);
+        endLoop();
+        return warnOfLongHandles();
+    }
+    firstFrameForLoop_ = head + 1;
+    lastFrameForLoop_ = frames - tail;
+    loopMovie_ = true;
+    setBars({firstFrameForLoop_, lastFrameForLoop_, frames, true});
+}
+
+/// Later, because it waits for an answer and the range may be applied in the middle of anything.
+void PlaybackRange::warnOfLongHandles() {
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            const int code = alerts_.run({QStringLiteral("Handles are longer than movie"),
+                                          QStringLiteral("Choose another value"),
+                                          {},
+                                          AlertStyle::warning});
+            alertDidEnd(code, {}); // without a context its one button changes nothing further; wanted
+        },
+        Qt::QueuedConnection);
+}
+
+void PlaybackRange::alertDidEnd(int returnCode, const QString& contextInfo) {
+    if (returnCode != Alerts::firstButton) {
+        resetHandles();
+    } else if (contextInfo == QLatin1String("Handles Alert")) {
+        store("trimHandles", false);
+        setPlaybackRange();
+    }
+}
+
+// A frame before the end, not at it, so that a look a second does not miss it. Wanted.
+void PlaybackRange::holdRange() {
+    if (!loopMovie_ || !player_.isOpen()) return;
+    constexpr double wellInside = 0.3; // of a frame
+    const qint64 frame = player_.currentFrame();
+    if (transport_.movieIsPlayingForwards()) {
+        if (frame < firstFrameForLoop_ || frame >= lastFrameForLoop_ - 1)
+            transport_.goToFrame(firstFrameForLoop_, wellInside);
+    } else if (transport_.movieIsPlayingBackwards()) {
+        if (frame > lastFrameForLoop_ || frame <= firstFrameForLoop_ + 1)
+            transport_.goToFrame(lastFrameForLoop_, wellInside);
+    }
+}
+
+void PlaybackRange::loopRange(qint64 first, qint64 last, Bars bars) {
+    loopMovie_ = true;
+    firstFrameForLoop_ = first;
+    lastFrameForLoop_ = last;
+    store("trimHandles", false);
+    if (bars == Bars::shown)
+        setBars({first, last, frameCount(), true});
+    else
+        Q_EMIT changed();
+}
+
+void PlaybackRange::moveRange(qint64 first, qint64 last) {
+    firstFrameForLoop_ = first;
+    lastFrameForLoop_ = last;
+    store("trimHandles", false);
+    setBars({first, last, bars_.maxValue, bars_.shown});
+}
+
+void PlaybackRange::endLoop() {
+    loopMovie_ = false;
+    BarState hidden = bars_;
+    hidden.shown = false;
+    setBars(hidden);
+}
+
+void PlaybackRange::setBars(const BarState& bars) {
+    bars_ = bars;
+    Q_EMIT changed();
+}
+
+} // namespace daylark

@@ -1,0 +1,120 @@
+#include "viewer/transport/TimeDisplay.h"
+
+#include "platform/UserDefaults.h"
+#include "playback/run/Player.h"
+
+#include <QLocale>
+
+#include <cmath>
+
+namespace daylark {
+
+TimeDisplay::TimeDisplay(Player& player, UserDefaults& defaults, QObject* parent)
+    : QObject(parent)
+    , player_(player)
+    , defaults_(defaults) {
+    connect(&player_, &Player::positionChanged, this, &TimeDisplay::setOverlayInfoDynamic);
+    connect(&player_, &Player::frameShown, this, &TimeDisplay::setOverlayInfoDynamic);
+}
+
+void TimeDisplay::setMovie(const std::shared_ptr<Movie>& movie) {
+    movie_ = movie;
+    start_.reset();
+    setOverlayInfoDynamic();
+}
+
+void TimeDisplay::setTimeCodeData(const std::optional<SmpteTime>& start) {
+    start_ = start;
+    setOverlayInfoDynamic();
+}
+
+qint64 TimeDisplay::currentFrameNumber() const {
+    return player_.currentFrame();
+}
+
+float TimeDisplay::framesPerSecond() const {
+    if (movie_ && movie_->mMovieFPS > 0) return movie_->mMovieFPS;
+    const double seconds = player_.duration().seconds();
+    return seconds > 0 ? float(double(player_.index().count()) / seconds) : 0.0f;
+}
+
+double TimeDisplay::sliderTime() const {
+    return double(player_.currentTime().value);
+}
+
+double TimeDisplay::sliderMaximum() const {
+    return player_.isOpen() ? double(player_.index().timeOf(player_.index().count() - 1).value) : 0.0;
+}
+
+qint64 TimeDisplay::tickCount() const {
+    const qint64 frames = player_.index().count();
+    return frames <= 239 ? frames : 0;
+}
+
+QString TimeDisplay::computeTimecodeFromFrameNumber(qint64 frame) const {
+    return timecodeText(frame, framesPerSecond(), start_);
+}
+
+QString TimeDisplay::timecodeWithPrefix() const {
+    const QString text = computeTimecodeFromFrameNumber(currentFrameNumber());
+    return start_ ? QStringLiteral("TC ") + text : text;
+}
+
+QString TimeDisplay::stripFrameNumber() const {
+    if (!movie_ || !player_.isOpen()) return {};
+    constexpr double farthest = 1e15; // the preference may hold anything
+    const double start = defaults_.doubleForKey(QStringLiteral("counterStartFrame"));
+    const qint64 value = (std::abs(start) < farthest ? qint64(start) : 0) - 1 + currentFrameNumber();
+    return QString::asprintf("%04lli", static_cast<long long>(value));
+}
+
+QString TimeDisplay::stripTimecode() const {
+    return movie_ && player_.isOpen() ? timecodeWithPrefix() : QString();
+}
+
+QString TimeDisplay::durationText() const {
+    if (!movie_) return {};
+    const float probed = movie_->mMovieDurationSeconds;
+    return durationTextOf(probed > 0 ? probed : float(player_.duration().seconds()));
+}
+
+void TimeDisplay::setFrameCounterToOne() {
+    if (!movie_ || !player_.isOpen()) return;
+    defaults_.set(QStringLiteral("counterStartFrame"), qint32(2 - currentFrameNumber()));
+    defaults_.set(QStringLiteral("displayFrameCounter"), true);
+    setOverlayInfoDynamic();
+}
+
+void TimeDisplay::setOverlayInfoStatic() {
+    if (movie_) movie_->durationText = durationText();
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    const float rate = framesPerSecond() * defaults_.floatForKey(QStringLiteral("rateMultiplier"));
+    QString number = locale.toString(double(rate), 'f', 3);
+    while (number.endsWith(QLatin1Char('0')))
+        number.chop(1);
+    if (number.endsWith(locale.decimalPoint())) number.chop(locale.decimalPoint().size());
+    frameRate_ = QStringLiteral("(%1fps)").arg(number);
+    Q_EMIT changed();
+}
+
+void TimeDisplay::setOverlayInfoDynamic() {
+    if (movie_ && player_.isOpen()) {
+        // In single precision, so that long movies read as they always did.
+        const float rounded = std::round(framesPerSecond());
+        const auto whole = rounded > 0 ? quint64(float(currentFrameNumber() - 1) / rounded) : 0;
+        const auto hours = static_cast<unsigned long>(whole / 3600 % 24);
+        const auto minutes = static_cast<unsigned long>(whole / 60 % 60);
+        const auto seconds = static_cast<unsigned long>(whole % 60);
+        elapsed_ = hours != 0 ? QString::asprintf("%lu:%02lu:%02lu", hours, minutes, seconds)
+                              : QString::asprintf("%02lu:%02lu", minutes, seconds);
+        if (defaults_.boolForKey(QStringLiteral("displayTimecode")) ||
+            defaults_.boolForKey(QStringLiteral("displayFrameCounter"))) {
+            counter_ = stripFrameNumber();
+            timecode_ = timecodeWithPrefix();
+        }
+    }
+    Q_EMIT changed();
+}
+
+} // namespace daylark
