@@ -2,6 +2,7 @@
 
 #include "demo/MovieMaker.h"
 #include "media/container/Av.h"
+#include "picture/PictureRenderer.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -27,4 +27,9 @@ struct PictureRequest {
 /// null image.
 [[nodiscard]] QImage renderPicture(const VideoFrame& frame, const PictureRequest& request);
 
+/// The picture as RGB, rotated as the file asks, scaled to `size` pixels exactly (an empty size means
+/// `displaySize()`). 8 bit a component (Format_RGB32, alpha over black); `deep` gives Format_RGBX64. What
+/// `renderPicture` makes when nothing else is asked of it. Any thread.
+[[nodiscard]] QImage renderFrame(const VideoFrame& frame, QSize size = {}, bool deep = false);
+
 } // namespace daylark

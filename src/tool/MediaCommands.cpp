@@ -2,7 +2,7 @@
 #include "media/decode/FrameReader.h"
 #include "media/facts/MovieProbe.h"
 #include "picture/PictureRenderer.h"
-#include "media/facts/Thumbnail.h"
+#include "picture/Thumbnail.h"
 #include "tool/GradeArgument.h"
 #include "tool/ToolContext.h"
 

@@ -3,7 +3,7 @@
 #include "demo/MovieMaker.h"
 #include "media/facts/MediaTypes.h"
 #include "media/facts/MovieTexts.h"
-#include "media/facts/Thumbnail.h"
+#include "picture/Thumbnail.h"
 #include "model/Movie.h"
 
 #include <QFile>

@@ -1,6 +1,7 @@
 #include "media/decode/FrameReader.h"
 
 #include "demo/MovieMaker.h"
+#include "picture/PictureRenderer.h"
 
 #include <QFile>
 #include <QTemporaryDir>

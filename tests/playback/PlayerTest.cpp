@@ -1,3 +1,4 @@
+#include "picture/PictureRenderer.h"
 #include "playback/run/Player.h"
 
 #include "support/PlayerBench.h"

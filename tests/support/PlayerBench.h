@@ -1,6 +1,7 @@
 #pragma once
 
 #include "demo/MovieMaker.h"
+#include "picture/PictureRenderer.h"
 #include "playback/run/Player.h"
 
 #include <QCoreApplication>

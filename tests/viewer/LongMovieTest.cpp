@@ -1,3 +1,4 @@
+#include "picture/PictureRenderer.h"
 #include "support/LongMovie.h"
 #include "viewer/ViewerFixture.h"
 

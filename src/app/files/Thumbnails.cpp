@@ -4,7 +4,7 @@
 #include "app/program/ProgressBoard.h"
 #include "base/work/WorkQueue.h"
 #include "media/facts/MovieProbe.h"
-#include "media/facts/Thumbnail.h"
+#include "picture/Thumbnail.h"
 #include "platform/UserDefaults.h"
 
 #include <QThread>

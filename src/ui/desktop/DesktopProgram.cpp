@@ -1,6 +1,7 @@
 #include "ui/desktop/DesktopProgram.h"
 
 #include "app/PlaylistController.h"
+#include "picture/PictureRenderer.h"
 #include "platform/UserDefaults.h"
 #include "playback/sound/DeviceSound.h"
 #include "playback/run/PlaybackClock.h"

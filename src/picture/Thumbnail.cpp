@@ -1,6 +1,7 @@
-#include "media/facts/Thumbnail.h"
+#include "picture/Thumbnail.h"
 
 #include "media/container/MediaFile.h"
+#include "picture/PictureRenderer.h"
 
 #include <algorithm>
 #include <cmath>
