@@ -149,9 +149,29 @@ TEST(HostileArchives, DeepNestingOfTheListItselfIsRefused) {
     const QByteArray opening = QByteArray("<array>").repeated(200'000);
     EXPECT_FALSE(unarchiveRoot(xmlArchive(opening + QByteArray("</array>").repeated(200'000), "1"), {}));
     EXPECT_FALSE(unarchiveRoot("<plist>" + opening, {}));
+    EXPECT_TRUE(unarchiveRoot(
+        xmlArchive(QByteArray("<array>").repeated(90) + QByteArray("</array>").repeated(90), "1"), {}));
     // Closing tags that only a scan would see don't make it flat.
     for (const char* hidden : {"<!-- </array> -->", "<![CDATA[</array>]]>", "<?x \" ?></array>\" ?>"})
         EXPECT_FALSE(unarchiveRoot("<plist>" + (QByteArray("<array>") + hidden).repeated(100'000), {}));
+}
+
+TEST(HostileArchives, WhatIsSharedCountsAsDeepAsWhereItIsMetAgain) {
+    // Sixty levels seen first near the top are met again fifty levels down.
+    const auto nested = [](int levelsBelow) {
+        RawArchive archive;
+        BinaryPlistWriter& plist = archive.plist;
+        Ref shared = plist.array({});
+        for (int level = 0; level < 60; ++level)
+            shared = plist.array({shared});
+        Ref deep = shared;
+        for (int level = 0; level < levelsBelow; ++level)
+            deep = plist.array({deep});
+        archive.add(plist.array({shared, deep}));
+        return archive.finish(archive.add(plist.string(u"root"_s)));
+    };
+    EXPECT_TRUE(unarchiveRoot(nested(20), {}));
+    EXPECT_FALSE(unarchiveRoot(nested(50), {}));
 }
 
 TEST(HostileArchives, KeysThatHoldANulAreRefused) {
@@ -265,8 +285,47 @@ TEST(Colours, OfOtherSpacesAreConverted) {
     EXPECT_EQ(colour(2, "NSRGB", QByteArray("1 0 0\0", 6)), QColor(255, 0, 0));
     EXPECT_EQ(colour(1, "NSRGB", "0 1 0 0"), QColor(0, 255, 0, 0));
     EXPECT_EQ(colour(3, "NSWhite", "1"), QColor(255, 255, 255));
+    EXPECT_EQ(colour(4, "NSWhite", "1 0.4"), QColor(255, 255, 255, 102));
+    EXPECT_EQ(colour(3, "NSWhite", "0.2 0.6"), QColor(51, 51, 51, 153));
     EXPECT_EQ(colour(5, "NSCMYK", "0 1 1 0 1"), QColor(255, 0, 0));
+    EXPECT_EQ(colour(5, "NSCMYK", "0 1 1 0 0.4"), QColor(255, 0, 0, 102));
+    EXPECT_FALSE(colour(5, "NSCMYK", "0 1 1").isValid());
     EXPECT_EQ(colour(1, "NSRGB", "7 nan -3"), QColor(255, 0, 0)); // clamped
     EXPECT_FALSE(colour(1, "NSRGB", "0.5 0.5").isValid());
     EXPECT_FALSE(colour(6, "NSRGB", "").isValid());
+}
+
+TEST(ForeignRecords, AreReadByTheirOwnRules) {
+    RawArchive archive;
+    BinaryPlistWriter& plist = archive.plist;
+    const quint32 values = archive.addClass("NSValue");
+    const auto value = [&](qint64 kind) {
+        const Ref text = plist.uid(archive.add(plist.string(u"{3, 4}"_s)));
+        return archive.add(
+            plist.dictionary({plist.key("$class"), plist.key("NS.special"), plist.key("NS.pointval")},
+                             {plist.uid(values), plist.integer(kind), text}));
+    };
+    const Ref word = plist.uid(archive.add(plist.string(u"word"_s)));
+    const quint32 set = archive.add(plist.dictionary(
+        {plist.key("$class"), plist.key("NS.object.10"), plist.key("NS.object.2"), plist.key("NS.object.x")},
+        {plist.uid(archive.addClass("NSOrderedSet")), word, plist.integer(7), word}));
+    const quint32 uneven = archive.add(plist.dictionary(
+        {plist.key("$class"), plist.key("NS.keys"), plist.key("NS.objects")},
+        {plist.uid(archive.addClass("NSDictionary")), plist.array({plist.uid(0), word, word}),
+         plist.array({plist.integer(1), plist.integer(2)})}));
+    const quint32 named = archive.add(plist.dictionary({plist.key("$class"), plist.key("NSColor")},
+                                                       {plist.uid(archive.addClass("NSColor")), word}));
+    const quint32 root = archive.add(
+        archive.arrayOf(archive.addClass("NSArray"), {value(1), value(2), set, uneven, named}));
+    const Result<Value> read = unarchiveRoot(archive.finish(root), {});
+    ASSERT_TRUE(read && read->array() && read->array()->size() == 5U);
+    const Value::Array& all = *read->array();
+    ASSERT_TRUE(all[0].point());
+    EXPECT_EQ(*all[0].point(), QPointF(3, 4));
+    EXPECT_TRUE(all[1].isNil()) << "a size is no point";
+    ASSERT_TRUE(all[2].array() && all[2].array()->size() == 2U) << "in the order of the numbers";
+    EXPECT_TRUE((*all[2].array())[0].number());
+    ASSERT_TRUE(all[3].dictionary() && all[3].dictionary()->size() == 1U) << "a nil key has no entry";
+    EXPECT_EQ(numberToInt64(*all[3][u"word"].number()), 2);
+    EXPECT_TRUE(all[4].isNil()) << "a text is no colour";
 }

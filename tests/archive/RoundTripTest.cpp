@@ -25,6 +25,10 @@ AttributedString styledText() {
                 {.bold = true, .italic = true, .fontFamily = u"Courier New"_s, .pointSize = 18.5});
     text.append(u"red \U0001F3AC "_s, {.underline = true, .colour = QColor(Qt::red)});
     text.append(u"bold"_s, {.bold = true});
+    text.append(u" slanted "_s, {.italic = true});
+    text.append(u"family"_s, {.fontFamily = u"Courier New"_s});
+    text.append(u"its name reads like a style"_s, {.fontFamily = u"Demi-Bold"_s});
+    text.append(u"large"_s, {.pointSize = 10000});
     return text;
 }
 
@@ -70,6 +74,9 @@ TEST(Numbers, KeepTheirKind) {
 TEST(Numbers, ConvertWithoutOverflow) {
     EXPECT_EQ(numberToInt64(-2.9), -2);
     EXPECT_EQ(numberToInt64(1e19), 0);
+    EXPECT_EQ(numberToInt64(9223372036854775808.0), 0);
+    EXPECT_EQ(numberToInt64(-9223372036854775808.0), std::numeric_limits<qint64>::min());
+    EXPECT_EQ(numberToInt64(quint64(std::numeric_limits<qint64>::max())), std::numeric_limits<qint64>::max());
     EXPECT_EQ(numberToInt64(std::numeric_limits<double>::quiet_NaN()), 0);
     EXPECT_EQ(numberToInt64(std::numeric_limits<quint64>::max()), 0);
     EXPECT_TRUE(numberToBool(0.25));
@@ -171,6 +178,15 @@ TEST(Images, WhatIsNoPictureDecodesToNone) {
     EXPECT_TRUE(Image::fromQImage({}).isNil());
 }
 
+TEST(Images, OneNameWithTwoPicturesStaysTwo) {
+    const Image old = Image::fromEncoded("old picture", {2, 2}, u"flag_Red.png"_s),
+                redrawn = Image::fromEncoded("new picture", {2, 2}, u"flag_Red.png"_s);
+    const Value read = roundTrip(Value::Array{old, redrawn});
+    ASSERT_TRUE(read.array() && read.array()->size() == 2U);
+    EXPECT_EQ(*(*read.array())[0].image(), old);
+    EXPECT_EQ(*(*read.array())[1].image(), redrawn);
+}
+
 TEST(Images, ANamedIconIsWrittenOnceWithItsPicture) {
     Value::Array icons(50, Value(Image::named(u"flag_Green.png"_s)));
     int asked = 0;
@@ -240,6 +256,8 @@ TEST(Records, AFieldOfAnotherKindReadsAsNothing) {
             EXPECT_EQ(coder.decodeInt64("first"), qint64(1) << 32);
             EXPECT_EQ(coder.decodeInt32("first"), 0); // the low half, as it stands in the archive
             EXPECT_EQ(coder.decodeDouble("absent"), 0);
+            EXPECT_FALSE(coder.decodeDate("first") || coder.decodeText("first") ||
+                         coder.decodeNumber("second"));
             finished = true;
         }
         bool finished = false;
@@ -248,6 +266,36 @@ TEST(Records, AFieldOfAnotherKindReadsAsNothing) {
     const ArchiveClasses probing{{u"Note"_s, [&] { return probe; }}};
     ASSERT_TRUE(unarchiveRoot(archiveRoot(noteWith(qint64(1) << 32, u" -12 frames"_s)), probing));
     EXPECT_TRUE(probe->finished);
+}
+
+TEST(Records, FieldsConvertAsTheyAreAskedFor) {
+    struct Probe : Archivable {
+        [[nodiscard]] const char* archiveClassName() const override { return "Note"; }
+        void encodeWithCoder(Encoder&) const override {}
+        void initWithCoder(const Decoder& coder) override {
+            url = coder.decodeUrl("first");
+            real = coder.decodeFloat("second");
+            integer = coder.decodeIntegerValue("second");
+        }
+        QUrl url;
+        float real = 0;
+        qint32 integer = 0;
+    };
+    const auto probed = [](const Value& first, const Value& second) {
+        const auto probe = std::make_shared<Probe>();
+        EXPECT_TRUE(unarchiveRoot(archiveRoot(noteWith(first, second)), {{u"Note"_s, [&] { return probe; }}}));
+        return probe;
+    };
+    EXPECT_EQ(probed(ArchivedUrl{u"day%202/a.mov"_s, u"file:///Volumes/dailies/day%201/"_s}, {})->url,
+              QUrl(u"file:///Volumes/dailies/day%201/day%202/a.mov"_s));
+    EXPECT_EQ(probed(ArchivedUrl{u"file:///a.mov"_s, {}}, {})->url, QUrl(u"file:///a.mov"_s));
+    constexpr float infinite = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(probed({}, 1e300)->real, infinite);
+    EXPECT_EQ(probed({}, -1e300)->real, -infinite);
+    EXPECT_EQ(probed({}, u"+99999999999999"_s)->integer, std::numeric_limits<qint32>::max());
+    EXPECT_EQ(probed({}, u"-99999999999999"_s)->integer, std::numeric_limits<qint32>::min());
+    EXPECT_EQ(probed({}, u"12x34"_s)->integer, 12);
+    EXPECT_EQ(probed({}, 41)->integer, 41);
 }
 
 TEST(Archives, AreTheSameBytesForTheSameGraph) {

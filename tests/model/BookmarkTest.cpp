@@ -68,6 +68,7 @@ TEST(TimecodeTest, DurationShowsHoursOnlyBeyond3599Seconds) {
     EXPECT_EQ(durationTextOf(3599.5F), u"59:59"_s);
     EXPECT_EQ(durationTextOf(3600), u"1:00:00"_s);
     EXPECT_EQ(durationTextOf(-3600), u"-1:00:00"_s);
+    EXPECT_EQ(durationTextOf(-3599), u"-59:-59"_s);
     EXPECT_FALSE(durationTextOf(std::numeric_limits<float>::quiet_NaN()).isEmpty());
     EXPECT_FALSE(durationTextOf(1e30F).isEmpty());
 }
@@ -99,6 +100,11 @@ TEST(BookmarkTest, UpdatesRecomputeOneSideFromTheOthers) {
     bookmark.lastFrame = 3;
     bookmark.updateLastFrame();
     EXPECT_EQ(bookmark.lastFrame, 20);
+    bookmark.updateLastFrame(); // both ends on one frame are a range like any other
+    EXPECT_EQ(bookmark.lastFrame, 25);
+    bookmark.firstFrame = 25;
+    bookmark.updateFirstFrame();
+    EXPECT_EQ(bookmark.firstFrame, 19);
 }
 
 TEST(BookmarkTest, MuteTogglesAndLeavesTheImagesWhenUnmuted) {

@@ -290,6 +290,12 @@ TEST(RecordArchiveTest, WrongTypesGiveNilAndZero) {
     EXPECT_EQ(read.strokesArray[1], std::vector{QPointF(1, 2)});
     EXPECT_EQ(read.brushTypeArray, (std::vector{1, 0}));
     EXPECT_TRUE(read.widthArray.empty());
+    const auto reals = Value(Value::Dictionary{
+        {u"widthArray"_s, Value::Array{Value(u"wide"_s), Value(qInf()), Value(3)}},
+        {u"opacityArray"_s, Value::Array{Value(0.25), Value(u"thin"_s), Value(qQNaN())}}});
+    const Drawing damaged = decoded<Bookmark>("Bookmark", {{"drawings", reals}})->drawings;
+    EXPECT_EQ(damaged.widthArray, (std::vector{10.0, 10.0, 3.0}));
+    EXPECT_EQ(damaged.opacityArray, (std::vector{0.25, 1.0, 1.0}));
 }
 
 TEST(RecordArchiveTest, HeightOfARecordWithoutOneIsItsPathsNumber) {
@@ -359,6 +365,21 @@ TEST(RecordArchiveTest, SnapshotIsIndependentAndKeepsIdentity) {
     contents.playlists.front()->movieList.clear();
     EXPECT_EQ(snapshot.playlists[0]->movieList.at(0), snapshot.playlists[1]->movieList.at(0));
     EXPECT_EQ(encodeSession(snapshot), before);
+}
+
+TEST(RecordArchiveTest, SnapshotKeepsIdentityOfWhatOnlyTheListsHold) {
+    SessionContents contents = sessionOf({samplePlaylist({sampleMovie()}), samplePlaylist({})});
+    contents.playlists[1]->movieList.push_back(contents.playlists[0]->movieList[0]);
+    contents.playlists[0]->movieList.push_back(sampleMovie());
+    contents.playlists[0]->movieList[1]->bookmarkStore.push_back(
+        contents.playlists[0]->movieList[0]->bookmarkStore.front());
+    contents.playlists.push_back(contents.playlists[0]);
+    const SessionContents snapshot = snapshotOf(contents);
+    const auto& movies = snapshot.playlists[0]->movieList;
+    EXPECT_EQ(movies[0], snapshot.playlists[1]->movieList[0]);
+    EXPECT_EQ(movies[1]->bookmarkStore.back(), movies[0]->bookmarkStore.front());
+    EXPECT_EQ(snapshot.playlists[2], snapshot.playlists[0]);
+    EXPECT_EQ(encodeSession(snapshot), encodeSession(contents));
 }
 
 } // namespace

@@ -74,6 +74,35 @@ TEST_F(FileBookmarkTest, InodeAloneIsNoIdentity) {
     EXPECT_EQ(resolved(bookmark_, clip_), QString());
 }
 
+TEST_F(FileBookmarkTest, OnAnotherDeviceSizeAndTimeMustBothBeTheSame) {
+    const QDateTime time(QDate(2026, 3, 1), QTime(9, 0)); // to be set again to the nanosecond
+    setTime(clip_, time);
+    bookmark_ = createFileBookmark(clip_);
+    QByteArray remounted = bookmark_; // as after a reboot that numbers the disks anew
+    const qsizetype device = 4 + 2 + 4 + clip_.toUtf8().size();
+    remounted[device + 7] = char(remounted[device + 7] ^ 1);
+    const QString renamed = at(u"day1/B.mov"_s);
+    ASSERT_TRUE(QFile::rename(clip_, renamed));
+    EXPECT_EQ(resolved(remounted, clip_), renamed);
+    setTime(renamed, time.addDays(-1));
+    EXPECT_EQ(resolved(remounted, clip_), QString()) << "another time";
+    EXPECT_EQ(resolved(bookmark_, clip_), renamed);
+    write(renamed, "longer than it was");
+    setTime(renamed, time);
+    EXPECT_EQ(resolved(remounted, clip_), QString()) << "another size";
+    EXPECT_EQ(resolved(bookmark_, clip_), renamed);
+}
+
+TEST_F(FileBookmarkTest, SizeAndTimeAloneAreNoIdentity) {
+    const QString copy = at(u"day1/copy.mov"_s);
+    ASSERT_TRUE(QFile::copy(clip_, copy));
+    for (const QString& file : {clip_, copy})
+        setTime(file, QDateTime(QDate(2026, 3, 1), QTime(9, 0)));
+    bookmark_ = createFileBookmark(clip_);
+    ASSERT_TRUE(QFile::remove(clip_));
+    EXPECT_EQ(resolved(bookmark_, clip_), QString());
+}
+
 TEST_F(FileBookmarkTest, ForeignCutOrDamagedDataFallsBackToTheStoredPath) {
     const QString other = at(u"day2/other.mov"_s);
     write(other, "other");

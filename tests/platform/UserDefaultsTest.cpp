@@ -10,7 +10,10 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include <fcntl.h>
 #include <random>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace daylark {
 namespace {
@@ -196,6 +199,36 @@ TEST_F(UserDefaultsTest, StoreThatCannotBeWrittenKeepsValuesForThisRunAndTheOldF
     QFile::setPermissions(folder_.path(), QFile::Permissions(0x7755));
     QFile::setPermissions(folder, QFile::Permissions(0x7755));
     EXPECT_EQ(UserDefaults(file_).storedKeys(), QStringList{u"kept"_s});
+}
+
+TEST_F(UserDefaultsTest, WhatChangesWhileAWriteFailsStandsOverWhatThatWriteHeld) {
+    UserDefaults(file_).set(u"there"_s, 1); // makes folder and lock
+    const int lock = ::open(qPrintable(file_ + u".lock"_s), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(::flock(lock, LOCK_EX), 0);
+    UserDefaults defaults(file_);
+    defaults.set(u"volume"_s, 1);
+    defaults.set(u"first"_s, 1);
+    defaults.set(u"gone"_s, 1);
+    ::usleep(700'000); // its write waits for the lock by now, and gives up after a second
+    defaults.set(u"volume"_s, 2);
+    defaults.remove(u"gone"_s);
+    ::usleep(1'100'000);
+    ::close(lock);
+    defaults.synchronise();
+    const UserDefaults read(file_);
+    EXPECT_EQ(read.integerForKey(u"volume"_s), 2);
+    EXPECT_EQ(read.storedKeys(), (QStringList{u"first"_s, u"there"_s, u"volume"_s}));
+}
+
+TEST_F(UserDefaultsTest, AnEqualValueIsStoredAgainSinceAnotherCopyMayHaveChangedIt) {
+    UserDefaults first(file_), second(file_);
+    first.set(u"volume"_s, 1);
+    first.synchronise();
+    second.set(u"volume"_s, 2);
+    second.synchronise();
+    first.set(u"volume"_s, 1);
+    first.synchronise();
+    EXPECT_EQ(UserDefaults(file_).integerForKey(u"volume"_s), 1);
 }
 
 } // namespace
