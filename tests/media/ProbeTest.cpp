@@ -82,7 +82,12 @@ TEST_F(ProbeTest, UsualRatesSnapOnTheLegacyPathOnly) {
                  {25, 1, 25, 25},
                  {30, 1, 30, 30},
                  {48, 1, 48, 48},
-                 {60000, 1001, 59.94006F, 59.94006F}};
+                 {60000, 1001, 59.94006F, 59.94006F},
+                 {47, 2, 23.5F, 23.5F}, // what lies between stays as it is, ends included
+                 {49, 2, 24.5F, 24.5F},
+                 {51, 2, 25.5F, 25.5F},
+                 {29, 1, 29, 29},
+                 {31, 1, 31, 31}};
     for (const auto& rate : rates) {
         const MovieSpec movie = spec(QStringLiteral("rate%1.mp4").arg(rate.num), rate.num, rate.den, 24);
         ASSERT_TRUE(makeMovie(movie));

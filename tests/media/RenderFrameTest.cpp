@@ -4,6 +4,8 @@
 #include "picture/PictureRenderer.h"
 
 #include <QPainter>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -79,6 +81,21 @@ TEST_P(RenderFrameTest, ColoursComeBackAsPainted) {
 
 INSTANTIATE_TEST_SUITE_P(Storages, RenderFrameTest, ::testing::ValuesIn(storages),
                          [](const auto& tested) { return std::string(tested.param.name); });
+
+TEST(LinearPictureTest, IsShownThroughADisplaysTransferCurve) {
+    if (QStandardPaths::findExecutable(u"ffmpeg"_qs).isEmpty()) GTEST_SKIP() << "no ffmpeg program";
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"half.exr"_qs);
+    ASSERT_EQ(QProcess::execute(u"ffmpeg"_qs, {u"-v"_qs, u"error"_qs, u"-f"_qs, u"lavfi"_qs, u"-i"_qs,
+                                               u"color=c=0x808080:s=64x48:d=0.04,format=gbrpf32le"_qs,
+                                               u"-frames:v"_qs, u"1"_qs, path}),
+              0);
+    const auto reader = FrameReader::open(path);
+    ASSERT_TRUE(reader);
+    const Result<VideoFrame> frame = (*reader)->read(0);
+    ASSERT_TRUE(frame);
+    EXPECT_NEAR(renderFrame(*frame).pixelColor(30, 20).green(), 188, 1) << "half the light, as sRGB";
+}
 
 } // namespace
 } // namespace daylark

@@ -41,6 +41,9 @@ TEST(TimecodeSample, CountsAtItsQuantaAndDropsTheNumbersOfThirty) {
     EXPECT_EQ(stored64(qint64(24) * 3600 * 30000 + 5, 24), u"30000:0:0:5"_qs);
     EXPECT_EQ(stored32(1799, 30, Flag::dropFrame), u"0:0:59:29"_qs);
     EXPECT_EQ(stored32(1800, 30, Flag::dropFrame), u"0:1:0:2"_qs);
+    EXPECT_EQ(stored32(3597, 30, Flag::dropFrame), u"0:1:59:29"_qs);
+    EXPECT_EQ(stored32(3598, 30, Flag::dropFrame), u"0:2:0:2"_qs);
+    EXPECT_EQ(stored32(30 * 600 - 19, 30, Flag::dropFrame), u"0:9:59:29"_qs);
     EXPECT_EQ(stored32(30 * 600 - 18, 30, Flag::dropFrame), u"0:10:0:0"_qs);
     EXPECT_EQ(stored32(107562, 30, Flag::dropFrame | Flag::twentyFourHourMax), u"0:59:49:0"_qs);
     EXPECT_EQ(stored32(3600, 60, Flag::dropFrame), u"0:1:0:2"_qs) << "two numbers at any quanta";

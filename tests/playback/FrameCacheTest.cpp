@@ -52,6 +52,10 @@ TEST_F(FrameCacheTest, KeepsWhatLiesAheadAndHalfAsMuchBehindWithinTheBudget) {
     cache.setTravel({40, -1, 60, false});
     fill(cache);
     EXPECT_EQ(held(cache), (Frames{37, 38, 39, 40, 41}));
+    EXPECT_TRUE(cache.wouldKeep(38));
+    EXPECT_FALSE(cache.wouldKeep(37)) << "as dear as the dearest";
+    cache.setBudget(room(6));
+    EXPECT_TRUE(cache.wouldKeep(0)) << "there is room for just one more";
 }
 
 TEST_F(FrameCacheTest, InALoopTheStartLiesAheadOfTheEnd) {
@@ -111,6 +115,8 @@ TEST_F(FrameCacheTest, WhatDecodersHoldTakesRoomUntilTheNextMovieButLeavesHalf) 
     EXPECT_EQ(cache.byteCount(), room(10));
     cache.reset(2);
     EXPECT_EQ(cache.elsewhere(), 0);
+    cache.setBeside(1, room(9));
+    EXPECT_EQ(cache.elsewhere(), 0) << "told late by the movie that was left";
 }
 
 TEST_F(FrameCacheTest, PicturesOfAnotherGenerationAreNotTaken) {
@@ -132,10 +138,16 @@ TEST_F(FrameCacheTest, NearestPictureIsSoughtFromTheFarEndAndPassesOverUnreadabl
     EXPECT_EQ(cache.nearestBetween(2, 9), 7);
     EXPECT_EQ(cache.nearestBetween(9, 2), 3);
     EXPECT_EQ(cache.nearestBetween(4, 6), std::nullopt);
+    EXPECT_EQ(cache.nearestBetween(6, 4), std::nullopt);
+    EXPECT_EQ(cache.nearestBetween(3, 6), 3) << "both ends count";
+    EXPECT_EQ(cache.nearestBetween(3, 1), 3);
+    EXPECT_EQ(cache.nearestBetween(6, 3), 3);
+    EXPECT_EQ(cache.nearestBetween(7, 7), 7);
     EXPECT_EQ(cache.nearestBetween(8, 9), std::nullopt);
     EXPECT_TRUE(cache.contains(9));
     EXPECT_EQ(cache.nearest(4), 3);
     EXPECT_EQ(cache.nearest(6), 7);
+    EXPECT_EQ(cache.nearest(5), 3) << "of two as near the earlier one";
     EXPECT_EQ(cache.nearest(0), 3);
     EXPECT_EQ(cache.nearest(59), 7) << "an unreadable frame is no picture";
     EXPECT_EQ(FrameCache(1).nearest(0), std::nullopt);

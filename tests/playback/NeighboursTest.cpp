@@ -83,18 +83,28 @@ TEST_F(NeighboursTest, PicturesTakeAQuarterOfTheBudgetAtMost) {
     EXPECT_TRUE(waitUntil([&] { return held == 0; })) << "decoders hold something all the same, until then";
 }
 
-TEST_F(NeighboursTest, AFileThatChangedSinceIsNotHandedOver) {
+TEST_F(NeighboursTest, AFileWhoseSizeOrTimeChangedSinceIsNotHandedOver) {
     QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("growing.mov"));
-    ASSERT_TRUE(QFile::copy(other, path));
-    neighbours.want({from(path, 1)});
-    ASSERT_TRUE(holds(4));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::Append));
-    file.write("more");
-    file.close();
-    EXPECT_EQ(neighbours.take(path, never), nullptr);
-    EXPECT_EQ(held, 0);
+    const auto taken = [&](const char* name, bool grows, bool ages) {
+        const QString path = folder.filePath(QLatin1String(name));
+        EXPECT_TRUE(QFile::copy(other, path));
+        const QDateTime time = QFileInfo(path).lastModified();
+        lastStart = 0;
+        neighbours.want({from(path, 1)});
+        EXPECT_TRUE(waitUntil([&] { return lastStart == 1; }));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::Append));
+        if (grows) file.write("more");
+        file.flush();
+        file.setFileTime(ages ? time.addSecs(-60) : time, QFileDevice::FileModificationTime);
+        file.close();
+        const bool handedOver = neighbours.take(path, never) != nullptr;
+        EXPECT_EQ(held, 0);
+        return handedOver;
+    };
+    EXPECT_TRUE(taken("untouched.mov", false, false));
+    EXPECT_FALSE(taken("grown.mov", true, false));
+    EXPECT_FALSE(taken("rendered again.mov", false, true));
 }
 
 } // namespace

@@ -3,11 +3,15 @@
 
 #include "support/PlayerBench.h"
 
+#include <QDataStream>
+#include <QFile>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
+#include <thread>
 
 namespace daylark {
 namespace {
@@ -261,6 +265,46 @@ TEST(SoundReadAheadTest, WhatIsTakenGoesOnEvenlyAndStandsWhereItBelongs) {
     EXPECT_TRUE(waitUntil([&] { return readAhead.state() == SoundReadAhead::State::none; }));
     readAhead.take(2, missed.data(), rate);
     EXPECT_EQ(missed[0], 0.0f);
+}
+
+TEST(SoundReadAheadTest, AReadThatARestartOvertookGivesNothingToTheNextRun) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("saw.wav"));
+    constexpr int rate = 48000, seconds = 20, period = 32000;
+    const auto level = [](qint64 position) { return int(position % period); };
+    QByteArray wave;
+    QDataStream out(&wave, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
+    const auto mark = [&out](const char* text) { out.writeRawData(text, 4); };
+    mark("RIFF"), out << quint32(36 + 4 * rate * seconds), mark("WAVE");
+    mark("fmt "), out << quint32(16) << quint16(1) << quint16(2) << quint32(rate) << quint32(4 * rate)
+                      << quint16(4) << quint16(16);
+    mark("data"), out << quint32(4 * rate * seconds);
+    for (qint64 n = 0; n < rate * seconds; ++n)
+        out << qint16(level(n)) << qint16(level(n));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(wave) == wave.size());
+    file.close();
+
+    SoundReadAhead readAhead(rate, [] {});
+    readAhead.setMovie(path, std::make_shared<SampleIndex>(), {MovieSound::Kind::added, path, {}});
+    ASSERT_TRUE(waitUntil([&] { return readAhead.state() == SoundReadAhead::State::filling; }));
+    quint64 run = 0;
+    std::vector<float> pairs(2048 * 2);
+    for (int burst = 0; burst < 150; ++burst) {
+        qint64 position = 0;
+        for (int restart = 0; restart < 12; ++restart) { // ever further back: what comes late lies ahead
+            position = rate * qint64(18 - restart) - burst * 101;
+            readAhead.start(++run, position);
+            for (int spin = 0; spin < (burst % 10) * 400; ++spin)
+                std::atomic_signal_fence(std::memory_order_seq_cst);
+        }
+        while (readAhead.state() != SoundReadAhead::State::ready)
+            std::this_thread::yield();
+        readAhead.take(run, pairs.data(), 2048);
+        for (qint64 n = 0; n < 2048; ++n)
+            ASSERT_NEAR(pairs[size_t(n) * 2] * 32768, level(position + n), 1) << burst << ' ' << n;
+    }
 }
 
 } // namespace

@@ -132,6 +132,24 @@ TEST(ReadPlanTest, StandingAmongPicturesThatStandAloneSomeFramesBehindAreReadInT
     EXPECT_TRUE(reading.holds(0, 2));
 }
 
+TEST(ReadPlanTest, WhatIsKeptReadyEndsAfterSoManyFrames) {
+    Reading running(200);
+    running.follow({10, 1, true, false});
+    EXPECT_EQ(running.read.back(), 10 + 64);
+    Reading standing(200);
+    standing.keyEvery = 100;
+    standing.follow({100, 1, false, false});
+    EXPECT_EQ(standing.read, range(100, 108));
+    standing.follow({108, 1, false, false}); // a few frames on are read over, more are jumped to
+    EXPECT_EQ(standing.read, range(100, 116));
+    standing.read.clear();
+    standing.follow({116 + 16, 1, false, false});
+    EXPECT_EQ(standing.read.front(), 117);
+    standing.read.clear();
+    standing.follow({140 + 17, 1, false, false});
+    EXPECT_EQ(standing.read.front(), 157);
+}
+
 TEST(ReadPlanTest, NothingIsReadOutsideTheMovie) {
     Reading reading(5);
     for (const qint64 target : {-1, 5, 400})
