@@ -19,6 +19,13 @@ QColor missingFileColour() {
     return QColor::fromRgbF(1.0F, 0.5F, 0.0F); // orange
 }
 
+/// A path that ends in "/" still names something.
+QString lastPathComponent(QString path) {
+    while (path.size() > 1 && path.endsWith(QLatin1Char('/')))
+        path.chop(1);
+    return path == QLatin1String("/") ? path : QFileInfo(path).fileName();
+}
+
 bool hasText(const std::optional<AttributedString>& text) {
     return text && text->length() > 0;
 }
@@ -39,7 +46,7 @@ Movie::Movie() {
 }
 
 Movie::Movie(const QString& path, const QByteArray& bookmarkData)
-    : filenameString(QFileInfo(path).fileName())
+    : filenameString(lastPathComponent(path))
     , filepathString(path)
     , filepathURL(QUrl::fromLocalFile(path))
     , filepathBookmarkData(bookmarkData)
@@ -76,7 +83,7 @@ void Movie::applyFileCheck(const FileCheck& check) {
     statusColour = Qt::white;
     filepathString = check.path;
     filepathURL = QUrl::fromLocalFile(check.path);
-    filenameString = QFileInfo(check.path).fileName();
+    filenameString = lastPathComponent(check.path);
 }
 
 void Movie::setSound(const QByteArray& addedAudio, bool removeOwn) {
@@ -107,7 +114,7 @@ void Movie::addVideoFile(const QString& path, const QByteArray& bookmarkData) {
     filepathBookmarkData = bookmarkData;
     filepathURL = QUrl::fromLocalFile(path);
     filepathString = path;
-    filenameString = QFileInfo(path).fileName(); // found state and properties are left to the next look
+    filenameString = lastPathComponent(path); // found state and properties are left to the next look
 }
 
 void Movie::addICount() {

@@ -69,17 +69,19 @@ ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag*
     const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(request.path, cancel);
     if (!reader) {
         const Result<MediaFile> file = MediaFile::open(request.path, cancel);
-        timeOfChoice(request, 0, result);
+        if (!request.legacyRules) timeOfChoice(request, 0, result);
         // Sound alone has nothing to show and is no failure.
         if (!file || file->video()) result.creatingThumbnailText = QStringLiteral("No QT Thumbnail");
         return result;
     }
     const SampleIndex& index = (*reader)->index();
-    const MediaTime time = timeOfChoice(request, index.duration().seconds(), result);
-    result.thumbnail = pictureAt(**reader, index.frameAt(time), cancel);
+    if (!request.legacyRules) {
+        const MediaTime time = timeOfChoice(request, index.duration().seconds(), result);
+        result.thumbnail = pictureAt(**reader, index.frameAt(time), cancel);
+    }
     if (result.thumbnail.isNil())
         result.thumbnail = pictureAt(**reader, legacyFrameOfChoice(request, index), cancel);
-    if (result.thumbnail.isNil()) result.creatingThumbnailText = QStringLiteral("No QT Thumbnail");
+    result.creatingThumbnailText = result.thumbnail.isNil() ? QStringLiteral("No QT Thumbnail") : QStringLiteral("");
     return result;
 }
 

@@ -13,15 +13,16 @@ namespace daylark {
 struct ThumbnailRequest {
     QString path;
     QString choice;  ///< "First Frame", "Second Frame", "Middle Frame", "Last Frame", "Recreate Missing Thumbnails", ...
+    bool legacyRules = false; ///< where the choice lies by the legacy back end alone: what the viewer asks for
 };
 
 struct ThumbnailResult {
     Image thumbnail;                       ///< nil when no picture could be made; else 100 x 56, encoded already
     std::optional<qint64> mThumbnailFrame; ///< set by two of the choices only
-    QString creatingThumbnailText;         ///< empty, or "No QT Thumbnail"
+    std::optional<QString> creatingThumbnailText; ///< empty, or "No QT Thumbnail"; none: the record's stays
 };
 
-/// Makes a thumbnail by the current back end's rules, falling back to the legacy ones. Worker threads.
+/// Makes a thumbnail by the current back end's rules, falling back to the legacy ones, or by these alone. Worker threads.
 [[nodiscard]] ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag* cancel = nullptr);
 
 } // namespace daylark

@@ -46,7 +46,8 @@ TEST_F(MediaStatesTest, AddedMoviesGetPropertiesAndThumbnailsAndBrokenOnesSaySo)
     EXPECT_EQ(movies[0]->mMovieResolutionString, u"320 x 180"_s);
     EXPECT_FALSE(movies[0]->mMovieHasBeenVisited); // only the viewer's pass marks that
     EXPECT_EQ(movies[0]->thumbnail.decode().height(), 56);
-    EXPECT_EQ(movies[0]->creatingThumbnailText, QString());
+    EXPECT_EQ(movies[0]->creatingThumbnailText, u""_s);
+    EXPECT_FALSE(movies[0]->creatingThumbnailText.isNull()) << "nil in the archive";
     EXPECT_TRUE(movies[1]->thumbnail.isNil());
     EXPECT_EQ(movies[1]->creatingThumbnailText, u"No QT Thumbnail"_s);
     EXPECT_EQ(movies[2]->creatingThumbnailText, u"No QT Thumbnail"_s);
@@ -120,6 +121,35 @@ TEST_F(MediaStatesTest, OnlyForcedRequestsReplaceAThumbnail) {
     picture.fill(Qt::red);
     controller->thumbnails().recreateCurrentThumbnail(movie, picture, {u"Set Thumbnail Image"_s, 0});
     EXPECT_EQ(movie->thumbnail.decode().pixelColor(50, 28), QColor(Qt::red));
+}
+
+TEST_F(MediaStatesTest, AMissingItemKeepsItsThumbnailWhoeverAsksForAnother) {
+    addPlaylist(u"Day"_s, {});
+    add({makeClip(u"a.mov"_s)});
+    settleThumbnails();
+    const auto movie = library().arrangedMovies()[0];
+    const Image first = movie->thumbnail;
+    ASSERT_FALSE(first.isNil());
+    ASSERT_TRUE(QFile::remove(path(u"a.mov"_s)));
+    library().selectMovies({0});
+    const Sender choice{u"Middle Frame"_s, 0};
+    controller->thumbnails().recreateSelectedThumbnails(choice);
+    controller->thumbnails().recreateCurrentThumbnail(movie, {}, choice);
+    controller->thumbnails().recreateAllThumbnails(choice);
+    settleThumbnails();
+    EXPECT_TRUE(movie->thumbnail == first);
+    EXPECT_EQ(movie->creatingThumbnailText, fileNotFoundText);
+}
+
+TEST_F(MediaStatesTest, TheViewersChoiceOfAThumbnailFollowsTheOlderRules) {
+    addPlaylist(u"Day"_s, {});
+    add({makeClip(u"a.mov"_s)});
+    settleThumbnails();
+    const auto movie = library().arrangedMovies()[0];
+    controller->thumbnails().recreateCurrentThumbnail(movie, {}, {u"First Frame"_s, 0});
+    settleThumbnails();
+    EXPECT_EQ(readBarCode(movie->thumbnail.decode()), 2);
+    EXPECT_EQ(movie->mThumbnailFrame, -1);
 }
 
 TEST_F(MediaStatesTest, MissingFilesMarkItemsAndPlaylistsAndComeBack) {

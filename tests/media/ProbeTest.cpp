@@ -105,6 +105,14 @@ TEST_F(ProbeTest, PixelAspectWidensTheNaturalSize) {
     movie.pixelAspectDen = 11;
     ASSERT_TRUE(makeMovie(movie));
     EXPECT_EQ(probed(movie.path).legacy.mMovieResolutionString, u"349 x 192"_qs) << "349.09, cut";
+    movie.size = QSize(792, 96);
+    movie.pixelAspectNum = 12;
+    ASSERT_TRUE(makeMovie(movie));
+    EXPECT_EQ(probed(movie.path).asset.mMovieResolutionString, u"864 x 96"_qs) << "whole, nothing to cut";
+    EXPECT_EQ(probed(movie.path).legacy.mMovieWidth, 864);
+    auto reader = FrameReader::open(movie.path);
+    ASSERT_TRUE(reader);
+    EXPECT_EQ((*reader)->read(0)->displaySize(), QSize(864, 96));
 }
 
 TEST_F(ProbeTest, SoundAloneGetsSizeDateAndDurationTextOnly) {
@@ -123,7 +131,22 @@ TEST_F(ProbeTest, SoundAloneGetsSizeDateAndDurationTextOnly) {
     EXPECT_FALSE(movie.mMovieHasBeenVisited);
     const ThumbnailResult thumbnail = makeThumbnail({path, u"Middle Frame"_qs});
     EXPECT_TRUE(thumbnail.thumbnail.isNil());
-    EXPECT_TRUE(thumbnail.creatingThumbnailText.isEmpty());
+    EXPECT_FALSE(thumbnail.creatingThumbnailText); // what the record says stays
+}
+
+TEST_F(ProbeTest, ChoicesOfTheLegacyRulesLieAStepFurtherIn) {
+    const MovieSpec movie = spec(u"choices.mov"_qs, 24, 1, 24);
+    ASSERT_TRUE(makeMovie(movie));
+    const auto number = [&movie](const QString& choice, bool legacyRules) {
+        const ThumbnailResult result = makeThumbnail({movie.path, choice, legacyRules});
+        EXPECT_EQ(result.creatingThumbnailText, QString(u""_qs));
+        EXPECT_EQ(result.mThumbnailFrame.has_value(), !legacyRules && choice == u"First Frame"_qs);
+        return readBarCode(result.thumbnail.decode()).value_or(-1);
+    };
+    EXPECT_EQ(number(u"First Frame"_qs, false), 1);
+    EXPECT_EQ(number(u"First Frame"_qs, true), 2) << "one in, so that a black first frame is avoided";
+    EXPECT_EQ(number(u"Middle Frame"_qs, true), 13);
+    EXPECT_EQ(number(u"Last Frame"_qs, true), 24);
 }
 
 TEST_F(ProbeTest, OneFrameIsAStillImage) {

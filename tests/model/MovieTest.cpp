@@ -22,6 +22,8 @@ TEST(MovieTest, NewRecordIsNeutralUnflaggedAndLastInOrder) {
     const Movie movie(u"/day 1/A 100%.mov"_s, "mark");
     EXPECT_EQ(movie.filenameString, u"A 100%.mov"_s);
     EXPECT_EQ(movie.filepathURL.toLocalFile(), movie.filepathString);
+    EXPECT_EQ(Movie(u"/day 1/reel.r3d//"_s, {}).filenameString, u"reel.r3d"_s);
+    EXPECT_EQ(Movie(u"/"_s, {}).filenameString, u"/"_s);
     EXPECT_EQ(movie.flagString, u"900"_s);
     EXPECT_TRUE(movie.flag.isNil() && movie.instanceIcon.isNil() && movie.gradeIcon.isNil());
     EXPECT_EQ(movie.grabIcon.name(), u"dl-grabIcon-01.png"_s);

@@ -37,6 +37,7 @@ struct Thumbnails::Task {
     bool probe = false;
     bool force = false;
     bool onlyIfFound = false;
+    bool legacyRules = false;
     std::shared_ptr<CancelFlag> cancelled;
 };
 
@@ -131,6 +132,7 @@ void Thumbnails::recreateCurrentThumbnail(const std::shared_ptr<Movie>& current,
         Task kind;
         kind.choice = sender.title;
         kind.force = true;
+        kind.legacyRules = true;
         enqueue({current}, kind);
         return;
     }
@@ -138,9 +140,11 @@ void Thumbnails::recreateCurrentThumbnail(const std::shared_ptr<Movie>& current,
     outcome.thumbnail.emplace();
     if (picture.isNull())
         outcome.thumbnail->creatingThumbnailText = noThumbnailText;
-    else
+    else {
         outcome.thumbnail->thumbnail =
             Image::fromQImage(picture.scaled(thumbnailBox, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        outcome.thumbnail->creatingThumbnailText = QStringLiteral("");
+    }
     applyThumbnail(*current, outcome, true);
     library_.announceMovie(current);
     Q_EMIT thumbnailDidLoad(current);
@@ -221,16 +225,16 @@ Thumbnails::Outcome Thumbnails::carryOut(const Task& task) {
     Outcome outcome;
     if (*task.cancelled) return outcome;
     const FileCheck check = checkFile(task.file);
-    // A missing file says so; "no thumbnail" would hide it from the viewer, which passes missing files over.
-    if (task.onlyIfFound || (task.probe && !check.found)) outcome.check = check;
-    if (outcome.check && !check.found) return outcome;
-    const QString path = check.found ? check.path : task.file.path;
+    // A missing file says so; "no thumbnail" would hide it from the viewer, which passes missing files over. What its item
+    // shows stays.
+    if (task.onlyIfFound || !check.found) outcome.check = check;
+    if (!check.found) return outcome;
     if (task.probe) {
-        if (Result<ProbeResult> probed = probeMovie(path, task.cancelled.get()))
+        if (Result<ProbeResult> probed = probeMovie(check.path, task.cancelled.get()))
             outcome.properties = probed->asset;
     }
     if (!task.choice.isNull() && !*task.cancelled)
-        outcome.thumbnail = makeThumbnail({path, task.choice}, task.cancelled.get());
+        outcome.thumbnail = makeThumbnail({check.path, task.choice, task.legacyRules}, task.cancelled.get());
     // What was cut short says nothing about the file.
     return *task.cancelled ? Outcome{} : outcome;
 }
@@ -240,7 +244,7 @@ void Thumbnails::applyThumbnail(Movie& movie, const Outcome& outcome, bool force
     const ThumbnailResult& made = *outcome.thumbnail;
     if (!force && !movie.thumbnail.isNil()) return; // another request was faster
     movie.thumbnail = made.thumbnail;
-    movie.creatingThumbnailText = made.creatingThumbnailText;
+    if (made.creatingThumbnailText) movie.creatingThumbnailText = *made.creatingThumbnailText;
     if (made.mThumbnailFrame) movie.mThumbnailFrame = *made.mThumbnailFrame;
 }
 

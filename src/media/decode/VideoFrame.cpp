@@ -31,7 +31,9 @@ QSize VideoFrame::size() const {
 
 QSize VideoFrame::displaySize() const {
     if (!data_) return {};
-    const QSize shown(std::max(1, int(size().width() * av_q2d(data_->pixelAspect))), size().height());
+    // In whole numbers: 792 pixels of 12:11 are 864, and 863 by a rounded quotient.
+    const AVRational aspect = data_->pixelAspect;
+    const QSize shown(std::max(1, int(qint64(size().width()) * aspect.num / aspect.den)), size().height());
     return data_->rotation % 180 ? shown.transposed() : shown;
 }
 

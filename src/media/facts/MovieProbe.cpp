@@ -14,14 +14,16 @@
 namespace daylark {
 namespace {
 
+/// In pixels of the shape that is shown. The texts cut off what isn't whole: hence what is whole must be so exactly, which
+/// a rounded quotient of the pixels' shape is not (792 x 12:11 is 864).
 struct NaturalSize {
     double width = 0, height = 0;
 };
 
 NaturalSize naturalSizeOf(const MediaFile& file) {
     const AVCodecParameters* parameters = file.video()->codecpar;
-    NaturalSize size{parameters->width * av_q2d(pixelAspectOf(file.format(), file.video())),
-                     double(parameters->height)};
+    const AVRational aspect = pixelAspectOf(file.format(), file.video());
+    NaturalSize size{double(parameters->width) * aspect.num / aspect.den, double(parameters->height)};
     if (rotationOf(*file.video()) % 180) std::swap(size.width, size.height);
     return size;
 }

@@ -1,0 +1,105 @@
+#!/usr/bin/env perl
+# rules.pl SOURCE: rules of the house that hold across files. No room with more than 25 files; no signal that nothing in src
+# listens to; no public operation that only tests call; no icon that nothing shows. Names are told apart by spelling alone,
+# so a namesake can hide one: cheap, and good enough to find what lies idle.
+use strict;
+use warnings;
+
+my ($source) = @ARGV;
+my @faults;
+my %text; # file => its code without comments
+for my $file (split /\0/, `find '$source'/src -name '*.h' -print0 -o -name '*.cpp' -print0`) {
+    open my $in, '<', $file or die "$file: $!";
+    my $code = do { local $/; <$in> };
+    $code =~ s{//[^\n]*}{}g;
+    $text{$file =~ s{^\Q$source/src/}{}r} = $code;
+}
+die "no sources in $source/src\n" if keys %text < 100;
+
+my %room;
+++$room{s{/[^/]*$}{}r} for keys %text;
+push @faults, map { "src/$_ holds $room{$_} files: rooms inside it, by what they are for" } grep { $room{$_} > 25 } sort keys %room;
+
+# Kept although nothing in src calls them: name => why.
+my %excepted = map { split /\s*:\s*/, $_, 2 } grep { /\S/ } split /\n/, <<'END';
+END
+
+# The parts of a class by access: [access, code].
+sub sections {
+    my ($header) = @_;
+    my @found;
+    while ($header =~ /\b(class|struct)\s+(\w+)[^;{()]*\{/g) {
+        my ($kind, $class, $start) = ($1, $2, pos $header);
+        my ($depth, $end) = (1, $start);
+        while ($depth && substr($header, $end) =~ /([{}])/) {
+            $depth += $1 eq '{' ? 1 : -1;
+            $end += $+[0];
+        }
+        my $body = substr $header, $start, $end - $start - 1;
+        1 while $body =~ s/\{[^{}]*\}/;/g; # bodies of functions and nested types say nothing here
+        my $access = $kind eq 'struct' ? 'public' : 'private';
+        for (split /\b(public|private|protected|Q_SIGNALS)\s*(?:Q_SLOTS\s*)?:(?!:)/, $body) {
+            if (/^(?:public|private|protected|Q_SIGNALS)$/) { $access = $_ }
+            else { push @found, [$class, $access, $_] }
+        }
+    }
+    return @found;
+}
+
+# Words that stand in an expression somewhere, not only in a declaration or a definition.
+my %called;
+for my $file (keys %text) {
+    for (split /\n/, $text{$file}) {
+        next if /^\s*#/;
+        ++$called{$1} while /(?:\.|->|&\s*(?:\w+::)+)\s*(\w+)/g;
+        next if /^\S[^=]*\b\w+::~?\w+\s*\(/ && !/[;{]\s*\S/; # the head of a definition
+        my $line = $_;
+        if (file_is_header($file) || /^\S/) {
+            next if /^\s+(?:\[\[nodiscard\]\] |static |virtual |explicit |constexpr |inline )*(?!return\b|else\b|throw\b|case\b|delete\b|Q_EMIT\b)[\w:<>,&* ]+[ &*](\w+)\s*\([^()]*\)(?: const)?(?: noexcept)?;?\s*$/;
+        }
+        $line =~ s/^\S[^(]*?\b\w+::(\w+)\s*\(/(/;
+        $line =~ s/^\s+(?:\[\[nodiscard\]\] |static |virtual |explicit |constexpr |inline )*(?!return\b|else\b|throw\b|case\b|delete\b|Q_EMIT\b)\w[\w:<>,&* ]*[ &*](\w+)\s*\(/(/ if file_is_header($file);
+        ++$called{$1} while $line =~ /\b(\w+)\b/g;
+    }
+}
+sub file_is_header { return $_[0] =~ /\.h$/ }
+
+my $all = join "\n", map { $text{$_} } sort keys %text;
+my (%declared, %signal, %where, %class);
+for my $file (sort grep { /\.h$/ } keys %text) {
+    for (sections($text{$file})) {
+        my ($class, $access, $code) = @$_;
+        next unless $access eq 'public' || $access eq 'Q_SIGNALS';
+        for my $statement (split /;/, $code) {
+            next if $statement =~ /\b(?:override|final|operator|using|friend|typedef|Q_PROPERTY|Q_ENUM)\b|= *(?:default|delete)|^\s*#/;
+            $statement =~ s/template\s*<[^<>]*>//;
+            $statement =~ s/\[\[\w+\]\]//g;
+            next unless $statement =~ /^\s*(?:[\w:<>,&*\s]+?[\s&*>])(\w+)\s*\(/;
+            my $name = $1;
+            next if $name eq $class || $name =~ /^(?:Q_\w+|main|encodeWithCoder|initWithCoder)$/;
+            $where{$name} //= "$file";
+            $class{$name}{$class} = 1;
+            if ($access eq 'Q_SIGNALS') { $signal{$name} = 1 }
+            else { ++$declared{$name} }
+        }
+    }
+}
+for my $name (sort keys %signal) {
+    push @faults, "signal $name in src/$where{$name}: nothing in src listens to it"
+        unless $all =~ /&\s*(?:\w+::)+$name\b/ || $excepted{$name};
+}
+my %idle;
+for my $name (sort keys %declared) {
+    $idle{$name} = $where{$name} unless $called{$name};
+}
+push @faults, map { "operation $_ in src/$idle{$_}: only tests call it" } grep { !$excepted{$_} } sort keys %idle;
+
+# Icons: each SVG is named somewhere.
+my %icon = map { m{([^/]+)\.svg$} ? ($1 => 1) : () } split /\n/, `find '$source'/resources/icons -name '*.svg'`;
+for my $name (sort keys %icon) {
+    push @faults, "resources/icons/$name.svg: nothing shows it" unless $all =~ /"(?::\/icons\/)?\Q$name\E(?:\.png|\.svg)?"/;
+}
+
+print map { "$_\n" } @faults;
+print scalar(@faults), " faults in ", scalar(keys %text), " files\n";
+exit(@faults ? 1 : 0);
