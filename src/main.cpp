@@ -6,6 +6,9 @@
 #include "ui/common/Theme.h"
 
 #include "app/PlaylistController.h"
+#include "app/links/ReviewLink.h"
+
+#include <DaylarkVersion.h>
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -22,7 +25,7 @@ int main(int argc, char** argv) {
     QApplication::setAttribute(Qt::AA_CompressTabletEvents, false);
     QApplication::setApplicationName(QStringLiteral("daylark"));
     QApplication::setApplicationDisplayName(QStringLiteral("Daylark"));
-    QApplication::setApplicationVersion(QStringLiteral("1.14.1"));
+    QApplication::setApplicationVersion(QStringLiteral(DAYLARK_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("daylark"));
     QApplication::setQuitOnLastWindowClosed(
         false); // the library's closing ends the program, the viewer's does not
@@ -38,7 +41,7 @@ int main(int argc, char** argv) {
     QStringList paths;
     const QStringList given = arguments.positionalArguments();
     for (const QString& path : given)
-        paths << QDir::cleanPath(QDir::current().absoluteFilePath(path));
+        paths << (isReviewLink(path) ? path : QDir::cleanPath(QDir::current().absoluteFilePath(path)));
 
     const DesktopProgram::Places places = DesktopProgram::Places::current();
     SingleInstance instance(places.system.applicationSupport);

@@ -1,6 +1,8 @@
 #include "app/PlaylistController.h"
 
 #include "app/program/PreferencesTable.h"
+#include "app/links/ReviewLink.h"
+#include "platform/Alerts.h"
 #include "platform/UserDefaults.h"
 
 #include <QDir>
@@ -143,7 +145,14 @@ void PlaylistController::noteEdit() {
     autosave_.start(int(std::min<qint64>(autosaveQuietMs, latest)));
 }
 
-void PlaylistController::openFiles(const QStringList& paths) {
+void PlaylistController::openFiles(QStringList paths) {
+    const qsizetype links = paths.removeIf([](const QString& path) { return isReviewLink(path); });
+    if (links > 0) // queued: who handed it over isn't kept waiting, and the library is there before the alert
+        QTimer::singleShot(0, this, [this] {
+            surroundings_.alerts.show({QStringLiteral("Daylark can't open links yet"),
+                                       QStringLiteral("Add the files that the link names instead."),
+                                       {QStringLiteral("Okay")}});
+        });
     if (paths.isEmpty()) return;
     if (started_)
         mediaAdding_.openPaths(paths);

@@ -43,7 +43,7 @@ public:
     /// Start-up after the preferences, which the constructor prepares: previous session, viewer, found state.
     /// Windows connect before this. `started` when the previous session is there.
     void awake();
-    void openFiles(const QStringList& paths); ///< files by `processFile`; folders become playlists, bundles
+    void openFiles(QStringList paths); ///< files by `processFile`; folders become playlists, bundles
                                               ///< are added. Before `started` they wait.
     void applicationWillTerminate();
     void checkToClose(); ///< a last playlist named "File From Link" goes, and the program with it

@@ -107,6 +107,7 @@ void MoviePlayerController::displayCurrentMovie() {
     leaveCurrentMovie();
     updateMovieIcons();
     mCurrentMovie_ = list_.selectedMovie();
+    ++opening_;
     if (timecodeCancel_) *timecodeCancel_ = true;
     probeDue_ = false;
     transport_.setMovie(mCurrentMovie_);
@@ -123,7 +124,24 @@ void MoviePlayerController::displayCurrentMovie() {
         return;
     }
     Q_EMIT movieLoading(true);
-    surroundings_.player.open(mCurrentMovie_->filepathString, soundOf(*mCurrentMovie_));
+    openCurrentMovie();
+}
+
+/// Off the network a movie is where its file bookmark leads, wherever it was moved; the record follows.
+void MoviePlayerController::openCurrentMovie() {
+    Player& player = surroundings_.player;
+    if (surroundings_.defaults.boolForKey(QStringLiteral("networkMode")))
+        return player.open(mCurrentMovie_->filepathString, soundOf(*mCurrentMovie_));
+    fileWork_.run([this, opening = ++opening_, file = mCurrentMovie_->fileReference(false)] {
+        WorkQueue::deliver(this, [this, opening, check = checkFile(file)] {
+            if (opening != opening_ || !mCurrentMovie_) return; // another movie by now
+            if (check.found && check.path != mCurrentMovie_->filepathString) {
+                mCurrentMovie_->applyFileCheck(check);
+                Q_EMIT movieProbed(mCurrentMovie_);
+            }
+            surroundings_.player.open(check.path, soundOf(*mCurrentMovie_));
+        });
+    });
 }
 
 void MoviePlayerController::movieOpened() {

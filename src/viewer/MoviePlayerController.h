@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/work/WorkQueue.h"
 #include "media/facts/MovieProbe.h"
 #include "model/Movie.h"
 #include "model/ReviewEdits.h"
@@ -106,6 +107,7 @@ private:
     void movieOpened();
     void movieOpenFailed(const QString& reason);
     void leaveCurrentMovie();
+    void openCurrentMovie();
     void storeLastFrameVisited();
     void firstPictureShown();
     void loadTimeCodeData();
@@ -130,12 +132,14 @@ private:
     std::shared_ptr<Movie> mCurrentMovie_;
     MediaTime previousTime_;
     bool open_ = false;
+    quint64 opening_ = 0; ///< counts the movies shown, so that a late answer is told from the newest one
     bool probeDue_ = false; ///< the movie's properties are read once its first picture stands
     QColor onscreenTextColour_;
     CancelFlag probeCancel_ = false;
     std::shared_ptr<CancelFlag> timecodeCancel_; ///< of the reading for the movie on screen
     QThreadPool timecodePool_;                   ///< not behind a probing, which may take long
     QThreadPool probePool_;                      ///< last: waits for its work before what it uses goes
+    WorkQueue fileWork_;                         ///< looks where a movie's file is
 };
 
 } // namespace daylark

@@ -210,6 +210,17 @@ TEST_F(MediaAddingTest, FilesOpenedBeforeTheSessionIsThereWaitForIt) {
     EXPECT_EQ(playlistNames(), (QStringList{u"Day 1"_s, u"day"_s}));
 }
 
+TEST_F(MediaAddingTest, ALinkIsAnsweredAndNoItemIsMadeOfIt) {
+    start();
+    addPlaylist(u"Day"_s, {});
+    controller->openFiles({u"daylark://link/a.mov,"_s, makeFile(u"a.mov"_s), u"Daylark://playmedia/b.mov"_s});
+    settleAdding();
+    ASSERT_TRUE(waitUntil([this] { return !alerts.shown.empty(); }));
+    EXPECT_EQ(shownNames(), QStringList{u"a.mov"_s});
+    EXPECT_EQ(alerts.shown.size(), 1u);
+    EXPECT_EQ(alerts.shown[0].message, u"Daylark can't open links yet"_s);
+}
+
 TEST_F(MediaAddingTest, TheOpenPanelAddsInItsOrderAndStaysShutWithSeveralPlaylists) {
     addPlaylist(u"A"_s, {});
     addPlaylist(u"B"_s, {});

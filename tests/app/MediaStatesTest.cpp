@@ -1,5 +1,6 @@
 #include "app/AppFixture.h"
 #include "demo/MovieMaker.h"
+#include "picture/PictureRenderer.h"
 
 namespace daylark::test {
 namespace {
@@ -184,6 +185,26 @@ TEST_F(MediaStatesTest, AMovedFileIsFoundAgainByItsBookmarkOffTheNetwork) {
     EXPECT_EQ(movie->filepathString, path(u"new.mov"_s));
     EXPECT_EQ(movie->filenameString, u"new.mov"_s);
     EXPECT_EQ(library().selectedPlaylist()->status, 0);
+}
+
+TEST_F(MediaStatesTest, TheViewerFindsAMovedFileAsTheLibraryDoes) {
+    addPlaylist(u"Day"_s, {});
+    add({makeClip(u"old.mov"_s), makeClip(u"other.mov"_s)});
+    settleThumbnails();
+    ASSERT_TRUE(QFile::rename(path(u"old.mov"_s), path(u"new.mov"_s)));
+    const auto movie = library().arrangedMovies()[0];
+    defaults->set(u"networkMode"_s, false);
+    library().selectMovies({0});
+    controller->loadMovieWindow();
+    ASSERT_TRUE(waitUntil([this] { return player->isOpen() || !alerts.shown.empty(); }));
+    EXPECT_TRUE(alerts.shown.empty());
+    EXPECT_EQ(movie->filepathString, path(u"new.mov"_s));
+    EXPECT_EQ(readBarCode(renderFrame(player->shownFrame())), player->currentFrame());
+
+    ASSERT_TRUE(QFile::remove(path(u"other.mov"_s)));
+    controller->playerWindow().list().setSelectionIndex(1);
+    ASSERT_TRUE(waitUntil([this] { return !alerts.shown.empty(); }));
+    EXPECT_EQ(alerts.shown.back().message, u"File Not Found"_s);
 }
 
 TEST_F(MediaStatesTest, AReviewInTheViewerIsFoundAgainAtTheNextStart) {
