@@ -2,7 +2,7 @@
 #include "model/Movie.h"
 #include "model/Timecode.h"
 
-#include "RecordSamples.h"
+#include "support/RecordSamples.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "model/StatusCodes.h"
 #include "platform/FileBookmark.h"
 
-#include "RecordSamples.h"
+#include "support/RecordSamples.h"
 
 #include <gtest/gtest.h>
 

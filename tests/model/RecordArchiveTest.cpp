@@ -3,7 +3,7 @@
 #include "archive/KeyedArchive.h"
 #include "model/Session.h"
 
-#include "RecordSamples.h"
+#include "support/RecordSamples.h"
 
 #include <gtest/gtest.h>
 

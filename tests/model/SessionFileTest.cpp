@@ -1,6 +1,6 @@
 #include "model/Session.h"
 
-#include "RecordSamples.h"
+#include "support/RecordSamples.h"
 #include "support/ChildProcess.h"
 
 #include <gtest/gtest.h>

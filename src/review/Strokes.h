@@ -1,0 +1,15 @@
+#pragma once
+
+#include "model/Drawing.h"
+
+namespace daylark {
+
+/// Parts of a drawing, for what became of it. Plain functions; any thread.
+
+/// How many strokes at the start are the same in both. None where lists are of unequal length, so that nothing
+/// of an odd drawing is lost.
+[[nodiscard]] size_t commonStrokes(const Drawing& a, const Drawing& b);
+[[nodiscard]] Drawing strokesFrom(const Drawing& drawing, size_t first);
+[[nodiscard]] Drawing strokesUpTo(const Drawing& drawing, size_t end);
+
+} // namespace daylark
