@@ -2,6 +2,7 @@
 #include "ViewerWindowFixture.h"
 
 #include "app/program/ProgressBoard.h"
+#include "model/StatusCodes.h"
 #include "ui/panels/DrawingPanel.h"
 #include "ui/preferences/PreferencesWindow.h"
 #include "ui/library/ProgressWindow.h"
@@ -111,6 +112,42 @@ TEST_F(ControlsTest, TheVolumeGoesByWheelOnItsButtonAndByHandOnItsSlider) {
     EXPECT_TRUE(slider->isVisible());
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_TRUE(bench::waitUntil([slider] { return !slider->isVisible(); }));
+}
+
+TEST_F(ControlsTest, TheVolumesIconFollowsThePreferenceAndTheNextMovieAFlagSetElsewhere) {
+    openTwo();
+    auto* button = child<VolumeButton>("volume");
+    const QString half = button->toolTip();
+    prefer("volume", 0.0F); // by the preferences window
+    EXPECT_NE(button->toolTip(), half);
+    EXPECT_EQ(button->slider()->value(), 0);
+    EXPECT_EQ(player.volume(), 0.0F);
+
+    const QAction* next = window->commands().action(QStringLiteral("viewer.nextMovie"));
+    ASSERT_TRUE(next->isEnabled());
+    edits.setFlag({second}, status::skip); // in the library
+    EXPECT_FALSE(next->isEnabled());
+    edits.setFlag({second}, status::approved);
+    EXPECT_TRUE(next->isEnabled());
+}
+
+TEST_F(ControlsTest, AMissingMovieDoesNotPlayNorMakesTheNextOneStart) {
+    const auto missing = record(QStringLiteral("/nowhere/gone.mov"));
+    first = record(bench::movie({.frames = 24, .group = 12}));
+    controller.open({missing, first}, 0);
+    ASSERT_TRUE(bench::waitUntil([this] { return !alerts.shown.empty(); }));
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    for (const Qt::Key pressed : {Qt::Key_Space, Qt::Key_L, Qt::Key_J}) {
+        key(pressed);
+        EXPECT_FALSE(transport.isRunning());
+    }
+    transport.displayNextMovie();
+    ASSERT_TRUE(settled());
+    EXPECT_FALSE(transport.isRunning());
+    EXPECT_SHOWN(1);
+    key(Qt::Key_Space);
+    EXPECT_TRUE(transport.isRunning());
 }
 
 TEST_F(ControlsTest, EachThumbnailChoiceOfTheMenuAsksForItself) {

@@ -210,6 +210,63 @@ TEST_F(DrawingTest, ASnapshotOfAZoomedMirroredMaskedAndDrawnPictureHoldsThePixel
     EXPECT_GT(yellowish, 2000);
 }
 
+TEST_F(DrawingTest, TheHandMovesAFittedPictureWithItsDrawingAndMask) {
+    open();
+    press("Draw");
+    stroke({at(0.2, 0.3), at(0.4, 0.3)});
+    prefer("movieMaskOpacity", 1.0);
+    trigger("viewer.mask.2.35");
+    press("Scroll");
+    const QRectF before = window->picture()->pictureRect();
+    const QPoint from = at(0.5, 0.5), by(60, 35);
+    QTest::mousePress(window->picture(), Qt::LeftButton, {}, from);
+    QTest::mouseRelease(window->picture(), Qt::LeftButton, {}, from);
+    EXPECT_TRUE(controller.geometry().geometry().isFitted()) << "not moved, only touched";
+    QTest::mousePress(window->picture(), Qt::LeftButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, from + by, window->picture()->mapToGlobal(from + by), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window->picture(), &move);
+    QTest::mouseRelease(window->picture(), Qt::LeftButton, {}, from + by);
+    const QPointF moved = window->picture()->pictureRect().topLeft() - before.topLeft();
+    EXPECT_NEAR(moved.x(), by.x(), 0.7);
+    EXPECT_NEAR(moved.y(), by.y(), 0.7);
+    EXPECT_TRUE(isYellow(at(0.3, 0.3)));
+    EXPECT_EQ(pixel(at(0.5, 0.03)), QColor(Qt::black));
+    EXPECT_NE(pixel(at(0.5, 0.2)), QColor(Qt::black));
+}
+
+TEST_F(DrawingTest, DrawingsComeBackWhereARunEndsByItself) {
+    prefer("repeatType", "Play Movie Once");
+    prefer("displayDrawingsOptions", "Only When Paused");
+    open();
+    press("Draw");
+    trigger("viewer.lastFrame");
+    ASSERT_EQ(pictureOnScreen(), 24);
+    stroke({at(0.2, 0.6), at(0.8, 0.6)});
+    trigger("viewer.firstFrame");
+    ASSERT_EQ(pictureOnScreen(), 1);
+    trigger("viewer.playPause");
+    EXPECT_FALSE(controller.drawing().drawingsAreShown());
+    playOntoTheEnd();
+    ASSERT_TRUE(bench::waitUntil([this] { return !transport.isRunning(); }));
+    ASSERT_EQ(pictureOnScreen(), 24);
+    EXPECT_TRUE(isYellow(at(0.5, 0.6)));
+}
+
+TEST_F(DrawingTest, ABackgroundLeftFromAnotherRunLiesOnlyBehindDrawings) {
+    prefer("drawingBackgroundColour", "Black");
+    open();
+    const QColor picture = pixel(at(0.5, 0.9));
+    ASSERT_NE(picture, QColor(Qt::black));
+    press("Draw");
+    stroke({at(0.2, 0.6), at(0.8, 0.6)});
+    EXPECT_EQ(pixel(at(0.5, 0.9)), QColor(Qt::black));
+    EXPECT_TRUE(isYellow(at(0.5, 0.6)));
+    trigger("viewer.stepForward");
+    ASSERT_EQ(pictureOnScreen(), 2);
+    EXPECT_NE(pixel(at(0.5, 0.9)), QColor(Qt::black));
+}
+
 TEST_F(DrawingTest, TheHandMovesAZoomedPictureAndTheMaskLiesOnIt) {
     open();
     trigger("viewer.actualPixels");

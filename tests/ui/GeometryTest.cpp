@@ -58,7 +58,30 @@ TEST_F(GeometryTest, WindowSizesAreThoseOfThePictureAndNeverLeaveTheScreen) {
     prefer("favouritePositionY", 50);
     trigger("viewer.windowFavourite");
     EXPECT_EQ(window->geometry().topLeft(), QPoint(40, 50));
-    EXPECT_EQ(area(), QSize(600, 444));
+    EXPECT_EQ(window->size(), QSize(600, 500));
+}
+
+TEST_F(GeometryTest, ASavedLayoutGivesTheViewersOwnFrameBackPanelsAndProportionsOrNot) {
+    open();
+    const auto save = [this](int button) {
+        alerts.answers = {button};
+        trigger("viewer.savePanelLayout");
+    };
+    const QRect saved(30, 40, 740, 640); // fits on any screen
+    window->setGeometry(saved);
+    ASSERT_TRUE(bench::waitUntil([&] { return window->geometry() == saved; }));
+    ASSERT_TRUE(defaults.boolForKey(QStringLiteral("constrainViewerToMovieProportions")));
+    save(Alerts::firstButton);
+    trigger("viewer.playlistDrawer");
+    for (const char* command : {"viewer.windowFavourite", "viewer.restorePanelLayout1"}) {
+        SCOPED_TRACE(command);
+        window->resize(690, 520);
+        QTest::qWait(250); // until it has taken the movie's proportions
+        trigger(command);
+        QTest::qWait(250);
+        EXPECT_EQ(window->size(), saved.size());
+        EXPECT_EQ(window->geometry().topLeft(), saved.topLeft());
+    }
 }
 
 TEST_F(GeometryTest, ConstrainedTheWindowKeepsTheMoviesProportionsWhenDraggedAndWhenAMovieIsLoaded) {

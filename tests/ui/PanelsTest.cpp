@@ -8,6 +8,7 @@
 #include "ui/common/PanelTitle.h"
 #include "ui/controls/PositionSlider.h"
 #include "ui/controls/RangeIndicator.h"
+#include "ui/controls/VolumeButton.h"
 #include "ui/common/RichTextField.h"
 #include "ui/common/ToolPanel.h"
 #include "ui/viewer/ViewerPanelHost.h"
@@ -20,6 +21,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QSlider>
 #include <QSpinBox>
 #include <QTableView>
 #include <QToolButton>
@@ -198,6 +200,30 @@ TEST_F(PanelsTest, TwoLayoutsAreKeptAndTheMenuBringsThemBack) {
     EXPECT_EQ(panel(ViewerPanel::notes)->size(), QSize(280, 280));
 }
 
+TEST_F(PanelsTest, ALayoutSavedBeforePanelsWereEverShownPutsThemWhereTheyWouldHaveOpened) {
+    openFrames(24);
+    alerts.answers = {Alerts::firstButton};
+    trigger("viewer.savePanelLayout");
+    trigger("viewer.restorePanelLayout1");
+    trigger("viewer.showAllPanels");
+    const QRect screen = window->screen()->availableGeometry();
+    QList<QRect> frames;
+    for (const ViewerPanel which : rememberedPanels) {
+        if (which == ViewerPanel::playlistDrawer) continue;
+        SCOPED_TRACE(qPrintable(ViewerPanels::layoutName(which)));
+        const ToolPanel* shown = panel(which);
+        EXPECT_TRUE(screen.contains(shown->geometry()));
+        EXPECT_GE(shown->width(), shown->minimumSizeHint().width());
+        EXPECT_GE(shown->height(), shown->minimumSizeHint().height());
+        if (which == ViewerPanel::notes) {
+            EXPECT_GE(shown->height(), 300);
+        }
+        for (const QRect& other : frames)
+            EXPECT_NE(other.topLeft(), shown->geometry().topLeft());
+        frames << shown->geometry();
+    }
+}
+
 TEST_F(PanelsTest, OptionsSetAndFollowThePreferences) {
     openFrames(60);
     trigger("viewer.options");
@@ -256,6 +282,16 @@ TEST_F(PanelsTest, TheFloatingControlsSeekAndShowTheRange) {
     auto* bar = controls->findChild<RangeIndicator*>();
     EXPECT_TRUE(bar->isVisible());
     EXPECT_EQ(bar->rangeEnd(), 30);
+    auto* volume = controls->findChild<VolumeButton*>();
+    QTest::mouseClick(volume, Qt::LeftButton);
+    QSlider* loudness = volume->slider();
+    ASSERT_TRUE(loudness->isVisible());
+    EXPECT_EQ(loudness->visibleRegion(), QRegion(loudness->rect())) << "whole, inside its window";
+    EXPECT_TRUE(loudness->window()->rect().contains(
+        QRect(loudness->mapTo(loudness->window(), QPoint()), loudness->size())));
+    QTest::mouseClick(loudness, Qt::LeftButton, {}, QPoint(loudness->width() - 4, loudness->height() / 2));
+    EXPECT_GT(player.volume(), 0.5F);
+    QTest::mouseClick(volume, Qt::LeftButton);
     QTest::mouseClick(panel(ViewerPanel::controls)->titleLine()->findChild<QToolButton*>(), Qt::LeftButton);
     EXPECT_FALSE(controls->isVisible());
 }

@@ -8,6 +8,7 @@
 #include "ui/commands/KeysDialog.h"
 #include "ui/viewer/MouseZones.h"
 #include "ui/viewer/MovieListOverlay.h"
+#include "ui/common/ToolPanel.h"
 #include "ui/viewer/ViewerPanelHost.h"
 
 #include <QLabel>
@@ -42,6 +43,10 @@ protected:
         key(Qt::Key_F11);
         ASSERT_TRUE(bench::waitUntil(
             [this] { return window->isFullScreen() && window->size() == window->screen()->size(); }));
+    }
+    /// Called with everything that the viewer announces of the movie.
+    QMetaObject::Connection connectWatcher(const std::function<void()>& look) {
+        return QObject::connect(&time, &TimeDisplay::changed, window.get(), look);
     }
     void moveMouseTo(QPoint at) { QTest::mouseMove(window->picture(), at); }
     [[nodiscard]] QPoint rightEdge() const { return {window->picture()->width() - 4, 200}; }
@@ -209,6 +214,47 @@ TEST_F(ViewerInputTest, EdgesShowListAndControlsInFullScreenAndAClickPutsThemAwa
     EXPECT_FALSE(isShown(ViewerPanel::playlistDrawer));
 }
 
+TEST_F(ViewerInputTest, AClickWithAToolPutsListAndControlsAwayToo) {
+    openTwo();
+    prefer("disableRightMouseZone", true);
+    prefer("disableLowerMouseZone", true);
+    enterFullScreen();
+    for (const char* tool : {"Scroll", "Draw"}) {
+        SCOPED_TRACE(tool);
+        controller.drawing().chooseInteractiveTool({QLatin1String(tool)});
+        panelsOfViewer().show(ViewerPanel::playlistDrawer, true);
+        panelsOfViewer().show(ViewerPanel::controls, true);
+        ASSERT_TRUE(window->fullScreen()->movieList()->isShown());
+        QTest::mouseClick(window->picture(), Qt::LeftButton, {}, {300, 300});
+        EXPECT_FALSE(window->fullScreen()->movieList()->isShown());
+        EXPECT_FALSE(isShown(ViewerPanel::controls));
+    }
+}
+
+TEST_F(ViewerInputTest, FullScreenByTheWindowManagerPutsDrawerAndListAwayLikeItsKey) {
+    openTwo();
+    key(Qt::Key_P);
+    key(Qt::Key_N);
+    ToolPanel* drawer = window->panelHost()->window(ViewerPanel::playlistDrawer);
+    ASSERT_TRUE(drawer->isVisible());
+    window->setWindowState(window->windowState() | Qt::WindowFullScreen);
+    ASSERT_TRUE(bench::waitUntil([this] { return window->fullScreen()->isOn(); }));
+    EXPECT_FALSE(drawer->isVisible());
+    EXPECT_FALSE(isShown(ViewerPanel::notes));
+    EXPECT_FALSE(isShown(ViewerPanel::playlistDrawer));
+    EXPECT_EQ(defaults.integerForKey(QStringLiteral("restorePlaylistDrawer")), 0);
+    const MovieListOverlay* list = window->fullScreen()->movieList();
+    key(Qt::Key_P);
+    EXPECT_TRUE(list->isShown());
+    EXPECT_FALSE(drawer->isVisible());
+    window->setWindowState(window->windowState() & ~Qt::WindowFullScreen);
+    ASSERT_TRUE(bench::waitUntil([this] { return !window->fullScreen()->isOn(); }));
+    EXPECT_FALSE(list->isShown());
+    EXPECT_FALSE(drawer->isVisible());
+    EXPECT_FALSE(isShown(ViewerPanel::playlistDrawer));
+    EXPECT_TRUE(bench::waitUntil([&] { return !list->isVisible(); }));
+}
+
 TEST_F(ViewerInputTest, PointerHidesInFullScreenUntilItMoves) {
     openFrames(48);
     enterFullScreen();
@@ -272,6 +318,25 @@ TEST_F(ViewerInputTest, FloatingTimecodeFollowsThePictureAndItsFiguresTheWindow)
     EXPECT_EQ(floating->size(), QSize(600, 120));
     key(Qt::Key_W, Qt::ControlModifier);
     EXPECT_FALSE(floating->isVisible());
+}
+
+TEST_F(ViewerInputTest, TheFloatingTimecodeKeepsToItsPreferenceFromTheFirstPictureOn) {
+    prefer("displayTimecode", true);
+    FloatingTimecode* floating = window->floatingTimecode();
+    bool seen = false;
+    const auto watch = connectWatcher([&] { seen = seen || floating->isVisible(); });
+    openTwo();
+    transport.displayNextMovie();
+    ASSERT_TRUE(settled());
+    EXPECT_FALSE(seen || floating->isVisible());
+    EXPECT_TRUE(window->picture()->headsUp().timecode.endsWith(QStringLiteral("00:00:00:00")));
+    window->close();
+    QObject::disconnect(watch);
+    prefer("timecodeDisplayType", "Floating");
+    show({first});
+    EXPECT_TRUE(floating->isVisible());
+    EXPECT_TRUE(floating->field()->text().endsWith(QStringLiteral("00:00:00:00")));
+    EXPECT_TRUE(window->picture()->headsUp().timecode.isEmpty());
 }
 
 TEST_F(ViewerInputTest, ReadOutsHaveTheColourOfThePreference) {

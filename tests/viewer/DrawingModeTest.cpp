@@ -126,6 +126,7 @@ TEST_F(DrawingModeTest, UndoIsKeptForEachMovieAndMindsWhatHasHappenedToTheBookma
     EXPECT_FALSE(drawing.canUndo());
     drawing.undo();
     EXPECT_EQ(first->bookmarkStore.size(), 2u);
+    choose("Draw"); // laid down with the movie before
     drawLine(10);
     ASSERT_EQ(other->bookmarkStore.size(), 1u);
 

@@ -57,6 +57,7 @@ constexpr HotkeyCommand hotkeyCommands[] = {{ViewerInput::keySpace, "viewer.play
                                             {ViewerInput::keyEscape, "viewer.leave"}};
 
 bool isHotkey(int keyCode) {
+    if (keyCode == ViewerInput::keyQuote) return true; // brings the viewer forward, no command
     return std::any_of(std::begin(hotkeyCommands), std::end(hotkeyCommands),
                        [keyCode](const HotkeyCommand& key) { return key.keyCode == keyCode; });
 }

@@ -20,6 +20,7 @@ namespace daylark {
 namespace {
 constexpr int volumeSteps = 100;
 constexpr int volumeFadeMs = 100;
+constexpr int volumeSliderLength = 120, popUpGap = 4;
 
 /// Keys that turn the volume while its slider has the focus.
 bool isSliderKey(int key) {
@@ -48,7 +49,6 @@ VolumeButton::VolumeButton(Transport& transport, QWidget* parent)
     layout->setContentsMargins(8, 8, 8, 8);
     slider_->setRange(0, volumeSteps);
     slider_->setPageStep(10);
-    slider_->setFixedHeight(120);
     slider_->setAccessibleName(tr("Volume"));
     slider_->setObjectName(QStringLiteral("volumeSlider"));
     slider_->installEventFilter(this);
@@ -90,13 +90,27 @@ void VolumeButton::togglePopUp() {
     opacity_->setOpacity(1.0);
     displayVolume(transport_.volume());
     popUp_->setParent(window());
-    popUp_->adjustSize();
-    const QPoint foot = mapTo(window(), QPoint(width() / 2, -4));
-    popUp_->move(foot - QPoint(popUp_->width() / 2, popUp_->height()));
+    placePopUp();
     popUp_->raise();
     popUp_->show();
     slider_->setFocus(Qt::PopupFocusReason);
     QCoreApplication::instance()->installEventFilter(this);
+}
+
+/// Above the button; where the window has no room there (the floating controls), the slider lies.
+void VolumeButton::placePopUp() {
+    const QPoint foot = mapTo(window(), QPoint(width() / 2, -popUpGap));
+    for (const Qt::Orientation orientation : {Qt::Vertical, Qt::Horizontal}) {
+        slider_->setOrientation(orientation);
+        const QSize hint = slider_->sizeHint();
+        slider_->setFixedSize(orientation == Qt::Vertical ? QSize(hint.width(), volumeSliderLength)
+                                                          : QSize(volumeSliderLength, hint.height()));
+        popUp_->adjustSize();
+        if (popUp_->height() <= foot.y()) break;
+    }
+    const int farthest = std::max(popUpGap, window()->width() - popUp_->width() - popUpGap);
+    popUp_->move(std::clamp(foot.x() - popUp_->width() / 2, popUpGap, farthest),
+                 std::max(0, foot.y() - popUp_->height()));
 }
 
 void VolumeButton::hidePopUp() {

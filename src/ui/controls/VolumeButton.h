@@ -30,6 +30,7 @@ protected:
 
 private:
     void togglePopUp();
+    void placePopUp();
     void displayVolume(float volume);
 
     Transport& transport_;

@@ -107,7 +107,6 @@ void OptionsPanel::addRangeRows(Commands& commands) {
     }
     addRow(check(tr("Trim handles"), "trimHandles"), inOneRow(buttons));
     addRow(tr("Head and tail, frames"), inOneRow({head, tail}));
-    connect(&controller_.range(), &PlaybackRange::applied, this, &OptionsPanel::keyboardUnused);
 }
 
 void OptionsPanel::addPlaybackRows() {

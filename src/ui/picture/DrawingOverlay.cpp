@@ -43,14 +43,10 @@ DrawingOverlay::DrawingOverlay(MoviePlayerController& controller, PictureView& p
     , picture_(picture) {
     picture_.installEventFilter(this);
     picture_.setOverlayPainter([this](QPainter& painter) { paint(painter); });
-    connect(&controller_.drawing(), &DrawingMode::strokeGrew, this, &DrawingOverlay::refreshStrokes);
+    connect(&controller_.drawing(), &DrawingMode::strokeGrew, this, &DrawingOverlay::drawingChanged);
     connect(&controller_.drawing(), &DrawingMode::strokesChanged, this, [this] {
         layer_.strokesChanged();
-        Shown now{controller_.drawing().drawingsAreShown(), controller_.drawing().drawingBackground()};
-        if (std::exchange(shown_, now) == now)
-            refreshStrokes();
-        else
-            refreshAll();
+        drawingChanged();
     });
     connect(&controller_.drawing(), &DrawingMode::modeChanged, this, &DrawingOverlay::showCursor);
     connect(&controller_.geometry(), &ViewerGeometry::changed, this, &DrawingOverlay::showGeometry);
@@ -77,6 +73,14 @@ void DrawingOverlay::showGeometry() {
     refreshAll();
 }
 
+void DrawingOverlay::drawingChanged() {
+    const Shown now{controller_.drawing().drawingsAreShown(), controller_.drawing().shownBackground()};
+    if (std::exchange(shown_, now) == now)
+        refreshStrokes();
+    else
+        refreshAll();
+}
+
 void DrawingOverlay::refreshAll() {
     picture_.refreshOverlay();
 }
@@ -90,7 +94,7 @@ void DrawingOverlay::refreshStrokes() {
 
 void DrawingOverlay::paint(QPainter& painter) {
     const ViewerGeometry& geometry = controller_.geometry();
-    const QString background = controller_.drawing().drawingBackground();
+    const QString background = controller_.drawing().shownBackground();
     const bool drawn = controller_.drawing().drawingsAreShown();
     const QRectF whole(QPointF(0, 0), QSizeF(picture_.size()));
     if (background == QLatin1String("Black")) painter.fillRect(whole, Qt::black);
@@ -148,6 +152,8 @@ bool DrawingOverlay::eventFilter(QObject* watched, QEvent* event) {
 
 bool DrawingOverlay::pointer(Phase phase, const QPointF& at) {
     if (!controller_.currentMovie()) return false;
+    const bool taken = controller_.drawing().isDrawMode() || controller_.drawing().isScrollMode();
+    if (taken && phase == Phase::down) Q_EMIT picture_.pressed(); // whatever the tool makes of it
     if (controller_.drawing().isDrawMode() || controller_.drawing().canvas().isDrawing())
         return draw(phase, at);
     if (controller_.drawing().isScrollMode() || dragging_) return pan(phase, at);

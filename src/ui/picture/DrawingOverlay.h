@@ -34,6 +34,7 @@ private:
     bool draw(Phase phase, const QPointF& at);
     bool pan(Phase phase, const QPointF& at);
     void paint(QPainter& painter);
+    void drawingChanged();
     void refreshStrokes();
     void refreshAll();
     void showGeometry();

@@ -27,6 +27,7 @@ FullScreen::FullScreen(QMainWindow& window, PictureView& picture, QWidget& strip
     , window_(window)
     , picture_(picture)
     , strip_(strip)
+    , host_(host)
     , controller_(controller)
     , zones_(new MouseZones(picture))
     , list_(new MovieListOverlay(controller, picture))
@@ -80,8 +81,7 @@ void FullScreen::enter(QScreen* screen) {
         return;
     }
     before_ = window_.isMaximized() ? QRect() : window_.geometry();
-    controller_.geometry().windowWillEnterFullScreen();
-    on_ = true;
+    setOn(true);
     if (screen != window_.screen()) {
         window_.windowHandle()->setScreen(screen);
         window_.setGeometry(QRect(screen->geometry().topLeft(), window_.size()));
@@ -93,10 +93,19 @@ void FullScreen::enter(QScreen* screen) {
 
 void FullScreen::leave() {
     if (!on_) return;
-    controller_.geometry().windowWillExitFullScreen();
-    on_ = false;
+    setOn(false);
     window_.setWindowState(window_.windowState() & ~Qt::WindowFullScreen);
     left();
+}
+
+/// What is put away is what stood open before the change, whoever asked for it.
+void FullScreen::setOn(bool on) {
+    if (on)
+        controller_.geometry().windowWillEnterFullScreen();
+    else
+        controller_.geometry().windowWillExitFullScreen();
+    on_ = on;
+    host_.setFullScreen(on);
 }
 
 /// The screen that it filled may have gone.
@@ -139,13 +148,11 @@ void FullScreen::showCursor() {
 
 bool FullScreen::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &window_ && event->type() == QEvent::WindowStateChange && window_.isFullScreen() != on_) {
-        on_ = !on_; // by the window manager
+        setOn(!on_); // by the window manager
         if (on_) {
-            controller_.geometry().windowWillEnterFullScreen();
             entered();
             Q_EMIT changed();
         } else {
-            controller_.geometry().windowWillExitFullScreen();
             left();
         }
     }

@@ -43,6 +43,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void setOn(bool on);
     void entered();
     void left();
     void hideCursor();
@@ -53,6 +54,7 @@ private:
     QMainWindow& window_;
     PictureView& picture_;
     QWidget& strip_;
+    ViewerPanelHost& host_;
     MoviePlayerController& controller_;
     MouseZones* zones_;
     MovieListOverlay* list_;

@@ -129,6 +129,13 @@ void ViewerPanelHost::giveKeyboardToViewer() {
     if (viewer_.centralWidget() && !viewer_.focusWidget()) viewer_.centralWidget()->setFocus();
 }
 
+void ViewerPanelHost::bringKeyboardToViewer() {
+    if (!viewer_.isVisible() || QApplication::mouseButtons() != Qt::NoButton) return;
+    QWidget* focus = viewer_.focusWidget(); // in a docked panel it may be a field
+    if (focus && ToolPanel::takesKeys(focus)) focus->clearFocus();
+    giveKeyboardToViewer();
+}
+
 bool ViewerPanelHost::isPanelVisible(ViewerPanel panel) const {
     if (panel == ViewerPanel::playlistDrawer && isFullScreen() && movieList_.isShown)
         return movieList_.isShown();
@@ -168,6 +175,13 @@ void ViewerPanelHost::offerPlace(ViewerPanel panel) {
         window->setGeometry(broughtOntoAScreen(left));
         return;
     }
+    window->setGeometry(offeredFrame(panel, framesBesides(window)));
+    offered_.insert(panel, window->geometry());
+}
+
+/// Where a panel that nobody has placed opens, clear of those frames as far as there is room.
+QRect ViewerPanelHost::offeredFrame(ViewerPanel panel, const QList<QRect>& taken) const {
+    const ToolPanel* window = windows_.value(panel);
     const Berth berth = berthOf(panel);
     const QSize wanted = window->sizeHint().expandedTo(window->minimumSizeHint());
     QSize size(berth.size.width() > 0 ? berth.size.width() : wanted.width(),
@@ -177,9 +191,15 @@ void ViewerPanelHost::offerPlace(ViewerPanel panel) {
     QList<QSize> sizes{size};
     if (berth.size.isValid()) // smaller will do
         sizes << QSize(size.width() * 3 / 4, size.height()).expandedTo(window->minimumSizeHint());
-    window->setGeometry(broughtOntoAScreen(
-        panel == ViewerPanel::controls ? controlsFrame(size) : freeFrame(sizes, berth.corner, window)));
-    offered_.insert(panel, window->geometry());
+    return broughtOntoAScreen(panel == ViewerPanel::controls ? controlsFrame(size)
+                                                             : freeFrame(sizes, berth.corner, taken));
+}
+
+QList<QRect> ViewerPanelHost::framesBesides(const ToolPanel* panel) const {
+    QList<QRect> taken;
+    for (const ToolPanel* other : windows_)
+        if (other != panel && other->isFloating() && !other->isHidden()) taken << other->geometry();
+    return taken;
 }
 
 QRect ViewerPanelHost::pictureFrame() const {
@@ -207,14 +227,12 @@ QRect ViewerPanelHost::openPicture() const {
 /// Beside the viewer where the screen has room, else over the picture's corner; below or beside the panels
 /// that stand there already, the first of the sizes that fits. Where nothing is free: a step off the others,
 /// so that every title can be taken hold of.
-QRect ViewerPanelHost::freeFrame(const QList<QSize>& sizes, Qt::Corner corner, const ToolPanel* panel) const {
+QRect ViewerPanelHost::freeFrame(const QList<QSize>& sizes, Qt::Corner corner,
+                                 const QList<QRect>& taken) const {
     const bool right = corner == Qt::TopRightCorner || corner == Qt::BottomRightCorner;
     const bool bottom = corner == Qt::BottomLeftCorner || corner == Qt::BottomRightCorner;
     const QRect viewer = viewer_.frameGeometry(), picture = openPicture();
     const QRect screen = viewer_.screen() ? viewer_.screen()->availableGeometry() : viewer;
-    QList<QRect> taken;
-    for (const ToolPanel* other : windows_)
-        if (other != panel && other->isFloating() && !other->isHidden()) taken << other->geometry();
     QRect fallback;
     for (const QSize& size : sizes) {
         QList<int> columns, rows;
@@ -225,7 +243,7 @@ QRect ViewerPanelHost::freeFrame(const QList<QSize>& sizes, Qt::Corner corner, c
         columns << (right ? picture.right() - gapAtEdges - size.width() : picture.left() + gapAtEdges);
         rows << (bottom ? picture.bottom() - gapAtEdges - size.height() : picture.top() + gapAtEdges);
         if (fallback.isNull()) fallback = {QPoint(columns.front(), rows.front()), size};
-        for (const QRect& other : std::as_const(taken)) {
+        for (const QRect& other : taken) {
             columns << (right ? other.left() - gapBetweenPanels - size.width()
                               : other.right() + 1 + gapBetweenPanels);
             rows << (bottom ? other.top() - gapBetweenPanels - size.height()
@@ -253,7 +271,21 @@ QRect ViewerPanelHost::freeFrame(const QList<QSize>& sizes, Qt::Corner corner, c
 QRect ViewerPanelHost::panelFrame(ViewerPanel panel) const {
     const ToolPanel* window = windows_.value(panel);
     if (!window) return {};
+    if (window->isHidden() && window->isFloating() && !isPlaced(panel)) return frameToBeOffered(panel);
     return {window->mapToGlobal(QPoint(0, 0)), window->size()};
+}
+
+/// Panels that were never shown have no place yet: they get the one that they would open at, one after the other.
+QRect ViewerPanelHost::frameToBeOffered(ViewerPanel panel) const {
+    QList<QRect> taken = framesBesides(nullptr);
+    for (auto at = windows_.begin(); at != windows_.end(); ++at) {
+        const bool waits = at.value()->isHidden() && at.value()->isFloating() && !isPlaced(at.key());
+        if (!waits && at.key() != panel) continue;
+        const QRect frame = offeredFrame(at.key(), taken);
+        if (at.key() == panel) return frame;
+        taken << frame;
+    }
+    return {};
 }
 
 void ViewerPanelHost::setPanelFrame(ViewerPanel panel, const QRect& frame) {
@@ -270,13 +302,11 @@ QRect ViewerPanelHost::viewerFrame() const {
 }
 
 void ViewerPanelHost::setViewerFrame(const QRect& frame) {
-    if (isFullScreen()) return;
-    viewer_.setWindowState(viewer_.windowState() & ~Qt::WindowMaximized);
-    viewer_.setGeometry(broughtOntoAScreen(frame));
+    if (!isFullScreen()) Q_EMIT viewerFrameWanted(frame);
 }
 
 bool ViewerPanelHost::isFullScreen() const {
-    return viewer_.isFullScreen();
+    return fullScreen_;
 }
 
 void ViewerPanelHost::hideCursorUntilMouseMoves() {

@@ -33,6 +33,9 @@ public:
                         Qt::DockWidgetArea area = Qt::RightDockWidgetArea);
     [[nodiscard]] ToolPanel* window(ViewerPanel panel) const { return windows_.value(panel); }
     void hideAll(); ///< with the viewer; preferences stay as they are
+    /// From whatever panel has it, unless a hand still presses there (the panel then gives it back itself).
+    void bringKeyboardToViewer();
+    void setFullScreen(bool on) { fullScreen_ = on; } ///< what `FullScreen` has made of the viewer
     void stop();    ///< the viewer goes: panels announce nothing any more
 
     /// What the playlist is in full screen: a list over the picture.
@@ -62,6 +65,7 @@ public:
 Q_SIGNALS:
     void visibilityChanged(); ///< of any panel
     void cursorHideWanted();  ///< until the mouse moves
+    void viewerFrameWanted(const QRect& frame); ///< exactly this, in points on the screen
     void colourPanelCloseWanted();
 
 protected:
@@ -72,7 +76,10 @@ private:
     void giveKeyboardToViewer();
     [[nodiscard]] bool isPlaced(ViewerPanel panel) const;
     void offerPlace(ViewerPanel panel);
-    [[nodiscard]] QRect freeFrame(const QList<QSize>& sizes, Qt::Corner corner, const ToolPanel* panel) const;
+    [[nodiscard]] QRect offeredFrame(ViewerPanel panel, const QList<QRect>& taken) const;
+    [[nodiscard]] QRect frameToBeOffered(ViewerPanel panel) const;
+    [[nodiscard]] QList<QRect> framesBesides(const ToolPanel* panel) const;
+    [[nodiscard]] QRect freeFrame(const QList<QSize>& sizes, Qt::Corner corner, const QList<QRect>& taken) const;
     [[nodiscard]] QRect controlsFrame(const QSize& size) const;
     [[nodiscard]] QRect pictureFrame() const;
     [[nodiscard]] QRect openPicture() const;
@@ -81,6 +88,7 @@ private:
     ViewerPanels& panels_;
     QMap<ViewerPanel, ToolPanel*> windows_;
     MovieList movieList_;
+    bool fullScreen_ = false;
     QSet<ViewerPanel> placed_;         ///< by a layout, or left there before the viewer was closed
     QMap<ViewerPanel, QRect> offered_; ///< where a panel was put that nobody had placed
 };

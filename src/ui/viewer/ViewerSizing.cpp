@@ -33,8 +33,14 @@ void ViewerSizing::takeFrame(const DisplayGeometry::WindowFrame& frame, bool con
     resizeArea({frame.size.width(), frame.size.height() - strip}, frame.origin);
 }
 
+void ViewerSizing::takeWholeFrame(const QRect& frame) {
+    setFrame(frame);
+    whole_ = window_.size();
+}
+
 void ViewerSizing::keepProportions() {
     if (window_.isFullScreen() || window_.isMaximized() || !window_.isVisible()) return;
+    if (window_.size() == whole_) return;
     const QSize now(area_.width(), area_.height() + DisplayGeometry::controlsHeight);
     const QSize wanted = geometry_.windowWillResize(now);
     if (wanted == now) return;
@@ -46,9 +52,13 @@ void ViewerSizing::keepProportions() {
 }
 
 void ViewerSizing::resizeArea(const QSize& area, const std::optional<QPoint>& origin) {
+    setFrame({origin.value_or(window_.geometry().topLeft()), window_.size() + area - area_.size()});
+    whole_ = {};
+}
+
+void ViewerSizing::setFrame(const QRect& frame) {
     resizing_ = true;
     window_.setWindowState(window_.windowState() & ~Qt::WindowMaximized);
-    const QRect frame(origin.value_or(window_.geometry().topLeft()), window_.size() + area - area_.size());
     window_.setGeometry(ViewerPanelHost::broughtOntoAScreen(frame));
     resizing_ = false;
 }

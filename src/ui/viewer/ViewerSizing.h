@@ -21,6 +21,7 @@ class ViewerSizing : public QObject {
     Q_OBJECT
 public:
     ViewerSizing(QMainWindow& window, QWidget& area, ViewerGeometry& geometry);
+    void takeWholeFrame(const QRect& frame); ///< the window's own, kept as it is whatever the movie's proportions
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -28,12 +29,14 @@ protected:
 private:
     void takeFrame(const DisplayGeometry::WindowFrame& frame, bool constrained);
     void keepProportions();
+    void setFrame(const QRect& frame);
     void resizeArea(const QSize& area, const std::optional<QPoint>& origin);
 
     QMainWindow& window_;
     QWidget& area_;
     ViewerGeometry& geometry_;
     QTimer settled_; ///< the hand on the window's edge rests
+    QSize whole_;    ///< the window's, as a whole frame gave it
     QSize refused_;  ///< the size from which the proportions were asked for last
     QElapsedTimer sinceAsked_;
     bool resizing_ = false;

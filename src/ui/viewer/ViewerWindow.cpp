@@ -138,8 +138,11 @@ void ViewerWindow::buildLayout() {
     for (const char* id : {"viewer.reveal", "viewer.copyPath", "viewer.copyFilename"})
         drawer_->view()->addAction(commands_->action(QLatin1String(id)));
     addPanels();
-    new ViewerSizing(*this, *picture_, controller_.geometry()); // the window owns it
+    auto* sizing = new ViewerSizing(*this, *picture_, controller_.geometry()); // the window owns it
+    connect(panelHost_, &ViewerPanelHost::viewerFrameWanted, sizing, &ViewerSizing::takeWholeFrame);
     connect(panelHost_, &ViewerPanelHost::visibilityChanged, this, [this] { commands_->refresh(); });
+    connect(&controller_.drawing(), &DrawingMode::viewerWanted, panelHost_,
+            &ViewerPanelHost::bringKeyboardToViewer);
     setTabOrder(picture_, slider_);
     setTabOrder(slider_, bar_);
     picture_->setFocus();
@@ -203,9 +206,9 @@ void ViewerWindow::connectController() {
             &ViewerWindow::showHeadsUp);
     connect(&controller_.edits(), &ReviewEdits::movieChanged, this,
             [this](const std::shared_ptr<Movie>& movie, const QString& field) {
-                if (movie != controller_.currentMovie() || !field.startsWith(QLatin1String("flag"))) return;
-                bar_->showFlag();
-                commands_->refresh();
+                if (!field.startsWith(QLatin1String("flag"))) return;
+                if (movie == controller_.currentMovie()) bar_->showFlag();
+                commands_->refresh(); // movies to be skipped count for the next and the previous one
             });
 }
 
@@ -262,9 +265,10 @@ void ViewerWindow::fullScreenChanged() {
     commands_->refresh();
 }
 
-// Escape also leaves a table or a slider.
+// Escape also leaves a table or a slider; the other is there to bring the viewer forward from a panel.
 void ViewerWindow::keyPressed(int keyCode) {
-    if (keyCode != ViewerInput::keyEscape) return;
+    if (keyCode != ViewerInput::keyEscape && keyCode != ViewerInput::keyQuote) return;
+    if (keyCode == ViewerInput::keyQuote) raise();
     activateWindow();
     picture_->setFocus();
 }
@@ -395,8 +399,9 @@ void ViewerWindow::showHeadsUp() {
     PictureView::HeadsUp headsUp;
     if (shown("displayFrameCounter")) headsUp.counter = controller_.time().currentFrameNumberForDisplay();
     if (shown("displayFilename")) headsUp.filename = movie->filenameString;
-    if (shown("displayTimecode") &&
-        defaults.stringForKey(QStringLiteral("timecodeDisplayType")) == QLatin1String("Fixed"))
+    const bool fixed =
+        defaults.stringForKey(QStringLiteral("timecodeDisplayType")) == QLatin1String("Fixed");
+    if (shown("displayTimecode") && fixed)
         headsUp.timecode = controller_.time().currentTimeCodeForDisplay();
     if (shown("displayBookmarkText"))
         headsUp.overlayText = controller_.bookmarks().overlayTextData().trimmed();
@@ -405,9 +410,8 @@ void ViewerWindow::showHeadsUp() {
     if (movie && !loading_ && !controller_.player().isOpen())
         headsUp.message = tr("File not found\n%1").arg(movie->filenameString);
     picture_->setHeadsUp(headsUp);
-    const bool floats = shown("displayTimecode") && headsUp.timecode.isEmpty() && isVisible();
     timecode_->showText(controller_.time().currentTimeCodeForDisplay(), headsUp.overlayColour);
-    timecode_->setShown(floats);
+    timecode_->setShown(shown("displayTimecode") && !fixed && isVisible());
 }
 
 } // namespace daylark

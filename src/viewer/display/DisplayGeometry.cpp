@@ -57,6 +57,8 @@ void DisplayGeometry::resizeView(const QSizeF& size, bool wholePoints) {
 }
 
 void DisplayGeometry::moveViewTo(const QPointF& origin) {
+    if (origin == view_.topLeft()) return;
+    fitted_ = false;
     view_.moveTo(origin);
 }
 

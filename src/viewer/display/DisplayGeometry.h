@@ -40,7 +40,7 @@ public:
     void actualPixels();
     void zoomIn();                          ///< each side times 1.2 about the view's centre
     void zoomOut();                         ///< each side divided by 1.2
-    void moveViewTo(const QPointF& origin); ///< the hand tool
+    void moveViewTo(const QPointF& origin); ///< the hand tool; moved, it is not fitted any more
 
     [[nodiscard]] bool knowsMovie() const { return aspect_ > 0; }
     [[nodiscard]] bool isFitted() const { return fitted_; }

@@ -53,18 +53,15 @@ void ViewerGeometry::setArea(const QSizeF& size) {
 }
 
 void ViewerGeometry::scaleMovieToFitViewer() {
+    drawing_.setInteractiveModeState(QStringLiteral("off"));
     drawing_.resetBrush();
-    if (drawing_.isScrollMode()) drawing_.setInteractiveModeState(QStringLiteral("off"));
     geometry_.fit();
     Q_EMIT changed();
 }
 
 void ViewerGeometry::scaleMovie(const Sender& sender) {
     const QString scroll = QStringLiteral("scroll");
-    if (isOneOf(sender.title, "Fit Image To Viewer", "Fit")) {
-        drawing_.setInteractiveModeState(QStringLiteral("off"));
-        return scaleMovieToFitViewer();
-    }
+    if (isOneOf(sender.title, "Fit Image To Viewer", "Fit")) return scaleMovieToFitViewer();
     if (isOneOf(sender.title, "1:1 Pixels (Actual Size)", "1:1"))
         geometry_.actualPixels();
     else if (isOneOf(sender.title, "Zoom In", "+"))
@@ -80,11 +77,7 @@ void ViewerGeometry::scaleMovie(const Sender& sender) {
 void ViewerGeometry::scaleWindow(const Sender& sender) {
     if (panels_.isFullScreen()) return;
     if (sender.title == QLatin1String("Favourite Viewer Size")) {
-        const auto number = [this](const char* key) { return defaults_.integerForKey(QLatin1String(key)); };
-        if (number("favouriteWidth") < DisplayGeometry::narrowestWindow) return;
-        Q_EMIT windowFrameWanted({{number("favouriteWidth"), number("favouriteHeight")},
-                                  QPoint(number("favouritePositionX"), number("favouritePositionY"))},
-                                 false);
+        panels_.restoreFavouriteFrame(DisplayGeometry::narrowestWindow);
     } else if (const auto frame = geometry_.windowFrame(sender.title)) {
         Q_EMIT windowFrameWanted(*frame, false);
     }

@@ -62,12 +62,12 @@ void ViewerPanels::hideCursorUntilMouseMoves() {
     if (host_ && host_->isFullScreen()) host_->hideCursorUntilMouseMoves();
 }
 
-void ViewerPanels::place(ViewerPanel panel, bool visible) {
+void ViewerPanels::place(ViewerPanel panel, bool visible, Among among) {
     if (!host_) return;
     if (panel == ViewerPanel::drawing && !visible) host_->closeColourPanel();
     host_->setPanelVisible(panel, visible);
     if (const QString key = restoreKey(panel); !key.isEmpty()) defaults_.set(key, int(visible));
-    Q_EMIT panelToggled(panel, visible);
+    Q_EMIT panelToggled(panel, visible, among == Among::all);
 }
 
 void ViewerPanels::show(ViewerPanel panel, bool visible) {
@@ -85,8 +85,8 @@ void ViewerPanels::showAllPanels() {
     if (!host_) return;
     for (const ViewerPanel panel : {ViewerPanel::playlistDrawer, ViewerPanel::drawing, ViewerPanel::notes,
                                     ViewerPanel::grading, ViewerPanel::options, ViewerPanel::bookmarks})
-        place(panel, true);
-    if (host_->isFullScreen()) place(ViewerPanel::controls, true);
+        place(panel, true, Among::all);
+    if (host_->isFullScreen()) place(ViewerPanel::controls, true, Among::all);
     Q_EMIT toggled();
 }
 
@@ -95,7 +95,7 @@ void ViewerPanels::hideAllPanels() {
     for (const ViewerPanel panel :
          {ViewerPanel::playlistDrawer, ViewerPanel::notes, ViewerPanel::grading, ViewerPanel::options,
           ViewerPanel::drawing, ViewerPanel::bookmarks, ViewerPanel::controls})
-        place(panel, false);
+        place(panel, false, Among::all);
     hideCursorUntilMouseMoves();
     Q_EMIT toggled();
 }
@@ -132,6 +132,17 @@ void ViewerPanels::restoreFrame(ViewerPanel panel, const QString& suffix, bool w
         frame.setSize({defaults_.integerForKey(frameKey(window, "favouriteWidth", suffix)),
                        defaults_.integerForKey(frameKey(window, "favouriteHeight", suffix))});
     host_->setPanelFrame(panel, frame);
+}
+
+QRect ViewerPanels::favouriteFrame(const QString& suffix) const {
+    const auto number = [&](const char* key) { return defaults_.integerForKey(plainKey(key, suffix)); };
+    return {number("favouritePositionX"), number("favouritePositionY"), number("favouriteWidth"),
+            number("favouriteHeight")};
+}
+
+void ViewerPanels::restoreFavouriteFrame(int narrowest) {
+    const QRect frame = favouriteFrame({});
+    if (host_ && !host_->isFullScreen() && frame.width() >= narrowest) host_->setViewerFrame(frame);
 }
 
 void ViewerPanels::bookmarkCurrentViewerSize() {
@@ -179,11 +190,7 @@ void ViewerPanels::restoreSavedPanelLayout(const Sender& sender) {
                       AlertStyle::warning});
         return;
     }
-    if (!host_->isFullScreen())
-        host_->setViewerFrame({defaults_.integerForKey(plainKey("favouritePositionX", suffix)),
-                               defaults_.integerForKey(plainKey("favouritePositionY", suffix)),
-                               defaults_.integerForKey(plainKey("favouriteWidth", suffix)),
-                               defaults_.integerForKey(plainKey("favouriteHeight", suffix))});
+    if (!host_->isFullScreen()) host_->setViewerFrame(favouriteFrame(suffix));
     restoreFrame(ViewerPanel::grading, suffix, false);
     restoreFrame(ViewerPanel::drawing, suffix, false);
     restoreFrame(ViewerPanel::options, suffix, false);
@@ -192,9 +199,7 @@ void ViewerPanels::restoreSavedPanelLayout(const Sender& sender) {
     // Opens what the list names and closes nothing.
     for (const QString& name : defaults_.value(plainKey("panelsToRestore", suffix)).toStringList())
         for (const PanelNames& names : panelNames) {
-            if (name != QLatin1String(names.layout)) continue;
-            place(names.panel, true);
-            if (names.panel == ViewerPanel::drawing) Q_EMIT drawingPanelRestored();
+            if (name == QLatin1String(names.layout)) place(names.panel, true);
         }
     Q_EMIT toggled();
 }

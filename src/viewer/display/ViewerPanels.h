@@ -55,6 +55,8 @@ public:
     void hideAllPanels();
     void bookmarkCurrentViewerSize(); ///< asks where to, saves the layout
     void restoreSavedPanelLayout(const Sender& sender);
+    /// The viewer's own frame as the first layout was saved with it; nothing where it is narrower (or none was saved).
+    void restoreFavouriteFrame(int narrowest);
     void restoreOpenPanels(); ///< those that were open, when the viewer opens
     void hideCursorUntilMouseMoves();
 
@@ -66,12 +68,14 @@ public:
     restoreKey(ViewerPanel panel); ///< "restoreGradingWindow"; empty for the controls
 
 Q_SIGNALS:
-    void panelToggled(daylark::ViewerPanel panel, bool visible); ///< drawing mode and buttons follow
-    void toggled();              ///< one or many: the movie's icons are to be refreshed
-    void drawingPanelRestored(); ///< a layout opened the drawing panel: its tool is to be taken up
+    /// Drawing mode and buttons follow. `withAll`: as one of all, not by itself or by a layout.
+    void panelToggled(daylark::ViewerPanel panel, bool visible, bool withAll);
+    void toggled(); ///< one or many: the movie's icons are to be refreshed
 
 private:
-    void place(ViewerPanel panel, bool visible);
+    enum class Among { few, all };
+    void place(ViewerPanel panel, bool visible, Among among = Among::few);
+    [[nodiscard]] QRect favouriteFrame(const QString& suffix) const;
     void saveLayout(const QString& suffix);
     void saveFrame(ViewerPanel panel, const QString& suffix, bool withSize);
     void restoreFrame(ViewerPanel panel, const QString& suffix, bool withSize);

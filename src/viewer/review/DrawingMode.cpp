@@ -98,10 +98,12 @@ DrawingMode::DrawingMode(const Surroundings& surroundings, QObject* parent)
     , brushColour_(surroundings.defaults.colourForKey(QStringLiteral("brushColour"))) {
     setMovie(nullptr);
     resetBrush();
-    connect(&around_.panels, &ViewerPanels::panelToggled, this, [this](ViewerPanel panel, bool visible) {
-        if (panel == ViewerPanel::drawing) drawingPanelToggled(visible);
+    connect(&around_.panels, &ViewerPanels::panelToggled, this, [this](ViewerPanel panel, bool visible, bool withAll) {
+        if (panel == ViewerPanel::drawing) drawingPanelToggled(visible, withAll);
     });
     connect(&around_.transport, &Transport::actionDone, this, &DrawingMode::toggleDisplayDrawings);
+    // A run that comes to its end by itself is no action.
+    connect(&around_.transport, &Transport::stateChanged, this, &DrawingMode::toggleDisplayDrawings);
     connect(&around_.bookmarks, &ViewerBookmarks::activeDrawingsChanged, this, &DrawingMode::reloadStrokes);
     connect(&around_.defaults, &UserDefaults::changed, this, [this](const QString& key) {
         if (key == QLatin1String("displayDrawingsOptions")) toggleDisplayDrawings();
@@ -227,17 +229,19 @@ void DrawingMode::setBrushColour(const QColor& colour) {
     Q_EMIT modeChanged();
 }
 
-void DrawingMode::drawingPanelToggled(bool visible) {
+// Opened as one of all, the panel takes up no tool by itself.
+void DrawingMode::drawingPanelToggled(bool visible, bool withAll) {
     if (!visible) {
         setInteractiveModeState(offState);
     } else {
         if (brushOn_ || eraserOn_) setInteractiveModeState(drawState);
-        if (around_.defaults.boolForKey(QStringLiteral("autoSwitchToDrawingMode"))) {
+        if (!withAll && around_.defaults.boolForKey(QStringLiteral("autoSwitchToDrawingMode"))) {
             takeTool(false);
             setInteractiveModeState(drawState);
         }
     }
     toggleDisplayDrawings();
+    Q_EMIT viewerWanted();
 }
 
 void DrawingMode::toggleDisplayDrawings() {
@@ -257,12 +261,19 @@ bool DrawingMode::drawingsAreShown() const {
 
 void DrawingMode::setDrawingBackground(const QString& title) {
     around_.defaults.set(QStringLiteral("drawingBackgroundColour"), title);
+    backgroundChosen_ = true;
     Q_EMIT strokesChanged();
     Q_EMIT viewerWanted();
 }
 
 QString DrawingMode::drawingBackground() const {
     return around_.defaults.stringForKey(QStringLiteral("drawingBackgroundColour"));
+}
+
+// One left from an earlier run would hide the picture for no reason that can be seen.
+QString DrawingMode::shownBackground() const {
+    const bool drawn = drawingsAreShown() && canvas_.currentStrokesDictionary().hasStrokes();
+    return backgroundChosen_ || drawn ? drawingBackground() : QString();
 }
 
 void DrawingMode::strokeBegan(const QPointF& point) {

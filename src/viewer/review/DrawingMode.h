@@ -64,7 +64,9 @@ public:
     void toggleDisplayDrawings();                    ///< by "displayDrawingsOptions"
     [[nodiscard]] bool drawingsAreShown() const;     ///< the preference "displayDrawings"
     void setDrawingBackground(const QString& title); ///< "Black", "White"; any other shows the picture
-    [[nodiscard]] QString drawingBackground() const;
+    [[nodiscard]] QString drawingBackground() const; ///< the preference
+    /// What is in force of it: a background lies behind drawings, and by itself only if it was chosen in this run.
+    [[nodiscard]] QString shownBackground() const;
     [[nodiscard]] const DrawingCanvas& canvas() const { return canvas_; }
 
     // Strokes, points in the movie's pixels. A stroke stops a running movie.
@@ -107,7 +109,7 @@ private:
     [[nodiscard]] static BookmarkDrawing difference(const std::shared_ptr<Bookmark>& bookmark,
                                                     const Drawing& before);
     void storeCurrentDrawing();
-    void drawingPanelToggled(bool visible);
+    void drawingPanelToggled(bool visible, bool withAll);
     void takeTool(bool eraser);
     void change(std::vector<std::shared_ptr<Bookmark>> bookmarks, const std::function<void(Bookmark&)>& edit);
     void remember(Step step);
@@ -125,6 +127,7 @@ private:
     bool brushOn_ = false, eraserOn_ = false, scrollOn_ = false;
     double currentWidth_ = 0, currentOpacity_ = 1;
     QColor brushColour_;
+    bool backgroundChosen_ = false;
     using Histories = std::map<std::weak_ptr<Movie>, std::unique_ptr<History>, std::owner_less<>>;
     Histories histories_;
     History* history_; ///< of the movie, never null

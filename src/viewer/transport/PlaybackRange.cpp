@@ -68,11 +68,6 @@ void PlaybackRange::toggleTrimHandles() {
 
 void PlaybackRange::setPlaybackRange() {
     if (frameCount() == 0) return; // nothing on screen to apply it to; the next movie shown gets it
-    apply();
-    Q_EMIT applied();
-}
-
-void PlaybackRange::apply() {
     if (!defaults_.boolForKey(QStringLiteral("trimHandles"))) return endLoop();
     Q_EMIT bookmarkLoopsOffNeeded();
     const qint64 head = defaults_.integerForKey(QStringLiteral("handleHead"));

@@ -65,10 +65,8 @@ public:
 Q_SIGNALS:
     void changed();                ///< loop or bars
     void bookmarkLoopsOffNeeded(); ///< a handle range is about to be applied
-    void applied();                ///< `setPlaybackRange` is done: keys go back to the viewer
 
 private:
-    void apply();
     void warnOfLongHandles();
     void setBars(const BarState& bars);
     void store(const char* key, const QVariant& value);

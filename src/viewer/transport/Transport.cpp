@@ -17,10 +17,15 @@ Transport::Transport(Player& player, ViewerList& list, UserDefaults& defaults, Q
     , defaults_(defaults) {
     connect(&player_, &Player::didEnd, this, &Transport::movieDidEnd);
     connect(&player_, &Player::rateChanged, this, &Transport::stateChanged);
+    connect(&player_, &Player::openFailed, this, [this] { cannotBeShown_ = true; });
+    connect(&defaults_, &UserDefaults::changed, this, [this](const QString& key) {
+        if (key == QLatin1String("volume")) Q_EMIT volumeChanged(volume());
+    });
 }
 
 void Transport::setMovie(const std::shared_ptr<Movie>& movie) {
     movie_ = movie;
+    cannotBeShown_ = false;
     startAtFirstFrame_ = false;
 }
 
@@ -60,6 +65,7 @@ void Transport::playMovieBackwards() {
 // Pressed again in the direction of a run it speeds up: multiplier times the rate so far and two more.
 // Wanted.
 void Transport::run(int direction) {
+    if (!movie_ || cannotBeShown_) return; // nor would the next movie start by itself
     if (isOneFrame()) {
         if (isRunning()) pauseMovie();
         return;
@@ -171,7 +177,6 @@ float Transport::volume() const {
 void Transport::setVolume(float volume) {
     player_.setVolume(volume);
     defaults_.set(QStringLiteral("volume"), volume);
-    Q_EMIT volumeChanged(volume);
 }
 
 void Transport::setSliderTime(double sliderValue) {

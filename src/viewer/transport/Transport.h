@@ -57,7 +57,7 @@ public:
 
 Q_SIGNALS:
     void stateChanged();    ///< direction flags or rate
-    void volumeChanged(float volume);
+    void volumeChanged(float volume); ///< whoever sets the preference
     void runCommanded();    ///< play was pressed, either way
     void soughtBySlider();  ///< a hand chose the position
     void actionDone();      ///< after every transport action: texts, active bookmarks and drawings are to be refreshed
@@ -77,6 +77,7 @@ private:
     UserDefaults& defaults_;
     std::shared_ptr<Movie> movie_;
     bool forwards_ = false, backwards_ = false;
+    bool cannotBeShown_ = false;    ///< the movie's file is missing or cannot be read
     bool movieReachedEnd_ = false;  ///< set when a one-shot run, or a single item's in a list, ends
     MediaTime startTime_, endTime_; ///< of a single item's loop; nothing sets them, both are zero: wanted
     bool startAtFirstFrame_ = false; ///< the movie being opened starts there, whatever "loadFrame" says
