@@ -3,8 +3,8 @@
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
 #include "platform/Panels.h"
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <benchmark/benchmark.h>
@@ -75,13 +75,13 @@ struct Viewer {
     QTemporaryDir folder;
     MonotonicClock clock;
     Player player{clock};
-    UserDefaults defaults{QString()};
+    Preferences preferences;
     ScriptedAlerts alerts;
     ScriptedPanels panels;
     NoPasteboard pasteboard;
     NoBrowser browser;
     ReviewEdits edits;
-    MoviePlayerController controller{{defaults, alerts, pasteboard, browser, edits, player, panels}};
+    MoviePlayerController controller{{preferences, alerts, pasteboard, browser, edits, player, panels}};
     std::shared_ptr<Movie> movie;
 };
 

@@ -1,7 +1,7 @@
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
 #include "platform/Panels.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "support/PlayerBench.h"
 #include "ui/picture/DrawingOverlay.h"
 #include "ui/picture/PictureView.h"
@@ -63,14 +63,10 @@ Drawing drawingOf(int strokes, const QSizeF& movie) {
 class PaintBench {
 public:
     PaintBench() {
-        for (const char* key : {"brushWidth", "eraserWidth"})
-            defaults_.set(QLatin1String(key), 1.0);
-        for (const char* key : {"brushOpacity", "eraserOpacity"})
-            defaults_.set(QLatin1String(key), 1.0);
-        defaults_.set(QStringLiteral("brushColour"), QColor(Qt::yellow));
-        defaults_.set(QStringLiteral("displayDrawings"), true);
-        defaults_.set(QStringLiteral("displayDrawingsOptions"), QStringLiteral("Always"));
-        defaults_.set(QStringLiteral("loadFrame"), QStringLiteral("First Frame"));
+        preferences_.brushWidth.set(1);
+        preferences_.eraserWidth.set(1);
+        preferences_.brushColour.set(QColor(Qt::yellow));
+        preferences_.loadFrame.set(StartFrame::first);
         view_.resize(paintArea);
         view_.show();
         movie_ = std::make_shared<Movie>(bench::movie({.frames = 12}));
@@ -153,13 +149,14 @@ private:
 
     bench::HandClock clock_;
     Player player_{clock_};
-    UserDefaults defaults_{QString()};
+    Preferences preferences_;
     ScriptedAlerts alerts_;
     ScriptedPanels panels_;
     BenchPasteboard pasteboard_;
     BenchBrowser browser_;
     ReviewEdits edits_;
-    MoviePlayerController controller_{{defaults_, alerts_, pasteboard_, browser_, edits_, player_, panels_}};
+    MoviePlayerController controller_{
+        {preferences_, alerts_, pasteboard_, browser_, edits_, player_, panels_}};
     PictureView view_;
     std::shared_ptr<Movie> movie_;
     QSizeF size_;

@@ -7,18 +7,18 @@
 
 #include "app/PlaylistController.h"
 #include "model/Session.h"
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
-#include "ui/panels/BookmarkPanel.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
+#include "ui/common/Theme.h"
 #include "ui/desktop/DesktopProgram.h"
-#include "ui/panels/GradingPanel.h"
 #include "ui/library/ItemsPane.h"
 #include "ui/library/LibraryWindow.h"
+#include "ui/library/PlaylistsPane.h"
+#include "ui/panels/BookmarkPanel.h"
+#include "ui/panels/GradingPanel.h"
 #include "ui/panels/NotesPanel.h"
 #include "ui/picture/PictureView.h"
-#include "ui/library/PlaylistsPane.h"
-#include "ui/common/Theme.h"
 #include "ui/viewer/ViewerWindow.h"
 
 #include <QAction>

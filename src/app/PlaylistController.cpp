@@ -1,9 +1,9 @@
 #include "app/PlaylistController.h"
 
-#include "app/program/PreferencesTable.h"
 #include "app/links/ReviewLink.h"
 #include "platform/Alerts.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
+#include "preferences/StartupCorrections.h"
 
 #include <QDir>
 
@@ -27,7 +27,7 @@ QString temporarySessionPath(const SystemPlaces& places) {
 /// Before any part is made: some read preferences in their constructors.
 const PlaylistController::Surroundings&
 withPreferences(const PlaylistController::Surroundings& surroundings) {
-    preparePreferences(surroundings.defaults);
+    correctAtStart(surroundings.preferences);
     return surroundings;
 }
 
@@ -36,17 +36,17 @@ withPreferences(const PlaylistController::Surroundings& surroundings) {
 PlaylistController::PlaylistController(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(withPreferences(surroundings))
-    , thumbnails_(library_, surroundings_.defaults, progress_)
-    , fileStates_(library_, surroundings_.defaults)
-    , sessionFiles_({library_, surroundings_.defaults, surroundings_.alerts, surroundings_.panels,
+    , thumbnails_(library_, surroundings_.preferences, progress_)
+    , fileStates_(library_, surroundings_.preferences)
+    , sessionFiles_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels,
                      temporarySessionPath(surroundings_.places)})
-    , sessionMigration_(
-          {library_, surroundings_.defaults, surroundings_.alerts, sessionFiles_, fileStates_, thumbnails_})
-    , mediaAdding_({library_, surroundings_.defaults, surroundings_.panels, sessionFiles_, progress_,
+    , sessionMigration_({library_, surroundings_.preferences, surroundings_.alerts, sessionFiles_,
+                         fileStates_, thumbnails_})
+    , mediaAdding_({library_, surroundings_.preferences, surroundings_.panels, sessionFiles_, progress_,
                     thumbnails_, fileStates_})
     , playlistEditing_({library_, sessionFiles_, fileStates_, edits_, surroundings_.alerts})
-    , notesExport_({library_, surroundings_.defaults, surroundings_.alerts, surroundings_.panels})
-    , playerWindow_({surroundings_.defaults, surroundings_.alerts, surroundings_.pasteboard,
+    , notesExport_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels})
+    , playerWindow_({surroundings_.preferences, surroundings_.alerts, surroundings_.pasteboard,
                      surroundings_.fileBrowser, edits_, surroundings_.player, surroundings_.panels}) {
     playerWindow_.setLibrary(this);
     connectParts();
@@ -102,7 +102,7 @@ void PlaylistController::connectParts() {
 // Start-up and termination.
 
 void PlaylistController::awake() {
-    if (!surroundings_.defaults.boolForKey(QStringLiteral("loadPreviousSessionOnStartup"))) {
+    if (!surroundings_.preferences.loadPreviousSessionOnStartup()) {
         sessionIsThere(false);
         return;
     }
@@ -113,10 +113,10 @@ void PlaylistController::awake() {
 }
 
 void PlaylistController::sessionIsThere(bool restored) {
-    UserDefaults& defaults = surroundings_.defaults;
-    if (restored) sessionFiles_.setSessionTitle(defaults.stringForKey(QStringLiteral("Session Title")));
+    Preferences& preferences = surroundings_.preferences;
+    if (restored) sessionFiles_.setSessionTitle(preferences.sessionTitle());
     // Whether or not the session was restored; wanted.
-    sessionFiles_.setCurrentSessionPath(defaults.stringForKey(QStringLiteral("Session Path")));
+    sessionFiles_.setCurrentSessionPath(preferences.sessionPath());
     connect(&fileStates_, &FileStates::updated, this, &PlaylistController::probeWhatWasLeft,
             Qt::SingleShotConnection);
     fileStates_.updateAllFilePaths();
@@ -167,7 +167,7 @@ void PlaylistController::applicationWillTerminate() {
     thumbnails_.cancelAll();
     if (started_) sessionFiles_.saveTempSession(); // else the previous one still stands for what was there
     sessionFiles_.finishWriting();
-    surroundings_.defaults.synchronise();
+    surroundings_.preferences.synchronise();
 }
 
 void PlaylistController::checkToClose() {
@@ -184,10 +184,9 @@ void PlaylistController::loadMovieWindow() {
     const auto& rows = library_.selectedMovieRows();
     viewerPlaylist_ = library_.selectedPlaylist();
     playerWindow_.open(library_.arrangedMovies(), rows.empty() ? 0 : rows.front());
-    if (surroundings_.defaults.boolForKey(QStringLiteral("playMovieWhenViewerLaunches")))
+    if (surroundings_.preferences.playMovieWhenViewerLaunches())
         playerWindow_.transport().playMovieForwards();
-    if (mHidePlaylistWindow_ ||
-        surroundings_.defaults.boolForKey(QStringLiteral("hideMainWindowWhenPlayerLaunches")))
+    if (mHidePlaylistWindow_ || surroundings_.preferences.hideMainWindowWhenPlayerLaunches())
         Q_EMIT libraryHidden();
 }
 

@@ -29,7 +29,7 @@ class PlaylistController : public QObject, public LibraryLink {
     Q_OBJECT
 public:
     struct Surroundings {
-        UserDefaults& defaults;
+        Preferences& preferences;
         Alerts& alerts;
         Panels& panels;
         Pasteboard& pasteboard;
@@ -62,7 +62,7 @@ public:
     [[nodiscard]] PlaylistEditing& playlistEditing() { return playlistEditing_; }
     [[nodiscard]] NotesExport& notesExport() { return notesExport_; }
     [[nodiscard]] MoviePlayerController& playerWindow() { return playerWindow_; }
-    [[nodiscard]] UserDefaults& defaults() { return surroundings_.defaults; }
+    [[nodiscard]] Preferences& preferences() { return surroundings_.preferences; }
     [[nodiscard]] Pasteboard& pasteboard() { return surroundings_.pasteboard; }
     [[nodiscard]] FileBrowser& fileBrowser() { return surroundings_.fileBrowser; }
     [[nodiscard]] bool mHidePlaylistWindow() const { return mHidePlaylistWindow_; }

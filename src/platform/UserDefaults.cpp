@@ -7,9 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <condition_variable>
-#include <limits>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -22,21 +20,6 @@ constexpr std::chrono::milliseconds writeBehindDelay{300};
 constexpr std::chrono::milliseconds retryDelay{2000};
 constexpr int lastLockWaitMs = 5000;
 constexpr int lockWaitMs = 1000;
-
-/// A number object's truth and a text's, so that a value written by hand as YES works.
-bool preferenceTruth(const QVariant& value) {
-    if (value.typeId() != QMetaType::QString) return value.toBool();
-    const QString text = value.toString().trimmed();
-    return !text.isEmpty() && QStringLiteral("YyTt123456789").contains(text.front());
-}
-
-int preferenceInteger(const QVariant& value) {
-    if (value.typeId() != QMetaType::Double && value.typeId() != QMetaType::Float) return value.toInt();
-    // The variant rounds; a number object truncates.
-    const double real = std::trunc(value.toDouble());
-    const bool fits = real >= std::numeric_limits<int>::min() && real <= std::numeric_limits<int>::max();
-    return fits ? int(real) : 0;
-}
 
 } // namespace
 
@@ -136,9 +119,8 @@ QString UserDefaults::userFile() {
 }
 
 void UserDefaults::registerDefaults(const Table& table) {
-    table_ = table;
     store_->registered.clear();
-    for (const auto& [key, value] : table_)
+    for (const auto& [key, value] : table)
         store_->registered.insert(key, value);
 }
 
@@ -154,31 +136,6 @@ bool UserDefaults::hasStoredValue(const QString& key) const {
 
 QStringList UserDefaults::storedKeys() const {
     return store_->stored.keys();
-}
-
-bool UserDefaults::boolForKey(const QString& key) const {
-    return preferenceTruth(value(key));
-}
-
-int UserDefaults::integerForKey(const QString& key) const {
-    return preferenceInteger(value(key));
-}
-
-float UserDefaults::floatForKey(const QString& key) const {
-    return value(key).toFloat();
-}
-
-double UserDefaults::doubleForKey(const QString& key) const {
-    return value(key).toDouble();
-}
-
-QString UserDefaults::stringForKey(const QString& key) const {
-    return value(key).toString();
-}
-
-QColor UserDefaults::colourForKey(const QString& key) const {
-    const QVariant found = value(key);
-    return found.typeId() == QMetaType::QString ? QColor(found.toString()) : found.value<QColor>();
 }
 
 void UserDefaults::set(const QString& key, const QVariant& value) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -30,19 +29,11 @@ public:
     [[nodiscard]] static QString userFile();
 
     void registerDefaults(const Table& table); ///< replaces the registration layer
-    [[nodiscard]] const Table& registeredDefaults() const { return table_; }
 
     /// The value for this run, from the override, the store, or the registration layer, in that order; invalid when nowhere.
     [[nodiscard]] QVariant value(const QString& key) const;
     [[nodiscard]] bool hasStoredValue(const QString& key) const;
     [[nodiscard]] QStringList storedKeys() const;
-
-    [[nodiscard]] bool boolForKey(const QString& key) const;
-    [[nodiscard]] int integerForKey(const QString& key) const;
-    [[nodiscard]] float floatForKey(const QString& key) const;
-    [[nodiscard]] double doubleForKey(const QString& key) const;
-    [[nodiscard]] QString stringForKey(const QString& key) const; ///< null when nowhere
-    [[nodiscard]] QColor colourForKey(const QString& key) const;  ///< invalid when nowhere
 
     void set(const QString& key, const QVariant& value); ///< stores; announces when the value differs
     void remove(const QString& key);                     ///< forgets what is stored; the registered default applies again
@@ -54,7 +45,6 @@ Q_SIGNALS:
 
 private:
     class Store;
-    Table table_;
     std::unique_ptr<Store> store_;
 };
 

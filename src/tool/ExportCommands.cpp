@@ -19,7 +19,8 @@ void writeNotes(ToolContext& context, const QString& path, int playlistNumber,
     if (!playlist) return;
     const auto items = itemsOf(context, *playlist, path, numbers);
     if (!items) return;
-    const Result<void> written = writeFileAtomically(out, notesCsv(*items, notesOptions(context.defaults())));
+    const Result<void> written =
+        writeFileAtomically(out, notesCsv(*items, notesOptions(context.preferences())));
     if (!written) context.fail(out, written.error().text);
 }
 

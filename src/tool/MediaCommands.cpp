@@ -164,9 +164,8 @@ void addMediaCommands(CLI::App& app, ToolContext& context) {
     thumbnail->add_option("--choice", arguments->choice,
                           "which frame, e.g. \"Middle Frame\"; default: the preference");
     thumbnail->callback([=, &context] {
-        const QString choice = arguments->choice.empty()
-                                   ? context.defaults().stringForKey(QStringLiteral("thumbnailFrame"))
-                                   : QString::fromStdString(arguments->choice);
+        const QString choice = arguments->choice.empty() ? context.preferences().thumbnailFrame.text()
+                                                         : QString::fromStdString(arguments->choice);
         writeThumbnail(context, QString::fromStdString(arguments->file),
                        QString::fromStdString(arguments->out), choice);
     });

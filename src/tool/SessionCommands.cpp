@@ -54,10 +54,10 @@ void makeSession(ToolContext& context, const QString& out, const std::vector<Nam
     ProgressBoard progress;
     ScriptedAlerts alerts;
     ScriptedPanels panels;
-    Thumbnails thumbnails(library, context.defaults(), progress);
-    SessionFiles files({library, context.defaults(), alerts, panels, QString()});
-    FileStates fileStates(library, context.defaults());
-    MediaAdding adding({library, context.defaults(), panels, files, progress, thumbnails, fileStates});
+    Thumbnails thumbnails(library, context.preferences(), progress);
+    SessionFiles files({library, context.preferences(), alerts, panels, QString()});
+    FileStates fileStates(library, context.preferences());
+    MediaAdding adding({library, context.preferences(), panels, files, progress, thumbnails, fileStates});
     for (const NamedPaths& named : playlists) {
         const auto playlist = std::make_shared<Playlist>();
         playlist->name = named.name;
@@ -146,9 +146,7 @@ void addBookmark(ToolContext& context, const SessionItemArguments& item, const Q
                  const NewBookmark& wanted) {
     const std::optional<SessionItem> found = findItem(context, item);
     if (!found) return;
-    const qint64 duration = wanted.duration > 0
-                                ? wanted.duration
-                                : context.defaults().integerForKey(QStringLiteral("bookmarkDuration"));
+    const qint64 duration = wanted.duration > 0 ? wanted.duration : context.preferences().bookmarkDuration();
     const float fps = found->movie->mMovieFPS;
     const auto bookmark = std::make_shared<Bookmark>(wanted.first, duration, fps);
     bookmark->firstTC = timecodeText(wanted.first, fps);

@@ -28,36 +28,33 @@ QSize parsedSize(const std::string& text) {
                              : QSize();
 }
 
-/// The format by the name's extension, as the preference words it; empty for another.
-QString formatOf(const QString& path) {
+/// The format by the name's extension.
+SnapshotFormat formatOf(const QString& path) {
     const QString extension = QFileInfo(path).suffix().toLower();
-    if (extension == QLatin1String("jpg") || extension == QLatin1String("jpeg"))
-        return QStringLiteral("JPEG");
-    if (extension == QLatin1String("png")) return QStringLiteral("PNG");
-    if (extension == QLatin1String("tif") || extension == QLatin1String("tiff"))
-        return QStringLiteral("TIFF");
-    return {};
+    if (extension == QLatin1String("jpg") || extension == QLatin1String("jpeg")) return SnapshotFormat::jpeg;
+    if (extension == QLatin1String("png")) return SnapshotFormat::png;
+    if (extension == QLatin1String("tif") || extension == QLatin1String("tiff")) return SnapshotFormat::tiff;
+    return SnapshotFormat::none;
 }
 
 /// The player area as the viewer would show it: the picture fitted, with what the record and the preferences
 /// lay over it.
 AreaPicture areaOf(Movie& movie, const VideoFrame& frame, qint64 number, const QSize& size,
-                   const UserDefaults& defaults) {
+                   const Preferences& preferences) {
     AreaPicture area;
     area.frame = frame;
     const QSize shown = frame.displaySize();
     area.geometry.setArea(size);
     area.geometry.setMovie(shown.width(), shown.height(), float(shown.width()) / float(shown.height()));
-    area.mirrorLeftRight = defaults.boolForKey(QStringLiteral("mirrorY"));
-    area.mirrorUpsideDown = defaults.boolForKey(QStringLiteral("mirrorX"));
+    area.mirrorLeftRight = preferences.mirrorY();
+    area.mirrorUpsideDown = preferences.mirrorX();
     if (movie.applyGrade) area.colour = colourTransformOf(movie.grade());
-    if (defaults.boolForKey(QStringLiteral("showMask")))
-        area.mask = area.geometry.maskBars(defaults.doubleForKey(QStringLiteral("movieMaskRatio")));
-    area.maskOpacity = std::clamp(defaults.doubleForKey(QStringLiteral("movieMaskOpacity")), 0.0, 1.0);
+    if (preferences.showMask()) area.mask = area.geometry.maskBars(preferences.movieMaskRatio());
+    area.maskOpacity = std::clamp(double(preferences.movieMaskOpacity()), 0.0, 1.0);
     area.movieSize = movie.mMovieWidth > 0 && movie.mMovieHeight > 0
                          ? QSizeF(movie.mMovieWidth, movie.mMovieHeight)
                          : QSizeF(shown);
-    if (defaults.boolForKey(QStringLiteral("displayDrawings")))
+    if (preferences.displayDrawings())
         for (const auto& bookmark : movie.bookmarksForFrame(number))
             if (bookmark->hasDrawings()) area.strokes.append(bookmark->drawings);
     return area;
@@ -67,8 +64,8 @@ void snapshot(ToolContext& context, const SnapshotArguments& arguments) {
     const QString out = QString::fromStdString(arguments.out);
     const QSize size = parsedSize(arguments.size);
     if (size.isEmpty()) return context.fail(out, QStringLiteral("no such size, it wants WIDTHxHEIGHT"));
-    const QString format = formatOf(out);
-    if (format.isEmpty())
+    const SnapshotFormat format = formatOf(out);
+    if (format == SnapshotFormat::none)
         return context.fail(out, QStringLiteral("no such format, it wants .jpg, .png or .tif"));
     const std::optional<SessionItem> item = findItem(context, arguments.item);
     if (!item) return;
@@ -77,8 +74,8 @@ void snapshot(ToolContext& context, const SnapshotArguments& arguments) {
     if (!reader) return context.fail(path, reader.error().text);
     const Result<VideoFrame> frame = (*reader)->read(arguments.frame - 1);
     if (!frame) return context.fail(path, frame.error().text);
-    const AreaPicture area = areaOf(*item->movie, *frame, arguments.frame, size, context.defaults());
-    const float quality = context.defaults().floatForKey(QStringLiteral("compressionQuality"));
+    const AreaPicture area = areaOf(*item->movie, *frame, arguments.frame, size, context.preferences());
+    const float quality = context.preferences().compressionQuality();
     if (!writeSnapshot(renderAreaPicture(area, size), out, format, quality))
         context.fail(out, QStringLiteral("it cannot be written"));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 
 #include <QJsonDocument>
 #include <QString>
@@ -17,16 +17,16 @@ namespace daylark::tool {
 /// a failure on standard error. Main thread.
 class ToolContext {
 public:
-    explicit ToolContext(UserDefaults& defaults)
-        : defaults_(defaults) {}
+    explicit ToolContext(Preferences& preferences)
+        : preferences_(preferences) {}
 
-    [[nodiscard]] UserDefaults& defaults() { return defaults_; }
+    [[nodiscard]] Preferences& preferences() { return preferences_; }
     void print(const QJsonDocument& document);                  ///< the command's one document
     void fail(const QString& path, const QString& whatIsWrong); ///< "daylark-tool: <path>: <what is wrong>"
     [[nodiscard]] int exitStatus() const { return failed_ ? 1 : 0; }
 
 private:
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     bool failed_ = false;
 };
 

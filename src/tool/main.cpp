@@ -1,5 +1,4 @@
-#include "app/program/PreferencesTable.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "tool/ToolContext.h"
 
 #include <CLI/CLI.hpp>
@@ -12,19 +11,13 @@ using namespace daylark;
 
 namespace {
 
-/// "key=value" onto this run's preferences; the text takes the registered default's type.
-void overridePreferences(UserDefaults& defaults, const std::vector<std::string>& assignments) {
+/// "key=value" onto this run's preferences; read as the preference's type.
+void overridePreferences(Preferences& preferences, const std::vector<std::string>& assignments) {
     for (const std::string& assignment : assignments) {
         const size_t equals = assignment.find('=');
         if (equals == std::string::npos) throw CLI::ValidationError("--defaults", "needs key=value");
-        const QString key = QString::fromStdString(assignment.substr(0, equals));
-        QVariant value = QString::fromStdString(assignment.substr(equals + 1));
-        const QVariant registered = defaults.value(key);
-        if (registered.typeId() == QMetaType::Bool)
-            value = value.toString() == QLatin1String("YES") || value.toBool();
-        else if (registered.isValid() && value.canConvert(registered.metaType()))
-            value.convert(registered.metaType());
-        defaults.overrideForThisRun(key, value);
+        preferences.overrideForThisRun(QString::fromStdString(assignment.substr(0, equals)),
+                                       QString::fromStdString(assignment.substr(equals + 1)));
     }
 }
 
@@ -38,9 +31,8 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "daylark-tool: %s\n", qUtf8Printable(text));
     });
     QGuiApplication application(argc, argv);
-    UserDefaults defaults(UserDefaults::userFile());
-    defaults.registerDefaults(preferencesTable());
-    tool::ToolContext context(defaults);
+    Preferences preferences(UserDefaults::userFile());
+    tool::ToolContext context(preferences);
 
     CLI::App app("Daylark without a window: looks into movies and sessions, prints JSON", "daylark-tool");
     app.require_subcommand(1);
@@ -48,7 +40,7 @@ int main(int argc, char** argv) {
     std::vector<std::string> assignments;
     app.add_option("--defaults", assignments, "a preference for this run, as key=value; repeatable")
         ->allow_extra_args(false);
-    app.parse_complete_callback([&] { overridePreferences(defaults, assignments); });
+    app.parse_complete_callback([&] { overridePreferences(preferences, assignments); });
     addMediaCommands(app, context);
     addTimecodeCommand(app, context);
     addSnapshotCommand(app, context);

@@ -3,8 +3,8 @@
 #include "media/facts/TimecodeTrack.h"
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "viewer/LibraryLink.h"
 
 #include <QStringList>
@@ -26,20 +26,20 @@ MovieSound soundOf(const Movie& movie) {
 MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(surroundings)
-    , transport_(surroundings.player, list_, surroundings.defaults)
-    , time_(surroundings.player, surroundings.defaults)
-    , range_(surroundings.player, transport_, surroundings.defaults, surroundings.alerts)
+    , transport_(surroundings.player, list_, surroundings.preferences)
+    , time_(surroundings.player, surroundings.preferences)
+    , range_(surroundings.player, transport_, surroundings.preferences, surroundings.alerts)
     , bookmarks_(surroundings.player, transport_, time_, range_, surroundings.edits, surroundings.alerts,
-                 surroundings.defaults)
-    , panels_(surroundings.defaults, surroundings.alerts)
-    , drawing_(
-          {surroundings.defaults, surroundings.alerts, surroundings.edits, transport_, bookmarks_, panels_})
+                 surroundings.preferences)
+    , panels_(surroundings.preferences, surroundings.alerts)
+    , drawing_({surroundings.preferences, surroundings.alerts, surroundings.edits, transport_, bookmarks_,
+                panels_})
     , grade_(surroundings.edits, list_)
-    , geometry_(surroundings.defaults, drawing_, panels_)
-    , snapshots_(surroundings.defaults, surroundings.panels, list_, time_)
-    , input_({surroundings.defaults, transport_, bookmarks_, drawing_, grade_, panels_})
-    , neighbours_(surroundings.player, list_, surroundings.defaults)
-    , onscreenTextColour_(surroundings.defaults.colourForKey(QStringLiteral("onscreenTextColour"))) {
+    , geometry_(surroundings.preferences, drawing_, panels_)
+    , snapshots_(surroundings.preferences, surroundings.panels, list_, time_)
+    , input_({surroundings.preferences, transport_, bookmarks_, drawing_, grade_, panels_})
+    , neighbours_(surroundings.player, list_, surroundings.preferences)
+    , onscreenTextColour_(surroundings.preferences.onscreenTextColour()) {
     probePool_.setMaxThreadCount(1);
     timecodePool_.setMaxThreadCount(1);
     timer_.setInterval(1000);
@@ -52,13 +52,13 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
         if (open_) Q_EMIT windowOpened(); // to the front
     });
     // What is stored at closing must not undo what the person chose in the preferences meanwhile.
-    connect(&surroundings_.defaults, &UserDefaults::changed, this, [this](const QString& key) {
-        if (key == QLatin1String("onscreenTextColour"))
-            setOnscreenTextColour(surroundings_.defaults.colourForKey(key));
-        if (key == QLatin1String("brushColour")) setBrushColour(surroundings_.defaults.colourForKey(key));
-        if (key == QLatin1String("repeatType") || key == QLatin1String("volume"))
-            transport_.setQTAttributes();
-    });
+    Preferences& preferences = surroundings_.preferences;
+    connect(&preferences.onscreenTextColour, &PreferenceItem::changed, this,
+            [this] { setOnscreenTextColour(surroundings_.preferences.onscreenTextColour()); });
+    connect(&preferences.brushColour, &PreferenceItem::changed, this,
+            [this] { setBrushColour(surroundings_.preferences.brushColour()); });
+    connect(&preferences.repeatType, &PreferenceItem::changed, &transport_, &Transport::setQTAttributes);
+    connect(&preferences.volume, &PreferenceItem::changed, &transport_, &Transport::setQTAttributes);
     connect(&transport_, &Transport::actionDone, &time_, &TimeDisplay::setOverlayInfoDynamic);
     connect(&transport_, &Transport::stateChanged, &time_, &TimeDisplay::setOverlayInfoStatic);
     connect(&transport_, &Transport::runCommanded, &panels_, &ViewerPanels::hideCursorUntilMouseMoves);
@@ -130,7 +130,7 @@ void MoviePlayerController::displayCurrentMovie() {
 /// Off the network a movie is where its file bookmark leads, wherever it was moved; the record follows.
 void MoviePlayerController::openCurrentMovie() {
     Player& player = surroundings_.player;
-    if (surroundings_.defaults.boolForKey(QStringLiteral("networkMode")))
+    if (surroundings_.preferences.networkMode())
         return player.open(mCurrentMovie_->filepathString, soundOf(*mCurrentMovie_));
     fileWork_.run([this, opening = ++opening_, file = mCurrentMovie_->fileReference(false)] {
         WorkQueue::deliver(this, [this, opening, check = checkFile(file)] {
@@ -226,8 +226,8 @@ bool MoviePlayerController::windowShouldClose() {
 void MoviePlayerController::close() {
     if (!open_) return;
     updateMovieIcons();
-    surroundings_.defaults.set(QStringLiteral("brushColour"), drawing_.brushColour());
-    surroundings_.defaults.set(QStringLiteral("onscreenTextColour"), onscreenTextColour_);
+    surroundings_.preferences.brushColour.set(drawing_.brushColour());
+    surroundings_.preferences.onscreenTextColour.set(onscreenTextColour_);
     if (library_) library_->saveTempSession();
     transport_.reset();
     neighbours_.none();
@@ -242,8 +242,7 @@ void MoviePlayerController::close() {
     drawing_.setMovie(nullptr);
     grade_.setMovie(nullptr);
     geometry_.setMovie(nullptr);
-    // Spelled like this and read nowhere, so the real multiplier outlives the window; wanted.
-    surroundings_.defaults.set(QStringLiteral("rateMultplier"), 1.0);
+    surroundings_.preferences.rateMultiplierAtClose.set(1.0);
     open_ = false;
     timer_.stop();
     Q_EMIT windowClosed();

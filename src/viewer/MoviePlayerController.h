@@ -33,7 +33,7 @@ class LibraryLink;
 class Panels;
 class Pasteboard;
 class Player;
-class UserDefaults;
+class Preferences;
 
 /// The viewer: a thin owner of its parts, which do the work. There is one for the program's life; its window
 /// is a view that renders the parts' state. Interface thread.
@@ -41,7 +41,7 @@ class MoviePlayerController : public QObject {
     Q_OBJECT
 public:
     struct Surroundings {
-        UserDefaults& defaults;
+        Preferences& preferences;
         Alerts& alerts;
         Pasteboard& pasteboard;
         FileBrowser& fileBrowser;
@@ -73,7 +73,7 @@ public:
     [[nodiscard]] ViewerInput& input() { return input_; }
     [[nodiscard]] Player& player() { return surroundings_.player; }
     [[nodiscard]] ReviewEdits& edits() { return surroundings_.edits; }
-    [[nodiscard]] UserDefaults& defaults() { return surroundings_.defaults; }
+    [[nodiscard]] Preferences& preferences() { return surroundings_.preferences; }
     [[nodiscard]] std::shared_ptr<Movie> currentMovie() const { return mCurrentMovie_; }
 
     void displayCurrentMovie(); ///< shows the movie now selected in the list

@@ -1,11 +1,11 @@
 #include "viewer/ViewerInput.h"
 
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
+#include "viewer/display/ViewerPanels.h"
 #include "viewer/review/DrawingMode.h"
-#include "viewer/transport/Transport.h"
 #include "viewer/review/ViewerBookmarks.h"
 #include "viewer/review/ViewerGrade.h"
-#include "viewer/display/ViewerPanels.h"
+#include "viewer/transport/Transport.h"
 
 namespace daylark {
 
@@ -16,9 +16,7 @@ ViewerInput::ViewerInput(const Surroundings& surroundings, QObject* parent)
 void ViewerInput::keyDown(int keyCode) {
     Q_EMIT hideVolume();
     const bool fullScreen = around_.panels.isFullScreen();
-    if (fullScreen && keyCode != keyEscape &&
-        around_.defaults.boolForKey(QStringLiteral("disableHotkeysInFullScreenMode")))
-        return;
+    if (fullScreen && keyCode != keyEscape && around_.preferences.disableHotkeysInFullScreenMode()) return;
     switch (keyCode) {
     case keySpace:
         return around_.transport.playPauseMovie();
@@ -83,7 +81,7 @@ void ViewerInput::scrollWheel(double deltaY, bool command) {
 }
 
 void ViewerInput::movieList(bool show) {
-    around_.defaults.set(QStringLiteral("restorePlaylistDrawer"), int(show));
+    around_.preferences.restorePlaylistDrawer.set(int(show));
     Q_EMIT showMovieList(show);
 }
 
@@ -98,11 +96,9 @@ void ViewerInput::mouseDown() {
 
 void ViewerInput::mouseEntered(const QString& namedArea) {
     if (!around_.panels.isFullScreen()) return;
-    if (namedArea == QLatin1String("movieListArea") &&
-        !around_.defaults.boolForKey(QStringLiteral("disableRightMouseZone")))
+    if (namedArea == QLatin1String("movieListArea") && !around_.preferences.disableRightMouseZone())
         movieList(true);
-    if (namedArea == QLatin1String("playbackArea") &&
-        !around_.defaults.boolForKey(QStringLiteral("disableLowerMouseZone")))
+    if (namedArea == QLatin1String("playbackArea") && !around_.preferences.disableLowerMouseZone())
         around_.panels.show(ViewerPanel::controls, true);
 }
 

@@ -7,7 +7,7 @@ namespace daylark {
 
 class DrawingMode;
 class Transport;
-class UserDefaults;
+class Preferences;
 class ViewerBookmarks;
 class ViewerGrade;
 class ViewerPanels;
@@ -19,7 +19,7 @@ class ViewerInput : public QObject {
     Q_OBJECT
 public:
     struct Surroundings {
-        UserDefaults& defaults;
+        Preferences& preferences;
         Transport& transport;
         ViewerBookmarks& bookmarks;
         DrawingMode& drawing;

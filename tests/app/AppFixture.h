@@ -4,7 +4,7 @@
 #include "model/Session.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "support/PlayerBench.h"
 
 #include <QDir>
@@ -38,10 +38,10 @@ protected:
     void TearDown() override { controller.reset(); }
 
     void start() {
-        defaults = std::make_unique<UserDefaults>(path(u"preferences.ini"_s));
+        preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
         player = std::make_unique<Player>(clock);
         controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-            *defaults, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
+            *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
         bool started = false;
         QObject::connect(controller.get(), &PlaylistController::started, [&started] { started = true; });
         controller->awake();
@@ -51,12 +51,12 @@ protected:
         controller->applicationWillTerminate();
         controller.reset();
         player.reset();
-        defaults.reset();
+        preferences.reset();
     }
     void crash() { // nothing is told, nothing is written by hand
         controller.reset();
         player.reset();
-        defaults.reset();
+        preferences.reset();
     }
 
     [[nodiscard]] QString path(const QString& name) const { return QDir(folder.path()).filePath(name); }
@@ -117,7 +117,7 @@ protected:
 
     QTemporaryDir folder;
     bench::HandClock clock;
-    std::unique_ptr<UserDefaults> defaults;
+    std::unique_ptr<Preferences> preferences;
     ScriptedAlerts alerts;
     ScriptedPanels panels;
     NotedPasteboard pasteboard;

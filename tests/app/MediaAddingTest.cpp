@@ -58,7 +58,7 @@ TEST_F(MediaAddingTest, AFolderGivesItsMoviesDepthFirstByPathAndStillsOnlyByPref
     settleAdding();
     EXPECT_EQ(shownNames(), (QStringList{u"z.MXF"_s, u"b.mov"_s}));
 
-    defaults->set(u"allowImageFiles"_s, true);
+    preferences->allowImageFiles.set(true);
     addPlaylist(u"With stills"_s, {});
     adding().addMediaFoldersToSelectedPlaylist({path(u"day"_s)});
     settleAdding();
@@ -166,7 +166,7 @@ TEST_F(MediaAddingTest, ItemsGoWhereTheyWereDroppedEvenIfThePersonLooksElsewhere
 }
 
 TEST_F(MediaAddingTest, OpenWithAddsAMovieSelectsItAndTakesNoStills) {
-    defaults->set(u"allowImageFiles"_s, true);
+    preferences->allowImageFiles.set(true);
     int opened = 0;
     bool launch = true;
     QObject::connect(&adding(), &MediaAdding::openedFromDesktop, [&](bool launchViewer) {
@@ -199,10 +199,10 @@ TEST_F(MediaAddingTest, OpenWithAddsAMovieSelectsItAndTakesNoStills) {
 TEST_F(MediaAddingTest, FilesOpenedBeforeTheSessionIsThereWaitForIt) {
     addPlaylist(u"Day 1"_s, {});
     quit();
-    defaults = std::make_unique<UserDefaults>(path(u"preferences.ini"_s));
+    preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
     player = std::make_unique<Player>(clock);
     controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-        *defaults, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
+        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
     controller->awake();
     controller->openFiles({makeFile(u"a.mov"_s), dayFolder()});
     ASSERT_TRUE(waitUntil([this] { return library().playlists().size() == 2; }));

@@ -180,7 +180,7 @@ TEST_F(MediaStatesTest, AMovedFileIsFoundAgainByItsBookmarkOffTheNetwork) {
     const auto movie = library().arrangedMovies()[0];
     refreshFileStates(); // by path alone
     EXPECT_EQ(movie->creatingThumbnailText, fileNotFoundText);
-    defaults->set(u"networkMode"_s, false);
+    preferences->networkMode.set(false);
     refreshFileStates();
     EXPECT_EQ(movie->filepathString, path(u"new.mov"_s));
     EXPECT_EQ(movie->filenameString, u"new.mov"_s);
@@ -193,7 +193,7 @@ TEST_F(MediaStatesTest, TheViewerFindsAMovedFileAsTheLibraryDoes) {
     settleThumbnails();
     ASSERT_TRUE(QFile::rename(path(u"old.mov"_s), path(u"new.mov"_s)));
     const auto movie = library().arrangedMovies()[0];
-    defaults->set(u"networkMode"_s, false);
+    preferences->networkMode.set(false);
     library().selectMovies({0});
     controller->loadMovieWindow();
     ASSERT_TRUE(waitUntil([this] { return player->isOpen() || !alerts.shown.empty(); }));
@@ -239,7 +239,7 @@ TEST_F(MediaStatesTest, AReviewInTheViewerIsFoundAgainAtTheNextStart) {
 
     ASSERT_TRUE(controller->playerWindow().windowShouldClose());
     controller->playerWindow().close();
-    defaults->set(u"playMovieWhenViewerLaunches"_s, true);
+    preferences->playMovieWhenViewerLaunches.set(true);
     controller->loadMovieWindow();
     ASSERT_TRUE(waitUntil([this] { return player->isOpen(); }));
     EXPECT_TRUE(controller->playerWindow().transport().movieIsPlayingForwards());

@@ -24,8 +24,8 @@ protected:
 };
 
 TEST_F(NotesExportTest, TheScopeFollowsTheSenderAndTheSortGoesBackAfterwards) {
-    defaults->set(u"printBookmarksInNotes"_s, false);
-    defaults->set(u"905"_s, u"Edit"_s);
+    preferences->printBookmarksInNotes.set(false);
+    preferences->statusNames[4].set(u"Edit"_s);
     library().selectMovies({1});
     controller->setFlagOfSelectedMovies({{}, 905});
     EXPECT_EQ(exportTo(u"all.csv"_s, u"Export Playlist Notes..."_s),
@@ -54,10 +54,10 @@ TEST_F(NotesExportTest, ACancelledDialogWritesNothingAndTheFormatKeepsTheExtensi
     const SavePanel& panel = panels.savesShown.back();
     EXPECT_EQ(panel.accessoryTitles, NotesExport::formatTitles());
     EXPECT_EQ(panel.accessoryChosen(u"RTF (Rich Text)"_s, u"my.notes.csv"_s), u"my.notes.rtf"_s);
-    EXPECT_EQ(defaults->stringForKey(u"notesExportFormat"_s), u"RTF (Rich Text)"_s);
+    EXPECT_EQ(preferences->notesExportFormat(), u"RTF (Rich Text)"_s);
     EXPECT_EQ(panel.accessoryChosen(u"CSV (Comma Separated Values)"_s, u"plain"_s), u"plain.csv"_s);
 
-    defaults->set(u"notesExportFormat"_s, u"PDF"_s);
+    preferences->notesExportFormat.set(u"PDF"_s);
     panels.saveAnswers = {path(u"x.pdf"_s)};
     controller->notesExport().exportNotes({u"Export Playlist Notes..."_s, 0});
     EXPECT_EQ(panels.savesShown.back().proposedName, QString());

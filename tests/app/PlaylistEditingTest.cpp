@@ -172,7 +172,7 @@ TEST_F(PlaylistEditingTest, ClearSessionAsksAndForgetsThePath) {
     editing().removeAllPlaylists(true);
     EXPECT_TRUE(library().playlists().empty());
     EXPECT_TRUE(library().arrangedMovies().empty());
-    EXPECT_FALSE(defaults->hasStoredValue(u"Session Path"_s));
+    EXPECT_FALSE(preferences->sessionPath.isStored());
     editing().removeAllPlaylists(true); // nothing to ask for
     EXPECT_EQ(alerts.shown.size(), 2u);
 }

@@ -54,7 +54,7 @@ TEST_F(SessionFilesTest, TheFirstSaveAsksAndTheSecondWritesSilentlyToTheSameFile
     EXPECT_EQ(panels.savesShown[0].proposedName, QString());
     EXPECT_EQ(panels.savesShown[0].allowedTypes, QStringList{u"dls"_s});
     EXPECT_EQ(sessionFiles().currentSessionPath(), path(u"review.dls"_s));
-    EXPECT_EQ(defaults->stringForKey(u"Session Path"_s), path(u"review.dls"_s));
+    EXPECT_EQ(preferences->sessionPath(), path(u"review.dls"_s));
     EXPECT_FALSE(sessionFiles().sessionIsModified());
     EXPECT_EQ(rootKeys(path(u"review.dls"_s)), QStringList{u"playlists"_s});
 
@@ -113,7 +113,7 @@ TEST_F(SessionFilesTest, ImportIntoAnEmptyLibraryMakesTheFileTheCurrentSession) 
     EXPECT_EQ(library().selectedPlaylistRows(), Library::Rows{0});
     EXPECT_EQ(library().selectedMovieRows(), Library::Rows{0});
     EXPECT_EQ(sessionFiles().windowTitle(), u"Show 7"_s);
-    EXPECT_EQ(defaults->stringForKey(u"Session Title"_s), u"Show 7"_s);
+    EXPECT_EQ(preferences->sessionTitle(), u"Show 7"_s);
     EXPECT_EQ(sessionFiles().currentSessionPath(), file);
     EXPECT_FALSE(sessionFiles().sessionIsModified());
     EXPECT_FALSE(

@@ -98,9 +98,9 @@ TEST_F(SessionMigrationTest, UpdateAtTheStartReplacesOnlyOlderItemsInTheirPlaces
     const auto shared = olderMovie(u"a.mov"_s);
     write(temporarySession(), {playlistOf(u"Day 1"_s, {shared, current, olderMovie(u"c.mov"_s, 3)}),
                                playlistOf(u"Day 2"_s, {shared})});
-    defaults = std::make_unique<UserDefaults>(path(u"preferences.ini"_s));
-    defaults->set(u"networkMode"_s, false);
-    defaults.reset();
+    preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
+    preferences->networkMode.set(false);
+    preferences.reset();
     startAnswering({Alerts::firstButton});
 
     ASSERT_EQ(alerts.shown.size(), 1u);
@@ -109,7 +109,7 @@ TEST_F(SessionMigrationTest, UpdateAtTheStartReplacesOnlyOlderItemsInTheirPlaces
               "\"Update\" below to update them. Drawings in these movies will be lost."_s);
     EXPECT_EQ(alerts.shown[0].buttons, (QStringList{u"Update"_s, u"Start New Session"_s}));
     EXPECT_EQ(alerts.shown[0].style, AlertStyle::informational);
-    EXPECT_FALSE(defaults->boolForKey(u"networkMode"_s));
+    EXPECT_FALSE(preferences->networkMode());
     EXPECT_FALSE(hasOlder());
     EXPECT_EQ(library().selectedPlaylistRows(), Library::Rows{1});
     library().selectPlaylist(0);
@@ -173,11 +173,11 @@ TEST_F(SessionMigrationTest, BookmarksTimecodesCountFromTheStartOfTheTimecodeTra
 
 TEST_F(SessionMigrationTest, ANewSessionEmptiesTheLibraryAndTheNetworkModeStaysOn) {
     start();
-    defaults->set(u"networkMode"_s, false);
+    preferences->networkMode.set(false);
     addPlaylist(u"Mine"_s, {u"m.mov"_s});
     controller->sessionMigration().checkMovies();
     EXPECT_TRUE(alerts.shown.empty()) << "nothing older, nothing asked";
-    EXPECT_FALSE(defaults->boolForKey(u"networkMode"_s));
+    EXPECT_FALSE(preferences->networkMode());
 
     write(path(u"old.dls"_s), {playlistOf(u"Old"_s, {olderMovie(u"a.mov"_s)})});
     alerts.answers = {Alerts::secondButton, Alerts::secondButton}; // add to the session; start a new one
@@ -187,7 +187,7 @@ TEST_F(SessionMigrationTest, ANewSessionEmptiesTheLibraryAndTheNetworkModeStaysO
     EXPECT_TRUE(alerts.shown[1].message.startsWith(u"Some items in this session"_s));
     EXPECT_TRUE(library().playlists().empty());
     EXPECT_TRUE(sessionFiles().currentSessionPath().isEmpty());
-    EXPECT_TRUE(defaults->boolForKey(u"networkMode"_s));
+    EXPECT_TRUE(preferences->networkMode());
 }
 
 TEST_F(SessionMigrationTest, AQuestionClosedWithoutAnAnswerEndsTheProgramAndLosesNothing) {

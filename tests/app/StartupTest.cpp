@@ -39,7 +39,7 @@ TEST_F(StartupTest, WithoutThePreviousSessionTheLibraryIsEmptyButThePathIsKept) 
     start();
     addPlaylist(u"Day 1"_s, {});
     sessionFiles().setCurrentSessionPath(path(u"show.dls"_s));
-    defaults->set(u"loadPreviousSessionOnStartup"_s, false);
+    preferences->loadPreviousSessionOnStartup.set(false);
     quit();
     start();
     EXPECT_TRUE(library().playlists().empty());
@@ -66,10 +66,10 @@ TEST_F(StartupTest, QuittingWhileThePreviousSessionIsStillBeingReadLosesNothing)
     sessionFiles().setCurrentSessionPath(path(u"show.dls"_s));
     quit();
 
-    defaults = std::make_unique<UserDefaults>(path(u"preferences.ini"_s));
+    preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
     player = std::make_unique<Player>(clock);
     controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-        *defaults, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
+        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
     controller->awake();
     quit(); // no event was handled in between
 

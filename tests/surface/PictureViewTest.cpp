@@ -36,7 +36,7 @@ protected:
         if (wanted == u"OpenGL"_s && QGuiApplication::platformName() == u"offscreen"_s)
             GTEST_SKIP() << "no OpenGL in windows that are not shown";
         view.resize(400, 300);
-        view.chooseRenderer(wanted);
+        view.chooseRenderer(valueOfWord<RendererChoice>(wanted));
         ASSERT_TRUE(bench::waitUntil([&] { return view.rendererName().startsWith(wanted); }));
         view.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));

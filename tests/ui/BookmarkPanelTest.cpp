@@ -121,7 +121,7 @@ TEST_F(BookmarkPanelTest, TypedTextsAndLengthsReachTheBookmarkAndThePicture) {
     EXPECT_EQ(bookmark(0)->overlayString, QStringLiteral("boom in l f"));
     EXPECT_EQ(bookmarks.overlayTextData(), QStringLiteral("  boom in l f"));
     EXPECT_TRUE(window->picture()->headsUp().overlayText.contains(QStringLiteral("boom in l f")));
-    defaults.set(QStringLiteral("onscreenTextColour"), QColor(1, 2, 3));
+    preferences.onscreenTextColour.set(QColor(1, 2, 3));
     EXPECT_EQ(window->picture()->headsUp().overlayColour, QColor(1, 2, 3));
     typeInto(0, BookmarkRows::noteColumn, "see B");
     EXPECT_EQ(bookmark(0)->overlayString2, QStringLiteral("see B"));

@@ -84,7 +84,7 @@ TEST_F(ControlsTest, DrawingsStandOnThePictureOnBlackOrOnWhite) {
     ASSERT_TRUE(behind);
     const QColor picture = middleOfPicture();
     choose(behind, "Black");
-    EXPECT_EQ(defaults.stringForKey(QStringLiteral("drawingBackgroundColour")), QStringLiteral("Black"));
+    EXPECT_EQ(preferences.drawingBackgroundColour(), DrawingBackground::black);
     EXPECT_EQ(middleOfPicture(), QColor(Qt::black));
     choose(behind, "White");
     EXPECT_EQ(middleOfPicture(), QColor(Qt::white));
@@ -108,7 +108,7 @@ TEST_F(ControlsTest, TheVolumeGoesByWheelOnItsButtonAndByHandOnItsSlider) {
     ASSERT_TRUE(slider->isVisible());
     QTest::mouseClick(slider, Qt::LeftButton, {}, QPoint(slider->width() / 2, 3)); // above its handle
     EXPECT_GT(player.volume(), 0.6F);
-    EXPECT_FLOAT_EQ(defaults.floatForKey(QStringLiteral("volume")), player.volume());
+    EXPECT_FLOAT_EQ(preferences.volume(), player.volume());
     EXPECT_TRUE(slider->isVisible());
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_TRUE(bench::waitUntil([slider] { return !slider->isVisible(); }));
@@ -118,7 +118,7 @@ TEST_F(ControlsTest, TheVolumesIconFollowsThePreferenceAndTheNextMovieAFlagSetEl
     openTwo();
     auto* button = child<VolumeButton>("volume");
     const QString half = button->toolTip();
-    prefer("volume", 0.0F); // by the preferences window
+    preferences.volume.set(0.0F); // by the preferences window
     EXPECT_NE(button->toolTip(), half);
     EXPECT_EQ(button->slider()->value(), 0);
     EXPECT_EQ(player.volume(), 0.0F);
@@ -176,16 +176,16 @@ TEST_F(ControlsTest, EachThumbnailChoiceOfTheMenuAsksForItself) {
 
 TEST_F(ControlsTest, TheRendererChosenLeavesTheOpenViewerAsItIs) {
     openFrames(24);
-    PreferencesWindow preferences(defaults, nullptr);
-    preferences.show();
-    auto* choice = preferences.findChild<QComboBox*>(QStringLiteral("pictureRenderer"));
+    PreferencesWindow dialog(preferences, nullptr);
+    dialog.show();
+    auto* choice = dialog.findChild<QComboBox*>(QStringLiteral("pictureRenderer"));
     ASSERT_TRUE(choice);
     choose(choice, "OpenGL");
-    EXPECT_EQ(defaults.stringForKey(QStringLiteral("pictureRenderer")), QStringLiteral("OpenGL"));
+    EXPECT_EQ(preferences.pictureRenderer(), RendererChoice::openGl);
     EXPECT_TRUE(window->picture()->rendererName().startsWith(QStringLiteral("Software")));
     EXPECT_SHOWN(1);
     choose(choice, "Software");
-    EXPECT_EQ(defaults.stringForKey(QStringLiteral("pictureRenderer")), QStringLiteral("Software"));
+    EXPECT_EQ(preferences.pictureRenderer(), RendererChoice::software);
     window->close();
     show({first});
     EXPECT_EQ(window->picture()->rendererName(), QStringLiteral("Software"));

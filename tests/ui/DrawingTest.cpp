@@ -18,10 +18,10 @@ namespace {
 class DrawingTest : public ViewerWindowFixture {
 protected:
     DrawingTest() {
-        prefer("autoSwitchToDrawingMode", false);
-        prefer("brushWidth", 12.0);
-        prefer("eraserWidth", 30.0);
-        prefer("brushColour", QColor(255, 255, 0));
+        preferences.autoSwitchToDrawingMode.set(false);
+        preferences.brushWidth.set(12.0);
+        preferences.eraserWidth.set(30.0);
+        preferences.brushColour.set(QColor(255, 255, 0));
     }
     void open() {
         openFrames(24);
@@ -118,7 +118,7 @@ TEST_F(DrawingTest, ADrawingStaysOnItsDetailWhenZoomedResizedMirroredAndSteppedA
     window->commands().action(QStringLiteral("viewer.firstFrame"))->trigger();
     ASSERT_EQ(pictureOnScreen(), 1);
     EXPECT_TRUE(isYellow(at(0.3, 0.3)));
-    prefer("displayDrawingsOptions", "Only When Paused");
+    preferences.displayDrawingsOptions.set(DrawingsShown::onlyWhenPaused);
     trigger("viewer.playPause");
     EXPECT_FALSE(isYellow(at(0.3, 0.3)));
     trigger("viewer.playPause");
@@ -178,8 +178,8 @@ TEST_F(DrawingTest, TheFirstClickOnTheViewerDrawsWhileAnotherWindowIsActive) {
 
 TEST_F(DrawingTest, ASnapshotOfAZoomedMirroredMaskedAndDrawnPictureHoldsThePixelsOnScreen) {
     open();
-    prefer("movieMaskOpacity", 0.6);
-    prefer("snapshotFileFormat", "PNG");
+    preferences.movieMaskOpacity.set(0.6);
+    preferences.snapshotFileFormat.set(SnapshotFormat::png);
     press("Draw");
     panel->opacitySlider()->setValue(50);
     stroke({at(0.1, 0.2), at(0.5, 0.7), at(0.9, 0.3), at(0.3, 0.45)});
@@ -214,7 +214,7 @@ TEST_F(DrawingTest, TheHandMovesAFittedPictureWithItsDrawingAndMask) {
     open();
     press("Draw");
     stroke({at(0.2, 0.3), at(0.4, 0.3)});
-    prefer("movieMaskOpacity", 1.0);
+    preferences.movieMaskOpacity.set(1.0);
     trigger("viewer.mask.2.35");
     press("Scroll");
     const QRectF before = window->picture()->pictureRect();
@@ -236,8 +236,8 @@ TEST_F(DrawingTest, TheHandMovesAFittedPictureWithItsDrawingAndMask) {
 }
 
 TEST_F(DrawingTest, DrawingsComeBackWhereARunEndsByItself) {
-    prefer("repeatType", "Play Movie Once");
-    prefer("displayDrawingsOptions", "Only When Paused");
+    preferences.repeatType.set(RepeatMode::playMovieOnce);
+    preferences.displayDrawingsOptions.set(DrawingsShown::onlyWhenPaused);
     open();
     press("Draw");
     trigger("viewer.lastFrame");
@@ -254,7 +254,7 @@ TEST_F(DrawingTest, DrawingsComeBackWhereARunEndsByItself) {
 }
 
 TEST_F(DrawingTest, ABackgroundLeftFromAnotherRunLiesOnlyBehindDrawings) {
-    prefer("drawingBackgroundColour", "Black");
+    preferences.drawingBackgroundColour.set(DrawingBackground::black);
     open();
     const QColor picture = pixel(at(0.5, 0.9));
     ASSERT_NE(picture, QColor(Qt::black));
@@ -286,7 +286,7 @@ TEST_F(DrawingTest, TheHandMovesAZoomedPictureAndTheMaskLiesOnIt) {
     EXPECT_NEAR(moved.y(), 25, 0.7);
     EXPECT_EQ(window->picture()->cursor().shape(), Qt::OpenHandCursor);
     trigger("viewer.fit");
-    prefer("movieMaskOpacity", 1.0);
+    preferences.movieMaskOpacity.set(1.0);
     trigger("viewer.mask.2.35");
     EXPECT_EQ(window->commands().action(QStringLiteral("viewer.mask"))->text(), QStringLiteral("Hide Mask"));
     EXPECT_EQ(pixel(at(0.5, 0.97)), QColor(Qt::black));

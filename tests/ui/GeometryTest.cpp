@@ -52,10 +52,10 @@ TEST_F(GeometryTest, WindowSizesAreThoseOfThePictureAndNeverLeaveTheScreen) {
     EXPECT_EQ(window->width(), std::min(2048, screenRoom().width()));
     trigger("viewer.windowHalf");
     EXPECT_EQ(area().width(), std::min(1024, screenRoom().width()));
-    prefer("favouriteWidth", 600);
-    prefer("favouriteHeight", 500);
-    prefer("favouritePositionX", 40);
-    prefer("favouritePositionY", 50);
+    preferences.panelLayout1.viewerWidth.set(600);
+    preferences.panelLayout1.viewerHeight.set(500);
+    preferences.panelLayout1.viewerX.set(40);
+    preferences.panelLayout1.viewerY.set(50);
     trigger("viewer.windowFavourite");
     EXPECT_EQ(window->geometry().topLeft(), QPoint(40, 50));
     EXPECT_EQ(window->size(), QSize(600, 500));
@@ -70,7 +70,7 @@ TEST_F(GeometryTest, ASavedLayoutGivesTheViewersOwnFrameBackPanelsAndProportions
     const QRect saved(30, 40, 740, 640); // fits on any screen
     window->setGeometry(saved);
     ASSERT_TRUE(bench::waitUntil([&] { return window->geometry() == saved; }));
-    ASSERT_TRUE(defaults.boolForKey(QStringLiteral("constrainViewerToMovieProportions")));
+    ASSERT_TRUE(preferences.constrainViewerToMovieProportions());
     save(Alerts::firstButton);
     trigger("viewer.playlistDrawer");
     for (const char* command : {"viewer.windowFavourite", "viewer.restorePanelLayout1"}) {
@@ -85,7 +85,7 @@ TEST_F(GeometryTest, ASavedLayoutGivesTheViewersOwnFrameBackPanelsAndProportions
 }
 
 TEST_F(GeometryTest, ConstrainedTheWindowKeepsTheMoviesProportionsWhenDraggedAndWhenAMovieIsLoaded) {
-    prefer("constrainViewerToMovieProportions", true);
+    preferences.constrainViewerToMovieProportions.set(true);
     window->resize(760, 700);
     openTwo();
     EXPECT_GT(area().width(), 600); // not smaller than it was for want of knowing the movie

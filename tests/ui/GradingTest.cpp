@@ -90,8 +90,8 @@ TEST_F(GradingTest, CopiedGradesArePastedOntoWhatIsSelectedAndOntoAll) {
 
 TEST_F(GradingTest, ASnapshotHoldsWhatIsOnTheScreen) {
     openFrames(24);
-    prefer("displayFrameCounter", true);
-    prefer("snapshotFileFormat", "PNG");
+    preferences.displayFrameCounter.set(true);
+    preferences.snapshotFileFormat.set(SnapshotFormat::png);
     edits.setGrade(first, {.saturation = 0.3, .gamma = 1.4});
     goTo(7);
     ASSERT_EQ(pictureOnScreen(), 7);

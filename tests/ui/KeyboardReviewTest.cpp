@@ -32,10 +32,10 @@ protected:
         spec.timecode = QStringLiteral("01:00:10:00");
         ASSERT_TRUE(makeMovie(spec));
         first = record(spec.path);
-        prefer("displayFrameCounter", true);
-        prefer("displayTimecode", true);
-        prefer("displayFilename", true);
-        prefer("bookmarkDuration", 12);
+        preferences.displayFrameCounter.set(true);
+        preferences.displayTimecode.set(true);
+        preferences.displayFilename.set(true);
+        preferences.bookmarkDuration.set(12);
         show({first});
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
         ASSERT_TRUE(robot.waitFor([this] { return window->picture()->hasFocus(); }));

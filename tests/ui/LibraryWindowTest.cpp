@@ -99,7 +99,7 @@ TEST_F(LibraryWindowTest, BothViewsShowOneSelection) {
 TEST_F(LibraryWindowTest, FlagsAreSetByKeyAndByContextMenuUnderTheUsersNames) {
     openWindow();
     addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s});
-    defaults->set(u"902"_s, u"Good & Cheap"_s);
+    preferences->statusNames[1].set(u"Good & Cheap"_s);
     click(tiles(), 0, MoviesModel::nameColumn);
     key(Qt::Key_4, Qt::ControlModifier);
     EXPECT_EQ(library().arrangedMovies()[0]->flagString, u"904"_s);
@@ -181,7 +181,7 @@ TEST_F(LibraryWindowTest, DeleteRemovesWhatHasTheFocusAndAsks) {
 
 TEST_F(LibraryWindowTest, ReturnSpaceAndDoubleClickOpenTheViewerAtTheSelectedItem) {
     openWindow();
-    defaults->set(u"hideMainWindowWhenPlayerLaunches"_s, false);
+    preferences->hideMainWindowWhenPlayerLaunches.set(false);
     dropFiles(playlists(), {movieFolder(u"Day"_s, {u"1.mov"_s, u"2.mov"_s, u"3.mov"_s})});
     settleAdding();
     MoviePlayerController& viewer = controller->playerWindow();
@@ -274,9 +274,9 @@ TEST_F(LibraryWindowTest, HintsStandInEmptyListsOnlyAndOnlyIfWanted) {
     EXPECT_EQ(hints(), 2);
     addPlaylist(u"P"_s, {});
     EXPECT_EQ(hints(), 1);
-    defaults->set(u"showDropText"_s, false);
+    preferences->showDropText.set(false);
     EXPECT_EQ(hints(), 0);
-    defaults->set(u"showDropText"_s, true);
+    preferences->showDropText.set(true);
     addPlaylist(u"Q"_s, {u"1.mov"_s});
     EXPECT_EQ(hints(), 0);
 }

@@ -38,8 +38,8 @@ protected:
     [[nodiscard]] ToolPanel* panel(ViewerPanel which) const { return window->panelHost()->window(which); }
     [[nodiscard]] bool isOpen(ViewerPanel which) const { return panel(which)->isVisible(); }
     void trigger(const char* id) { window->commands().action(QLatin1String(id))->trigger(); }
-    [[nodiscard]] int restores(ViewerPanel which) const {
-        return defaults.integerForKey(ViewerPanels::restoreKey(which));
+    [[nodiscard]] int restores(ViewerPanel which) {
+        return (*controller.panels().restorePreference(which))();
     }
     /// The button of a command in the strip under the picture.
     [[nodiscard]] QToolButton* stripButton(const char* id) const {
@@ -158,7 +158,7 @@ TEST_F(PanelsTest, PanelsOpenOnTheScreenClearOfTheStripAndComeBackWhereTheyWereL
     EXPECT_EQ(panel(ViewerPanel::options)->pos(), QPoint(200, 20));
 
     window->close();
-    prefer("restorePreviousWindows", false);
+    preferences.restorePreviousWindows.set(false);
     show({first});
     EXPECT_FALSE(isOpen(ViewerPanel::notes));
 }
@@ -231,11 +231,11 @@ TEST_F(PanelsTest, OptionsSetAndFollowThePreferences) {
     EXPECT_GE(panel(ViewerPanel::options)->height(), panel(ViewerPanel::options)->minimumSizeHint().height());
     const QImage bare = window->picture()->grab().toImage();
     click(option<QCheckBox>("displayFrameCounter"));
-    EXPECT_TRUE(defaults.boolForKey(QStringLiteral("displayFrameCounter")));
+    EXPECT_TRUE(preferences.displayFrameCounter());
     EXPECT_NE(window->picture()->grab().toImage(), bare);
     click(option<QCheckBox>("displayFrameCounter"));
     EXPECT_EQ(window->picture()->grab().toImage(), bare);
-    prefer("mirrorX", true); // from elsewhere
+    preferences.mirrorX.set(true); // from elsewhere
     EXPECT_TRUE(option<QCheckBox>("mirrorX")->isChecked());
     click(option<QCheckBox>("mirrorX"));
     EXPECT_FALSE(controller.geometry().mirrorsUpsideDown());

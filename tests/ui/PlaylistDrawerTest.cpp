@@ -113,7 +113,7 @@ TEST_F(PlaylistDrawerTest, FilesAreRefusedEvenWithRowsBesideThem) {
 
 TEST_F(PlaylistDrawerTest, SeveralMoviesAreFlaggedAtOnceAndShowTheNameOfThePreference) {
     openFour();
-    defaults.set(QStringLiteral("902"), QStringLiteral("Nearly"));
+    preferences.statusNames[1].set(QStringLiteral("Nearly"));
     click(1);
     ASSERT_TRUE(settled());
     QSignalSpy loads(&controller, &MoviePlayerController::movieLoading);

@@ -1,6 +1,7 @@
 #include "LibraryFixture.h"
 
-#include "app/program/PreferencesTable.h"
+#include "preferences/Preferences.h"
+#include "preferences/StartupCorrections.h"
 #include "ui/common/Binding.h"
 #include "ui/preferences/PreferencesWindow.h"
 
@@ -21,10 +22,9 @@ using namespace Qt::StringLiterals;
 
 class PreferencesWindowTest : public ::testing::Test {
 protected:
-    PreferencesWindowTest()
-        : defaults(QString()) {
-        preparePreferences(defaults);
-        window = std::make_unique<PreferencesWindow>(defaults, nullptr);
+    PreferencesWindowTest() {
+        correctAtStart(preferences);
+        window = std::make_unique<PreferencesWindow>(preferences, nullptr);
         window->show();
     }
     template<class Control>
@@ -33,65 +33,65 @@ protected:
         EXPECT_TRUE(found) << key;
         return found;
     }
-    UserDefaults defaults;
+    Preferences preferences;
     std::unique_ptr<PreferencesWindow> window;
 };
 
 TEST_F(PreferencesWindowTest, ControlsStoreAtOnceWhatIsSetAndShowWhatChanges) {
     QTest::mouseClick(control<QCheckBox>("showDropText"), Qt::LeftButton, Qt::NoModifier, {8, 8});
-    EXPECT_FALSE(defaults.boolForKey(u"showDropText"_s));
-    defaults.set(u"showDropText"_s, true);
+    EXPECT_FALSE(preferences.showDropText());
+    preferences.showDropText.set(true);
     EXPECT_TRUE(control<QCheckBox>("showDropText")->isChecked());
 
     QTest::keyClick(control<QSpinBox>("bookmarkDuration"), Qt::Key_Up);
-    EXPECT_EQ(defaults.integerForKey(u"bookmarkDuration"_s), 2);
-    defaults.set(u"bookmarkDuration"_s, 24);
+    EXPECT_EQ(preferences.bookmarkDuration(), 2);
+    preferences.bookmarkDuration.set(24);
     EXPECT_EQ(control<QSpinBox>("bookmarkDuration")->value(), 24);
 
     QTest::keyClick(control<QComboBox>("loadFrame"), Qt::Key_Home);
-    EXPECT_EQ(defaults.stringForKey(u"loadFrame"_s), u"First Frame"_s);
-    defaults.set(u"initialTabItem"_s, 0);
+    EXPECT_EQ(preferences.loadFrame(), StartFrame::first);
+    preferences.initialTabItem.set(0);
     EXPECT_EQ(control<QComboBox>("initialTabItem")->currentText(), u"As a list"_s);
     EXPECT_EQ(control<QComboBox>("movieMaskRatio")->currentText(),
               u"2.35"_s); // stored as a text, shown as a number
     QTest::keyClick(control<QComboBox>("movieMaskRatio"), Qt::Key_End);
-    EXPECT_DOUBLE_EQ(defaults.doubleForKey(u"movieMaskRatio"_s), 2.4);
+    EXPECT_DOUBLE_EQ(preferences.movieMaskRatio(), 2.4);
 
     QTest::keyClick(control<QSlider>("volume"), Qt::Key_End);
-    EXPECT_FLOAT_EQ(defaults.floatForKey(u"volume"_s), 1.0f);
-    defaults.set(u"volume"_s, 0.25f);
+    EXPECT_FLOAT_EQ(preferences.volume(), 1.0f);
+    preferences.volume.set(0.25f);
     EXPECT_EQ(control<QSlider>("volume")->value(), 25);
 
     auto* name = control<QLineEdit>("901");
     name->selectAll();
     QTest::keyClicks(name, u"Final"_s);
-    EXPECT_EQ(defaults.stringForKey(u"901"_s), u"Final"_s);
+    EXPECT_EQ(preferences.statusNames[0](), u"Final"_s);
     control<ColourButton>("onscreenTextColour")->setColour(QColor(1, 2, 3));
-    EXPECT_EQ(defaults.colourForKey(u"onscreenTextColour"_s), QColor(1, 2, 3));
+    EXPECT_EQ(preferences.onscreenTextColour(), QColor(1, 2, 3));
 }
 
 TEST_F(PreferencesWindowTest, UnknownStoredChoiceStaysUntilAnotherIsPicked) {
-    defaults.set(u"thumbnailFrame"_s, u"Poster Frame"_s);
+    preferences.thumbnailFrame.store(u"Poster Frame"_s);
     EXPECT_EQ(control<QComboBox>("thumbnailFrame")->currentIndex(), -1);
-    EXPECT_EQ(defaults.stringForKey(u"thumbnailFrame"_s), u"Poster Frame"_s);
+    EXPECT_EQ(preferences.thumbnailFrame.text(), u"Poster Frame"_s);
 }
 
 TEST_F(PreferencesWindowTest, SnapshotFieldsFollowWhatTheyBelongTo) {
     EXPECT_FALSE(control<QSpinBox>("snapshotWidth")->isEnabled());
     EXPECT_FALSE(control<QLineEdit>("snapshotName")->isEnabled());
-    defaults.set(u"snapshotImageScale"_s, u"Set Width (maintains window ratio)"_s);
-    defaults.set(u"snapshotNameSource"_s, u"User Defined"_s);
+    preferences.snapshotImageScale.set(SnapshotScale::setWidth);
+    preferences.snapshotNameSource.set(SnapshotNameSource::userDefined);
     EXPECT_TRUE(control<QSpinBox>("snapshotWidth")->isEnabled());
     EXPECT_TRUE(control<QLineEdit>("snapshotName")->isEnabled());
 }
 
 TEST_F(PreferencesWindowTest, ResetGivesEveryFirstValueBackAndShowsIt) {
-    defaults.set(u"901"_s, u"Final"_s);
-    defaults.set(u"handleHead"_s, 77);
+    preferences.statusNames[0].set(u"Final"_s);
+    preferences.handleHead.set(77);
     QTest::mouseClick(control<QPushButton>("resetPreferences"), Qt::LeftButton);
     EXPECT_EQ(control<QLineEdit>("901")->text(), u"Approved"_s);
     EXPECT_EQ(control<QSpinBox>("handleHead")->value(), 9);
-    EXPECT_TRUE(defaults.storedKeys().isEmpty());
+    EXPECT_TRUE(preferences.store().storedKeys().isEmpty());
 }
 
 TEST_F(PreferencesWindowTest, EveryGroupIsReachedByKeyAndEveryControlHasAName) {

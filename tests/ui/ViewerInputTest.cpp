@@ -152,23 +152,23 @@ TEST_F(ViewerInputTest, FullScreenIsThePictureAloneAndEscapeBringsEverythingBack
     openFrames(48);
     key(Qt::Key_B);
     key(Qt::Key_P);
-    defaults.set(QStringLiteral("constrainViewerToMovieProportions"), true);
+    preferences.constrainViewerToMovieProportions.set(true);
     enterFullScreen();
     EXPECT_FALSE(isShown(ViewerPanel::bookmarks));
     EXPECT_FALSE(isShown(ViewerPanel::playlistDrawer));
     EXPECT_TRUE(bench::waitUntil([this] { return window->picture()->size() == window->screen()->size(); }));
-    EXPECT_FALSE(defaults.boolForKey(QStringLiteral("constrainViewerToMovieProportions")));
+    EXPECT_FALSE(preferences.constrainViewerToMovieProportions());
     key(Qt::Key_Right);
     EXPECT_SHOWN(2);
     key(Qt::Key_Escape);
     EXPECT_FALSE(window->isFullScreen());
-    EXPECT_TRUE(defaults.boolForKey(QStringLiteral("constrainViewerToMovieProportions")));
+    EXPECT_TRUE(preferences.constrainViewerToMovieProportions());
     EXPECT_TRUE(window->menuBar()->isVisible());
     EXPECT_TRUE(child<QToolBar>("viewerControls")->isVisible());
     key(Qt::Key_Escape); // nothing more
     EXPECT_TRUE(window->isVisible());
     EXPECT_SHOWN(2);
-    defaults.set(QStringLiteral("constrainViewerToMovieProportions"), false);
+    preferences.constrainViewerToMovieProportions.set(false);
     window->setGeometry({{40, 50}, window->minimumSizeHint().expandedTo({700, 600})});
     ASSERT_TRUE(bench::waitUntil([&] { return window->geometry().topLeft() == QPoint(40, 50); }));
     const QRect before = window->geometry();
@@ -184,19 +184,19 @@ TEST_F(ViewerInputTest, EdgesShowListAndControlsInFullScreenAndAClickPutsThemAwa
     const MovieListOverlay* list = window->fullScreen()->movieList();
     moveMouseTo(rightEdge());
     EXPECT_FALSE(list->isShown()) << "only in full screen";
-    prefer("disableRightMouseZone",
-           true); // before: the pointer may still be at the edge while the window grows
-    prefer("disableLowerMouseZone", true);
+    preferences.disableRightMouseZone.set(
+        true); // before: the pointer may still be at the edge while the window grows
+    preferences.disableLowerMouseZone.set(true);
     enterFullScreen();
     for (const QPoint at : {rightEdge(), lowerEdge(), QPoint(2, 200), QPoint(300, 300)})
         moveMouseTo(at);
     EXPECT_FALSE(list->isShown());
     EXPECT_FALSE(isShown(ViewerPanel::controls));
-    prefer("disableRightMouseZone", false);
-    prefer("disableLowerMouseZone", false);
+    preferences.disableRightMouseZone.set(false);
+    preferences.disableLowerMouseZone.set(false);
     moveMouseTo(rightEdge());
     EXPECT_TRUE(bench::waitUntil([&] { return list->isShown(); }));
-    EXPECT_EQ(defaults.integerForKey(QStringLiteral("restorePlaylistDrawer")), 1);
+    EXPECT_EQ(preferences.restorePlaylistDrawer(), 1);
     EXPECT_TRUE(window->commands().action(QStringLiteral("viewer.playlistDrawer"))->isChecked());
     EXPECT_TRUE(
         bench::waitUntil([&] { return list->geometry().right() == window->picture()->rect().right(); }));
@@ -205,7 +205,7 @@ TEST_F(ViewerInputTest, EdgesShowListAndControlsInFullScreenAndAClickPutsThemAwa
     QTest::mouseClick(window->picture(), Qt::LeftButton, {}, {300, 300});
     EXPECT_FALSE(list->isShown());
     EXPECT_FALSE(isShown(ViewerPanel::controls));
-    EXPECT_EQ(defaults.integerForKey(QStringLiteral("restorePlaylistDrawer")), 0);
+    EXPECT_EQ(preferences.restorePlaylistDrawer(), 0);
     EXPECT_TRUE(bench::waitUntil([&] { return !list->isVisible(); }));
     key(Qt::Key_P); // the same list by its key
     EXPECT_TRUE(list->isShown());
@@ -216,8 +216,8 @@ TEST_F(ViewerInputTest, EdgesShowListAndControlsInFullScreenAndAClickPutsThemAwa
 
 TEST_F(ViewerInputTest, AClickWithAToolPutsListAndControlsAwayToo) {
     openTwo();
-    prefer("disableRightMouseZone", true);
-    prefer("disableLowerMouseZone", true);
+    preferences.disableRightMouseZone.set(true);
+    preferences.disableLowerMouseZone.set(true);
     enterFullScreen();
     for (const char* tool : {"Scroll", "Draw"}) {
         SCOPED_TRACE(tool);
@@ -242,7 +242,7 @@ TEST_F(ViewerInputTest, FullScreenByTheWindowManagerPutsDrawerAndListAwayLikeIts
     EXPECT_FALSE(drawer->isVisible());
     EXPECT_FALSE(isShown(ViewerPanel::notes));
     EXPECT_FALSE(isShown(ViewerPanel::playlistDrawer));
-    EXPECT_EQ(defaults.integerForKey(QStringLiteral("restorePlaylistDrawer")), 0);
+    EXPECT_EQ(preferences.restorePlaylistDrawer(), 0);
     const MovieListOverlay* list = window->fullScreen()->movieList();
     key(Qt::Key_P);
     EXPECT_TRUE(list->isShown());
@@ -279,7 +279,7 @@ TEST_F(ViewerInputTest, PointerHidesInFullScreenUntilItMoves) {
 
 TEST_F(ViewerInputTest, WithHotkeysOffInFullScreenOnlyEscapeWorks) {
     openFrames(48);
-    prefer("disableHotkeysInFullScreenMode", true);
+    preferences.disableHotkeysInFullScreenMode.set(true);
     key(Qt::Key_Right);
     EXPECT_SHOWN(2);
     enterFullScreen();
@@ -297,10 +297,10 @@ TEST_F(ViewerInputTest, WithHotkeysOffInFullScreenOnlyEscapeWorks) {
 TEST_F(ViewerInputTest, FloatingTimecodeFollowsThePictureAndItsFiguresTheWindow) {
     openFrames(48);
     FloatingTimecode* floating = window->floatingTimecode();
-    prefer("displayTimecode", true);
+    preferences.displayTimecode.set(true);
     EXPECT_FALSE(floating->isVisible());
     EXPECT_FALSE(window->picture()->headsUp().timecode.isEmpty());
-    prefer("timecodeDisplayType", "Floating");
+    preferences.timecodeDisplayType.set(TimecodePlace::floating);
     ASSERT_TRUE(floating->isVisible());
     EXPECT_TRUE(window->picture()->headsUp().timecode.isEmpty());
     key(Qt::Key_Right);
@@ -312,16 +312,16 @@ TEST_F(ViewerInputTest, FloatingTimecodeFollowsThePictureAndItsFiguresTheWindow)
     EXPECT_DOUBLE_EQ(floating->field()->font().pointSizeF(), 68.0);
     QTest::keyClick(floating, Qt::Key_Period);
     EXPECT_SHOWN(48);
-    prefer("displayTimecode", false);
+    preferences.displayTimecode.set(false);
     EXPECT_FALSE(floating->isVisible());
-    prefer("displayTimecode", true);
+    preferences.displayTimecode.set(true);
     EXPECT_EQ(floating->size(), QSize(600, 120));
     key(Qt::Key_W, Qt::ControlModifier);
     EXPECT_FALSE(floating->isVisible());
 }
 
 TEST_F(ViewerInputTest, TheFloatingTimecodeKeepsToItsPreferenceFromTheFirstPictureOn) {
-    prefer("displayTimecode", true);
+    preferences.displayTimecode.set(true);
     FloatingTimecode* floating = window->floatingTimecode();
     bool seen = false;
     const auto watch = connectWatcher([&] { seen = seen || floating->isVisible(); });
@@ -332,7 +332,7 @@ TEST_F(ViewerInputTest, TheFloatingTimecodeKeepsToItsPreferenceFromTheFirstPictu
     EXPECT_TRUE(window->picture()->headsUp().timecode.endsWith(QStringLiteral("00:00:00:00")));
     window->close();
     QObject::disconnect(watch);
-    prefer("timecodeDisplayType", "Floating");
+    preferences.timecodeDisplayType.set(TimecodePlace::floating);
     show({first});
     EXPECT_TRUE(floating->isVisible());
     EXPECT_TRUE(floating->field()->text().endsWith(QStringLiteral("00:00:00:00")));
@@ -341,8 +341,8 @@ TEST_F(ViewerInputTest, TheFloatingTimecodeKeepsToItsPreferenceFromTheFirstPictu
 
 TEST_F(ViewerInputTest, ReadOutsHaveTheColourOfThePreference) {
     openFrames(48);
-    defaults.set(QStringLiteral("onscreenTextColour"), QColor(0, 255, 255));
-    prefer("displayFrameCounter", true);
+    preferences.onscreenTextColour.set(QColor(0, 255, 255));
+    preferences.displayFrameCounter.set(true);
     const QImage shown = window->picture()->renderArea({}, PictureView::Layers::all).copy(0, 0, 200, 60);
     bool found = false;
     for (int y = 0; y < shown.height(); ++y)

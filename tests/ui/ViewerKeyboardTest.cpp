@@ -32,7 +32,7 @@ protected:
 };
 
 TEST_F(ViewerKeyboardTest, AListThatPlaysOnLeavesTheKeyboardWhereItIs) {
-    prefer("repeatType", "Play Playlist Once");
+    preferences.repeatType.set(RepeatMode::playPlaylistOnce);
     openTwo();
     trigger("viewer.notes");
     RichTextField* field = window->notes()->field(NotesField::notes);

@@ -37,15 +37,15 @@ TEST_F(ViewerRangeTest, KeysMarkTheRangeAndTheBarUnderTheSliderShowsIt) {
     key(Qt::Key_Home);
     EXPECT_SHOWN(1);
     key(Qt::Key_R, Qt::ShiftModifier); // default handles; trimming stays off
-    EXPECT_EQ(defaults.integerForKey(QStringLiteral("handleHead")), 9);
+    EXPECT_EQ(preferences.handleHead(), 9);
     EXPECT_FALSE(bar()->isVisible());
     EXPECT_FALSE(window->commands().action(QStringLiteral("viewer.trimHandles"))->isChecked());
 }
 
 TEST_F(ViewerRangeTest, BarLiesWhereItsFramesDo) {
     openFrames(100);
-    prefer("handleHead", 8);
-    prefer("handleTail", 8);
+    preferences.handleHead.set(8);
+    preferences.handleTail.set(8);
     key(Qt::Key_R);
     ASSERT_TRUE(bar()->isVisible());
     const auto width = float(bar()->width());
@@ -60,8 +60,8 @@ TEST_F(ViewerRangeTest, BarLiesWhereItsFramesDo) {
 
 TEST_F(ViewerRangeTest, TheOneFrameOfAStillIsItsWholeRange) {
     openFrames(1);
-    prefer("handleHead", 0);
-    prefer("handleTail", 0);
+    preferences.handleHead.set(0);
+    preferences.handleTail.set(0);
     key(Qt::Key_R);
     EXPECT_TRUE(bar()->isVisible());
     EXPECT_EQ(bar()->rangeBarGeometry(), bar()->rect());

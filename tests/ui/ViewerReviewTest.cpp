@@ -85,7 +85,7 @@ TEST_F(ViewerReviewTest, BoldKeyStylesWhatIsTypedNext) {
 
 TEST_F(ViewerReviewTest, BookmarkKeyMarksTheFrameOnScreen) {
     openFrames(48);
-    defaults.set(QStringLiteral("bookmarkDuration"), 12);
+    preferences.bookmarkDuration.set(12);
     for (int step = 1; step < 10; ++step)
         key(Qt::Key_Right);
     key(Qt::Key_Semicolon);
@@ -125,7 +125,7 @@ TEST_F(ViewerReviewTest, BookmarkTextTypedInTheTableStandsOverThePictureAndDelet
     EXPECT_TRUE(bench::waitUntil(
         [&] { return (*first->bookmarkStore.begin())->overlayString == QLatin1String("boom in l f"); }));
     EXPECT_EQ(window->picture()->headsUp().overlayText, QStringLiteral("boom in l f"));
-    defaults.set(QStringLiteral("displayBookmarkText"), false);
+    preferences.displayBookmarkText.set(false);
     EXPECT_TRUE(window->picture()->headsUp().overlayText.isEmpty());
     takeKeyboard(table);
     key(Qt::Key_Delete);
@@ -134,7 +134,7 @@ TEST_F(ViewerReviewTest, BookmarkTextTypedInTheTableStandsOverThePictureAndDelet
 
 TEST_F(ViewerReviewTest, FlagKeysFlagTheMovieAndThePopUpShowsTheNameOfThePreference) {
     openTwo();
-    defaults.set(QStringLiteral("904"), QStringLiteral("Redo & Resend"));
+    preferences.statusNames[3].set(QStringLiteral("Redo & Resend"));
     key(Qt::Key_4, Qt::ControlModifier);
     EXPECT_EQ(first->flagString, QStringLiteral("904"));
     EXPECT_EQ(first->flag.name(), QStringLiteral("flag_Red.png"));
@@ -147,7 +147,7 @@ TEST_F(ViewerReviewTest, FlagKeysFlagTheMovieAndThePopUpShowsTheNameOfThePrefere
 
 TEST_F(ViewerReviewTest, ClosingStoresTheFrameAndTheNextOpeningComesBackToIt) {
     openFrames(48);
-    defaults.set(QStringLiteral("loadFrame"), QStringLiteral("Last Visited Frame"));
+    preferences.loadFrame.set(StartFrame::lastVisited);
     for (int step = 1; step < 17; ++step)
         key(Qt::Key_Right);
     EXPECT_SHOWN(17);
@@ -163,7 +163,7 @@ TEST_F(ViewerReviewTest, ClosingStoresTheFrameAndTheNextOpeningComesBackToIt) {
 TEST_F(ViewerReviewTest, DrawerShowsAMovieByClickAndComesBackAtTheNextOpening) {
     openTwo();
     key(Qt::Key_P);
-    EXPECT_EQ(defaults.integerForKey(QStringLiteral("restorePlaylistDrawer")), 1);
+    EXPECT_EQ(preferences.restorePlaylistDrawer(), 1);
     QListView* list = window->drawer()->view();
     ASSERT_TRUE(list->isVisible());
     const QModelIndex row = list->model()->index(1, 0);
@@ -180,12 +180,12 @@ TEST_F(ViewerReviewTest, DrawerShowsAMovieByClickAndComesBackAtTheNextOpening) {
 TEST_F(ViewerReviewTest, ReadOutsOverThePictureFollowThePreferences) {
     openFrames(48);
     EXPECT_TRUE(window->picture()->headsUp().counter.isEmpty());
-    defaults.set(QStringLiteral("displayFrameCounter"), true);
-    defaults.set(QStringLiteral("counterStartFrame"), 1001);
+    preferences.displayFrameCounter.set(true);
+    preferences.counterStartFrame.set(1001);
     EXPECT_EQ(window->picture()->headsUp().counter, QStringLiteral("1001"));
-    defaults.set(QStringLiteral("displayTimecode"), true);
+    preferences.displayTimecode.set(true);
     EXPECT_TRUE(window->picture()->headsUp().timecode.endsWith(QStringLiteral("00:00:00:00")));
-    defaults.set(QStringLiteral("displayFilename"), true);
+    preferences.displayFilename.set(true);
     EXPECT_EQ(window->picture()->headsUp().filename, first->filenameString);
 }
 

@@ -155,7 +155,7 @@ TEST_F(ViewerTransportTest, AllSixRepeatModesAreChosenByThePopUpAndInTheMenu) {
     for (QAction* mode : modes) {
         menu->popup(window->mapToGlobal(QPoint(60, 60)));
         QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(mode).center());
-        EXPECT_EQ(defaults.stringForKey(QStringLiteral("repeatType")), mode->text());
+        EXPECT_EQ(preferences.repeatType.text(), mode->text());
         EXPECT_TRUE(mode->isChecked());
         EXPECT_TRUE(child<QToolButton>("repeatPopUp")->text().endsWith(mode->text()));
     }
@@ -168,7 +168,7 @@ TEST_F(ViewerTransportTest, VolumeSliderSetsThePlayerAndAnyTransportActionHidesI
     ASSERT_TRUE(slider->isVisible());
     slider->setValue(80);
     EXPECT_NEAR(player.volume(), 0.8, 1e-6);
-    EXPECT_NEAR(defaults.doubleForKey(QStringLiteral("volume")), 0.8, 1e-6);
+    EXPECT_NEAR(preferences.volume(), 0.8, 1e-6);
     key(Qt::Key_Right);
     EXPECT_TRUE(bench::waitUntil([slider] { return !slider->isVisible(); })); // fades
     EXPECT_SHOWN(2);

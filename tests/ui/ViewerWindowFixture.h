@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/program/PreferencesTable.h"
 #include "ui/commands/Commands.h"
 #include "ui/picture/PictureView.h"
 #include "ui/controls/TransportBar.h"
@@ -16,8 +15,6 @@ namespace daylark {
 class ViewerWindowFixture : public ViewerFixture {
 protected:
     ViewerWindowFixture() {
-        defaults.registerDefaults(preferencesTable());
-        defaults.set(QStringLiteral("loadFrame"), QStringLiteral("First Frame"));
         window = std::make_unique<ViewerWindow>(controller);
         window->resize(1280, 860);
     }

@@ -8,14 +8,8 @@ class DrawingModeTest : public ViewerFixture {
 protected:
     DrawingModeTest() {
         controller.panels().setHost(&host);
-        for (const auto& [key, value] :
-             std::map<const char*, QVariant>{{"brushWidth", 10.0},
-                                             {"brushOpacity", 1.0},
-                                             {"eraserWidth", 40.0},
-                                             {"eraserOpacity", 0.5},
-                                             {"displayDrawingsOptions", QStringLiteral("Always")},
-                                             {"autoSwitchToDrawingMode", false}})
-            prefer(key, value);
+        preferences.eraserOpacity.set(0.5f);
+        preferences.autoSwitchToDrawingMode.set(false);
     }
     void choose(const char* title) { drawing.chooseInteractiveTool({QLatin1String(title)}); }
     void drawLine(double y) {
@@ -39,8 +33,8 @@ TEST_F(DrawingModeTest, ToolsTakeTheirOwnWidthAndTheActiveOnePressedAgainPutsIts
     EXPECT_TRUE(drawing.isDrawMode() && drawing.eraserToolButton() && !drawing.brushToolButton());
     EXPECT_EQ(drawing.currentWidth(), 40);
     drawing.setToolWidth(30);
-    EXPECT_EQ(defaults.doubleForKey(QStringLiteral("eraserWidth")), 30);
-    EXPECT_EQ(defaults.doubleForKey(QStringLiteral("brushWidth")), 10);
+    EXPECT_EQ(preferences.eraserWidth(), 30);
+    EXPECT_EQ(preferences.brushWidth(), 10);
     choose("Scroll");
     EXPECT_TRUE(drawing.isScrollMode() && !drawing.eraserToolButton());
     choose("Scroll");
@@ -197,12 +191,12 @@ TEST_F(DrawingModeTest, RemovingAllAsksFirst) {
 
 TEST_F(DrawingModeTest, DrawingsShowAsTheirOptionSays) {
     showFrames(24);
-    prefer("displayDrawingsOptions", "Only When Paused");
+    preferences.displayDrawingsOptions.set(DrawingsShown::onlyWhenPaused);
     transport.playMovieForwards();
     EXPECT_FALSE(drawing.drawingsAreShown());
     transport.pauseMovie();
     EXPECT_TRUE(drawing.drawingsAreShown());
-    prefer("displayDrawingsOptions", "With Drawing Tools");
+    preferences.displayDrawingsOptions.set(DrawingsShown::withDrawingTools);
     EXPECT_FALSE(drawing.drawingsAreShown());
     controller.panels().toggle(ViewerPanel::drawing);
     EXPECT_TRUE(drawing.drawingsAreShown());

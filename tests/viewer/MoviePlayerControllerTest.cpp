@@ -15,7 +15,7 @@ protected:
 };
 
 TEST_F(MoviePlayerControllerTest, LeavingAMovieStoresItsPlaceAndEndsItsLoops) {
-    prefer("loadFrame", QStringLiteral("Last Visited Frame"));
+    preferences.loadFrame.set(StartFrame::lastVisited);
     show({first, second});
     const auto looping = std::make_shared<Bookmark>(3, 4, 24.0f);
     looping->loopStatus = true;
@@ -128,7 +128,7 @@ TEST_F(MoviePlayerControllerTest, AMovieOfNothingButTimecodeIsToldAndHarmsNothin
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(test::TimecodeMovie::file({{"tmcd", 0, 24, {test::TimecodeMovie::bytes(qint32(86400))}}}));
     file.close();
-    prefer("trimHandles", true);
+    preferences.trimHandles.set(true);
     controller.open({record(file.fileName()), first}, 0);
     ASSERT_TRUE(bench::waitUntil([this] { return alerts.shown.size() == 1; }));
     time.setFrameCounterToOne();
@@ -141,7 +141,7 @@ TEST_F(MoviePlayerControllerTest, AMovieOfNothingButTimecodeIsToldAndHarmsNothin
 }
 
 TEST_F(MoviePlayerControllerTest, ClosingPutsThePlaceTheColoursAndTheSessionBack) {
-    prefer("rateMultiplier", 2.0);
+    preferences.rateMultiplier.set(2.0);
     show({first});
     goTo(21);
     transport.playMovieForwards();
@@ -151,10 +151,10 @@ TEST_F(MoviePlayerControllerTest, ClosingPutsThePlaceTheColoursAndTheSessionBack
     EXPECT_TRUE(controller.windowShouldClose());
     controller.close();
     EXPECT_EQ(first->mLastFrameVisited.seconds(), 20.0 / 24);
-    EXPECT_EQ(defaults.colourForKey(QStringLiteral("brushColour")), QColor(Qt::red));
-    EXPECT_EQ(defaults.colourForKey(QStringLiteral("onscreenTextColour")), QColor(Qt::cyan));
-    EXPECT_EQ(defaults.doubleForKey(QStringLiteral("rateMultplier")), 1.0);
-    EXPECT_EQ(defaults.doubleForKey(QStringLiteral("rateMultiplier")), 2.0) << "outlives the window";
+    EXPECT_EQ(preferences.brushColour(), QColor(Qt::red));
+    EXPECT_EQ(preferences.onscreenTextColour(), QColor(Qt::cyan));
+    EXPECT_EQ(preferences.rateMultiplierAtClose(), 1.0);
+    EXPECT_EQ(preferences.rateMultiplier(), 2.0) << "outlives the window";
     EXPECT_EQ(library.calls,
               (QStringList{QStringLiteral("saveTempSession"), QStringLiteral("bringLibraryToFront")}));
     EXPECT_EQ(closed.count(), 1);
@@ -198,11 +198,11 @@ TEST_F(MoviePlayerControllerTest, AListThatChangesKeepsTheMovieOnScreen) {
 TEST_F(MoviePlayerControllerTest, ATextColourChosenWhileTheViewerIsOpenOutlivesItsClosing) {
     show({first});
     QSignalSpy changed(&controller, &MoviePlayerController::onscreenTextColourChanged);
-    prefer("onscreenTextColour", QColor(10, 200, 30));
+    preferences.onscreenTextColour.set(QColor(10, 200, 30));
     EXPECT_EQ(changed.count(), 1);
     EXPECT_EQ(controller.onscreenTextColour(), QColor(10, 200, 30));
     controller.close();
-    EXPECT_EQ(defaults.colourForKey(QStringLiteral("onscreenTextColour")), QColor(10, 200, 30));
+    EXPECT_EQ(preferences.onscreenTextColour(), QColor(10, 200, 30));
 }
 
 } // namespace

@@ -33,7 +33,7 @@ protected:
         movie = record(spec.path);
         added = folder.filePath(u"added.wav"_qs);
         ASSERT_TRUE(makeWave());
-        prefer("volume", 1.0f);
+        preferences.volume.set(1.0f);
     }
     [[nodiscard]] bool makeWave() const {
         constexpr int rate = 44100, count = 3 * rate;

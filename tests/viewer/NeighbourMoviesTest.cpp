@@ -19,14 +19,15 @@ TEST_F(NeighbourMoviesTest, EveryStartPositionIsForeseenWhereTheTransportPutsIt)
     for (const bool trimmed : {false, true})
         for (const char* start : {"First Frame", "Second Frame", "Middle Frame", "Current Frame",
                                   "Last Visited Frame", "First Bookmark", "Beyond", "Unknown"}) {
-            prefer("trimHandles", false);
+            preferences.trimHandles.set(false);
             show({before, movie}, 0);
-            prefer("trimHandles", trimmed);
+            preferences.trimHandles.set(trimmed);
             goTo(23);
             if (start == std::string("Beyond"))
                 movie->bookmarkStore = {std::make_shared<Bookmark>(90, 2, 24.0f)};
-            prefer("loadFrame", start == std::string("Beyond") ? "First Bookmark" : start);
-            const auto foreseen = startFrameOf(*movie, defaults, player.currentTime(), false);
+            preferences.loadFrame.store(
+                QString::fromLatin1(start == std::string("Beyond") ? "First Bookmark" : start));
+            const auto foreseen = startFrameOf(*movie, preferences, player.currentTime(), false);
             controller.list().setSelectionIndex(1);
             ASSERT_TRUE(settled());
             EXPECT_EQ(player.currentFrame(), foreseen(player.index())) << start << trimmed;

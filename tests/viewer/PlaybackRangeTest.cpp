@@ -6,10 +6,10 @@ namespace {
 class PlaybackRangeTest : public ViewerFixture {
 protected:
     PlaybackRangeTest() {
-        prefer("handleHead", 8);
-        prefer("handleTail", 8);
-        prefer("defaultHandleHead", 9);
-        prefer("defaultHandleTail", 7);
+        preferences.handleHead.set(8);
+        preferences.handleTail.set(8);
+        preferences.defaultHandleHead.set(9);
+        preferences.defaultHandleTail.set(7);
     }
     /// A movie whose properties have been read, so that the look once a second minds it.
     void showVisited(int frames) {
@@ -21,8 +21,7 @@ protected:
         controller.updateGUI();
         return player.currentFrame();
     }
-    bool trims() const { return defaults.boolForKey(QStringLiteral("trimHandles")); }
-    int handle(const char* key) const { return defaults.integerForKey(QLatin1String(key)); }
+    bool trims() const { return preferences.trimHandles(); }
     PlaybackRange& range = controller.range();
 };
 
@@ -46,11 +45,11 @@ TEST_F(PlaybackRangeTest, MarkedFramesAreTheFirstAndTheLastOfTheRange) {
     showFrames(100);
     goTo(1);
     range.markInPoint();
-    EXPECT_EQ(handle("handleHead"), 0);
+    EXPECT_EQ(preferences.handleHead(), 0);
     EXPECT_TRUE(trims());
     goTo(100);
     range.markOutPoint();
-    EXPECT_EQ(handle("handleTail"), 0);
+    EXPECT_EQ(preferences.handleTail(), 0);
     EXPECT_EQ(range.firstFrameForLoop(), 1);
     EXPECT_EQ(range.lastFrameForLoop(), 100);
     goTo(31);
@@ -68,8 +67,8 @@ TEST_F(PlaybackRangeTest, MarkedFramesAreTheFirstAndTheLastOfTheRange) {
 
 TEST_F(PlaybackRangeTest, HandlesThatLeaveNoFrameSwitchTrimmingOffAndSaySo) {
     showFrames(100);
-    prefer("handleHead", 60);
-    prefer("handleTail", 40);
+    preferences.handleHead.set(60);
+    preferences.handleTail.set(40);
     range.toggleTrimHandles();
     EXPECT_FALSE(trims() || range.isLooping() || range.bars().shown);
     EXPECT_TRUE(alerts.shown.empty()) << "what applies the range goes on first";
@@ -77,9 +76,9 @@ TEST_F(PlaybackRangeTest, HandlesThatLeaveNoFrameSwitchTrimmingOffAndSaySo) {
     EXPECT_EQ(alerts.shown[0].message, QStringLiteral("Handles are longer than movie"));
     EXPECT_EQ(alerts.shown[0].informativeText, QStringLiteral("Choose another value"));
     EXPECT_EQ(alerts.shown[0].style, AlertStyle::warning);
-    EXPECT_EQ(handle("handleHead"), 60) << "the values are kept";
-    EXPECT_EQ(handle("handleTail"), 40);
-    prefer("handleTail", 39); // one frame is a range
+    EXPECT_EQ(preferences.handleHead(), 60) << "the values are kept";
+    EXPECT_EQ(preferences.handleTail(), 40);
+    preferences.handleTail.set(39); // one frame is a range
     range.toggleTrimHandles();
     EXPECT_EQ(range.bars(), (PlaybackRange::BarState{61, 61, 100, true}));
 }
@@ -87,7 +86,7 @@ TEST_F(PlaybackRangeTest, HandlesThatLeaveNoFrameSwitchTrimmingOffAndSaySo) {
 TEST_F(PlaybackRangeTest, AShortMovieSwitchesTrimmingOffForThoseAfterIt) {
     const auto longOne = record(bench::movie({.frames = 100, .group = 12}));
     const auto shortOne = record(bench::movie({.frames = 12, .group = 12}));
-    prefer("trimHandles", true);
+    preferences.trimHandles.set(true);
     show({longOne, shortOne});
     EXPECT_EQ(range.bars(), (PlaybackRange::BarState{9, 92, 100, true}));
     transport.displayNextMovie();
@@ -128,11 +127,11 @@ TEST_F(PlaybackRangeTest, ARunIsHeldInTheRangeByTheLookOnceASecondOnly) {
 
 TEST_F(PlaybackRangeTest, HandlesEditedElsewhereAreAppliedAtOnce) {
     showFrames(100);
-    prefer("trimHandles", true);
+    preferences.trimHandles.set(true);
     EXPECT_TRUE(range.isLooping());
-    prefer("handleHead", 20);
+    preferences.handleHead.set(20);
     EXPECT_EQ(range.firstFrameForLoop(), 21);
-    prefer("handleTail", 90);
+    preferences.handleTail.set(90);
     EXPECT_FALSE(trims() || range.isLooping());
     ASSERT_TRUE(bench::waitUntil([this] { return alerts.shown.size() == 1; }));
 }
@@ -149,9 +148,9 @@ TEST_F(PlaybackRangeTest, HandleRangeAndBookmarkLoopEndEachOther) {
         << "trimming off leaves the loop alone";
     range.moveRange(30, 40);
     EXPECT_EQ(range.lastFrameForLoop(), 40);
-    prefer("handleTail", 9);
+    preferences.handleTail.set(9);
     EXPECT_TRUE(range.isLooping()) << "handles that do not apply leave the loop alone";
-    prefer("handleTail", 8);
+    preferences.handleTail.set(8);
     range.toggleTrimHandles();
     EXPECT_FALSE(looping->loopStatus);
     EXPECT_EQ(looping->loopImage.name(), QStringLiteral("loop_OFF.png"));
@@ -176,13 +175,13 @@ TEST_F(PlaybackRangeTest, SheetResultsResetTheHandlesOrEndTheTrimming) {
 TEST_F(PlaybackRangeTest, WithoutAMovieThereIsNothingToMark) {
     range.markInPoint();
     range.markOutPoint();
-    prefer("trimHandles", true);
+    preferences.trimHandles.set(true);
     EXPECT_FALSE(range.isLooping());
-    EXPECT_EQ(handle("handleHead"), 8);
+    EXPECT_EQ(preferences.handleHead(), 8);
     showFrames(1); // a single frame: no handles fit
     ASSERT_TRUE(bench::waitUntil([this] { return alerts.shown.size() == 1; }));
-    prefer("handleHead", 0);
-    prefer("handleTail", 0);
+    preferences.handleHead.set(0);
+    preferences.handleTail.set(0);
     range.markOutPoint();
     EXPECT_EQ(range.bars(), (PlaybackRange::BarState{1, 1, 1, true}));
 }

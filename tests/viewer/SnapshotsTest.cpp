@@ -9,11 +9,11 @@ namespace {
 class SnapshotsTest : public ViewerFixture {
 protected:
     SnapshotsTest() {
-        prefer("snapshotFileFormat", "JPEG");
-        prefer("snapshotImageScale", "Same As Window");
-        prefer("snapshotNameSource", "Same As Source");
-        prefer("snapshotFilenameFormat", "filename.frameNumber.ext");
-        prefer("compressionQuality", 1.0f);
+        preferences.snapshotFileFormat.set(SnapshotFormat::jpeg);
+        preferences.snapshotImageScale.set(SnapshotScale::sameAsWindow);
+        preferences.snapshotNameSource.set(SnapshotNameSource::sameAsSource);
+        preferences.snapshotFilenameFormat.set(SnapshotNameFormat::frameNumberLast);
+        preferences.compressionQuality.set(1.0f);
         snapshots.setArea({[] { return QSize(800, 450); },
                            [this](QSize size) {
                                rendered = size;
@@ -31,30 +31,30 @@ TEST_F(SnapshotsTest, NamesFollowTheirFormatAndSource) {
     goTo(42);
     controller.currentMovie()->filenameString = QStringLiteral("my clip.v2.mov");
     EXPECT_EQ(snapshots.proposedName(), QStringLiteral("my_clip.v2.0042.jpg"));
-    prefer("snapshotFilenameFormat", "filename.snapshotNumber.ext");
-    prefer("snapshotFileFormat", "TIFF");
+    preferences.snapshotFilenameFormat.set(SnapshotNameFormat::snapshotNumberLast);
+    preferences.snapshotFileFormat.set(SnapshotFormat::tiff);
     EXPECT_EQ(snapshots.proposedName(), QStringLiteral("my_clip.v2.0001.tif"));
-    prefer("snapshotFilenameFormat", "snapshotNumber.filename.ext");
-    prefer("snapshotNameSource", "User Defined");
-    prefer("snapshotName", "day one");
+    preferences.snapshotFilenameFormat.set(SnapshotNameFormat::snapshotNumberFirst);
+    preferences.snapshotNameSource.set(SnapshotNameSource::userDefined);
+    preferences.snapshotName.set(QStringLiteral("day one"));
     EXPECT_EQ(snapshots.proposedName(), QStringLiteral("0001.day_one.tif"));
-    prefer("snapshotNameSource", "");
+    preferences.snapshotNameSource.set(SnapshotNameSource::none);
     EXPECT_EQ(snapshots.proposedName(), QStringLiteral("0001..tif"));
 }
 
 TEST_F(SnapshotsTest, SizesFollowTheScale) {
     const auto size = [this](const char* scale) {
-        prefer("snapshotImageScale", scale);
-        return Snapshots::targetSize({801, 451}, defaults);
+        preferences.snapshotImageScale.store(QString::fromLatin1(scale));
+        return Snapshots::targetSize({801, 451}, preferences);
     };
     EXPECT_EQ(size("Same As Window"), QSize(801, 451));
     EXPECT_EQ(size("Half Window Size"), QSize(400, 225));
     EXPECT_EQ(size("Quarter Window Size"), QSize(200, 112));
-    prefer("snapshotWidth", 1000);
-    prefer("snapshotImageScale", "Set Width (maintains window ratio)");
-    EXPECT_EQ(Snapshots::targetSize({800, 450}, defaults), QSize(1000, 562));
-    prefer("snapshotWidth", -5);
-    EXPECT_EQ(Snapshots::targetSize({800, 450}, defaults), QSize(1, 1));
+    preferences.snapshotWidth.set(1000);
+    preferences.snapshotImageScale.set(SnapshotScale::setWidth);
+    EXPECT_EQ(Snapshots::targetSize({800, 450}, preferences), QSize(1000, 562));
+    preferences.snapshotWidth.set(-5);
+    EXPECT_EQ(Snapshots::targetSize({800, 450}, preferences), QSize(1, 1));
 }
 
 TEST_F(SnapshotsTest, SavedFilesHoldThePictureAndOnlyTheyRaiseTheCounter) {
@@ -67,8 +67,8 @@ TEST_F(SnapshotsTest, SavedFilesHoldThePictureAndOnlyTheyRaiseTheCounter) {
     EXPECT_EQ(panels.savesShown[0].prompt, QStringLiteral("Save Snapshot"));
     int number = 1;
     for (const char* format : {"JPEG", "PNG", "TIFF"}) {
-        prefer("snapshotFileFormat", format);
-        prefer("snapshotImageScale", "Half Window Size");
+        preferences.snapshotFileFormat.store(QString::fromLatin1(format));
+        preferences.snapshotImageScale.set(SnapshotScale::half);
         const QString path = folder.filePath(snapshots.proposedName());
         panels.saveAnswers = {path};
         snapshots.takeTimedSnapshot();

@@ -29,16 +29,16 @@ TEST_F(TimeDisplayTest, CounterAndTimecodeKeepTheirTextsWhileBothAreSwitchedOff)
     goTo(10);
     EXPECT_TRUE(time.currentFrameNumberForDisplay().isEmpty());
     EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("0010"));
-    prefer("displayFrameCounter", true);
-    prefer("counterStartFrame", 1001);
+    preferences.displayFrameCounter.set(true);
+    preferences.counterStartFrame.set(1001);
     goTo(11);
     EXPECT_EQ(time.currentFrameNumberForDisplay(), QStringLiteral("1011"));
     EXPECT_EQ(time.currentTimeCodeForDisplay(), QStringLiteral("00:00:00:10"));
-    prefer("displayFrameCounter", false);
+    preferences.displayFrameCounter.set(false);
     goTo(12);
     EXPECT_EQ(time.currentFrameNumberForDisplay(), QStringLiteral("1011"));
     EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("1012"));
-    prefer("counterStartFrame", -12);
+    preferences.counterStartFrame.set(-12);
     EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("-001"));
 }
 
@@ -56,12 +56,12 @@ TEST_F(TimeDisplayTest, ElapsedTimeFollowsThePositionAndRatesShowAtMostThreeDigi
 
 TEST_F(TimeDisplayTest, TheFrameOnScreenMayCountAsOne) {
     time.setFrameCounterToOne(); // nothing on screen: nothing happens
-    EXPECT_FALSE(defaults.boolForKey(QStringLiteral("displayFrameCounter")));
+    EXPECT_FALSE(preferences.displayFrameCounter());
     showFrames(60);
     goTo(20);
     time.setFrameCounterToOne();
-    EXPECT_EQ(defaults.integerForKey(QStringLiteral("counterStartFrame")), -18);
-    EXPECT_TRUE(defaults.boolForKey(QStringLiteral("displayFrameCounter")));
+    EXPECT_EQ(preferences.counterStartFrame(), -18);
+    EXPECT_TRUE(preferences.displayFrameCounter());
     EXPECT_EQ(time.currentFrameNumberForDisplay(), QStringLiteral("0001"));
     goTo(19);
     EXPECT_EQ(time.currentFrameNumberForDisplay(), QStringLiteral("0000"));
@@ -82,7 +82,7 @@ TEST_F(TimeDisplayTest, RecordsWithoutARateOrWithAnAbsurdOneHarmNothing) {
                 << "the samples' own rate counts";
         }
     }
-    prefer("counterStartFrame", 1e300);
+    preferences.counterStartFrame.store(1e300);
     EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("0048"));
 }
 

@@ -16,7 +16,7 @@ TEST_F(TransportTest, PlayPressedAgainSpeedsUpByTwoTimesTheMultiplier) {
         EXPECT_EQ(player.rate(), rate);
     }
     EXPECT_TRUE(transport.movieIsPlayingBackwards() && !transport.movieIsPlayingForwards());
-    prefer("rateMultiplier", 2.0);
+    preferences.rateMultiplier.set(2.0);
     for (const float rate : {2.0f, 8.0f}) {
         transport.playMovieForwards();
         EXPECT_EQ(player.rate(), rate);
@@ -34,7 +34,7 @@ TEST_F(TransportTest, StepsWrapAtTheEndsAndMindTheHandles) {
     EXPECT_EQ(player.currentFrame(), 1);
     transport.jumpToNextFrame();
     EXPECT_EQ(player.currentFrame(), 2);
-    prefer("trimHandles", true);
+    preferences.trimHandles.set(true);
     transport.jumpToLastFrame();
     EXPECT_EQ(player.currentFrame(), 52); // eight in the tail
     transport.jumpToFirstFrame();
@@ -95,7 +95,7 @@ TEST_F(TransportTest, AOneFrameMovieNeverPlays) {
 TEST_F(TransportTest, TheMultiplierReachesARunForwardsAtOnceAndOneBackwardsOnlyByReset) {
     showFrames(60);
     transport.playMovieForwards();
-    prefer("rateMultiplier", 2.0);
+    preferences.rateMultiplier.set(2.0);
     transport.setRateMultiplier({QStringLiteral("Apply")});
     EXPECT_EQ(player.rate(), 2);
     EXPECT_EQ(time.approxFrameRate(), QStringLiteral("(48fps)"));
@@ -103,7 +103,7 @@ TEST_F(TransportTest, TheMultiplierReachesARunForwardsAtOnceAndOneBackwardsOnlyB
     EXPECT_EQ(player.rate(), 1);
     EXPECT_EQ(time.approxFrameRate(), QStringLiteral("(24fps)"));
     transport.playMovieBackwards();
-    prefer("rateMultiplier", 0.5);
+    preferences.rateMultiplier.set(0.5);
     transport.setRateMultiplier({QStringLiteral("Apply")});
     EXPECT_EQ(player.rate(), -1);
     transport.playMovieBackwards();
@@ -115,13 +115,13 @@ TEST_F(TransportTest, FourRepeatModesAreStoredByTitleAndOthersAreNot) {
     showFrames(12);
     for (const char* title : {"Play Movie Once", "Play Playlist Once", "Loop Playlist", "Loop Movie"}) {
         transport.setRepeatMode({QLatin1String(title)});
-        EXPECT_EQ(defaults.stringForKey(QStringLiteral("repeatType")), QLatin1String(title));
+        EXPECT_EQ(preferences.repeatType.text(), QLatin1String(title));
     }
     transport.setRepeatMode({QStringLiteral("Ping-Pong")});
-    EXPECT_EQ(defaults.stringForKey(QStringLiteral("repeatType")), QStringLiteral("Loop Movie"));
+    EXPECT_EQ(preferences.repeatType(), RepeatMode::loopMovie);
     transport.setVolume(0.25f);
     EXPECT_EQ(player.volume(), 0.25f);
-    EXPECT_EQ(defaults.floatForKey(QStringLiteral("volume")), 0.25f);
+    EXPECT_EQ(preferences.volume(), 0.25f);
 }
 
 TEST_F(TransportTest, TheSliderPausesAndShowsTheFrameItLandsIn) {
@@ -149,10 +149,10 @@ TEST_F(TransportTest, EachStartPositionPlacesAMovieThatWasNeverProbed) {
                                                     {"Middle Frame", 31},       {"Current Frame", 20},
                                                     {"Last Visited Frame", 42}, {"First Bookmark", 33}};
     for (const auto& [choice, frame] : cases) {
-        prefer("loadFrame", QStringLiteral("First Frame"));
+        preferences.loadFrame.set(StartFrame::first);
         show({before, movie});
         goTo(20);
-        prefer("loadFrame", QLatin1String(choice));
+        preferences.loadFrame.store(QString::fromLatin1(choice));
         movie->mLastFrameVisited = {41 * 25, 600};
         controller.list().setSelectionIndex(1);
         ASSERT_TRUE(settled());
@@ -161,7 +161,7 @@ TEST_F(TransportTest, EachStartPositionPlacesAMovieThatWasNeverProbed) {
 }
 
 TEST_F(TransportTest, StartOnABookmarkBeyondTheEndIsTheLastFrameAndWithoutOneTheFirst) {
-    prefer("loadFrame", QStringLiteral("First Bookmark"));
+    preferences.loadFrame.set(StartFrame::firstBookmark);
     const auto movie = record(bench::movie({.frames = 60, .group = 12}));
     movie->bookmarkStore = {std::make_shared<Bookmark>(61, 1, 24.0f)};
     show({movie});
@@ -194,7 +194,7 @@ TEST_F(TransportTest, NextAndPreviousPassOverSkippedAndMissingMovies) {
 class RepeatModeTest : public ViewerFixture {
 protected:
     void run(const char* mode, qsizetype index, bool forwards = true) {
-        prefer("repeatType", QLatin1String(mode));
+        preferences.repeatType.store(QString::fromLatin1(mode));
         show({first, second}, index);
         forwards ? transport.playMovieForwards() : transport.playMovieBackwards();
         playOntoTheEnd();
@@ -218,7 +218,7 @@ TEST_F(RepeatModeTest, AMovieOnceBackwardsKeepsItsDirection) {
 }
 
 TEST_F(RepeatModeTest, APlaylistOnceBackwardsGoesToTheNextMovieToo) {
-    prefer("loadFrame", "Middle Frame");
+    preferences.loadFrame.set(StartFrame::middle);
     run("Play Playlist Once", 0, false);
     ASSERT_TRUE(settled());
     EXPECT_EQ(controller.currentMovie(), second);
@@ -227,10 +227,10 @@ TEST_F(RepeatModeTest, APlaylistOnceBackwardsGoesToTheNextMovieToo) {
 }
 
 TEST_F(RepeatModeTest, ARunStartsMoviesAnewThatWereLeftAtTheirEnd) {
-    prefer("loadFrame", "Last Visited Frame");
+    preferences.loadFrame.set(StartFrame::lastVisited);
     second->mLastFrameVisited = {48 * 25, 600};
     const auto foreseen = [this](bool running) {
-        return startFrameOf(*second, defaults, player.currentTime(), running)(player.index());
+        return startFrameOf(*second, preferences, player.currentTime(), running)(player.index());
     };
     show({first, second});
     transport.displayNextMovie(); // standing, it is where it was left
@@ -247,8 +247,8 @@ TEST_F(RepeatModeTest, ARunStartsMoviesAnewThatWereLeftAtTheirEnd) {
 }
 
 TEST_F(RepeatModeTest, WithHandlesTrimmedALoopedMoviesEndGoesBackToTimeZero) {
-    prefer("rateMultiplier", 2.0);
-    prefer("trimHandles", true);
+    preferences.rateMultiplier.set(2.0);
+    preferences.trimHandles.set(true);
     show({first});
     transport.playMovieForwards();
     goTo(40);
@@ -262,12 +262,12 @@ TEST_F(RepeatModeTest, WithHandlesTrimmedALoopedMoviesEndGoesBackToTimeZero) {
 }
 
 TEST_F(RepeatModeTest, AModeOrVolumeChosenInThePreferencesHoldsForTheRunUnderWay) {
-    prefer("repeatType", "One Shot");
+    preferences.repeatType.set(RepeatMode::oneShot);
     show({first});
     QSignalSpy ended(&player, &Player::didEnd);
     transport.playMovieForwards();
-    prefer("repeatType", "Loop Movie");
-    prefer("volume", 0.75f);
+    preferences.repeatType.set(RepeatMode::loopMovie);
+    preferences.volume.set(0.75f);
     EXPECT_EQ(player.volume(), 0.75f);
     playOntoTheEnd();
     EXPECT_TRUE(ended.isEmpty());
@@ -293,10 +293,10 @@ TEST_F(RepeatModeTest, TheEndOfASingleItemInEachMode) {
                           {"Loop Playlist", true, 0, 2, 1, true},
                           {"Loop Playlist", true, 1, 0, 20, true}, // nothing follows
                           {"Loop Playlist", false, 1, -2, 1, true}};
-    prefer("rateMultiplier", 2.0);
+    preferences.rateMultiplier.set(2.0);
     bool reachedEnd = false;
     for (const Case& at : cases) {
-        prefer("repeatType", at.mode);
+        preferences.repeatType.store(QString::fromLatin1(at.mode));
         show({first, second}, at.index);
         transport.pauseMovie();
         goTo(20);
@@ -326,7 +326,7 @@ TEST_F(RepeatModeTest, APlaylistOnceGoesOnInItsDirectionAndStopsAtTheEndOfTheLis
 }
 
 TEST_F(RepeatModeTest, APlaylistLoopsBackToItsFirstMovieFromItsFirstFrame) {
-    prefer("loadFrame", QStringLiteral("Last Visited Frame"));
+    preferences.loadFrame.set(StartFrame::lastVisited);
     first->mLastFrameVisited = {30 * 25, 600};
     run("Loop Playlist", 1);
     ASSERT_TRUE(settled());
@@ -343,7 +343,7 @@ TEST_F(RepeatModeTest, APlaylistLoopsBackToItsFirstMovieFromItsFirstFrame) {
 }
 
 TEST_F(RepeatModeTest, AListOfOneMovieStartsAnewAtOnce) {
-    prefer("repeatType", QStringLiteral("Loop Playlist"));
+    preferences.repeatType.set(RepeatMode::loopPlaylist);
     show({first});
     transport.playMovieForwards();
     transport.playMovieForwards();

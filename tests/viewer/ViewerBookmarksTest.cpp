@@ -36,7 +36,7 @@ Drawing strokesOf(int count, const QColor& colour) {
 
 TEST_F(ViewerBookmarksTest, ABookmarkStartsOnTheFrameShownAndLastsAsPreferred) {
     showFrames(60);
-    prefer("bookmarkDuration", 24);
+    preferences.bookmarkDuration.set(24);
     goTo(30);
     bookmarks.addBookmark();
     goTo(10);
@@ -61,7 +61,7 @@ TEST_F(ViewerBookmarksTest, ABookmarkStartsOnTheFrameShownAndLastsAsPreferred) {
 
 TEST_F(ViewerBookmarksTest, TextsOfAllActiveBookmarksAreJoinedAndFollowThePosition) {
     showFrames(60);
-    prefer("bookmarkDuration", 10);
+    preferences.bookmarkDuration.set(10);
     for (const qint64 frame : {10, 15}) {
         goTo(frame);
         bookmarks.addBookmark();
@@ -159,17 +159,17 @@ TEST_F(ViewerBookmarksTest, ALoopHoldsItsBookmarkAndOnlyOneLoops) {
 TEST_F(ViewerBookmarksTest, WithHandlesTrimmedTheFirstPressOnlyEndsTheirRange) {
     showFrames(60);
     const auto bookmark = mark(20, 30);
-    prefer("trimHandles", true);
+    preferences.trimHandles.set(true);
     ASSERT_TRUE(range.isLooping());
     press(bookmarkTag::loop, bookmark);
     EXPECT_FALSE(range.isLooping());
     EXPECT_FALSE(bookmark->loopStatus);
-    EXPECT_TRUE(defaults.boolForKey(QStringLiteral("trimHandles")));
+    EXPECT_TRUE(preferences.trimHandles());
     press(bookmarkTag::loop, bookmark);
     EXPECT_TRUE(bookmark->loopStatus);
     EXPECT_EQ(range.firstFrameForLoop(), 20);
-    EXPECT_FALSE(defaults.boolForKey(QStringLiteral("trimHandles")));
-    prefer("trimHandles", true);
+    EXPECT_FALSE(preferences.trimHandles());
+    preferences.trimHandles.set(true);
     EXPECT_FALSE(bookmark->loopStatus) << "a range of handles ends the loop";
     EXPECT_EQ(range.firstFrameForLoop(), 10);
 }
@@ -267,7 +267,7 @@ TEST_F(ViewerBookmarksTest, NextAndPreviousPassOverMutedOnesAndStopAtTheEnds) {
 TEST_F(ViewerBookmarksTest, DrawingsOfAllActiveBookmarksStandTogetherInTheirOrder) {
     showFrames(60);
     goTo(10);
-    prefer("bookmarkDuration", 20);
+    preferences.bookmarkDuration.set(20);
     bookmarks.addBookmarkWithDrawing(strokesOf(2, Qt::red));
     EXPECT_EQ(controller.currentMovie()->drawingIcon.name(), QStringLiteral("dl-brushActive-01.png"));
     goTo(5);

@@ -3,8 +3,8 @@
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
 #include "platform/Panels.h"
-#include "platform/UserDefaults.h"
 #include "support/PlayerBench.h"
+#include "support/PreparedPreferences.h"
 #include "viewer/LibraryLink.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -43,17 +43,6 @@ class ViewerFixture : public ::testing::Test {
 protected:
     explicit ViewerFixture(SoundOutput* sound = nullptr)
         : player(clock, nullptr, 0, sound) {
-        defaults.registerDefaults({{QStringLiteral("repeatType"), QStringLiteral("Loop Movie")},
-                                   {QStringLiteral("rateMultiplier"), 1.0},
-                                   {QStringLiteral("loadFrame"), QStringLiteral("First Frame")},
-                                   {QStringLiteral("handleHead"), 9},
-                                   {QStringLiteral("handleTail"), 8},
-                                   {QStringLiteral("trimHandles"), false},
-                                   {QStringLiteral("volume"), 0.5f},
-                                   {QStringLiteral("counterStartFrame"), 1},
-                                   {QStringLiteral("displayTimecode"), false},
-                                   {QStringLiteral("displayFrameCounter"), false},
-                                   {QStringLiteral("bookmarkDuration"), 1}});
         controller.setLibrary(&library);
     }
 
@@ -75,19 +64,17 @@ protected:
         clock.now += qint64(1000) * 1000 * 1000 * 1000;
         player.tick();
     }
-    void prefer(const char* key, const char* text) { prefer(key, QVariant(QString::fromLatin1(text))); }
-    void prefer(const char* key, const QVariant& value) { defaults.set(QLatin1String(key), value); }
 
     bench::HandClock clock;
     Player player;
-    UserDefaults defaults{QString()};
+    PreparedPreferences preferences;
     ScriptedAlerts alerts;
     ScriptedPanels panels;
     RememberingPasteboard pasteboard;
     RememberingBrowser browser;
     RememberingLibrary library;
     ReviewEdits edits;
-    MoviePlayerController controller{{defaults, alerts, pasteboard, browser, edits, player, panels}};
+    MoviePlayerController controller{{preferences, alerts, pasteboard, browser, edits, player, panels}};
     Transport& transport = controller.transport();
     TimeDisplay& time = controller.time();
     ViewerBookmarks& bookmarks = controller.bookmarks();

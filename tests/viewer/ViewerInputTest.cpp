@@ -49,7 +49,7 @@ TEST_F(ViewerInputTest, PanelKeysToggleAndFullScreenKeysWorkOnlyThere) {
     host.fullScreen = true;
     press(ViewerInput::keyF);
     EXPECT_TRUE(host.visible.contains(ViewerPanel::controls));
-    prefer("disableHotkeysInFullScreenMode", true);
+    preferences.disableHotkeysInFullScreenMode.set(true);
     press(ViewerInput::keyH);
     EXPECT_FALSE(host.visible.empty());
     press(ViewerInput::keyEscape);
@@ -61,7 +61,7 @@ TEST_F(ViewerInputTest, PanelKeysToggleAndFullScreenKeysWorkOnlyThere) {
 
 TEST_F(ViewerInputTest, BracketsChangeTheToolsWidthWithinItsLimitsWhileThePanelIsOpen) {
     DrawingMode& drawing = controller.drawing();
-    prefer("brushWidth", 2.0);
+    preferences.brushWidth.set(2.0);
     drawing.chooseInteractiveTool({QStringLiteral("Draw")});
     press(ViewerInput::keyLeftBracket);
     EXPECT_EQ(drawing.currentWidth(), 2);
@@ -100,21 +100,21 @@ TEST_F(ViewerInputTest, ScreenEdgesAndClicksActInFullScreenUnlessSwitchedOff) {
     enter("playbackArea");
     EXPECT_EQ(list.count(), 0);
     host.fullScreen = true;
-    prefer("disableRightMouseZone", true);
+    preferences.disableRightMouseZone.set(true);
     enter("movieListArea");
     EXPECT_EQ(list.count(), 0);
-    prefer("disableRightMouseZone", false);
+    preferences.disableRightMouseZone.set(false);
     enter("movieListArea");
     enter("playbackArea");
     enter("notesArea");
     EXPECT_EQ(list.count(), 1);
-    EXPECT_EQ(defaults.integerForKey(QStringLiteral("restorePlaylistDrawer")), 1);
+    EXPECT_EQ(preferences.restorePlaylistDrawer(), 1);
     EXPECT_TRUE(host.visible.contains(ViewerPanel::controls));
     controller.input().mouseDown();
     EXPECT_EQ(list.last().first().toBool(), false);
     EXPECT_FALSE(host.visible.contains(ViewerPanel::controls));
     EXPECT_GT(host.cursorHidden, 0);
-    EXPECT_EQ(defaults.integerForKey(QStringLiteral("restorePlaylistDrawer")), 0);
+    EXPECT_EQ(preferences.restorePlaylistDrawer(), 0);
 }
 
 } // namespace

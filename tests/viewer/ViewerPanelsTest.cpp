@@ -1,7 +1,7 @@
 #include "viewer/display/ViewerPanels.h"
 
 #include "platform/Alerts.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "viewer/FakePanelHost.h"
 
 #include <gtest/gtest.h>
@@ -12,24 +12,24 @@ namespace {
 class ViewerPanelsTest : public ::testing::Test {
 protected:
     ViewerPanelsTest() { panels.setHost(&host); }
-    int preference(const char* key) const { return defaults.integerForKey(QLatin1String(key)); }
+    int stored(const char* key) { return preferences.store().value(QLatin1String(key)).toInt(); }
     void restore(int layout) {
         panels.restoreSavedPanelLayout({QStringLiteral("Restore Panel Layout %1").arg(layout)});
     }
 
-    UserDefaults defaults{QString()};
+    Preferences preferences;
     ScriptedAlerts alerts;
     FakePanelHost host;
-    ViewerPanels panels{defaults, alerts};
+    ViewerPanels panels{preferences, alerts};
 };
 
 TEST_F(ViewerPanelsTest, TogglesMirrorWhatIsOpenInTheirPreferences) {
     panels.toggle(ViewerPanel::notes);
     EXPECT_TRUE(panels.isVisible(ViewerPanel::notes));
-    EXPECT_EQ(preference("restoreNotesWindow"), 1);
+    EXPECT_EQ(stored("restoreNotesWindow"), 1);
     panels.toggle(ViewerPanel::notes);
     EXPECT_FALSE(panels.isVisible(ViewerPanel::notes));
-    EXPECT_EQ(preference("restoreNotesWindow"), 0);
+    EXPECT_EQ(stored("restoreNotesWindow"), 0);
     panels.showAllPanels();
     EXPECT_EQ(host.visible.size(), 6u); // the floating controls only in full screen
     host.fullScreen = true;
@@ -41,7 +41,7 @@ TEST_F(ViewerPanelsTest, TogglesMirrorWhatIsOpenInTheirPreferences) {
     EXPECT_GT(host.cursorHidden, 0);
     for (const char* key : {"restoreGradingWindow", "restoreDrawingWindow", "restoreBookmarkWindow",
                             "restoreOptionsWindow", "restorePlaylistDrawer"})
-        EXPECT_EQ(preference(key), 0) << key;
+        EXPECT_EQ(stored(key), 0) << key;
 }
 
 TEST_F(ViewerPanelsTest, ALayoutComesBackWhereItStoodAndClosesNothing) {
@@ -49,10 +49,10 @@ TEST_F(ViewerPanelsTest, ALayoutComesBackWhereItStoodAndClosesNothing) {
     panels.toggle(ViewerPanel::playlistDrawer);
     alerts.answers = {Alerts::secondButton};
     panels.bookmarkCurrentViewerSize();
-    EXPECT_EQ(defaults.value(QStringLiteral("panelsToRestore2")).toStringList(),
+    EXPECT_EQ(preferences.store().value(QStringLiteral("panelsToRestore2")).toStringList(),
               QStringList({QStringLiteral("gradingWindow"), QStringLiteral("playlistDrawer")}));
-    EXPECT_EQ(preference("notesWindow_favouriteHeight2"), 500);
-    EXPECT_FALSE(defaults.hasStoredValue(QStringLiteral("favouriteWidth")));
+    EXPECT_EQ(stored("notesWindow_favouriteHeight2"), 500);
+    EXPECT_FALSE(preferences.store().hasStoredValue(QStringLiteral("favouriteWidth")));
 
     const FakePanelHost saved = host;
     panels.hideAllPanels();
@@ -66,7 +66,7 @@ TEST_F(ViewerPanelsTest, ALayoutComesBackWhereItStoodAndClosesNothing) {
     EXPECT_EQ(host.frames[ViewerPanel::grading], QRect(10, 20, 111, 112)); // moved, its size as it was
     EXPECT_EQ(host.visible, (std::set<ViewerPanel>{ViewerPanel::grading, ViewerPanel::playlistDrawer,
                                                    ViewerPanel::options}));
-    EXPECT_EQ(preference("restoreGradingWindow"), 1);
+    EXPECT_EQ(stored("restoreGradingWindow"), 1);
 }
 
 TEST_F(ViewerPanelsTest, SavingInFullScreenKeepsTheViewersEarlierFrame) {
@@ -76,11 +76,11 @@ TEST_F(ViewerPanelsTest, SavingInFullScreenKeepsTheViewersEarlierFrame) {
     host.viewer = {0, 0, 1920, 1080};
     panels.toggle(ViewerPanel::notes);
     panels.bookmarkCurrentViewerSize();
-    EXPECT_EQ(preference("favouriteWidth2"), 1280);
-    EXPECT_EQ(defaults.value(QStringLiteral("panelsToRestore2")).toStringList().size(), 1);
+    EXPECT_EQ(stored("favouriteWidth2"), 1280);
+    EXPECT_EQ(preferences.store().value(QStringLiteral("panelsToRestore2")).toStringList().size(), 1);
     panels.toggle(ViewerPanel::notes);
     panels.bookmarkCurrentViewerSize(); // cancelled
-    EXPECT_EQ(defaults.value(QStringLiteral("panelsToRestore2")).toStringList().size(), 1);
+    EXPECT_EQ(preferences.store().value(QStringLiteral("panelsToRestore2")).toStringList().size(), 1);
 }
 
 TEST_F(ViewerPanelsTest, AMissingLayoutIsSaidAndAnEmptyOneOpensNothing) {
@@ -98,10 +98,11 @@ TEST_F(ViewerPanelsTest, AMissingLayoutIsSaidAndAnEmptyOneOpensNothing) {
 }
 
 TEST_F(ViewerPanelsTest, WhatWasOpenComesBackWhenThatIsWanted) {
-    defaults.set(QStringLiteral("restoreGradingWindow"), 1);
+    preferences.restoreGradingWindow.set(1);
+    preferences.restorePreviousWindows.set(false);
     panels.restoreOpenPanels();
     EXPECT_TRUE(host.visible.empty());
-    defaults.set(QStringLiteral("restorePreviousWindows"), true);
+    preferences.restorePreviousWindows.set(true);
     panels.restoreOpenPanels();
     EXPECT_EQ(host.visible, std::set<ViewerPanel>{ViewerPanel::grading});
 }

@@ -1,16 +1,16 @@
 #include "app/adding/MediaAdding.h"
 
-#include "app/files/FileStates.h"
-#include "app/playlists/Library.h"
 #include "app/adding/MediaWalk.h"
+#include "app/files/FileStates.h"
+#include "app/files/Thumbnails.h"
+#include "app/playlists/Library.h"
 #include "app/program/ProgressBoard.h"
 #include "app/sessions/SessionFiles.h"
 #include "app/sessions/SessionMigration.h"
-#include "app/files/Thumbnails.h"
 #include "base/work/WorkQueue.h"
 #include "media/facts/MediaTypes.h"
 #include "platform/Panels.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -245,7 +245,7 @@ void MediaAdding::enqueue(Request request) {
     const auto selected = surroundings_.library.selectedPlaylist();
     request.hadTarget = selected && !isDivider(*selected);
     if (request.hadTarget) request.target = selected;
-    request.allowImageFiles = surroundings_.defaults.boolForKey(QStringLiteral("allowImageFiles"));
+    request.allowImageFiles = surroundings_.preferences.allowImageFiles();
     worker_->requests.push_back(std::move(request));
     if (worker_->requests.size() == 1) startNext();
 }
@@ -344,8 +344,7 @@ void MediaAdding::apply(const Group& group) {
             library.selectMovies({0});
     }
     surroundings_.thumbnails.probeAndThumbnail(movies);
-    if (group.fromDesktop)
-        Q_EMIT openedFromDesktop(surroundings_.defaults.boolForKey(QStringLiteral("openWithLaunchesViewer")));
+    if (group.fromDesktop) Q_EMIT openedFromDesktop(surroundings_.preferences.openWithLaunchesViewer());
 }
 
 } // namespace daylark

@@ -16,7 +16,7 @@ class Panels;
 class ProgressBoard;
 class SessionFiles;
 class Thumbnails;
-class UserDefaults;
+class Preferences;
 
 /// How files get into the library: open panel, drops, folders, "open with". Folder walks and file bookmarks
 /// are a worker's (sorted by path within each folder, hidden files skipped, bundles not descended into,
@@ -27,7 +27,7 @@ class MediaAdding : public QObject {
 public:
     struct Surroundings {
         Library& library;
-        UserDefaults& defaults;
+        Preferences& preferences;
         Panels& panels;
         SessionFiles& sessionFiles;
         ProgressBoard& progress;

@@ -2,7 +2,7 @@
 
 #include "app/playlists/Library.h"
 #include "base/work/WorkQueue.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 
 #include <QElapsedTimer>
 
@@ -51,7 +51,7 @@ private:
 };
 
 std::vector<FileCheckTask> FileStates::Worker::tasks(const FileStates& states) const {
-    const bool networkMode = states.defaults_.boolForKey(QStringLiteral("networkMode"));
+    const bool networkMode = states.preferences_.networkMode();
     std::vector<FileCheckTask> result;
     std::unordered_set<const Movie*> seen;
     for (const auto& playlist : states.library_.playlists())
@@ -117,10 +117,10 @@ void FileStates::Worker::finish(FileStates& states) {
     Q_EMIT states.updated();
 }
 
-FileStates::FileStates(Library& library, UserDefaults& defaults, QObject* parent)
+FileStates::FileStates(Library& library, Preferences& preferences, QObject* parent)
     : QObject(parent)
     , library_(library)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , worker_(std::make_unique<Worker>()) {}
 
 FileStates::~FileStates() {

@@ -7,13 +7,13 @@
 namespace daylark {
 
 class Library;
-class UserDefaults;
+class Preferences;
 
 /// The found or missing state of every item and playlist, refreshed on a worker. Interface thread.
 class FileStates : public QObject {
     Q_OBJECT
 public:
-    FileStates(Library& library, UserDefaults& defaults, QObject* parent = nullptr);
+    FileStates(Library& library, Preferences& preferences, QObject* parent = nullptr);
     ~FileStates() override;
     void updateAllFilePaths(); ///< a request while one runs makes it run once more
     [[nodiscard]] bool isUpdating() const;
@@ -25,7 +25,7 @@ Q_SIGNALS:
 private:
     class Worker;
     Library& library_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     std::unique_ptr<Worker> worker_;
 };
 

@@ -5,7 +5,7 @@
 #include "base/work/WorkQueue.h"
 #include "media/facts/MovieProbe.h"
 #include "picture/Thumbnail.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 
 #include <QThread>
 
@@ -60,10 +60,10 @@ public:
     WorkQueue work{thumbnailThreads(), WorkQueue::Pace::background};
 };
 
-Thumbnails::Thumbnails(Library& library, UserDefaults& defaults, ProgressBoard& progress, QObject* parent)
+Thumbnails::Thumbnails(Library& library, Preferences& preferences, ProgressBoard& progress, QObject* parent)
     : QObject(parent)
     , library_(library)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , progress_(progress)
     , queue_(std::make_unique<Queue>()) {
     connect(&progress_, &ProgressBoard::changed, this, [this] {
@@ -85,13 +85,13 @@ bool Thumbnails::isIdle() const {
 void Thumbnails::probeAndThumbnail(const Movies& newItems) {
     Task kind;
     kind.probe = true;
-    kind.choice = defaults_.stringForKey(QStringLiteral("thumbnailFrame"));
+    kind.choice = preferences_.thumbnailFrame.text();
     enqueue(newItems, kind);
 }
 
 void Thumbnails::updateThumbnailsInArray(const Movies& items) {
     Task kind;
-    kind.choice = defaults_.stringForKey(QStringLiteral("thumbnailFrame"));
+    kind.choice = preferences_.thumbnailFrame.text();
     enqueue(items, kind);
 }
 
@@ -162,7 +162,7 @@ Thumbnails::Movies Thumbnails::moviesOfAllPlaylists() const {
 // The queue.
 
 void Thumbnails::enqueue(const Movies& items, const Task& kind) {
-    const bool networkMode = defaults_.boolForKey(QStringLiteral("networkMode"));
+    const bool networkMode = preferences_.networkMode();
     for (const auto& movie : items) {
         if (!kind.force && !kind.probe && !movie->thumbnail.isNil()) continue;
         Task task = kind;

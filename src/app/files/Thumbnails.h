@@ -13,7 +13,7 @@ namespace daylark {
 
 class Library;
 class ProgressBoard;
-class UserDefaults;
+class Preferences;
 
 /// Makes thumbnails and reads the properties of items, on workers, in the order asked for; results find their
 /// record weakly and are dropped when it is gone. Interface thread.
@@ -21,7 +21,8 @@ class Thumbnails : public QObject {
     Q_OBJECT
 public:
     using Movies = std::vector<std::shared_ptr<Movie>>;
-    Thumbnails(Library& library, UserDefaults& defaults, ProgressBoard& progress, QObject* parent = nullptr);
+    Thumbnails(Library& library, Preferences& preferences, ProgressBoard& progress,
+               QObject* parent = nullptr);
     ~Thumbnails() override;
 
     void probeAndThumbnail(
@@ -56,7 +57,7 @@ private:
 
     class Queue;
     Library& library_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     ProgressBoard& progress_;
     std::unique_ptr<Queue> queue_;
 };

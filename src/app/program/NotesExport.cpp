@@ -5,7 +5,7 @@
 #include "export/NotesDocument.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 
 #include <QFile>
 
@@ -13,7 +13,6 @@ namespace daylark {
 
 namespace {
 
-const QString formatKey = QStringLiteral("notesExportFormat");
 const QString csvFormat = QStringLiteral("CSV (Comma Separated Values)");
 const QString richTextFormat = QStringLiteral("RTF (Rich Text)");
 
@@ -39,13 +38,13 @@ QString withExtensionOfFormat(const QString& name, const QString& format) {
 
 } // namespace
 
-NotesOptions notesOptions(const UserDefaults& defaults) {
+NotesOptions notesOptions(const Preferences& preferences) {
     NotesOptions options;
-    options.printBookmarksInNotes = defaults.boolForKey(QStringLiteral("printBookmarksInNotes"));
-    options.hideFileExtensionInNotes = defaults.boolForKey(QStringLiteral("hideFileExtensionInNotes"));
-    options.notes1Title = defaults.stringForKey(QStringLiteral("notes1Title"));
-    options.notes2Title = defaults.stringForKey(QStringLiteral("notes2Title"));
-    options.flagLabel = [&defaults](const QString& code) { return defaults.stringForKey(code); };
+    options.printBookmarksInNotes = preferences.printBookmarksInNotes();
+    options.hideFileExtensionInNotes = preferences.hideFileExtensionInNotes();
+    options.notes1Title = preferences.notes1Title();
+    options.notes2Title = preferences.notes2Title();
+    options.flagLabel = [&preferences](const QString& code) { return preferences.statusName(code); };
     return options;
 }
 
@@ -79,9 +78,9 @@ void NotesExport::exportNotes(const Sender& sender) {
         return;
     }
     const QString path = askForPath();
-    const QString format = surroundings_.defaults.stringForKey(formatKey);
+    const QString format = surroundings_.preferences.notesExportFormat();
     if (!path.isEmpty() && format == csvFormat) {
-        write(path, notesCsv(movies, notesOptions(surroundings_.defaults)));
+        write(path, notesCsv(movies, notesOptions(surroundings_.preferences)));
     } else if (!path.isEmpty() && format == richTextFormat) {
         Alert alert;
         alert.message = QStringLiteral("Rich text notes can't be exported yet");
@@ -94,7 +93,7 @@ void NotesExport::exportNotes(const Sender& sender) {
 }
 
 QString NotesExport::askForPath() {
-    UserDefaults& defaults = surroundings_.defaults;
+    Preferences& preferences = surroundings_.preferences;
     const auto playlist = surroundings_.library.selectedPlaylist();
     SavePanel panel;
     panel.title = QStringLiteral("Export Notes");
@@ -102,10 +101,10 @@ QString NotesExport::askForPath() {
     panel.allowedTypes = QStringList{QStringLiteral("csv"), QStringLiteral("rtf")};
     panel.accessoryLabel = QStringLiteral("Format:");
     panel.accessoryTitles = formatTitles();
-    panel.accessoryCurrent = defaults.stringForKey(formatKey);
+    panel.accessoryCurrent = preferences.notesExportFormat();
     panel.proposedName = notesFileName(playlist ? playlist->name : QString(), panel.accessoryCurrent);
-    panel.accessoryChosen = [&defaults](const QString& title, const QString& name) {
-        defaults.set(formatKey, title);
+    panel.accessoryChosen = [&preferences](const QString& title, const QString& name) {
+        preferences.notesExportFormat.set(title);
         return withExtensionOfFormat(name, title);
     };
     return surroundings_.panels.runSave(panel);

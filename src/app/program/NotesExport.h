@@ -13,10 +13,10 @@ namespace daylark {
 class Alerts;
 class Library;
 class Panels;
-class UserDefaults;
+class Preferences;
 
-/// What the preferences say about the notes export; looks flag labels up as long as `defaults` lives.
-[[nodiscard]] NotesOptions notesOptions(const UserDefaults& defaults);
+/// What the preferences say about the notes export; looks flag labels up as long as `preferences` lives.
+[[nodiscard]] NotesOptions notesOptions(const Preferences& preferences);
 
 /// "Export Movie Notes..." and "Export Playlist Notes...": scope, dialog, document, file. Interface thread;
 /// the file is written by a worker, and a failed write is not reported.
@@ -25,7 +25,7 @@ class NotesExport : public QObject {
 public:
     struct Surroundings {
         Library& library;
-        UserDefaults& defaults;
+        Preferences& preferences;
         Alerts& alerts;
         Panels& panels;
     };

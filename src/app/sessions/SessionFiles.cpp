@@ -5,7 +5,7 @@
 #include "base/work/WorkQueue.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 
 #include <QFileInfo>
 
@@ -16,8 +16,6 @@ namespace daylark {
 
 namespace {
 
-const QString sessionPathKey = QStringLiteral("Session Path");
-const QString sessionTitleKey = QStringLiteral("Session Title");
 const QString sessionExtension = QStringLiteral("dls");
 
 } // namespace
@@ -142,9 +140,9 @@ void SessionFiles::saveSessionAs() {
 
 void SessionFiles::storeSessionPath() {
     if (currentSessionPath_.isEmpty())
-        surroundings_.defaults.remove(sessionPathKey);
+        surroundings_.preferences.sessionPath.reset();
     else
-        surroundings_.defaults.set(sessionPathKey, currentSessionPath_);
+        surroundings_.preferences.sessionPath.set(currentSessionPath_);
 }
 
 void SessionFiles::saveTempSession() {
@@ -304,7 +302,7 @@ void SessionFiles::forgetCurrentSessionPath() {
 }
 
 void SessionFiles::setSessionTitle(const QString& title) {
-    surroundings_.defaults.set(sessionTitleKey, title);
+    surroundings_.preferences.sessionTitle.set(title);
     if (title_ == title) return;
     title_ = title;
     Q_EMIT titleChanged(title_);

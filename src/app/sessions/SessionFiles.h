@@ -15,7 +15,7 @@ class Alerts;
 class Library;
 class Panels;
 class ReviewEdits;
-class UserDefaults;
+class Preferences;
 
 /// Save, Save As, Import, the temporary session, the current path and the window's title. Files are read and
 /// written on a worker, one job at a time in order; the interface goes on. A write that fails leaves file and
@@ -25,7 +25,7 @@ class SessionFiles : public QObject {
 public:
     struct Surroundings {
         Library& library;
-        UserDefaults& defaults;
+        Preferences& preferences;
         Alerts& alerts;
         Panels& panels;
         QString temporarySessionPath; ///< "<application support>/<login>_daylarkSession.dls"

@@ -1,12 +1,12 @@
 #include "app/sessions/SessionMigration.h"
 
 #include "app/files/FileStates.h"
+#include "app/files/Thumbnails.h"
 #include "app/playlists/Library.h"
 #include "app/sessions/SessionFiles.h"
-#include "app/files/Thumbnails.h"
 #include "media/facts/TimecodeTrack.h"
 #include "platform/Alerts.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,8 +14,6 @@
 namespace daylark {
 
 namespace {
-
-const QString networkModeKey = QStringLiteral("networkMode");
 
 bool isOlder(const std::shared_ptr<Movie>& movie) {
     return movie->bookmarkStore.isNil;
@@ -102,9 +100,9 @@ bool SessionMigration::checkForModifiedAudio() const {
 void SessionMigration::checkMovies() {
     // While one question is open, what comes in is covered by its answer.
     if (asking_ || !hasOlderMovies()) return;
-    UserDefaults& defaults = surroundings_.defaults;
-    const bool networkMode = defaults.boolForKey(networkModeKey);
-    defaults.set(networkModeKey, true); // no more work on the old items' media until there is an answer
+    Preferences& preferences = surroundings_.preferences;
+    const bool networkMode = preferences.networkMode();
+    preferences.networkMode.set(true); // no more work on the old items' media until there is an answer
     Alert question;
     question.message = QStringLiteral(
         "Some items in this session were created with an older version of Daylark.\n\nClick \"Update\" below "
@@ -118,7 +116,7 @@ void SessionMigration::checkMovies() {
     switch (answer) { // only an update gives the network mode back; wanted
     case Alerts::firstButton:
         updateMovies();
-        defaults.set(networkModeKey, networkMode);
+        preferences.networkMode.set(networkMode);
         break;
     case Alerts::secondButton:
         surroundings_.sessionFiles.clearSession();

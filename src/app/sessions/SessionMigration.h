@@ -18,7 +18,7 @@ class Library;
 class Movie;
 class SessionFiles;
 class Thumbnails;
-class UserDefaults;
+class Preferences;
 
 /// Gives every playlist of an older session its type (and its shown count), after every load. Interface
 /// thread.
@@ -37,7 +37,7 @@ class SessionMigration : public QObject {
 public:
     struct Surroundings {
         Library& library;
-        UserDefaults& defaults;
+        Preferences& preferences;
         Alerts& alerts;
         SessionFiles& sessionFiles;
         FileStates& fileStates;

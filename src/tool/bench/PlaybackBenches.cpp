@@ -1,8 +1,8 @@
 #include "tool/bench/PlaybackBenches.h"
 
-#include "platform/UserDefaults.h"
 #include "playback/read/DecodeThread.h"
 #include "playback/read/FrameCache.h"
+#include "preferences/Preferences.h"
 #include "tool/ToolContext.h"
 
 #include <CLI/CLI.hpp>

@@ -1,6 +1,6 @@
 #include "ui/commands/GeometryCommands.h"
 
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -47,7 +47,7 @@ QString aspectId(const char* title) {
 
 void addGeometryCommands(Commands& commands, MoviePlayerController& controller) {
     ViewerGeometry& geometry = controller.geometry();
-    UserDefaults& defaults = controller.defaults();
+    Preferences& preferences = controller.preferences();
     const auto hasMovie = [&controller] { return controller.currentMovie() != nullptr; };
     for (const SizeCommand& zoom : zooms)
         commands.add({QLatin1String(zoom.id), QLatin1String(zoom.title), QLatin1String(zoom.icon), zoom.key,
@@ -79,7 +79,7 @@ void addGeometryCommands(Commands& commands, MoviePlayerController& controller) 
                   {},
                   [&geometry] { geometry.toggleMask(); },
                   {},
-                  [&defaults] { return defaults.boolForKey(QStringLiteral("showMask")); },
+                  [&preferences] { return preferences.showMask(); },
                   {}});
     for (const auto& [ratio, value] : maskRatios)
         commands.add(
@@ -89,9 +89,7 @@ void addGeometryCommands(Commands& commands, MoviePlayerController& controller) 
              {},
              [&geometry, title = QString::fromLatin1(ratio)] { geometry.resizeMaskElements({title}); },
              {},
-             [&defaults, value = value] {
-                 return std::abs(defaults.doubleForKey(QStringLiteral("movieMaskRatio")) - value) < 1e-6;
-             },
+             [&preferences, value = value] { return std::abs(preferences.movieMaskRatio() - value) < 1e-6; },
              {}});
     for (size_t at = 0; at < std::size(pixelAspects); ++at)
         commands.add({aspectId(pixelAspects[at]),
@@ -105,19 +103,17 @@ void addGeometryCommands(Commands& commands, MoviePlayerController& controller) 
                       {},
                       [&geometry, at] { return geometry.pixelAspectRatio() == pixelAspectValues[at]; },
                       {}});
-    commands.add(
-        {QStringLiteral("viewer.constrain"),
-         QStringLiteral("Constrain Viewer To Movie Proportions"),
-         {},
-         {},
-         [&geometry, &defaults] {
-             const QString key = QStringLiteral("constrainViewerToMovieProportions");
-             defaults.set(key, !defaults.boolForKey(key));
-             geometry.setConstrainViewerProportions();
-         },
-         {},
-         [&defaults] { return defaults.boolForKey(QStringLiteral("constrainViewerToMovieProportions")); },
-         {}});
+    commands.add({QStringLiteral("viewer.constrain"),
+                  QStringLiteral("Constrain Viewer To Movie Proportions"),
+                  {},
+                  {},
+                  [&geometry, &preferences] {
+                      preferences.constrainViewerToMovieProportions.flip();
+                      geometry.setConstrainViewerProportions();
+                  },
+                  {},
+                  [&preferences] { return preferences.constrainViewerToMovieProportions(); },
+                  {}});
     QObject::connect(&geometry, &ViewerGeometry::changed, &commands, &Commands::refresh);
     const auto retitle = [mask = commands.action(QStringLiteral("viewer.mask")), &geometry] {
         mask->setText(geometry.maskMenuTitle());

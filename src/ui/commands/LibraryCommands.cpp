@@ -2,7 +2,7 @@
 
 #include "app/PlaylistController.h"
 #include "model/StatusCodes.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/library/ItemsPane.h"
 #include "ui/library/LibraryWindow.h"
@@ -314,12 +314,12 @@ void bindListKeys(const Commands& commands, LibraryWindow& window) {
 }
 
 void refreshFlagTitles(const Commands& commands, PlaylistController& controller) {
-    const UserDefaults& defaults = controller.defaults();
+    const Preferences& preferences = controller.preferences();
     const QStringList codes = flagCodes();
     for (const QString& code : codes) {
         QAction* action = commands.action(flagCommand(code));
         const QString name =
-            code == QString::number(status::none) ? QStringLiteral("No Flag") : defaults.stringForKey(code);
+            code == QString::number(status::none) ? QStringLiteral("No Flag") : preferences.statusName(code);
         QString title = name;
         action->setText(title.replace(QLatin1Char('&'), QLatin1String("&&")));
         action->setToolTip(

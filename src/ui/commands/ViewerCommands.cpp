@@ -1,15 +1,15 @@
 #include "ui/commands/ViewerCommands.h"
 
 #include "model/StatusCodes.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/BookmarkCommands.h"
 #include "ui/commands/Commands.h"
 #include "ui/commands/DrawingCommands.h"
-#include "ui/common/FlagPopUp.h"
 #include "ui/commands/GeometryCommands.h"
 #include "ui/commands/GradeCommands.h"
 #include "ui/commands/PanelCommands.h"
 #include "ui/commands/ViewerKeys.h"
+#include "ui/common/FlagPopUp.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QAction>
@@ -111,14 +111,14 @@ void addMovie(Commands& commands, MoviePlayerController& controller) {
             return movie && (movie->flagString == QString::number(tag) ||
                              (tag == status::none && movie->flagString.isEmpty()));
         };
-        const QString title = FlagPopUp::flagTitle(tag, controller.defaults());
+        const QString title = FlagPopUp::flagTitle(tag, controller.preferences());
         commands
             .add({FlagPopUp::commandId(tag),
                   title,
                   FlagPopUp::flagIcon(tag),
                   QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_0 + tag - status::none)),
                   [&controller, tag] {
-                      controller.setFlagImage({FlagPopUp::flagTitle(tag, controller.defaults()), tag});
+                      controller.setFlagImage({FlagPopUp::flagTitle(tag, controller.preferences()), tag});
                   },
                   hasMovie,
                   isShown,
@@ -131,9 +131,7 @@ void addMovie(Commands& commands, MoviePlayerController& controller) {
 void addRange(Commands& commands, MoviePlayerController& controller) {
     PlaybackRange& range = controller.range();
     const auto hasMovie = [&controller] { return controller.currentMovie() != nullptr; };
-    const auto trims = [&controller] {
-        return controller.defaults().boolForKey(QStringLiteral("trimHandles"));
-    };
+    const auto trims = [&controller] { return controller.preferences().trimHandles(); };
     addAll(commands, {{"markIn", QT_TRANSLATE_NOOP("ViewerWindow", "Mark &In"), "setIn", Qt::Key_I,
                        [&] { range.markInPoint(); }, hasMovie},
                       {"markOut", QT_TRANSLATE_NOOP("ViewerWindow", "Mark &Out"), "setOut", Qt::Key_U,
@@ -170,21 +168,20 @@ void addThumbnails(Commands& commands, MoviePlayerController& controller, const 
 }
 
 /// A preference that is on or off, as a command.
-ViewerCommand switchOf(MoviePlayerController& controller, const char* name, const char* text, const char* key,
+ViewerCommand switchOf(Preference<bool>& preference, const char* name, const char* text,
                        QKeySequence shortcut = {}) {
-    UserDefaults& defaults = controller.defaults();
-    const QString preference = QLatin1String(key);
     return {name,
             text,
             "",
             shortcut,
-            [&defaults, preference] { defaults.set(preference, !defaults.boolForKey(preference)); },
+            [&preference] { preference.flip(); },
             {},
-            [&defaults, preference] { return defaults.boolForKey(preference); }};
+            [&preference] { return preference(); }};
 }
 
 void addBookmarksAndView(Commands& commands, MoviePlayerController& controller,
                          const ViewerWindowActions& window) {
+    Preferences& preferences = controller.preferences();
     const auto hasMovie = [&controller] { return controller.currentMovie() != nullptr; };
     addAll(commands,
            {{"addBookmark",
@@ -223,16 +220,16 @@ void addBookmarksAndView(Commands& commands, MoviePlayerController& controller,
             {"close", QT_TRANSLATE_NOOP("ViewerWindow", "&Close Viewer"), "close", Qt::CTRL | Qt::Key_W,
              window.close},
             {"keys", QT_TRANSLATE_NOOP("ViewerWindow", "&Keys…"), "help", Qt::Key_F1, window.showKeys},
-            switchOf(controller, "counter", QT_TRANSLATE_NOOP("ViewerWindow", "Frame &Counter on Picture"),
-                     "displayFrameCounter"),
-            switchOf(controller, "timecode", QT_TRANSLATE_NOOP("ViewerWindow", "&Timecode on Picture"),
-                     "displayTimecode"),
-            switchOf(controller, "filename", QT_TRANSLATE_NOOP("ViewerWindow", "File &Name on Picture"),
-                     "displayFilename"),
-            switchOf(controller, "bookmarkText",
-                     QT_TRANSLATE_NOOP("ViewerWindow", "Bookmark Te&xt on Picture"), "displayBookmarkText"),
-            switchOf(controller, "statistics", QT_TRANSLATE_NOOP("ViewerWindow", "Playback &Statistics"),
-                     "displayPlaybackStatistics")});
+            switchOf(preferences.displayFrameCounter, "counter",
+                     QT_TRANSLATE_NOOP("ViewerWindow", "Frame &Counter on Picture")),
+            switchOf(preferences.displayTimecode, "timecode",
+                     QT_TRANSLATE_NOOP("ViewerWindow", "&Timecode on Picture")),
+            switchOf(preferences.displayFilename, "filename",
+                     QT_TRANSLATE_NOOP("ViewerWindow", "File &Name on Picture")),
+            switchOf(preferences.displayBookmarkText, "bookmarkText",
+                     QT_TRANSLATE_NOOP("ViewerWindow", "Bookmark Te&xt on Picture")),
+            switchOf(preferences.displayPlaybackStatistics, "statistics",
+                     QT_TRANSLATE_NOOP("ViewerWindow", "Playback &Statistics"))});
 }
 
 void fill(QMenu* menu, const Commands& commands, std::initializer_list<const char*> names) {
@@ -295,7 +292,7 @@ void buildViewerMenus(QMenuBar& menuBar, const Commands& commands) {
 
 void renameFlagCommands(const Commands& commands, MoviePlayerController& controller) {
     for (int tag = status::none; tag <= status::skip; ++tag) {
-        QString title = FlagPopUp::flagTitle(tag, controller.defaults());
+        QString title = FlagPopUp::flagTitle(tag, controller.preferences());
         QAction* action = commands.action(FlagPopUp::commandId(tag));
         action->setToolTip(title);
         action->setText(title.replace(u'&', QStringLiteral("&&")));

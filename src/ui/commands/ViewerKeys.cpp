@@ -1,7 +1,7 @@
 #include "ui/commands/ViewerKeys.h"
 
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/commands/KeyCodes.h"
 #include "viewer/MoviePlayerController.h"
@@ -184,7 +184,7 @@ bool ViewerKeys::eventFilter(QObject* watched, QEvent* event) {
     const bool escape = keyCodes::of(key) == ViewerInput::keyEscape;
     const bool isFunctionKey = key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F35;
     if (!escape && !command && !isFunctionKey && controller_.panels().isFullScreen() &&
-        controller_.defaults().boolForKey(QStringLiteral("disableHotkeysInFullScreenMode"))) {
+        controller_.preferences().disableHotkeysInFullScreenMode()) {
         event->accept();
         return true;
     }

@@ -1,6 +1,5 @@
 #include "ui/common/Binding.h"
 
-#include "platform/UserDefaults.h"
 #include "ui/common/Theme.h"
 #include "viewer/display/DisplayGeometry.h"
 
@@ -24,15 +23,14 @@ namespace {
 
 /// Calls `show` now and whenever the preference changes.
 template<class Control, class Show>
-void follow(Control* control, UserDefaults& defaults, const QString& key, Show show) {
+void follow(Control* control, PreferenceItem& preference, Show show) {
+    control->setObjectName(preference.key());
     const auto update = [control, show] {
         const QSignalBlocker blocker(control);
         show();
     };
     update();
-    QObject::connect(&defaults, &UserDefaults::changed, control, [key, update](const QString& changed) {
-        if (changed == key) update();
-    });
+    QObject::connect(&preference, &PreferenceItem::changed, control, update);
 }
 
 bool sameChoice(const QVariant& stored, const QVariant& choice) {
@@ -47,61 +45,53 @@ bool sameChoice(const QVariant& stored, const QVariant& choice) {
 
 namespace binding {
 
-void toBool(QCheckBox* box, UserDefaults& defaults, const QString& key) {
-    box->setObjectName(key);
-    follow(box, defaults, key, [box, &defaults, key] { box->setChecked(defaults.boolForKey(key)); });
-    QObject::connect(box, &QCheckBox::toggled, box, [&defaults, key](bool on) { defaults.set(key, on); });
+void toBool(QCheckBox* box, Preference<bool>& preference) {
+    follow(box, preference, [box, &preference] { box->setChecked(preference()); });
+    QObject::connect(box, &QCheckBox::toggled, box, [&preference](bool on) { preference.set(on); });
 }
 
-void toInteger(QSpinBox* box, UserDefaults& defaults, const QString& key) {
-    box->setObjectName(key);
-    follow(box, defaults, key, [box, &defaults, key] { box->setValue(defaults.integerForKey(key)); });
-    QObject::connect(box, &QSpinBox::valueChanged, box,
-                     [&defaults, key](int value) { defaults.set(key, value); });
+void toInteger(QSpinBox* box, Preference<int>& preference) {
+    follow(box, preference, [box, &preference] { box->setValue(preference()); });
+    QObject::connect(box, &QSpinBox::valueChanged, box, [&preference](int value) { preference.set(value); });
 }
 
-void toNumber(QDoubleSpinBox* box, UserDefaults& defaults, const QString& key) {
-    box->setObjectName(key);
-    follow(box, defaults, key, [box, &defaults, key] { box->setValue(defaults.doubleForKey(key)); });
+void toNumber(QDoubleSpinBox* box, Preference<double>& preference) {
+    follow(box, preference, [box, &preference] { box->setValue(preference()); });
     QObject::connect(box, &QDoubleSpinBox::valueChanged, box,
-                     [&defaults, key](double value) { defaults.set(key, value); });
+                     [&preference](double value) { preference.set(value); });
 }
 
-void toText(QLineEdit* field, UserDefaults& defaults, const QString& key) {
-    field->setObjectName(key);
-    follow(field, defaults, key, [field, &defaults, key] {
-        const QString text = defaults.stringForKey(key);
+void toText(QLineEdit* field, Preference<QString>& preference) {
+    follow(field, preference, [field, &preference] {
+        const QString text = preference();
         if (field->text() != text) // leaves the cursor where the person types
             field->setText(text);
     });
     QObject::connect(field, &QLineEdit::textEdited, field,
-                     [&defaults, key](const QString& text) { defaults.set(key, text); });
+                     [&preference](const QString& text) { preference.set(text); });
 }
 
-void toFraction(QSlider* slider, UserDefaults& defaults, const QString& key, double most) {
-    slider->setObjectName(key);
-    follow(slider, defaults, key, [slider, &defaults, key, most] {
-        slider->setValue(int(std::lround(defaults.doubleForKey(key) / most * slider->maximum())));
+void toFraction(QSlider* slider, Preference<float>& preference) {
+    follow(slider, preference, [slider, &preference] {
+        slider->setValue(int(std::lround(double(preference()) * slider->maximum())));
     });
-    QObject::connect(slider, &QSlider::valueChanged, slider, [slider, &defaults, key, most](int value) {
-        defaults.set(key, double(value) / slider->maximum() * most);
+    QObject::connect(slider, &QSlider::valueChanged, slider, [slider, &preference](int value) {
+        preference.set(float(double(value) / slider->maximum()));
     });
 }
 
-void toChoice(QComboBox* box, UserDefaults& defaults, const QString& key,
-              const std::vector<Choice>& choices) {
-    box->setObjectName(key);
+void toChoice(QComboBox* box, PreferenceItem& preference, const std::vector<Choice>& choices) {
     for (const Choice& choice : choices)
         box->addItem(choice.first, choice.second);
-    follow(box, defaults, key, [box, &defaults, key] {
-        const QVariant stored = defaults.value(key);
+    follow(box, preference, [box, &preference] {
+        const QVariant stored = preference.value();
         int shown = -1;
         for (int at = 0; at < box->count() && shown < 0; ++at)
             if (sameChoice(stored, box->itemData(at))) shown = at;
         box->setCurrentIndex(shown);
     });
-    QObject::connect(box, &QComboBox::currentIndexChanged, box, [box, &defaults, key](int at) {
-        if (at >= 0) defaults.set(key, box->itemData(at));
+    QObject::connect(box, &QComboBox::currentIndexChanged, box, [box, &preference](int at) {
+        if (at >= 0) preference.store(box->itemData(at));
     });
 }
 
@@ -114,24 +104,21 @@ std::vector<Choice> maskRatioChoices() {
 
 } // namespace binding
 
-ColourButton::ColourButton(UserDefaults& defaults, const QString& key, QWidget* parent)
+ColourButton::ColourButton(Preference<QColor>& preference, QWidget* parent)
     : QWidget(parent)
-    , defaults_(defaults)
-    , key_(key) {
-    setObjectName(key);
+    , preference_(preference) {
+    setObjectName(preference.key());
     setFixedSize(48, 24);
     setFocusPolicy(Qt::StrongFocus);
-    connect(&defaults_, &UserDefaults::changed, this, [this](const QString& changed) {
-        if (changed == key_) update();
-    });
+    connect(&preference_, &PreferenceItem::changed, this, qOverload<>(&QWidget::update));
 }
 
 QColor ColourButton::colour() const {
-    return defaults_.colourForKey(key_);
+    return preference_();
 }
 
 void ColourButton::setColour(const QColor& colour) {
-    if (colour.isValid()) defaults_.set(key_, colour);
+    if (colour.isValid()) preference_.set(colour);
 }
 
 void ColourButton::paintEvent(QPaintEvent*) {

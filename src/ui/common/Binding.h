@@ -1,5 +1,7 @@
 #pragma once
 
+#include "preferences/Preference.h"
+
 #include <QColor>
 #include <QString>
 #include <QVariant>
@@ -17,25 +19,31 @@ class QSpinBox;
 
 namespace daylark {
 
-class UserDefaults;
-
 /// Ties a control to a preference, both ways and at once: the control shows what the preference is now and
 /// whenever it changes, and stores what the person sets. Lasts as long as the control. Interface thread.
 namespace binding {
 
-void toBool(QCheckBox* box, UserDefaults& defaults, const QString& key);
-void toInteger(QSpinBox* box, UserDefaults& defaults, const QString& key);
-void toNumber(QDoubleSpinBox* box, UserDefaults& defaults, const QString& key);
-void toText(QLineEdit* field, UserDefaults& defaults, const QString& key);
-/// A slider of whole steps over 0 to `most` of the preference.
-void toFraction(QSlider* slider, UserDefaults& defaults, const QString& key, double most = 1.0);
+void toBool(QCheckBox* box, Preference<bool>& preference);
+void toInteger(QSpinBox* box, Preference<int>& preference);
+void toNumber(QDoubleSpinBox* box, Preference<double>& preference);
+void toText(QLineEdit* field, Preference<QString>& preference);
+/// A slider of whole steps over 0 to 1.
+void toFraction(QSlider* slider, Preference<float>& preference);
 
 using Choice = std::pair<QString, QVariant>; ///< title and stored value
 /// A value that is none of the choices shows as no choice and stays until one is picked. Numbers are compared
 /// as numbers.
-void toChoice(QComboBox* box, UserDefaults& defaults, const QString& key, const std::vector<Choice>& choices);
+void toChoice(QComboBox* box, PreferenceItem& preference, const std::vector<Choice>& choices);
 
-[[nodiscard]] std::vector<Choice> maskRatioChoices(); ///< for the preference "movieMaskRatio"
+[[nodiscard]] std::vector<Choice> maskRatioChoices();
+/// Choices that show the very words by which they are stored.
+template<PreferenceEnum E>
+[[nodiscard]] std::vector<Choice> wordChoices() {
+    std::vector<Choice> choices;
+    for (const QString& word : allWords<E>())
+        choices.emplace_back(word, word);
+    return choices;
+}
 
 } // namespace binding
 
@@ -44,7 +52,7 @@ void toChoice(QComboBox* box, UserDefaults& defaults, const QString& key, const 
 class ColourButton : public QWidget {
     Q_OBJECT
 public:
-    ColourButton(UserDefaults& defaults, const QString& key, QWidget* parent = nullptr);
+    explicit ColourButton(Preference<QColor>& preference, QWidget* parent = nullptr);
     [[nodiscard]] QColor colour() const;
     void setColour(const QColor& colour); ///< stores it
 
@@ -56,8 +64,7 @@ protected:
 private:
     void choose();
 
-    UserDefaults& defaults_;
-    QString key_;
+    Preference<QColor>& preference_;
 };
 
 } // namespace daylark

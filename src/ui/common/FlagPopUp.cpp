@@ -2,7 +2,7 @@
 
 #include "model/Movie.h"
 #include "model/StatusCodes.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/Theme.h"
 
@@ -14,9 +14,9 @@ namespace {
 constexpr int flagPopUpWidth = 152;
 }
 
-FlagPopUp::FlagPopUp(Commands& commands, UserDefaults& defaults, QWidget* parent)
+FlagPopUp::FlagPopUp(Commands& commands, Preferences& preferences, QWidget* parent)
     : QToolButton(parent)
-    , defaults_(defaults) {
+    , preferences_(preferences) {
     setObjectName(QStringLiteral("flagPopUp"));
     setAutoRaise(true);
     setPopupMode(QToolButton::InstantPopup);
@@ -38,7 +38,7 @@ void FlagPopUp::showFlagOf(const Movie* movie) {
     bool known = false;
     const int code = movie ? movie->flagString.toInt(&known) : status::none;
     const int tag = known && code > status::none && code <= status::skip ? code : status::none;
-    const QString title = tag == status::none ? tr("No Flag") : flagTitle(tag, defaults_);
+    const QString title = tag == status::none ? tr("No Flag") : flagTitle(tag, preferences_);
     setIcon(theme::icon(flagIcon(tag)));
     setText(QStringLiteral(" ") + fontMetrics()
                                       .elidedText(title, Qt::ElideRight, flagPopUpWidth - 40)
@@ -52,8 +52,8 @@ QString FlagPopUp::commandId(int tag) {
     return QStringLiteral("viewer.flag.%1").arg(tag);
 }
 
-QString FlagPopUp::flagTitle(int tag, const UserDefaults& defaults) {
-    return tag == status::none ? tr("None") : defaults.stringForKey(QString::number(tag));
+QString FlagPopUp::flagTitle(int tag, const Preferences& preferences) {
+    return tag == status::none ? tr("None") : preferences.statusName(QString::number(tag));
 }
 
 QString FlagPopUp::flagIcon(int tag) {

@@ -1,7 +1,7 @@
 #include "ui/controls/PlaybackReadOut.h"
 
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "ui/picture/PictureView.h"
 
 #include <QEvent>
@@ -10,7 +10,6 @@ namespace daylark {
 
 namespace {
 
-const QString statisticsKey = QStringLiteral("displayPlaybackStatistics");
 constexpr int readOutIntervalMs = 500;
 
 QString megabytes(qint64 bytes) {
@@ -19,17 +18,15 @@ QString megabytes(qint64 bytes) {
 
 } // namespace
 
-PlaybackReadOut::PlaybackReadOut(const Player& player, PictureView& picture, const UserDefaults& defaults,
+PlaybackReadOut::PlaybackReadOut(const Player& player, PictureView& picture, const Preferences& preferences,
                                  QObject* parent)
     : QObject(parent)
     , player_(player)
     , picture_(picture)
-    , defaults_(defaults) {
+    , preferences_(preferences) {
     timer_.setInterval(readOutIntervalMs);
     connect(&timer_, &QTimer::timeout, this, &PlaybackReadOut::show);
-    connect(&defaults, &UserDefaults::changed, this, [this](const QString& key) {
-        if (key == statisticsKey) follow();
-    });
+    connect(&preferences.displayPlaybackStatistics, &PreferenceItem::changed, this, &PlaybackReadOut::follow);
     connect(&picture, &PictureView::rendererChanged, this, [this] {
         if (timer_.isActive()) show();
     });
@@ -44,7 +41,7 @@ bool PlaybackReadOut::eventFilter(QObject* object, QEvent* event) {
 }
 
 void PlaybackReadOut::follow() {
-    const bool wanted = defaults_.boolForKey(statisticsKey);
+    const bool wanted = preferences_.displayPlaybackStatistics();
     if (!wanted) picture_.setStatistics({});
     if (!wanted || !picture_.isVisible()) return timer_.stop();
     show();

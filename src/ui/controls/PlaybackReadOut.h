@@ -7,7 +7,7 @@ namespace daylark {
 
 class PictureView;
 class Player;
-class UserDefaults;
+class Preferences;
 
 /// The small read-out of how playing goes: rate reached, frames dropped, cache fill, decoder and renderer.
 /// Off unless the preference "displayPlaybackStatistics" is on; then it is looked up twice a second while the
@@ -16,7 +16,7 @@ class UserDefaults;
 class PlaybackReadOut : public QObject {
     Q_OBJECT
 public:
-    PlaybackReadOut(const Player& player, PictureView& picture, const UserDefaults& defaults,
+    PlaybackReadOut(const Player& player, PictureView& picture, const Preferences& preferences,
                     QObject* parent = nullptr);
 
     [[nodiscard]] QString text() const; ///< as it would read now
@@ -28,7 +28,7 @@ private:
 
     const Player& player_;
     PictureView& picture_;
-    const UserDefaults& defaults_;
+    const Preferences& preferences_;
     QTimer timer_;
 };
 

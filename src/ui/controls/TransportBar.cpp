@@ -1,7 +1,7 @@
 #include "ui/controls/TransportBar.h"
 
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/FlagPopUp.h"
 #include "ui/common/FoldingStrip.h"
@@ -26,17 +26,16 @@ namespace {
 
 constexpr int stripHeight = 56;
 
-struct RepeatMode {
-    const char* title;
+struct RepeatChoice {
+    RepeatMode mode;
     const char* icon;
-    bool ownedByTransport; ///< stored by `setRepeatMode`; the others are stored here
 };
-constexpr RepeatMode repeatModes[] = {{"Loop Movie", "loop", true},
-                                      {"One Shot", "playOnce", false},
-                                      {"Ping-Pong", "pingPong", false},
-                                      {"Play Movie Once", "playOnce", true},
-                                      {"Play Playlist Once", "playlist", true},
-                                      {"Loop Playlist", "loopPlaylist", true}};
+constexpr RepeatChoice repeatChoices[] = {{RepeatMode::loopMovie, "loop"},
+                                          {RepeatMode::oneShot, "playOnce"},
+                                          {RepeatMode::pingPong, "pingPong"},
+                                          {RepeatMode::playMovieOnce, "playOnce"},
+                                          {RepeatMode::playPlaylistOnce, "playlist"},
+                                          {RepeatMode::loopPlaylist, "loopPlaylist"}};
 
 } // namespace
 
@@ -53,7 +52,7 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     rate_->setAlignment(Qt::AlignCenter);
     repeat_ = repeatPopUp();
     volume_ = new VolumeButton(controller_.transport(), this);
-    flag_ = new FlagPopUp(commands_, controller_.defaults(), this);
+    flag_ = new FlagPopUp(commands_, controller_.preferences(), this);
 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 4, 12, 12);
@@ -129,9 +128,9 @@ QToolButton* TransportBar::repeatPopUp() {
     button->setFocusPolicy(Qt::TabFocus);
     auto* choices = new QMenu(tr("R&epeat"), button);
     auto* group = new QActionGroup(choices);
-    for (const RepeatMode& mode : repeatModes) {
-        const QString title = QString::fromLatin1(mode.title);
-        QAction* action = choices->addAction(theme::icon(QLatin1String(mode.icon)), title);
+    for (const RepeatChoice& choice : repeatChoices) {
+        const QString title = wordOf(choice.mode);
+        QAction* action = choices->addAction(theme::icon(QLatin1String(choice.icon)), title);
         action->setCheckable(true);
         action->setIconVisibleInMenu(false); // a mark beside the one in force says more
         action->setData(title);
@@ -143,9 +142,10 @@ QToolButton* TransportBar::repeatPopUp() {
 }
 
 void TransportBar::setRepeatType(const QString& title) {
-    for (const RepeatMode& mode : repeatModes)
-        if (!mode.ownedByTransport && title == QLatin1String(mode.title))
-            controller_.defaults().set(QStringLiteral("repeatType"), title);
+    const RepeatMode mode = valueOfWord<RepeatMode>(title);
+    // These two are the control's own to store.
+    if (mode == RepeatMode::oneShot || mode == RepeatMode::pingPong)
+        controller_.preferences().repeatType.set(mode);
     controller_.transport().setRepeatMode({title, 0});
 }
 
@@ -165,8 +165,8 @@ QString TransportBar::counterText() const {
 
 void TransportBar::showState() {
     const bool running = controller_.transport().isRunning();
-    const double rate = running ? double(controller_.player().rate())
-                                : controller_.defaults().doubleForKey(QStringLiteral("rateMultiplier"));
+    const double rate =
+        running ? double(controller_.player().rate()) : controller_.preferences().rateMultiplier();
     rate_->setText(QStringLiteral("×%1%2")
                        .arg(rate < 0 ? QStringLiteral("−") : QString())
                        .arg(std::abs(rate), 0, 'f', 1));
@@ -177,7 +177,7 @@ void TransportBar::showState() {
 }
 
 void TransportBar::showRepeatType() {
-    const QString current = controller_.defaults().stringForKey(QStringLiteral("repeatType"));
+    const QString current = controller_.preferences().repeatType.text();
     const auto actions = repeat_->menu()->actions();
     for (QAction* action : actions) {
         action->setChecked(action->data().toString() == current);

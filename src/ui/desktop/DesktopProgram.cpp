@@ -2,10 +2,10 @@
 
 #include "app/PlaylistController.h"
 #include "picture/PictureRenderer.h"
-#include "platform/UserDefaults.h"
-#include "playback/sound/DeviceSound.h"
 #include "playback/run/PlaybackClock.h"
 #include "playback/run/Player.h"
+#include "playback/sound/DeviceSound.h"
+#include "preferences/Preferences.h"
 #include "ui/desktop/DesktopPanels.h"
 #include "ui/library/LibraryWindow.h"
 #include "ui/viewer/LostScreens.h"
@@ -20,16 +20,16 @@ namespace daylark {
 
 struct DesktopProgram::Objects {
     explicit Objects(const Places& places)
-        : defaults(places.preferencesFile)
-        , player(clock, nullptr, cacheBudget(defaults), &sound)
-        , controller({defaults, alerts, panels, pasteboard, fileBrowser, places.system, player})
+        : preferences(places.preferencesFile)
+        , player(clock, nullptr, cacheBudget(preferences), &sound)
+        , controller({preferences, alerts, panels, pasteboard, fileBrowser, places.system, player})
         , library(controller)
         , viewer(controller.playerWindow()) {}
 
-    UserDefaults defaults;
+    Preferences preferences;
     /// The preference in bytes; 0 leaves it to the machine.
-    static qint64 cacheBudget(const UserDefaults& preferences) {
-        const qint64 megabytes = preferences.integerForKey(QStringLiteral("cacheSizeMegabytes"));
+    static qint64 cacheBudget(const Preferences& preferences) {
+        const qint64 megabytes = preferences.cacheSizeMegabytes();
         return std::clamp<qint64>(megabytes, 0, 1 << 20) << 20;
     }
 
@@ -53,11 +53,9 @@ DesktopProgram::Places DesktopProgram::Places::current() {
 DesktopProgram::DesktopProgram(const Places& places)
     : objects_(std::make_unique<Objects>(places)) {
     QObject::connect(&objects_->library, &LibraryWindow::closed, qApp, &QCoreApplication::quit);
-    QObject::connect(&objects_->defaults, &UserDefaults::changed, &objects_->player,
-                     [this](const QString& key) {
-                         if (key == QLatin1String("cacheSizeMegabytes"))
-                             objects_->player.setCacheBudget(Objects::cacheBudget(objects_->defaults));
-                     });
+    QObject::connect(
+        &objects_->preferences.cacheSizeMegabytes, &PreferenceItem::changed, &objects_->player,
+        [this] { objects_->player.setCacheBudget(Objects::cacheBudget(objects_->preferences)); });
     connectThumbnails();
 }
 

@@ -11,7 +11,7 @@ namespace daylark {
 
 class LibraryWindow;
 class PlaylistController;
-class UserDefaults;
+class Preferences;
 class ViewerWindow;
 
 /// The program's objects, built in their order and taken down in the reverse: preferences, desktop, player,

@@ -1,14 +1,14 @@
 #include "ui/library/ItemsPane.h"
 
 #include "app/PlaylistController.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/DropHint.h"
+#include "ui/common/ReorderView.h"
+#include "ui/common/ThumbnailCache.h"
 #include "ui/library/ItemDelegates.h"
 #include "ui/library/ItemInformation.h"
 #include "ui/library/MoviesModel.h"
-#include "ui/common/ReorderView.h"
-#include "ui/common/ThumbnailCache.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -28,8 +28,6 @@ namespace daylark {
 namespace {
 
 const QString itemRowsType = QStringLiteral("application/x-daylark-item-rows");
-const QString columnsKey = QStringLiteral("libraryWindow_columns");
-const QString tileSizeKey = QStringLiteral("libraryWindow_tileSize");
 constexpr int iconColumnWidth = 32;
 
 /// The rows of a view, as few ranges as there are runs.
@@ -51,7 +49,7 @@ ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, Q
     : QWidget(parent)
     , controller_(controller)
     , thumbnails_(std::make_unique<ThumbnailCache>())
-    , model_(new MoviesModel(controller.library(), controller.defaults(), *thumbnails_, this)) {
+    , model_(new MoviesModel(controller.library(), controller.preferences(), *thumbnails_, this)) {
     stack_ = new QStackedWidget(this);
     makeTable();
     makeTiles();
@@ -79,7 +77,7 @@ ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, Q
         connect(view->verticalScrollBar(), &QScrollBar::valueChanged, &visibleChanged_,
                 qOverload<>(&QTimer::start));
 
-    const int stored = controller_.defaults().integerForKey(tileSizeKey);
+    const int stored = controller_.preferences().libraryWindowTileSize();
     setTileSize(stored > 0 ? stored : 100);
     restoreColumns();
     showTiles(true);
@@ -258,8 +256,8 @@ void ItemsPane::setTileSize(int percent) {
     const QModelIndex current = tiles_->currentIndex();
     tiles_->setGridSize(size);
     if (current.isValid()) tiles_->scrollTo(current);
-    if (controller_.defaults().integerForKey(tileSizeKey) != percent)
-        controller_.defaults().set(tileSizeKey, percent);
+    if (controller_.preferences().libraryWindowTileSize() != percent)
+        controller_.preferences().libraryWindowTileSize.set(percent);
 }
 
 int ItemsPane::tileSize() const {
@@ -359,7 +357,7 @@ void ItemsPane::showColumnsMenu(const QPoint& position) {
 }
 
 void ItemsPane::restoreColumns() {
-    const QByteArray stored = controller_.defaults().value(columnsKey).toByteArray();
+    const QByteArray stored = controller_.preferences().libraryWindowColumns();
     if (!stored.isEmpty()) table_->horizontalHeader()->restoreState(stored);
     table_->horizontalHeader()->setSectionsMovable(true);
     table_->setColumnHidden(MoviesModel::nameColumn, false);
@@ -369,12 +367,12 @@ void ItemsPane::restoreColumns() {
 
 void ItemsPane::storeColumns() {
     columnsChanged_.stop();
-    controller_.defaults().set(columnsKey, table_->horizontalHeader()->saveState());
+    controller_.preferences().libraryWindowColumns.set(table_->horizontalHeader()->saveState());
 }
 
 void ItemsPane::refreshHints() {
-    const bool wanted = controller_.defaults().boolForKey(QStringLiteral("showDropText")) &&
-                        controller_.library().arrangedMovies().empty();
+    const bool wanted =
+        controller_.preferences().showDropText() && controller_.library().arrangedMovies().empty();
     tableHint_->setVisible(wanted);
     tilesHint_->setVisible(wanted);
 }

@@ -1,17 +1,17 @@
 #include "ui/library/LibraryWindow.h"
 
 #include "app/PlaylistController.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
-#include "ui/library/ItemsPane.h"
 #include "ui/commands/KeysDialog.h"
 #include "ui/commands/LibraryCommands.h"
+#include "ui/common/Theme.h"
+#include "ui/library/ItemsPane.h"
 #include "ui/library/MoviesModel.h"
 #include "ui/library/PlaylistsPane.h"
-#include "ui/preferences/PreferencesWindow.h"
 #include "ui/library/ProgressWindow.h"
 #include "ui/library/StatusStrip.h"
-#include "ui/common/Theme.h"
+#include "ui/preferences/PreferencesWindow.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -25,15 +25,6 @@
 
 namespace daylark {
 
-namespace {
-
-const QString geometryKey = QStringLiteral("libraryWindow_geometry");
-const QString playlistWidthKey = QStringLiteral("playlistViewWidth");
-const QString initialTabKey = QStringLiteral("initialTabItem");
-const QString dropTextKey = QStringLiteral("showDropText");
-
-} // namespace
-
 LibraryWindow::LibraryWindow(PlaylistController& controller, QWidget* parent)
     : QMainWindow(parent)
     , controller_(controller)
@@ -46,14 +37,13 @@ LibraryWindow::LibraryWindow(PlaylistController& controller, QWidget* parent)
     progress_ = new ProgressWindow(controller_.progress(), this);
     connectController();
     restoreLooks();
-    applyPreference(initialTabKey);
+    showTab();
     setWindowTitle(controller_.sessionFiles().windowTitle() + QStringLiteral("[*]"));
     commands_->refresh();
 }
 
 LibraryWindow::~LibraryWindow() {
-    // The panes store how they looked when they go; nothing of that is to come back to a window half gone.
-    controller_.defaults().disconnect(this);
+    // The panes store how they looked when they go, which reads the controller.
     delete takeCentralWidget();
 }
 
@@ -79,7 +69,7 @@ void LibraryWindow::makeCentre() {
     setCentralWidget(centre);
 
     connect(splitter_, &QSplitter::splitterMoved, this,
-            [this] { controller_.defaults().set(playlistWidthKey, playlists_->width()); });
+            [this] { controller_.preferences().playlistViewWidth.set(playlists_->width()); });
     connect(items_, &ItemsPane::openRequested, this, [this] { controller_.loadMovieWindow(); });
     connect(items_, &ItemsPane::menuRequested, this, &LibraryWindow::showItemsMenu);
     connect(playlists_, &PlaylistsPane::menuRequested, this, &LibraryWindow::showPlaylistsMenu);
@@ -110,26 +100,31 @@ void LibraryWindow::connectController() {
         playlists_->table()->setFocus();
         commands_->refresh();
     });
-    connect(&controller_.defaults(), &UserDefaults::changed, this, &LibraryWindow::applyPreference);
+    connectPreferences();
     connect(&controller_.notesExport(), &NotesExport::exported, items_, &ItemsPane::showSortIndicator);
 }
 
-void LibraryWindow::applyPreference(const QString& key) {
-    const UserDefaults& defaults = controller_.defaults();
-    if (key == initialTabKey) {
-        items_->showTiles(defaults.integerForKey(initialTabKey) == 1);
-    } else if (key == dropTextKey) {
+void LibraryWindow::connectPreferences() {
+    const Preferences& preferences = controller_.preferences();
+    connect(&preferences.initialTabItem, &PreferenceItem::changed, this, &LibraryWindow::showTab);
+    connect(&preferences.showDropText, &PreferenceItem::changed, this, [this] {
         items_->refreshHints();
         playlists_->refreshHint();
-    } else if (key.size() == 3 && key.startsWith(QLatin1Char('9'))) {
-        refreshFlagTitles(*commands_, controller_);
-        items_->model()->refreshAll();
-    }
+    });
+    for (const Preference<QString>& name : preferences.statusNames)
+        connect(&name, &PreferenceItem::changed, this, [this] {
+            refreshFlagTitles(*commands_, controller_);
+            items_->model()->refreshAll();
+        });
+}
+
+void LibraryWindow::showTab() {
+    items_->showTiles(controller_.preferences().initialTabItem() == 1);
 }
 
 void LibraryWindow::restoreLooks() {
-    const UserDefaults& defaults = controller_.defaults();
-    const QByteArray geometry = defaults.value(geometryKey).toByteArray();
+    const Preferences& preferences = controller_.preferences();
+    const QByteArray geometry = preferences.libraryWindowGeometry();
     if (geometry.isEmpty() || !restoreGeometry(geometry)) resize(1280, 720);
     // The screen may have become smaller since.
     const QRect available = screen()->availableGeometry();
@@ -138,13 +133,13 @@ void LibraryWindow::restoreLooks() {
         move(std::clamp(x(), available.left(), std::max(available.left(), available.right() - width())),
              std::clamp(y(), available.top(), std::max(available.top(), available.bottom() - height() - 32)));
     }
-    const int stored = defaults.integerForKey(playlistWidthKey);
+    const int stored = preferences.playlistViewWidth();
     const int left = stored > 0 ? stored : 250;
     splitter_->setSizes({left, std::max(420, width() - left)});
 }
 
 void LibraryWindow::storeLooks() {
-    controller_.defaults().set(geometryKey, saveGeometry());
+    controller_.preferences().libraryWindowGeometry.set(saveGeometry());
 }
 
 void LibraryWindow::bringToFront() {
@@ -155,15 +150,15 @@ void LibraryWindow::bringToFront() {
     activateWindow();
 }
 
-PreferencesWindow& LibraryWindow::preferences() {
-    if (!preferences_) preferences_ = new PreferencesWindow(controller_.defaults(), this);
-    return *preferences_;
+PreferencesWindow& LibraryWindow::preferencesWindow() {
+    if (!preferencesWindow_) preferencesWindow_ = new PreferencesWindow(controller_.preferences(), this);
+    return *preferencesWindow_;
 }
 
 void LibraryWindow::showPreferences() {
-    preferences().show();
-    preferences().raise();
-    preferences().activateWindow();
+    preferencesWindow().show();
+    preferencesWindow().raise();
+    preferencesWindow().activateWindow();
 }
 
 void LibraryWindow::showShortcuts() {
@@ -200,7 +195,7 @@ void LibraryWindow::showItemsMenu(const QPoint& position, bool onItem) {
 
 void LibraryWindow::closeEvent(QCloseEvent* event) {
     storeLooks();
-    if (preferences_) preferences_->hide();
+    if (preferencesWindow_) preferencesWindow_->hide();
     closing_ = true;
     event->accept();
     Q_EMIT closed();

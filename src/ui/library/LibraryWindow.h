@@ -28,7 +28,7 @@ public:
     [[nodiscard]] PlaylistsPane& playlistsPane() { return *playlists_; }
     [[nodiscard]] ItemsPane& itemsPane() { return *items_; }
     [[nodiscard]] StatusStrip& statusStrip() { return *status_; }
-    [[nodiscard]] PreferencesWindow& preferences(); ///< made when first asked for
+    [[nodiscard]] PreferencesWindow& preferencesWindow(); ///< made when first asked for
 
     void bringToFront();
     void showPreferences();
@@ -47,7 +47,8 @@ private:
     void connectController();
     void restoreLooks();
     void storeLooks();
-    void applyPreference(const QString& key);
+    void connectPreferences();
+    void showTab(); ///< tiles or list, by the preference
     void showPlaylistsMenu(const QPoint& position, bool onPlaylist);
     void showItemsMenu(const QPoint& position, bool onItem);
 
@@ -57,7 +58,7 @@ private:
     ItemsPane* items_ = nullptr;
     StatusStrip* status_ = nullptr;
     ProgressWindow* progress_ = nullptr;
-    PreferencesWindow* preferences_ = nullptr;
+    PreferencesWindow* preferencesWindow_ = nullptr;
     QSplitter* splitter_ = nullptr;
     bool closing_ = false;
 };

@@ -2,7 +2,7 @@
 
 #include "app/playlists/Library.h"
 #include "model/StatusCodes.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/common/Theme.h"
 #include "ui/common/ThumbnailCache.h"
 
@@ -70,11 +70,11 @@ QString shownIconName(const Movie& movie, int column) {
 
 } // namespace
 
-MoviesModel::MoviesModel(Library& library, UserDefaults& defaults, ThumbnailCache& thumbnails,
+MoviesModel::MoviesModel(Library& library, Preferences& preferences, ThumbnailCache& thumbnails,
                          QObject* parent)
     : QAbstractTableModel(parent)
     , library_(library)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , thumbnails_(thumbnails) {
     const auto takeOver = [this] {
         beginResetModel();
@@ -215,7 +215,7 @@ QString MoviesModel::factsOf(const Movie& movie) const {
 
 QString MoviesModel::flagName(const Movie& movie) const {
     if (movie.flag.isNil() || !status::codes().contains(movie.flagString)) return {};
-    return defaults_.stringForKey(movie.flagString);
+    return preferences_.statusName(movie.flagString);
 }
 
 QString MoviesModel::sortField(int column) {

@@ -13,7 +13,7 @@ namespace daylark {
 
 class Library;
 class ThumbnailCache;
-class UserDefaults;
+class Preferences;
 
 /// The items of the selected playlist as rows, for the table and the tiles alike. Holds no state of its own;
 /// pictures are decoded when a view asks for them. Interface thread.
@@ -39,7 +39,7 @@ public:
     };
     enum Role { sortFieldRole = Qt::UserRole + 1 };
 
-    MoviesModel(Library& library, UserDefaults& defaults, ThumbnailCache& thumbnails,
+    MoviesModel(Library& library, Preferences& preferences, ThumbnailCache& thumbnails,
                 QObject* parent = nullptr);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -64,7 +64,7 @@ private:
     [[nodiscard]] QString hintOf(const Movie& movie, int column) const;
 
     Library& library_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     ThumbnailCache& thumbnails_;
     std::vector<std::shared_ptr<Movie>> rows_; ///< what the views were last told
     QHash<const Movie*, int> rowOfMovie_;

@@ -1,12 +1,12 @@
 #include "ui/library/PlaylistsPane.h"
 
 #include "app/PlaylistController.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/DropHint.h"
+#include "ui/common/ReorderView.h"
 #include "ui/library/ItemDelegates.h"
 #include "ui/library/PlaylistsModel.h"
-#include "ui/common/ReorderView.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -133,7 +133,7 @@ void PlaylistsPane::editSelectedName() {
 }
 
 void PlaylistsPane::refreshHint() {
-    const bool wanted = controller_.defaults().boolForKey(QStringLiteral("showDropText"));
+    const bool wanted = controller_.preferences().showDropText();
     hint_->setVisible(wanted && controller_.library().playlists().empty());
 }
 

@@ -1,11 +1,11 @@
 #include "ui/panels/BookmarkPanel.h"
 
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/BookmarkCommands.h"
-#include "ui/panels/BookmarkTable.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/RowSlide.h"
 #include "ui/common/Theme.h"
+#include "ui/panels/BookmarkTable.h"
 #include "viewer/review/ViewerBookmarks.h"
 
 #include <QHBoxLayout>
@@ -20,8 +20,6 @@
 namespace daylark {
 
 namespace {
-
-const QString bookmarkColumnsKey = QStringLiteral("viewerBookmarkTableColumns");
 
 /// A flat button that opens a menu of commands.
 QToolButton* menuButton(const Commands& commands, const QString& iconName, const QString& title,
@@ -45,11 +43,11 @@ QToolButton* menuButton(const Commands& commands, const QString& iconName, const
 
 } // namespace
 
-BookmarkPanel::BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, UserDefaults& defaults,
+BookmarkPanel::BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, Preferences& preferences,
                              QWidget* parent)
     : QWidget(parent)
     , bookmarks_(bookmarks)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , rows_(std::make_unique<BookmarkRows>(bookmarks))
     , table_(new BookmarkTable(*rows_, this))
     , slide_(new RowSlide(table_, [this](int row) { return rows_->at(row).get(); })) {
@@ -98,8 +96,8 @@ BookmarkPanel::BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, Use
 }
 
 BookmarkPanel::~BookmarkPanel() {
-    defaults_.set(bookmarkColumnsKey,
-                  QString::fromLatin1(table_->horizontalHeader()->saveState().toBase64()));
+    preferences_.viewerBookmarkTableColumns.set(
+        QString::fromLatin1(table_->horizontalHeader()->saveState().toBase64()));
     table_->setModel(nullptr);
 }
 
@@ -132,7 +130,7 @@ void BookmarkPanel::arrangeColumns() {
     const int side = BookmarkTable::buttonSide;
     const int widths[] = {28,  timecode, timecode,    frames + 2 * side, frames + 2 * side, frames + side,
                           200, 160,      3 * side + 4};
-    if (!header->restoreState(QByteArray::fromBase64(defaults_.stringForKey(bookmarkColumnsKey).toLatin1())))
+    if (!header->restoreState(QByteArray::fromBase64(preferences_.viewerBookmarkTableColumns().toLatin1())))
         for (int column = 0; column < BookmarkRows::columnsInAll; ++column)
             table_->setColumnWidth(column, widths[column]);
     for (const int column : {BookmarkRows::descriptionColumn, BookmarkRows::noteColumn})

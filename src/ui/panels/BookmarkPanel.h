@@ -13,7 +13,7 @@ namespace daylark {
 class BookmarkTable;
 class Commands;
 class RowSlide;
-class UserDefaults;
+class Preferences;
 class ViewerBookmarks;
 
 /// The bookmarks of the movie on screen as a table with buttons in every row, its texts and lengths editable
@@ -24,7 +24,7 @@ class BookmarkPanel : public QWidget {
     Q_OBJECT
 public:
     /// `commands` has "viewer.addBookmark" and those of `addBookmarkCommands`.
-    BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, UserDefaults& defaults,
+    BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, Preferences& preferences,
                   QWidget* parent = nullptr);
     ~BookmarkPanel() override;
 
@@ -46,7 +46,7 @@ private:
     void deleteRow(int row);
 
     ViewerBookmarks& bookmarks_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     std::unique_ptr<BookmarkRows> rows_;
     BookmarkTable* table_;
     RowSlide* slide_;

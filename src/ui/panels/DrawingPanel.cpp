@@ -1,8 +1,8 @@
 #include "ui/panels/DrawingPanel.h"
 
-#include "platform/UserDefaults.h"
-#include "ui/common/Binding.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
+#include "ui/common/Binding.h"
 #include "ui/common/Theme.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -70,7 +70,7 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     , opacityNumber_(numberField(this, 0, 1, 2)) {
     setObjectName(QStringLiteral("drawingPanel"));
     DrawingMode& drawing = controller_.drawing();
-    UserDefaults& defaults = controller_.defaults();
+    Preferences& preferences = controller_.preferences();
 
     auto* tools = new QHBoxLayout;
     tools->setSpacing(4);
@@ -99,15 +99,11 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     auto* shows = new QComboBox(this);
     shows->setFocusPolicy(Qt::NoFocus);
     shows->setAccessibleName(tr("When drawings are shown"));
-    binding::toChoice(shows, defaults, QStringLiteral("displayDrawingsOptions"),
-                      {{tr("Always"), QStringLiteral("Always")},
-                       {tr("Only When Paused"), QStringLiteral("Only When Paused")},
-                       {tr("With Drawing Tools"), QStringLiteral("With Drawing Tools")}});
+    binding::toChoice(shows, preferences.displayDrawingsOptions, binding::wordChoices<DrawingsShown>());
     auto* background = new QComboBox(this);
     background->setFocusPolicy(Qt::NoFocus);
     background->setAccessibleName(tr("Behind drawings"));
-    for (const char* title : {"Picture", "Black", "White"})
-        background->addItem(QLatin1String(title));
+    background->addItems(allWords<DrawingBackground>());
     background->setCurrentText(drawing.drawingBackground());
     connect(background, &QComboBox::textActivated, &drawing, &DrawingMode::setDrawingBackground);
     grid->addWidget(new QLabel(tr("Shown"), this), 2, 0);
@@ -116,7 +112,7 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     grid->addWidget(background, 3, 1, 1, 2);
     auto* automatic = new QCheckBox(tr("Take up the brush when opened"), this);
     automatic->setFocusPolicy(Qt::NoFocus);
-    binding::toBool(automatic, defaults, QStringLiteral("autoSwitchToDrawingMode"));
+    binding::toBool(automatic, preferences.autoSwitchToDrawingMode);
     grid->addWidget(automatic, 4, 0, 1, 3);
 
     auto* foot = new QHBoxLayout;

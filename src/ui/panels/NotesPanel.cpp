@@ -1,6 +1,6 @@
 #include "ui/panels/NotesPanel.h"
 
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/common/RichTextField.h"
 #include "ui/common/Theme.h"
 
@@ -50,10 +50,10 @@ const std::optional<AttributedString>& notesOf(const Movie& movie, NotesField wh
 
 } // namespace
 
-NotesPanel::NotesPanel(ReviewEdits& edits, UserDefaults& defaults, QWidget* parent)
+NotesPanel::NotesPanel(ReviewEdits& edits, Preferences& preferences, QWidget* parent)
     : QWidget(parent)
     , edits_(edits)
-    , defaults_(defaults) {
+    , preferences_(preferences) {
     setObjectName(QStringLiteral("notesPanel"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 4, 8, 8);
@@ -75,9 +75,8 @@ NotesPanel::NotesPanel(ReviewEdits& edits, UserDefaults& defaults, QWidget* pare
             flush();
         }
     });
-    connect(&defaults_, &UserDefaults::changed, this, [this](const QString& key) {
-        if (key == QLatin1String("notes1Title") || key == QLatin1String("notes2Title")) showTitles();
-    });
+    connect(&preferences_.notes1Title, &PreferenceItem::changed, this, &NotesPanel::showTitles);
+    connect(&preferences_.notes2Title, &PreferenceItem::changed, this, &NotesPanel::showTitles);
     connect(&edits_, &ReviewEdits::movieChanged, this,
             [this](const std::shared_ptr<Movie>& movie, const QString& changedField) {
                 if (movie != movie_) return;
@@ -167,9 +166,9 @@ void NotesPanel::focusNotes() {
 }
 
 void NotesPanel::showTitles() {
-    const char* const keys[] = {"notes1Title", "notes2Title"};
+    const QString titles[] = {preferences_.notes1Title(), preferences_.notes2Title()};
     for (size_t at = 0; at < fields_.size(); ++at) {
-        const QString title = defaults_.stringForKey(QLatin1String(keys[at]));
+        const QString& title = titles[at];
         fields_[at].title->setText(QString(title).replace(u'&', QStringLiteral("&&")));
         fields_[at].text->setAccessibleName(title);
     }

@@ -13,7 +13,7 @@ class QLabel;
 namespace daylark {
 
 class RichTextField;
-class UserDefaults;
+class Preferences;
 
 /// Both notes fields of the movie on screen. What is typed becomes an edit of the record a moment after the
 /// last key, and in any case before another movie is taken (`setMovie`), the focus leaves, the window closes
@@ -21,7 +21,7 @@ class UserDefaults;
 class NotesPanel : public QWidget {
     Q_OBJECT
 public:
-    NotesPanel(ReviewEdits& edits, UserDefaults& defaults, QWidget* parent = nullptr);
+    NotesPanel(ReviewEdits& edits, Preferences& preferences, QWidget* parent = nullptr);
     ~NotesPanel() override;
 
     void setMovie(const std::shared_ptr<Movie>& movie); ///< null: none
@@ -43,7 +43,7 @@ private:
     void chooseColour();
 
     ReviewEdits& edits_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
     std::array<Field, 2> fields_;
     RichTextField* last_ = nullptr; ///< the field that had the focus last

@@ -1,8 +1,8 @@
 #include "ui/panels/OptionsPanel.h"
 
-#include "platform/UserDefaults.h"
-#include "ui/common/Binding.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
+#include "ui/common/Binding.h"
 #include "ui/common/Theme.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -22,13 +22,6 @@ namespace daylark {
 namespace {
 
 constexpr int optionRowHeight = 24, headingGap = 6, optionFieldWidth = 64, optionChoiceWidth = 152;
-
-std::vector<binding::Choice> sameWords(std::initializer_list<const char*> words) {
-    std::vector<binding::Choice> choices;
-    for (const char* word : words)
-        choices.emplace_back(QLatin1String(word), QString::fromLatin1(word));
-    return choices;
-}
 
 } // namespace
 
@@ -52,69 +45,71 @@ OptionsPanel::OptionsPanel(MoviePlayerController& controller, Commands& commands
 }
 
 void OptionsPanel::addOverlayRows() {
+    Preferences& preferences = controller_.preferences();
     heading(tr("Over the picture"));
-    QSpinBox* start = number(tr("Counter starts at"), "counterStartFrame", -1000000, 1000000);
+    QSpinBox* start = number(tr("Counter starts at"), preferences.counterStartFrame, -1000000, 1000000);
     auto* toOne = new QPushButton(tr("Set to 1"), this);
     toOne->setObjectName(QStringLiteral("counterToOne"));
     toOne->setFixedWidth(optionChoiceWidth - optionFieldWidth - 8);
     toOne->setFocusPolicy(Qt::NoFocus);
     toOne->setToolTip(tr("The frame on screen counts as 1"));
     connect(toOne, &QPushButton::clicked, &controller_.time(), &TimeDisplay::setFrameCounterToOne);
-    addRow(check(tr("Frame counter, from"), "displayFrameCounter"), inOneRow({start, toOne}));
-    addRow(check(tr("Timecode"), "displayTimecode"),
-           choice(tr("Where the timecode stands"), "timecodeDisplayType",
-                  {{tr("Over the picture"), QStringLiteral("Fixed")},
-                   {tr("Window of its own"), QStringLiteral("Floating")}}));
-    addRow(check(tr("File name"), "displayFilename"));
-    auto* colour = new ColourButton(controller_.defaults(), QStringLiteral("onscreenTextColour"), this);
+    addRow(check(tr("Frame counter, from"), preferences.displayFrameCounter), inOneRow({start, toOne}));
+    addRow(check(tr("Timecode"), preferences.displayTimecode),
+           choice(tr("Where the timecode stands"), preferences.timecodeDisplayType,
+                  {{tr("Over the picture"), wordOf(TimecodePlace::fixed)},
+                   {tr("Window of its own"), wordOf(TimecodePlace::floating)}}));
+    addRow(check(tr("File name"), preferences.displayFilename));
+    auto* colour = new ColourButton(preferences.onscreenTextColour, this);
     colour->setFocusPolicy(Qt::NoFocus);
     colour->setAccessibleName(tr("Text Colour"));
     colour->setToolTip(tr("Colour of the texts over the picture…"));
-    addRow(check(tr("Bookmark texts"), "displayBookmarkText"), colour);
-    addRow(tr("Drawings"), choice(tr("When drawings are shown"), "displayDrawingsOptions",
-                                  sameWords({"Always", "Only When Paused", "With Drawing Tools"})));
+    addRow(check(tr("Bookmark texts"), preferences.displayBookmarkText), colour);
+    addRow(tr("Drawings"), choice(tr("When drawings are shown"), preferences.displayDrawingsOptions,
+                                  binding::wordChoices<DrawingsShown>()));
 }
 
 void OptionsPanel::addPictureRows() {
+    Preferences& preferences = controller_.preferences();
     heading(tr("Picture"));
     ViewerGeometry& geometry = controller_.geometry();
-    QComboBox* ratio = choice(tr("Mask ratio"), "movieMaskRatio", binding::maskRatioChoices());
+    QComboBox* ratio = choice(tr("Mask ratio"), preferences.movieMaskRatio, binding::maskRatioChoices());
     // A ratio that is chosen is to be seen.
     connect(ratio, &QComboBox::textActivated, this,
             [&geometry](const QString& title) { geometry.resizeMaskElements({title}); });
-    addRow(check(tr("Mask"), "showMask"), ratio);
+    addRow(check(tr("Mask"), preferences.showMask), ratio);
     auto* opacity = new QSlider(Qt::Horizontal, this);
     opacity->setRange(0, 100);
     opacity->setFocusPolicy(Qt::NoFocus);
     opacity->setAccessibleName(tr("Mask opacity"));
     opacity->setFixedWidth(optionChoiceWidth);
-    binding::toFraction(opacity, controller_.defaults(), QStringLiteral("movieMaskOpacity"));
+    binding::toFraction(opacity, preferences.movieMaskOpacity);
     addRow(tr("Mask opacity"), opacity);
-    QCheckBox* flop = check(tr("Flop, left to right"), "mirrorY");
-    QCheckBox* flip = check(tr("Flip, upside down"), "mirrorX");
+    QCheckBox* flop = check(tr("Flop, left to right"), preferences.mirrorY);
+    QCheckBox* flip = check(tr("Flip, upside down"), preferences.mirrorX);
     addRow(flop, flip);
 }
 
 void OptionsPanel::addRangeRows(Commands& commands) {
+    Preferences& preferences = controller_.preferences();
     heading(tr("Range"));
-    QSpinBox* head = number(tr("Head handle, frames"), "handleHead", 0, 1000000);
-    QSpinBox* tail = number(tr("Tail handle, frames"), "handleTail", 0, 1000000);
+    QSpinBox* head = number(tr("Head handle, frames"), preferences.handleHead, 0, 1000000);
+    QSpinBox* tail = number(tr("Tail handle, frames"), preferences.handleTail, 0, 1000000);
     QList<QWidget*> buttons;
     for (const char* id : {"viewer.markIn", "viewer.markOut", "viewer.resetHandles"}) {
         QToolButton* button = commands.button(QLatin1String(id), this);
         button->setFocusPolicy(Qt::NoFocus);
         buttons << button;
     }
-    addRow(check(tr("Trim handles"), "trimHandles"), inOneRow(buttons));
+    addRow(check(tr("Trim handles"), preferences.trimHandles), inOneRow(buttons));
     addRow(tr("Head and tail, frames"), inOneRow({head, tail}));
 }
 
 void OptionsPanel::addPlaybackRows() {
+    Preferences& preferences = controller_.preferences();
     heading(tr("Playback"));
     Transport& transport = controller_.transport();
-    QComboBox* repeat = choice(tr("Repeat"), "repeatType",
-                               sameWords({"Loop Movie", "One Shot", "Ping-Pong", "Play Movie Once",
-                                          "Play Playlist Once", "Loop Playlist"}));
+    QComboBox* repeat = choice(tr("Repeat"), preferences.repeatType, binding::wordChoices<RepeatMode>());
     connect(repeat, &QComboBox::textActivated, this,
             [&transport](const QString& title) { transport.setRepeatMode({title}); });
     addRow(tr("Repeat"), repeat);
@@ -126,7 +121,7 @@ void OptionsPanel::addPlaybackRows() {
     rate->setPrefix(QStringLiteral("× "));
     rate->setFixedWidth((optionChoiceWidth - 8) / 2);
     rate->setAccessibleName(tr("Speed"));
-    binding::toNumber(rate, controller_.defaults(), QStringLiteral("rateMultiplier"));
+    binding::toNumber(rate, preferences.rateMultiplier);
     connect(rate, &QDoubleSpinBox::valueChanged, this,
             [&transport] { transport.setRateMultiplier({QStringLiteral("Set")}); });
     givesKeyboardBack(rate);
@@ -139,18 +134,17 @@ void OptionsPanel::addPlaybackRows() {
             [&transport] { transport.setRateMultiplier({QStringLiteral("Reset")}); });
     addRow(tr("Speed"), inOneRow({rate, reset}));
     addRow(tr("Movies start at"),
-           choice(tr("Where a movie starts"), "loadFrame",
-                  sameWords({"First Frame", "Second Frame", "Middle Frame", "Current Frame",
-                             "Last Visited Frame", "First Bookmark"})));
+           choice(tr("Where a movie starts"), preferences.loadFrame, binding::wordChoices<StartFrame>()));
     addRow(tr("New bookmarks last, frames"),
-           number(tr("Frames of a new bookmark"), "bookmarkDuration", 1, 1000000));
+           number(tr("Frames of a new bookmark"), preferences.bookmarkDuration, 1, 1000000));
 }
 
 void OptionsPanel::addFullScreenRows() {
+    Preferences& preferences = controller_.preferences();
     heading(tr("Full screen"));
-    addRow(check(tr("No playlist at the right edge"), "disableRightMouseZone"));
-    addRow(check(tr("No controls at the lower edge"), "disableLowerMouseZone"));
-    addRow(check(tr("No single keys"), "disableHotkeysInFullScreenMode"));
+    addRow(check(tr("No playlist at the right edge"), preferences.disableRightMouseZone));
+    addRow(check(tr("No controls at the lower edge"), preferences.disableLowerMouseZone));
+    addRow(check(tr("No single keys"), preferences.disableHotkeysInFullScreenMode));
 }
 
 void OptionsPanel::heading(const QString& text) {
@@ -184,31 +178,31 @@ QWidget* OptionsPanel::inOneRow(const QList<QWidget*>& widgets) {
     return together;
 }
 
-QCheckBox* OptionsPanel::check(const QString& text, const char* key) {
+QCheckBox* OptionsPanel::check(const QString& text, Preference<bool>& preference) {
     auto* box = new QCheckBox(text, this);
     box->setFocusPolicy(Qt::NoFocus); // keys stay the viewer's
-    binding::toBool(box, controller_.defaults(), QLatin1String(key));
+    binding::toBool(box, preference);
     return box;
 }
 
-QComboBox* OptionsPanel::choice(const QString& name, const char* key,
+QComboBox* OptionsPanel::choice(const QString& name, PreferenceItem& preference,
                                 const std::vector<binding::Choice>& choices) {
     auto* box = new QComboBox(this);
     box->setFocusPolicy(Qt::NoFocus);
     box->setAccessibleName(name);
     box->setFixedWidth(optionChoiceWidth);
-    binding::toChoice(box, controller_.defaults(), QLatin1String(key), choices);
+    binding::toChoice(box, preference, choices);
     return box;
 }
 
-QSpinBox* OptionsPanel::number(const QString& name, const char* key, int least, int most) {
+QSpinBox* OptionsPanel::number(const QString& name, Preference<int>& preference, int least, int most) {
     auto* field = new QSpinBox(this);
     field->setRange(least, most);
     field->setAccessibleName(name);
     field->setToolTip(name);
     field->setFixedWidth(optionFieldWidth);
     givesKeyboardBack(field);
-    binding::toInteger(field, controller_.defaults(), QLatin1String(key));
+    binding::toInteger(field, preference);
     return field;
 }
 

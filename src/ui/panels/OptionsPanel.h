@@ -1,5 +1,7 @@
 #pragma once
 
+#include "preferences/Preference.h"
+
 #include <QVariant>
 #include <QWidget>
 
@@ -39,10 +41,10 @@ private:
     void addRow(QWidget* left, QWidget* right = nullptr);
     void addRow(const QString& label, QWidget* right);
     [[nodiscard]] QWidget* inOneRow(const QList<QWidget*>& widgets);
-    QCheckBox* check(const QString& text, const char* key);
-    QComboBox* choice(const QString& name, const char* key,
+    QCheckBox* check(const QString& text, Preference<bool>& preference);
+    QComboBox* choice(const QString& name, PreferenceItem& preference,
                       const std::vector<std::pair<QString, QVariant>>& choices);
-    QSpinBox* number(const QString& name, const char* key, int least, int most);
+    QSpinBox* number(const QString& name, Preference<int>& preference, int least, int most);
     void givesKeyboardBack(QAbstractSpinBox* field);
 
     MoviePlayerController& controller_;

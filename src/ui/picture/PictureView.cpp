@@ -273,12 +273,12 @@ QString PictureView::rendererName() const {
                                     : QStringLiteral("Software (OpenGL: %1)").arg(openGlProblem_);
 }
 
-void PictureView::chooseRenderer(const QString& preference) {
-    const bool always = preference == QLatin1String("OpenGL");
+void PictureView::chooseRenderer(RendererChoice wanted) {
+    const bool always = wanted == RendererChoice::openGl;
     const quint64 choice = ++choice_;
     openGlWanted_ = false;
     openGlProblem_.clear();
-    if (preference == QLatin1String("Software") || (!always && !hasGraphicsDevice())) return adoptRenderer();
+    if (wanted == RendererChoice::software || (!always && !hasGraphicsDevice())) return adoptRenderer();
     // Drivers take their time to load.
     auto* probe = new QFutureWatcher<OpenGlProbe>(this);
     connect(probe, &QFutureWatcherBase::finished, this, [this, probe, choice, always] {

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "picture/PictureRenderer.h"
 #include "media/decode/VideoFrame.h"
+#include "picture/PictureRenderer.h"
+#include "preferences/PreferenceWords.h"
 #include "ui/picture/OverlayTiles.h"
 #include "ui/picture/PictureHeadsUp.h"
 
@@ -65,10 +66,9 @@ public:
 
     /// "Software" or "OpenGL: <what the driver calls itself>"; with the reason where OpenGL failed.
     [[nodiscard]] QString rendererName() const;
-    /// The choice as the preference "pictureRenderer" words it: "Automatic", "Software", "OpenGL". Taken up
-    /// while the window is hidden, so at the latest when it opens the next time; until then all is drawn in
-    /// software.
-    void chooseRenderer(const QString& preference);
+    /// Taken up while the window is hidden, so at the latest when it opens the next time; until then all is
+    /// drawn in software.
+    void chooseRenderer(RendererChoice wanted);
     /// Of the pictures set in the run under way or the last one, those that never came to the screen.
     [[nodiscard]] qint64 skippedPictures() const { return skipped_; }
     /// What was set last is what a painting shows; false while it is still being made.

@@ -1,8 +1,8 @@
 #include "ui/preferences/PreferencesWindow.h"
 
-#include "app/program/PreferencesTable.h"
+#include "app/program/NotesExport.h"
 #include "model/StatusCodes.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/common/Binding.h"
 #include "ui/common/Theme.h"
 
@@ -27,14 +27,6 @@ QString preferenceWord(const char* text) {
     return QString::fromLatin1(text);
 }
 
-/// Choices that are stored by the very words they show.
-std::vector<binding::Choice> wordChoices(std::initializer_list<const char*> words) {
-    std::vector<binding::Choice> choices;
-    for (const char* word : words)
-        choices.emplace_back(preferenceWord(word), preferenceWord(word));
-    return choices;
-}
-
 constexpr int labelWidth = 168, controlWidth = 232;
 
 } // namespace
@@ -42,8 +34,7 @@ constexpr int labelWidth = 168, controlWidth = 232;
 /// A page of labelled controls in two columns: label right-aligned, control left.
 class PreferencesWindow::Page : public QScrollArea {
 public:
-    explicit Page(UserDefaults& defaults)
-        : defaults_(defaults) {
+    Page() {
         auto* inside = new QWidget;
         grid_ = new QGridLayout;
         grid_->setHorizontalSpacing(12);
@@ -60,45 +51,47 @@ public:
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }
 
-    QCheckBox* check(const char* title, const char* key) {
+    QCheckBox* check(const char* title, Preference<bool>& preference) {
         auto* box = new QCheckBox(preferenceWord(title));
-        binding::toBool(box, defaults_, preferenceWord(key));
+        binding::toBool(box, preference);
         grid_->addWidget(box, grid_->rowCount(), 1);
         return box;
     }
-    QSpinBox* number(const char* title, const char* key, int least, int most, const char* unit = "") {
+    QSpinBox* number(const char* title, Preference<int>& preference, int least, int most,
+                     const char* unit = "") {
         auto* box = new QSpinBox;
         box->setRange(least, most);
         box->setSuffix(preferenceWord(unit));
         box->setFixedWidth(112);
-        binding::toInteger(box, defaults_, preferenceWord(key));
+        binding::toInteger(box, preference);
         add(title, box);
         return box;
     }
-    QLineEdit* text(const QString& title, const QString& key) {
+    QLineEdit* text(const QString& title, Preference<QString>& preference) {
         auto* field = new QLineEdit;
         field->setFixedWidth(controlWidth);
-        binding::toText(field, defaults_, key);
+        binding::toText(field, preference);
         add(title, field);
         return field;
     }
-    QSlider* slider(const char* title, const char* key) {
+    QSlider* slider(const char* title, Preference<float>& preference) {
         auto* slider = new QSlider(Qt::Horizontal);
         slider->setRange(0, 100);
         slider->setFixedWidth(controlWidth);
-        binding::toFraction(slider, defaults_, preferenceWord(key));
+        binding::toFraction(slider, preference);
         add(title, slider);
         return slider;
     }
-    QComboBox* choice(const char* title, const char* key, const std::vector<binding::Choice>& choices) {
+    QComboBox* choice(const char* title, PreferenceItem& preference,
+                      const std::vector<binding::Choice>& choices) {
         auto* box = new QComboBox;
         box->setMinimumWidth(controlWidth);
-        binding::toChoice(box, defaults_, preferenceWord(key), choices);
+        binding::toChoice(box, preference, choices);
         add(title, box);
         return box;
     }
-    ColourButton* colour(const char* title, const char* key) {
-        auto* button = new ColourButton(defaults_, preferenceWord(key));
+    ColourButton* colour(const char* title, Preference<QColor>& preference) {
+        auto* button = new ColourButton(preference);
         add(title, button);
         return button;
     }
@@ -120,13 +113,12 @@ private:
         grid_->addWidget(control, row, 1, Qt::AlignLeft | Qt::AlignVCenter);
     }
 
-    UserDefaults& defaults_;
     QGridLayout* grid_;
 };
 
-PreferencesWindow::PreferencesWindow(UserDefaults& defaults, QWidget* parent)
+PreferencesWindow::PreferencesWindow(Preferences& preferences, QWidget* parent)
     : QWidget(parent, Qt::Dialog)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , groups_(new QListWidget(this))
     , pages_(new QStackedWidget(this)) {
     setWindowTitle(QStringLiteral("Preferences"));
@@ -148,7 +140,7 @@ PreferencesWindow::PreferencesWindow(UserDefaults& defaults, QWidget* parent)
     auto* reset = new QPushButton(QStringLiteral("&Reset All Preferences"), this);
     reset->setObjectName(QStringLiteral("resetPreferences"));
     reset->setToolTip(QStringLiteral("Every preference goes back to what it was at first"));
-    connect(reset, &QPushButton::clicked, this, [this] { resetPreferences(defaults_); });
+    connect(reset, &QPushButton::clicked, this, [this] { preferences_.resetAll(); });
     auto* close = new QPushButton(QStringLiteral("&Close"), this);
     close->setDefault(true);
     close->setShortcut(Qt::Key_Escape);
@@ -181,129 +173,122 @@ void PreferencesWindow::showGroup(int group) {
 }
 
 QWidget* PreferencesWindow::generalPage() {
-    auto* page = new Page(defaults_);
-    page->check("Open the previous session at start", "loadPreviousSessionOnStartup");
-    page->check("Open the viewer's windows as they were", "restorePreviousWindows");
-    page->choice("Show items at start", "initialTabItem",
+    auto* page = new Page;
+    page->check("Open the previous session at start", preferences_.loadPreviousSessionOnStartup);
+    page->check("Open the viewer's windows as they were", preferences_.restorePreviousWindows);
+    page->choice("Show items at start", preferences_.initialTabItem,
                  {{QStringLiteral("As tiles"), 1}, {QStringLiteral("As a list"), 0}});
-    page->check("Say in empty lists what can be dropped there", "showDropText");
-    page->check("Hide the library while the viewer is open", "hideMainWindowWhenPlayerLaunches");
-    page->check("Open files from the desktop in the viewer", "openWithLaunchesViewer");
-    page->choice("Find looks at", "findInputScope",
-                 wordChoices({"Search Filepaths & Names", "Search Filenames"}));
+    page->check("Say in empty lists what can be dropped there", preferences_.showDropText);
+    page->check("Hide the library while the viewer is open", preferences_.hideMainWindowWhenPlayerLaunches);
+    page->check("Open files from the desktop in the viewer", preferences_.openWithLaunchesViewer);
+    page->choice("Find looks at", preferences_.findInputScope, binding::wordChoices<FindInput>());
     return page;
 }
 
 QWidget* PreferencesWindow::viewerPage() {
-    auto* page = new Page(defaults_);
-    page->choice("A movie starts at", "loadFrame",
-                 wordChoices({"First Frame", "Second Frame", "Middle Frame", "Current Frame",
-                              "Last Visited Frame", "First Bookmark"}));
-    page->check("Play when the viewer opens", "playMovieWhenViewerLaunches");
-    page->choice("Repeat", "repeatType",
-                 wordChoices({"Loop Movie", "One Shot", "Ping-Pong", "Play Movie Once", "Play Playlist Once",
-                              "Loop Playlist"}));
-    page->slider("Volume", "volume");
-    page->choice("The picture is drawn by", "pictureRenderer",
-                 {{QStringLiteral("Graphics hardware, where there is"), QStringLiteral("Automatic")},
-                  {QStringLiteral("Software"), QStringLiteral("Software")},
-                  {QStringLiteral("OpenGL"), QStringLiteral("OpenGL")}})
+    auto* page = new Page;
+    page->choice("A movie starts at", preferences_.loadFrame, binding::wordChoices<StartFrame>());
+    page->check("Play when the viewer opens", preferences_.playMovieWhenViewerLaunches);
+    page->choice("Repeat", preferences_.repeatType, binding::wordChoices<RepeatMode>());
+    page->slider("Volume", preferences_.volume);
+    page->choice("The picture is drawn by", preferences_.pictureRenderer,
+                 {{QStringLiteral("Graphics hardware, where there is"), wordOf(RendererChoice::automatic)},
+                  {QStringLiteral("Software"), wordOf(RendererChoice::software)},
+                  {QStringLiteral("OpenGL"), wordOf(RendererChoice::openGl)}})
         ->setToolTip(QStringLiteral("From the next time that the viewer opens"));
-    page->check("Show playback statistics", "displayPlaybackStatistics");
-    page->check("Keep the window in the movie's proportions", "constrainViewerToMovieProportions");
+    page->check("Show playback statistics", preferences_.displayPlaybackStatistics);
+    page->check("Keep the window in the movie's proportions", preferences_.constrainViewerToMovieProportions);
     page->heading("Over the picture");
-    page->number("Counter starts at", "counterStartFrame", -1000000, 1000000);
-    page->check("Show the frame counter", "displayFrameCounter");
-    page->check("Show the timecode", "displayTimecode");
-    page->choice("Timecode stands", "timecodeDisplayType",
-                 {{QStringLiteral("Over the picture"), QStringLiteral("Fixed")},
-                  {QStringLiteral("In a window of its own"), QStringLiteral("Floating")}});
-    page->check("Show the file name", "displayFilename");
-    page->check("Show bookmark texts", "displayBookmarkText");
-    page->colour("Text colour", "onscreenTextColour");
+    page->number("Counter starts at", preferences_.counterStartFrame, -1000000, 1000000);
+    page->check("Show the frame counter", preferences_.displayFrameCounter);
+    page->check("Show the timecode", preferences_.displayTimecode);
+    page->choice("Timecode stands", preferences_.timecodeDisplayType,
+                 {{QStringLiteral("Over the picture"), wordOf(TimecodePlace::fixed)},
+                  {QStringLiteral("In a window of its own"), wordOf(TimecodePlace::floating)}});
+    page->check("Show the file name", preferences_.displayFilename);
+    page->check("Show bookmark texts", preferences_.displayBookmarkText);
+    page->colour("Text colour", preferences_.onscreenTextColour);
     page->heading("Mask");
-    page->check("Show the mask", "showMask");
-    page->choice("Mask ratio", "movieMaskRatio", binding::maskRatioChoices());
-    page->slider("Mask opacity", "movieMaskOpacity");
+    page->check("Show the mask", preferences_.showMask);
+    page->choice("Mask ratio", preferences_.movieMaskRatio, binding::maskRatioChoices());
+    page->slider("Mask opacity", preferences_.movieMaskOpacity);
     page->heading("Bookmarks and drawings");
-    page->number("A new bookmark lasts", "bookmarkDuration", 1, 1000000, " frames");
-    page->choice("Show drawings", "displayDrawingsOptions",
-                 wordChoices({"Always", "Only When Paused", "With Drawing Tools"}));
-    page->check("Start drawing when the drawing tools open", "autoSwitchToDrawingMode");
-    page->colour("Brush colour", "brushColour");
+    page->number("A new bookmark lasts", preferences_.bookmarkDuration, 1, 1000000, " frames");
+    page->choice("Show drawings", preferences_.displayDrawingsOptions, binding::wordChoices<DrawingsShown>());
+    page->check("Start drawing when the drawing tools open", preferences_.autoSwitchToDrawingMode);
+    page->colour("Brush colour", preferences_.brushColour);
     page->heading("Full screen");
-    page->check("No single keys in full screen", "disableHotkeysInFullScreenMode");
-    page->check("No controls at the lower edge", "disableLowerMouseZone");
-    page->check("No playlist at the right edge", "disableRightMouseZone");
+    page->check("No single keys in full screen", preferences_.disableHotkeysInFullScreenMode);
+    page->check("No controls at the lower edge", preferences_.disableLowerMouseZone);
+    page->check("No playlist at the right edge", preferences_.disableRightMouseZone);
     return page;
 }
 
 QWidget* PreferencesWindow::handlesPage() {
-    auto* page = new Page(defaults_);
-    page->check("Trim handles while playing", "trimHandles");
-    page->number("Head handle", "handleHead", 0, 100000, " frames");
-    page->number("Tail handle", "handleTail", 0, 100000, " frames");
+    auto* page = new Page;
+    page->check("Trim handles while playing", preferences_.trimHandles);
+    page->number("Head handle", preferences_.handleHead, 0, 100000, " frames");
+    page->number("Tail handle", preferences_.handleTail, 0, 100000, " frames");
     page->heading("At every start");
-    QCheckBox* apply = page->check("Take these default handles", "applyDefaultHandles");
-    QSpinBox* head = page->number("Default head handle", "defaultHandleHead", 0, 100000, " frames");
-    QSpinBox* tail = page->number("Default tail handle", "defaultHandleTail", 0, 100000, " frames");
+    QCheckBox* apply = page->check("Take these default handles", preferences_.applyDefaultHandles);
+    QSpinBox* head =
+        page->number("Default head handle", preferences_.defaultHandleHead, 0, 100000, " frames");
+    QSpinBox* tail =
+        page->number("Default tail handle", preferences_.defaultHandleTail, 0, 100000, " frames");
     for (QSpinBox* box : {head, tail}) {
         box->setEnabled(apply->isChecked());
-        connect(&defaults_, &UserDefaults::changed, box, [this, box](const QString& key) {
-            if (key == QLatin1String("applyDefaultHandles")) box->setEnabled(defaults_.boolForKey(key));
-        });
+        connect(&preferences_.applyDefaultHandles, &PreferenceItem::changed, box,
+                [this, box] { box->setEnabled(preferences_.applyDefaultHandles()); });
     }
     return page;
 }
 
 QWidget* PreferencesWindow::snapshotsPage() {
-    auto* page = new Page(defaults_);
-    page->choice("File format", "snapshotFileFormat", wordChoices({"JPEG", "PNG", "TIFF"}));
-    page->slider("Quality", "compressionQuality");
-    const char* const setWidth = "Set Width (maintains window ratio)";
-    page->choice("Size", "snapshotImageScale",
-                 wordChoices({"Same As Window", "Half Window Size", "Quarter Window Size", setWidth}));
-    enableWhen(page->number("Width", "snapshotWidth", 16, 16384, " pixels"),
-               QStringLiteral("snapshotImageScale"), preferenceWord(setWidth));
-    page->choice("Name", "snapshotNameSource", wordChoices({"Same As Source", "User Defined"}));
-    enableWhen(page->text(QStringLiteral("Own name"), QStringLiteral("snapshotName")),
-               QStringLiteral("snapshotNameSource"), QStringLiteral("User Defined"));
-    page->choice("File name", "snapshotFilenameFormat",
-                 wordChoices({"filename.frameNumber.ext", "filename.snapshotNumber.ext",
-                              "snapshotNumber.filename.ext"}));
+    auto* page = new Page;
+    page->choice("File format", preferences_.snapshotFileFormat, binding::wordChoices<SnapshotFormat>());
+    page->slider("Quality", preferences_.compressionQuality);
+    page->choice("Size", preferences_.snapshotImageScale, binding::wordChoices<SnapshotScale>());
+    enableWhen(page->number("Width", preferences_.snapshotWidth, 16, 16384, " pixels"),
+               preferences_.snapshotImageScale, SnapshotScale::setWidth);
+    page->choice("Name", preferences_.snapshotNameSource, binding::wordChoices<SnapshotNameSource>());
+    enableWhen(page->text(QStringLiteral("Own name"), preferences_.snapshotName),
+               preferences_.snapshotNameSource, SnapshotNameSource::userDefined);
+    page->choice("File name", preferences_.snapshotFilenameFormat,
+                 binding::wordChoices<SnapshotNameFormat>());
     return page;
 }
 
 QWidget* PreferencesWindow::statusesPage() {
-    auto* page = new Page(defaults_);
+    auto* page = new Page;
     const QStringList codes = status::codes();
     static const char* const colours[] = {"Green", "Yellow", "Orange", "Red", "Purple", "Blue", "Grey"};
     for (qsizetype at = 0; at < codes.size(); ++at) {
-        QLineEdit* field = page->text(preferenceWord(colours[at]), codes[at]);
+        QLineEdit* field = page->text(preferenceWord(colours[at]), preferences_.statusNames[size_t(at)]);
         field->addAction(theme::icon(status::flagImageName(codes[at])), QLineEdit::LeadingPosition);
     }
     return page;
 }
 
 QWidget* PreferencesWindow::notesPage() {
-    auto* page = new Page(defaults_);
-    page->text(QStringLiteral("First notes are called"), QStringLiteral("notes1Title"));
-    page->text(QStringLiteral("Second notes are called"), QStringLiteral("notes2Title"));
+    auto* page = new Page;
+    page->text(QStringLiteral("First notes are called"), preferences_.notes1Title);
+    page->text(QStringLiteral("Second notes are called"), preferences_.notes2Title);
     page->heading("Export");
-    page->choice("Format", "notesExportFormat",
-                 wordChoices({"CSV (Comma Separated Values)", "RTF (Rich Text)"}));
-    page->check("With bookmarks", "printBookmarksInNotes");
-    page->check("File names without their extension", "hideFileExtensionInNotes");
+    std::vector<binding::Choice> formatChoices;
+    for (const QString& title : NotesExport::formatTitles())
+        formatChoices.emplace_back(title, title);
+    page->choice("Format", preferences_.notesExportFormat, formatChoices);
+    page->check("With bookmarks", preferences_.printBookmarksInNotes);
+    page->check("File names without their extension", preferences_.hideFileExtensionInNotes);
     return page;
 }
 
 QWidget* PreferencesWindow::mediaPage() {
-    auto* page = new Page(defaults_);
-    page->check("Find files by their path (network volumes)", "networkMode");
-    page->check("Take still images as well as movies", "allowImageFiles");
-    page->choice("Thumbnails show the", "thumbnailFrame",
-                 wordChoices({"First Frame", "Second Frame", "Middle Frame", "Last Frame"}));
-    QSpinBox* cache = page->number("Memory for pictures", "cacheSizeMegabytes", 0, 1 << 20, " MB");
+    auto* page = new Page;
+    page->check("Find files by their path (network volumes)", preferences_.networkMode);
+    page->check("Take still images as well as movies", preferences_.allowImageFiles);
+    page->choice("Thumbnails show the", preferences_.thumbnailFrame, binding::wordChoices<ThumbnailFrame>());
+    QSpinBox* cache = page->number("Memory for pictures", preferences_.cacheSizeMegabytes, 0, 1 << 20, " MB");
     cache->setSpecialValueText(QStringLiteral("Automatic"));
     cache->setSingleStep(256);
     cache->setToolTip(
@@ -313,11 +298,11 @@ QWidget* PreferencesWindow::mediaPage() {
     return page;
 }
 
-void PreferencesWindow::enableWhen(QWidget* control, const QString& key, const QString& value) {
-    control->setEnabled(defaults_.stringForKey(key) == value);
-    connect(&defaults_, &UserDefaults::changed, control, [this, control, key, value](const QString& changed) {
-        if (changed == key) control->setEnabled(defaults_.stringForKey(key) == value);
-    });
+template<class T>
+void PreferencesWindow::enableWhen(QWidget* control, const Preference<T>& preference, const T& value) {
+    const auto follow = [control, &preference, value] { control->setEnabled(preference() == value); };
+    follow();
+    connect(&preference, &PreferenceItem::changed, control, follow);
 }
 
 } // namespace daylark

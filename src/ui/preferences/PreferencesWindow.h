@@ -7,14 +7,16 @@ class QStackedWidget;
 
 namespace daylark {
 
-class UserDefaults;
+class Preferences;
+template<class T>
+class Preference;
 
 /// Every preference that a person sets, in groups; each control is bound to its key at once, there is nothing
 /// to confirm. Interface thread.
 class PreferencesWindow : public QWidget {
     Q_OBJECT
 public:
-    PreferencesWindow(UserDefaults& defaults, QWidget* parent);
+    PreferencesWindow(Preferences& preferences, QWidget* parent);
 
     void showGroup(int group);
     [[nodiscard]] QListWidget* groups() const { return groups_; }
@@ -30,9 +32,10 @@ private:
     [[nodiscard]] QWidget* notesPage();
     [[nodiscard]] QWidget* mediaPage();
     /// Enables a control only while the preference reads `value`.
-    void enableWhen(QWidget* control, const QString& key, const QString& value);
+    template<class T>
+    void enableWhen(QWidget* control, const Preference<T>& preference, const T& value);
 
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     QListWidget* groups_;
     QStackedWidget* pages_;
 };

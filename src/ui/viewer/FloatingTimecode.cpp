@@ -1,6 +1,6 @@
 #include "ui/viewer/FloatingTimecode.h"
 
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/common/Theme.h"
 #include "ui/viewer/ViewerPanelHost.h"
 
@@ -12,13 +12,11 @@
 
 namespace daylark {
 
-namespace {
-const QString timecodeFrameKey = QStringLiteral("timecodeWindow_geometry");
-} // namespace
+namespace {} // namespace
 
-FloatingTimecode::FloatingTimecode(UserDefaults& defaults, QWidget* viewer)
+FloatingTimecode::FloatingTimecode(Preferences& preferences, QWidget* viewer)
     : QWidget(viewer, Qt::Tool)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , field_(new QLabel(this)) {
     setObjectName(QStringLiteral("timecodeWindow"));
     setWindowTitle(tr("Timecode"));
@@ -50,7 +48,7 @@ void FloatingTimecode::setShown(bool shown) {
         remember();
         return hide();
     }
-    const auto stored = QByteArray::fromBase64(defaults_.stringForKey(timecodeFrameKey).toLatin1());
+    const auto stored = QByteArray::fromBase64(preferences_.timecodeWindowGeometry().toLatin1());
     if (!restoreGeometry(stored)) {
         const QRect viewer = parentWidget()->window()->geometry();
         move(viewer.center().x() - width() / 2, viewer.top() + 48);
@@ -61,7 +59,7 @@ void FloatingTimecode::setShown(bool shown) {
 }
 
 void FloatingTimecode::remember() {
-    defaults_.set(timecodeFrameKey, QString::fromLatin1(saveGeometry().toBase64()));
+    preferences_.timecodeWindowGeometry.set(QString::fromLatin1(saveGeometry().toBase64()));
 }
 
 // The figures grow with the window.

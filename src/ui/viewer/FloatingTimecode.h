@@ -6,7 +6,7 @@ class QLabel;
 
 namespace daylark {
 
-class UserDefaults;
+class Preferences;
 
 /// The timecode in a window of its own that can be put and sized freely, its figures as large as the window.
 /// It stays above the viewer, never takes its keyboard and comes back where it was. Owned by the viewer's
@@ -14,7 +14,7 @@ class UserDefaults;
 class FloatingTimecode : public QWidget {
     Q_OBJECT
 public:
-    FloatingTimecode(UserDefaults& defaults, QWidget* viewer);
+    FloatingTimecode(Preferences& preferences, QWidget* viewer);
     void showText(const QString& text, const QColor& colour);
     void setShown(bool shown);
     [[nodiscard]] QLabel* field() const { return field_; }
@@ -30,7 +30,7 @@ protected:
 private:
     void remember();
 
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     QLabel* field_;
     QColor colour_;
 };

@@ -19,7 +19,7 @@ constexpr int listWidth = 280, listSlideMs = 110;
 
 MovieListOverlay::MovieListOverlay(MoviePlayerController& controller, QWidget& area)
     : QWidget(&area)
-    , list_(new PlaylistDrawer(controller.list(), controller.edits(), controller.defaults(), this))
+    , list_(new PlaylistDrawer(controller.list(), controller.edits(), controller.preferences(), this))
     , slide_(new QPropertyAnimation(this, "pos", this)) {
     setObjectName(QStringLiteral("movieListOverlay"));
     setAttribute(Qt::WA_StyledBackground);

@@ -3,7 +3,7 @@
 #include "model/Movie.h"
 #include "model/ReviewEdits.h"
 #include "model/StatusCodes.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 #include "ui/common/FlagPopUp.h"
 #include "ui/common/ReorderView.h"
 #include "ui/common/Theme.h"
@@ -39,9 +39,9 @@ enum DrawerRole {
 /// The viewer's list as rows.
 class PlaylistDrawer::Rows : public QAbstractListModel {
 public:
-    Rows(ViewerList& list, UserDefaults& defaults)
+    Rows(ViewerList& list, Preferences& preferences)
         : list_(list)
-        , defaults_(defaults) {}
+        , preferences_(preferences) {}
 
     int rowCount(const QModelIndex& parent) const override {
         return parent.isValid() ? 0 : int(list_.count());
@@ -85,13 +85,14 @@ private:
     static bool isMissing(const Movie& movie) { return movie.creatingThumbnailText == fileNotFoundText; }
     QString flagTitle(const Movie& movie) const {
         const int tag = movie.flagString.toInt();
-        return tag > status::none && tag <= status::skip ? FlagPopUp::flagTitle(tag, defaults_) : QString();
+        return tag > status::none && tag <= status::skip ? FlagPopUp::flagTitle(tag, preferences_)
+                                                         : QString();
     }
     const Movie* movieAt(int row) const {
         return row >= 0 && row < list_.count() ? list_.movies()[size_t(row)].get() : nullptr;
     }
     ViewerList& list_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     mutable ThumbnailCache pictures_{32 * 1024};
 };
 
@@ -219,10 +220,11 @@ private:
     bool pressed_ = false;
 };
 
-PlaylistDrawer::PlaylistDrawer(ViewerList& list, ReviewEdits& edits, UserDefaults& defaults, QWidget* parent)
+PlaylistDrawer::PlaylistDrawer(ViewerList& list, ReviewEdits& edits, Preferences& preferences,
+                               QWidget* parent)
     : QWidget(parent)
     , list_(list)
-    , rows_(std::make_unique<Rows>(list, defaults))
+    , rows_(std::make_unique<Rows>(list, preferences))
     , view_(new RowsView(*this)) {
     setObjectName(QStringLiteral("playlistDrawer"));
     view_->setObjectName(QStringLiteral("playlistDrawerList"));
@@ -250,9 +252,8 @@ PlaylistDrawer::PlaylistDrawer(ViewerList& list, ReviewEdits& edits, UserDefault
     connect(&list_, &ViewerList::selectionChanged, this, &PlaylistDrawer::showSelection);
     connect(&list_, &ViewerList::selectedMoviesChanged, this, &PlaylistDrawer::showSelection);
     connect(&edits, &ReviewEdits::movieChanged, this, &PlaylistDrawer::movieUpdated);
-    connect(&defaults, &UserDefaults::changed, this, [this](const QString& key) {
-        if (status::codes().contains(key)) rows_->rowsChanged(); // a flag has another name
-    });
+    for (const Preference<QString>& name : preferences.statusNames)
+        connect(&name, &PreferenceItem::changed, this, [this] { rows_->rowsChanged(); });
     connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &PlaylistDrawer::adoptSelection);
     showSelection();

@@ -10,7 +10,7 @@ namespace daylark {
 
 class Movie;
 class ReviewEdits;
-class UserDefaults;
+class Preferences;
 class ViewerList;
 
 /// The viewer's list beside the picture: thumbnail, name and flag of every movie, the one on screen marked,
@@ -20,7 +20,7 @@ class ViewerList;
 class PlaylistDrawer : public QWidget {
     Q_OBJECT
 public:
-    PlaylistDrawer(ViewerList& list, ReviewEdits& edits, UserDefaults& defaults, QWidget* parent = nullptr);
+    PlaylistDrawer(ViewerList& list, ReviewEdits& edits, Preferences& preferences, QWidget* parent = nullptr);
     ~PlaylistDrawer() override;
     [[nodiscard]] QListView* view() const;
     void movieUpdated(const std::shared_ptr<Movie>& movie); ///< its thumbnail or flag is another

@@ -1,37 +1,37 @@
 #include "ui/viewer/ViewerWindow.h"
 
 #include "model/Movie.h"
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
-#include "ui/panels/BookmarkPanel.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
-#include "ui/panels/ControlsPanel.h"
-#include "ui/picture/DrawingOverlay.h"
-#include "ui/panels/DrawingPanel.h"
-#include "ui/common/FlagPopUp.h"
-#include "ui/viewer/FloatingTimecode.h"
-#include "ui/viewer/FullScreen.h"
-#include "ui/panels/GradingPanel.h"
 #include "ui/commands/KeysDialog.h"
-#include "ui/viewer/LostScreens.h"
-#include "ui/panels/NotesPanel.h"
-#include "ui/panels/OptionsPanel.h"
-#include "ui/picture/PictureView.h"
+#include "ui/commands/ViewerCommands.h"
+#include "ui/commands/ViewerKeys.h"
+#include "ui/common/FlagPopUp.h"
+#include "ui/common/RichTextField.h"
+#include "ui/common/Theme.h"
+#include "ui/common/ToolPanel.h"
 #include "ui/controls/PlaybackReadOut.h"
-#include "ui/viewer/PlaylistDrawer.h"
 #include "ui/controls/PositionSlider.h"
 #include "ui/controls/PositionSliderLink.h"
 #include "ui/controls/RangeIndicator.h"
-#include "ui/common/RichTextField.h"
-#include "ui/viewer/SnapshotFlash.h"
-#include "ui/common/Theme.h"
-#include "ui/common/ToolPanel.h"
 #include "ui/controls/TransportBar.h"
-#include "ui/commands/ViewerCommands.h"
-#include "ui/commands/ViewerKeys.h"
+#include "ui/controls/VolumeButton.h"
+#include "ui/panels/BookmarkPanel.h"
+#include "ui/panels/ControlsPanel.h"
+#include "ui/panels/DrawingPanel.h"
+#include "ui/panels/GradingPanel.h"
+#include "ui/panels/NotesPanel.h"
+#include "ui/panels/OptionsPanel.h"
+#include "ui/picture/DrawingOverlay.h"
+#include "ui/picture/PictureView.h"
+#include "ui/viewer/FloatingTimecode.h"
+#include "ui/viewer/FullScreen.h"
+#include "ui/viewer/LostScreens.h"
+#include "ui/viewer/PlaylistDrawer.h"
+#include "ui/viewer/SnapshotFlash.h"
 #include "ui/viewer/ViewerPanelHost.h"
 #include "ui/viewer/ViewerSizing.h"
-#include "ui/controls/VolumeButton.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QAction>
@@ -50,8 +50,6 @@ namespace daylark {
 
 namespace {
 
-const QString geometryKey = QStringLiteral("viewerWindow_geometry"),
-              arrangementKey = QStringLiteral("viewerWindow_panels");
 
 } // namespace
 
@@ -61,8 +59,8 @@ ViewerWindow::ViewerWindow(MoviePlayerController& controller, QWidget* parent)
     , commands_(std::make_unique<Commands>(this))
     , panelHost_(new ViewerPanelHost(*this, controller.panels()))
     , picture_(new PictureView(this))
-    , notes_(new NotesPanel(controller.edits(), controller.defaults(), this))
-    , drawer_(new PlaylistDrawer(controller.list(), controller.edits(), controller.defaults(), this)) {
+    , notes_(new NotesPanel(controller.edits(), controller.preferences(), this))
+    , drawer_(new PlaylistDrawer(controller.list(), controller.edits(), controller.preferences(), this)) {
     setObjectName(QStringLiteral("viewerWindow"));
     setAttribute(Qt::WA_QuitOnClose, false); // the program ends with the library's window
     setWindowTitle(tr("Viewer"));
@@ -71,8 +69,8 @@ ViewerWindow::ViewerWindow(MoviePlayerController& controller, QWidget* parent)
     connectController();
     connectPreferences();
     connectInput();
-    readOut_ = new PlaybackReadOut(controller.player(), *picture_, controller.defaults(), this);
-    picture_->chooseRenderer(controller.defaults().stringForKey(QStringLiteral("pictureRenderer")));
+    readOut_ = new PlaybackReadOut(controller.player(), *picture_, controller.preferences(), this);
+    picture_->chooseRenderer(controller.preferences().pictureRenderer());
     restoreArrangement();
     movieChanged();
 }
@@ -133,7 +131,7 @@ void ViewerWindow::buildLayout() {
     fullScreen_ = new FullScreen(*this, *picture_, *strip, *panelHost_, controller_);
     setContextMenuPolicy(Qt::PreventContextMenu);
 
-    bookmarks_ = new BookmarkPanel(controller_.bookmarks(), *commands_, controller_.defaults(), this);
+    bookmarks_ = new BookmarkPanel(controller_.bookmarks(), *commands_, controller_.preferences(), this);
     drawer_->view()->setContextMenuPolicy(Qt::ActionsContextMenu);
     for (const char* id : {"viewer.reveal", "viewer.copyPath", "viewer.copyFilename"})
         drawer_->view()->addAction(commands_->action(QLatin1String(id)));
@@ -213,29 +211,36 @@ void ViewerWindow::connectController() {
 }
 
 void ViewerWindow::connectPreferences() {
-    connect(&controller_.defaults(), &UserDefaults::changed, this, [this](const QString& key) {
-        if (key == QLatin1String("repeatType")) bar_->showRepeatType();
-        if (key == QLatin1String("pictureRenderer"))
-            picture_->chooseRenderer(controller_.defaults().stringForKey(key));
-        if (key == QLatin1String("trimHandles")) commands_->refresh();
-        if (key == QLatin1String("rateMultiplier")) bar_->showState();
-        if (key.startsWith(QLatin1String("display")) || key == QLatin1String("counterStartFrame") ||
-            key == QLatin1String("timecodeDisplayType")) {
+    const Preferences& preferences = controller_.preferences();
+    const auto on = [this](const PreferenceItem& item, auto follow) {
+        connect(&item, &PreferenceItem::changed, this, follow);
+    };
+    on(preferences.repeatType, [this] { bar_->showRepeatType(); });
+    on(preferences.pictureRenderer,
+       [this] { picture_->chooseRenderer(controller_.preferences().pictureRenderer()); });
+    on(preferences.trimHandles, [this] { commands_->refresh(); });
+    on(preferences.rateMultiplier, [this] { bar_->showState(); });
+    for (const PreferenceItem* item : std::initializer_list<const PreferenceItem*>{
+             &preferences.displayTimecode, &preferences.displayFrameCounter, &preferences.displayFilename,
+             &preferences.displayBookmarkText, &preferences.displayDrawings,
+             &preferences.displayDrawingsOptions, &preferences.displayPlaybackStatistics,
+             &preferences.counterStartFrame, &preferences.timecodeDisplayType})
+        on(*item, [this] {
             controller_.time().setOverlayInfoDynamic();
             showPosition();
             commands_->refresh();
-        }
-        if (key.size() == 3 && key.startsWith(u'9')) {
+        });
+    for (const Preference<QString>& name : preferences.statusNames)
+        on(name, [this] {
             renameFlagCommands(*commands_, controller_);
             bar_->showFlag();
-        }
-    });
+        });
 }
 
 void ViewerWindow::connectInput() {
-    timecode_ = new FloatingTimecode(controller_.defaults(), this);
+    timecode_ = new FloatingTimecode(controller_.preferences(), this);
     connect(timecode_, &FloatingTimecode::closed, this,
-            [this] { controller_.defaults().set(QStringLiteral("displayTimecode"), false); });
+            [this] { controller_.preferences().displayTimecode.set(false); });
     connect(fullScreen_, &FullScreen::changed, this, &ViewerWindow::fullScreenChanged);
     connect(&controller_.input(), &ViewerInput::showMovieList, commands_.get(), &Commands::refresh);
     connect(picture_, &PictureView::pressed, &controller_.input(), &ViewerInput::mouseDown);
@@ -330,22 +335,22 @@ void ViewerWindow::windowClosed() {
 }
 
 void ViewerWindow::saveArrangement() {
-    UserDefaults& defaults = controller_.defaults();
+    Preferences& preferences = controller_.preferences();
     if (isFullScreen()) return; // neither frame nor strips are those to come back to
-    defaults.set(geometryKey, QString::fromLatin1(saveGeometry().toBase64()));
-    defaults.set(arrangementKey, QString::fromLatin1(panelHost_->arrangement().toBase64()));
+    preferences.viewerWindowGeometry.set(QString::fromLatin1(saveGeometry().toBase64()));
+    preferences.viewerWindowPanels.set(QString::fromLatin1(panelHost_->arrangement().toBase64()));
 }
 
 void ViewerWindow::restoreArrangement() {
-    const UserDefaults& defaults = controller_.defaults();
-    const auto stored = [&](const QString& key) {
-        return QByteArray::fromBase64(defaults.stringForKey(key).toLatin1());
+    const Preferences& preferences = controller_.preferences();
+    const auto stored = [](const Preference<QString>& text) {
+        return QByteArray::fromBase64(text().toLatin1());
     };
-    if (!restoreGeometry(stored(geometryKey))) {
+    if (!restoreGeometry(stored(preferences.viewerWindowGeometry))) {
         const QSize room = screen()->availableSize() * 0.9;
         resize(QSize(1360, 900).boundedTo(room));
     }
-    panelHost_->restoreArrangement(stored(arrangementKey));
+    panelHost_->restoreArrangement(stored(preferences.viewerWindowPanels));
 }
 
 void ViewerWindow::closeEvent(QCloseEvent* event) {
@@ -394,16 +399,16 @@ void ViewerWindow::showPosition() {
 
 void ViewerWindow::showHeadsUp() {
     const auto movie = controller_.currentMovie();
-    const UserDefaults& defaults = controller_.defaults();
-    const auto shown = [&](const char* key) { return movie && defaults.boolForKey(QLatin1String(key)); };
+    const Preferences& preferences = controller_.preferences();
+    const auto shown = [&](const Preference<bool>& wanted) { return movie && wanted(); };
     PictureView::HeadsUp headsUp;
-    if (shown("displayFrameCounter")) headsUp.counter = controller_.time().currentFrameNumberForDisplay();
-    if (shown("displayFilename")) headsUp.filename = movie->filenameString;
-    const bool fixed =
-        defaults.stringForKey(QStringLiteral("timecodeDisplayType")) == QLatin1String("Fixed");
-    if (shown("displayTimecode") && fixed)
+    if (shown(preferences.displayFrameCounter))
+        headsUp.counter = controller_.time().currentFrameNumberForDisplay();
+    if (shown(preferences.displayFilename)) headsUp.filename = movie->filenameString;
+    const bool fixed = preferences.timecodeDisplayType() == TimecodePlace::fixed;
+    if (shown(preferences.displayTimecode) && fixed)
         headsUp.timecode = controller_.time().currentTimeCodeForDisplay();
-    if (shown("displayBookmarkText"))
+    if (shown(preferences.displayBookmarkText))
         headsUp.overlayText = controller_.bookmarks().overlayTextData().trimmed();
     headsUp.overlayColour = controller_.onscreenTextColour();
     if (!headsUp.overlayColour.isValid()) headsUp.overlayColour = Qt::yellow;
@@ -411,7 +416,7 @@ void ViewerWindow::showHeadsUp() {
         headsUp.message = tr("File not found\n%1").arg(movie->filenameString);
     picture_->setHeadsUp(headsUp);
     timecode_->showText(controller_.time().currentTimeCodeForDisplay(), headsUp.overlayColour);
-    timecode_->setShown(shown("displayTimecode") && !fixed && isVisible());
+    timecode_->setShown(shown(preferences.displayTimecode) && !fixed && isVisible());
 }
 
 } // namespace daylark

@@ -2,9 +2,9 @@
 
 #include "model/Movie.h"
 #include "platform/Panels.h"
-#include "platform/UserDefaults.h"
-#include "viewer/transport/TimeDisplay.h"
+#include "preferences/Preferences.h"
 #include "viewer/review/ViewerList.h"
+#include "viewer/transport/TimeDisplay.h"
 
 #include <QFileInfo>
 #include <QImageWriter>
@@ -15,19 +15,26 @@ namespace daylark {
 
 namespace {
 
-QString extensionOf(const QString& format) {
-    if (format == QLatin1String("JPEG")) return QStringLiteral("jpg");
-    if (format == QLatin1String("PNG")) return QStringLiteral("png");
-    if (format == QLatin1String("TIFF")) return QStringLiteral("tif");
+QString extensionOf(SnapshotFormat format) {
+    switch (format) {
+    case SnapshotFormat::jpeg:
+        return QStringLiteral("jpg");
+    case SnapshotFormat::png:
+        return QStringLiteral("png");
+    case SnapshotFormat::tiff:
+        return QStringLiteral("tif");
+    case SnapshotFormat::none:
+        break;
+    }
     return {};
 }
 
 } // namespace
 
-Snapshots::Snapshots(UserDefaults& defaults, Panels& panels, ViewerList& list, TimeDisplay& time,
+Snapshots::Snapshots(Preferences& preferences, Panels& panels, ViewerList& list, TimeDisplay& time,
                      QObject* parent)
     : QObject(parent)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , panels_(panels)
     , list_(list)
     , time_(time) {
@@ -38,15 +45,13 @@ Snapshots::~Snapshots() {
     writing_.waitForDone();
 }
 
-QSize Snapshots::targetSize(const QSize& area, const UserDefaults& defaults) {
-    const QString scale = defaults.stringForKey(QStringLiteral("snapshotImageScale"));
+QSize Snapshots::targetSize(const QSize& area, const Preferences& preferences) {
+    const SnapshotScale scale = preferences.snapshotImageScale();
     QSize size = area;
-    if (scale == QLatin1String("Half Window Size"))
-        size = {int(area.width() * 0.5), int(area.height() * 0.5)};
-    if (scale == QLatin1String("Quarter Window Size"))
-        size = {int(area.width() * 0.25), int(area.height() * 0.25)};
-    if (scale == QLatin1String("Set Width (maintains window ratio)") && !area.isEmpty()) {
-        const int width = defaults.integerForKey(QStringLiteral("snapshotWidth"));
+    if (scale == SnapshotScale::half) size = {int(area.width() * 0.5), int(area.height() * 0.5)};
+    if (scale == SnapshotScale::quarter) size = {int(area.width() * 0.25), int(area.height() * 0.25)};
+    if (scale == SnapshotScale::setWidth && !area.isEmpty()) {
+        const int width = preferences.snapshotWidth();
         size = {width, int(width / (double(area.width()) / area.height()))};
     }
     constexpr int most = 32767; // what image files and painters can hold
@@ -54,24 +59,24 @@ QSize Snapshots::targetSize(const QSize& area, const UserDefaults& defaults) {
 }
 
 QString Snapshots::proposedName() const {
-    const QString source = defaults_.stringForKey(QStringLiteral("snapshotNameSource"));
+    const SnapshotNameSource source = preferences_.snapshotNameSource();
     QString base;
-    if (source == QLatin1String("Same As Source")) {
+    if (source == SnapshotNameSource::sameAsSource) {
         if (const auto movie = list_.selectedMovie())
             base = QFileInfo(movie->filenameString).completeBaseName();
-    } else if (source == QLatin1String("User Defined")) {
-        base = defaults_.stringForKey(QStringLiteral("snapshotName"));
+    } else if (source == SnapshotNameSource::userDefined) {
+        base = preferences_.snapshotName();
     }
     base.replace(u' ', u'_');
     const auto fourDigits = [](qint64 number) {
         return QStringLiteral("%1").arg(number, 4, 10, QLatin1Char('0'));
     };
-    const QString extension = extensionOf(defaults_.stringForKey(QStringLiteral("snapshotFileFormat")));
-    const QString format = defaults_.stringForKey(QStringLiteral("snapshotFilenameFormat"));
+    const QString extension = extensionOf(preferences_.snapshotFileFormat());
+    const SnapshotNameFormat format = preferences_.snapshotFilenameFormat();
     const QString name = QStringLiteral("%1.%2.%3");
-    if (format == QLatin1String("filename.frameNumber.ext"))
+    if (format == SnapshotNameFormat::frameNumberLast)
         return name.arg(base, fourDigits(time_.currentFrameNumber()), extension);
-    if (format == QLatin1String("filename.snapshotNumber.ext"))
+    if (format == SnapshotNameFormat::snapshotNumberLast)
         return name.arg(base, fourDigits(snapshotNumber_), extension);
     return name.arg(fourDigits(snapshotNumber_), base, extension);
 }
@@ -83,10 +88,10 @@ void Snapshots::takeTimedSnapshot() {
 
 void Snapshots::takeSnapshot() {
     if (!area_.render || !list_.selectedMovie()) return;
-    const QImage picture = area_.render(targetSize(area_.pixels(), defaults_));
+    const QImage picture = area_.render(targetSize(area_.pixels(), preferences_));
     if (picture.isNull()) return;
     Q_EMIT flash();
-    const QString format = defaults_.stringForKey(QStringLiteral("snapshotFileFormat"));
+    const SnapshotFormat format = preferences_.snapshotFileFormat();
     SavePanel panel;
     panel.title = QStringLiteral("Save Snapshot As...");
     panel.prompt = QStringLiteral("Save Snapshot");
@@ -95,7 +100,7 @@ void Snapshots::takeSnapshot() {
     const QString path = panels_.runSave(panel);
     if (path.isEmpty()) return;
     ++snapshotNumber_;
-    const float quality = defaults_.floatForKey(QStringLiteral("compressionQuality"));
+    const float quality = preferences_.compressionQuality();
     writing_.start([this, picture, path, format, quality] {
         const bool whole = writeSnapshot(picture, path, format, quality);
         QMetaObject::invokeMethod(
@@ -103,7 +108,7 @@ void Snapshots::takeSnapshot() {
     });
 }
 
-bool writeSnapshot(const QImage& image, const QString& path, const QString& format, float quality) {
+bool writeSnapshot(const QImage& image, const QString& path, SnapshotFormat format, float quality) {
     const QString extension = extensionOf(format);
     if (extension.isEmpty()) return false;
     QImageWriter writer(path,

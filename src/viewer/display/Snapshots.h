@@ -1,5 +1,7 @@
 #pragma once
 
+#include "preferences/PreferenceWords.h"
+
 #include <QColor>
 #include <QImage>
 #include <QObject>
@@ -13,7 +15,7 @@ namespace daylark {
 
 class Panels;
 class TimeDisplay;
-class UserDefaults;
+class Preferences;
 class ViewerList;
 
 /// Stills of the player area as it is shown: rendered anew from its layers at the wanted size, so nothing
@@ -27,7 +29,7 @@ public:
         std::function<QSize()> pixels;
         std::function<QImage(QSize)> render;
     };
-    Snapshots(UserDefaults& defaults, Panels& panels, ViewerList& list, TimeDisplay& time,
+    Snapshots(Preferences& preferences, Panels& panels, ViewerList& list, TimeDisplay& time,
               QObject* parent = nullptr);
     ~Snapshots() override; ///< waits for what is being written
     void setArea(Area area) { area_ = std::move(area); }
@@ -38,8 +40,8 @@ public:
     void setSnapshotDestination() {} ///< as above
 
     [[nodiscard]] int snapshotNumber() const { return snapshotNumber_; } ///< from 1 at every launch
-    /// By "snapshotImageScale", in whole pixels.
-    [[nodiscard]] static QSize targetSize(const QSize& area, const UserDefaults& defaults);
+    /// By the preferred scale, in whole pixels.
+    [[nodiscard]] static QSize targetSize(const QSize& area, const Preferences& preferences);
     [[nodiscard]] QString proposedName() const;
     void waitForWriting() { writing_.waitForDone(); }
 
@@ -48,7 +50,7 @@ Q_SIGNALS:
     void written(bool whole); ///< queued
 
 private:
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     Panels& panels_;
     ViewerList& list_;
     TimeDisplay& time_;
@@ -57,9 +59,8 @@ private:
     QThreadPool writing_;
 };
 
-/// Writes JPEG, PNG or TIFF by "snapshotFileFormat" ("JPEG", "PNG", "TIFF"); `quality` 0 to 1 counts for JPEG
-/// only. False when it could not, or for another format. Any thread.
-[[nodiscard]] bool writeSnapshot(const QImage& image, const QString& path, const QString& format,
+/// `quality` 0 to 1 counts for JPEG only. False when it could not, or for no format. Any thread.
+[[nodiscard]] bool writeSnapshot(const QImage& image, const QString& path, SnapshotFormat format,
                                  float quality);
 
 } // namespace daylark

@@ -1,8 +1,8 @@
 #include "viewer/display/ViewerGeometry.h"
 
-#include "platform/UserDefaults.h"
-#include "viewer/review/DrawingMode.h"
+#include "preferences/Preferences.h"
 #include "viewer/display/ViewerPanels.h"
+#include "viewer/review/DrawingMode.h"
 
 #include <utility>
 
@@ -10,26 +10,22 @@ namespace daylark {
 
 namespace {
 
-const QString constrainKey = QStringLiteral("constrainViewerToMovieProportions"),
-              showMaskKey = QStringLiteral("showMask"), maskRatioKey = QStringLiteral("movieMaskRatio");
-
 bool isOneOf(const QString& title, const char* longForm, const char* shortForm) {
     return title == QLatin1String(longForm) || title == QLatin1String(shortForm);
 }
 
 } // namespace
 
-ViewerGeometry::ViewerGeometry(UserDefaults& defaults, DrawingMode& drawing, ViewerPanels& panels,
+ViewerGeometry::ViewerGeometry(Preferences& preferences, DrawingMode& drawing, ViewerPanels& panels,
                                QObject* parent)
     : QObject(parent)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , drawing_(drawing)
     , panels_(panels) {
-    connect(&defaults_, &UserDefaults::changed, this, [this](const QString& key) {
-        if (key == showMaskKey || key == maskRatioKey || key == QLatin1String("movieMaskOpacity") ||
-            key.startsWith(QLatin1String("mirror")))
-            Q_EMIT changed();
-    });
+    for (const PreferenceItem* item : std::initializer_list<PreferenceItem*>{
+             &preferences_.showMask, &preferences_.movieMaskRatio, &preferences_.movieMaskOpacity,
+             &preferences_.mirrorX, &preferences_.mirrorY})
+        connect(item, &PreferenceItem::changed, this, &ViewerGeometry::changed);
 }
 
 void ViewerGeometry::setMovie(const std::shared_ptr<Movie>& movie) {
@@ -92,26 +88,25 @@ void ViewerGeometry::setPixelAspectRatio(const Sender& sender) {
 
 // "Flop" exchanges left and right under the name mirrorY, "Flip" turns over under mirrorX; wanted.
 void ViewerGeometry::mirrorMovie(const Sender& sender) {
-    const auto flip = [this](const QString& key) { defaults_.set(key, !defaults_.boolForKey(key)); };
-    if (sender.title == QLatin1String("Flop Display")) flip(QStringLiteral("mirrorY"));
-    if (sender.title == QLatin1String("Flip Display")) flip(QStringLiteral("mirrorX"));
+    if (sender.title == QLatin1String("Flop Display")) preferences_.mirrorY.flip();
+    if (sender.title == QLatin1String("Flip Display")) preferences_.mirrorX.flip();
     Q_EMIT changed();
 }
 
 bool ViewerGeometry::mirrorsLeftRight() const {
-    return defaults_.boolForKey(QStringLiteral("mirrorY"));
+    return preferences_.mirrorY();
 }
 
 bool ViewerGeometry::mirrorsUpsideDown() const {
-    return defaults_.boolForKey(QStringLiteral("mirrorX"));
+    return preferences_.mirrorX();
 }
 
 QString ViewerGeometry::maskMenuTitle() const {
-    return defaults_.boolForKey(showMaskKey) ? QStringLiteral("Hide Mask") : QStringLiteral("Show Mask");
+    return preferences_.showMask() ? QStringLiteral("Hide Mask") : QStringLiteral("Show Mask");
 }
 
 void ViewerGeometry::toggleMask() {
-    defaults_.set(showMaskKey, !defaults_.boolForKey(showMaskKey));
+    preferences_.showMask.flip();
     Q_EMIT changed();
 }
 
@@ -120,20 +115,20 @@ void ViewerGeometry::resizeMaskElements(const Sender& sender) {
     if (sender.tag != 201 && sender.tag != 202)
         for (const MaskRatio& mask : maskRatios)
             if (sender.title == QLatin1String(mask.title)) {
-                defaults_.set(maskRatioKey, mask.ratio);
-                defaults_.set(showMaskKey, true);
+                preferences_.movieMaskRatio.set(mask.ratio);
+                preferences_.showMask.set(true);
             }
-    if (fromControl) defaults_.set(showMaskKey, true);
+    if (fromControl) preferences_.showMask.set(true);
     Q_EMIT changed();
 }
 
 std::optional<DisplayGeometry::MaskBars> ViewerGeometry::mask() const {
-    if (!defaults_.boolForKey(showMaskKey)) return std::nullopt;
-    return geometry_.maskBars(defaults_.doubleForKey(maskRatioKey));
+    if (!preferences_.showMask()) return std::nullopt;
+    return geometry_.maskBars(preferences_.movieMaskRatio());
 }
 
 double ViewerGeometry::maskOpacity() const {
-    return std::clamp(defaults_.doubleForKey(QStringLiteral("movieMaskOpacity")), 0.0, 1.0);
+    return std::clamp(double(preferences_.movieMaskOpacity()), 0.0, 1.0);
 }
 
 void ViewerGeometry::panBy(const QPointF& origin) {
@@ -143,14 +138,14 @@ void ViewerGeometry::panBy(const QPointF& origin) {
 }
 
 QSize ViewerGeometry::windowWillResize(const QSize& proposed) const {
-    if (!defaults_.boolForKey(constrainKey) || !movie_ || !movie_->mMovieHasBeenVisited ||
+    if (!preferences_.constrainViewerToMovieProportions() || !movie_ || !movie_->mMovieHasBeenVisited ||
         panels_.isFullScreen() || !geometry_.knowsMovie())
         return proposed;
     return {proposed.width(), geometry_.constrainedHeight(proposed.width())};
 }
 
 void ViewerGeometry::setConstrainViewerProportions() {
-    if (panels_.isFullScreen() || !defaults_.boolForKey(constrainKey) || !movie_) return;
+    if (panels_.isFullScreen() || !preferences_.constrainViewerToMovieProportions() || !movie_) return;
     constrainWhenKnown_ = !geometry_.knowsMovie(); // a movie new to the library: with its first picture
     if (constrainWhenKnown_) return;
     Q_EMIT windowFrameWanted({geometry_.constrainedWindow(), {}}, true);
@@ -158,13 +153,13 @@ void ViewerGeometry::setConstrainViewerProportions() {
 
 void ViewerGeometry::windowWillEnterFullScreen() {
     panels_.closeForFullScreen();
-    viewerWasConstrainedBeforeFullScreen_ = defaults_.boolForKey(constrainKey);
-    defaults_.set(constrainKey, false);
+    viewerWasConstrainedBeforeFullScreen_ = preferences_.constrainViewerToMovieProportions();
+    preferences_.constrainViewerToMovieProportions.set(false);
 }
 
 void ViewerGeometry::windowWillExitFullScreen() {
     panels_.show(ViewerPanel::playlistDrawer, false);
-    defaults_.set(constrainKey, viewerWasConstrainedBeforeFullScreen_);
+    preferences_.constrainViewerToMovieProportions.set(viewerWasConstrainedBeforeFullScreen_);
     panels_.show(ViewerPanel::controls, false);
 }
 

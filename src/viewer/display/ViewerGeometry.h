@@ -11,7 +11,7 @@
 namespace daylark {
 
 class DrawingMode;
-class UserDefaults;
+class Preferences;
 class ViewerPanels;
 
 /// What the size, zoom, mirror and mask commands do, over the arithmetic of `DisplayGeometry`. The window and
@@ -20,7 +20,7 @@ class ViewerPanels;
 class ViewerGeometry : public QObject {
     Q_OBJECT
 public:
-    ViewerGeometry(UserDefaults& defaults, DrawingMode& drawing, ViewerPanels& panels,
+    ViewerGeometry(Preferences& preferences, DrawingMode& drawing, ViewerPanels& panels,
                    QObject* parent = nullptr);
 
     void setMovie(const std::shared_ptr<Movie>& movie);
@@ -65,7 +65,7 @@ Q_SIGNALS:
 private:
     void changedByCommand();
 
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     DrawingMode& drawing_;
     ViewerPanels& panels_;
     std::shared_ptr<Movie> movie_;

@@ -1,7 +1,7 @@
 #include "viewer/display/ViewerPanels.h"
 
 #include "platform/Alerts.h"
-#include "platform/UserDefaults.h"
+#include "preferences/Preferences.h"
 
 #include <array>
 
@@ -12,16 +12,16 @@ namespace {
 struct PanelNames {
     ViewerPanel panel;
     const char* layout;
-    const char* restore;
+    Preference<int> Preferences::*restore;
 };
 
 constexpr std::array<PanelNames, 6> panelNames{
-    {{ViewerPanel::grading, "gradingWindow", "restoreGradingWindow"},
-     {ViewerPanel::drawing, "drawingWindow", "restoreDrawingWindow"},
-     {ViewerPanel::bookmarks, "bookmarkWindow", "restoreBookmarkWindow"},
-     {ViewerPanel::options, "optionsWindow", "restoreOptionsWindow"},
-     {ViewerPanel::notes, "notesWindow", "restoreNotesWindow"},
-     {ViewerPanel::playlistDrawer, "playlistDrawer", "restorePlaylistDrawer"}}};
+    {{ViewerPanel::grading, "gradingWindow", &Preferences::restoreGradingWindow},
+     {ViewerPanel::drawing, "drawingWindow", &Preferences::restoreDrawingWindow},
+     {ViewerPanel::bookmarks, "bookmarkWindow", &Preferences::restoreBookmarkWindow},
+     {ViewerPanel::options, "optionsWindow", &Preferences::restoreOptionsWindow},
+     {ViewerPanel::notes, "notesWindow", &Preferences::restoreNotesWindow},
+     {ViewerPanel::playlistDrawer, "playlistDrawer", &Preferences::restorePlaylistDrawer}}};
 
 const PanelNames* namesOf(ViewerPanel panel) {
     for (const PanelNames& names : panelNames)
@@ -29,19 +29,11 @@ const PanelNames* namesOf(ViewerPanel panel) {
     return nullptr;
 }
 
-QString frameKey(const QString& window, const char* field, const QString& suffix) {
-    return window + QLatin1Char('_') + QLatin1String(field) + suffix;
-}
-
-QString plainKey(const char* key, const QString& suffix) {
-    return QLatin1String(key) + suffix;
-}
-
 } // namespace
 
-ViewerPanels::ViewerPanels(UserDefaults& defaults, Alerts& alerts, QObject* parent)
+ViewerPanels::ViewerPanels(Preferences& preferences, Alerts& alerts, QObject* parent)
     : QObject(parent)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , alerts_(alerts) {}
 
 QString ViewerPanels::layoutName(ViewerPanel panel) {
@@ -49,9 +41,9 @@ QString ViewerPanels::layoutName(ViewerPanel panel) {
     return names ? QString::fromLatin1(names->layout) : QString();
 }
 
-QString ViewerPanels::restoreKey(ViewerPanel panel) {
+Preference<int>* ViewerPanels::restorePreference(ViewerPanel panel) {
     const PanelNames* names = namesOf(panel);
-    return names ? QString::fromLatin1(names->restore) : QString();
+    return names ? &(preferences_.*names->restore) : nullptr;
 }
 
 bool ViewerPanels::isVisible(ViewerPanel panel) const {
@@ -66,7 +58,7 @@ void ViewerPanels::place(ViewerPanel panel, bool visible, Among among) {
     if (!host_) return;
     if (panel == ViewerPanel::drawing && !visible) host_->closeColourPanel();
     host_->setPanelVisible(panel, visible);
-    if (const QString key = restoreKey(panel); !key.isEmpty()) defaults_.set(key, int(visible));
+    if (Preference<int>* restore = restorePreference(panel)) restore->set(int(visible));
     Q_EMIT panelToggled(panel, visible, among == Among::all);
 }
 
@@ -107,41 +99,34 @@ void ViewerPanels::closeForFullScreen() {
 }
 
 void ViewerPanels::restoreOpenPanels() {
-    if (!host_ || !defaults_.boolForKey(QStringLiteral("restorePreviousWindows"))) return;
+    if (!host_ || !preferences_.restorePreviousWindows()) return;
     for (const PanelNames& names : panelNames)
-        if (defaults_.integerForKey(QString::fromLatin1(names.restore)) == 1) place(names.panel, true);
+        if ((preferences_.*names.restore)() == 1) place(names.panel, true);
     Q_EMIT toggled();
 }
 
-void ViewerPanels::saveFrame(ViewerPanel panel, const QString& suffix, bool withSize) {
+void ViewerPanels::saveFrame(ViewerPanel panel, PanelPlacePreferences& place, bool withSize) {
     const QRect frame = host_->panelFrame(panel);
-    const QString window = layoutName(panel);
-    defaults_.set(frameKey(window, "PositionX", suffix), frame.x());
-    defaults_.set(frameKey(window, "PositionY", suffix), frame.y());
+    place.x.set(frame.x());
+    place.y.set(frame.y());
     if (!withSize) return;
-    defaults_.set(frameKey(window, "favouriteWidth", suffix), frame.width());
-    defaults_.set(frameKey(window, "favouriteHeight", suffix), frame.height());
+    place.width.set(frame.width());
+    place.height.set(frame.height());
 }
 
-void ViewerPanels::restoreFrame(ViewerPanel panel, const QString& suffix, bool withSize) {
-    const QString window = layoutName(panel);
+void ViewerPanels::restoreFrame(ViewerPanel panel, const PanelPlacePreferences& place, bool withSize) {
     QRect frame = host_->panelFrame(panel);
-    frame.moveTo(defaults_.integerForKey(frameKey(window, "PositionX", suffix)),
-                 defaults_.integerForKey(frameKey(window, "PositionY", suffix)));
-    if (withSize)
-        frame.setSize({defaults_.integerForKey(frameKey(window, "favouriteWidth", suffix)),
-                       defaults_.integerForKey(frameKey(window, "favouriteHeight", suffix))});
+    frame.moveTo(place.x(), place.y());
+    if (withSize) frame.setSize({place.width(), place.height()});
     host_->setPanelFrame(panel, frame);
 }
 
-QRect ViewerPanels::favouriteFrame(const QString& suffix) const {
-    const auto number = [&](const char* key) { return defaults_.integerForKey(plainKey(key, suffix)); };
-    return {number("favouritePositionX"), number("favouritePositionY"), number("favouriteWidth"),
-            number("favouriteHeight")};
+QRect ViewerPanels::favouriteFrame(const PanelLayoutPreferences& layout) {
+    return {layout.viewerX(), layout.viewerY(), layout.viewerWidth(), layout.viewerHeight()};
 }
 
 void ViewerPanels::restoreFavouriteFrame(int narrowest) {
-    const QRect frame = favouriteFrame({});
+    const QRect frame = favouriteFrame(preferences_.panelLayout1);
     if (host_ && !host_->isFullScreen() && frame.width() >= narrowest) host_->setViewerFrame(frame);
 }
 
@@ -152,35 +137,35 @@ void ViewerPanels::bookmarkCurrentViewerSize() {
          {},
          {QStringLiteral("Save As Layout 1"), QStringLiteral("Save As Layout 2"), QStringLiteral("Cancel")},
          AlertStyle::informational});
-    if (answer == Alerts::firstButton) saveLayout({});
-    if (answer == Alerts::secondButton) saveLayout(QStringLiteral("2"));
+    if (answer == Alerts::firstButton) saveLayout(preferences_.panelLayout1);
+    if (answer == Alerts::secondButton) saveLayout(preferences_.panelLayout2);
 }
 
-void ViewerPanels::saveLayout(const QString& suffix) {
+void ViewerPanels::saveLayout(PanelLayoutPreferences& layout) {
     QStringList open;
     for (const PanelNames& names : panelNames)
         if (isVisible(names.panel)) open << QString::fromLatin1(names.layout);
     // An empty list must be told from none saved: it is stored as such.
-    defaults_.set(plainKey("panelsToRestore", suffix), open);
+    layout.panelsToRestore.set(open);
     if (!host_->isFullScreen()) {
         const QRect frame = host_->viewerFrame();
-        defaults_.set(plainKey("favouriteWidth", suffix), frame.width());
-        defaults_.set(plainKey("favouriteHeight", suffix), frame.height());
-        defaults_.set(plainKey("favouritePositionX", suffix), frame.x());
-        defaults_.set(plainKey("favouritePositionY", suffix), frame.y());
+        layout.viewerWidth.set(frame.width());
+        layout.viewerHeight.set(frame.height());
+        layout.viewerX.set(frame.x());
+        layout.viewerY.set(frame.y());
     }
-    saveFrame(ViewerPanel::grading, suffix, false);
-    saveFrame(ViewerPanel::drawing, suffix, false);
-    saveFrame(ViewerPanel::options, suffix, false);
-    saveFrame(ViewerPanel::notes, suffix, true);
-    saveFrame(ViewerPanel::bookmarks, suffix, true);
+    saveFrame(ViewerPanel::grading, layout.grading, false);
+    saveFrame(ViewerPanel::drawing, layout.drawing, false);
+    saveFrame(ViewerPanel::options, layout.options, false);
+    saveFrame(ViewerPanel::notes, layout.notes, true);
+    saveFrame(ViewerPanel::bookmarks, layout.bookmarks, true);
 }
 
 void ViewerPanels::restoreSavedPanelLayout(const Sender& sender) {
     const bool first = sender.title == QLatin1String("Restore Panel Layout 1");
     if (!host_ || (!first && sender.title != QLatin1String("Restore Panel Layout 2"))) return;
-    const QString suffix = first ? QString() : QStringLiteral("2");
-    if (!defaults_.hasStoredValue(plainKey("panelsToRestore", suffix))) {
+    const PanelLayoutPreferences& layout = first ? preferences_.panelLayout1 : preferences_.panelLayout2;
+    if (!layout.panelsToRestore.isStored()) {
         // The two texts differ by one letter; wanted.
         alerts_.show({QStringLiteral("No saved layout"),
                       first
@@ -190,14 +175,14 @@ void ViewerPanels::restoreSavedPanelLayout(const Sender& sender) {
                       AlertStyle::warning});
         return;
     }
-    if (!host_->isFullScreen()) host_->setViewerFrame(favouriteFrame(suffix));
-    restoreFrame(ViewerPanel::grading, suffix, false);
-    restoreFrame(ViewerPanel::drawing, suffix, false);
-    restoreFrame(ViewerPanel::options, suffix, false);
-    restoreFrame(ViewerPanel::notes, suffix, true);
-    restoreFrame(ViewerPanel::bookmarks, suffix, true);
+    if (!host_->isFullScreen()) host_->setViewerFrame(favouriteFrame(layout));
+    restoreFrame(ViewerPanel::grading, layout.grading, false);
+    restoreFrame(ViewerPanel::drawing, layout.drawing, false);
+    restoreFrame(ViewerPanel::options, layout.options, false);
+    restoreFrame(ViewerPanel::notes, layout.notes, true);
+    restoreFrame(ViewerPanel::bookmarks, layout.bookmarks, true);
     // Opens what the list names and closes nothing.
-    for (const QString& name : defaults_.value(plainKey("panelsToRestore", suffix)).toStringList())
+    for (const QString& name : layout.panelsToRestore())
         for (const PanelNames& names : panelNames) {
             if (name == QLatin1String(names.layout)) place(names.panel, true);
         }

@@ -12,7 +12,11 @@
 namespace daylark {
 
 class Alerts;
-class UserDefaults;
+class Preferences;
+struct PanelLayoutPreferences;
+struct PanelPlacePreferences;
+template<class T>
+class Preference;
 
 /// The panels about the viewer, in the order in which layouts list them; the floating controls are part of no
 /// layout.
@@ -43,7 +47,7 @@ public:
 class ViewerPanels : public QObject {
     Q_OBJECT
 public:
-    ViewerPanels(UserDefaults& defaults, Alerts& alerts, QObject* parent = nullptr);
+    ViewerPanels(Preferences& preferences, Alerts& alerts, QObject* parent = nullptr);
     void setHost(PanelHost* host) { host_ = host; } ///< until then everything is hidden and nothing happens
 
     [[nodiscard]] bool isVisible(ViewerPanel panel) const;
@@ -64,8 +68,7 @@ public:
     void closeForFullScreen();
 
     [[nodiscard]] static QString layoutName(ViewerPanel panel); ///< "gradingWindow"
-    [[nodiscard]] static QString
-    restoreKey(ViewerPanel panel); ///< "restoreGradingWindow"; empty for the controls
+    [[nodiscard]] Preference<int>* restorePreference(ViewerPanel panel); ///< null for the controls
 
 Q_SIGNALS:
     /// Drawing mode and buttons follow. `withAll`: as one of all, not by itself or by a layout.
@@ -75,12 +78,12 @@ Q_SIGNALS:
 private:
     enum class Among { few, all };
     void place(ViewerPanel panel, bool visible, Among among = Among::few);
-    [[nodiscard]] QRect favouriteFrame(const QString& suffix) const;
-    void saveLayout(const QString& suffix);
-    void saveFrame(ViewerPanel panel, const QString& suffix, bool withSize);
-    void restoreFrame(ViewerPanel panel, const QString& suffix, bool withSize);
+    [[nodiscard]] static QRect favouriteFrame(const PanelLayoutPreferences& layout);
+    void saveLayout(PanelLayoutPreferences& layout);
+    void saveFrame(ViewerPanel panel, PanelPlacePreferences& place, bool withSize);
+    void restoreFrame(ViewerPanel panel, const PanelPlacePreferences& place, bool withSize);
 
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     Alerts& alerts_;
     PanelHost* host_ = nullptr;
 };

@@ -2,10 +2,10 @@
 
 #include "model/ReviewEdits.h"
 #include "platform/Alerts.h"
-#include "platform/UserDefaults.h"
-#include "viewer/transport/Transport.h"
-#include "viewer/review/ViewerBookmarks.h"
+#include "preferences/Preferences.h"
 #include "viewer/display/ViewerPanels.h"
+#include "viewer/review/ViewerBookmarks.h"
+#include "viewer/transport/Transport.h"
 
 #include <algorithm>
 
@@ -95,7 +95,7 @@ bool hasTexts(const Bookmark& bookmark) {
 DrawingMode::DrawingMode(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , around_(surroundings)
-    , brushColour_(surroundings.defaults.colourForKey(QStringLiteral("brushColour"))) {
+    , brushColour_(surroundings.preferences.brushColour()) {
     setMovie(nullptr);
     resetBrush();
     connect(&around_.panels, &ViewerPanels::panelToggled, this, [this](ViewerPanel panel, bool visible, bool withAll) {
@@ -105,10 +105,10 @@ DrawingMode::DrawingMode(const Surroundings& surroundings, QObject* parent)
     // A run that comes to its end by itself is no action.
     connect(&around_.transport, &Transport::stateChanged, this, &DrawingMode::toggleDisplayDrawings);
     connect(&around_.bookmarks, &ViewerBookmarks::activeDrawingsChanged, this, &DrawingMode::reloadStrokes);
-    connect(&around_.defaults, &UserDefaults::changed, this, [this](const QString& key) {
-        if (key == QLatin1String("displayDrawingsOptions")) toggleDisplayDrawings();
-        if (key == QLatin1String("displayDrawings")) Q_EMIT strokesChanged();
-    });
+    connect(&around_.preferences.displayDrawingsOptions, &PreferenceItem::changed, this,
+            &DrawingMode::toggleDisplayDrawings);
+    connect(&around_.preferences.displayDrawings, &PreferenceItem::changed, this,
+            &DrawingMode::strokesChanged);
 }
 
 void DrawingMode::setMovie(const std::shared_ptr<Movie>& movie) {
@@ -151,16 +151,14 @@ void DrawingMode::setInteractiveModeState(const QString& mode) {
 void DrawingMode::takeTool(bool eraser) {
     brushOn_ = !eraser;
     eraserOn_ = eraser;
-    const UserDefaults& defaults = around_.defaults;
-    currentWidth_ =
-        defaults.doubleForKey(eraser ? QStringLiteral("eraserWidth") : QStringLiteral("brushWidth"));
-    currentOpacity_ =
-        defaults.doubleForKey(eraser ? QStringLiteral("eraserOpacity") : QStringLiteral("brushOpacity"));
+    const Preferences& preferences = around_.preferences;
+    currentWidth_ = eraser ? preferences.eraserWidth() : preferences.brushWidth();
+    currentOpacity_ = eraser ? preferences.eraserOpacity() : preferences.brushOpacity();
 }
 
 void DrawingMode::resetBrush() {
-    currentWidth_ = around_.defaults.doubleForKey(QStringLiteral("brushWidth"));
-    currentOpacity_ = around_.defaults.doubleForKey(QStringLiteral("brushOpacity"));
+    currentWidth_ = around_.preferences.brushWidth();
+    currentOpacity_ = around_.preferences.brushOpacity();
     Q_EMIT modeChanged();
 }
 
@@ -200,7 +198,7 @@ void DrawingMode::setToolWidth(double width) {
         setInteractiveModeState(drawState);
     } else {
         currentWidth_ = width;
-        around_.defaults.set(eraserOn_ ? QStringLiteral("eraserWidth") : QStringLiteral("brushWidth"), width);
+        (eraserOn_ ? around_.preferences.eraserWidth : around_.preferences.brushWidth).set(float(width));
         Q_EMIT modeChanged();
     }
     Q_EMIT viewerWanted();
@@ -212,16 +210,15 @@ void DrawingMode::setToolOpacity(double opacity) {
         setInteractiveModeState(drawState);
     } else {
         currentOpacity_ = opacity;
-        around_.defaults.set(eraserOn_ ? QStringLiteral("eraserOpacity") : QStringLiteral("brushOpacity"),
-                             opacity);
+        (eraserOn_ ? around_.preferences.eraserOpacity : around_.preferences.brushOpacity)
+            .set(float(opacity));
         Q_EMIT modeChanged();
     }
     Q_EMIT viewerWanted();
 }
 
 QColor DrawingMode::brushColour() const {
-    return brushColour_.isValid() ? brushColour_
-                                  : around_.defaults.colourForKey(QStringLiteral("brushColour"));
+    return brushColour_.isValid() ? brushColour_ : around_.preferences.brushColour();
 }
 
 void DrawingMode::setBrushColour(const QColor& colour) {
@@ -235,7 +232,7 @@ void DrawingMode::drawingPanelToggled(bool visible, bool withAll) {
         setInteractiveModeState(offState);
     } else {
         if (brushOn_ || eraserOn_) setInteractiveModeState(drawState);
-        if (!withAll && around_.defaults.boolForKey(QStringLiteral("autoSwitchToDrawingMode"))) {
+        if (!withAll && around_.preferences.autoSwitchToDrawingMode()) {
             takeTool(false);
             setInteractiveModeState(drawState);
         }
@@ -245,29 +242,29 @@ void DrawingMode::drawingPanelToggled(bool visible, bool withAll) {
 }
 
 void DrawingMode::toggleDisplayDrawings() {
-    const QString option = around_.defaults.stringForKey(QStringLiteral("displayDrawingsOptions"));
-    const QString key = QStringLiteral("displayDrawings");
-    if (option == QLatin1String("With Drawing Tools"))
-        around_.defaults.set(key, around_.panels.isVisible(ViewerPanel::drawing));
-    else if (option == QLatin1String("Always"))
-        around_.defaults.set(key, true);
-    else if (option == QLatin1String("Only When Paused"))
-        around_.defaults.set(key, !around_.transport.isRunning());
+    const DrawingsShown option = around_.preferences.displayDrawingsOptions();
+    Preference<bool>& shown = around_.preferences.displayDrawings;
+    if (option == DrawingsShown::withDrawingTools)
+        shown.set(around_.panels.isVisible(ViewerPanel::drawing));
+    else if (option == DrawingsShown::always)
+        shown.set(true);
+    else if (option == DrawingsShown::onlyWhenPaused)
+        shown.set(!around_.transport.isRunning());
 }
 
 bool DrawingMode::drawingsAreShown() const {
-    return around_.defaults.boolForKey(QStringLiteral("displayDrawings"));
+    return around_.preferences.displayDrawings();
 }
 
 void DrawingMode::setDrawingBackground(const QString& title) {
-    around_.defaults.set(QStringLiteral("drawingBackgroundColour"), title);
+    around_.preferences.drawingBackgroundColour.set(valueOfWord<DrawingBackground>(title));
     backgroundChosen_ = true;
     Q_EMIT strokesChanged();
     Q_EMIT viewerWanted();
 }
 
 QString DrawingMode::drawingBackground() const {
-    return around_.defaults.stringForKey(QStringLiteral("drawingBackgroundColour"));
+    return wordOf(around_.preferences.drawingBackgroundColour());
 }
 
 // One left from an earlier run would hide the picture for no reason that can be seen.

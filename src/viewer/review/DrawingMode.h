@@ -18,7 +18,7 @@ namespace daylark {
 class Alerts;
 class ReviewEdits;
 class Transport;
-class UserDefaults;
+class Preferences;
 class ViewerBookmarks;
 class ViewerPanels;
 
@@ -30,7 +30,7 @@ class DrawingMode : public QObject {
     Q_OBJECT
 public:
     struct Surroundings {
-        UserDefaults& defaults;
+        Preferences& preferences;
         Alerts& alerts;
         ReviewEdits& edits;
         Transport& transport;

@@ -4,8 +4,8 @@
 #include "model/ReviewEdits.h"
 #include "model/Session.h"
 #include "platform/Alerts.h"
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "viewer/transport/PlaybackRange.h"
 #include "viewer/transport/TimeDisplay.h"
 #include "viewer/transport/Transport.h"
@@ -57,7 +57,7 @@ private:
 
 ViewerBookmarks::ViewerBookmarks(Player& player, Transport& transport, TimeDisplay& time,
                                  PlaybackRange& range, ReviewEdits& edits, Alerts& alerts,
-                                 UserDefaults& defaults, QObject* parent)
+                                 Preferences& preferences, QObject* parent)
     : QObject(parent)
     , player_(player)
     , transport_(transport)
@@ -65,7 +65,7 @@ ViewerBookmarks::ViewerBookmarks(Player& player, Transport& transport, TimeDispl
     , range_(range)
     , edits_(edits)
     , alerts_(alerts)
-    , defaults_(defaults) {
+    , preferences_(preferences) {
     connect(&player_, &Player::positionChanged, this, &ViewerBookmarks::loadActiveBookmarks);
     connect(&transport_, &Transport::actionDone, this, &ViewerBookmarks::loadActiveBookmarks);
     // Edits by others (the library, a drawing) show here as well.
@@ -126,7 +126,7 @@ void ViewerBookmarks::add(const Drawing* drawing) {
     if (!movie_ || !player_.isOpen()) return;
     const OneAction action(*this);
     const qint64 frame = time_.currentFrameNumber();
-    const qint64 duration = defaults_.integerForKey(QStringLiteral("bookmarkDuration"));
+    const qint64 duration = preferences_.bookmarkDuration();
     const auto bookmark = std::make_shared<Bookmark>(frame, duration, time_.framesPerSecond());
     if (drawing) bookmark->addDrawingToBookmark(*drawing);
     bookmark->firstTC = time_.computeTimecodeFromFrameNumber(frame);

@@ -19,7 +19,7 @@ class Player;
 class ReviewEdits;
 class TimeDisplay;
 class Transport;
-class UserDefaults;
+class Preferences;
 
 /// What the buttons of a bookmark's row are told apart by.
 namespace bookmarkTag {
@@ -37,7 +37,7 @@ public:
     using Bookmarks = std::vector<std::shared_ptr<Bookmark>>;
 
     ViewerBookmarks(Player& player, Transport& transport, TimeDisplay& time, PlaybackRange& range,
-                    ReviewEdits& edits, Alerts& alerts, UserDefaults& defaults, QObject* parent = nullptr);
+                    ReviewEdits& edits, Alerts& alerts, Preferences& preferences, QObject* parent = nullptr);
 
     void setMovie(const std::shared_ptr<Movie>& movie);
     [[nodiscard]] Bookmarks bookmarks() const; ///< in the movie's order, which is the table's
@@ -99,7 +99,7 @@ private:
     PlaybackRange& range_;
     ReviewEdits& edits_;
     Alerts& alerts_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
     Bookmarks active_, copiedBookmarks_;
     QString overlayText_;

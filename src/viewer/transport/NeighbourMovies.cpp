@@ -1,8 +1,8 @@
 #include "viewer/transport/NeighbourMovies.h"
 
 #include "model/Bookmark.h"
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "viewer/review/ViewerList.h"
 
 #include <algorithm>
@@ -12,39 +12,37 @@ namespace daylark {
 
 namespace {
 
-const QString loadFrameKey = QStringLiteral("loadFrame"), currentFrameStart = QStringLiteral("Current Frame");
-
 /// What the start depends on besides the movie's own index, as a text that changes when it does.
-QString startMark(const Movie& movie, const UserDefaults& defaults, const MediaTime& current, bool running) {
-    const QString start = defaults.stringForKey(loadFrameKey);
-    const bool byCurrent = start == currentFrameStart;
+QString startMark(const Movie& movie, const Preferences& preferences, const MediaTime& current,
+                  bool running) {
+    const bool byCurrent = preferences.loadFrame() == StartFrame::current;
     const MediaTime time = byCurrent ? current : movie.mLastFrameVisited;
     return QStringLiteral("%1|%2|%3/%4|%5")
-        .arg(movie.filepathString, start)
+        .arg(movie.filepathString, preferences.loadFrame.text())
         .arg(time.value)
         .arg(time.scale)
         .arg(running);
 }
 
-std::function<qint64(const SampleIndex&)> standingStartOf(const Movie& movie, const UserDefaults& defaults,
+std::function<qint64(const SampleIndex&)> standingStartOf(const Movie& movie, const Preferences& preferences,
                                                           const MediaTime& current, qint64 first) {
-    const QString start = defaults.stringForKey(loadFrameKey);
+    const StartFrame start = preferences.loadFrame();
     const auto at = [](const MediaTime& time) {
         return [time](const SampleIndex& index) { return index.frameAt(time) + 1; };
     };
-    if (start == QLatin1String("First Frame")) return [first](const SampleIndex&) { return first; };
-    if (start == QLatin1String("Second Frame")) return [first](const SampleIndex&) { return first + 1; };
-    if (start == QLatin1String("Middle Frame"))
+    if (start == StartFrame::first) return [first](const SampleIndex&) { return first; };
+    if (start == StartFrame::second) return [first](const SampleIndex&) { return first + 1; };
+    if (start == StartFrame::middle)
         return [](const SampleIndex& index) {
             return index.frameAt({index.endTicks / 2, index.timeScale}) + 1;
         };
-    if (start == currentFrameStart) return at(current);
-    if (start == QLatin1String("Last Visited Frame")) return at(movie.mLastFrameVisited);
-    if (start == QLatin1String("First Bookmark"))
+    if (start == StartFrame::current) return at(current);
+    if (start == StartFrame::lastVisited) return at(movie.mLastFrameVisited);
+    if (start == StartFrame::firstBookmark)
         for (const auto& bookmark : movie.bookmarkStore)
             if (bookmark && !bookmark->mute) {
-                const bool trimmed = defaults.boolForKey(QStringLiteral("trimHandles"));
-                const qint64 tail = trimmed ? defaults.integerForKey(QStringLiteral("handleTail")) : 0;
+                const bool trimmed = preferences.trimHandles();
+                const qint64 tail = trimmed ? preferences.handleTail() : 0;
                 return [tail, frame = qint64(bookmark->firstFrame)](const SampleIndex& index) {
                     return frame > index.count() ? index.count() - tail : frame;
                 };
@@ -54,11 +52,11 @@ std::function<qint64(const SampleIndex&)> standingStartOf(const Movie& movie, co
 
 } // namespace
 
-std::function<qint64(const SampleIndex&)> startFrameOf(const Movie& movie, const UserDefaults& defaults,
+std::function<qint64(const SampleIndex&)> startFrameOf(const Movie& movie, const Preferences& preferences,
                                                        const MediaTime& current, bool running) {
-    const bool trimmed = defaults.boolForKey(QStringLiteral("trimHandles"));
-    const qint64 first = 1 + (trimmed ? defaults.integerForKey(QStringLiteral("handleHead")) : 0);
-    auto standing = standingStartOf(movie, defaults, current, first);
+    const bool trimmed = preferences.trimHandles();
+    const qint64 first = 1 + (trimmed ? preferences.handleHead() : 0);
+    auto standing = standingStartOf(movie, preferences, current, first);
     if (!running) return standing;
     return [standing = std::move(standing), first](const SampleIndex& index) {
         const qint64 frame = standing(index);
@@ -66,12 +64,12 @@ std::function<qint64(const SampleIndex&)> startFrameOf(const Movie& movie, const
     };
 }
 
-NeighbourMovies::NeighbourMovies(Player& player, const ViewerList& list, const UserDefaults& defaults,
+NeighbourMovies::NeighbourMovies(Player& player, const ViewerList& list, const Preferences& preferences,
                                  QObject* parent)
     : QObject(parent)
     , player_(player)
     , list_(list)
-    , defaults_(defaults) {
+    , preferences_(preferences) {
     constexpr int momentMs = 300;
     settle_.setSingleShot(true);
     settle_.setInterval(momentMs);
@@ -81,8 +79,7 @@ NeighbourMovies::NeighbourMovies(Player& player, const ViewerList& list, const U
     connect(&list_, &ViewerList::moviesChanged, this, &NeighbourMovies::refresh, Qt::QueuedConnection);
     connect(&player_, &Player::rateChanged, &settle_, qOverload<>(&QTimer::start));
     connect(&player_, &Player::positionChanged, this, [this] {
-        if (player_.isOpen() && player_.rate() == 0 &&
-            defaults_.stringForKey(loadFrameKey) == currentFrameStart)
+        if (player_.isOpen() && player_.rate() == 0 && preferences_.loadFrame() == StartFrame::current)
             settle_.start();
     });
 }
@@ -98,10 +95,10 @@ void NeighbourMovies::refresh() {
     for (const qsizetype place : places) {
         if (place < 0 || place == list_.selectionIndex() || place >= list_.count()) continue;
         const Movie& movie = *list_.movies()[size_t(place)];
-        const QString mark = startMark(movie, defaults_, current, running);
+        const QString mark = startMark(movie, preferences_, current, running);
         if (marks.contains(mark)) continue;
         marks << mark;
-        wishes.push_back({movie.filepathString, startFrameOf(movie, defaults_, current, running)});
+        wishes.push_back({movie.filepathString, startFrameOf(movie, preferences_, current, running)});
     }
     marks.prepend(list_.selectedMovie() ? list_.selectedMovie()->filepathString : QString());
     if (marks == told_) return;

@@ -11,14 +11,14 @@
 namespace daylark {
 
 class Player;
-class UserDefaults;
+class Preferences;
 class ViewerList;
 
 /// Where a movie will start once it is shown, by the preference "loadFrame" as
 /// `Transport::applyStartPosition` takes it: a frame from 1. The function holds values only. `current`: where
 /// the movie before it stands; `running`: forwards, so that a movie left at its end starts anew.
 [[nodiscard]] std::function<qint64(const SampleIndex&)>
-startFrameOf(const Movie& movie, const UserDefaults& defaults, const MediaTime& current, bool running);
+startFrameOf(const Movie& movie, const Preferences& preferences, const MediaTime& current, bool running);
 
 /// Keeps the player told which movies the person is likely to go to next, and where they will start, so that
 /// their first pictures are ready: the next one of the list, the previous one, and the first where the list
@@ -26,7 +26,7 @@ startFrameOf(const Movie& movie, const UserDefaults& defaults, const MediaTime& 
 class NeighbourMovies : public QObject {
     Q_OBJECT
 public:
-    NeighbourMovies(Player& player, const ViewerList& list, const UserDefaults& defaults,
+    NeighbourMovies(Player& player, const ViewerList& list, const Preferences& preferences,
                     QObject* parent = nullptr);
 
     void refresh(); ///< looks at list, preferences and position again
@@ -35,7 +35,7 @@ public:
 private:
     Player& player_;
     const ViewerList& list_;
-    const UserDefaults& defaults_;
+    const Preferences& preferences_;
     QStringList told_; ///< what the player was told last
     QTimer settle_;    ///< until the position has stood for a moment
 };

@@ -1,28 +1,29 @@
 #include "viewer/transport/PlaybackRange.h"
 
 #include "platform/Alerts.h"
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "viewer/transport/Transport.h"
 
 #include <QScopedValueRollback>
 
 namespace daylark {
 
-PlaybackRange::PlaybackRange(Player& player, Transport& transport, UserDefaults& defaults, Alerts& alerts,
+PlaybackRange::PlaybackRange(Player& player, Transport& transport, Preferences& preferences, Alerts& alerts,
                              QObject* parent)
     : QObject(parent)
     , player_(player)
     , transport_(transport)
-    , defaults_(defaults)
+    , preferences_(preferences)
     , alerts_(alerts) {
-    connect(&defaults_, &UserDefaults::changed, this, [this](const QString& key) {
-        if (storing_ > 0) return;
-        const bool handle = key == QLatin1String("handleHead") || key == QLatin1String("handleTail");
-        // Other handles mean nothing to a bookmark's loop, which so goes on.
-        if ((handle && defaults_.boolForKey(QStringLiteral("trimHandles"))) ||
-            key == QLatin1String("trimHandles"))
-            setPlaybackRange();
+    // Other handles mean nothing to a bookmark's loop, which so goes on.
+    const auto handleChanged = [this] {
+        if (storing_ == 0 && preferences_.trimHandles()) setPlaybackRange();
+    };
+    connect(&preferences_.handleHead, &PreferenceItem::changed, this, handleChanged);
+    connect(&preferences_.handleTail, &PreferenceItem::changed, this, handleChanged);
+    connect(&preferences_.trimHandles, &PreferenceItem::changed, this, [this] {
+        if (storing_ == 0) setPlaybackRange();
     });
 }
 
@@ -36,45 +37,46 @@ qint64 PlaybackRange::frameCount() const {
     return movie_ && player_.isOpen() ? player_.index().count() : 0;
 }
 
-void PlaybackRange::store(const char* key, const QVariant& value) {
+template<class T>
+void PlaybackRange::store(Preference<T>& preference, const T& value) {
     const QScopedValueRollback<int> own(storing_, storing_ + 1);
-    defaults_.set(QLatin1String(key), value);
+    preference.set(value);
 }
 
 void PlaybackRange::markInPoint() {
     if (frameCount() == 0) return;
-    store("handleHead", int(player_.currentFrame() - 1));
-    store("trimHandles", true);
+    store(preferences_.handleHead, int(player_.currentFrame() - 1));
+    store(preferences_.trimHandles, true);
     setPlaybackRange();
 }
 
 void PlaybackRange::markOutPoint() {
     if (frameCount() == 0) return;
-    store("handleTail", int(frameCount() - player_.currentFrame()));
-    store("trimHandles", true);
+    store(preferences_.handleTail, int(frameCount() - player_.currentFrame()));
+    store(preferences_.trimHandles, true);
     setPlaybackRange();
 }
 
 void PlaybackRange::resetHandles() {
-    store("handleHead", defaults_.integerForKey(QStringLiteral("defaultHandleHead")));
-    store("handleTail", defaults_.integerForKey(QStringLiteral("defaultHandleTail")));
+    store(preferences_.handleHead, preferences_.defaultHandleHead());
+    store(preferences_.handleTail, preferences_.defaultHandleTail());
     setPlaybackRange();
 }
 
 void PlaybackRange::toggleTrimHandles() {
-    store("trimHandles", !defaults_.boolForKey(QStringLiteral("trimHandles")));
+    store(preferences_.trimHandles, !preferences_.trimHandles());
     setPlaybackRange();
 }
 
 void PlaybackRange::setPlaybackRange() {
     if (frameCount() == 0) return; // nothing on screen to apply it to; the next movie shown gets it
-    if (!defaults_.boolForKey(QStringLiteral("trimHandles"))) return endLoop();
+    if (!preferences_.trimHandles()) return endLoop();
     Q_EMIT bookmarkLoopsOffNeeded();
-    const qint64 head = defaults_.integerForKey(QStringLiteral("handleHead"));
-    const qint64 tail = defaults_.integerForKey(QStringLiteral("handleTail"));
+    const qint64 head = preferences_.handleHead();
+    const qint64 tail = preferences_.handleTail();
     const qint64 frames = frameCount();
     if (head + tail >= frames) {
-        store("trimHandles", false);
+        store(preferences_.trimHandles, false);
         endLoop();
         return warnOfLongHandles();
     }
@@ -102,7 +104,7 @@ void PlaybackRange::alertDidEnd(int returnCode, const QString& contextInfo) {
     if (returnCode != Alerts::firstButton) {
         resetHandles();
     } else if (contextInfo == QLatin1String("Handles Alert")) {
-        store("trimHandles", false);
+        store(preferences_.trimHandles, false);
         setPlaybackRange();
     }
 }
@@ -125,7 +127,7 @@ void PlaybackRange::loopRange(qint64 first, qint64 last, Bars bars) {
     loopMovie_ = true;
     firstFrameForLoop_ = first;
     lastFrameForLoop_ = last;
-    store("trimHandles", false);
+    store(preferences_.trimHandles, false);
     if (bars == Bars::shown)
         setBars({first, last, frameCount(), true});
     else
@@ -135,7 +137,7 @@ void PlaybackRange::loopRange(qint64 first, qint64 last, Bars bars) {
 void PlaybackRange::moveRange(qint64 first, qint64 last) {
     firstFrameForLoop_ = first;
     lastFrameForLoop_ = last;
-    store("trimHandles", false);
+    store(preferences_.trimHandles, false);
     setBars({first, last, bars_.maxValue, bars_.shown});
 }
 

@@ -12,7 +12,9 @@ namespace daylark {
 class Alerts;
 class Player;
 class Transport;
-class UserDefaults;
+class Preferences;
+template<class T>
+class Preference;
 
 /// The frames that playback keeps to: the movie without its handles while "trimHandles" is on, or one
 /// bookmark. Handles are frame counts in the preferences, the same for every movie. A range is held by a look
@@ -26,7 +28,7 @@ class UserDefaults;
 class PlaybackRange : public QObject {
     Q_OBJECT
 public:
-    PlaybackRange(Player& player, Transport& transport, UserDefaults& defaults, Alerts& alerts,
+    PlaybackRange(Player& player, Transport& transport, Preferences& preferences, Alerts& alerts,
                   QObject* parent = nullptr);
 
     /// The movie on screen (null: none); no range is in force until the next `setPlaybackRange`.
@@ -69,12 +71,13 @@ Q_SIGNALS:
 private:
     void warnOfLongHandles();
     void setBars(const BarState& bars);
-    void store(const char* key, const QVariant& value);
+    template<class T>
+    void store(Preference<T>& preference, const T& value);
     [[nodiscard]] qint64 frameCount() const;
 
     Player& player_;
     Transport& transport_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     Alerts& alerts_;
     std::shared_ptr<Movie> movie_;
     bool loopMovie_ = false;

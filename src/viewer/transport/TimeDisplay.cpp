@@ -1,7 +1,7 @@
 #include "viewer/transport/TimeDisplay.h"
 
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 
 #include <QLocale>
 
@@ -9,10 +9,10 @@
 
 namespace daylark {
 
-TimeDisplay::TimeDisplay(Player& player, UserDefaults& defaults, QObject* parent)
+TimeDisplay::TimeDisplay(Player& player, Preferences& preferences, QObject* parent)
     : QObject(parent)
     , player_(player)
-    , defaults_(defaults) {
+    , preferences_(preferences) {
     connect(&player_, &Player::positionChanged, this, &TimeDisplay::setOverlayInfoDynamic);
     connect(&player_, &Player::frameShown, this, &TimeDisplay::setOverlayInfoDynamic);
 }
@@ -62,9 +62,7 @@ QString TimeDisplay::timecodeWithPrefix() const {
 
 QString TimeDisplay::stripFrameNumber() const {
     if (!movie_ || !player_.isOpen()) return {};
-    constexpr double farthest = 1e15; // the preference may hold anything
-    const double start = defaults_.doubleForKey(QStringLiteral("counterStartFrame"));
-    const qint64 value = (std::abs(start) < farthest ? qint64(start) : 0) - 1 + currentFrameNumber();
+    const qint64 value = qint64(preferences_.counterStartFrame()) - 1 + currentFrameNumber();
     return QString::asprintf("%04lli", static_cast<long long>(value));
 }
 
@@ -80,8 +78,8 @@ QString TimeDisplay::durationText() const {
 
 void TimeDisplay::setFrameCounterToOne() {
     if (!movie_ || !player_.isOpen()) return;
-    defaults_.set(QStringLiteral("counterStartFrame"), qint32(2 - currentFrameNumber()));
-    defaults_.set(QStringLiteral("displayFrameCounter"), true);
+    preferences_.counterStartFrame.set(qint32(2 - currentFrameNumber()));
+    preferences_.displayFrameCounter.set(true);
     setOverlayInfoDynamic();
 }
 
@@ -89,7 +87,7 @@ void TimeDisplay::setOverlayInfoStatic() {
     if (movie_) movie_->durationText = durationText();
     QLocale locale;
     locale.setNumberOptions(QLocale::OmitGroupSeparator);
-    const float rate = framesPerSecond() * defaults_.floatForKey(QStringLiteral("rateMultiplier"));
+    const float rate = framesPerSecond() * float(preferences_.rateMultiplier());
     QString number = locale.toString(double(rate), 'f', 3);
     while (number.endsWith(QLatin1Char('0')))
         number.chop(1);
@@ -108,8 +106,7 @@ void TimeDisplay::setOverlayInfoDynamic() {
         const auto seconds = static_cast<unsigned long>(whole % 60);
         elapsed_ = hours != 0 ? QString::asprintf("%lu:%02lu:%02lu", hours, minutes, seconds)
                               : QString::asprintf("%02lu:%02lu", minutes, seconds);
-        if (defaults_.boolForKey(QStringLiteral("displayTimecode")) ||
-            defaults_.boolForKey(QStringLiteral("displayFrameCounter"))) {
+        if (preferences_.displayTimecode() || preferences_.displayFrameCounter()) {
             counter_ = stripFrameNumber();
             timecode_ = timecodeWithPrefix();
         }

@@ -12,14 +12,14 @@
 namespace daylark {
 
 class Player;
-class UserDefaults;
+class Preferences;
 
 /// Where the viewer is, in the forms that people read: frame number from 1, elapsed time, frame counter, timecode, duration,
 /// rate. Recomputed with every picture shown. Interface thread.
 class TimeDisplay : public QObject {
     Q_OBJECT
 public:
-    TimeDisplay(Player& player, UserDefaults& defaults, QObject* parent = nullptr);
+    TimeDisplay(Player& player, Preferences& preferences, QObject* parent = nullptr);
 
     void setMovie(const std::shared_ptr<Movie>& movie);
     void setTimeCodeData(const std::optional<SmpteTime>& start); ///< the timecode track's start; none: counted from zero
@@ -52,7 +52,7 @@ private:
     [[nodiscard]] QString timecodeWithPrefix() const;
 
     Player& player_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
     std::optional<SmpteTime> start_;
     QString elapsed_, counter_, timecode_, frameRate_;

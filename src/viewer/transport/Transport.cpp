@@ -1,8 +1,8 @@
 #include "viewer/transport/Transport.h"
 
 #include "model/Bookmark.h"
-#include "platform/UserDefaults.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "viewer/review/ViewerList.h"
 
 #include <algorithm>
@@ -10,17 +10,15 @@
 
 namespace daylark {
 
-Transport::Transport(Player& player, ViewerList& list, UserDefaults& defaults, QObject* parent)
+Transport::Transport(Player& player, ViewerList& list, Preferences& preferences, QObject* parent)
     : QObject(parent)
     , player_(player)
     , list_(list)
-    , defaults_(defaults) {
+    , preferences_(preferences) {
     connect(&player_, &Player::didEnd, this, &Transport::movieDidEnd);
     connect(&player_, &Player::rateChanged, this, &Transport::stateChanged);
     connect(&player_, &Player::openFailed, this, [this] { cannotBeShown_ = true; });
-    connect(&defaults_, &UserDefaults::changed, this, [this](const QString& key) {
-        if (key == QLatin1String("volume")) Q_EMIT volumeChanged(volume());
-    });
+    connect(&preferences_.volume, &PreferenceItem::changed, this, [this] { Q_EMIT volumeChanged(volume()); });
 }
 
 void Transport::setMovie(const std::shared_ptr<Movie>& movie) {
@@ -70,7 +68,7 @@ void Transport::run(int direction) {
         if (isRunning()) pauseMovie();
         return;
     }
-    const double multiplier = defaults_.doubleForKey(QStringLiteral("rateMultiplier"));
+    const double multiplier = preferences_.rateMultiplier();
     const bool again = direction > 0 ? forwards_ : backwards_;
     forwards_ = direction > 0;
     backwards_ = !forwards_;
@@ -113,16 +111,16 @@ void Transport::jumpToLastFrame() {
 }
 
 void Transport::goToFirstFrame() {
-    if (defaults_.boolForKey(QStringLiteral("trimHandles")))
-        player_.setCurrentTime(player_.index().timeOf(defaults_.integerForKey(QStringLiteral("handleHead"))));
+    if (preferences_.trimHandles())
+        player_.setCurrentTime(player_.index().timeOf(preferences_.handleHead()));
     else
         player_.gotoBeginning();
     Q_EMIT actionDone();
 }
 
 void Transport::goToLastFrame() {
-    const bool trimmed = defaults_.boolForKey(QStringLiteral("trimHandles"));
-    const qint64 tail = trimmed ? defaults_.integerForKey(QStringLiteral("handleTail")) : 0;
+    const bool trimmed = preferences_.trimHandles();
+    const qint64 tail = trimmed ? preferences_.handleTail() : 0;
     player_.setCurrentTime(player_.index().timeOf(movieFrameCount() - 1 - tail));
     Q_EMIT actionDone();
 }
@@ -142,10 +140,9 @@ void Transport::displayPreviousMovie() {
 }
 
 void Transport::setRateMultiplier(const Sender& sender) {
-    const QString key = QStringLiteral("rateMultiplier");
     if (sender.title == QLatin1String("Reset")) {
-        defaults_.set(key, 1.0);
-        const float multiplier = defaults_.floatForKey(key);
+        preferences_.rateMultiplier.set(1.0);
+        const float multiplier = float(preferences_.rateMultiplier());
         if (player_.rate() > 0)
             player_.setRate(multiplier);
         else if (player_.rate() < 0)
@@ -153,30 +150,31 @@ void Transport::setRateMultiplier(const Sender& sender) {
     } else {
         // A run backwards keeps its rate until the next play command; wanted.
         if (player_.rate() > 0) player_.setRate(0);
-        if (forwards_) player_.setRate(defaults_.floatForKey(key));
+        if (forwards_) player_.setRate(float(preferences_.rateMultiplier()));
     }
     Q_EMIT stateChanged();
 }
 
 // "One Shot" and "Ping-Pong" are not stored here: the control that offers them writes the preference itself.
 void Transport::setRepeatMode(const Sender& sender) {
-    for (const char* title : {"Loop Movie", "Play Movie Once", "Play Playlist Once", "Loop Playlist"})
-        if (sender.title == QLatin1String(title)) defaults_.set(QStringLiteral("repeatType"), sender.title);
+    const RepeatMode mode = valueOfWord<RepeatMode>(sender.title);
+    if (mode != RepeatMode::oneShot && mode != RepeatMode::pingPong && mode != RepeatMode::none)
+        preferences_.repeatType.set(mode);
     setQTAttributes();
 }
 
 void Transport::setQTAttributes() {
-    player_.setLoops(defaults_.stringForKey(QStringLiteral("repeatType")) == QLatin1String("Loop Movie"));
+    player_.setLoops(preferences_.repeatType() == RepeatMode::loopMovie);
     player_.setVolume(volume());
 }
 
 float Transport::volume() const {
-    return defaults_.floatForKey(QStringLiteral("volume"));
+    return preferences_.volume();
 }
 
 void Transport::setVolume(float volume) {
     player_.setVolume(volume);
-    defaults_.set(QStringLiteral("volume"), volume);
+    preferences_.volume.set(volume);
 }
 
 void Transport::setSliderTime(double sliderValue) {
@@ -198,22 +196,21 @@ void Transport::goToFrame(qint64 frame, double fraction) {
 
 void Transport::applyStartPosition(const MediaTime& previousMovieTime) {
     if (!movie_ || !player_.isOpen()) return;
-    const QString start = startAtFirstFrame_ ? QStringLiteral("First Frame")
-                                             : defaults_.stringForKey(QStringLiteral("loadFrame"));
+    const StartFrame start = startAtFirstFrame_ ? StartFrame::first : preferences_.loadFrame();
     startAtFirstFrame_ = false;
-    if (start == QLatin1String("First Frame")) {
+    if (start == StartFrame::first) {
         goToFirstFrame();
-    } else if (start == QLatin1String("Second Frame")) {
+    } else if (start == StartFrame::second) {
         goToFirstFrame();
         player_.stepForward();
-    } else if (start == QLatin1String("Middle Frame")) {
+    } else if (start == StartFrame::middle) {
         const MediaTime duration = player_.duration();
         player_.setCurrentTime({duration.value / 2, duration.scale});
-    } else if (start == QLatin1String("Current Frame")) {
+    } else if (start == StartFrame::current) {
         player_.setCurrentTime(previousMovieTime);
-    } else if (start == QLatin1String("Last Visited Frame")) {
+    } else if (start == StartFrame::lastVisited) {
         player_.setCurrentTime(movie_->mLastFrameVisited);
-    } else if (start == QLatin1String("First Bookmark")) {
+    } else if (start == StartFrame::firstBookmark) {
         const auto& bookmarks = movie_->bookmarkStore;
         const auto first = std::find_if(bookmarks.begin(), bookmarks.end(),
                                         [](const auto& bookmark) { return bookmark && !bookmark->mute; });
@@ -238,28 +235,27 @@ void Transport::resumeAfterMovieChange() {
 }
 
 void Transport::movieDidEnd() {
-    const QString repeatType = defaults_.stringForKey(QStringLiteral("repeatType"));
+    const RepeatMode repeatType = preferences_.repeatType();
     // From time zero although handles are trimmed: the hold on the range brings it in at its next look.
     // Wanted.
-    if (defaults_.boolForKey(QStringLiteral("trimHandles")) && repeatType == QLatin1String("Loop Movie") &&
-        forwards_) {
+    if (preferences_.trimHandles() && repeatType == RepeatMode::loopMovie && forwards_) {
         player_.setCurrentTime({0, 1});
-        player_.setRate(defaults_.floatForKey(QStringLiteral("rateMultiplier")));
+        player_.setRate(float(preferences_.rateMultiplier()));
     }
-    if (repeatType == QLatin1String("Play Movie Once")) {
+    if (repeatType == RepeatMode::playMovieOnce) {
         forwards_ = false; // only this flag; wanted
         Q_EMIT stateChanged();
-    } else if (repeatType == QLatin1String("Play Playlist Once")) {
+    } else if (repeatType == RepeatMode::playPlaylistOnce) {
         if (list_.findNextMovie() < 0)
             playPauseMovie();
         else
             displayNextMovie();
-    } else if (repeatType == QLatin1String("Loop Playlist")) {
+    } else if (repeatType == RepeatMode::loopPlaylist) {
         if (list_.findNextMovie() >= 0)
             displayNextMovie();
         else
             wrapToFirstMovie();
-    } else if (repeatType == QLatin1String("One Shot") || repeatType == QLatin1String("Ping-Pong")) {
+    } else if (repeatType == RepeatMode::oneShot || repeatType == RepeatMode::pingPong) {
         playerItemDidReachEnd();
     }
 }
@@ -287,24 +283,24 @@ void Transport::wrapToFirstMovie() {
 void Transport::runAtMultiplier(int direction) {
     forwards_ = direction > 0;
     backwards_ = !forwards_;
-    player_.setRate(float(direction) * defaults_.floatForKey(QStringLiteral("rateMultiplier")));
+    player_.setRate(float(direction) * float(preferences_.rateMultiplier()));
     Q_EMIT stateChanged();
 }
 
 void Transport::playerItemDidReachEnd() {
     if (!isRunning()) return;
-    const QString repeatType = defaults_.stringForKey(QStringLiteral("repeatType"));
+    const RepeatMode repeatType = preferences_.repeatType();
     const bool wasForwards = forwards_;
     const MediaTime& otherEnd = wasForwards ? startTime_ : endTime_;
-    if (repeatType == QLatin1String("One Shot")) {
+    if (repeatType == RepeatMode::oneShot) {
         movieReachedEnd_ = true;
         reset();
-    } else if (repeatType == QLatin1String("Ping-Pong")) {
+    } else if (repeatType == RepeatMode::pingPong) {
         runAtMultiplier(wasForwards ? -1 : 1);
-    } else if (repeatType == QLatin1String("Loop Movie")) {
+    } else if (repeatType == RepeatMode::loopMovie) {
         player_.setCurrentTime(otherEnd);
         runAtMultiplier(wasForwards ? 1 : -1);
-    } else if (repeatType == QLatin1String("Loop Playlist")) {
+    } else if (repeatType == RepeatMode::loopPlaylist) {
         movieReachedEnd_ = true;
         reset();
         if (wasForwards && list_.selectionIndex() + 1 >= list_.count()) return;

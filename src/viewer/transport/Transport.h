@@ -10,7 +10,7 @@
 namespace daylark {
 
 class Player;
-class UserDefaults;
+class Preferences;
 class ViewerList;
 
 /// Play, pause, step, first, last, next and previous movie, repeat modes, speed and volume of the viewer. At most one of the
@@ -18,7 +18,7 @@ class ViewerList;
 class Transport : public QObject {
     Q_OBJECT
 public:
-    Transport(Player& player, ViewerList& list, UserDefaults& defaults, QObject* parent = nullptr);
+    Transport(Player& player, ViewerList& list, Preferences& preferences, QObject* parent = nullptr);
 
     void playPauseMovie();
     void pauseMovie();
@@ -74,7 +74,7 @@ private:
 
     Player& player_;
     ViewerList& list_;
-    UserDefaults& defaults_;
+    Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
     bool forwards_ = false, backwards_ = false;
     bool cannotBeShown_ = false;    ///< the movie's file is missing or cannot be read

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace daylark {
+
+class Preferences;
+
+/// What start-up does with the stored preferences, in order: correct what older versions wrote, check where
+/// movies start, force the values that every start resets, take over the default handles. Interface thread,
+/// once, before anything reads them.
+void correctAtStart(Preferences& preferences);
+
+} // namespace daylark
