@@ -247,8 +247,8 @@ TEST_F(DrawingTest, TheHeadlessToolDrawsTheSameArea) {
     const QString session = folder.filePath(QStringLiteral("day.dls")),
                   still = folder.filePath(QStringLiteral("still.png"));
     const std::map<QString, QString> overrides{{QStringLiteral("mirrorY"), QStringLiteral("1")},
-                                                 {QStringLiteral("showMask"), QStringLiteral("1")},
-                                                 {QStringLiteral("movieMaskOpacity"), QStringLiteral("0.5")}};
+                                               {QStringLiteral("showMask"), QStringLiteral("1")},
+                                               {QStringLiteral("movieMaskOpacity"), QStringLiteral("0.5")}};
     QStringList more;
     for (const auto& [key, value] : overrides) {
         preferences.find(key)->store(value);

@@ -407,10 +407,12 @@ void ViewerWindow::showReadOuts() {
     readOuts.numbers = theme::numberFont();
     readOuts.text = theme::text;
     readOuts.dimText = theme::dimText;
-    if (shown(preferences.displayFrameCounter)) readOuts.counter = controller_.time().currentFrameNumberForDisplay();
+    if (shown(preferences.displayFrameCounter))
+        readOuts.counter = controller_.time().currentFrameNumberForDisplay();
     if (shown(preferences.displayFilename)) readOuts.filename = movie->filenameString;
     const bool fixed = preferences.timecodeDisplayType() == TimecodePlace::fixed;
-    if (shown(preferences.displayTimecode) && fixed) readOuts.timecode = controller_.time().currentTimeCodeForDisplay();
+    if (shown(preferences.displayTimecode) && fixed)
+        readOuts.timecode = controller_.time().currentTimeCodeForDisplay();
     if (shown(preferences.displayBookmarkText))
         readOuts.overlayText = controller_.bookmarks().overlayTextData().trimmed();
     readOuts.overlayColour = controller_.onscreenTextColour();

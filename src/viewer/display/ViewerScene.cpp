@@ -61,8 +61,8 @@ void ViewerScene::setReadOuts(const ReadOuts& readOuts) {
 void ViewerScene::showDrawing() {
     const DrawingCanvas& canvas = parts_.drawings.canvas();
     const bool shown = parts_.visibility.drawingsAreShown();
-    const auto background = sceneBackgroundOf(
-        parts_.visibility.shownBackground(canvas.currentStrokesDictionary().hasStrokes()));
+    const auto background =
+        sceneBackgroundOf(parts_.visibility.shownBackground(canvas.currentStrokesDictionary().hasStrokes()));
     if (shown == bool(scene_.drawing) && background == scene_.background) return;
     scene_.background = background;
     // Points to what is drawn on, which outlives this.

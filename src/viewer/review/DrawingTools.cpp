@@ -109,7 +109,8 @@ void DrawingTools::setToolWidth(double width) {
 }
 
 void DrawingTools::setToolOpacity(double opacity) {
-    setToolValue(currentOpacity_, opacity, eraserOn_ ? preferences_.eraserOpacity : preferences_.brushOpacity);
+    setToolValue(currentOpacity_, opacity,
+                 eraserOn_ ? preferences_.eraserOpacity : preferences_.brushOpacity);
 }
 
 QColor DrawingTools::brushColour() const {

@@ -52,7 +52,7 @@ QString DrawingVisibility::drawingBackground() const {
 // One left from an earlier run would hide the picture for no reason that can be seen.
 DrawingBackground DrawingVisibility::shownBackground(bool hasStrokes) const {
     return backgroundChosen_ || (hasStrokes && drawingsAreShown()) ? preferences_.drawingBackgroundColour()
-                                                                  : DrawingBackground::picture;
+                                                                   : DrawingBackground::picture;
 }
 
 } // namespace daylark

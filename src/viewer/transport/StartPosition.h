@@ -20,7 +20,8 @@ class StartPosition {
 public:
     /// `current`: where the movie before it stands.
     StartPosition(const Movie& movie, const Preferences& preferences, const MediaTime& current);
-    [[nodiscard]] static StartPosition atFirstFrame(const Preferences& preferences); ///< whatever is preferred
+    [[nodiscard]] static StartPosition
+    atFirstFrame(const Preferences& preferences); ///< whatever is preferred
 
     /// None: it stays where loading put it.
     [[nodiscard]] std::optional<MediaTime> timeIn(const SampleIndex& index) const;
