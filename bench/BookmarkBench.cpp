@@ -27,11 +27,8 @@ std::vector<std::shared_ptr<Bookmark>> bookmarksOver(int frames, int count) {
         made.push_back(std::make_shared<Bookmark>(1 + at % frames, 1 + at % 24, 24.0F));
         made.back()->overlayString = QStringLiteral("text %1").arg(at);
         if (at % 10 == 0) {
-            made.back()->drawings.strokesArray.assign(3, std::vector<QPointF>(40, QPointF(1, 2)));
-            made.back()->drawings.brushTypeArray.assign(3, 1);
-            made.back()->drawings.colourArray.assign(3, QColor(Qt::red));
-            made.back()->drawings.widthArray.assign(3, 4.0);
-            made.back()->drawings.opacityArray.assign(3, 1.0);
+            made.back()->drawings.strokes.assign(
+                3, {std::vector<QPointF>(40, QPointF(1, 2)), 1, Qt::red, 4.0, 1.0});
         }
     }
     return made;

@@ -2,8 +2,8 @@
 
 #include "picture/PicturePlanes.h"
 #include "picture/PictureRenderer.h"
-#include "ui/picture/GlPictureContext.h"
-#include "ui/picture/GlPictureRenderer.h"
+#include "picture/gl/GlPictureContext.h"
+#include "picture/gl/GlPictureRenderer.h"
 
 #include <QElapsedTimer>
 

@@ -3,7 +3,7 @@
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
 #include "support/PlayerBench.h"
-#include "ui/picture/DrawingOverlay.h"
+#include "ui/picture/PicturePointer.h"
 #include "ui/picture/PictureView.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -51,11 +51,9 @@ std::vector<QPointF> curl(int number, const QSizeF& size) {
 Drawing drawingOf(int strokes, const QSizeF& movie) {
     Drawing drawing;
     for (int i = 0; i < strokes; ++i) {
-        drawing.strokesArray.push_back(curl(i, movie));
-        drawing.brushTypeArray.push_back(i % 10 == 9 ? 0 : 1);
-        drawing.colourArray.push_back(QColor::fromHsv(i * 37 % 360, 200, 255));
-        drawing.widthArray.push_back(movie.height() / 270);
-        drawing.opacityArray.push_back(i % 3 ? 1.0 : 0.5);
+        drawing.strokes.push_back({curl(i, movie), i % 10 == 9 ? 0 : 1,
+                                   QColor::fromHsv(i * 37 % 360, 200, 255), movie.height() / 270,
+                                   i % 3 ? 1.0 : 0.5});
     }
     return drawing;
 }
@@ -70,9 +68,8 @@ public:
         view_.resize(paintArea);
         view_.show();
         movie_ = std::make_shared<Movie>(bench::movie({.frames = 12}));
-        new DrawingOverlay(controller_, view_);
-        QObject::connect(&player_, &Player::frameShown, &view_,
-                         [this](const VideoFrame& frame) { view_.setFrame(frame); });
+        new PicturePointer(controller_, view_);
+        view_.follow(controller_.scene());
         controller_.open({movie_}, 0);
         bench::waitUntil([this] { return player_.isOpen() && player_.pictureIsCurrent(); });
         size_ = player_.shownFrame().displaySize();
@@ -82,8 +79,8 @@ public:
     /// Median and longest, of the events of one stroke, with so many strokes standing.
     std::pair<double, double> penEvents(int strokes, const char* tool) {
         load(strokes);
-        controller_.drawing().setInteractiveModeState(QStringLiteral("off"));
-        controller_.drawing().chooseInteractiveTool({QLatin1String(tool)});
+        controller_.drawingTools().setInteractiveModeState(QStringLiteral("off"));
+        controller_.drawingTools().chooseInteractiveTool({QLatin1String(tool)});
         std::vector<double> times;
         const std::vector<QPointF> path = curl(7, paintArea);
         send(QEvent::MouseButtonPress, path.front());
@@ -137,7 +134,7 @@ private:
         bookmark->drawings = drawingOf(strokes, size_);
         movie_->bookmarkStore = {bookmark};
         controller_.bookmarks().loadActiveBookmarks();
-        const size_t shown = controller_.drawing().canvas().currentStrokesDictionary().strokesArray.size();
+        const size_t shown = controller_.drawings().canvas().currentStrokesDictionary().strokes.size();
         if (shown != size_t(strokes)) std::printf("only %zu strokes are shown\n", shown);
     }
     void send(QEvent::Type type, const QPointF& at) {

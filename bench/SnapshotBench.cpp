@@ -26,14 +26,10 @@ std::shared_ptr<Bookmark> benchBookmark(int number) {
     bookmark->computeTimecodeWithOffset();
     bookmark->overlayString = QStringLiteral("bookmark %1").arg(number);
     for (int stroke = 0; number % 10 == 0 && stroke < 3; ++stroke) {
-        Drawing& drawing = bookmark->drawings;
-        drawing.strokesArray.emplace_back();
+        Stroke made{{}, 1, Qt::yellow, 10, 1};
         for (int point = 0; point < 40; ++point)
-            drawing.strokesArray.back().emplace_back(point * 3.25, number % 1000 + point);
-        drawing.brushTypeArray.push_back(1);
-        drawing.colourArray.emplace_back(Qt::yellow);
-        drawing.widthArray.push_back(10);
-        drawing.opacityArray.push_back(1);
+            made.points.emplace_back(point * 3.25, number % 1000 + point);
+        bookmark->drawings.strokes.push_back(made);
     }
     return bookmark;
 }

@@ -308,13 +308,12 @@ void Review::drawAndGrade() {
     robot_.drag(onPicture(0.45, 0.65), onPicture(0.65, 0.3));
     check(robot_.waitFor([&] {
         return !firstMovie().bookmarkStore.empty() &&
-               firstMovie().bookmarkStore.front()->drawings.strokesArray.size() == 2;
+               firstMovie().bookmarkStore.front()->drawings.strokes.size() == 2;
     }),
           QStringLiteral("two strokes lie on the bookmark"));
     robot_.key(QStringLiteral("ctrl+z"));
-    check(
-        robot_.waitFor([&] { return firstMovie().bookmarkStore.front()->drawings.strokesArray.size() == 1; }),
-        QStringLiteral("Ctrl+Z takes one back"));
+    check(robot_.waitFor([&] { return firstMovie().bookmarkStore.front()->drawings.strokes.size() == 1; }),
+          QStringLiteral("Ctrl+Z takes one back"));
     robot_.key(QStringLiteral("c"));
     const auto* grading = viewer().findChild<GradingPanel*>();
     check(robot_.waitFor([&] { return grading && grading->isVisible(); }),

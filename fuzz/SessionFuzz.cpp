@@ -58,11 +58,7 @@ std::shared_ptr<Movie> seedMovie() {
     movie->notes = notes;
     auto bookmark = std::make_shared<Bookmark>(10, 24, 25.0F);
     Drawing drawing;
-    drawing.strokesArray = {{QPointF(1, 2), QPointF(3.5, -4)}};
-    drawing.brushTypeArray = {1};
-    drawing.colourArray = {QColor(Qt::yellow)};
-    drawing.widthArray = {10};
-    drawing.opacityArray = {1};
+    drawing.strokes = {{{QPointF(1, 2), QPointF(3.5, -4)}, 1, Qt::yellow, 10, 1}};
     bookmark->drawings = drawing;
     movie->bookmarkStore.push_back(bookmark);
     movie->mMovieBookmarkArray.push_back(

@@ -1,6 +1,16 @@
 #include "annotate/DrawingCanvas.h"
 
+#include <algorithm>
+
 namespace daylark {
+
+Drawing eachStrokeOnce(const Drawing& drawing) {
+    Drawing once;
+    for (const Stroke& stroke : drawing.strokes)
+        if (std::find(once.strokes.begin(), once.strokes.end(), stroke) == once.strokes.end())
+            once.strokes.push_back(stroke);
+    return once;
+}
 
 QPointF PictureMapping::toMovie(const QPointF& area) const {
     if (!isValid()) return {};
@@ -25,29 +35,18 @@ void DrawingCanvas::setStrokes(const Drawing& drawing) {
 
 void DrawingCanvas::clearViewOfStrokes() {
     drawing_ = false;
-    strokes_.strokesArray.clear();
+    strokes_.strokes.clear();
 }
 
-// The lists are parallel; what stands in the others beyond the strokes (after `clearViewOfStrokes`, or in a
-// drawing made elsewhere) must not become this stroke's.
 void DrawingCanvas::beginStroke(const QPointF& point, Brush type, const QColor& colour, double width,
                                 double opacity) {
-    const size_t count = strokes_.strokesArray.size();
-    strokes_.brushTypeArray.resize(count, int(DrawingCanvas::brush));
-    strokes_.colourArray.resize(count);
-    strokes_.widthArray.resize(count, 1);
-    strokes_.opacityArray.resize(count, 1);
-    strokes_.strokesArray.push_back({point});
-    strokes_.brushTypeArray.push_back(type);
-    strokes_.colourArray.push_back(colour);
-    strokes_.widthArray.push_back(width);
-    strokes_.opacityArray.push_back(opacity);
+    strokes_.strokes.push_back({{point}, int(type), colour, width, opacity});
     strokes_.hasKeys = true;
     drawing_ = true;
 }
 
 void DrawingCanvas::continueStroke(const QPointF& point) {
-    if (drawing_) strokes_.strokesArray.back().push_back(point);
+    if (drawing_) strokes_.strokes.back().points.push_back(point);
 }
 
 void DrawingCanvas::endStroke(const QPointF& point) {

@@ -28,6 +28,10 @@ struct PictureMapping {
     bool operator==(const PictureMapping&) const = default;
 };
 
+/// A stroke is stored on every bookmark that covers its frame. Where they are shown together it is shown
+/// once, or each stroke drawn there would double all.
+[[nodiscard]] Drawing eachStrokeOnce(const Drawing& drawing);
+
 /// The strokes being shown and the one being drawn. Records polylines in the movie's pixels; knows no widget
 /// and paints nothing (see `StrokeLayer`). Owned by the viewer's drawing mode; interface thread.
 class DrawingCanvas {
@@ -35,7 +39,6 @@ public:
     enum Brush { eraser = 0, brush = 1 };
 
     void setStrokes(const Drawing& drawing); ///< shows another drawing; ends a stroke in progress
-    /// Empties the strokes only: the other lists keep their entries, which draws nothing. Wanted.
     void clearViewOfStrokes();
     [[nodiscard]] const Drawing& currentStrokesDictionary() const { return strokes_; }
 
@@ -45,7 +48,7 @@ public:
     void endStroke(const QPointF& point);
     [[nodiscard]] bool isDrawing() const { return drawing_; }
     /// How many strokes stand finished: all but the one in progress.
-    [[nodiscard]] size_t finishedCount() const { return strokes_.strokesArray.size() - (drawing_ ? 1 : 0); }
+    [[nodiscard]] size_t finishedCount() const { return strokes_.strokes.size() - (drawing_ ? 1 : 0); }
 
 private:
     Drawing strokes_;

@@ -21,14 +21,8 @@ constexpr double gentleTurn = 0.94; ///< cosine of the turn up to which a mitred
 constexpr int bandHeight = 160;     ///< pixels that one thread paints at a time
 constexpr size_t pointsWorthThreads = 4000;
 
-template<class T>
-T entryOr(const std::vector<T>& list, size_t index, const T& missing) {
-    return index < list.size() ? list[index] : missing;
-}
-
-QColor strokeColour(const Drawing& drawing, size_t stroke) {
-    const QColor colour = entryOr(drawing.colourArray, stroke, QColor());
-    return colour.isValid() ? colour : QColor(Qt::black);
+QColor strokeColour(const Stroke& stroke) {
+    return stroke.colour.isValid() ? stroke.colour : QColor(Qt::black);
 }
 
 // Round joints cost four times as much as mitred ones; see `pathOf`.
@@ -36,28 +30,17 @@ QPen strokePen(const QColor& colour, double width) {
     return {colour, width, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin};
 }
 
-double strokeWidth(const Drawing& drawing, size_t stroke, const PictureMapping& mapping) {
-    return entryOr(drawing.widthArray, stroke, 1.0) * mapping.scale();
+double strokeWidth(const Stroke& stroke, const PictureMapping& mapping) {
+    return stroke.width * mapping.scale();
 }
 
-bool erases(const Drawing& drawing, size_t stroke) {
-    return entryOr(drawing.brushTypeArray, stroke, int(DrawingCanvas::brush)) == DrawingCanvas::eraser;
-}
-
-double opacityOf(const Drawing& drawing, size_t stroke) {
-    return std::clamp(entryOr(drawing.opacityArray, stroke, 1.0), 0.0, 1.0);
-}
-
-bool isSameStroke(const Drawing& a, const Drawing& b, size_t stroke) {
-    return erases(a, stroke) == erases(b, stroke) && opacityOf(a, stroke) == opacityOf(b, stroke) &&
-           entryOr(a.widthArray, stroke, 1.0) == entryOr(b.widthArray, stroke, 1.0) &&
-           strokeColour(a, stroke) == strokeColour(b, stroke) &&
-           a.strokesArray[stroke] == b.strokesArray[stroke];
+double opacityOf(const Stroke& stroke) {
+    return std::clamp(stroke.opacity, 0.0, 1.0);
 }
 
 /// Where a stroke's ink lies, area points.
-QRectF strokeBounds(const Drawing& drawing, size_t stroke, const PictureMapping& mapping) {
-    const std::vector<QPointF>& points = drawing.strokesArray[stroke];
+QRectF strokeBounds(const Stroke& stroke, const PictureMapping& mapping) {
+    const std::vector<QPointF>& points = stroke.points;
     if (points.size() < 2) return {};
     double left = points[0].x(), right = left, low = points[0].y(), high = low;
     for (const QPointF& point : points) {
@@ -66,7 +49,7 @@ QRectF strokeBounds(const Drawing& drawing, size_t stroke, const PictureMapping&
         low = std::min(low, point.y());
         high = std::max(high, point.y());
     }
-    const double reach = strokeWidth(drawing, stroke, mapping) + 2; // a mitre reaches further than a cap
+    const double reach = strokeWidth(stroke, mapping) + 2; // a mitre reaches further than a cap
     return QRectF(mapping.toArea({left, low}), mapping.toArea({right, high}))
         .normalized()
         .adjusted(-reach, -reach, reach, reach);
@@ -121,19 +104,18 @@ void paintStrokes(QPainter& layer, const Drawing& drawing, const PictureMapping&
     if (!mapping.isValid()) return;
     layer.save();
     layer.setRenderHint(QPainter::Antialiasing);
-    const size_t end = std::min(selection.end, drawing.strokesArray.size());
-    for (size_t stroke = selection.first; stroke < end; ++stroke) {
-        if (drawing.strokesArray[stroke].size() < 2) continue;
-        if (!selection.part.isNull() && !strokeBounds(drawing, stroke, mapping).intersects(selection.part))
-            continue;
-        QColor colour = strokeColour(drawing, stroke);
+    const size_t end = std::min(selection.end, drawing.strokes.size());
+    for (size_t at = selection.first; at < end; ++at) {
+        const Stroke& stroke = drawing.strokes[at];
+        if (stroke.points.size() < 2) continue;
+        if (!selection.part.isNull() && !strokeBounds(stroke, mapping).intersects(selection.part)) continue;
+        QColor colour = strokeColour(stroke);
         // An eraser clears whatever its opacity; wanted.
-        const bool clears = erases(drawing, stroke);
+        const bool clears = stroke.erases();
         layer.setCompositionMode(clears ? QPainter::CompositionMode_Clear
                                         : QPainter::CompositionMode_SourceOver);
-        colour.setAlphaF(float(clears ? 1.0 : opacityOf(drawing, stroke)));
-        layer.strokePath(pathOf(drawing.strokesArray[stroke], mapping),
-                         strokePen(colour, strokeWidth(drawing, stroke, mapping)));
+        colour.setAlphaF(float(clears ? 1.0 : opacityOf(stroke)));
+        layer.strokePath(pathOf(stroke.points, mapping), strokePen(colour, strokeWidth(stroke, mapping)));
     }
     layer.restore();
 }
@@ -145,9 +127,9 @@ QRect StrokeLayer::toPixels(const QRectF& part) const {
 void StrokeLayer::paintBands(const QRect& pixels, const StrokeSelection& selection, bool clear) {
     if (pixels.isEmpty()) return;
     size_t points = 0;
-    const size_t end = std::min(selection.end, painted_.strokesArray.size());
+    const size_t end = std::min(selection.end, painted_.strokes.size());
     for (size_t stroke = selection.first; stroke < end; ++stroke)
-        points += painted_.strokesArray[stroke].size();
+        points += painted_.strokes[stroke].points.size();
     const int height = points < pointsWorthThreads ? pixels.height() : bandHeight;
     const int count = (pixels.height() + height - 1) / height;
     uchar* const bits = finished_.bits(); // no band detaches
@@ -224,8 +206,8 @@ QRectF StrokeLayer::update(const DrawingCanvas& canvas, const PictureMapping& ma
             painted_ = {};
         }
     }
-    if (compare_ || painted_.strokesArray.size() > canvas.finishedCount()) changed |= takeBack(canvas);
-    if (painted_.strokesArray.size() < canvas.finishedCount()) changed |= finish(canvas);
+    if (compare_ || painted_.strokes.size() > canvas.finishedCount()) changed |= takeBack(canvas);
+    if (painted_.strokes.size() < canvas.finishedCount()) changed |= finish(canvas);
     return (canvas.isDrawing() ? changed | growStroke(canvas) : changed) & whole;
 }
 
@@ -252,39 +234,29 @@ void StrokeLayer::moveBy(const QPoint& pixels) {
 QRectF StrokeLayer::takeBack(const DrawingCanvas& canvas) {
     compare_ = false;
     const Drawing& drawing = canvas.currentStrokesDictionary();
-    const size_t painted = painted_.strokesArray.size();
+    const size_t painted = painted_.strokes.size();
     const size_t most = std::min(painted, canvas.finishedCount());
     size_t same = 0;
-    while (same < most && isSameStroke(painted_, drawing, same))
+    while (same < most && painted_.strokes[same] == drawing.strokes[same])
         ++same;
     QRectF gone;
     for (size_t stroke = same; stroke < painted; ++stroke)
-        gone |= strokeBounds(painted_, stroke, mapping_);
-    while (painted_.strokesArray.size() > same)
-        painted_.strokesArray.pop_back();
+        gone |= strokeBounds(painted_.strokes[stroke], mapping_);
+    while (painted_.strokes.size() > same)
+        painted_.strokes.pop_back();
     paintAnew(toPixels(gone));
     return gone;
 }
 
 QRectF StrokeLayer::finish(const DrawingCanvas& canvas) {
     const Drawing& drawing = canvas.currentStrokesDictionary();
-    const size_t first = painted_.strokesArray.size(), end = canvas.finishedCount();
+    const size_t first = painted_.strokes.size(), end = canvas.finishedCount();
     QRectF changed = grown_;
     forgetGrowing();
     for (size_t stroke = first; stroke < end; ++stroke) {
-        changed |= strokeBounds(drawing, stroke, mapping_);
-        painted_.strokesArray.push_back(drawing.strokesArray[stroke]);
+        changed |= strokeBounds(drawing.strokes[stroke], mapping_);
+        painted_.strokes.push_back(drawing.strokes[stroke]);
     }
-    const auto take = [first, end](auto& list, const auto& from, const auto& missing) {
-        list.resize(std::min(first, list.size()));
-        list.resize(first, missing);
-        for (size_t stroke = first; stroke < end; ++stroke)
-            list.push_back(entryOr(from, stroke, missing));
-    };
-    take(painted_.brushTypeArray, drawing.brushTypeArray, int(DrawingCanvas::brush));
-    take(painted_.colourArray, drawing.colourArray, QColor());
-    take(painted_.widthArray, drawing.widthArray, 1.0);
-    take(painted_.opacityArray, drawing.opacityArray, 1.0);
     paintBands(toPixels(changed), {first, end, {}}, false);
     return changed;
 }
@@ -292,26 +264,24 @@ QRectF StrokeLayer::finish(const DrawingCanvas& canvas) {
 /// Paints the new points only, opaque: the opacity comes when the layer is drawn, so that where the line
 /// meets itself it is no denser.
 QRectF StrokeLayer::growStroke(const DrawingCanvas& canvas) {
-    const Drawing& drawing = canvas.currentStrokesDictionary();
-    const size_t stroke = drawing.strokesArray.size() - 1;
-    const std::vector<QPointF>& points = drawing.strokesArray[stroke];
+    const Stroke& stroke = canvas.currentStrokesDictionary().strokes.back();
+    const std::vector<QPointF>& points = stroke.points;
     if (growing_.isNull()) {
         growing_ = QImage(finished_.size(), QImage::Format_ARGB32_Premultiplied);
         growing_.fill(Qt::transparent);
     }
     if (grownPoints_ == 0) {
-        growingOpacity_ = opacityOf(drawing, stroke);
-        growingErases_ = erases(drawing, stroke);
+        growingOpacity_ = opacityOf(stroke);
+        growingErases_ = stroke.erases();
         grownPoints_ = 1;
     }
     if (points.size() <= grownPoints_) return {};
     const QPainterPath path = pathOf(points, mapping_, grownPoints_ - 1);
-    const double width = strokeWidth(drawing, stroke, mapping_);
+    const double width = strokeWidth(stroke, mapping_);
     QPainter painter(&growing_);
     painter.scale(ratio_, ratio_);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.strokePath(path,
-                       strokePen(growingErases_ ? QColor(Qt::black) : strokeColour(drawing, stroke), width));
+    painter.strokePath(path, strokePen(growingErases_ ? QColor(Qt::black) : strokeColour(stroke), width));
     grownPoints_ = points.size();
     const double reach = width + 2;
     const QRectF changed = path.boundingRect().adjusted(-reach, -reach, reach, reach);

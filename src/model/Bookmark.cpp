@@ -21,11 +21,6 @@ Image activeImageNamed(const char* name) {
     return Image::named(QString::fromLatin1(name));
 }
 
-template<class T>
-void eraseStrokeEntry(std::vector<T>& list, std::size_t index) {
-    if (index < list.size()) list.erase(list.begin() + std::ptrdiff_t(index));
-}
-
 } // namespace
 
 Bookmark::Bookmark(qint64 first, qint64 length, float framesPerSecond)
@@ -78,16 +73,8 @@ void Bookmark::removeDrawingFromBookmark() {
 }
 
 void Bookmark::removeLastStrokeFromDrawing() {
-    const std::size_t count = drawings.strokesArray.size();
-    if (count <= 1) {
-        removeDrawingFromBookmark();
-        return;
-    }
-    eraseStrokeEntry(drawings.strokesArray, count - 1);
-    eraseStrokeEntry(drawings.brushTypeArray, count - 1);
-    eraseStrokeEntry(drawings.colourArray, count - 1);
-    eraseStrokeEntry(drawings.widthArray, count - 1);
-    eraseStrokeEntry(drawings.opacityArray, count - 1);
+    drawings.removeLastStroke();
+    if (!drawings.hasStrokes()) removeDrawingFromBookmark();
 }
 
 void Bookmark::encodeWithCoder(Encoder& coder) const {

@@ -20,26 +20,38 @@ Value drawingPoints(const std::vector<QPointF>& stroke) {
     return points;
 }
 
-template<class List, class Box>
-Value boxedList(const List& list, Box box) {
+/// One of the five lists: the same field of every stroke.
+template<class Box>
+Value fieldOfStrokes(const std::vector<Stroke>& strokes, Box box) {
     Value::Array boxed;
-    boxed.reserve(list.size());
-    for (const auto& element : list)
-        boxed.push_back(box(element));
+    boxed.reserve(strokes.size());
+    for (const Stroke& stroke : strokes)
+        boxed.push_back(box(stroke));
     return boxed;
 }
 
-/// Takes an element of any class, so that the five lists stay parallel: what is none of its kind becomes the
-/// default.
-template<class List, class Unbox>
-void unboxList(const Value& drawing, QStringView key, List& list, Unbox unbox) {
+/// Hands each stroke its entry of a list, of whatever class it is.
+template<class Take>
+void readField(const Value& drawing, QStringView key, std::vector<Stroke>& strokes, Take take) {
     const Value boxed = drawing[key];
     const Value::Array* array = boxed.array();
-    if (!array) return;
-    const std::size_t count = std::min(array->size(), mostStrokesOfDrawing);
-    list.reserve(count);
-    for (std::size_t i = 0; i < count; ++i)
-        list.push_back(unbox((*array)[i]));
+    for (std::size_t i = 0; array && i < std::min(array->size(), strokes.size()); ++i)
+        take(strokes[i], (*array)[i]);
+}
+
+std::vector<QPointF> pointsOfStroke(const Value& boxed, std::size_t& pointsLeft) {
+    std::vector<QPointF> points;
+    const Value::Array* array = boxed.array();
+    if (!array) return points;
+    points.reserve(std::min(array->size(), pointsLeft));
+    for (const Value& element : *array) {
+        const QPointF* point = element.point();
+        if (!point || !std::isfinite(point->x()) || !std::isfinite(point->y())) continue;
+        if (pointsLeft == 0) break;
+        --pointsLeft;
+        points.push_back(*point);
+    }
+    return points;
 }
 
 double realOfValue(const Value& value, double otherwise) {
@@ -48,48 +60,31 @@ double realOfValue(const Value& value, double otherwise) {
     return std::isfinite(real) ? real : otherwise;
 }
 
-template<class T>
-void appendList(std::vector<T>& list, const std::vector<T>& other) {
-    const std::size_t count = other.size(); // by index: a drawing may be appended to itself
-    list.reserve(list.size() + count);
-    for (std::size_t i = 0; i < count; ++i)
-        list.push_back(other[i]);
-}
-
-template<class T>
-void dropLast(std::vector<T>& list) {
-    if (!list.empty()) list.pop_back();
-}
-
 } // namespace
 
 void Drawing::append(const Drawing& other) {
-    appendList(strokesArray, other.strokesArray);
-    appendList(brushTypeArray, other.brushTypeArray);
-    appendList(colourArray, other.colourArray);
-    appendList(widthArray, other.widthArray);
-    appendList(opacityArray, other.opacityArray);
+    const std::size_t count = other.strokes.size(); // by index: a drawing may be appended to itself
+    strokes.reserve(strokes.size() + count);
+    for (std::size_t i = 0; i < count; ++i)
+        strokes.push_back(other.strokes[i]);
     hasKeys = true;
 }
 
 void Drawing::removeLastStroke() {
-    dropLast(strokesArray);
-    dropLast(brushTypeArray);
-    dropLast(colourArray);
-    dropLast(widthArray);
-    dropLast(opacityArray);
+    if (!strokes.empty()) strokes.pop_back();
 }
 
 Value Drawing::toValue() const {
     if (!hasKeys) return Value::Dictionary();
-    const auto real = [](double value) { return Value(value); };
+    const auto list = [this](auto box) { return fieldOfStrokes(strokes, box); };
     return Value::Dictionary{
-        {QStringLiteral("strokesArray"), boxedList(strokesArray, drawingPoints)},
-        {QStringLiteral("brushTypeArray"), boxedList(brushTypeArray, [](int type) { return Value(type); })},
-        {QStringLiteral("colourArray"),
-         boxedList(colourArray, [](const QColor& colour) { return Value(colour); })},
-        {QStringLiteral("widthArray"), boxedList(widthArray, real)},
-        {QStringLiteral("opacityArray"), boxedList(opacityArray, real)},
+        {QStringLiteral("strokesArray"),
+         list([](const Stroke& stroke) { return drawingPoints(stroke.points); })},
+        {QStringLiteral("brushTypeArray"),
+         list([](const Stroke& stroke) { return Value(stroke.brushType); })},
+        {QStringLiteral("colourArray"), list([](const Stroke& stroke) { return Value(stroke.colour); })},
+        {QStringLiteral("widthArray"), list([](const Stroke& stroke) { return Value(stroke.width); })},
+        {QStringLiteral("opacityArray"), list([](const Stroke& stroke) { return Value(stroke.opacity); })},
     };
 }
 
@@ -98,30 +93,24 @@ Drawing Drawing::fromValue(const Value& value) {
     const Value::Dictionary* dictionary = value.dictionary();
     drawing.hasKeys = dictionary && !dictionary->empty();
     if (!drawing.hasKeys) return drawing;
+    const Value boxed = value[u"strokesArray"];
+    const Value::Array* lines = boxed.array();
+    if (!lines) return drawing;
     std::size_t pointsLeft = mostPointsOfDrawing;
-    unboxList(value, u"strokesArray", drawing.strokesArray, [&](const Value& boxed) {
-        std::vector<QPointF> stroke;
-        const Value::Array* points = boxed.array();
-        if (!points) return stroke;
-        stroke.reserve(std::min(points->size(), pointsLeft));
-        for (const Value& element : *points) {
-            const QPointF* point = element.point();
-            if (!point || !std::isfinite(point->x()) || !std::isfinite(point->y())) continue;
-            if (pointsLeft == 0) break;
-            --pointsLeft;
-            stroke.push_back(*point);
-        }
-        return stroke;
+    drawing.strokes.resize(std::min(lines->size(), mostStrokesOfDrawing));
+    std::vector<Stroke>& strokes = drawing.strokes;
+    for (std::size_t i = 0; i < strokes.size(); ++i)
+        strokes[i].points = pointsOfStroke((*lines)[i], pointsLeft);
+    readField(value, u"brushTypeArray", strokes, [](Stroke& stroke, const Value& entry) {
+        const Number* number = entry.number();
+        stroke.brushType = number ? int(numberToInt64(*number)) : 1;
     });
-    unboxList(value, u"brushTypeArray", drawing.brushTypeArray, [](const Value& boxed) {
-        const Number* number = boxed.number();
-        return number ? int(numberToInt64(*number)) : 1;
-    });
-    unboxList(value, u"colourArray", drawing.colourArray, [](const Value& boxed) { return boxed.colour(); });
-    unboxList(value, u"widthArray", drawing.widthArray,
-              [](const Value& boxed) { return realOfValue(boxed, 10.0); });
-    unboxList(value, u"opacityArray", drawing.opacityArray,
-              [](const Value& boxed) { return realOfValue(boxed, 1.0); });
+    readField(value, u"colourArray", strokes,
+              [](Stroke& stroke, const Value& entry) { stroke.colour = entry.colour(); });
+    readField(value, u"widthArray", strokes,
+              [](Stroke& stroke, const Value& entry) { stroke.width = realOfValue(entry, 10.0); });
+    readField(value, u"opacityArray", strokes,
+              [](Stroke& stroke, const Value& entry) { stroke.opacity = realOfValue(entry, 1.0); });
     return drawing;
 }
 

@@ -9,20 +9,28 @@
 
 namespace daylark {
 
-/// The strokes drawn on a bookmark: five parallel lists, one entry a stroke, in drawing order. Points are in the movie's
-/// pixels. A removed drawing is a dictionary without keys (`hasKeys` false). Drawings read from files may have lists of
-/// unequal length: readers go by `strokesArray` and take a default where another list is shorter. A plain value.
+/// One line of a drawing. Points and width are in the movie's pixels.
+struct Stroke {
+    std::vector<QPointF> points = {};
+    int brushType = 1; ///< 1 brush, 0 eraser
+    QColor colour = {}; ///< invalid: black
+    double width = 1;
+    double opacity = 1; ///< 0 to 1
+
+    [[nodiscard]] bool erases() const { return brushType == 0; }
+    bool operator==(const Stroke&) const = default;
+};
+
+/// What is drawn on a bookmark, in drawing order. In the archive it is a dictionary of five parallel lists, one entry a
+/// stroke; a removed drawing is a dictionary without keys (`hasKeys` false). Lists of unequal length, as files may have
+/// them, are read by the strokes' own: what another lacks is the default, what it has beyond is left out. A plain value.
 struct Drawing {
-    std::vector<std::vector<QPointF>> strokesArray;
-    std::vector<int> brushTypeArray; ///< 1 brush, 0 eraser
-    std::vector<QColor> colourArray;
-    std::vector<double> widthArray;  ///< movie pixels
-    std::vector<double> opacityArray; ///< 0 to 1
+    std::vector<Stroke> strokes;
     bool hasKeys = true;
 
-    [[nodiscard]] bool hasStrokes() const { return !strokesArray.empty(); }
-    void append(const Drawing& other);   ///< each list followed by the other's
-    void removeLastStroke();             ///< the last entry of each list
+    [[nodiscard]] bool hasStrokes() const { return !strokes.empty(); }
+    void append(const Drawing& other);
+    void removeLastStroke(); ///< an emptied drawing keeps its five lists
     bool operator==(const Drawing&) const = default;
 
     [[nodiscard]] Value toValue() const;

@@ -4,50 +4,21 @@
 
 namespace daylark {
 
-namespace {
-
-/// Calls `each` with each of the five lists of a drawing.
-template<class Drawing, class Each>
-void forEachList(Drawing& drawing, Each each) {
-    each(drawing.strokesArray);
-    each(drawing.brushTypeArray);
-    each(drawing.colourArray);
-    each(drawing.widthArray);
-    each(drawing.opacityArray);
-}
-
-bool isEven(const Drawing& drawing) {
-    const size_t count = drawing.strokesArray.size();
-    bool even = drawing.hasKeys;
-    forEachList(drawing, [&](const auto& list) { even = even && list.size() == count; });
-    return even;
-}
-
-} // namespace
-
 size_t commonStrokes(const Drawing& a, const Drawing& b) {
-    if (!isEven(a) || !isEven(b)) return 0;
-    const size_t most = std::min(a.strokesArray.size(), b.strokesArray.size());
-    size_t same = 0;
-    while (same < most && a.strokesArray[same] == b.strokesArray[same] &&
-           a.brushTypeArray[same] == b.brushTypeArray[same] && a.colourArray[same] == b.colourArray[same] &&
-           a.widthArray[same] == b.widthArray[same] && a.opacityArray[same] == b.opacityArray[same])
-        ++same;
-    return same;
+    if (!a.hasKeys || !b.hasKeys) return 0;
+    const auto [left, right] =
+        std::mismatch(a.strokes.begin(), a.strokes.end(), b.strokes.begin(), b.strokes.end());
+    return size_t(left - a.strokes.begin());
 }
 
 Drawing strokesFrom(const Drawing& drawing, size_t first) {
-    Drawing rest = drawing;
-    forEachList(rest, [first](auto& list) {
-        list.erase(list.begin(), list.begin() + std::ptrdiff_t(std::min(first, list.size())));
-    });
-    return rest;
+    const size_t from = std::min(first, drawing.strokes.size());
+    return {{drawing.strokes.begin() + std::ptrdiff_t(from), drawing.strokes.end()}, drawing.hasKeys};
 }
 
 Drawing strokesUpTo(const Drawing& drawing, size_t end) {
-    Drawing start = drawing;
-    forEachList(start, [end](auto& list) { list.resize(std::min(end, list.size())); });
-    return start;
+    const size_t count = std::min(end, drawing.strokes.size());
+    return {{drawing.strokes.begin(), drawing.strokes.begin() + std::ptrdiff_t(count)}, drawing.hasKeys};
 }
 
 } // namespace daylark

@@ -1,9 +1,10 @@
 #include "annotate/GradeArithmetic.h"
 #include "media/decode/FrameReader.h"
+#include "picture/scene/Scene.h"
 #include "tool/SessionItem.h"
 #include "tool/ToolContext.h"
-#include "viewer/display/AreaPicture.h"
 #include "viewer/display/Snapshots.h"
+#include "viewer/display/ViewerScene.h"
 
 #include <CLI/CLI.hpp>
 
@@ -39,25 +40,30 @@ SnapshotFormat formatOf(const QString& path) {
 
 /// The player area as the viewer would show it: the picture fitted, with what the record and the preferences
 /// lay over it.
-AreaPicture areaOf(Movie& movie, const VideoFrame& frame, qint64 number, const QSize& size,
-                   const Preferences& preferences) {
-    AreaPicture area;
-    area.frame = frame;
+Scene sceneOf(Movie& movie, const VideoFrame& frame, qint64 number, const QSize& size,
+              const Preferences& preferences) {
+    Scene scene;
+    scene.frame = frame;
     const QSize shown = frame.displaySize();
-    area.geometry.setArea(size);
-    area.geometry.setMovie(shown.width(), shown.height(), float(shown.width()) / float(shown.height()));
-    area.mirrorLeftRight = preferences.mirrorY();
-    area.mirrorUpsideDown = preferences.mirrorX();
-    if (movie.applyGrade) area.colour = colourTransformOf(movie.grade());
-    if (preferences.showMask()) area.mask = area.geometry.maskBars(preferences.movieMaskRatio());
-    area.maskOpacity = std::clamp(double(preferences.movieMaskOpacity()), 0.0, 1.0);
-    area.movieSize = movie.mMovieWidth > 0 && movie.mMovieHeight > 0
-                         ? QSizeF(movie.mMovieWidth, movie.mMovieHeight)
-                         : QSizeF(shown);
-    if (preferences.displayDrawings())
-        for (const auto& bookmark : movie.bookmarksForFrame(number))
-            if (bookmark->hasDrawings()) area.strokes.append(bookmark->drawings);
-    return area;
+    scene.geometry.setArea(size);
+    scene.geometry.setMovie(shown.width(), shown.height(), float(shown.width()) / float(shown.height()));
+    scene.mirrorLeftRight = preferences.mirrorY();
+    scene.mirrorUpsideDown = preferences.mirrorX();
+    if (movie.applyGrade) scene.colour = colourTransformOf(movie.grade());
+    if (preferences.showMask()) scene.maskRatio = preferences.movieMaskRatio();
+    scene.maskOpacity = std::clamp(double(preferences.movieMaskOpacity()), 0.0, 1.0);
+    scene.movieSize = movie.mMovieWidth > 0 && movie.mMovieHeight > 0
+                          ? QSizeF(movie.mMovieWidth, movie.mMovieHeight)
+                          : QSizeF(shown);
+    if (!preferences.displayDrawings()) return scene;
+    Drawing together;
+    for (const auto& bookmark : movie.bookmarksForFrame(number))
+        if (bookmark->hasDrawings()) together.append(bookmark->drawings);
+    const auto canvas = std::make_shared<DrawingCanvas>();
+    canvas->setStrokes(eachStrokeOnce(together));
+    scene.drawing = canvas;
+    if (scene.hasStrokes()) scene.background = sceneBackgroundOf(preferences.drawingBackgroundColour());
+    return scene;
 }
 
 void snapshot(ToolContext& context, const SnapshotArguments& arguments) {
@@ -74,9 +80,9 @@ void snapshot(ToolContext& context, const SnapshotArguments& arguments) {
     if (!reader) return context.fail(path, reader.error().text);
     const Result<VideoFrame> frame = (*reader)->read(arguments.frame - 1);
     if (!frame) return context.fail(path, frame.error().text);
-    const AreaPicture area = areaOf(*item->movie, *frame, arguments.frame, size, context.preferences());
+    const Scene scene = sceneOf(*item->movie, *frame, arguments.frame, size, context.preferences());
     const float quality = context.preferences().compressionQuality();
-    if (!writeSnapshot(renderAreaPicture(area, size), out, format, quality))
+    if (!writeSnapshot(renderScene(scene, size), out, format, quality))
         context.fail(out, QStringLiteral("it cannot be written"));
 }
 

@@ -26,18 +26,20 @@ MovieSound soundOf(const Movie& movie) {
 MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(surroundings)
-    , transport_(surroundings.player, list_, surroundings.preferences)
-    , time_(surroundings.player, surroundings.preferences)
-    , range_(surroundings.player, transport_, surroundings.preferences, surroundings.alerts)
-    , bookmarks_(surroundings.player, transport_, time_, range_, surroundings.edits, surroundings.alerts,
-                 surroundings.preferences)
+    , transport_(current_, surroundings.player, list_, surroundings.preferences)
+    , time_(current_, surroundings.player, surroundings.preferences)
+    , range_(current_, surroundings.player, transport_, surroundings.preferences, surroundings.alerts)
+    , bookmarks_(current_, surroundings.player, transport_, time_, range_, surroundings.edits,
+                 surroundings.alerts, surroundings.preferences)
     , panels_(surroundings.preferences, surroundings.alerts)
-    , drawing_({surroundings.preferences, surroundings.alerts, surroundings.edits, transport_, bookmarks_,
-                panels_})
-    , grade_(surroundings.edits, list_)
-    , geometry_(surroundings.preferences, drawing_, panels_)
+    , tools_(surroundings.preferences, panels_)
+    , visibility_(surroundings.preferences, transport_, panels_)
+    , drawings_({current_, surroundings.alerts, surroundings.edits, transport_, bookmarks_, tools_})
+    , grade_(current_, surroundings.edits, list_)
+    , geometry_(current_, surroundings.preferences, tools_, panels_)
+    , scene_({current_, surroundings.player, geometry_, grade_, drawings_, visibility_})
     , snapshots_(surroundings.preferences, surroundings.panels, list_, time_)
-    , input_({surroundings.preferences, transport_, bookmarks_, drawing_, grade_, panels_})
+    , input_({surroundings.preferences, transport_, bookmarks_, tools_, grade_, panels_})
     , neighbours_(surroundings.player, list_, surroundings.preferences)
     , onscreenTextColour_(surroundings.preferences.onscreenTextColour()) {
     probePool_.setMaxThreadCount(1);
@@ -88,14 +90,14 @@ void MoviePlayerController::open(std::vector<std::shared_ptr<Movie>> movies, qsi
 }
 
 void MoviePlayerController::storeLastFrameVisited() {
-    if (mCurrentMovie_ && surroundings_.player.isOpen()) {
+    if (currentMovie() && surroundings_.player.isOpen()) {
         previousTime_ = surroundings_.player.currentTime();
-        mCurrentMovie_->mLastFrameVisited = previousTime_;
+        currentMovie()->mLastFrameVisited = previousTime_;
     }
 }
 
 void MoviePlayerController::leaveCurrentMovie() {
-    if (!mCurrentMovie_) return;
+    if (!currentMovie()) return;
     storeLastFrameVisited();
     bookmarks_.loopsOff();
     surroundings_.player.close();
@@ -106,18 +108,11 @@ void MoviePlayerController::leaveCurrentMovie() {
 void MoviePlayerController::displayCurrentMovie() {
     leaveCurrentMovie();
     updateMovieIcons();
-    mCurrentMovie_ = list_.selectedMovie();
     ++opening_;
     if (timecodeCancel_) *timecodeCancel_ = true;
     probeDue_ = false;
-    transport_.setMovie(mCurrentMovie_);
-    time_.setMovie(mCurrentMovie_);
-    range_.setMovie(mCurrentMovie_);
-    bookmarks_.setMovie(mCurrentMovie_);
-    drawing_.setMovie(mCurrentMovie_);
-    grade_.setMovie(mCurrentMovie_);
-    geometry_.setMovie(mCurrentMovie_);
-    if (!mCurrentMovie_) {
+    current_.set(list_.selectedMovie());
+    if (!currentMovie()) {
         transport_.reset();
         Q_EMIT movieLoading(false);
         Q_EMIT movieShown();
@@ -131,21 +126,22 @@ void MoviePlayerController::displayCurrentMovie() {
 void MoviePlayerController::openCurrentMovie() {
     Player& player = surroundings_.player;
     if (surroundings_.preferences.networkMode())
-        return player.open(mCurrentMovie_->filepathString, soundOf(*mCurrentMovie_));
-    fileWork_.run([this, opening = ++opening_, file = mCurrentMovie_->fileReference(false)] {
+        return player.open(currentMovie()->filepathString, soundOf(*currentMovie()));
+    fileWork_.run([this, opening = ++opening_, file = currentMovie()->fileReference(false)] {
         WorkQueue::deliver(this, [this, opening, check = checkFile(file)] {
-            if (opening != opening_ || !mCurrentMovie_) return; // another movie by now
-            if (check.found && check.path != mCurrentMovie_->filepathString) {
-                mCurrentMovie_->applyFileCheck(check);
-                Q_EMIT movieProbed(mCurrentMovie_);
+            if (opening != opening_ || !currentMovie()) return; // another movie by now
+            if (check.found && check.path != currentMovie()->filepathString) {
+                currentMovie()->applyFileCheck(check);
+                Q_EMIT movieProbed(currentMovie());
             }
-            surroundings_.player.open(check.path, soundOf(*mCurrentMovie_));
+            surroundings_.player.open(check.path, soundOf(*currentMovie()));
         });
     });
 }
 
 void MoviePlayerController::movieOpened() {
-    if (!mCurrentMovie_) return;
+    if (!currentMovie()) return;
+    current_.setState(CurrentMovie::State::shown);
     probeDue_ = true;
     time_.setOverlayInfoStatic();
     transport_.applyStartPosition(previousTime_);
@@ -161,6 +157,8 @@ void MoviePlayerController::movieOpened() {
 }
 
 void MoviePlayerController::movieOpenFailed(const QString&) {
+    current_.setState(CurrentMovie::State::unplayable);
+    scene_.clear(); // until then the last picture stayed
     Q_EMIT movieLoading(false);
     transport_.reset();
     Q_EMIT movieShown();
@@ -174,13 +172,13 @@ void MoviePlayerController::movieOpenFailed(const QString&) {
 
 // The record's properties are read anew for every movie shown, once its picture stands.
 void MoviePlayerController::firstPictureShown() {
-    if (!probeDue_ || !mCurrentMovie_) return;
+    if (!probeDue_ || !currentMovie()) return;
     probeDue_ = false;
     geometry_.setPictureSize(surroundings_.player.shownFrame().displaySize());
     loadTimeCodeData();
     probePool_.clear();
     probePool_.start(
-        [this, path = mCurrentMovie_->filepathString, movie = std::weak_ptr<Movie>(mCurrentMovie_)] {
+        [this, path = currentMovie()->filepathString, movie = std::weak_ptr<Movie>(currentMovie())] {
             auto result = std::make_shared<Result<ProbeResult>>(probeMovie(path, &probeCancel_));
             QMetaObject::invokeMethod(
                 this, [this, movie, result] { probed(movie, *result); }, Qt::QueuedConnection);
@@ -192,7 +190,7 @@ void MoviePlayerController::firstPictureShown() {
 void MoviePlayerController::loadTimeCodeData() {
     if (timecodeCancel_) *timecodeCancel_ = true;
     timecodeCancel_ = std::make_shared<CancelFlag>(false);
-    timecodePool_.start([this, path = mCurrentMovie_->filepathString, cancel = timecodeCancel_] {
+    timecodePool_.start([this, path = currentMovie()->filepathString, cancel = timecodeCancel_] {
         if (*cancel) return;
         const std::vector<SmpteTime> samples = AVTimecodeReader(path, cancel.get()).readTimecodeSamples();
         if (samples.empty()) return;
@@ -210,7 +208,8 @@ void MoviePlayerController::probed(const std::weak_ptr<Movie>& weakMovie, const 
     if (!movie || !result) return;
     applyLegacyProperties(*movie, result->legacy);
     applyAssetProperties(*movie, result->asset); // has the last word
-    if (movie == mCurrentMovie_) {
+    if (movie == currentMovie()) {
+        scene_.refreshPlace(); // its size may be known better
         time_.setOverlayInfoStatic();
         time_.setOverlayInfoDynamic();
     }
@@ -226,22 +225,16 @@ bool MoviePlayerController::windowShouldClose() {
 void MoviePlayerController::close() {
     if (!open_) return;
     updateMovieIcons();
-    surroundings_.preferences.brushColour.set(drawing_.brushColour());
+    surroundings_.preferences.brushColour.set(tools_.brushColour());
     surroundings_.preferences.onscreenTextColour.set(onscreenTextColour_);
     if (library_) library_->saveTempSession();
     transport_.reset();
     neighbours_.none();
     surroundings_.player.close();
-    mCurrentMovie_.reset();
     if (timecodeCancel_) *timecodeCancel_ = true;
     probeDue_ = false;
-    transport_.setMovie(nullptr);
-    time_.setMovie(nullptr);
-    range_.setMovie(nullptr);
-    bookmarks_.setMovie(nullptr);
-    drawing_.setMovie(nullptr);
-    grade_.setMovie(nullptr);
-    geometry_.setMovie(nullptr);
+    current_.set(nullptr);
+    scene_.clear();
     surroundings_.preferences.rateMultiplierAtClose.set(1.0);
     open_ = false;
     timer_.stop();
@@ -287,25 +280,25 @@ void MoviePlayerController::copyTimecode() {
 }
 
 void MoviePlayerController::updateMovieIcons() {
-    if (!mCurrentMovie_) return;
-    mCurrentMovie_->displayNotesIcon();
-    mCurrentMovie_->displayGradeIcon();
-    mCurrentMovie_->displayDrawingIcon();
-    mCurrentMovie_->displayBookmarkIcon();
+    if (!currentMovie()) return;
+    currentMovie()->displayNotesIcon();
+    currentMovie()->displayGradeIcon();
+    currentMovie()->displayDrawingIcon();
+    currentMovie()->displayBookmarkIcon();
 }
 
 void MoviePlayerController::followMovieSound() {
-    if (mCurrentMovie_) surroundings_.player.setSound(soundOf(*mCurrentMovie_));
+    if (currentMovie()) surroundings_.player.setSound(soundOf(*currentMovie()));
 }
 
 void MoviePlayerController::updateGUI() {
-    if (!mCurrentMovie_) return;
+    if (!currentMovie()) return;
     followMovieSound();
-    if (mCurrentMovie_->mMovieHasBeenVisited) {
+    if (currentMovie()->mMovieHasBeenVisited) {
         time_.setOverlayInfoDynamic();
         range_.holdRange();
     }
-    if (transport_.isRunning() && !mCurrentMovie_->bookmarkStore.empty()) bookmarks_.loadActiveBookmarks();
+    if (transport_.isRunning() && !currentMovie()->bookmarkStore.empty()) bookmarks_.loadActiveBookmarks();
 }
 
 } // namespace daylark

@@ -5,18 +5,22 @@
 #include "model/Movie.h"
 #include "model/ReviewEdits.h"
 #include "platform/Sender.h"
-#include "viewer/review/DrawingMode.h"
+#include "viewer/CurrentMovie.h"
+#include "viewer/ViewerInput.h"
+#include "viewer/display/Snapshots.h"
+#include "viewer/display/ViewerGeometry.h"
+#include "viewer/display/ViewerPanels.h"
+#include "viewer/display/ViewerScene.h"
+#include "viewer/review/DrawingTools.h"
+#include "viewer/review/DrawingVisibility.h"
+#include "viewer/review/FrameDrawings.h"
+#include "viewer/review/ViewerBookmarks.h"
+#include "viewer/review/ViewerGrade.h"
+#include "viewer/review/ViewerList.h"
 #include "viewer/transport/NeighbourMovies.h"
 #include "viewer/transport/PlaybackRange.h"
-#include "viewer/display/Snapshots.h"
 #include "viewer/transport/TimeDisplay.h"
 #include "viewer/transport/Transport.h"
-#include "viewer/review/ViewerBookmarks.h"
-#include "viewer/display/ViewerGeometry.h"
-#include "viewer/review/ViewerGrade.h"
-#include "viewer/ViewerInput.h"
-#include "viewer/review/ViewerList.h"
-#include "viewer/display/ViewerPanels.h"
 
 #include <QColor>
 #include <QObject>
@@ -66,15 +70,18 @@ public:
     [[nodiscard]] PlaybackRange& range() { return range_; }
     [[nodiscard]] ViewerBookmarks& bookmarks() { return bookmarks_; }
     [[nodiscard]] ViewerPanels& panels() { return panels_; }
-    [[nodiscard]] DrawingMode& drawing() { return drawing_; }
+    [[nodiscard]] DrawingTools& drawingTools() { return tools_; }
+    [[nodiscard]] DrawingVisibility& drawingVisibility() { return visibility_; }
+    [[nodiscard]] FrameDrawings& drawings() { return drawings_; }
     [[nodiscard]] ViewerGrade& grade() { return grade_; }
     [[nodiscard]] ViewerGeometry& geometry() { return geometry_; }
+    [[nodiscard]] ViewerScene& scene() { return scene_; }
     [[nodiscard]] Snapshots& snapshots() { return snapshots_; }
     [[nodiscard]] ViewerInput& input() { return input_; }
     [[nodiscard]] Player& player() { return surroundings_.player; }
     [[nodiscard]] ReviewEdits& edits() { return surroundings_.edits; }
     [[nodiscard]] Preferences& preferences() { return surroundings_.preferences; }
-    [[nodiscard]] std::shared_ptr<Movie> currentMovie() const { return mCurrentMovie_; }
+    [[nodiscard]] std::shared_ptr<Movie> currentMovie() const { return current_.movie(); }
 
     void displayCurrentMovie(); ///< shows the movie now selected in the list
     // On every movie selected in the list.
@@ -89,8 +96,8 @@ public:
 
     /// Colours of the drawing tool and of the texts over the picture; from the preferences, written back at
     /// `close`.
-    [[nodiscard]] QColor brushColour() const { return drawing_.brushColour(); }
-    void setBrushColour(const QColor& colour) { drawing_.setBrushColour(colour); }
+    [[nodiscard]] QColor brushColour() const { return tools_.brushColour(); }
+    void setBrushColour(const QColor& colour) { tools_.setBrushColour(colour); }
     [[nodiscard]] QColor onscreenTextColour() const { return onscreenTextColour_; }
     void setOnscreenTextColour(const QColor& colour);
 
@@ -117,19 +124,22 @@ private:
     Surroundings surroundings_;
     LibraryLink* library_ = nullptr;
     ViewerList list_;
+    CurrentMovie current_; ///< before the parts, which hear of another movie in this order
     Transport transport_;
     TimeDisplay time_;
     PlaybackRange range_;
     ViewerBookmarks bookmarks_;
     ViewerPanels panels_;
-    DrawingMode drawing_;
+    DrawingTools tools_;
+    DrawingVisibility visibility_;
+    FrameDrawings drawings_;
     ViewerGrade grade_;
     ViewerGeometry geometry_;
+    ViewerScene scene_;
     Snapshots snapshots_;
     ViewerInput input_;
     NeighbourMovies neighbours_;
     QTimer timer_;
-    std::shared_ptr<Movie> mCurrentMovie_;
     MediaTime previousTime_;
     bool open_ = false;
     quint64 opening_ = 0; ///< counts the movies shown, so that a late answer is told from the newest one

@@ -2,7 +2,7 @@
 
 #include "preferences/Preferences.h"
 #include "viewer/display/ViewerPanels.h"
-#include "viewer/review/DrawingMode.h"
+#include "viewer/review/DrawingTools.h"
 #include "viewer/review/ViewerBookmarks.h"
 #include "viewer/review/ViewerGrade.h"
 #include "viewer/transport/Transport.h"
@@ -67,10 +67,10 @@ void ViewerInput::keyDown(int keyCode) {
 
 void ViewerInput::drawingPanelKey(int keyCode) {
     if (!around_.panels.isVisible(ViewerPanel::drawing)) return;
-    if (keyCode == keyT) return around_.drawing.toggleDrawingMode();
-    const double width = around_.drawing.currentWidth();
-    if (keyCode == keyLeftBracket && width >= 2 && width <= 100) around_.drawing.setToolWidth(width - 1);
-    if (keyCode == keyRightBracket && width >= 1 && width <= 99) around_.drawing.setToolWidth(width + 1);
+    if (keyCode == keyT) return around_.tools.toggleDrawingMode();
+    const double width = around_.tools.currentWidth();
+    if (keyCode == keyLeftBracket && width >= 2 && width <= 100) around_.tools.setToolWidth(width - 1);
+    if (keyCode == keyRightBracket && width >= 1 && width <= 99) around_.tools.setToolWidth(width + 1);
 }
 
 void ViewerInput::scrollWheel(double deltaY, bool command) {

@@ -5,7 +5,7 @@
 
 namespace daylark {
 
-class DrawingMode;
+class DrawingTools;
 class Transport;
 class Preferences;
 class ViewerBookmarks;
@@ -22,7 +22,7 @@ public:
         Preferences& preferences;
         Transport& transport;
         ViewerBookmarks& bookmarks;
-        DrawingMode& drawing;
+        DrawingTools& tools;
         ViewerGrade& grade;
         ViewerPanels& panels;
     };

@@ -56,7 +56,7 @@ TEST_F(SessionMigrationTest, TheReviewIsCarriedOverAndDrawingsAreLeftBehind) {
     older->thumbnail = Image::fromQImage(picture);
     older->notes = AttributedString(u"too dark"_s);
     older->notes2.reset();
-    older->mMovieDrawings[u"3"_s].strokesArray.push_back({QPointF(1, 1)});
+    older->mMovieDrawings[u"3"_s].strokes.push_back({{QPointF(1, 1)}});
     older->mMovieBookmarkArray = {olderBookmark(25, u"cut"_s, u"ask"_s), olderBookmark(1, u"head"_s)};
 
     const auto movie = updateMovieClass(*older);

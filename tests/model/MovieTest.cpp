@@ -109,8 +109,8 @@ TEST(MovieTest, DrawingsOfAFrameAreAppended) {
     movie.addDrawingToMovie(test::sampleDrawing(1), u"4"_s);
     ASSERT_EQ(movie.mMovieDrawings.size(), 2U);
     const Drawing& drawing = movie.mMovieDrawings.at(u"3"_s);
-    EXPECT_EQ(drawing.strokesArray.size(), 3U);
-    EXPECT_EQ(drawing.brushTypeArray, (std::vector{0, 1, 0}));
+    EXPECT_EQ(drawing.strokes.size(), 3U);
+    EXPECT_TRUE(drawing.strokes[0].erases() && !drawing.strokes[1].erases() && drawing.strokes[2].erases());
     movie.removeDrawingFromMovieForFrame(u"3"_s);
     EXPECT_EQ(movie.mMovieDrawings.count(u"3"_s), 0U);
 }

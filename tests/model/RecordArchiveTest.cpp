@@ -285,17 +285,22 @@ TEST(RecordArchiveTest, WrongTypesGiveNilAndZero) {
         {u"brushTypeArray"_s, Value::Array{Value(u"a"_s), Value(0)}},
         {u"widthArray"_s, Value(5)}});
     const Drawing read = decoded<Bookmark>("Bookmark", {{"drawings", drawing}})->drawings;
-    ASSERT_EQ(read.strokesArray.size(), 2U) << "the lists stay parallel";
-    EXPECT_TRUE(read.strokesArray[0].empty());
-    EXPECT_EQ(read.strokesArray[1], std::vector{QPointF(1, 2)});
-    EXPECT_EQ(read.brushTypeArray, (std::vector{1, 0}));
-    EXPECT_TRUE(read.widthArray.empty());
-    const auto reals = Value(Value::Dictionary{
-        {u"widthArray"_s, Value::Array{Value(u"wide"_s), Value(qInf()), Value(3)}},
-        {u"opacityArray"_s, Value::Array{Value(0.25), Value(u"thin"_s), Value(qQNaN())}}});
+    const Stroke unreadable{.brushType = 1}, eraser{.points = {QPointF(1, 2)}, .brushType = 0};
+    EXPECT_EQ(read.strokes, (std::vector{unreadable, eraser})) << "what a list lacks is the default";
+    // A list beyond the strokes is left out, and five of one length are written.
+    auto longer = *drawing.dictionary();
+    longer.push_back({u"opacityArray"_s, Value::Array{Value(0.5), Value(0.25), Value(0.125)}});
+    const Value written = Drawing::fromValue(Value(longer)).toValue();
+    for (const char* list : {"strokesArray", "brushTypeArray", "colourArray", "widthArray", "opacityArray"})
+        EXPECT_EQ(written[QString::fromLatin1(list)].array()->size(), 2U) << list;
+    const auto reals = Value(
+        Value::Dictionary{{u"strokesArray"_s, Value::Array{Value(1), Value(1), Value(1)}},
+                          {u"widthArray"_s, Value::Array{Value(u"wide"_s), Value(qInf()), Value(3)}},
+                          {u"opacityArray"_s, Value::Array{Value(0.25), Value(u"thin"_s), Value(qQNaN())}}});
     const Drawing damaged = decoded<Bookmark>("Bookmark", {{"drawings", reals}})->drawings;
-    EXPECT_EQ(damaged.widthArray, (std::vector{10.0, 10.0, 3.0}));
-    EXPECT_EQ(damaged.opacityArray, (std::vector{0.25, 1.0, 1.0}));
+    EXPECT_EQ(damaged.strokes,
+              (std::vector<Stroke>{
+                  {.width = 10, .opacity = 0.25}, {.width = 10, .opacity = 1}, {.width = 3, .opacity = 1}}));
 }
 
 TEST(RecordArchiveTest, HeightOfARecordWithoutOneIsItsPathsNumber) {

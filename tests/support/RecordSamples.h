@@ -7,11 +7,11 @@ namespace daylark::test {
 inline Drawing sampleDrawing(int strokes) {
     Drawing drawing;
     for (int i = 0; i < strokes; ++i) {
-        drawing.strokesArray.push_back({QPointF(i, 0.5), QPointF(-3.25, 1e-3 * i)});
-        drawing.brushTypeArray.push_back(i % 2);
-        drawing.colourArray.push_back(QColor(10 * (i % 25), 20, 255, 128));
-        drawing.widthArray.push_back(10.5 + i);
-        drawing.opacityArray.push_back(0.25);
+        drawing.strokes.push_back({{QPointF(i, 0.5), QPointF(-3.25, 1e-3 * i)},
+                                   i % 2,
+                                   QColor(10 * (i % 25), 20, 255, 128),
+                                   10.5 + i,
+                                   0.25});
     }
     return drawing;
 }

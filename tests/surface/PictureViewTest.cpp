@@ -48,75 +48,105 @@ protected:
         EXPECT_TRUE(bench::waitUntil([&] { return view.isDrawn(); }));
         return view.grab().toImage().convertToFormat(QImage::Format_RGB32);
     }
+    [[nodiscard]] QImage rendered() const {
+        return renderScene(view.scene(), view.devicePixels(), view.devicePixelRatioF());
+    }
     void expectScreenIsRenderedArea(const char* what) {
-        EXPECT_LE(worstDifference(screen(), view.renderArea(), view.rect()), 1) << what;
+        EXPECT_LE(worstDifference(screen(), rendered(), view.rect()), 1) << what;
+    }
+    void show(const VideoFrame& frame) {
+        scene.frame = frame;
+        show();
+    }
+    void show() {
+        scene.geometry.setArea(view.size());
+        view.setScene(scene);
+    }
+    /// The whole picture there, in the area's points from its upper left.
+    void place(const QRectF& rect) {
+        scene.geometry = {};
+        scene.geometry.setArea(rect.size());
+        scene.geometry.setMovie(int(rect.width()), int(rect.height()), float(rect.width() / rect.height()));
+        const QSizeF area = view.size();
+        scene.geometry.moveViewTo(
+            {rect.x() - (area.width() - rect.width()) / 2,
+             area.height() - rect.y() - rect.height() - (area.height() - rect.height()) / 2});
+        show();
     }
     PictureView view;
+    Scene scene;
 };
 
 TEST_P(PictureViewTest, ScreenIsTheRenderedAreaWhereverThePictureLies) {
     expectScreenIsRenderedArea("nothing");
-    view.setFrame(madeFrame({"yuv420p10le", {231, 133}}));
+    show(madeFrame({"yuv420p10le", {231, 133}}));
     EXPECT_GT(qGray(screen().pixel(200, 150)) + qGray(screen().pixel(201, 150)), 0);
     EXPECT_EQ(view.pictureRect(), QRectF(0, 35, 400, 230));
     expectScreenIsRenderedArea("fitted");
-    view.setMirroring(true, false);
+    scene.mirrorLeftRight = true;
+    show();
     const QImage mirrored = screen();
-    view.setMirroring(false, false);
+    scene.mirrorLeftRight = false;
+    show();
     EXPECT_LE(worstDifference(mirrored.mirrored(true, false), screen(), view.rect()), 1);
-    view.setPictureRect(QRectF(-1500, -700, 3000, 2000));
+    place(QRectF(-1500, -700, 3000, 2000));
     expectScreenIsRenderedArea("zoomed");
-    view.setPictureRect(QRectF(350, 250, 90, 70));
+    place(QRectF(350, 250, 90, 70));
     EXPECT_EQ(qGray(screen().pixel(200, 150)), 0) << "the earlier picture is gone";
     expectScreenIsRenderedArea("over the edge");
-    view.setPictureRect(QRectF(500, 0, 90, 70));
+    place(QRectF(500, 0, 90, 70));
     expectScreenIsRenderedArea("beyond the edge");
-    view.setPictureRect(std::nullopt);
-    ColourTransform colour;
-    colour.gain = {0, 1, 1};
-    view.setColourTransform(colour);
+    scene.geometry.fit();
+    scene.colour.gain = {0, 1, 1};
+    show();
     EXPECT_EQ(qRed(screen().pixel(200, 150)), 0);
     expectScreenIsRenderedArea("graded");
     view.resize(260, 320);
     ASSERT_TRUE(bench::waitUntil([&] { return screen().size() == QSize(260, 320); }));
     expectScreenIsRenderedArea("resized");
-    view.clear();
+    show(VideoFrame());
     expectScreenIsRenderedArea("cleared");
 }
 
 TEST_P(PictureViewTest, LayersLieAboveThePictureAndReadOutsAboveThem) {
-    view.setFrame(madeFrame({"gray", {400, 300}}));
-    QColor paint = Qt::red;
-    // A stroke comes as an image, as the viewer's do: painted piece by piece its edges would differ by the
-    // clipping.
-    QImage stroke(view.size(), QImage::Format_ARGB32_Premultiplied);
-    stroke.fill(Qt::transparent);
-    QPainter pen(&stroke);
-    pen.setPen(QPen(QColor(0, 200, 0, 160), 9));
-    pen.setRenderHint(QPainter::Antialiasing);
-    pen.drawLine(QPointF(210.5, 20), QPointF(370, 270));
-    pen.end();
-    view.setOverlayPainter([&](QPainter& painter) {
-        painter.fillRect(QRect(0, 0, 200, 100), paint);
-        painter.drawImage(0, 0, stroke);
-    });
-    EXPECT_EQ(screen().pixelColor(199, 99), QColor(Qt::red));
-    EXPECT_NE(screen().pixelColor(200, 100), QColor(Qt::red));
-    expectScreenIsRenderedArea("layer");
-    paint = Qt::blue;
-    view.refreshOverlay();
-    EXPECT_EQ(screen().pixelColor(199, 99), QColor(Qt::blue));
+    show(madeFrame({"gray", {400, 300}}));
+    const auto canvas = std::make_shared<DrawingCanvas>();
+    canvas->beginStroke({0, 250}, DrawingCanvas::brush, Qt::red, 100, 1);
+    canvas->endStroke({200, 250});
+    canvas->beginStroke({210.5, 280}, DrawingCanvas::brush, QColor(0, 200, 0), 9, 0.6);
+    canvas->endStroke({370, 30});
+    scene.drawing = canvas;
+    scene.movieSize = {400, 300};
+    show();
+    EXPECT_EQ(screen().pixelColor(150, 50), QColor(Qt::red));
+    EXPECT_NE(screen().pixelColor(150, 120), QColor(Qt::red));
+    expectScreenIsRenderedArea("drawing");
+    canvas->beginStroke({0, 250}, DrawingCanvas::brush, Qt::blue, 100, 1);
+    for (const bool finished : {false, true}) { // at the pen, and when it is lifted
+        finished ? canvas->endStroke({220, 250}) : canvas->continueStroke({200, 250});
+        view.showStrokes(false);
+        EXPECT_EQ(screen().pixelColor(150, 50), QColor(Qt::blue));
+    }
+    canvas->setStrokes(canvas->currentStrokesDictionary());
+    view.showStrokes(true);
+    expectScreenIsRenderedArea("replaced by the same");
+    scene.maskRatio = 2.35;
+    scene.maskOpacity = 0.7;
+    scene.background = SceneBackground::white;
+    show();
+    EXPECT_EQ(screen().pixelColor(380, 150), QColor(Qt::white));
+    expectScreenIsRenderedArea("mask and background");
 
     const QImage without = screen();
-    PictureView::HeadsUp texts;
-    texts.counter = u"0042"_s;
-    texts.overlayText = u"too dark"_s;
-    texts.overlayColour = Qt::yellow;
-    view.setHeadsUp(texts);
-    EXPECT_NE(screen().pixelColor(20, 20), QColor(Qt::blue)) << "the counter's plate";
-    EXPECT_EQ(screen().pixelColor(4, 4), QColor(Qt::blue));
-    EXPECT_LE(worstDifference(view.renderArea(), without, view.rect()), 1) << "no read-outs in it";
-    view.setHeadsUp({});
+    scene.readOuts.counter = u"0042"_s;
+    scene.readOuts.overlayText = u"too dark"_s;
+    scene.readOuts.overlayColour = Qt::yellow;
+    show();
+    EXPECT_NE(screen().pixelColor(20, 20), without.pixelColor(20, 20)) << "the counter's plate";
+    EXPECT_EQ(screen().pixelColor(4, 4), without.pixelColor(4, 4));
+    expectScreenIsRenderedArea("read-outs");
+    scene.readOuts = {};
+    show();
     EXPECT_EQ(screen(), without) << "read-outs leave nothing behind";
 }
 
@@ -129,12 +159,12 @@ TEST_P(PictureViewTest, PicturesOfARunComeInOrderAndTheLastOneStands) {
     const auto number = [&] {
         return readBarCode(view.grab(view.pictureRect().toAlignedRect()).toImage()).value_or(-1);
     };
-    view.setFrame(frames[0]);
+    show(frames[0]);
     EXPECT_EQ(number(), 1);
     view.setMoving(true);
     int last = 1;
     for (size_t i = 1; i < 47; ++i) {
-        view.setFrame(frames[i]);
+        show(frames[i]);
         if (i % 3 == 0) QTest::qWait(5); // the others come faster than they can be made
         const int now = number();
         EXPECT_GE(now, last);
@@ -142,8 +172,8 @@ TEST_P(PictureViewTest, PicturesOfARunComeInOrderAndTheLastOneStands) {
         last = now;
     }
     EXPECT_TRUE(bench::waitUntil([&] { return number() == 47; })) << "the newest is made in the end";
-    view.setFrame(frames[47]);
-    view.setFrame(frames[30]);
+    show(frames[47]);
+    show(frames[30]);
     view.setMoving(false);
     EXPECT_EQ(number(), 31) << "standing, at once";
     QTest::qWait(50);
@@ -153,29 +183,27 @@ TEST_P(PictureViewTest, PicturesOfARunComeInOrderAndTheLastOneStands) {
 TEST_P(PictureViewTest, OfStandingPicturesTheLastStandsWithItsTextsAndItsGrade) {
     auto opened = FrameReader::open(bench::movie({.frames = 24, .group = 12}));
     ASSERT_TRUE(opened);
-    view.setFrame(*(*opened)->read(0));
+    show(*(*opened)->read(0));
     const QImage first = screen();
     for (const int frame : {5, 9, 14, 20}) // faster than they can be made
-        view.setFrame(*(*opened)->read(frame));
-    PictureView::HeadsUp texts;
-    texts.counter = u"0021"_s;
-    view.setHeadsUp(texts);
-    const auto all = PictureView::Layers::all;
+        show(*(*opened)->read(frame));
+    scene.readOuts.counter = u"0021"_s;
+    show();
     EXPECT_NE(screen(), first);
-    EXPECT_LE(worstDifference(screen(), view.renderArea({}, all), view.rect()), 1);
-    ColourTransform colour;
-    colour.gain = {0, 1, 1};
-    view.setColourTransform(colour);
-    view.setMirroring(true, false); // another place: at once
+    EXPECT_LE(worstDifference(screen(), rendered(), view.rect()), 1);
+    scene.colour.gain = {0, 1, 1};
+    show();
+    scene.mirrorLeftRight = true; // another place: at once
+    show();
     EXPECT_TRUE(view.isDrawn());
-    EXPECT_LE(worstDifference(screen(), view.renderArea({}, all), view.rect()), 1);
+    EXPECT_LE(worstDifference(screen(), rendered(), view.rect()), 1);
 }
 
 TEST_P(PictureViewTest, PictureTooLargeForTheDeviceIsDrawnInSoftware) {
     if (QLatin1String(GetParam()) != QLatin1String("OpenGL")) GTEST_SKIP();
-    view.setFrame(madeFrame({"gray", {70000, 2}}));
+    show(madeFrame({"gray", {70000, 2}}));
     ASSERT_TRUE(bench::waitUntil([&] { return view.rendererName().startsWith(u"Software (OpenGL"_s); }));
-    view.setFrame(madeFrame({"gray", {70, 50}}));
+    show(madeFrame({"gray", {70, 50}}));
     expectScreenIsRenderedArea("after falling back");
 }
 

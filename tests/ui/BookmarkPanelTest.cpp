@@ -120,9 +120,9 @@ TEST_F(BookmarkPanelTest, TypedTextsAndLengthsReachTheBookmarkAndThePicture) {
     typeInto(0, BookmarkRows::descriptionColumn, "boom in l f");
     EXPECT_EQ(bookmark(0)->overlayString, QStringLiteral("boom in l f"));
     EXPECT_EQ(bookmarks.overlayTextData(), QStringLiteral("  boom in l f"));
-    EXPECT_TRUE(window->picture()->headsUp().overlayText.contains(QStringLiteral("boom in l f")));
+    EXPECT_TRUE(window->picture()->scene().readOuts.overlayText.contains(QStringLiteral("boom in l f")));
     preferences.onscreenTextColour.set(QColor(1, 2, 3));
-    EXPECT_EQ(window->picture()->headsUp().overlayColour, QColor(1, 2, 3));
+    EXPECT_EQ(window->picture()->scene().readOuts.overlayColour, QColor(1, 2, 3));
     typeInto(0, BookmarkRows::noteColumn, "see B");
     EXPECT_EQ(bookmark(0)->overlayString2, QStringLiteral("see B"));
     typeInto(0, BookmarkRows::durationColumn, "a24");

@@ -1,10 +1,14 @@
 #include "ui/ViewerWindowFixture.h"
 
+#include "model/Session.h"
+#include "support/Places.h"
 #include "ui/panels/DrawingPanel.h"
 #include "ui/viewer/ViewerPanelHost.h"
 
 #include <QDockWidget>
+#include <QFile>
 #include <QPointingDevice>
+#include <QProcess>
 #include <QSlider>
 #include <QTabletEvent>
 #include <QTemporaryDir>
@@ -71,7 +75,7 @@ TEST_F(DrawingTest, StrokesShowWhereTheyWereDrawnAndErasersUncoverThePicture) {
     EXPECT_TRUE(isYellow(at(0.3, 0.6)));
     EXPECT_FALSE(isYellow(at(0.5, 0.7)));
     ASSERT_EQ(first->bookmarkStore.size(), 1u);
-    EXPECT_EQ(first->bookmarkStore.front()->drawings.strokesArray.size(), 1u);
+    EXPECT_EQ(first->bookmarkStore.front()->drawings.strokes.size(), 1u);
     EXPECT_FALSE(first->drawingIcon.isNil());
     press("Erase");
     stroke({at(0.5, 0.5), at(0.5, 0.6), at(0.5, 0.7)});
@@ -152,7 +156,7 @@ TEST_F(DrawingTest, APenDrawsThroughEveryPointItWasAtAndItsMouseEventsAreNotTake
     }
     EXPECT_TRUE(send(QEvent::TabletRelease, start + QPointF(170, 0)));
     ASSERT_EQ(first->bookmarkStore.size(), 1u);
-    const auto& points = first->bookmarkStore.front()->drawings.strokesArray.at(0);
+    const auto& points = first->bookmarkStore.front()->drawings.strokes.at(0).points;
     ASSERT_EQ(points.size(), 52u);
     const double scale = 256 / view->pictureRect().width(); // parts of a screen's pixel are kept
     EXPECT_NEAR(points[9].x() - points[8].x(), 3.25 * scale, 1e-3);
@@ -176,38 +180,113 @@ TEST_F(DrawingTest, TheFirstClickOnTheViewerDrawsWhileAnotherWindowIsActive) {
     EXPECT_TRUE(isYellow(at(0.4, 0.4)));
 }
 
-TEST_F(DrawingTest, ASnapshotOfAZoomedMirroredMaskedAndDrawnPictureHoldsThePixelsOnScreen) {
+/// The largest difference of any colour, and how many pixels are drawn on.
+struct Compared {
+    int largest = 256, yellowish = 0;
+};
+
+Compared compared(const QImage& a, const QImage& b) {
+    Compared result;
+    if (a.size() != b.size()) return result;
+    result.largest = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb one = a.pixel(x, y), other = b.pixel(x, y);
+            result.largest =
+                std::max({result.largest, std::abs(qRed(one) - qRed(other)),
+                          std::abs(qGreen(one) - qGreen(other)), std::abs(qBlue(one) - qBlue(other))});
+            result.yellowish += qRed(one) > qBlue(one) + 60 && qGreen(one) > qBlue(one) + 60;
+        }
+    return result;
+}
+
+TEST_F(DrawingTest, ASnapshotHoldsThePixelsOnScreenHoweverThePictureLiesAndWhateverLiesOnIt) {
     open();
     preferences.movieMaskOpacity.set(0.6);
     preferences.snapshotFileFormat.set(SnapshotFormat::png);
+    preferences.displayFrameCounter.set(true);
     press("Draw");
     panel->opacitySlider()->setValue(50);
     stroke({at(0.1, 0.2), at(0.5, 0.7), at(0.9, 0.3), at(0.3, 0.45)});
     press("Erase");
     stroke({at(0.4, 0.2), at(0.6, 0.8)});
     trigger("viewer.mask.2.35");
-    trigger("viewer.flop");
-    trigger("viewer.flip");
-    trigger("viewer.zoomIn");
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("still.png"));
-    panels.saveAnswers = {path};
-    ASSERT_EQ(pictureOnScreen() >= -1, true); // stands
-    const QImage screen = window->picture()->grab().toImage().convertToFormat(QImage::Format_RGB32);
-    trigger("viewer.takeSnapshot");
-    controller.snapshots().waitForWriting();
-    const QImage saved = QImage(path).convertToFormat(QImage::Format_RGB32);
-    ASSERT_EQ(saved.size(), screen.size());
-    int largest = 0, yellowish = 0;
-    for (int y = 0; y < screen.height(); ++y)
-        for (int x = 0; x < screen.width(); ++x) {
-            const QRgb a = screen.pixel(x, y), b = saved.pixel(x, y);
-            largest = std::max({largest, std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
-                                std::abs(qBlue(a) - qBlue(b))});
-            yellowish += qRed(a) > qBlue(a) + 60 && qGreen(a) > qBlue(a) + 60;
-        }
-    EXPECT_LE(largest, 1);
-    EXPECT_GT(yellowish, 2000);
+    const auto step = [&](const char* what) {
+        SCOPED_TRACE(what);
+        panels.saveAnswers = {path};
+        ASSERT_TRUE(settled() && pictureIsDrawn());
+        const QImage screen = window->picture()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+        trigger("viewer.takeSnapshot");
+        controller.snapshots().waitForWriting();
+        const Compared result = compared(screen, QImage(path).convertToFormat(QImage::Format_RGB32));
+        EXPECT_LE(result.largest, 1);
+        EXPECT_GT(result.yellowish, 2000);
+    };
+    step("fitted");
+    controller.drawingVisibility().setDrawingBackground(QStringLiteral("White"));
+    step("on white");
+    controller.drawingVisibility().setDrawingBackground(QStringLiteral("Black"));
+    trigger("viewer.flop");
+    step("on black, mirrored");
+    controller.drawingVisibility().setDrawingBackground(QStringLiteral("Picture"));
+    trigger("viewer.flip");
+    trigger("viewer.zoomIn");
+    step("zoomed and mirrored");
+}
+
+TEST_F(DrawingTest, TheHeadlessToolDrawsTheSameArea) {
+    open();
+    press("Draw");
+    stroke({at(0.1, 0.2), at(0.5, 0.7), at(0.9, 0.3)});
+    press("Erase");
+    stroke({at(0.4, 0.2), at(0.6, 0.8)});
+    controller.grade().setValue(ViewerGrade::exposure, 0.5);
+    const QTemporaryDir folder;
+    const QString session = folder.filePath(QStringLiteral("day.dls")),
+                  still = folder.filePath(QStringLiteral("still.png"));
+    const std::map<QString, QString> overrides{{QStringLiteral("mirrorY"), QStringLiteral("1")},
+                                               {QStringLiteral("showMask"), QStringLiteral("1")},
+                                               {QStringLiteral("movieMaskOpacity"), QStringLiteral("0.5")}};
+    QStringList more;
+    for (const auto& [key, value] : overrides) {
+        preferences.find(key)->store(value);
+        more << QStringLiteral("--defaults") << key + u'=' + value;
+    }
+    QFile file(session);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    auto playlist = std::make_shared<Playlist>();
+    playlist->movieList.push_back(first);
+    SessionContents contents;
+    contents.playlists = {playlist};
+    contents.hasPlaylists = true;
+    file.write(encodeSession(contents));
+    file.close();
+    for (const char* background : {"Picture", "White", "Black"}) {
+        SCOPED_TRACE(background);
+        controller.drawingVisibility().setDrawingBackground(QLatin1String(background));
+        const QSize size = window->picture()->size();
+        QProcess tool;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder.path());
+        tool.setProcessEnvironment(environment);
+        tool.start(programFolder() + QStringLiteral("/daylark-tool"),
+                   QStringList{QStringLiteral("snapshot"), session, QStringLiteral("--playlist"),
+                               QStringLiteral("1"), QStringLiteral("--item"), QStringLiteral("1"),
+                               QStringLiteral("--frame"), QStringLiteral("1"), QStringLiteral("--size"),
+                               QStringLiteral("%1x%2").arg(size.width()).arg(size.height()),
+                               QStringLiteral("--out"), still, QStringLiteral("--defaults"),
+                               QStringLiteral("drawingBackgroundColour=%1").arg(QLatin1String(background))} +
+                       more);
+        ASSERT_TRUE(tool.waitForFinished(60000));
+        ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().constData();
+        ASSERT_TRUE(settled() && pictureIsDrawn());
+        const QImage screen = window->picture()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+        const Compared result = compared(screen, QImage(still).convertToFormat(QImage::Format_RGB32));
+        EXPECT_LE(result.largest, 1);
+        EXPECT_GT(result.yellowish, 2000);
+    }
 }
 
 TEST_F(DrawingTest, TheHandMovesAFittedPictureWithItsDrawingAndMask) {
@@ -246,7 +325,7 @@ TEST_F(DrawingTest, DrawingsComeBackWhereARunEndsByItself) {
     trigger("viewer.firstFrame");
     ASSERT_EQ(pictureOnScreen(), 1);
     trigger("viewer.playPause");
-    EXPECT_FALSE(controller.drawing().drawingsAreShown());
+    EXPECT_FALSE(controller.drawingVisibility().drawingsAreShown());
     playOntoTheEnd();
     ASSERT_TRUE(bench::waitUntil([this] { return !transport.isRunning(); }));
     ASSERT_EQ(pictureOnScreen(), 24);
@@ -272,7 +351,7 @@ TEST_F(DrawingTest, TheHandMovesAZoomedPictureAndTheMaskLiesOnIt) {
     trigger("viewer.actualPixels");
     const QRectF before = window->picture()->pictureRect();
     EXPECT_EQ(before.size(), QSizeF(256, 144));
-    EXPECT_TRUE(controller.drawing().isScrollMode());
+    EXPECT_TRUE(controller.drawingTools().isScrollMode());
     EXPECT_EQ(window->picture()->cursor().shape(), Qt::OpenHandCursor);
     const QPoint from = at(0.5, 0.5);
     QTest::mousePress(window->picture(), Qt::LeftButton, {}, from);

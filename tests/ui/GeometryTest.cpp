@@ -1,7 +1,7 @@
 #include "ui/ViewerWindowFixture.h"
 
+#include "picture/scene/DisplayGeometry.h"
 #include "ui/controls/ZoomButton.h"
-#include "viewer/display/DisplayGeometry.h"
 
 #include <QMenu>
 #include <QScreen>
@@ -117,10 +117,10 @@ TEST_F(GeometryTest, AZoomedPictureKeepsItsSizeWhenTheWindowIsResizedAndFitsAgai
     window->resize(1000, 800);
     QCoreApplication::processEvents();
     EXPECT_EQ(controller.geometry().geometry().view().size(), zoomed);
-    EXPECT_TRUE(controller.drawing().isScrollMode());
+    EXPECT_TRUE(controller.drawingTools().isScrollMode());
     trigger("viewer.fit");
     EXPECT_EQ(controller.geometry().geometry().view().size(), QSizeF(area()));
-    EXPECT_EQ(controller.drawing().interactiveMode(), QStringLiteral("off"));
+    EXPECT_EQ(controller.drawingTools().interactiveMode(), QStringLiteral("off"));
     EXPECT_EQ(pictureOnScreen(), 1);
 }
 

@@ -87,7 +87,7 @@ TEST_F(KeyboardReviewTest, BookmarksAreMadeNamedVisitedLoopedAndTheMovieFlaggedW
     EXPECT_TRUE(
         robot.waitFor([this] { return bookmark(0).overlayString == QLatin1String("boom in shot; fix"); }));
     EXPECT_FALSE(transport.isRunning());
-    EXPECT_EQ(window->picture()->headsUp().overlayText, QStringLiteral("boom in shot; fix"));
+    EXPECT_EQ(window->picture()->scene().readOuts.overlayText, QStringLiteral("boom in shot; fix"));
     press("period"); // from the panel
     EXPECT_TRUE(shows(96));
     for (int step = 0; step < 26; ++step)

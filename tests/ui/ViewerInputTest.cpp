@@ -95,7 +95,7 @@ TEST_F(ViewerInputTest, KeysCountWhateverTheModifiersButShortcutsComeFirst) {
     key(Qt::Key_A);
     EXPECT_FALSE(first->applyGrade);
     key(Qt::Key_T, Qt::ControlModifier); // takes a snapshot
-    EXPECT_FALSE(controller.drawing().isDrawMode());
+    EXPECT_FALSE(controller.drawingTools().isDrawMode());
     key(Qt::Key_F); // only in full screen
     EXPECT_FALSE(isShown(ViewerPanel::controls));
 }
@@ -221,7 +221,7 @@ TEST_F(ViewerInputTest, AClickWithAToolPutsListAndControlsAwayToo) {
     enterFullScreen();
     for (const char* tool : {"Scroll", "Draw"}) {
         SCOPED_TRACE(tool);
-        controller.drawing().chooseInteractiveTool({QLatin1String(tool)});
+        controller.drawingTools().chooseInteractiveTool({QLatin1String(tool)});
         panelsOfViewer().show(ViewerPanel::playlistDrawer, true);
         panelsOfViewer().show(ViewerPanel::controls, true);
         ASSERT_TRUE(window->fullScreen()->movieList()->isShown());
@@ -299,10 +299,10 @@ TEST_F(ViewerInputTest, FloatingTimecodeFollowsThePictureAndItsFiguresTheWindow)
     FloatingTimecode* floating = window->floatingTimecode();
     preferences.displayTimecode.set(true);
     EXPECT_FALSE(floating->isVisible());
-    EXPECT_FALSE(window->picture()->headsUp().timecode.isEmpty());
+    EXPECT_FALSE(window->picture()->scene().readOuts.timecode.isEmpty());
     preferences.timecodeDisplayType.set(TimecodePlace::floating);
     ASSERT_TRUE(floating->isVisible());
-    EXPECT_TRUE(window->picture()->headsUp().timecode.isEmpty());
+    EXPECT_TRUE(window->picture()->scene().readOuts.timecode.isEmpty());
     key(Qt::Key_Right);
     EXPECT_SHOWN(2);
     EXPECT_EQ(floating->field()->text(), time.currentTimeCodeForDisplay());
@@ -329,21 +329,22 @@ TEST_F(ViewerInputTest, TheFloatingTimecodeKeepsToItsPreferenceFromTheFirstPictu
     transport.displayNextMovie();
     ASSERT_TRUE(settled());
     EXPECT_FALSE(seen || floating->isVisible());
-    EXPECT_TRUE(window->picture()->headsUp().timecode.endsWith(QStringLiteral("00:00:00:00")));
+    EXPECT_TRUE(window->picture()->scene().readOuts.timecode.endsWith(QStringLiteral("00:00:00:00")));
     window->close();
     QObject::disconnect(watch);
     preferences.timecodeDisplayType.set(TimecodePlace::floating);
     show({first});
     EXPECT_TRUE(floating->isVisible());
     EXPECT_TRUE(floating->field()->text().endsWith(QStringLiteral("00:00:00:00")));
-    EXPECT_TRUE(window->picture()->headsUp().timecode.isEmpty());
+    EXPECT_TRUE(window->picture()->scene().readOuts.timecode.isEmpty());
 }
 
 TEST_F(ViewerInputTest, ReadOutsHaveTheColourOfThePreference) {
     openFrames(48);
     preferences.onscreenTextColour.set(QColor(0, 255, 255));
     preferences.displayFrameCounter.set(true);
-    const QImage shown = window->picture()->renderArea({}, PictureView::Layers::all).copy(0, 0, 200, 60);
+    const QImage shown =
+        renderScene(controller.scene().scene(), window->picture()->size()).copy(0, 0, 200, 60);
     bool found = false;
     for (int y = 0; y < shown.height(); ++y)
         for (int x = 0; x < shown.width(); ++x)

@@ -28,7 +28,7 @@ protected:
     [[nodiscard]] QDoubleSpinBox* toolWidthField() const {
         return window->findChild<DrawingPanel*>()->findChildren<QDoubleSpinBox*>().front();
     }
-    DrawingMode& drawing = controller.drawing();
+    DrawingTools& tools = controller.drawingTools();
 };
 
 TEST_F(ViewerKeyboardTest, AListThatPlaysOnLeavesTheKeyboardWhereItIs) {
@@ -68,24 +68,24 @@ TEST_F(ViewerKeyboardTest, DrawingToolsAreLaidDownWithTheMovieAndNotTakenUpBySho
     openTwo();
     key(Qt::Key_S);
     ASSERT_TRUE(controller.panels().isVisible(ViewerPanel::drawing));
-    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
-    EXPECT_FALSE(drawing.brushToolButton());
+    EXPECT_EQ(tools.interactiveMode(), QStringLiteral("off"));
+    EXPECT_FALSE(tools.brushToolButton());
     key(Qt::Key_H);
     key(Qt::Key_D); // by itself it takes up the brush, as its preference wants it
-    EXPECT_TRUE(drawing.isDrawMode() && drawing.brushToolButton());
-    drawing.chooseInteractiveTool({QStringLiteral("Erase")});
-    EXPECT_EQ(drawing.currentWidth(), 40);
+    EXPECT_TRUE(tools.isDrawMode() && tools.brushToolButton());
+    tools.chooseInteractiveTool({QStringLiteral("Erase")});
+    EXPECT_EQ(tools.currentWidth(), 40);
     transport.displayNextMovie();
     ASSERT_TRUE(settled());
-    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
-    EXPECT_FALSE(drawing.brushToolButton() || drawing.eraserToolButton());
-    EXPECT_EQ(drawing.currentWidth(), 10);
+    EXPECT_EQ(tools.interactiveMode(), QStringLiteral("off"));
+    EXPECT_FALSE(tools.brushToolButton() || tools.eraserToolButton());
+    EXPECT_EQ(tools.currentWidth(), 10);
     key(Qt::Key_T);
     key(Qt::Key_T);
-    ASSERT_TRUE(drawing.eraserToolButton());
+    ASSERT_TRUE(tools.eraserToolButton());
     key(Qt::Key_H);
     key(Qt::Key_S);
-    EXPECT_FALSE(drawing.isDrawMode()) << "put away, the panel had laid it down";
+    EXPECT_FALSE(tools.isDrawMode()) << "put away, the panel had laid it down";
 }
 
 TEST_F(ViewerKeyboardTest, DrawingToolsHandTheKeyboardBackDockedOrNot) {
@@ -101,7 +101,7 @@ TEST_F(ViewerKeyboardTest, DrawingToolsHandTheKeyboardBackDockedOrNot) {
         QTest::keyClicks(toolWidthField(), docked ? QStringLiteral("21") : QStringLiteral("33"));
         QTest::keyClick(toolWidthField(), Qt::Key_Return);
         EXPECT_TRUE(viewerHasKeyboard());
-        EXPECT_EQ(drawing.currentWidth(), docked ? 21 : 33);
+        EXPECT_EQ(tools.currentWidth(), docked ? 21 : 33);
         takeKeyboard(toolWidthField());
         trigger("viewer.showAllPanels");
         EXPECT_TRUE(viewerHasKeyboard());

@@ -83,7 +83,7 @@ TEST_F(ViewerRangeTest, CounterSetToOneShowsOnStripAndPicture) {
     goByHand(33);
     window->commands().action(QStringLiteral("viewer.counterToOne"))->trigger();
     EXPECT_EQ(text("counter"), QStringLiteral("0001"));
-    EXPECT_EQ(window->picture()->headsUp().counter, QStringLiteral("0001"));
+    EXPECT_EQ(window->picture()->scene().readOuts.counter, QStringLiteral("0001"));
     key(Qt::Key_Right);
     EXPECT_EQ(text("counter"), QStringLiteral("0002"));
     EXPECT_EQ(pictureOnScreen(), 34);

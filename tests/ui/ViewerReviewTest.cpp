@@ -124,9 +124,9 @@ TEST_F(ViewerReviewTest, BookmarkTextTypedInTheTableStandsOverThePictureAndDelet
     QTest::keyClick(editor, Qt::Key_Return);
     EXPECT_TRUE(bench::waitUntil(
         [&] { return (*first->bookmarkStore.begin())->overlayString == QLatin1String("boom in l f"); }));
-    EXPECT_EQ(window->picture()->headsUp().overlayText, QStringLiteral("boom in l f"));
+    EXPECT_EQ(window->picture()->scene().readOuts.overlayText, QStringLiteral("boom in l f"));
     preferences.displayBookmarkText.set(false);
-    EXPECT_TRUE(window->picture()->headsUp().overlayText.isEmpty());
+    EXPECT_TRUE(window->picture()->scene().readOuts.overlayText.isEmpty());
     takeKeyboard(table);
     key(Qt::Key_Delete);
     EXPECT_TRUE(first->bookmarkStore.empty());
@@ -179,14 +179,14 @@ TEST_F(ViewerReviewTest, DrawerShowsAMovieByClickAndComesBackAtTheNextOpening) {
 
 TEST_F(ViewerReviewTest, ReadOutsOverThePictureFollowThePreferences) {
     openFrames(48);
-    EXPECT_TRUE(window->picture()->headsUp().counter.isEmpty());
+    EXPECT_TRUE(window->picture()->scene().readOuts.counter.isEmpty());
     preferences.displayFrameCounter.set(true);
     preferences.counterStartFrame.set(1001);
-    EXPECT_EQ(window->picture()->headsUp().counter, QStringLiteral("1001"));
+    EXPECT_EQ(window->picture()->scene().readOuts.counter, QStringLiteral("1001"));
     preferences.displayTimecode.set(true);
-    EXPECT_TRUE(window->picture()->headsUp().timecode.endsWith(QStringLiteral("00:00:00:00")));
+    EXPECT_TRUE(window->picture()->scene().readOuts.timecode.endsWith(QStringLiteral("00:00:00:00")));
     preferences.displayFilename.set(true);
-    EXPECT_EQ(window->picture()->headsUp().filename, first->filenameString);
+    EXPECT_EQ(window->picture()->scene().readOuts.filename, first->filenameString);
 }
 
 TEST(RichText, GoesThroughTheFieldWithoutLoss) {

@@ -187,13 +187,13 @@ TEST_F(ViewerTransportTest, AMissingFileIsSaidCalmlyAndTheNextMovieStillShows) {
     second = record(bench::movie({.frames = 48, .group = 12}));
     controller.open({first, second}, 0);
     ASSERT_TRUE(bench::waitUntil([&] { return !alerts.shown.empty(); }));
-    EXPECT_TRUE(window->picture()->headsUp().message.contains(QStringLiteral("lost.mov")));
+    EXPECT_TRUE(window->picture()->scene().readOuts.message.contains(QStringLiteral("lost.mov")));
     EXPECT_TRUE(window->picture()->pictureRect().isEmpty());
     EXPECT_FALSE(window->slider()->isEnabled());
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     key(Qt::Key_PageDown);
     EXPECT_SHOWN(1);
-    EXPECT_TRUE(window->picture()->headsUp().message.isEmpty());
+    EXPECT_TRUE(window->picture()->scene().readOuts.message.isEmpty());
 }
 
 } // namespace daylark

@@ -27,10 +27,10 @@ TEST_F(NeighbourMoviesTest, EveryStartPositionIsForeseenWhereTheTransportPutsIt)
                 movie->bookmarkStore = {std::make_shared<Bookmark>(90, 2, 24.0f)};
             preferences.loadFrame.store(
                 QString::fromLatin1(start == std::string("Beyond") ? "First Bookmark" : start));
-            const auto foreseen = startFrameOf(*movie, preferences, player.currentTime(), false);
+            const StartPosition foreseen(*movie, preferences, player.currentTime());
             controller.list().setSelectionIndex(1);
             ASSERT_TRUE(settled());
-            EXPECT_EQ(player.currentFrame(), foreseen(player.index())) << start << trimmed;
+            EXPECT_EQ(player.currentFrame(), foreseen.frameIn(player.index(), false)) << start << trimmed;
             movie->mLastFrameVisited = {17 * 512 + 3, 24 * 512}; // leaving it notes where it stood
         }
 }

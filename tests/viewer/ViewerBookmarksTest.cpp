@@ -25,11 +25,7 @@ protected:
 Drawing strokesOf(int count, const QColor& colour) {
     Drawing drawing;
     for (int stroke = 0; stroke < count; ++stroke) {
-        drawing.strokesArray.push_back({{double(stroke), 1.0}});
-        drawing.brushTypeArray.push_back(1);
-        drawing.colourArray.push_back(colour);
-        drawing.widthArray.push_back(4);
-        drawing.opacityArray.push_back(1);
+        drawing.strokes.push_back({{{double(stroke), 1.0}}, 1, colour, 4, 1});
     }
     return drawing;
 }
@@ -284,7 +280,7 @@ TEST_F(ViewerBookmarksTest, DrawingsOfAllActiveBookmarksStandTogetherInTheirOrde
     edits.editBookmark(controller.currentMovie(), bookmarks.bookmarks()[1],
                        [](Bookmark& b) { b.removeLastStrokeFromDrawing(); });
     EXPECT_EQ(changed.count(), 2);
-    EXPECT_EQ(bookmarks.activeDrawings().strokesArray.size(), 2u);
+    EXPECT_EQ(bookmarks.activeDrawings().strokes.size(), 2u);
     goTo(40);
     EXPECT_FALSE(bookmarks.activeDrawings().hasStrokes());
 }

@@ -60,22 +60,22 @@ TEST_F(ViewerInputTest, PanelKeysToggleAndFullScreenKeysWorkOnlyThere) {
 }
 
 TEST_F(ViewerInputTest, BracketsChangeTheToolsWidthWithinItsLimitsWhileThePanelIsOpen) {
-    DrawingMode& drawing = controller.drawing();
+    DrawingTools& tools = controller.drawingTools();
     preferences.brushWidth.set(2.0);
-    drawing.chooseInteractiveTool({QStringLiteral("Draw")});
+    tools.chooseInteractiveTool({QStringLiteral("Draw")});
     press(ViewerInput::keyLeftBracket);
-    EXPECT_EQ(drawing.currentWidth(), 2);
+    EXPECT_EQ(tools.currentWidth(), 2);
     host.visible.insert(ViewerPanel::drawing);
     press(ViewerInput::keyLeftBracket);
     press(ViewerInput::keyLeftBracket);
-    EXPECT_EQ(drawing.currentWidth(), 1);
-    drawing.setToolWidth(99);
+    EXPECT_EQ(tools.currentWidth(), 1);
+    tools.setToolWidth(99);
     press(ViewerInput::keyRightBracket);
     press(ViewerInput::keyRightBracket);
-    EXPECT_EQ(drawing.currentWidth(), 100);
-    drawing.setToolWidth(0);
+    EXPECT_EQ(tools.currentWidth(), 100);
+    tools.setToolWidth(0);
     press(ViewerInput::keyRightBracket);
-    EXPECT_EQ(drawing.currentWidth(), 0);
+    EXPECT_EQ(tools.currentWidth(), 0);
 }
 
 TEST_F(ViewerInputTest, TheWheelStepsOneFrameAnEventWhateverItsSize) {

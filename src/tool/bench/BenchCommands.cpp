@@ -39,11 +39,7 @@ Drawing madeDrawing(std::mt19937& random) {
         std::vector<QPointF> points;
         for (int point = 0; point < 40; ++point)
             points.emplace_back(double(random() % 19200) / 10, double(random() % 10800) / 10);
-        drawing.strokesArray.push_back(points);
-        drawing.brushTypeArray.push_back(1);
-        drawing.colourArray.emplace_back(Qt::yellow);
-        drawing.widthArray.push_back(10);
-        drawing.opacityArray.push_back(1);
+        drawing.strokes.push_back({points, 1, Qt::yellow, 10, 1});
     }
     return drawing;
 }

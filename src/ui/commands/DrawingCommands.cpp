@@ -18,10 +18,10 @@ QString drawingText(const char* text) {
 } // namespace
 
 void addDrawingCommands(Commands& commands, MoviePlayerController& controller) {
-    DrawingMode& drawing = controller.drawing();
+    FrameDrawings& drawing = controller.drawings();
     const auto hasMovie = [&controller] { return controller.currentMovie() != nullptr; };
     const auto isDrawn = [&controller] {
-        return controller.drawing().canvas().currentStrokesDictionary().hasStrokes();
+        return controller.drawings().canvas().currentStrokesDictionary().hasStrokes();
     };
     commands.add({QStringLiteral("viewer.drawingTools"),
                   drawingText(QT_TRANSLATE_NOOP("DrawingCommands", "&Drawing Tools")),
@@ -55,8 +55,8 @@ void addDrawingCommands(Commands& commands, MoviePlayerController& controller) {
                   {},
                   [&drawing] { drawing.deleteAllDrawingsFromMovie(); },
                   hasMovie});
-    QObject::connect(&drawing, &DrawingMode::historyChanged, &commands, &Commands::refresh);
-    QObject::connect(&drawing, &DrawingMode::strokesChanged, &commands, &Commands::refresh);
+    QObject::connect(&drawing, &FrameDrawings::historyChanged, &commands, &Commands::refresh);
+    QObject::connect(&drawing, &FrameDrawings::strokesChanged, &commands, &Commands::refresh);
 }
 
 void fillDrawingMenu(QMenu* menu, const Commands& commands) {

@@ -1,7 +1,7 @@
 #include "ui/common/Binding.h"
 
+#include "picture/scene/DisplayGeometry.h"
 #include "ui/common/Theme.h"
-#include "viewer/display/DisplayGeometry.h"
 
 #include <QCheckBox>
 #include <QColorDialog>

@@ -69,18 +69,21 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     , widthNumber_(numberField(this, 1, 1000, 0))
     , opacityNumber_(numberField(this, 0, 1, 2)) {
     setObjectName(QStringLiteral("drawingPanel"));
-    DrawingMode& drawing = controller_.drawing();
+    DrawingTools& tools = controller_.drawingTools();
+    DrawingVisibility& visibility = controller_.drawingVisibility();
     Preferences& preferences = controller_.preferences();
 
-    auto* tools = new QHBoxLayout;
-    tools->setSpacing(4);
-    draw_ = addTool(*tools, QStringLiteral("Draw"), QStringLiteral("draw"),
+    auto* toolRow = new QHBoxLayout;
+    toolRow->setSpacing(4);
+    draw_ = addTool(*toolRow, QStringLiteral("Draw"), QStringLiteral("draw"),
                     tr("Draw with the brush (T changes)"));
-    erase_ = addTool(*tools, QStringLiteral("Erase"), QStringLiteral("eraser"), tr("Erase from the drawing"));
-    scroll_ = addTool(*tools, QStringLiteral("Scroll"), QStringLiteral("pan"), tr("Move the zoomed picture"));
-    tools->addStretch(1);
+    erase_ =
+        addTool(*toolRow, QStringLiteral("Erase"), QStringLiteral("eraser"), tr("Erase from the drawing"));
+    scroll_ =
+        addTool(*toolRow, QStringLiteral("Scroll"), QStringLiteral("pan"), tr("Move the zoomed picture"));
+    toolRow->addStretch(1);
     for (const char* id : {"viewer.undoStroke", "viewer.redoStroke"})
-        tools->addWidget(commands.button(QLatin1String(id), this));
+        toolRow->addWidget(commands.button(QLatin1String(id), this));
 
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(8);
@@ -104,8 +107,8 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     background->setFocusPolicy(Qt::NoFocus);
     background->setAccessibleName(tr("Behind drawings"));
     background->addItems(allWords<DrawingBackground>());
-    background->setCurrentText(drawing.drawingBackground());
-    connect(background, &QComboBox::textActivated, &drawing, &DrawingMode::setDrawingBackground);
+    background->setCurrentText(visibility.drawingBackground());
+    connect(background, &QComboBox::textActivated, &visibility, &DrawingVisibility::setDrawingBackground);
     grid->addWidget(new QLabel(tr("Shown"), this), 2, 0);
     grid->addWidget(shows, 2, 1, 1, 2);
     grid->addWidget(new QLabel(tr("Behind"), this), 3, 0);
@@ -124,21 +127,21 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 8, 12, 8);
     layout->setSpacing(8);
-    layout->addLayout(tools);
+    layout->addLayout(toolRow);
     layout->addLayout(colours());
     layout->addLayout(grid);
     layout->addLayout(foot);
     layout->addStretch(1);
     setMinimumWidth(260);
 
-    connect(width_, &QSlider::valueChanged, this, [&drawing](int value) { drawing.setToolWidth(value); });
+    connect(width_, &QSlider::valueChanged, this, [&tools](int value) { tools.setToolWidth(value); });
     connect(opacity_, &QSlider::valueChanged, this,
-            [&drawing](int value) { drawing.setToolOpacity(value / 100.0); });
-    connect(widthNumber_, &QDoubleSpinBox::valueChanged, &drawing, &DrawingMode::setToolWidth);
-    connect(opacityNumber_, &QDoubleSpinBox::valueChanged, &drawing, &DrawingMode::setToolOpacity);
-    connect(&drawing, &DrawingMode::modeChanged, this, &DrawingPanel::showMode);
-    connect(&drawing, &DrawingMode::strokesChanged, background, [background, &drawing] {
-        const int at = background->findText(drawing.drawingBackground());
+            [&tools](int value) { tools.setToolOpacity(value / 100.0); });
+    connect(widthNumber_, &QDoubleSpinBox::valueChanged, &tools, &DrawingTools::setToolWidth);
+    connect(opacityNumber_, &QDoubleSpinBox::valueChanged, &tools, &DrawingTools::setToolOpacity);
+    connect(&tools, &DrawingTools::modeChanged, this, &DrawingPanel::showMode);
+    connect(&visibility, &DrawingVisibility::changed, background, [background, &visibility] {
+        const int at = background->findText(visibility.drawingBackground());
         background->setCurrentIndex(std::max(0, at));
     });
     showMode();
@@ -157,7 +160,7 @@ QToolButton* DrawingPanel::addTool(QHBoxLayout& row, const QString& title, const
     button->setToolTip(hint);
     button->setAccessibleName(title);
     connect(button, &QToolButton::clicked, this, [this, title] {
-        controller_.drawing().chooseInteractiveTool({title});
+        controller_.drawingTools().chooseInteractiveTool({title});
         showMode(); // whatever the button made of itself
     });
     row.addWidget(button);
@@ -196,7 +199,7 @@ QLayout* DrawingPanel::colours() {
         button->setToolTip(name);
         button->setAccessibleName(name);
         connect(button, &QToolButton::clicked, this,
-                [this, chosen = colour] { controller_.drawing().setBrushColour(chosen); });
+                [this, chosen = colour] { controller_.drawingTools().setBrushColour(chosen); });
         row->addWidget(button);
     }
     row->addStretch(1);
@@ -208,11 +211,11 @@ void DrawingPanel::chooseColour() {
         colourDialog_ = new QColorDialog(this);
         colourDialog_->setWindowTitle(tr("Colour of the Brush"));
         colourDialog_->setOption(QColorDialog::NoButtons);
-        connect(colourDialog_, &QColorDialog::currentColorChanged, &controller_.drawing(),
-                &DrawingMode::setBrushColour);
+        connect(colourDialog_, &QColorDialog::currentColorChanged, &controller_.drawingTools(),
+                &DrawingTools::setBrushColour);
     }
     const QSignalBlocker silence(colourDialog_);
-    colourDialog_->setCurrentColor(controller_.drawing().brushColour());
+    colourDialog_->setCurrentColor(controller_.drawingTools().brushColour());
     colourDialog_->show();
     colourDialog_->raise();
 }
@@ -222,17 +225,17 @@ void DrawingPanel::closeColourDialog() {
 }
 
 void DrawingPanel::showMode() {
-    const DrawingMode& drawing = controller_.drawing();
-    draw_->setChecked(drawing.brushToolButton());
-    erase_->setChecked(drawing.eraserToolButton());
-    scroll_->setChecked(drawing.scrollToolButton());
-    well_->setIcon(swatch(drawing.brushColour(), 24));
+    const DrawingTools& tools = controller_.drawingTools();
+    draw_->setChecked(tools.brushToolButton());
+    erase_->setChecked(tools.eraserToolButton());
+    scroll_->setChecked(tools.scrollToolButton());
+    well_->setIcon(swatch(tools.brushColour(), 24));
     const QSignalBlocker widthSilence(width_), opacitySilence(opacity_), widthNumberSilence(widthNumber_),
         opacityNumberSilence(opacityNumber_);
-    width_->setValue(int(std::lround(drawing.currentWidth())));
-    widthNumber_->setValue(drawing.currentWidth());
-    opacity_->setValue(int(std::lround(drawing.currentOpacity() * 100)));
-    opacityNumber_->setValue(drawing.currentOpacity());
+    width_->setValue(int(std::lround(tools.currentWidth())));
+    widthNumber_->setValue(tools.currentWidth());
+    opacity_->setValue(int(std::lround(tools.currentOpacity() * 100)));
+    opacityNumber_->setValue(tools.currentOpacity());
 }
 
 } // namespace daylark

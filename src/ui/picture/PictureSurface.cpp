@@ -1,6 +1,6 @@
 #include "ui/picture/PictureSurface.h"
 
-#include "ui/picture/GlPictureRenderer.h"
+#include "picture/gl/GlPictureRenderer.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
@@ -25,9 +25,9 @@ PictureSurface::~PictureSurface() {
     if (context()) context()->disconnect(this); // it goes after this part of the object
 }
 
-void PictureSurface::setScene(Scene scene) {
-    if (scene.frame.data() != scene_.frame.data()) planes_ = {};
-    scene_ = std::move(scene);
+void PictureSurface::showPicture(Shown shown) {
+    if (shown.frame.data() != shown_.frame.data()) planes_ = {};
+    shown_ = std::move(shown);
     update();
 }
 
@@ -50,8 +50,8 @@ void PictureSurface::paintGL() {
     if (renderer_) {
         const qreal ratio = devicePixelRatioF();
         const QSize target(int(std::lround(width() * ratio)), int(std::lround(height() * ratio)));
-        if (planes_.isNull()) planes_ = planesOf(scene_.frame);
-        const Result<void> picture = renderer_->draw(planes_, scene_.request, target, scene_.at);
+        if (planes_.isNull()) planes_ = planesOf(shown_.frame);
+        const Result<void> picture = renderer_->draw(planes_, shown_.request, target, shown_.at);
         if (!picture) fail(picture.error().text);
         renderer_->drawLayers(layers_(), target);
     }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "media/decode/VideoFrame.h"
 #include "picture/PicturePlanes.h"
 #include "picture/PictureRenderer.h"
-#include "media/decode/VideoFrame.h"
-#include "ui/picture/PictureLayer.h"
+#include "picture/scene/PictureLayer.h"
 
 #include <QOpenGLWidget>
 
@@ -15,12 +15,12 @@ namespace daylark {
 
 class GlPictureRenderer;
 
-/// What the picture view shows in OpenGL mode: covers it, takes no events, shows one scene. Owned by the
+/// What the picture view shows in OpenGL mode: covers it, takes no events, shows one picture. Owned by the
 /// view; interface thread. Announces once that it cannot draw.
 class PictureSurface : public QOpenGLWidget {
     Q_OBJECT
 public:
-    struct Scene {
+    struct Shown {
         VideoFrame frame;
         PictureRequest request; ///< `visible` within the picture, or an empty size for no picture
         QPoint at;              ///< where its upper left pixel lies in the area, device pixels
@@ -30,13 +30,13 @@ public:
     PictureSurface(QWidget* view, Layers layers);
     ~PictureSurface() override;
 
-    void setScene(Scene scene);
+    void showPicture(Shown shown);
     [[nodiscard]] QString deviceName() const { return deviceName_; }
 
 Q_SIGNALS:
     void ready(); ///< the driver's name is known
     void failed(const QString& reason);
-    void drawn(); ///< the scene is on its way to the screen
+    void drawn(); ///< the picture is on its way to the screen
 
 protected:
     void initializeGL() override;
@@ -48,8 +48,8 @@ private:
 
     Layers layers_;
     std::unique_ptr<GlPictureRenderer> renderer_;
-    Scene scene_;
-    PicturePlanes planes_; ///< of the scene's frame; null: to be made
+    Shown shown_;
+    PicturePlanes planes_; ///< of the frame; null: to be made
     QString deviceName_;
     bool failed_ = false;
 };

@@ -1,8 +1,9 @@
 #include "ui/picture/PictureView.h"
 
-#include "ui/picture/GlPictureContext.h"
+#include "picture/gl/GlPictureContext.h"
 #include "ui/picture/PictureSurface.h"
 #include "ui/picture/PictureWorker.h"
+#include "viewer/display/ViewerScene.h"
 
 #include <QFutureWatcher>
 #include <QGuiApplication>
@@ -12,7 +13,6 @@
 #include <QWheelEvent>
 #include <QtConcurrent>
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -34,12 +34,6 @@ OpenGlProbe probeOpenGl(const QString& platform) {
     return {(*context)->deviceName(), {}};
 }
 
-QRect pixelRect(const QRectF& rect, qreal scaleX, qreal scaleY) {
-    const QSize size(int(std::lround(rect.width() * scaleX)), int(std::lround(rect.height() * scaleY)));
-    return {QPoint(int(std::lround(rect.x() * scaleX)), int(std::lround(rect.y() * scaleY))),
-            size.expandedTo({1, 1})};
-}
-
 } // namespace
 
 PictureView::PictureView(QWidget* parent)
@@ -54,15 +48,40 @@ PictureView::~PictureView() {
     delete std::exchange(surface_, nullptr); // paints through this view's members
 }
 
-void PictureView::setFrame(const VideoFrame& frame) {
-    if (moving_ && frameWanted_ > shown_ && !frame_.isNull()) ++skipped_;
-    frame_ = frame;
-    pictureChanged(Make::away);
-    frameWanted_ = wanted_;
+void PictureView::follow(const ViewerScene& viewer) {
+    connect(&viewer, &ViewerScene::changed, this, [this, &viewer] { setScene(viewer.scene()); });
+    connect(&viewer, &ViewerScene::strokesChanged, this, &PictureView::showStrokes);
+    setScene(viewer.scene());
 }
 
-void PictureView::clear() {
-    setFrame({});
+void PictureView::setScene(const Scene& scene) {
+    const bool frame = scene.frame.data() != scene_.frame.data();
+    const bool made = frame || !(scene.colour == scene_.colour);
+    const bool place = !(scene.geometry == scene_.geometry) ||
+                       scene.mirrorLeftRight != scene_.mirrorLeftRight ||
+                       scene.mirrorUpsideDown != scene_.mirrorUpsideDown;
+    const bool above = place || scene.background != scene_.background ||
+                       scene.maskRatio != scene_.maskRatio || scene.maskOpacity != scene_.maskOpacity ||
+                       scene.drawing != scene_.drawing || scene.movieSize != scene_.movieSize;
+    if (frame && moving_ && frameWanted_ > shown_ && !scene_.frame.isNull()) ++skipped_;
+    const QString statistics = scene_.readOuts.statistics;
+    const ReadOuts before = scene_.readOuts;
+    scene_ = scene;
+    scene_.readOuts.statistics = statistics;
+    if (above) refreshOverlay(); // what is drawn on the picture follows it
+    if (place)
+        pictureChanged(moving_ ? Make::away : Make::atPainting);
+    else if (made)
+        pictureChanged(Make::away);
+    else if (scene_.readOuts != before)
+        readOutsChanged();
+    if (frame) frameWanted_ = wanted_;
+}
+
+void PictureView::showStrokes(bool replaced) {
+    if (replaced) painter_.strokesChanged();
+    const QRectF changed = painter_.updateStrokes(scene_, devicePixelRatioF());
+    if (!changed.isEmpty()) refreshOverlay(changed.toAlignedRect());
 }
 
 void PictureView::setMoving(bool moving) {
@@ -77,43 +96,15 @@ void PictureView::setMoving(bool moving) {
     refresh();
 }
 
-void PictureView::setHeadsUp(const HeadsUp& headsUp) {
-    if (headsUp == headsUp_) return;
-    headsUp_ = headsUp;
-    // While the picture that they belong to is being made, they wait for it.
+// While the picture that they belong to is being made, they wait for it.
+void PictureView::readOutsChanged() {
     if (surface_ || shown_ == wanted_ || asked_ != wanted_) refresh();
 }
 
 void PictureView::setStatistics(const QString& lines) {
-    if (lines == statistics_) return;
-    statistics_ = lines;
+    if (lines == scene_.readOuts.statistics) return;
+    scene_.readOuts.statistics = lines;
     refresh();
-}
-
-void PictureView::setColourTransform(const ColourTransform& colour) {
-    if (colour == colour_) return;
-    colour_ = colour;
-    pictureChanged(Make::away);
-}
-
-void PictureView::setMirroring(bool leftRight, bool upsideDown) {
-    if (leftRight == mirrorLeftRight_ && upsideDown == mirrorUpsideDown_) return;
-    mirrorLeftRight_ = leftRight;
-    mirrorUpsideDown_ = upsideDown;
-    refreshOverlay(); // what is drawn on the picture follows it
-    pictureChanged(moving_ ? Make::away : Make::atPainting);
-}
-
-void PictureView::setPictureRect(std::optional<QRectF> rect) {
-    if (rect == rect_) return;
-    rect_ = rect;
-    refreshOverlay();
-    pictureChanged(moving_ ? Make::away : Make::atPainting);
-}
-
-void PictureView::setOverlayPainter(std::function<void(QPainter&)> painter) {
-    overlayPainter_ = std::move(painter);
-    refreshOverlay();
 }
 
 void PictureView::refreshOverlay(const QRect& part) {
@@ -128,30 +119,8 @@ QSize PictureView::devicePixels() const {
     return {int(std::lround(width() * ratio)), int(std::lround(height() * ratio))};
 }
 
-PictureView::Placement PictureView::placementIn(QSizeF area, QSize pixels) const {
-    Placement placement;
-    const QSize picture = frame_.isNull() ? QSize() : frame_.displaySize();
-    if (picture.isEmpty() || area.isEmpty() || pixels.isEmpty()) return placement;
-    if (rect_) {
-        if (rect_->isEmpty()) return placement;
-        placement.whole = pixelRect(*rect_, pixels.width() / area.width(), pixels.height() / area.height());
-    } else {
-        const QSize fitted = picture.scaled(pixels, Qt::KeepAspectRatio).expandedTo({1, 1});
-        placement.whole = {{(pixels.width() - fitted.width()) / 2, (pixels.height() - fitted.height()) / 2},
-                           fitted};
-    }
-    placement.visible = placement.whole & QRect({}, pixels);
-    placement.request = {placement.visible.isEmpty() ? QSize() : placement.whole.size(),
-                         placement.visible.translated(-placement.whole.topLeft()),
-                         mirrorLeftRight_,
-                         mirrorUpsideDown_,
-                         colour_,
-                         false};
-    return placement;
-}
-
 QRectF PictureView::pictureRect() const {
-    const QRect whole = placementIn(size(), devicePixels()).whole;
+    const QRect whole = placementOf(scene_, devicePixels()).whole;
     if (whole.isEmpty()) return {};
     const qreal ratio = devicePixelRatioF();
     return {QPointF(whole.topLeft()) / ratio, QSizeF(whole.size()) / ratio};
@@ -177,10 +146,10 @@ void PictureView::wantPicture() {
         worker_ = std::make_unique<PictureWorker>();
         connect(worker_.get(), &PictureWorker::made, this, &PictureView::takePicture);
     }
-    const Placement placement = placementIn(size(), devicePixels());
+    const ScenePlacement placement = placementOf(scene_, devicePixels());
     if (placement.request.size.isEmpty()) return update();
     asked_ = wanted_;
-    worker_->want({wanted_, frame_, placement.request, placement.visible.topLeft()});
+    worker_->want({wanted_, scene_.frame, placement.request, placement.visible.topLeft()});
 }
 
 // Any that is newer than the one shown will do until the wanted one is there.
@@ -193,12 +162,12 @@ void PictureView::takePicture(quint64 serial, const QImage& image, QPoint at) {
 }
 
 void PictureView::paintPicture(QPainter& painter) {
-    const Placement placement = placementIn(size(), devicePixels());
+    const ScenePlacement placement = placementOf(scene_, devicePixels());
     if (placement.request.size.isEmpty()) {
         image_ = {};
         shown_ = wanted_;
     } else if (shown_ != wanted_ && (asked_ != wanted_ || image_.isNull())) {
-        image_ = renderPicture(frame_, placement.request);
+        image_ = renderPicture(scene_.frame, placement.request);
         imageAt_ = placement.visible.topLeft();
         shown_ = wanted_;
     }
@@ -217,54 +186,24 @@ void PictureView::paintEvent(QPaintEvent* event) {
     if (surface_) return; // covers all
     QPainter painter(this);
     paintPicture(painter);
-    if (overlayPainter_) {
-        painter.save();
-        painter.setClipRect(event->rect()); // told to the overlay, which paints no more than that
-        overlayPainter_(painter);
-        painter.restore();
-    }
     const qreal ratio = devicePixelRatioF();
-    plates_.setTexts(headsUp_, statistics_, size(), font());
-    plates_.paint(painter, ratio);
+    painter.save();
+    painter.setClipRect(event->rect()); // no more than that is painted
+    painter_.paintOverlay(painter, scene_, ratio);
+    painter.restore();
+    painter_.paintReadOuts(painter, scene_, ratio);
 }
 
 void PictureView::resizeEvent(QResizeEvent*) {
     if (surface_) surface_->setGeometry(rect());
+    scene_.geometry.setArea(size());
     overlay_.clear();
     pictureChanged(moving_ ? Make::away : Make::atPainting);
 }
 
 void PictureView::paintSurface() {
-    const Placement placement = placementIn(size(), devicePixels());
-    surface_->setScene({frame_, placement.request, placement.visible.topLeft()});
-}
-
-QImage PictureView::renderArea(QSize pixels, Layers layers) const {
-    if (pixels.isEmpty()) pixels = devicePixels();
-    QImage area(pixels, QImage::Format_RGB32);
-    area.fill(Qt::black);
-    QPainter painter(&area);
-    const Placement placement = placementIn(size(), pixels);
-    if (!placement.request.size.isEmpty())
-        painter.drawImage(placement.visible.topLeft(), renderPicture(frame_, placement.request));
-    if (size().isEmpty()) return area;
-    // The screen's own ratio where it is that: the rounded sizes give another.
-    const qreal ratio = devicePixelRatioF();
-    if (pixels == devicePixels())
-        painter.scale(ratio, ratio);
-    else
-        painter.scale(double(pixels.width()) / width(), double(pixels.height()) / height());
-    if (overlayPainter_) {
-        painter.save();
-        overlayPainter_(painter);
-        painter.restore();
-    }
-    if (layers == Layers::all) {
-        PictureHeadsUp plates;
-        plates.setTexts(headsUp_, {}, size(), font());
-        plates.paint(painter, double(pixels.width()) / width());
-    }
-    return area;
+    const ScenePlacement placement = placementOf(scene_, devicePixels());
+    surface_->showPicture({scene_.frame, placement.request, placement.visible.topLeft()});
 }
 
 QString PictureView::rendererName() const {
@@ -316,11 +255,12 @@ void PictureView::adoptRenderer() {
         delete std::exchange(surface_, nullptr);
     } else {
         surface_ = new PictureSurface(this, [this] {
-            plates_.setTexts(headsUp_, statistics_, size(), font());
-            std::vector<PictureLayer> layers;
-            if (overlayPainter_)
-                layers = overlay_.update(devicePixels(), devicePixelRatioF(), overlayPainter_);
-            for (PictureLayer& plate : plates_.layers(devicePixelRatioF()))
+            const qreal ratio = devicePixelRatioF();
+            std::vector<PictureLayer> layers =
+                overlay_.update(devicePixels(), ratio, [this, ratio](QPainter& painter) {
+                    painter_.paintOverlay(painter, scene_, ratio);
+                });
+            for (PictureLayer& plate : painter_.readOuts(scene_, ratio))
                 layers.push_back(std::move(plate));
             return layers;
         });

@@ -1,67 +1,47 @@
 #pragma once
 
-#include "media/decode/VideoFrame.h"
-#include "picture/PictureRenderer.h"
+#include "picture/scene/OverlayTiles.h"
+#include "picture/scene/Scene.h"
+#include "picture/scene/ScenePainter.h"
 #include "preferences/PreferenceWords.h"
-#include "ui/picture/OverlayTiles.h"
-#include "ui/picture/PictureHeadsUp.h"
 
 #include <QImage>
 #include <QWidget>
 
-#include <functional>
 #include <memory>
-#include <optional>
 
 namespace daylark {
 
 class PictureSurface;
 class PictureWorker;
+class ViewerScene;
 
-/// The player area: the picture on black, the layers laid over it (mask, drawings), and the read-outs on top.
-/// The picture is as large as it fits, or lies where it is told to; only what is seen of it is computed, at
-/// the screen's own pixels. Two renderers give the same picture: software, which makes the pictures of a run
-/// on a worker (the newest wins, an older one never follows a newer) and a standing one at once, exactly; and
-/// OpenGL, which is taken up where a graphics device is at hand, while the window is hidden, and given up for
-/// software without a word when it fails. Keeps the last picture until another is set or it is cleared. Owned
-/// by the viewer window; interface thread.
+/// The player area: shows a scene at the screen's own pixels; of the picture only what is seen is computed.
+/// Two renderers give the same picture: software, which makes the pictures of a run on a worker (the newest
+/// wins, an older one never follows a newer) and a standing one at once, exactly; and OpenGL, which is taken
+/// up where a graphics device is at hand, while the window is hidden, and given up for software without a
+/// word when it fails. Owned by the viewer window; interface thread.
 class PictureView : public QWidget {
     Q_OBJECT
 public:
-    using HeadsUp = PictureHeadsUp::Texts;
-    /// `automatic`: OpenGL where it is hardware accelerated.
-    enum class Renderer { automatic, software, openGl };
-
     explicit PictureView(QWidget* parent = nullptr);
     ~PictureView() override;
 
-    void setFrame(const VideoFrame& frame);
-    void clear();
+    void follow(const ViewerScene& viewer); ///< shows it from now on; it outlives this
+    /// Anything in it may have changed but the strokes on its canvas (`showStrokes`).
+    void setScene(const Scene& scene);
+    [[nodiscard]] const Scene& scene() const { return scene_; }
+    /// The stroke in progress grew, or (`replaced`) the strokes are others than before.
+    void showStrokes(bool replaced);
     /// Pictures follow one another: they may come a moment later than they were set; the one that stays is
     /// there when painted.
     void setMoving(bool moving);
-    void setHeadsUp(const HeadsUp& headsUp);
-    [[nodiscard]] const HeadsUp& headsUp() const { return headsUp_; }
     /// The small read-out of how playing goes, below the counter; empty: none.
     void setStatistics(const QString& lines);
 
-    void setColourTransform(const ColourTransform& colour);
-    void setMirroring(bool leftRight, bool upsideDown);
-    /// Where the whole picture lies, in the area's points (it may reach beyond the area on every side); none:
-    /// as large as it fits, centred.
-    void setPictureRect(std::optional<QRectF> rect);
     /// Where the whole picture lies now, in the area's points, on device pixels; empty without a picture.
     [[nodiscard]] QRectF pictureRect() const;
 
-    /// Paints what lies above the picture and below the read-outs, in the area's points. It may be called at
-    /// any painting; what it paints changes only when `refreshOverlay` says so.
-    void setOverlayPainter(std::function<void(QPainter&)> painter);
-    void refreshOverlay(const QRect& part = {}); ///< `part`: only there, in the area's points
-    enum class Layers { withoutReadOuts, all };
-    /// Picture and overlay (and the read-outs), by the software renderer, in an image of that size (pixels;
-    /// empty: the area's own, pixel for pixel what is on screen). Another size scales the whole area, layers
-    /// included.
-    [[nodiscard]] QImage renderArea(QSize pixels = {}, Layers layers = Layers::withoutReadOuts) const;
     [[nodiscard]] QSize devicePixels() const; ///< the area's size on the screen
 
     /// "Software" or "OpenGL: <what the driver calls itself>"; with the reason where OpenGL failed.
@@ -91,16 +71,12 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    /// The picture's place in device pixels of the area, and how its visible part is to be made.
-    struct Placement {
-        QRect whole, visible;
-        PictureRequest request;
-    };
-    [[nodiscard]] Placement placementIn(QSizeF area, QSize pixels) const;
     enum class Make { away, atPainting };
     /// What is to be on screen differs: frame or colour, made away from the interface thread; or its place,
     /// which what lies above must not run ahead of.
     void pictureChanged(Make make);
+    void readOutsChanged();
+    void refreshOverlay(const QRect& part = {}); ///< `part`: only there, in the area's points
     void refresh();     ///< paints again
     void wantPicture(); ///< has the worker make the current one
     void takePicture(quint64 serial, const QImage& image, QPoint at);
@@ -109,10 +85,8 @@ private:
     void adoptRenderer();
     void giveUpOpenGl(const QString& reason);
 
-    VideoFrame frame_;
-    ColourTransform colour_;
-    bool mirrorLeftRight_ = false, mirrorUpsideDown_ = false;
-    std::optional<QRectF> rect_;
+    Scene scene_;
+    ScenePainter painter_;
     bool moving_ = false;
     quint64 wanted_ = 1, shown_ = 0; ///< numbers of the picture that is to be, and that is, on screen
     quint64 frameWanted_ = 0;        ///< `wanted_` when the frame was set
@@ -122,11 +96,7 @@ private:
     QPoint imageAt_;
     std::unique_ptr<PictureWorker> worker_; ///< none before the first picture that follows another
 
-    HeadsUp headsUp_;
-    QString statistics_;
-    PictureHeadsUp plates_;
-    std::function<void(QPainter&)> overlayPainter_;
-    OverlayTiles overlay_; ///< its layers for OpenGL
+    OverlayTiles overlay_; ///< what lies above the picture, as layers for OpenGL
 
     PictureSurface* surface_ = nullptr; ///< covers the area in OpenGL mode; none in software
     bool openGlWanted_ = false;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "viewer/display/DisplayGeometry.h"
+#include "picture/scene/DisplayGeometry.h"
 
 #include <QElapsedTimer>
 #include <QObject>

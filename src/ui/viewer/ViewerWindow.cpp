@@ -23,7 +23,7 @@
 #include "ui/panels/GradingPanel.h"
 #include "ui/panels/NotesPanel.h"
 #include "ui/panels/OptionsPanel.h"
-#include "ui/picture/DrawingOverlay.h"
+#include "ui/picture/PicturePointer.h"
 #include "ui/picture/PictureView.h"
 #include "ui/viewer/FloatingTimecode.h"
 #include "ui/viewer/FullScreen.h"
@@ -139,7 +139,11 @@ void ViewerWindow::buildLayout() {
     auto* sizing = new ViewerSizing(*this, *picture_, controller_.geometry()); // the window owns it
     connect(panelHost_, &ViewerPanelHost::viewerFrameWanted, sizing, &ViewerSizing::takeWholeFrame);
     connect(panelHost_, &ViewerPanelHost::visibilityChanged, this, [this] { commands_->refresh(); });
-    connect(&controller_.drawing(), &DrawingMode::viewerWanted, panelHost_,
+    connect(&controller_.drawingTools(), &DrawingTools::viewerWanted, panelHost_,
+            &ViewerPanelHost::bringKeyboardToViewer);
+    connect(&controller_.drawingVisibility(), &DrawingVisibility::viewerWanted, panelHost_,
+            &ViewerPanelHost::bringKeyboardToViewer);
+    connect(&controller_.drawings(), &FrameDrawings::viewerWanted, panelHost_,
             &ViewerPanelHost::bringKeyboardToViewer);
     setTabOrder(picture_, slider_);
     setTabOrder(slider_, bar_);
@@ -168,12 +172,14 @@ void ViewerWindow::addPanels() {
 }
 
 void ViewerWindow::connectController() {
-    connect(&controller_.grade(), &ViewerGrade::transformChanged, this,
-            [this] { picture_->setColourTransform(controller_.grade().transform()); });
-    new DrawingOverlay(controller_, *picture_); // the picture owns it
-    controller_.snapshots().setArea(
-        {[this] { return picture_->devicePixels(); },
-         [this](QSize size) { return picture_->renderArea(size, PictureView::Layers::all); }});
+    new PicturePointer(controller_, *picture_); // the picture owns it
+    picture_->follow(controller_.scene());
+    controller_.snapshots().setArea({[this] { return picture_->devicePixels(); },
+                                     [this](QSize size) {
+                                         const bool asOnScreen = size == picture_->devicePixels();
+                                         return renderScene(controller_.scene().scene(), size,
+                                                            asOnScreen ? picture_->devicePixelRatioF() : 0);
+                                     }});
     connect(&controller_.snapshots(), &Snapshots::flash, this,
             [flash = new SnapshotFlash(picture_)] { flash->flash(); });
     connect(&controller_, &MoviePlayerController::windowOpened, this, &ViewerWindow::windowOpened);
@@ -181,8 +187,6 @@ void ViewerWindow::connectController() {
     connect(&controller_, &MoviePlayerController::movieLoading, this, &ViewerWindow::showLoading);
     connect(&controller_, &MoviePlayerController::movieShown, this, &ViewerWindow::movieChanged);
     connect(&controller_, &MoviePlayerController::movieProbed, drawer_, &PlaylistDrawer::movieUpdated);
-    connect(&controller_.player(), &Player::frameShown, this,
-            [this](const VideoFrame& frame) { picture_->setFrame(frame); });
     connect(&controller_.player(), &Player::positionChanged, this, &ViewerWindow::showPosition);
     connect(&controller_.time(), &TimeDisplay::changed, this, &ViewerWindow::showPosition);
     connect(&controller_.transport(), &Transport::stateChanged, this, [this] {
@@ -197,11 +201,11 @@ void ViewerWindow::connectController() {
     connect(&controller_.bookmarks(), &ViewerBookmarks::bookmarksChanged, commands_.get(),
             &Commands::refresh);
     connect(&controller_.bookmarks(), &ViewerBookmarks::activeBookmarksChanged, this, [this] {
-        showHeadsUp();
+        showReadOuts();
         commands_->refresh();
     });
     connect(&controller_, &MoviePlayerController::onscreenTextColourChanged, this,
-            &ViewerWindow::showHeadsUp);
+            &ViewerWindow::showReadOuts);
     connect(&controller_.edits(), &ReviewEdits::movieChanged, this,
             [this](const std::shared_ptr<Movie>& movie, const QString& field) {
                 if (!field.startsWith(QLatin1String("flag"))) return;
@@ -330,7 +334,6 @@ void ViewerWindow::windowClosed() {
     panelHost_->closeColourPanel();
     panelHost_->hideAll(); // a floating panel is a window of its own and does not hide with this one
     hide();
-    picture_->clear();
     movieChanged();
 }
 
@@ -384,8 +387,6 @@ void ViewerWindow::movieChanged() {
                        : tr("Viewer"));
     panelHost_->window(ViewerPanel::controls)
         ->setTitle(movie ? movie->filenameString : tr("Playback Controls"));
-    // The last picture stays until the next movie's first one is there.
-    if (movie && !loading_ && !controller_.player().isOpen()) picture_->clear();
     bar_->showFlag();
     bar_->showState();
     showPosition();
@@ -394,28 +395,32 @@ void ViewerWindow::movieChanged() {
 
 void ViewerWindow::showPosition() {
     bar_->showTimes();
-    showHeadsUp();
+    showReadOuts();
 }
 
-void ViewerWindow::showHeadsUp() {
+void ViewerWindow::showReadOuts() {
     const auto movie = controller_.currentMovie();
     const Preferences& preferences = controller_.preferences();
     const auto shown = [&](const Preference<bool>& wanted) { return movie && wanted(); };
-    PictureView::HeadsUp headsUp;
+    ReadOuts readOuts;
+    readOuts.words = picture_->font();
+    readOuts.numbers = theme::numberFont();
+    readOuts.text = theme::text;
+    readOuts.dimText = theme::dimText;
     if (shown(preferences.displayFrameCounter))
-        headsUp.counter = controller_.time().currentFrameNumberForDisplay();
-    if (shown(preferences.displayFilename)) headsUp.filename = movie->filenameString;
+        readOuts.counter = controller_.time().currentFrameNumberForDisplay();
+    if (shown(preferences.displayFilename)) readOuts.filename = movie->filenameString;
     const bool fixed = preferences.timecodeDisplayType() == TimecodePlace::fixed;
     if (shown(preferences.displayTimecode) && fixed)
-        headsUp.timecode = controller_.time().currentTimeCodeForDisplay();
+        readOuts.timecode = controller_.time().currentTimeCodeForDisplay();
     if (shown(preferences.displayBookmarkText))
-        headsUp.overlayText = controller_.bookmarks().overlayTextData().trimmed();
-    headsUp.overlayColour = controller_.onscreenTextColour();
-    if (!headsUp.overlayColour.isValid()) headsUp.overlayColour = Qt::yellow;
+        readOuts.overlayText = controller_.bookmarks().overlayTextData().trimmed();
+    readOuts.overlayColour = controller_.onscreenTextColour();
+    if (!readOuts.overlayColour.isValid()) readOuts.overlayColour = Qt::yellow;
     if (movie && !loading_ && !controller_.player().isOpen())
-        headsUp.message = tr("File not found\n%1").arg(movie->filenameString);
-    picture_->setHeadsUp(headsUp);
-    timecode_->showText(controller_.time().currentTimeCodeForDisplay(), headsUp.overlayColour);
+        readOuts.message = tr("File not found\n%1").arg(movie->filenameString);
+    controller_.scene().setReadOuts(readOuts);
+    timecode_->showText(controller_.time().currentTimeCodeForDisplay(), readOuts.overlayColour);
     timecode_->setShown(shown(preferences.displayTimecode) && !fixed && isVisible());
 }
 

@@ -73,7 +73,7 @@ private:
     void movieChanged(); ///< another movie, on its way or shown
     void showLoading(bool loading);
     void showPosition(); ///< times, read-outs
-    void showHeadsUp();
+    void showReadOuts();
 
     MoviePlayerController& controller_;
     std::unique_ptr<Commands> commands_;

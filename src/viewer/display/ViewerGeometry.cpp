@@ -1,8 +1,9 @@
 #include "viewer/display/ViewerGeometry.h"
 
 #include "preferences/Preferences.h"
+#include "viewer/CurrentMovie.h"
 #include "viewer/display/ViewerPanels.h"
-#include "viewer/review/DrawingMode.h"
+#include "viewer/review/DrawingTools.h"
 
 #include <utility>
 
@@ -16,12 +17,13 @@ bool isOneOf(const QString& title, const char* longForm, const char* shortForm) 
 
 } // namespace
 
-ViewerGeometry::ViewerGeometry(Preferences& preferences, DrawingMode& drawing, ViewerPanels& panels,
-                               QObject* parent)
+ViewerGeometry::ViewerGeometry(CurrentMovie& current, Preferences& preferences, DrawingTools& tools,
+                               ViewerPanels& panels, QObject* parent)
     : QObject(parent)
     , preferences_(preferences)
-    , drawing_(drawing)
+    , tools_(tools)
     , panels_(panels) {
+    current.handTo(this, &ViewerGeometry::setMovie);
     for (const PreferenceItem* item : std::initializer_list<PreferenceItem*>{
              &preferences_.showMask, &preferences_.movieMaskRatio, &preferences_.movieMaskOpacity,
              &preferences_.mirrorX, &preferences_.mirrorY})
@@ -49,8 +51,8 @@ void ViewerGeometry::setArea(const QSizeF& size) {
 }
 
 void ViewerGeometry::scaleMovieToFitViewer() {
-    drawing_.setInteractiveModeState(QStringLiteral("off"));
-    drawing_.resetBrush();
+    tools_.setInteractiveModeState(QStringLiteral("off"));
+    tools_.resetBrush();
     geometry_.fit();
     Q_EMIT changed();
 }
@@ -66,7 +68,7 @@ void ViewerGeometry::scaleMovie(const Sender& sender) {
         geometry_.zoomOut();
     else
         return;
-    drawing_.setInteractiveModeState(scroll);
+    tools_.setInteractiveModeState(scroll);
     Q_EMIT changed();
 }
 
@@ -122,9 +124,9 @@ void ViewerGeometry::resizeMaskElements(const Sender& sender) {
     Q_EMIT changed();
 }
 
-std::optional<DisplayGeometry::MaskBars> ViewerGeometry::mask() const {
+std::optional<double> ViewerGeometry::maskRatio() const {
     if (!preferences_.showMask()) return std::nullopt;
-    return geometry_.maskBars(preferences_.movieMaskRatio());
+    return preferences_.movieMaskRatio();
 }
 
 double ViewerGeometry::maskOpacity() const {
@@ -132,7 +134,7 @@ double ViewerGeometry::maskOpacity() const {
 }
 
 void ViewerGeometry::panBy(const QPointF& origin) {
-    if (!drawing_.isScrollMode()) return;
+    if (!tools_.isScrollMode()) return;
     geometry_.moveViewTo(origin);
     Q_EMIT changed();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "model/Movie.h"
+#include "picture/scene/DisplayGeometry.h"
 #include "platform/Sender.h"
-#include "viewer/display/DisplayGeometry.h"
 
 #include <QObject>
 
@@ -10,7 +10,8 @@
 
 namespace daylark {
 
-class DrawingMode;
+class CurrentMovie;
+class DrawingTools;
 class Preferences;
 class ViewerPanels;
 
@@ -20,10 +21,9 @@ class ViewerPanels;
 class ViewerGeometry : public QObject {
     Q_OBJECT
 public:
-    ViewerGeometry(Preferences& preferences, DrawingMode& drawing, ViewerPanels& panels,
+    ViewerGeometry(CurrentMovie& current, Preferences& preferences, DrawingTools& tools, ViewerPanels& panels,
                    QObject* parent = nullptr);
 
-    void setMovie(const std::shared_ptr<Movie>& movie);
     /// The size of the picture once it is known better than the record says it (pixels as shown).
     void setPictureSize(const QSize& pixels);
     void setArea(const QSizeF& size); ///< the player area was laid out, in points
@@ -51,9 +51,9 @@ public:
     void windowWillExitFullScreen();
     void windowDidExitFullScreen();
 
-    [[nodiscard]] bool mirrorsLeftRight() const;                         ///< the preference "mirrorY"
-    [[nodiscard]] bool mirrorsUpsideDown() const;                        ///< the preference "mirrorX"
-    [[nodiscard]] std::optional<DisplayGeometry::MaskBars> mask() const; ///< none when hidden
+    [[nodiscard]] bool mirrorsLeftRight() const;           ///< the preference "mirrorY"
+    [[nodiscard]] bool mirrorsUpsideDown() const;          ///< the preference "mirrorX"
+    [[nodiscard]] std::optional<double> maskRatio() const; ///< none when hidden
     [[nodiscard]] double maskOpacity() const;
 
 Q_SIGNALS:
@@ -63,10 +63,10 @@ Q_SIGNALS:
     void windowFrameWanted(const daylark::DisplayGeometry::WindowFrame& frame, bool animated);
 
 private:
-    void changedByCommand();
+    void setMovie(const std::shared_ptr<Movie>& movie);
 
     Preferences& preferences_;
-    DrawingMode& drawing_;
+    DrawingTools& tools_;
     ViewerPanels& panels_;
     std::shared_ptr<Movie> movie_;
     DisplayGeometry geometry_;

@@ -6,6 +6,7 @@
 #include "platform/Alerts.h"
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
+#include "viewer/CurrentMovie.h"
 #include "viewer/transport/PlaybackRange.h"
 #include "viewer/transport/TimeDisplay.h"
 #include "viewer/transport/Transport.h"
@@ -55,8 +56,8 @@ private:
     ViewerBookmarks& owner_;
 };
 
-ViewerBookmarks::ViewerBookmarks(Player& player, Transport& transport, TimeDisplay& time,
-                                 PlaybackRange& range, ReviewEdits& edits, Alerts& alerts,
+ViewerBookmarks::ViewerBookmarks(CurrentMovie& current, Player& player, Transport& transport,
+                                 TimeDisplay& time, PlaybackRange& range, ReviewEdits& edits, Alerts& alerts,
                                  Preferences& preferences, QObject* parent)
     : QObject(parent)
     , player_(player)
@@ -66,6 +67,7 @@ ViewerBookmarks::ViewerBookmarks(Player& player, Transport& transport, TimeDispl
     , edits_(edits)
     , alerts_(alerts)
     , preferences_(preferences) {
+    current.handTo(this, &ViewerBookmarks::setMovie);
     connect(&player_, &Player::positionChanged, this, &ViewerBookmarks::loadActiveBookmarks);
     connect(&transport_, &Transport::actionDone, this, &ViewerBookmarks::loadActiveBookmarks);
     // Edits by others (the library, a drawing) show here as well.

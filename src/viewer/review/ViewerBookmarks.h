@@ -15,6 +15,7 @@ namespace daylark {
 
 class Alerts;
 class PlaybackRange;
+class CurrentMovie;
 class Player;
 class ReviewEdits;
 class TimeDisplay;
@@ -36,10 +37,10 @@ class ViewerBookmarks : public QObject {
 public:
     using Bookmarks = std::vector<std::shared_ptr<Bookmark>>;
 
-    ViewerBookmarks(Player& player, Transport& transport, TimeDisplay& time, PlaybackRange& range,
-                    ReviewEdits& edits, Alerts& alerts, Preferences& preferences, QObject* parent = nullptr);
+    ViewerBookmarks(CurrentMovie& current, Player& player, Transport& transport, TimeDisplay& time,
+                    PlaybackRange& range, ReviewEdits& edits, Alerts& alerts, Preferences& preferences,
+                    QObject* parent = nullptr);
 
-    void setMovie(const std::shared_ptr<Movie>& movie);
     [[nodiscard]] Bookmarks bookmarks() const; ///< in the movie's order, which is the table's
 
     void addBookmark();
@@ -78,6 +79,7 @@ Q_SIGNALS:
     void activeDrawingsChanged();
 
 private:
+    void setMovie(const std::shared_ptr<Movie>& movie);
     class OneAction;
 
     [[nodiscard]] bool isOfThisMovie(const std::shared_ptr<Bookmark>& bookmark) const;

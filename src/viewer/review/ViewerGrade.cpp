@@ -2,6 +2,7 @@
 
 #include "annotate/GradeArithmetic.h"
 #include "model/ReviewEdits.h"
+#include "viewer/CurrentMovie.h"
 #include "viewer/review/ViewerList.h"
 
 namespace daylark {
@@ -37,10 +38,11 @@ Grade ViewerGrade::Copied::grade() const {
     return {exposure, contrast, saturation, gamma, brightness, red, green, blue};
 }
 
-ViewerGrade::ViewerGrade(ReviewEdits& edits, ViewerList& list, QObject* parent)
+ViewerGrade::ViewerGrade(CurrentMovie& current, ReviewEdits& edits, ViewerList& list, QObject* parent)
     : QObject(parent)
     , edits_(edits)
     , list_(list) {
+    current.handTo(this, &ViewerGrade::setMovie);
     connect(&edits_, &ReviewEdits::movieChanged, this,
             [this](const std::shared_ptr<Movie>& movie, const QString& field) {
                 if (movie == movie_ &&

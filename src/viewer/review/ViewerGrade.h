@@ -12,6 +12,7 @@
 
 namespace daylark {
 
+class CurrentMovie;
 class ReviewEdits;
 class ViewerList;
 
@@ -23,9 +24,8 @@ class ViewerGrade : public QObject {
 public:
     enum Tag { resetAll = 100, exposure, contrast, brightness, gamma, red, green, blue, saturation };
 
-    ViewerGrade(ReviewEdits& edits, ViewerList& list, QObject* parent = nullptr);
+    ViewerGrade(CurrentMovie& current, ReviewEdits& edits, ViewerList& list, QObject* parent = nullptr);
 
-    void setMovie(const std::shared_ptr<Movie>& movie); ///< applies its grade (`loadGrade`)
     [[nodiscard]] Grade grade() const;                  ///< of the movie on screen; neutral without one
     [[nodiscard]] bool isApplied() const;               ///< its grade is switched on
     /// What the picture gets: the grade, or nothing when it is switched off.
@@ -44,6 +44,7 @@ Q_SIGNALS:
     void gradeChanged();     ///< values or switch: controls follow
 
 private:
+    void setMovie(const std::shared_ptr<Movie>& movie); ///< applies its grade (`loadGrade`)
     void apply();
     /// The clipboard: narrowed to single precision.
     struct Copied {

@@ -1,6 +1,5 @@
 #include "viewer/transport/NeighbourMovies.h"
 
-#include "model/Bookmark.h"
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
 #include "viewer/review/ViewerList.h"
@@ -9,60 +8,6 @@
 #include <utility>
 
 namespace daylark {
-
-namespace {
-
-/// What the start depends on besides the movie's own index, as a text that changes when it does.
-QString startMark(const Movie& movie, const Preferences& preferences, const MediaTime& current,
-                  bool running) {
-    const bool byCurrent = preferences.loadFrame() == StartFrame::current;
-    const MediaTime time = byCurrent ? current : movie.mLastFrameVisited;
-    return QStringLiteral("%1|%2|%3/%4|%5")
-        .arg(movie.filepathString, preferences.loadFrame.text())
-        .arg(time.value)
-        .arg(time.scale)
-        .arg(running);
-}
-
-std::function<qint64(const SampleIndex&)> standingStartOf(const Movie& movie, const Preferences& preferences,
-                                                          const MediaTime& current, qint64 first) {
-    const StartFrame start = preferences.loadFrame();
-    const auto at = [](const MediaTime& time) {
-        return [time](const SampleIndex& index) { return index.frameAt(time) + 1; };
-    };
-    if (start == StartFrame::first) return [first](const SampleIndex&) { return first; };
-    if (start == StartFrame::second) return [first](const SampleIndex&) { return first + 1; };
-    if (start == StartFrame::middle)
-        return [](const SampleIndex& index) {
-            return index.frameAt({index.endTicks / 2, index.timeScale}) + 1;
-        };
-    if (start == StartFrame::current) return at(current);
-    if (start == StartFrame::lastVisited) return at(movie.mLastFrameVisited);
-    if (start == StartFrame::firstBookmark)
-        for (const auto& bookmark : movie.bookmarkStore)
-            if (bookmark && !bookmark->mute) {
-                const bool trimmed = preferences.trimHandles();
-                const qint64 tail = trimmed ? preferences.handleTail() : 0;
-                return [tail, frame = qint64(bookmark->firstFrame)](const SampleIndex& index) {
-                    return frame > index.count() ? index.count() - tail : frame;
-                };
-            }
-    return [](const SampleIndex&) { return qint64(1); };
-}
-
-} // namespace
-
-std::function<qint64(const SampleIndex&)> startFrameOf(const Movie& movie, const Preferences& preferences,
-                                                       const MediaTime& current, bool running) {
-    const bool trimmed = preferences.trimHandles();
-    const qint64 first = 1 + (trimmed ? preferences.handleHead() : 0);
-    auto standing = standingStartOf(movie, preferences, current, first);
-    if (!running) return standing;
-    return [standing = std::move(standing), first](const SampleIndex& index) {
-        const qint64 frame = standing(index);
-        return frame >= index.count() ? first : frame;
-    };
-}
 
 NeighbourMovies::NeighbourMovies(Player& player, const ViewerList& list, const Preferences& preferences,
                                  QObject* parent)
@@ -91,24 +36,25 @@ void NeighbourMovies::refresh() {
     const bool running = player_.rate() > 0;
     const MediaTime current = player_.currentTime();
     std::vector<NeighbourMovie> wishes;
-    QStringList marks;
+    Told told{list_.selectedMovie() ? list_.selectedMovie()->filepathString : QString(), running, {}};
     for (const qsizetype place : places) {
         if (place < 0 || place == list_.selectionIndex() || place >= list_.count()) continue;
         const Movie& movie = *list_.movies()[size_t(place)];
-        const QString mark = startMark(movie, preferences_, current, running);
-        if (marks.contains(mark)) continue;
-        marks << mark;
-        wishes.push_back({movie.filepathString, startFrameOf(movie, preferences_, current, running)});
+        const std::pair wish(movie.filepathString, StartPosition(movie, preferences_, current));
+        if (std::find(told.wishes.begin(), told.wishes.end(), wish) != told.wishes.end()) continue;
+        told.wishes.push_back(wish);
+        wishes.push_back({movie.filepathString, [start = wish.second, running](const SampleIndex& index) {
+                              return start.frameIn(index, running);
+                          }});
     }
-    marks.prepend(list_.selectedMovie() ? list_.selectedMovie()->filepathString : QString());
-    if (marks == told_) return;
-    told_ = marks;
+    if (told == told_) return;
+    told_ = std::move(told);
     player_.setNeighbours(std::move(wishes));
 }
 
 void NeighbourMovies::none() {
     settle_.stop();
-    told_.clear();
+    told_ = {};
     player_.setNeighbours({});
 }
 

@@ -3,19 +3,21 @@
 #include "platform/Alerts.h"
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
+#include "viewer/CurrentMovie.h"
 #include "viewer/transport/Transport.h"
 
 #include <QScopedValueRollback>
 
 namespace daylark {
 
-PlaybackRange::PlaybackRange(Player& player, Transport& transport, Preferences& preferences, Alerts& alerts,
-                             QObject* parent)
+PlaybackRange::PlaybackRange(CurrentMovie& current, Player& player, Transport& transport,
+                             Preferences& preferences, Alerts& alerts, QObject* parent)
     : QObject(parent)
     , player_(player)
     , transport_(transport)
     , preferences_(preferences)
     , alerts_(alerts) {
+    current.handTo(this, &PlaybackRange::setMovie);
     // Other handles mean nothing to a bookmark's loop, which so goes on.
     const auto handleChanged = [this] {
         if (storing_ == 0 && preferences_.trimHandles()) setPlaybackRange();

@@ -10,6 +10,7 @@
 namespace daylark {
 
 class Alerts;
+class CurrentMovie;
 class Player;
 class Transport;
 class Preferences;
@@ -28,11 +29,8 @@ class Preference;
 class PlaybackRange : public QObject {
     Q_OBJECT
 public:
-    PlaybackRange(Player& player, Transport& transport, Preferences& preferences, Alerts& alerts,
-                  QObject* parent = nullptr);
-
-    /// The movie on screen (null: none); no range is in force until the next `setPlaybackRange`.
-    void setMovie(const std::shared_ptr<Movie>& movie);
+    PlaybackRange(CurrentMovie& current, Player& player, Transport& transport, Preferences& preferences,
+                  Alerts& alerts, QObject* parent = nullptr);
 
     void markInPoint();  ///< the frame on screen becomes the first of the range; trimming on
     void markOutPoint(); ///< the frame on screen becomes the last of the range; trimming on
@@ -69,6 +67,8 @@ Q_SIGNALS:
     void bookmarkLoopsOffNeeded(); ///< a handle range is about to be applied
 
 private:
+    /// No range is in force until the next `setPlaybackRange`.
+    void setMovie(const std::shared_ptr<Movie>& movie);
     void warnOfLongHandles();
     void setBars(const BarState& bars);
     template<class T>

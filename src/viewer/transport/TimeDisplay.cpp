@@ -2,6 +2,7 @@
 
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
+#include "viewer/CurrentMovie.h"
 
 #include <QLocale>
 
@@ -9,10 +10,11 @@
 
 namespace daylark {
 
-TimeDisplay::TimeDisplay(Player& player, Preferences& preferences, QObject* parent)
+TimeDisplay::TimeDisplay(CurrentMovie& current, Player& player, Preferences& preferences, QObject* parent)
     : QObject(parent)
     , player_(player)
     , preferences_(preferences) {
+    current.handTo(this, &TimeDisplay::setMovie);
     connect(&player_, &Player::positionChanged, this, &TimeDisplay::setOverlayInfoDynamic);
     connect(&player_, &Player::frameShown, this, &TimeDisplay::setOverlayInfoDynamic);
 }

@@ -11,6 +11,7 @@
 
 namespace daylark {
 
+class CurrentMovie;
 class Player;
 class Preferences;
 
@@ -19,9 +20,8 @@ class Preferences;
 class TimeDisplay : public QObject {
     Q_OBJECT
 public:
-    TimeDisplay(Player& player, Preferences& preferences, QObject* parent = nullptr);
+    TimeDisplay(CurrentMovie& current, Player& player, Preferences& preferences, QObject* parent = nullptr);
 
-    void setMovie(const std::shared_ptr<Movie>& movie);
     void setTimeCodeData(const std::optional<SmpteTime>& start); ///< the timecode track's start; none: counted from zero
 
     [[nodiscard]] qint64 currentFrameNumber() const; ///< from 1, by the sample index
@@ -49,6 +49,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void setMovie(const std::shared_ptr<Movie>& movie);
     [[nodiscard]] QString timecodeWithPrefix() const;
 
     Player& player_;

@@ -1,29 +1,30 @@
 #include "viewer/transport/Transport.h"
 
-#include "model/Bookmark.h"
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
+#include "viewer/CurrentMovie.h"
 #include "viewer/review/ViewerList.h"
+#include "viewer/transport/StartPosition.h"
 
-#include <algorithm>
-#include <cmath>
+#include <utility>
 
 namespace daylark {
 
-Transport::Transport(Player& player, ViewerList& list, Preferences& preferences, QObject* parent)
+Transport::Transport(CurrentMovie& current, Player& player, ViewerList& list, Preferences& preferences,
+                     QObject* parent)
     : QObject(parent)
+    , current_(current)
     , player_(player)
     , list_(list)
     , preferences_(preferences) {
     connect(&player_, &Player::didEnd, this, &Transport::movieDidEnd);
     connect(&player_, &Player::rateChanged, this, &Transport::stateChanged);
-    connect(&player_, &Player::openFailed, this, [this] { cannotBeShown_ = true; });
+    current.handTo(this, &Transport::setMovie);
     connect(&preferences_.volume, &PreferenceItem::changed, this, [this] { Q_EMIT volumeChanged(volume()); });
 }
 
 void Transport::setMovie(const std::shared_ptr<Movie>& movie) {
     movie_ = movie;
-    cannotBeShown_ = false;
     startAtFirstFrame_ = false;
 }
 
@@ -63,7 +64,8 @@ void Transport::playMovieBackwards() {
 // Pressed again in the direction of a run it speeds up: multiplier times the rate so far and two more.
 // Wanted.
 void Transport::run(int direction) {
-    if (!movie_ || cannotBeShown_) return; // nor would the next movie start by itself
+    if (!movie_ || current_.state() == CurrentMovie::State::unplayable)
+        return; // nor would the next movie start by itself
     if (isOneFrame()) {
         if (isRunning()) pauseMovie();
         return;
@@ -186,40 +188,15 @@ void Transport::setSliderTime(double sliderValue) {
 }
 
 void Transport::goToFrame(qint64 frame, double fraction) {
-    if (!player_.isOpen()) return;
-    const SampleIndex& index = player_.index();
-    const qint64 n = std::clamp<qint64>(frame, 1, index.count()) - 1;
-    const qint64 start = index.timeOf(n).value;
-    const qint64 end = n + 1 < index.count() ? index.timeOf(n + 1).value : index.endTicks;
-    player_.setCurrentTime({start + qint64(double(end - start) * fraction), index.timeScale});
+    if (player_.isOpen()) player_.setCurrentTime(timeWithin(player_.index(), frame, fraction));
 }
 
 void Transport::applyStartPosition(const MediaTime& previousMovieTime) {
     if (!movie_ || !player_.isOpen()) return;
-    const StartFrame start = startAtFirstFrame_ ? StartFrame::first : preferences_.loadFrame();
-    startAtFirstFrame_ = false;
-    if (start == StartFrame::first) {
-        goToFirstFrame();
-    } else if (start == StartFrame::second) {
-        goToFirstFrame();
-        player_.stepForward();
-    } else if (start == StartFrame::middle) {
-        const MediaTime duration = player_.duration();
-        player_.setCurrentTime({duration.value / 2, duration.scale});
-    } else if (start == StartFrame::current) {
-        player_.setCurrentTime(previousMovieTime);
-    } else if (start == StartFrame::lastVisited) {
-        player_.setCurrentTime(movie_->mLastFrameVisited);
-    } else if (start == StartFrame::firstBookmark) {
-        const auto& bookmarks = movie_->bookmarkStore;
-        const auto first = std::find_if(bookmarks.begin(), bookmarks.end(),
-                                        [](const auto& bookmark) { return bookmark && !bookmark->mute; });
-        if (first == bookmarks.end()) return;
-        if ((*first)->firstFrame > movieFrameCount())
-            goToLastFrame();
-        else
-            goToFrame((*first)->firstFrame, 0.4); // well inside the frame, however times round
-    }
+    const StartPosition start = std::exchange(startAtFirstFrame_, false)
+                                    ? StartPosition::atFirstFrame(preferences_)
+                                    : StartPosition(*movie_, preferences_, previousMovieTime);
+    if (const auto time = start.timeIn(player_.index())) player_.setCurrentTime(*time);
 }
 
 void Transport::resumeAfterMovieChange() {

@@ -9,6 +9,7 @@
 
 namespace daylark {
 
+class CurrentMovie;
 class Player;
 class Preferences;
 class ViewerList;
@@ -18,7 +19,8 @@ class ViewerList;
 class Transport : public QObject {
     Q_OBJECT
 public:
-    Transport(Player& player, ViewerList& list, Preferences& preferences, QObject* parent = nullptr);
+    Transport(CurrentMovie& current, Player& player, ViewerList& list, Preferences& preferences,
+              QObject* parent = nullptr);
 
     void playPauseMovie();
     void pauseMovie();
@@ -45,7 +47,6 @@ public:
     /// Lands the fraction of a frame into the frame (from 1): where bookmarks and start positions put the playhead.
     void goToFrame(qint64 frame, double fraction);
 
-    void setMovie(const std::shared_ptr<Movie>& movie); ///< the movie on screen (null: none)
     void applyStartPosition(const MediaTime& previousMovieTime); ///< by the preference "loadFrame"
     void resumeAfterMovieChange(); ///< a run carries over in its direction; a one-frame movie pauses
     void reset();                  ///< both flags clear, rate 0
@@ -63,6 +64,7 @@ Q_SIGNALS:
     void actionDone();      ///< after every transport action: texts, active bookmarks and drawings are to be refreshed
 
 private:
+    void setMovie(const std::shared_ptr<Movie>& movie);
     void movieDidEnd();
     void runAtMultiplier(int direction);
     void goToFirstFrame();
@@ -72,12 +74,12 @@ private:
     [[nodiscard]] bool isOneFrame() const;
     [[nodiscard]] qint64 movieFrameCount() const; ///< the sample index's when open, else the record's
 
+    CurrentMovie& current_;
     Player& player_;
     ViewerList& list_;
     Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
     bool forwards_ = false, backwards_ = false;
-    bool cannotBeShown_ = false;    ///< the movie's file is missing or cannot be read
     bool movieReachedEnd_ = false;  ///< set when a one-shot run, or a single item's in a list, ends
     MediaTime startTime_, endTime_; ///< of a single item's loop; nothing sets them, both are zero: wanted
     bool startAtFirstFrame_ = false; ///< the movie being opened starts there, whatever "loadFrame" says

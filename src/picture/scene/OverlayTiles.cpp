@@ -1,4 +1,4 @@
-#include "ui/picture/OverlayTiles.h"
+#include "picture/scene/OverlayTiles.h"
 
 #include <QPainter>
 

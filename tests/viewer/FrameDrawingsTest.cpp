@@ -4,59 +4,61 @@
 namespace daylark {
 namespace {
 
-class DrawingModeTest : public ViewerFixture {
+class FrameDrawingsTest : public ViewerFixture {
 protected:
-    DrawingModeTest() {
+    FrameDrawingsTest() {
         controller.panels().setHost(&host);
         preferences.eraserOpacity.set(0.5f);
         preferences.autoSwitchToDrawingMode.set(false);
     }
-    void choose(const char* title) { drawing.chooseInteractiveTool({QLatin1String(title)}); }
+    void choose(const char* title) { tools.chooseInteractiveTool({QLatin1String(title)}); }
     void drawLine(double y) {
-        drawing.strokeBegan({10, y});
-        drawing.strokeMoved({50, y});
-        drawing.strokeEnded({90, y});
+        drawings.strokeBegan({10, y});
+        drawings.strokeMoved({50, y});
+        drawings.strokeEnded({90, y});
     }
     size_t strokesOf(size_t bookmark) const {
-        return controller.currentMovie()->bookmarkStore.at(bookmark)->drawings.strokesArray.size();
+        return controller.currentMovie()->bookmarkStore.at(bookmark)->drawings.strokes.size();
     }
 
     FakePanelHost host;
-    DrawingMode& drawing = controller.drawing();
+    DrawingTools& tools = controller.drawingTools();
+    DrawingVisibility& visibility = controller.drawingVisibility();
+    FrameDrawings& drawings = controller.drawings();
 };
 
-TEST_F(DrawingModeTest, ToolsTakeTheirOwnWidthAndTheActiveOnePressedAgainPutsItselfDown) {
+TEST_F(FrameDrawingsTest, ToolsTakeTheirOwnWidthAndTheActiveOnePressedAgainPutsItselfDown) {
     choose("Draw");
-    EXPECT_TRUE(drawing.isDrawMode() && drawing.brushToolButton());
-    EXPECT_EQ(drawing.currentWidth(), 10);
+    EXPECT_TRUE(tools.isDrawMode() && tools.brushToolButton());
+    EXPECT_EQ(tools.currentWidth(), 10);
     choose("Erase");
-    EXPECT_TRUE(drawing.isDrawMode() && drawing.eraserToolButton() && !drawing.brushToolButton());
-    EXPECT_EQ(drawing.currentWidth(), 40);
-    drawing.setToolWidth(30);
+    EXPECT_TRUE(tools.isDrawMode() && tools.eraserToolButton() && !tools.brushToolButton());
+    EXPECT_EQ(tools.currentWidth(), 40);
+    tools.setToolWidth(30);
     EXPECT_EQ(preferences.eraserWidth(), 30);
     EXPECT_EQ(preferences.brushWidth(), 10);
     choose("Scroll");
-    EXPECT_TRUE(drawing.isScrollMode() && !drawing.eraserToolButton());
+    EXPECT_TRUE(tools.isScrollMode() && !tools.eraserToolButton());
     choose("Scroll");
-    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
+    EXPECT_EQ(tools.interactiveMode(), QStringLiteral("off"));
     // With no tool in hand the brush is taken up at its own width.
-    drawing.setToolWidth(77);
-    EXPECT_EQ(drawing.currentWidth(), 10);
-    EXPECT_TRUE(drawing.brushToolButton());
+    tools.setToolWidth(77);
+    EXPECT_EQ(tools.currentWidth(), 10);
+    EXPECT_TRUE(tools.brushToolButton());
     choose("Draw");
-    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
-    drawing.toggleDrawingMode(); // the panel is hidden
-    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
+    EXPECT_EQ(tools.interactiveMode(), QStringLiteral("off"));
+    tools.toggleDrawingMode(); // the panel is hidden
+    EXPECT_EQ(tools.interactiveMode(), QStringLiteral("off"));
     controller.panels().toggle(ViewerPanel::drawing);
-    drawing.toggleDrawingMode();
-    EXPECT_TRUE(drawing.brushToolButton());
-    drawing.toggleDrawingMode();
-    EXPECT_TRUE(drawing.eraserToolButton());
+    tools.toggleDrawingMode();
+    EXPECT_TRUE(tools.brushToolButton());
+    tools.toggleDrawingMode();
+    EXPECT_TRUE(tools.eraserToolButton());
     controller.panels().toggle(ViewerPanel::drawing);
-    EXPECT_EQ(drawing.interactiveMode(), QStringLiteral("off"));
+    EXPECT_EQ(tools.interactiveMode(), QStringLiteral("off"));
 }
 
-TEST_F(DrawingModeTest, AStrokeStopsTheMovieAndMakesABookmarkWhereNoneIs) {
+TEST_F(FrameDrawingsTest, AStrokeStopsTheMovieAndMakesABookmarkWhereNoneIs) {
     showFrames(48);
     goTo(5);
     ASSERT_TRUE(settled());
@@ -72,37 +74,50 @@ TEST_F(DrawingModeTest, AStrokeStopsTheMovieAndMakesABookmarkWhereNoneIs) {
     drawLine(40);
     EXPECT_EQ(controller.currentMovie()->bookmarkStore.size(), 1u);
     EXPECT_EQ(strokesOf(0), 2u);
-    EXPECT_EQ(drawing.canvas().currentStrokesDictionary().strokesArray.size(), 2u);
+    EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), 2u);
     EXPECT_FALSE(controller.currentMovie()->drawingIcon.isNil());
 }
 
-TEST_F(DrawingModeTest, UndoTakesBackStrokesRemovalsAndTheBookmarkThatAStrokeMade) {
+TEST_F(FrameDrawingsTest, TheLatestStrokesRemovalLeavesTheDrawingsListsBehind) {
+    showFrames(24);
+    choose("Draw");
+    drawLine(20);
+    drawings.removeLatestStroke();
+    const Drawing& left = controller.currentMovie()->bookmarkStore.at(0)->drawings;
+    EXPECT_FALSE(left.hasStrokes());
+    EXPECT_TRUE(left.hasKeys);
+    drawLine(20);
+    drawings.deleteCurrentDrawings();
+    EXPECT_FALSE(left.hasKeys);
+}
+
+TEST_F(FrameDrawingsTest, UndoTakesBackStrokesRemovalsAndTheBookmarkThatAStrokeMade) {
     showFrames(24);
     choose("Draw");
     drawLine(20);
     drawLine(40);
     drawLine(60);
-    drawing.removeLatestStroke();
+    drawings.removeLatestStroke();
     EXPECT_EQ(strokesOf(0), 2u);
-    drawing.deleteCurrentDrawings();
+    drawings.deleteCurrentDrawings();
     EXPECT_EQ(strokesOf(0), 0u);
     for (const size_t strokes : {2, 3, 2, 1}) {
-        drawing.undo();
+        drawings.undo();
         EXPECT_EQ(strokesOf(0), strokes);
-        EXPECT_EQ(drawing.canvas().currentStrokesDictionary().strokesArray.size(), strokes);
+        EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), strokes);
     }
-    drawing.undo();
+    drawings.undo();
     EXPECT_TRUE(controller.currentMovie()->bookmarkStore.empty());
-    EXPECT_FALSE(drawing.canUndo());
+    EXPECT_FALSE(drawings.canUndo());
     for (int step = 0; step < 3; ++step)
-        drawing.redo();
+        drawings.redo();
     EXPECT_EQ(strokesOf(0), 3u);
     drawLine(80);
-    EXPECT_FALSE(drawing.canRedo()); // a new stroke forgets what was undone
+    EXPECT_FALSE(drawings.canRedo()); // a new stroke forgets what was undone
     EXPECT_EQ(strokesOf(0), 4u);
 }
 
-TEST_F(DrawingModeTest, UndoIsKeptForEachMovieAndMindsWhatHasHappenedToTheBookmarks) {
+TEST_F(FrameDrawingsTest, UndoIsKeptForEachMovieAndMindsWhatHasHappenedToTheBookmarks) {
     const auto first = record(bench::movie({.frames = 24, .group = 12}));
     const auto other = record(bench::movie({.frames = 48, .group = 12}));
     show({first, other});
@@ -117,8 +132,8 @@ TEST_F(DrawingModeTest, UndoIsKeptForEachMovieAndMindsWhatHasHappenedToTheBookma
 
     controller.transport().displayNextMovie();
     ASSERT_TRUE(settled());
-    EXPECT_FALSE(drawing.canUndo());
-    drawing.undo();
+    EXPECT_FALSE(drawings.canUndo());
+    drawings.undo();
     EXPECT_EQ(first->bookmarkStore.size(), 2u);
     choose("Draw"); // laid down with the movie before
     drawLine(10);
@@ -126,33 +141,33 @@ TEST_F(DrawingModeTest, UndoIsKeptForEachMovieAndMindsWhatHasHappenedToTheBookma
 
     controller.transport().displayPreviousMovie();
     ASSERT_TRUE(settled());
-    ASSERT_TRUE(drawing.canUndo());
+    ASSERT_TRUE(drawings.canUndo());
     // Written on: undo takes the drawing, the words stay.
     const auto written = first->bookmarkStore[1];
     edits.editBookmark(first, written,
                        [](Bookmark& b) { b.overlayString = QStringLiteral("mind the boom"); });
-    drawing.undo();
+    drawings.undo();
     ASSERT_EQ(first->bookmarkStore.size(), 2u);
     EXPECT_FALSE(written->hasDrawings());
-    drawing.redo();
-    EXPECT_EQ(written->drawings.strokesArray.size(), 1u);
-    drawing.undo();
+    drawings.redo();
+    EXPECT_EQ(written->drawings.strokes.size(), 1u);
+    drawings.undo();
     // Gone: nothing to take back there, and it does not come back either.
     edits.removeBookmarks(first, {first->bookmarkStore[0]});
-    drawing.undo();
+    drawings.undo();
     EXPECT_EQ(first->bookmarkStore.size(), 1u);
-    drawing.undo();
-    EXPECT_FALSE(drawing.canUndo());
-    while (drawing.canRedo())
-        drawing.redo();
+    drawings.undo();
+    EXPECT_FALSE(drawings.canUndo());
+    while (drawings.canRedo())
+        drawings.redo();
     EXPECT_EQ(other->bookmarkStore.size(), 1u);
     controller.close();
-    EXPECT_FALSE(drawing.canUndo());
-    drawing.undo();
-    drawing.redo();
+    EXPECT_FALSE(drawings.canUndo());
+    drawings.undo();
+    drawings.redo();
 }
 
-TEST_F(DrawingModeTest, BookmarksThatShareAFrameAllGetTheStrokeWhichIsShownOnce) {
+TEST_F(FrameDrawingsTest, BookmarksThatShareAFrameAllGetTheStrokeWhichIsShownOnce) {
     showFrames(24);
     const auto movie = controller.currentMovie();
     const auto one = std::make_shared<Bookmark>(1, 5, 24.0F), two = std::make_shared<Bookmark>(1, 9, 24.0F);
@@ -162,44 +177,44 @@ TEST_F(DrawingModeTest, BookmarksThatShareAFrameAllGetTheStrokeWhichIsShownOnce)
     for (int stroke = 1; stroke <= 4; ++stroke) {
         drawLine(stroke * 20);
         bookmarks.loadActiveBookmarks();
-        EXPECT_EQ(one->drawings.strokesArray.size(), size_t(stroke));
+        EXPECT_EQ(one->drawings.strokes.size(), size_t(stroke));
         EXPECT_EQ(two->drawings, one->drawings);
-        EXPECT_EQ(drawing.canvas().currentStrokesDictionary().strokesArray.size(), size_t(stroke));
+        EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), size_t(stroke));
     }
-    drawing.undo();
-    EXPECT_EQ(one->drawings.strokesArray.size(), 3u);
-    EXPECT_EQ(two->drawings.strokesArray.size(), 3u);
+    drawings.undo();
+    EXPECT_EQ(one->drawings.strokes.size(), 3u);
+    EXPECT_EQ(two->drawings.strokes.size(), 3u);
     // A drawing changed elsewhere in between is left alone.
     edits.editBookmark(movie, two, [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
-    drawing.redo();
-    EXPECT_EQ(one->drawings.strokesArray.size(), 4u);
+    drawings.redo();
+    EXPECT_EQ(one->drawings.strokes.size(), 4u);
     EXPECT_FALSE(two->hasDrawings());
 }
 
-TEST_F(DrawingModeTest, RemovingAllAsksFirst) {
+TEST_F(FrameDrawingsTest, RemovingAllAsksFirst) {
     showFrames(24);
     choose("Draw");
     drawLine(20);
     alerts.answers = {Alerts::secondButton, Alerts::firstButton};
-    drawing.deleteAllDrawingsFromMovie();
+    drawings.deleteAllDrawingsFromMovie();
     EXPECT_EQ(strokesOf(0), 1u);
     EXPECT_EQ(alerts.shown.back().message, QStringLiteral("Remove All Drawings From Movie?"));
-    drawing.deleteAllDrawingsFromMovie();
+    drawings.deleteAllDrawingsFromMovie();
     EXPECT_EQ(strokesOf(0), 0u);
-    EXPECT_EQ(drawing.canvas().currentStrokesDictionary().strokesArray.size(), 0u);
+    EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), 0u);
 }
 
-TEST_F(DrawingModeTest, DrawingsShowAsTheirOptionSays) {
+TEST_F(FrameDrawingsTest, DrawingsShowAsTheirOptionSays) {
     showFrames(24);
     preferences.displayDrawingsOptions.set(DrawingsShown::onlyWhenPaused);
     transport.playMovieForwards();
-    EXPECT_FALSE(drawing.drawingsAreShown());
+    EXPECT_FALSE(visibility.drawingsAreShown());
     transport.pauseMovie();
-    EXPECT_TRUE(drawing.drawingsAreShown());
+    EXPECT_TRUE(visibility.drawingsAreShown());
     preferences.displayDrawingsOptions.set(DrawingsShown::withDrawingTools);
-    EXPECT_FALSE(drawing.drawingsAreShown());
+    EXPECT_FALSE(visibility.drawingsAreShown());
     controller.panels().toggle(ViewerPanel::drawing);
-    EXPECT_TRUE(drawing.drawingsAreShown());
+    EXPECT_TRUE(visibility.drawingsAreShown());
 }
 
 } // namespace

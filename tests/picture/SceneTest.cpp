@@ -1,4 +1,4 @@
-#include "viewer/display/AreaPicture.h"
+#include "picture/scene/Scene.h"
 
 #include "annotate/GradeArithmetic.h"
 #include "demo/MovieMaker.h"
@@ -36,8 +36,15 @@ VideoFrame colouredFrame() {
     return frame;
 }
 
-AreaPicture areaOf(const QSizeF& points) {
-    AreaPicture area;
+/// A yellow line on the left half, so many pixels above the foot.
+Drawing lineAt(double y) {
+    Drawing drawing;
+    drawing.strokes = {{{{60, y}, {100, y}}, 1, Qt::yellow, 10, 1}};
+    return drawing;
+}
+
+Scene areaOf(const QSizeF& points) {
+    Scene area;
     area.frame = colouredFrame();
     area.geometry.setArea(points);
     area.geometry.setMovie(320, 180, 320.0f / 180);
@@ -45,41 +52,58 @@ AreaPicture areaOf(const QSizeF& points) {
     return area;
 }
 
-TEST(AreaPictureTest, PictureMirroringGradeAndMaskLieAsOnTheScreen) {
-    AreaPicture area = areaOf({400, 180}); // 40 points of black on either side
-    QImage image = renderAreaPicture(area, {400, 180});
+TEST(SceneTest, PictureMirroringGradeAndMaskLieAsOnTheScreen) {
+    Scene area = areaOf({400, 180}); // 40 points of black on either side
+    QImage image = renderScene(area, {400, 180});
     EXPECT_EQ(image.pixelColor(20, 90), QColor(Qt::black));
     EXPECT_EQ(image.pixelColor(100, 90), QColor(200, 0, 0));
     EXPECT_EQ(image.pixelColor(300, 90), QColor(0, 0, 200));
     EXPECT_EQ(image.pixelColor(200, 170), QColor(0, 200, 0));
-    EXPECT_EQ(renderAreaPicture(area, {200, 90}).pixelColor(50, 45), QColor(200, 0, 0));
+    EXPECT_EQ(renderScene(area, {200, 90}).pixelColor(50, 45), QColor(200, 0, 0));
 
     area.mirrorLeftRight = true;
-    EXPECT_EQ(renderAreaPicture(area, {400, 180}).pixelColor(100, 90), QColor(0, 0, 200));
+    EXPECT_EQ(renderScene(area, {400, 180}).pixelColor(100, 90), QColor(0, 0, 200));
     area.mirrorUpsideDown = true;
-    EXPECT_EQ(renderAreaPicture(area, {400, 180}).pixelColor(200, 10), QColor(0, 200, 0));
+    EXPECT_EQ(renderScene(area, {400, 180}).pixelColor(200, 10), QColor(0, 200, 0));
     area.mirrorLeftRight = area.mirrorUpsideDown = false;
 
     area.colour = colourTransformOf({.redChannel = 0.5});
-    EXPECT_EQ(renderAreaPicture(area, {400, 180}).pixelColor(100, 90), QColor(100, 0, 0));
-    area.mask = area.geometry.maskBars(2.35);
+    EXPECT_EQ(renderScene(area, {400, 180}).pixelColor(100, 90), QColor(100, 0, 0));
+    area.maskRatio = 2.35;
     area.maskOpacity = 0.5;
-    image = renderAreaPicture(area, {400, 180});
+    image = renderScene(area, {400, 180});
     EXPECT_NEAR(image.pixelColor(300, 10).blue(), 100, 1);
     EXPECT_EQ(image.pixelColor(300, 90).blue(), 200);
-    EXPECT_EQ(renderAreaPicture({}, {10, 10}).pixelColor(5, 5), QColor(Qt::black));
+    EXPECT_EQ(renderScene({}, {10, 10}).pixelColor(5, 5), QColor(Qt::black));
 }
 
-TEST(AreaPictureTest, StrokesStayOnTheSameDetailAtAnySizeZoomAndMirroring) {
-    AreaPicture area = areaOf({320, 180});
-    area.strokes.strokesArray = {{{60, 100}, {100, 100}}}; // 80 pixels below the top, on the red
-    area.strokes.brushTypeArray = {1};
-    area.strokes.colourArray = {QColor(Qt::yellow)};
-    area.strokes.widthArray = {10};
-    area.strokes.opacityArray = {1};
+TEST(SceneTest, ABackgroundTakesThePicturesPlaceBelowMaskDrawingAndReadOuts) {
+    Scene area = areaOf({400, 180});
+    const auto canvas = std::make_shared<DrawingCanvas>();
+    canvas->setStrokes(lineAt(100));
+    area.drawing = canvas;
+    area.background = SceneBackground::white;
+    area.maskRatio = 2.35;
+    QImage image = renderScene(area, {400, 180});
+    EXPECT_EQ(image.pixelColor(300, 90), QColor(Qt::white));
+    EXPECT_EQ(image.pixelColor(20, 90), QColor(Qt::white)); // all of the area
+    EXPECT_EQ(image.pixelColor(120, 80), QColor(Qt::yellow));
+    EXPECT_EQ(image.pixelColor(300, 4), QColor(Qt::black));
+    area.background = SceneBackground::black;
+    EXPECT_EQ(renderScene(area, {400, 180}).pixelColor(300, 90), QColor(Qt::black));
+    area.background = SceneBackground::picture;
+    EXPECT_EQ(renderScene(area, {400, 180}).pixelColor(300, 90), QColor(0, 0, 200));
+    area.drawing = nullptr;
+    EXPECT_EQ(renderScene(area, {400, 180}).pixelColor(120, 80), QColor(200, 0, 0));
+}
+
+TEST(SceneTest, StrokesStayOnTheSameDetailAtAnySizeZoomAndMirroring) {
+    Scene area = areaOf({320, 180});
+    const auto canvas = std::make_shared<DrawingCanvas>();
+    canvas->setStrokes(lineAt(100)); // 80 pixels below the top, on the red
+    area.drawing = canvas;
     const auto pixel = [&](const QSize& size, double x, double y) {
-        return renderAreaPicture(area, size)
-            .pixelColor(int(size.width() * x / 320), int(size.height() * y / 180));
+        return renderScene(area, size).pixelColor(int(size.width() * x / 320), int(size.height() * y / 180));
     };
     for (const QSize size : {QSize(320, 180), QSize(640, 360), QSize(160, 90)}) {
         EXPECT_EQ(pixel(size, 80, 80), QColor(Qt::yellow)) << size.width();
@@ -92,9 +116,8 @@ TEST(AreaPictureTest, StrokesStayOnTheSameDetailAtAnySizeZoomAndMirroring) {
     EXPECT_EQ(pixel({320, 180}, 160 - 80 * 1.2, 90 - 10 * 1.2), QColor(Qt::yellow));
     // An eraser lets the picture through.
     area.geometry.fit();
-    area.strokes.strokesArray.push_back({{80, 60}, {80, 140}});
-    area.strokes.brushTypeArray.push_back(0);
-    area.strokes.widthArray.push_back(10);
+    canvas->beginStroke({80, 60}, DrawingCanvas::eraser, Qt::black, 10, 1);
+    canvas->endStroke({80, 140});
     EXPECT_EQ(pixel({320, 180}, 80, 80), QColor(200, 0, 0));
     EXPECT_EQ(pixel({320, 180}, 65, 80), QColor(Qt::yellow));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
-#include "ui/picture/GlPictureFunctions.h"
+#include "picture/gl/GlPictureFunctions.h"
 
 #include <QString>
 

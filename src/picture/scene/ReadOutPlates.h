@@ -1,11 +1,9 @@
 #pragma once
 
-#include "ui/picture/PictureLayer.h"
+#include "picture/scene/PictureLayer.h"
+#include "picture/scene/ReadOuts.h"
 
-#include <QColor>
-#include <QFont>
 #include <QRectF>
-#include <QString>
 
 #include <vector>
 
@@ -15,23 +13,10 @@ namespace daylark {
 
 /// The read-outs over the picture: texts on darkened plates, so that they read on any picture. Each plate is
 /// an image made once for its text and place, so that both renderers show the very same pixels and what stays
-/// the same costs nothing. Owned by the picture view; interface thread.
-class PictureHeadsUp {
+/// the same costs nothing. Owned by whoever paints a scene again and again; one thread at a time.
+class ReadOutPlates {
 public:
-    /// An empty text is not shown.
-    struct Texts {
-        QString counter;     ///< upper left
-        QString filename;    ///< upper right
-        QString timecode;    ///< lower left
-        QString overlayText; ///< at the foot, in `overlayColour`
-        QColor overlayColour;
-        QString message; ///< in the middle, in place of a picture
-        bool operator==(const Texts&) const = default;
-    };
-
-    /// `size`: the area in points; `statistics`: lines below the counter; `words`: the font of what isn't a
-    /// number.
-    void setTexts(const Texts& texts, const QString& statistics, QSize size, const QFont& words);
+    void setTexts(const ReadOuts& readOuts, QSize size); ///< `size`: the area in points
     [[nodiscard]] std::vector<PictureLayer> layers(qreal pixelRatio);
     void paint(QPainter& painter, qreal pixelRatio); ///< `painter` paints in points
 

@@ -1,4 +1,4 @@
-#include "viewer/display/DisplayGeometry.h"
+#include "picture/scene/DisplayGeometry.h"
 
 #include <gtest/gtest.h>
 

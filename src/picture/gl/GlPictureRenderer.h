@@ -3,8 +3,8 @@
 #include "base/Result.h"
 #include "picture/PicturePlanes.h"
 #include "picture/PictureRenderer.h"
-#include "ui/picture/GlPictureFunctions.h"
-#include "ui/picture/PictureLayer.h"
+#include "picture/gl/GlPictureFunctions.h"
+#include "picture/scene/PictureLayer.h"
 
 #include <QPoint>
 #include <QSize>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/picture/PictureLayer.h"
+#include "picture/scene/PictureLayer.h"
 
 #include <QRectF>
 #include <QSize>
@@ -14,7 +14,8 @@ namespace daylark {
 
 /// An overlay as large as the screen in squares, each an image of its own: where a pen has passed, only the
 /// squares under it are painted and go to the graphics device again. A square with nothing on it is a null
-/// image. Owned by the picture view; interface thread.
+/// image. Owned by the picture
+/// view; one thread.
 class OverlayTiles {
 public:
     using Painter = std::function<void(QPainter&)>; ///< paints in the area's points

@@ -1,6 +1,4 @@
-#include "ui/picture/PictureHeadsUp.h"
-
-#include "ui/common/Theme.h"
+#include "picture/scene/ReadOutPlates.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -18,9 +16,9 @@ const QColor headsUpShade(0, 0, 0, 150);
 
 } // namespace
 
-void PictureHeadsUp::setTexts(const Texts& texts, const QString& statistics, QSize size, const QFont& words) {
+void ReadOutPlates::setTexts(const ReadOuts& texts, QSize size) {
     plates_.clear();
-    QFont numbers = theme::numberFont(), plain = words;
+    QFont numbers = texts.numbers, plain = texts.words;
     numbers.setPixelSize(std::clamp(size.height() / 36, 13, 28));
     plain.setPixelSize(numbers.pixelSize());
     const QRectF room = QRectF(QPointF(), QSizeF(size)).marginsRemoved(QMarginsF(1, 1, 1, 1) * headsUpMargin);
@@ -31,19 +29,19 @@ void PictureHeadsUp::setTexts(const Texts& texts, const QString& statistics, QSi
     };
 
     // What the person chose for texts on the picture holds for all of them.
-    const QColor colour = texts.overlayColour.isValid() ? texts.overlayColour : theme::text;
+    const QColor colour = texts.overlayColour.isValid() ? texts.overlayColour : texts.text;
     add(texts.counter, room, Qt::AlignLeft | Qt::AlignTop, numbers, colour);
     add(texts.timecode, room, Qt::AlignLeft | Qt::AlignBottom, numbers, colour);
-    if (!statistics.isEmpty()) {
+    if (!texts.statistics.isEmpty()) {
         QFont small = numbers;
         small.setPixelSize(std::clamp(size.height() / 60, 11, 16));
         const int below = texts.counter.isEmpty() ? 0 : QFontMetrics(numbers).height() + 16;
-        add(statistics, room.adjusted(0, below, 0, 0), Qt::AlignLeft | Qt::AlignTop, small, theme::text);
+        add(texts.statistics, room.adjusted(0, below, 0, 0), Qt::AlignLeft | Qt::AlignTop, small, texts.text);
     }
     const QString name =
         QFontMetrics(plain).elidedText(texts.filename, Qt::ElideMiddle, int(room.width() * 0.6));
     add(name, room, Qt::AlignRight | Qt::AlignTop, plain, colour);
-    add(texts.message, room, Qt::AlignCenter, plain, theme::dimText, false);
+    add(texts.message, room, Qt::AlignCenter, plain, texts.dimText, false);
 
     plain.setPixelSize(std::clamp(size.height() / 28, 15, 40));
     const qreal aside = room.width() * 0.2; // beside the timecode, never over it
@@ -51,7 +49,7 @@ void PictureHeadsUp::setTexts(const Texts& texts, const QString& statistics, QSi
         texts.overlayColour);
 }
 
-PictureHeadsUp::Image PictureHeadsUp::made(const Plate& plate, qreal pixelRatio) {
+ReadOutPlates::Image ReadOutPlates::made(const Plate& plate, qreal pixelRatio) {
     const QRectF text = QFontMetricsF(plate.font)
                             .boundingRect(plate.room.marginsRemoved(platePadding), plate.flags, plate.text);
     const QRectF bounds = text.marginsAdded(platePadding);
@@ -77,7 +75,7 @@ PictureHeadsUp::Image PictureHeadsUp::made(const Plate& plate, qreal pixelRatio)
     return image;
 }
 
-std::vector<PictureLayer> PictureHeadsUp::layers(qreal pixelRatio) {
+std::vector<PictureLayer> ReadOutPlates::layers(qreal pixelRatio) {
     std::vector<Image> images;
     std::vector<PictureLayer> layers;
     for (const Plate& plate : plates_) {
@@ -91,7 +89,7 @@ std::vector<PictureLayer> PictureHeadsUp::layers(qreal pixelRatio) {
     return layers;
 }
 
-void PictureHeadsUp::paint(QPainter& painter, qreal pixelRatio) {
+void ReadOutPlates::paint(QPainter& painter, qreal pixelRatio) {
     for (const PictureLayer& layer : layers(pixelRatio))
         painter.drawImage(QPointF(layer.at) / pixelRatio, layer.image);
 }

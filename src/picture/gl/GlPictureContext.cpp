@@ -1,4 +1,4 @@
-#include "ui/picture/GlPictureContext.h"
+#include "picture/gl/GlPictureContext.h"
 
 #include <QDir>
 #include <QFile>

@@ -28,8 +28,8 @@ inline constexpr MaskRatio maskRatios[] = {{"1.66", 1.66}, {"1.78", 1.78}, {"1.8
 ///     |        +----------------------------+       |     fitted, the view is the whole area
 ///     +---------------------------------------------+
 ///
-/// The mask lies on the view. Zooming has no limit. A plain class; its owner is the viewer's
-/// `ViewerGeometry`; any thread.
+/// The mask lies on the view. Zooming has no limit. A plain value;
+/// any thread.
 class DisplayGeometry {
 public:
     void setArea(
@@ -68,6 +68,8 @@ public:
     [[nodiscard]] std::optional<WindowFrame> windowFrame(const QString& title) const;
     [[nodiscard]] int constrainedHeight(int windowWidth) const; ///< while a person drags the window's edge
     [[nodiscard]] QSize constrainedWindow() const;              ///< about the present area
+
+    bool operator==(const DisplayGeometry&) const = default;
 
     static constexpr int controlsHeight = 56;
     static constexpr int narrowestWindow = 440;

@@ -1,4 +1,4 @@
-#include "ui/picture/GlPictureRenderer.h"
+#include "picture/gl/GlPictureRenderer.h"
 
 #include <QtGui/qopenglext.h>
 
