@@ -1,7 +1,10 @@
 # Compiler settings and the libraries that Daylark stands on.
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+  # By the compiler's own list of what it read: without that, every miss preprocesses the source a second time. The sloppiness
+  # is what precompiled headers need to be cached at all. Paths are taken from the checkout, so that another one hits too.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_DEPEND=1 CCACHE_SLOPPINESS=pch_defines,time_macros
+                                  CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} ${CCACHE_PROGRAM})
 endif()
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Svg Test Concurrent Network Multimedia)
