@@ -39,7 +39,7 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     , geometry_(current_, surroundings.preferences, tools_, panels_)
     , scene_({current_, surroundings.player, geometry_, grade_, drawings_, visibility_})
     , snapshots_(surroundings.preferences, surroundings.panels, list_, time_)
-    , input_({surroundings.preferences, transport_, bookmarks_, tools_, grade_, panels_})
+    , input_({surroundings.preferences, transport_, bookmarks_, panels_})
     , neighbours_(surroundings.player, list_, surroundings.preferences)
     , onscreenTextColour_(surroundings.preferences.onscreenTextColour()) {
     probePool_.setMaxThreadCount(1);

@@ -77,6 +77,7 @@ Q_SIGNALS:
     void bookmarksChanged();
     void activeBookmarksChanged(); ///< which are active, or their texts
     void activeDrawingsChanged();
+    void bookmarksCopied(); ///< others can be pasted
 
 private:
     void setMovie(const std::shared_ptr<Movie>& movie);
