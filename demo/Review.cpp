@@ -8,7 +8,6 @@
 #include "app/PlaylistController.h"
 #include "model/Session.h"
 #include "playback/run/Player.h"
-#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/Theme.h"
 #include "ui/desktop/DesktopProgram.h"

@@ -81,7 +81,7 @@ private:
     [[nodiscard]] static QVariant stored(const Value& value) {
         if constexpr (PreferenceEnum<Value>)
             return wordOf(value);
-        else if constexpr (std::is_convertible_v<Value, const char*>)
+        else if constexpr (!std::is_same_v<Value, T> && std::is_convertible_v<Value, const char*>)
             return QString::fromLatin1(value);
         else
             return QVariant::fromValue(T(value));

@@ -199,6 +199,7 @@ TEST_F(MediaStatesTest, TheViewerFindsAMovedFileAsTheLibraryDoes) {
     ASSERT_TRUE(waitUntil([this] { return player->isOpen() || !alerts.shown.empty(); }));
     EXPECT_TRUE(alerts.shown.empty());
     EXPECT_EQ(movie->filepathString, path(u"new.mov"_s));
+    ASSERT_TRUE(waitUntil([this] { return player->pictureIsCurrent(); }));
     EXPECT_EQ(readBarCode(renderFrame(player->shownFrame())), player->currentFrame());
 
     ASSERT_TRUE(QFile::remove(path(u"other.mov"_s)));

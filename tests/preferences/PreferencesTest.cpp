@@ -157,12 +157,14 @@ TEST(Preferences, WhatOtherVersionsStoreIsKeptBesideOnesOwn) {
         correctAtStart(preferences);
         EXPECT_EQ(preferences.panelLayout2.viewerWidth(), 640);
         preferences.panelLayout2.notes.height.set(480);
+        preferences.libraryWindowColumns.set(QByteArray("\0\xff\1", 3));
         preferences.statusNames[6].set(u"Not today"_s);
     }
     const UserDefaults read(file);
     EXPECT_EQ(read.value(u"of a later version"_s), u"kept"_s);
     EXPECT_EQ(read.value(u"notesWindow_favouriteHeight2"_s), 480);
     EXPECT_EQ(read.value(u"907"_s), u"Not today"_s);
+    EXPECT_EQ(read.value(u"libraryWindow_columns"_s), QByteArray("\0\xff\1", 3));
 }
 
 TEST(Preferences, EveryKeyHasTheTypeAndDefaultThatStoresElsewhereKnow) {

@@ -80,9 +80,9 @@ TEST_F(SnapshotsTest, SavedFilesHoldThePictureAndOnlyTheyRaiseTheCounter) {
         EXPECT_NEAR(saved.pixelColor(200, 100).blue(), 20, 1);
     }
     EXPECT_FALSE(writeSnapshot(QImage(folder.filePath(QStringLiteral("x"))), QStringLiteral("/nowhere/x.png"),
-                               QStringLiteral("PNG"), 1));
+                               SnapshotFormat::png, 1));
     EXPECT_FALSE(writeSnapshot(QImage(4, 4, QImage::Format_RGB32), folder.filePath(QStringLiteral("x.gif")),
-                               QStringLiteral("GIF"), 1));
+                               SnapshotFormat::none, 1));
 }
 
 } // namespace
