@@ -130,6 +130,7 @@ public:
 
     // Stored only.
     Preference<QString> sessionPath{*this, "Session Path"};
+    Preference<QString> commandKeys{*this, "commandKeys"}; ///< which keys a person has chosen; see `KeyMap`
     Preference<bool> viewDualNotes{*this, "viewDualNotes"};
     Preference<bool> openWithLaunchesViewer{*this, "openWithLaunchesViewer"};
     Preference<bool> playMovieWhenViewerLaunches{*this, "playMovieWhenViewerLaunches"};

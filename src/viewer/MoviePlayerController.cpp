@@ -37,7 +37,7 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     , grade_(surroundings.edits, list_)
     , geometry_(surroundings.preferences, drawing_, panels_)
     , snapshots_(surroundings.preferences, surroundings.panels, list_, time_)
-    , input_({surroundings.preferences, transport_, bookmarks_, drawing_, grade_, panels_})
+    , input_({surroundings.preferences, transport_, bookmarks_, panels_})
     , neighbours_(surroundings.player, list_, surroundings.preferences)
     , onscreenTextColour_(surroundings.preferences.onscreenTextColour()) {
     probePool_.setMaxThreadCount(1);

@@ -5,16 +5,13 @@
 
 namespace daylark {
 
-class DrawingMode;
 class Transport;
 class Preferences;
 class ViewerBookmarks;
-class ViewerGrade;
 class ViewerPanels;
 
-/// What keys, wheel, clicks and the screen's edges do in the viewer. Keys are told apart by where they lie,
-/// not by what the keyboard's language prints on them: by the key codes of an ANSI keyboard (`hotkey`). Owned
-/// by the viewer's controller; interface thread.
+/// What wheel, clicks and the screen's edges do in the viewer, and what every key does besides its command.
+/// Owned by the viewer's controller; interface thread.
 class ViewerInput : public QObject {
     Q_OBJECT
 public:
@@ -22,38 +19,11 @@ public:
         Preferences& preferences;
         Transport& transport;
         ViewerBookmarks& bookmarks;
-        DrawingMode& drawing;
-        ViewerGrade& grade;
         ViewerPanels& panels;
     };
     explicit ViewerInput(const Surroundings& surroundings, QObject* parent = nullptr);
 
-    /// The hotkeys by key code; the letter is the key at that place.
-    enum Hotkey {
-        keyA = 0,
-        keyS = 1,
-        keyD = 2,
-        keyF = 3,
-        keyH = 4,
-        keyC = 8,
-        keyB = 11,
-        keyT = 17,
-        keyRightBracket = 30,
-        keyO = 31,
-        keyLeftBracket = 33,
-        keyP = 35,
-        keyL = 37,
-        keyJ = 38,
-        keyQuote = 39,
-        keyK = 40,
-        keySemicolon = 41,
-        keyComma = 43,
-        keyN = 45,
-        keyPeriod = 47,
-        keySpace = 49,
-        keyEscape = 53
-    };
-    void keyDown(int keyCode); ///< any other code does nothing but hide the volume slider
+    void keyPressed(); ///< any key, whatever it means: the volume slider goes
     /// One event, one step: below zero forwards, above zero backwards, of a frame or (Command held) to a
     /// bookmark.
     void scrollWheel(double deltaY, bool command);
@@ -64,11 +34,9 @@ public:
 Q_SIGNALS:
     void hideVolume(); ///< the volume slider goes, with a fade
     void hidePopUps(); ///< volume slider, drawing and playback pop-ups go, with a fade
-    void toggleFullScreen();
     void showMovieList(bool show); ///< over the picture in full screen
 
 private:
-    void drawingPanelKey(int keyCode);
     void movieList(bool show);
 
     Surroundings around_;

@@ -66,7 +66,6 @@ QAction* LibraryFixture::command(const char* id) const {
 }
 
 void LibraryFixture::trigger(const char* id) {
-    window->commands().refresh();
     ASSERT_TRUE(command(id)->isEnabled()) << id;
     command(id)->trigger();
 }

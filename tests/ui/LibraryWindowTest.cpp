@@ -1,6 +1,5 @@
 #include "LibraryFixture.h"
 
-#include "platform/NamedImages.h"
 #include "ui/commands/Commands.h"
 #include "ui/desktop/InterfaceWatchdog.h"
 #include "ui/library/ItemsPane.h"
@@ -302,18 +301,6 @@ TEST_F(LibraryWindowTest, PathsAndNamesAreCopiedAndRevealed) {
     key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(pasteboard.content.contains(u"2.mov"_s));
     EXPECT_FALSE(pasteboard.content.contains(folder.path()));
-}
-
-TEST_F(LibraryWindowTest, NoTwoCommandsShareAKeyAndEveryIconExists) {
-    openWindow();
-    std::map<QString, QString> owners;
-    for (const auto& [id, known] : window->commands().all()) {
-        EXPECT_TRUE(known.icon.isEmpty() || hasNamedImage(known.icon)) << qPrintable(known.icon);
-        if (known.shortcut.isEmpty() || id == u"items.remove"_s)
-            continue; // Delete means items or playlists, by the list that has the focus
-        const auto [owner, fresh] = owners.emplace(known.shortcut.toString(), id);
-        EXPECT_TRUE(fresh) << qPrintable(id) << " and " << qPrintable(owner->second);
-    }
 }
 
 TEST_F(LibraryWindowTest, TheInterfaceGoesOnWhileFiveHundredItemsArrive) {

@@ -1,10 +1,10 @@
 #include "ViewerWindowFixture.h"
 
+#include "commands/viewer/ViewerCommands.h"
 #include "ui/panels/BookmarkPanel.h"
 #include "ui/panels/BookmarkTable.h"
 #include "ui/viewer/FloatingTimecode.h"
 #include "ui/viewer/FullScreen.h"
-#include "ui/commands/KeyCodes.h"
 #include "ui/commands/KeysDialog.h"
 #include "ui/viewer/MouseZones.h"
 #include "ui/viewer/MovieListOverlay.h"
@@ -353,37 +353,23 @@ TEST_F(ViewerInputTest, ReadOutsHaveTheColourOfThePreference) {
 
 TEST_F(ViewerInputTest, PageOfKeysNamesEveryCommandThatHasOne) {
     const Commands& commands = window->commands();
-    const KeysDialog page(commands, *window->menuBar(), QStringLiteral("Keys"), window.get());
+    const KeysDialog page(commands, viewerMenus(), QStringLiteral("Keys"), window.get());
     QStringList keys;
     for (int row = 0; row < page.table()->rowCount(); ++row)
         if (const auto* item = page.table()->item(row, 1)) keys << item->text().trimmed();
     int expected = 0;
-    for (const auto& [id, command] : commands.all()) {
-        if (commands.keysText(id).isEmpty()) continue;
+    for (const Command& command : viewerTable()) {
+        if (command.keys.empty()) continue;
         ++expected;
-        EXPECT_TRUE(keys.contains(commands.keysText(id))) << qPrintable(id);
+        EXPECT_TRUE(keys.contains(commands.keys().label(command.id))) << qPrintable(command.id);
     }
     EXPECT_EQ(keys.size(), expected);
-    for (const char* key :
-         {"Space", "J", "K", "L", "[", "]", "A",   "C", "O",        "P",       "N",
-          "D",     "T", "F", "B", "S", "H", "Esc", ";", ", / Home", ". / End", "F11 / Ctrl+F"})
+    for (const char* key : {"Space", "J / Down", "K", "L / Up", "[", "]", "A", "C", "O", "P", "N", "D", "T", "F",
+                            "B", "S", "H", "Esc", ";", "'", ", / Home", ". / End", "F11 / Ctrl+F"})
         EXPECT_EQ(keys.count(QLatin1String(key)), 1) << key;
     const QAction* bookmark = commands.action(QStringLiteral("viewer.addBookmark"));
     EXPECT_TRUE(bookmark->shortcuts().isEmpty()) << "goes by its place";
     EXPECT_TRUE(bookmark->toolTip().contains(QStringLiteral("(;)")));
-}
-
-TEST(KeyCodes, GoByThePlaceWhereTheWindowSystemTellsIt) {
-    const auto codeOf = [](Qt::Key key, quint32 scanCode) {
-        return keyCodes::of(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, scanCode, 0, 0)).value_or(-1);
-    };
-    EXPECT_EQ(codeOf(Qt::Key_A, 0), 0);
-    EXPECT_EQ(codeOf(Qt::Key_Colon, 0), 41);
-    EXPECT_EQ(codeOf(Qt::Key_Up, 0), -1);
-    if (QGuiApplication::platformName() != QLatin1String("xcb")) GTEST_SKIP() << "needs an X server";
-    EXPECT_EQ(codeOf(Qt::Key_Q, 38), 0) << "a French keyboard's Q lies where A is here";
-    EXPECT_EQ(codeOf(Qt::Key_M, 47), 41);
-    EXPECT_EQ(codeOf(Qt::Key_A, 111), -1);
 }
 
 } // namespace daylark

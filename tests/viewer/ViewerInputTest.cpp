@@ -7,76 +7,9 @@ namespace {
 class ViewerInputTest : public ViewerFixture {
 protected:
     ViewerInputTest() { controller.panels().setHost(&host); }
-    void press(int key) { controller.input().keyDown(key); }
 
     FakePanelHost host;
 };
-
-TEST_F(ViewerInputTest, TransportKeysWorkByTheirPlace) {
-    showFrames(48);
-    press(ViewerInput::keySpace);
-    EXPECT_TRUE(transport.movieIsPlayingForwards());
-    press(ViewerInput::keyL);
-    EXPECT_EQ(player.rate(), 3);
-    press(ViewerInput::keyJ);
-    EXPECT_TRUE(transport.movieIsPlayingBackwards());
-    press(ViewerInput::keyK);
-    EXPECT_FALSE(transport.isRunning());
-    press(ViewerInput::keyPeriod);
-    EXPECT_EQ(player.currentFrame(), 48);
-    press(ViewerInput::keyComma);
-    EXPECT_EQ(player.currentFrame(), 1);
-    press(ViewerInput::keySemicolon);
-    EXPECT_EQ(controller.currentMovie()->bookmarkStore.size(), 1u);
-    press(12345);
-    EXPECT_EQ(player.currentFrame(), 1);
-}
-
-TEST_F(ViewerInputTest, PanelKeysToggleAndFullScreenKeysWorkOnlyThere) {
-    const std::map<int, ViewerPanel> keys{
-        {ViewerInput::keyC, ViewerPanel::grading},   {ViewerInput::keyD, ViewerPanel::drawing},
-        {ViewerInput::keyB, ViewerPanel::bookmarks}, {ViewerInput::keyO, ViewerPanel::options},
-        {ViewerInput::keyN, ViewerPanel::notes},     {ViewerInput::keyP, ViewerPanel::playlistDrawer}};
-    for (const auto& [key, panel] : keys) {
-        press(key);
-        EXPECT_TRUE(host.visible.contains(panel)) << key;
-    }
-    QSignalSpy left(&controller.input(), &ViewerInput::toggleFullScreen);
-    press(ViewerInput::keyF);
-    press(ViewerInput::keyEscape);
-    EXPECT_FALSE(host.visible.contains(ViewerPanel::controls));
-    EXPECT_EQ(left.count(), 0);
-    host.fullScreen = true;
-    press(ViewerInput::keyF);
-    EXPECT_TRUE(host.visible.contains(ViewerPanel::controls));
-    preferences.disableHotkeysInFullScreenMode.set(true);
-    press(ViewerInput::keyH);
-    EXPECT_FALSE(host.visible.empty());
-    press(ViewerInput::keyEscape);
-    EXPECT_EQ(left.count(), 1);
-    host.fullScreen = false;
-    press(ViewerInput::keyH);
-    EXPECT_TRUE(host.visible.empty());
-}
-
-TEST_F(ViewerInputTest, BracketsChangeTheToolsWidthWithinItsLimitsWhileThePanelIsOpen) {
-    DrawingMode& drawing = controller.drawing();
-    preferences.brushWidth.set(2.0);
-    drawing.chooseInteractiveTool({QStringLiteral("Draw")});
-    press(ViewerInput::keyLeftBracket);
-    EXPECT_EQ(drawing.currentWidth(), 2);
-    host.visible.insert(ViewerPanel::drawing);
-    press(ViewerInput::keyLeftBracket);
-    press(ViewerInput::keyLeftBracket);
-    EXPECT_EQ(drawing.currentWidth(), 1);
-    drawing.setToolWidth(99);
-    press(ViewerInput::keyRightBracket);
-    press(ViewerInput::keyRightBracket);
-    EXPECT_EQ(drawing.currentWidth(), 100);
-    drawing.setToolWidth(0);
-    press(ViewerInput::keyRightBracket);
-    EXPECT_EQ(drawing.currentWidth(), 0);
-}
 
 TEST_F(ViewerInputTest, TheWheelStepsOneFrameAnEventWhateverItsSize) {
     showFrames(48);

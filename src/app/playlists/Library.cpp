@@ -139,6 +139,7 @@ void Library::setSort(const QString& field, bool ascending) {
     sortField_ = field;
     sortAscending_ = ascending;
     rearrange();
+    Q_EMIT sortChanged();
 }
 
 void Library::rearrange() {

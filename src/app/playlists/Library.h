@@ -67,6 +67,7 @@ Q_SIGNALS:
     void playlistSelectionChanged();
     void arrangedMoviesChanged();
     void movieSelectionChanged();
+    void sortChanged(); ///< by which field, or which way
     void movieUpdated(const std::shared_ptr<daylark::Movie>& movie);
     void playlistUpdated(const std::shared_ptr<daylark::Playlist>& playlist);
 

@@ -3,84 +3,76 @@
 #include "ui/common/Theme.h"
 
 #include <QAction>
+#include <QMenu>
+#include <QMenuBar>
 #include <QToolButton>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace daylark {
 
 namespace {
 
-QString withoutMnemonic(const QString& menuTitle) {
-    QString plain;
-    for (qsizetype at = 0; at < menuTitle.size(); ++at) {
-        if (menuTitle[at] == QLatin1Char('&') && at + 1 < menuTitle.size())
-            ++at; // "&&" stands for one ampersand
-        plain += menuTitle[at];
-    }
-    return plain;
+bool isShortcut(const KeyStroke& stroke, const Command& command) {
+    return !stroke.types() && (command.scope == KeyScope::viewer || command.scope == KeyScope::library);
 }
 
 } // namespace
 
-Commands::Commands(QWidget* window)
+Commands::Commands(CommandSet& commands, const KeyMap& keys, QWidget* window)
     : QObject(window)
-    , window_(window) {}
-
-QAction* Commands::add(Command command) {
-    const QString id = command.id;
-    Q_ASSERT_X(!actions_.contains(id), "Commands::add", qPrintable(id));
-    const Command& kept = commands_.insert_or_assign(id, std::move(command)).first->second;
-
-    auto* action = new QAction(theme::icon(kept.icon), kept.text, this);
-    action->setObjectName(id);
-    action->setCheckable(bool(kept.checked));
-    showKeys(kept, action);
-    action->setStatusTip(QString());
-    // Through the map, so that a command's function may add commands while it runs.
-    connect(action, &QAction::triggered, this, [this, id] {
-        const auto run = commands_.at(id).run;
-        if (run) run();
-        refresh();
+    , set_(commands)
+    , keys_(keys) {
+    for (const Command& command : commands.table())
+        add(command, window);
+    connect(&commands, &CommandSet::stateChanged, this, &Commands::showState);
+    connect(&commands, &CommandSet::looksChanged, this, &Commands::showLooks);
+    connect(&keys, &KeyMap::changed, this, [this] {
+        for (const auto& [id, action] : actions_)
+            showLooks(id);
     });
-    window_->addAction(action);
-    actions_[id] = action;
-    return action;
 }
 
-void Commands::showKeys(const Command& command, QAction* action) const {
+void Commands::add(const Command& command, QWidget* window) {
+    auto* action = new QAction(this);
+    action->setObjectName(command.id);
+    action->setCheckable(set_.isCheckable(command.id));
+    action->setAutoRepeat(command.traits & Command::repeats);
+    actions_[command.id] = action;
+    showLooks(command.id);
+    showState(command.id);
+    connect(action, &QAction::triggered, this, [this, id = command.id] {
+        set_.run(id);
+        showState(id); // a click has turned a checkable action, whatever the command made of it
+    });
+    window->addAction(action);
+}
+
+void Commands::showLooks(const QString& id) const {
+    QAction* action = actions_.at(id);
+    const Command& command = set_.command(id);
+    const QString label = keys_.label(id);
     QList<QKeySequence> shortcuts;
-    for (const QKeySequence& keys : {command.shortcut, command.alternative})
-        if (!keys.isEmpty()) shortcuts << keys;
-    action->setShortcuts(shortcuts);
-    const QString title = withoutMnemonic(command.text);
-    // Menus show what follows a tab where they show shortcuts.
-    if (!command.hotkey.isEmpty()) {
-        action->setIconText(title);
-        action->setText(command.text + u'\t' + command.hotkey.toString(QKeySequence::NativeText));
+    bool all = true;
+    for (const KeyStroke& stroke : keys_.keysOf(id)) {
+        if (isShortcut(stroke, command))
+            shortcuts << QKeySequence(stroke.keys());
+        else
+            all = false;
     }
-    const QString hint = command.hint.isEmpty() ? title : command.hint, keys = keysText(command.id);
-    action->setToolTip(keys.isEmpty() ? hint : QStringLiteral("%1 (%2)").arg(hint, keys));
+    action->setShortcuts(shortcuts);
+    action->setIcon(theme::icon(set_.icon(id)));
+    // Menus show what follows a tab where they show shortcuts.
+    action->setText(all ? set_.text(id) : set_.text(id) + u'\t' + keys_.keysOf(id).front().label());
+    action->setIconText(set_.name(id));
+    action->setToolTip(label.isEmpty() ? set_.name(id) : QStringLiteral("%1 (%2)").arg(set_.name(id), label));
 }
 
-void Commands::setHotkey(const QString& id, Qt::Key key) {
-    Command& command = commands_.at(id);
-    command.hotkey = key;
-    if (command.shortcut == command.hotkey) command.shortcut = {};
-    showKeys(command, action(id));
-}
-
-void Commands::setAlternative(const QString& id, const QKeySequence& shortcut) {
-    Command& command = commands_.at(id);
-    command.alternative = shortcut;
-    showKeys(command, action(id));
-}
-
-QString Commands::keysText(const QString& id) const {
-    const Command& command = commands_.at(id);
-    QStringList keys;
-    for (const QKeySequence& sequence : {command.hotkey, command.shortcut, command.alternative})
-        if (!sequence.isEmpty()) keys << sequence.toString(QKeySequence::NativeText);
-    return keys.join(QStringLiteral(" / "));
+void Commands::showState(const QString& id) const {
+    QAction* action = actions_.at(id);
+    action->setEnabled(set_.isEnabled(id));
+    if (action->isCheckable()) action->setChecked(set_.isChecked(id));
 }
 
 QAction* Commands::action(const QString& id) const {
@@ -97,17 +89,25 @@ QToolButton* Commands::button(const QString& id, QWidget* parent) const {
     button->setIconSize({16, 16});
     button->setMinimumSize(24, 24);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setAccessibleName(withoutMnemonic(commands_.at(id).text));
+    button->setAccessibleName(set_.name(id));
     button->setToolButtonStyle(command->icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
     return button;
 }
 
-void Commands::refresh() {
-    for (const auto& [id, command] : commands_) {
-        QAction* target = actions_.at(id);
-        if (command.enabled) target->setEnabled(command.enabled());
-        if (command.checked) target->setChecked(command.checked());
+void Commands::fill(QMenu& menu, const Menu& entries) const {
+    for (const Menu::Entry& entry : entries.entries) {
+        if (entry.isLine())
+            menu.addSeparator();
+        else if (!entry.command.isEmpty())
+            menu.addAction(action(entry.command));
+        else
+            fill(*menu.addMenu(entry.below.front().title), entry.below.front());
     }
+}
+
+void Commands::fill(QMenuBar& bar, const std::vector<Menu>& menus) const {
+    for (const Menu& menu : menus)
+        fill(*bar.addMenu(menu.title), menu);
 }
 
 } // namespace daylark

@@ -3,12 +3,9 @@
 #include "ui/commands/Commands.h"
 #include "ui/common/Theme.h"
 
-#include <QAction>
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QSet>
@@ -16,31 +13,12 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace daylark {
 
-namespace {
-
-QString plainTitle(QString title) {
-    title = title.left(title.indexOf(u'\t'));
-    return title.replace(QLatin1String("&&"), QLatin1String("\n")).remove(u'&').replace(u'\n', u'&');
-}
-
-/// The commands in a menu and the menus below it.
-void collect(const QMenu* menu, QList<QAction*>& actions) {
-    const auto all = menu->actions();
-    for (QAction* action : all) {
-        if (action->menu())
-            collect(action->menu(), actions);
-        else if (!action->isSeparator())
-            actions << action;
-    }
-}
-
-} // namespace
-
-KeysDialog::KeysDialog(const Commands& commands, const QMenuBar& menus, const QString& title, QWidget* parent,
-                       const Lines& pointer)
+KeysDialog::KeysDialog(const Commands& commands, const std::vector<Menu>& menus, const QString& title,
+                       QWidget* parent, const Lines& pointer)
     : QDialog(parent)
     , table_(new QTableWidget(0, 2, this)) {
     setWindowTitle(title);
@@ -55,33 +33,9 @@ KeysDialog::KeysDialog(const Commands& commands, const QMenuBar& menus, const QS
     table_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     table_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
 
-    QSet<QString> listed;
-    const auto addCommands = [&](const QString& section, const QStringList& ids) {
-        bool begun = false;
-        for (const QString& id : ids) {
-            if (!commands.contains(id) || listed.contains(id) || commands.keysText(id).isEmpty()) continue;
-            if (!std::exchange(begun, true)) addSection(section);
-            addLine(commands.action(id)->iconText(), commands.keysText(id));
-            listed.insert(id);
-        }
-    };
-    const auto sections = menus.actions();
-    for (const QAction* section : sections) {
-        if (!section->menu()) continue;
-        QList<QAction*> actions;
-        collect(section->menu(), actions);
-        QStringList ids;
-        for (const QAction* action : std::as_const(actions))
-            ids << action->objectName();
-        addCommands(plainTitle(section->text()), ids);
-    }
-    QStringList rest;
-    for (const auto& [id, command] : commands.all())
-        rest << id;
-    addCommands(tr("More Keys"), rest);
-    if (!pointer.isEmpty()) addSection(tr("Mouse"));
-    for (const auto& [what, how] : pointer)
-        addLine(what, how);
+    list(commands, menus, pointer);
+    connect(&commands.keys(), &KeyMap::changed, this,
+            [this, &commands, menus, pointer] { list(commands, menus, pointer); });
 
     auto* places = new QLabel(tr("Single letters and signs go by their place on the keyboard: they are "
                                  "named as a US keyboard prints them."),
@@ -100,6 +54,31 @@ KeysDialog::KeysDialog(const Commands& commands, const QMenuBar& menus, const QS
     layout->addWidget(buttons);
     const int room = parent ? parent->screen()->availableGeometry().height() - 80 : 720;
     resize(520, std::min(720, room));
+}
+
+void KeysDialog::list(const Commands& commands, const std::vector<Menu>& menus, const Lines& pointer) {
+    table_->clearSpans();
+    table_->setRowCount(0);
+    QSet<QString> listed;
+    const auto addCommands = [&](const QString& section, const std::vector<QString>& ids) {
+        bool begun = false;
+        for (const QString& id : ids) {
+            const QString keys = commands.keys().label(id);
+            if (keys.isEmpty() || listed.contains(id)) continue;
+            if (!std::exchange(begun, true)) addSection(section);
+            addLine(commands.set().name(id), keys);
+            listed.insert(id);
+        }
+    };
+    for (const Menu& menu : menus)
+        addCommands(withoutMnemonic(menu.title), menu.commands());
+    std::vector<QString> rest;
+    for (const Command& command : commands.set().table())
+        rest.push_back(command.id);
+    addCommands(tr("More Keys"), rest);
+    if (!pointer.isEmpty()) addSection(tr("Mouse"));
+    for (const auto& [what, how] : pointer)
+        addLine(what, how);
 }
 
 void KeysDialog::addSection(const QString& title) {

@@ -1,45 +1,24 @@
 #pragma once
 
-#include <QObject>
-
-#include <functional>
-
-class QKeyEvent;
-class QMainWindow;
-class QWidget;
+#include "ui/commands/WindowKeys.h"
 
 namespace daylark {
 
-class Commands;
-class MoviePlayerController;
+class ViewerKeyboard;
 
-/// Brings the keys of the viewer's window and of every panel about it to the viewer, by their place on the
-/// keyboard. A text field being edited keeps its keys, dialogs and menus keep theirs, shortcuts with Ctrl,
-/// Alt or Meta stay shortcuts. It watches the whole program's key events, and consumes those that it brings.
-/// It also sees to it that menus and tooltips name these keys. Owned by the viewer's window; interface
-/// thread.
-class ViewerKeys : public QObject {
+/// Brings the keys of the viewer's window and of every panel about it to the viewer. Those with Ctrl, Alt or
+/// Meta stay shortcuts, and what a slider or list goes by in its panel stays with it.
+class ViewerKeys : public WindowKeys {
     Q_OBJECT
 public:
-    ViewerKeys(QMainWindow& window, MoviePlayerController& controller, Commands& commands);
-
-    /// The hotkeys that have no menu item of their own elsewhere, as commands; before the menus are made.
-    static void addCommands(Commands& commands, MoviePlayerController& controller);
-
-Q_SIGNALS:
-    void pressed(int keyCode); ///< the key has done what it does
+    ViewerKeys(QWidget& window, ViewerKeyboard& keyboard);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    [[nodiscard]] bool isOurs(const QWidget& widget) const override;
+    [[nodiscard]] bool takes(QWidget& widget, QKeyEvent& event, bool press) override;
 
 private:
-    [[nodiscard]] bool isOfViewer(const QWidget* widget) const;
-    [[nodiscard]] bool stepsFrames(const QKeyEvent& event) const;
-    [[nodiscard]] std::function<void()> actionOf(const QKeyEvent& event) const; ///< none: not a key of ours
-
-    QMainWindow& window_;
-    MoviePlayerController& controller_;
-    Commands& commands_;
+    ViewerKeyboard& keyboard_;
 };
 
 } // namespace daylark

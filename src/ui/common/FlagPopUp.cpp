@@ -1,5 +1,6 @@
 #include "ui/common/FlagPopUp.h"
 
+#include "commands/viewer/ViewerCommands.h"
 #include "model/Movie.h"
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
@@ -27,7 +28,7 @@ FlagPopUp::FlagPopUp(Commands& commands, Preferences& preferences, QWidget* pare
     setFocusPolicy(Qt::TabFocus);
     auto* choices = new QMenu(this);
     for (int tag = status::none; tag <= status::skip; ++tag) {
-        choices->addAction(commands.action(commandId(tag)));
+        choices->addAction(commands.action(viewerCommand::flag(tag)));
         if (tag == status::none) choices->addSeparator();
     }
     setMenu(choices);
@@ -46,10 +47,6 @@ void FlagPopUp::showFlagOf(const Movie* movie) {
     setToolTip(tr("Flag: %1").arg(title));
     setAccessibleName(toolTip());
     setEnabled(movie != nullptr);
-}
-
-QString FlagPopUp::commandId(int tag) {
-    return QStringLiteral("viewer.flag.%1").arg(tag);
 }
 
 QString FlagPopUp::flagTitle(int tag, const Preferences& preferences) {

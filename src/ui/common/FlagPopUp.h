@@ -16,7 +16,6 @@ public:
     FlagPopUp(Commands& commands, Preferences& preferences, QWidget* parent = nullptr);
     void showFlagOf(const Movie* movie); ///< null: no movie
 
-    [[nodiscard]] static QString commandId(int tag); ///< "viewer.flag.904"
     /// "None" for 900; the preference's name for a code.
     [[nodiscard]] static QString flagTitle(int tag, const Preferences& preferences);
     [[nodiscard]] static QString flagIcon(int tag);

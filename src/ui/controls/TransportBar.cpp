@@ -172,8 +172,6 @@ void TransportBar::showState() {
                        .arg(std::abs(rate), 0, 'f', 1));
     rate_->setEnabled(running);
     rate_->setToolTip(tr("Rate %1").arg(controller_.time().approxFrameRate()));
-    QAction* playPause = commands_.action(QStringLiteral("viewer.playPause"));
-    playPause->setIcon(theme::icon(running ? QStringLiteral("pause") : QStringLiteral("play")));
 }
 
 void TransportBar::showRepeatType() {

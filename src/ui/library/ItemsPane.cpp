@@ -237,6 +237,7 @@ void ItemsPane::showTiles(bool tiles) {
     sizeControls_->setEnabled(tiles);
     if (hadFocus) activeView()->setFocus();
     showLibrarySelection(activeView());
+    Q_EMIT looksChanged();
 }
 
 bool ItemsPane::tilesShown() const {
@@ -269,6 +270,7 @@ void ItemsPane::setInformationShown(bool shown) {
     if (shown) information_->refresh();
     layout()->activate();
     activeView()->scrollTo(activeView()->currentIndex()); // the tiles stand elsewhere now
+    Q_EMIT looksChanged();
 }
 
 bool ItemsPane::informationShown() const {

@@ -47,6 +47,7 @@ public:
 
 Q_SIGNALS:
     void openRequested();
+    void looksChanged(); ///< tiles or table, the information box
     void menuRequested(const QPoint& globalPosition, bool onItem);
 
 private:

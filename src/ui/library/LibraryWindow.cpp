@@ -1,10 +1,11 @@
 #include "ui/library/LibraryWindow.h"
 
 #include "app/PlaylistController.h"
+#include "commands/library/LibraryCommands.h"
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/commands/KeysDialog.h"
-#include "ui/commands/LibraryCommands.h"
+#include "ui/commands/LibraryKeys.h"
 #include "ui/common/Theme.h"
 #include "ui/library/ItemsPane.h"
 #include "ui/library/MoviesModel.h"
@@ -28,18 +29,17 @@ namespace daylark {
 LibraryWindow::LibraryWindow(PlaylistController& controller, QWidget* parent)
     : QMainWindow(parent)
     , controller_(controller)
-    , commands_(new Commands(this)) {
+    , commandSet_(libraryTable(), controller.preferences())
+    , keys_(controller.preferences()) {
     setObjectName(QStringLiteral("libraryWindow"));
-    addLibraryCommands(*commands_, controller_, *this);
+    addCommands();
     makeCentre();
-    bindListKeys(*commands_, *this);
-    makeMenus();
+    new LibraryKeys(*this, *commands_, *playlists_->table(), *items_); // the window owns it
     progress_ = new ProgressWindow(controller_.progress(), this);
     connectController();
     restoreLooks();
     showTab();
     setWindowTitle(controller_.sessionFiles().windowTitle() + QStringLiteral("[*]"));
-    commands_->refresh();
 }
 
 LibraryWindow::~LibraryWindow() {
@@ -70,24 +70,45 @@ void LibraryWindow::makeCentre() {
 
     connect(splitter_, &QSplitter::splitterMoved, this,
             [this] { controller_.preferences().playlistViewWidth.set(playlists_->width()); });
+    for (Condition* state : {tilesShown_, informationShown_}) {
+        state->follows(*items_, &ItemsPane::looksChanged);
+        state->look();
+    }
     connect(items_, &ItemsPane::openRequested, this, [this] { controller_.loadMovieWindow(); });
     connect(items_, &ItemsPane::menuRequested, this, &LibraryWindow::showItemsMenu);
     connect(playlists_, &PlaylistsPane::menuRequested, this, &LibraryWindow::showPlaylistsMenu);
 }
 
-void LibraryWindow::makeMenus() {
-    fillLibraryMenuBar(*menuBar(), *commands_);
+void LibraryWindow::addCommands() {
+    LibraryWindowActions actions;
+    actions.selectAll = [this] {
+        (playlists_->table()->hasFocus() ? playlists_->table() : items_->activeView())->selectAll();
+    };
+    actions.renamePlaylist = [this] { playlists_->editSelectedName(); };
+    actions.showTiles = [this](bool tiles) { items_->showTiles(tiles); };
+    actions.enlargeTiles = [this](int percent) { items_->setTileSize(items_->tileSize() + percent); };
+    actions.toggleInformation = [this] { items_->setInformationShown(!items_->informationShown()); };
+    actions.showPlaylistOrder = [this] {
+        controller_.library().setSort(QStringLiteral("sortOrder"), true);
+        items_->showSortIndicator();
+    };
+    actions.goToPlaylists = [this] { playlists_->table()->setFocus(); };
+    actions.goToItems = [this] { items_->activeView()->setFocus(); };
+    actions.minimise = [this] { showMinimized(); };
+    actions.close = [this] { close(); };
+    actions.showPreferences = [this] { showPreferences(); };
+    actions.showKeys = [this] { showShortcuts(); };
+    actions.showAbout = [this] { showAbout(); };
+    actions.tilesShown = [this] { return items_ && items_->tilesShown(); };
+    actions.informationShown = [this] { return items_ && items_->informationShown(); };
+    const LibraryWindowState state = bindLibraryCommands(commandSet_, controller_, actions);
+    tilesShown_ = &state.tilesShown;
+    informationShown_ = &state.informationShown;
+    commands_ = new Commands(commandSet_, keys_, this);
+    commands_->fill(*menuBar(), libraryMenus());
 }
 
 void LibraryWindow::connectController() {
-    Library& library = controller_.library();
-    // At once: the next key may already mean a command that the selection has just made possible.
-    const auto refresh = [this] { commands_->refresh(); };
-    connect(&library, &Library::playlistsChanged, this, refresh);
-    connect(&library, &Library::playlistSelectionChanged, this, refresh);
-    connect(&library, &Library::arrangedMoviesChanged, this, refresh);
-    connect(&library, &Library::movieSelectionChanged, this, refresh);
-
     SessionFiles& session = controller_.sessionFiles();
     connect(&session, &SessionFiles::titleChanged, this,
             [this](const QString& title) { setWindowTitle(title + QStringLiteral("[*]")); });
@@ -96,10 +117,7 @@ void LibraryWindow::connectController() {
     connect(&controller_, &PlaylistController::libraryToFront, this, &LibraryWindow::bringToFront);
     connect(&controller_, &PlaylistController::libraryHidden, this, &QWidget::hide);
     connect(&controller_, &PlaylistController::terminate, this, &QWidget::close, Qt::QueuedConnection);
-    connect(&controller_, &PlaylistController::started, this, [this] {
-        playlists_->table()->setFocus();
-        commands_->refresh();
-    });
+    connect(&controller_, &PlaylistController::started, this, [this] { playlists_->table()->setFocus(); });
     connectPreferences();
     connect(&controller_.notesExport(), &NotesExport::exported, items_, &ItemsPane::showSortIndicator);
 }
@@ -112,10 +130,7 @@ void LibraryWindow::connectPreferences() {
         playlists_->refreshHint();
     });
     for (const Preference<QString>& name : preferences.statusNames)
-        connect(&name, &PreferenceItem::changed, this, [this] {
-            refreshFlagTitles(*commands_, controller_);
-            items_->model()->refreshAll();
-        });
+        connect(&name, &PreferenceItem::changed, this, [this] { items_->model()->refreshAll(); });
 }
 
 void LibraryWindow::showTab() {
@@ -162,7 +177,7 @@ void LibraryWindow::showPreferences() {
 }
 
 void LibraryWindow::showShortcuts() {
-    auto* keys = new KeysDialog(*commands_, *menuBar(), QStringLiteral("Library Shortcuts"), this);
+    auto* keys = new KeysDialog(*commands_, libraryMenus(), QStringLiteral("Library Shortcuts"), this);
     keys->setAttribute(Qt::WA_DeleteOnClose);
     keys->show();
 }
@@ -180,16 +195,14 @@ void LibraryWindow::showAbout() {
 }
 
 void LibraryWindow::showPlaylistsMenu(const QPoint& position, bool onPlaylist) {
-    commands_->refresh();
     QMenu menu(this);
-    fillPlaylistMenu(menu, *commands_, onPlaylist);
+    commands_->fill(menu, playlistMenu(onPlaylist));
     menu.exec(position);
 }
 
 void LibraryWindow::showItemsMenu(const QPoint& position, bool onItem) {
-    commands_->refresh();
     QMenu menu(this);
-    fillItemMenu(menu, *commands_, onItem);
+    commands_->fill(menu, itemMenu(onItem));
     menu.exec(position);
 }
 

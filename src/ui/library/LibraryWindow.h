@@ -1,5 +1,8 @@
 #pragma once
 
+#include "commands/CommandSet.h"
+#include "commands/keys/KeyMap.h"
+
 #include <QMainWindow>
 
 class QSplitter;
@@ -43,7 +46,7 @@ protected:
 
 private:
     void makeCentre();
-    void makeMenus();
+    void addCommands();
     void connectController();
     void restoreLooks();
     void storeLooks();
@@ -53,7 +56,10 @@ private:
     void showItemsMenu(const QPoint& position, bool onItem);
 
     PlaylistController& controller_;
-    Commands* commands_;
+    CommandSet commandSet_;
+    KeyMap keys_;
+    Commands* commands_ = nullptr; ///< once the set is bound
+    Condition *tilesShown_ = nullptr, *informationShown_ = nullptr;
     PlaylistsPane* playlists_ = nullptr;
     ItemsPane* items_ = nullptr;
     StatusStrip* status_ = nullptr;

@@ -1,7 +1,7 @@
 #include "ui/panels/BookmarkPanel.h"
 
 #include "preferences/Preferences.h"
-#include "ui/commands/BookmarkCommands.h"
+#include "commands/viewer/ViewerCommands.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/RowSlide.h"
 #include "ui/common/Theme.h"
@@ -107,7 +107,7 @@ QHBoxLayout* BookmarkPanel::buttonStrip(Commands& commands) {
     for (const char* id : {"viewer.addBookmark", "viewer.previousBookmark", "viewer.nextBookmark"})
         strip->addWidget(commands.button(QLatin1String(id), this));
     strip->addSpacing(12);
-    using namespace bookmarkCommand;
+    using namespace viewerCommand;
     strip->addWidget(menuButton(commands, QStringLiteral("mute"), tr("Mute Bookmarks"), std::begin(muting),
                                 std::end(muting), this));
     strip->addWidget(menuButton(commands, QStringLiteral("copy"), tr("Copy Bookmarks"), std::begin(copying),

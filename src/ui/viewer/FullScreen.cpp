@@ -36,7 +36,6 @@ FullScreen::FullScreen(QMainWindow& window, PictureView& picture, QWidget& strip
     connect(zones_, &MouseZones::entered, &input, &ViewerInput::mouseEntered);
     connect(zones_, &MouseZones::exited, &input, &ViewerInput::mouseExited);
     connect(&input, &ViewerInput::showMovieList, list_, &MovieListOverlay::setShown);
-    connect(&input, &ViewerInput::toggleFullScreen, this, &FullScreen::toggle);
     connect(&host, &ViewerPanelHost::cursorHideWanted, this, &FullScreen::hideCursor);
     connect(screens_, &QMenu::aboutToShow, this, &FullScreen::fillScreensMenu);
     const auto several = [this] {

@@ -1,11 +1,11 @@
 #include "ui/viewer/ViewerWindow.h"
 
+#include "commands/viewer/ViewerCommands.h"
 #include "model/Movie.h"
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/commands/KeysDialog.h"
-#include "ui/commands/ViewerCommands.h"
 #include "ui/commands/ViewerKeys.h"
 #include "ui/common/FlagPopUp.h"
 #include "ui/common/RichTextField.h"
@@ -48,15 +48,14 @@
 
 namespace daylark {
 
-namespace {
-
-
-} // namespace
+namespace {} // namespace
 
 ViewerWindow::ViewerWindow(MoviePlayerController& controller, QWidget* parent)
     : QMainWindow(parent)
     , controller_(controller)
-    , commands_(std::make_unique<Commands>(this))
+    , commandSet_(viewerTable(), controller.preferences())
+    , keys_(controller.preferences())
+    , keyboard_(commandSet_, keys_, controller)
     , panelHost_(new ViewerPanelHost(*this, controller.panels()))
     , picture_(new PictureView(this))
     , notes_(new NotesPanel(controller.edits(), controller.preferences(), this))
@@ -95,8 +94,10 @@ void ViewerWindow::addCommands() {
     actions.writeNotes = [this] { writeNotes(); };
     actions.showKeys = [this] { showKeys(); };
     actions.makeThumbnail = [this](const QString& choice) { Q_EMIT thumbnailWanted(choice); };
-    addViewerCommands(*commands_, controller_, actions);
-    buildViewerMenus(*menuBar(), *commands_);
+    actions.bringForward = [this] { bringForward(); };
+    fullScreenShown_ = &bindViewerCommands(commandSet_, controller_, actions).fullScreen;
+    commands_ = std::make_unique<Commands>(commandSet_, keys_, this);
+    commands_->fill(*menuBar(), viewerMenus());
 }
 
 // The strip spans the whole foot, below the panels on either side.
@@ -138,7 +139,8 @@ void ViewerWindow::buildLayout() {
     addPanels();
     auto* sizing = new ViewerSizing(*this, *picture_, controller_.geometry()); // the window owns it
     connect(panelHost_, &ViewerPanelHost::viewerFrameWanted, sizing, &ViewerSizing::takeWholeFrame);
-    connect(panelHost_, &ViewerPanelHost::visibilityChanged, this, [this] { commands_->refresh(); });
+    connect(panelHost_, &ViewerPanelHost::visibilityChanged, &controller_.panels(),
+            &ViewerPanels::visibilityChanged);
     connect(&controller_.drawing(), &DrawingMode::viewerWanted, panelHost_,
             &ViewerPanelHost::bringKeyboardToViewer);
     setTabOrder(picture_, slider_);
@@ -188,25 +190,16 @@ void ViewerWindow::connectController() {
     connect(&controller_.transport(), &Transport::stateChanged, this, [this] {
         picture_->setMoving(controller_.transport().isRunning());
         bar_->showState();
-        commands_->refresh();
     });
     connect(&controller_.transport(), &Transport::soughtBySlider, bookmarks_, &BookmarkPanel::clearSelection);
-    connect(&controller_.list(), &ViewerList::selectionChanged, commands_.get(), &Commands::refresh);
-    connect(&controller_.list(), &ViewerList::moviesChanged, commands_.get(), &Commands::refresh);
-    connect(&controller_.list(), &ViewerList::selectedMoviesChanged, commands_.get(), &Commands::refresh);
-    connect(&controller_.bookmarks(), &ViewerBookmarks::bookmarksChanged, commands_.get(),
-            &Commands::refresh);
-    connect(&controller_.bookmarks(), &ViewerBookmarks::activeBookmarksChanged, this, [this] {
-        showHeadsUp();
-        commands_->refresh();
-    });
+    connect(&controller_.bookmarks(), &ViewerBookmarks::activeBookmarksChanged, this,
+            &ViewerWindow::showHeadsUp);
     connect(&controller_, &MoviePlayerController::onscreenTextColourChanged, this,
             &ViewerWindow::showHeadsUp);
     connect(&controller_.edits(), &ReviewEdits::movieChanged, this,
             [this](const std::shared_ptr<Movie>& movie, const QString& field) {
-                if (!field.startsWith(QLatin1String("flag"))) return;
-                if (movie == controller_.currentMovie()) bar_->showFlag();
-                commands_->refresh(); // movies to be skipped count for the next and the previous one
+                if (movie != controller_.currentMovie() || !field.startsWith(QLatin1String("flag"))) return;
+                bar_->showFlag();
             });
 }
 
@@ -218,7 +211,6 @@ void ViewerWindow::connectPreferences() {
     on(preferences.repeatType, [this] { bar_->showRepeatType(); });
     on(preferences.pictureRenderer,
        [this] { picture_->chooseRenderer(controller_.preferences().pictureRenderer()); });
-    on(preferences.trimHandles, [this] { commands_->refresh(); });
     on(preferences.rateMultiplier, [this] { bar_->showState(); });
     for (const PreferenceItem* item : std::initializer_list<const PreferenceItem*>{
              &preferences.displayTimecode, &preferences.displayFrameCounter, &preferences.displayFilename,
@@ -228,21 +220,18 @@ void ViewerWindow::connectPreferences() {
         on(*item, [this] {
             controller_.time().setOverlayInfoDynamic();
             showPosition();
-            commands_->refresh();
         });
     for (const Preference<QString>& name : preferences.statusNames)
-        on(name, [this] {
-            renameFlagCommands(*commands_, controller_);
-            bar_->showFlag();
-        });
+        on(name, [this] { bar_->showFlag(); });
 }
 
 void ViewerWindow::connectInput() {
     timecode_ = new FloatingTimecode(controller_.preferences(), this);
     connect(timecode_, &FloatingTimecode::closed, this,
             [this] { controller_.preferences().displayTimecode.set(false); });
-    connect(fullScreen_, &FullScreen::changed, this, &ViewerWindow::fullScreenChanged);
-    connect(&controller_.input(), &ViewerInput::showMovieList, commands_.get(), &Commands::refresh);
+    connect(fullScreen_, &FullScreen::changed, fullScreenShown_, &Condition::look);
+    connect(&controller_.input(), &ViewerInput::showMovieList, &controller_.panels(),
+            &ViewerPanels::visibilityChanged);
     connect(picture_, &PictureView::pressed, &controller_.input(), &ViewerInput::mouseDown);
     connect(picture_, &PictureView::wheelTurned, &controller_.input(), &ViewerInput::scrollWheel);
     const auto volumeButtons = findChildren<VolumeButton*>();
@@ -250,8 +239,7 @@ void ViewerWindow::connectInput() {
         connect(&controller_.input(), &ViewerInput::hideVolume, volume, &VolumeButton::hidePopUp);
         connect(&controller_.input(), &ViewerInput::hidePopUps, volume, &VolumeButton::hidePopUp);
     }
-    auto* keys = new ViewerKeys(*this, controller_, *commands_); // the window owns it
-    connect(keys, &ViewerKeys::pressed, this, &ViewerWindow::keyPressed);
+    new ViewerKeys(*this, keyboard_); // the window owns it
     addMenuBelow("viewer.fullScreen", fullScreen_->screensMenu());
     addMenuBelow("viewer.lastFrame", bar_->repeatMenu()); // the strip may have folded it away
 }
@@ -261,21 +249,6 @@ void ViewerWindow::addMenuBelow(const char* command, QMenu* below) {
     const auto places = commands_->action(QLatin1String(command))->associatedObjects();
     for (QObject* place : places)
         if (auto* menu = qobject_cast<QMenu*>(place)) menu->addMenu(below);
-}
-
-void ViewerWindow::fullScreenChanged() {
-    commands_->action(QStringLiteral("viewer.fullScreen"))
-        ->setIcon(theme::icon(fullScreen_->isOn() ? QStringLiteral("leaveFullScreen")
-                                                  : QStringLiteral("fullScreen")));
-    commands_->refresh();
-}
-
-// Escape also leaves a table or a slider; the other is there to bring the viewer forward from a panel.
-void ViewerWindow::keyPressed(int keyCode) {
-    if (keyCode != ViewerInput::keyEscape && keyCode != ViewerInput::keyQuote) return;
-    if (keyCode == ViewerInput::keyQuote) raise();
-    activateWindow();
-    picture_->setFocus();
 }
 
 void ViewerWindow::writeNotes() {
@@ -289,14 +262,19 @@ void ViewerWindow::editBookmarkText() {
     bookmarks_->editText();
 }
 
+// It also leaves a table or a slider.
 void ViewerWindow::leaveTextOrFullScreen() {
-    QWidget* focus = QApplication::focusWidget();
-    if (qobject_cast<QTextEdit*>(focus) || qobject_cast<QLineEdit*>(focus)) {
-        activateWindow();
-        picture_->setFocus();
-    } else {
+    const QWidget* focus = QApplication::focusWidget();
+    if (!qobject_cast<const QTextEdit*>(focus) && !qobject_cast<const QLineEdit*>(focus))
         fullScreen_->leave();
-    }
+    activateWindow();
+    picture_->setFocus();
+}
+
+void ViewerWindow::bringForward() {
+    raise();
+    activateWindow();
+    picture_->setFocus();
 }
 
 void ViewerWindow::showKeys() {
@@ -305,7 +283,7 @@ void ViewerWindow::showKeys() {
                                     {tr("Full screen: the playlist"), tr("Right edge")},
                                     {tr("Full screen: the controls"), tr("Lower edge")},
                                     {tr("Full screen: both away"), tr("Click")}};
-    auto* keys = new KeysDialog(*commands_, *menuBar(), tr("Keys of the Viewer"), this, pointer);
+    auto* keys = new KeysDialog(*commands_, viewerMenus(), tr("Keys of the Viewer"), this, pointer);
     keys->setAttribute(Qt::WA_DeleteOnClose);
     keys->show();
 }
@@ -361,16 +339,6 @@ void ViewerWindow::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-// Lists keep these two keys for themselves, so they are not shortcuts.
-void ViewerWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Up)
-        commands_->action(QStringLiteral("viewer.playForwards"))->trigger();
-    else if (event->key() == Qt::Key_Down)
-        commands_->action(QStringLiteral("viewer.playBackwards"))->trigger();
-    else
-        QMainWindow::keyPressEvent(event);
-}
-
 void ViewerWindow::showLoading(bool loading) {
     loading_ = loading;
     movieChanged();
@@ -389,7 +357,6 @@ void ViewerWindow::movieChanged() {
     bar_->showFlag();
     bar_->showState();
     showPosition();
-    commands_->refresh();
 }
 
 void ViewerWindow::showPosition() {

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "commands/CommandSet.h"
+#include "commands/keys/KeyMap.h"
+#include "commands/viewer/ViewerKeyboard.h"
+
 #include <QMainWindow>
 
 #include <memory>
@@ -48,7 +52,6 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void addCommands();
@@ -58,11 +61,10 @@ private:
     void connectPreferences();
     void connectInput();
     void addMenuBelow(const char* command, QMenu* below);
-    void fullScreenChanged();
-    void keyPressed(int keyCode);
     void editBookmarkText();
     void writeNotes();
     void leaveTextOrFullScreen();
+    void bringForward();
     void showKeys();
 
     void windowOpened();
@@ -76,7 +78,11 @@ private:
     void showHeadsUp();
 
     MoviePlayerController& controller_;
-    std::unique_ptr<Commands> commands_;
+    CommandSet commandSet_;
+    KeyMap keys_;
+    ViewerKeyboard keyboard_;
+    std::unique_ptr<Commands> commands_; ///< once the set is bound
+    Condition* fullScreenShown_ = nullptr;
     ViewerPanelHost* panelHost_;
     PictureView* picture_;
     FullScreen* fullScreen_ = nullptr;

@@ -84,6 +84,7 @@ void ViewerGeometry::setPixelAspectRatio(const Sender& sender) {
     if (sender.title == QLatin1String("PAL 4:3 (1.067)")) mPixelAspectRatio_ = 1.067f;
     if (sender.title == QLatin1String("PAL 16:9 (1.422)")) mPixelAspectRatio_ = 1.422f;
     if (sender.title == QLatin1String("2:1")) mPixelAspectRatio_ = 2.0f;
+    Q_EMIT changed();
 }
 
 // "Flop" exchanges left and right under the name mirrorY, "Flip" turns over under mirrorX; wanted.

@@ -57,7 +57,7 @@ public:
     [[nodiscard]] double maskOpacity() const;
 
 Q_SIGNALS:
-    void changed(); ///< picture, mirroring or mask lie differently
+    void changed(); ///< picture, mirroring, mask or pixel aspect are others
     /// The viewer's window is to be this large (with its strip), its upper left corner kept where no origin
     /// is given.
     void windowFrameWanted(const daylark::DisplayGeometry::WindowFrame& frame, bool animated);

@@ -74,6 +74,7 @@ Q_SIGNALS:
     /// Drawing mode and buttons follow. `withAll`: as one of all, not by itself or by a layout.
     void panelToggled(daylark::ViewerPanel panel, bool visible, bool withAll);
     void toggled(); ///< one or many: the movie's icons are to be refreshed
+    void visibilityChanged(); ///< the windows show or hide otherwise, by whatever hand; theirs to say
 
 private:
     enum class Among { few, all };

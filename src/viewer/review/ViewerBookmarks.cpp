@@ -362,7 +362,9 @@ void ViewerBookmarks::copySelectedBookmarks(const Sender& menuItem) {
     if (!all && menuItem.title != QLatin1String("Copy Unmuted Bookmarks")) return;
     Bookmarks taken = bookmarks();
     if (!all) std::erase_if(taken, [](const auto& bookmark) { return bookmark->mute; });
-    if (!taken.empty()) copiedBookmarks_ = independentCopies(taken); // nothing taken: the earlier copy stays
+    if (taken.empty()) return; // the earlier copy stays
+    copiedBookmarks_ = independentCopies(taken);
+    Q_EMIT bookmarksCopied();
 }
 
 void ViewerBookmarks::pasteCopiedBookmarks() {

@@ -76,6 +76,7 @@ Q_SIGNALS:
     void bookmarksChanged();
     void activeBookmarksChanged(); ///< which are active, or their texts
     void activeDrawingsChanged();
+    void bookmarksCopied(); ///< others can be pasted
 
 private:
     class OneAction;

@@ -1,0 +1,46 @@
+#include "commands/Command.h"
+
+#include "preferences/Preferences.h"
+
+#include <algorithm>
+
+namespace daylark {
+
+bool isWithin(KeyScope inner, KeyScope outer) {
+    if (inner == outer) return true;
+    if (inner == KeyScope::items || inner == KeyScope::playlists)
+        return outer == KeyScope::lists || outer == KeyScope::library;
+    return inner == KeyScope::lists && outer == KeyScope::library;
+}
+
+const Command* findCommand(const QString& id) {
+    for (const CommandTable* table : {&libraryTable(), &viewerTable()}) {
+        const auto found = std::find_if(table->begin(), table->end(),
+                                        [&](const Command& command) { return command.id == id; });
+        if (found != table->end()) return &*found;
+    }
+    return nullptr;
+}
+
+QString withoutMnemonic(const QString& menuTitle) {
+    QString plain;
+    for (qsizetype at = 0; at < menuTitle.size(); ++at) {
+        if (menuTitle[at] == QLatin1Char('&') && at + 1 < menuTitle.size())
+            ++at; // "&&" stands for one ampersand
+        plain += menuTitle[at];
+    }
+    return plain;
+}
+
+QString commandText(const Command& command, const Preferences& preferences) {
+    if (command.status.isEmpty()) return command.text;
+    return preferences.statusName(command.status).replace(u'&', QStringLiteral("&&"));
+}
+
+QString commandName(const Command& command, const Preferences& preferences) {
+    if (command.status.isEmpty())
+        return command.name.isEmpty() ? withoutMnemonic(command.text) : command.name;
+    return command.name.arg(preferences.statusName(command.status));
+}
+
+} // namespace daylark

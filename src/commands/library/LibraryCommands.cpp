@@ -1,0 +1,175 @@
+#include "commands/library/LibraryCommands.h"
+
+#include "app/PlaylistController.h"
+#include "model/StatusCodes.h"
+
+namespace daylark {
+
+namespace {
+
+const auto id = [](const char* text) { return QString::fromLatin1(text); };
+
+QString thumbnailCommand(const char* scope, const char* frame) {
+    return QStringLiteral("thumbnails.%1.%2").arg(id(scope), id(frame).remove(QLatin1Char(' ')));
+}
+
+/// What the library's commands depend on.
+struct Conditions {
+    const Condition& itemsSelected;
+    const Condition& itemsShown;
+    const Condition& playlistSelected;
+    const Condition& onePlaylistAtMost;
+    const Condition& playlistOrder;
+};
+
+Conditions conditionsOf(CommandSet& commands, Library& library) {
+    return {commands.when([&library] { return !library.selectedMovieRows().empty(); })
+                .follows(library, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged),
+            commands.when([&library] { return !library.arrangedMovies().empty(); })
+                .follows(library, &Library::arrangedMoviesChanged),
+            commands.when([&library] { return !library.selectedPlaylistRows().empty(); })
+                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
+            commands.when([&library] { return library.selectedPlaylistRows().size() <= 1; })
+                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
+            commands.when([&library] { return library.sortField() == QLatin1String("sortOrder"); })
+                .follows(library, &Library::sortChanged)};
+}
+
+/// Moves the selected items one place up or down in the playlist's own order.
+void moveSelectedItems(PlaylistController& controller, bool down) {
+    const Library::Rows rows = controller.library().selectedMovieRows();
+    const qsizetype count = qsizetype(controller.library().arrangedMovies().size());
+    if (rows.empty() || (down ? rows.back() + 1 >= count : rows.front() == 0)) return;
+    controller.playlistEditing().moveMovies(rows, down ? rows.back() + 2 : rows.front() - 1);
+}
+
+void moveSelectedPlaylists(PlaylistController& controller, bool down) {
+    Library& library = controller.library();
+    const Library::Rows rows = library.selectedPlaylistRows();
+    const qsizetype count = qsizetype(library.playlists().size());
+    if (rows.empty() || (down ? rows.back() + 1 >= count : rows.front() == 0)) return;
+    library.movePlaylists(rows, down ? rows.back() + 2 : rows.front() - 1);
+}
+
+void bindSession(CommandSet& commands, PlaylistController& c, const Conditions& when) {
+    commands.bind(id("session.newPlaylist"), [&c] { c.playlistEditing().addEmptyPlaylist(); });
+    commands.bind(id("session.newDivider"), [&c] { c.playlistEditing().addDivider(); });
+    commands.bind(id("session.newDatedDivider"), [&c] { c.playlistEditing().addDatedDivider(); });
+    commands.bind(
+        id("session.addMedia"), [&c] { c.mediaAdding().addMediaFromOpenDialog(); }, &when.onePlaylistAtMost);
+    commands.bind(id("session.import"), [&c] { c.sessionFiles().importSession(); });
+    commands.bind(id("session.save"), [&c] { c.sessionFiles().saveSession(); });
+    commands.bind(id("session.saveAs"), [&c] { c.sessionFiles().saveSessionAs(); });
+    commands.bind(id("notes.exportMovie"), [&c] {
+        c.notesExport().exportNotes({QStringLiteral("Export Movie Notes..."), 0});
+    });
+    commands.bind(id("notes.exportPlaylist"), [&c] {
+        c.notesExport().exportNotes({QStringLiteral("Export Playlist Notes..."), 0});
+    });
+    commands.bind(id("session.clear"), [&c] { c.playlistEditing().removeAllPlaylists(true); });
+}
+
+void bindPlaylists(CommandSet& commands, PlaylistController& c, const Conditions& when,
+                   const LibraryWindowActions& window) {
+    commands.bind(id("playlists.rename"), window.renamePlaylist, &when.playlistSelected);
+    commands.bind(
+        id("playlists.moveUp"), [&c] { moveSelectedPlaylists(c, false); }, &when.playlistSelected);
+    commands.bind(
+        id("playlists.moveDown"), [&c] { moveSelectedPlaylists(c, true); }, &when.playlistSelected);
+    commands.bind(
+        id("playlists.remove"), [&c] { c.playlistEditing().removeSelectedPlaylists(); },
+        &when.playlistSelected);
+}
+
+void bindItems(CommandSet& commands, PlaylistController& c, const Conditions& when) {
+    const auto onSelected = [&](const char* command, std::function<void()> run) {
+        commands.bind(id(command), std::move(run), &when.itemsSelected);
+    };
+    commands.bind(
+        id("item.open"), [&c] { c.loadMovieWindow(); }, &when.itemsShown);
+    onSelected("item.copyPath", [&c] { c.copyPathsOfSelected(); });
+    onSelected("item.copyFilename", [&c] { c.copyFilenamesOfSelected(); });
+    onSelected("items.remove", [&c] { c.playlistEditing().removeSelectedMovies(); });
+    onSelected("item.reveal", [&c] { c.revealSelectedInFileBrowser(); });
+    onSelected("item.moveUp", [&c] { moveSelectedItems(c, false); });
+    onSelected("item.moveDown", [&c] { moveSelectedItems(c, true); });
+    for (int tag = status::none; tag <= status::skip; ++tag)
+        commands.bind(
+            libraryCommand::flag(tag),
+            [&c, tag] {
+                c.setFlagOfSelectedMovies({QString(), tag});
+            },
+            &when.itemsSelected);
+}
+
+void bindThumbnails(CommandSet& commands, PlaylistController& c, const Conditions& when) {
+    commands.bind(id("thumbnails.missing"), [&c] {
+        c.thumbnails().createMissingThumbnails({QStringLiteral("Recreate Missing Thumbnails"), 0});
+    });
+    for (const char* frame : libraryCommand::thumbnailFrames) {
+        commands.bind(
+            libraryCommand::thumbnailsOfSelected(frame),
+            [&c, frame] {
+                c.thumbnails().recreateSelectedThumbnails({id(frame), 0});
+            },
+            &when.itemsSelected);
+        commands.bind(libraryCommand::thumbnailsOfAll(frame), [&c, frame] {
+            c.thumbnails().recreateAllThumbnails({id(frame), 0});
+        });
+    }
+}
+
+LibraryWindowState bindWindow(CommandSet& commands, const Conditions& when,
+                              const LibraryWindowActions& window) {
+    Condition& tiles = commands.when(window.tilesShown);
+    Condition& list = commands.when([shown = window.tilesShown] { return !shown(); });
+    list.follows(tiles, &Condition::changed);
+    Condition& information = commands.when(window.informationShown);
+    const auto show = window.showTiles;
+    commands.bind(
+        id("view.tiles"), [show] { show(true); }, nullptr, &tiles);
+    commands.bind(
+        id("view.list"), [show] { show(false); }, nullptr, &list);
+    const auto enlarge = window.enlargeTiles;
+    commands.bind(
+        id("view.smallerTiles"), [enlarge] { enlarge(-50); }, &tiles);
+    commands.bind(
+        id("view.largerTiles"), [enlarge] { enlarge(50); }, &tiles);
+    commands.bind(id("view.information"), window.toggleInformation, nullptr, &information);
+    commands.bind(id("view.playlistOrder"), window.showPlaylistOrder, nullptr, &when.playlistOrder);
+    commands.bind(id("edit.selectAll"), window.selectAll);
+    commands.bind(id("window.minimise"), window.minimise);
+    commands.bind(id("window.playlists"), window.goToPlaylists);
+    commands.bind(id("window.items"), window.goToItems);
+    commands.bind(id("app.preferences"), window.showPreferences);
+    commands.bind(id("app.quit"), window.close);
+    commands.bind(id("help.shortcuts"), window.showKeys);
+    commands.bind(id("help.about"), window.showAbout);
+    return {tiles, information};
+}
+
+} // namespace
+
+LibraryWindowState bindLibraryCommands(CommandSet& commands, PlaylistController& controller,
+                                       const LibraryWindowActions& window) {
+    const Conditions when = conditionsOf(commands, controller.library());
+    bindSession(commands, controller, when);
+    bindPlaylists(commands, controller, when, window);
+    bindItems(commands, controller, when);
+    bindThumbnails(commands, controller, when);
+    return bindWindow(commands, when, window);
+}
+
+QString libraryCommand::thumbnailsOfSelected(const char* frame) {
+    return thumbnailCommand("selected", frame);
+}
+
+QString libraryCommand::thumbnailsOfAll(const char* frame) {
+    return thumbnailCommand("all", frame);
+}
+
+QString libraryCommand::flag(int tag) {
+    return QStringLiteral("item.flag.%1").arg(tag);
+}
+
+} // namespace daylark

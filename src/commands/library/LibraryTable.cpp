@@ -1,0 +1,169 @@
+#include "commands/Command.h"
+#include "commands/library/LibraryCommands.h"
+#include "model/StatusCodes.h"
+
+#include <QCoreApplication>
+
+namespace daylark {
+
+namespace {
+
+struct LibraryTable {
+    Q_DECLARE_TR_FUNCTIONS(LibraryTable)
+public:
+    static void addSession(CommandTable& table);
+    static void addEdit(CommandTable& table);
+    static void addItems(CommandTable& table);
+    static void addView(CommandTable& table);
+    static CommandTable make();
+};
+
+constexpr auto repeats = Command::repeats;
+const auto id = [](const char* text) { return QString::fromLatin1(text); };
+
+void LibraryTable::addSession(CommandTable& table) {
+    const CommandTable session{
+        {id("session.newPlaylist"), tr("New &Playlist"), id("addPlaylist"), {Qt::CTRL | Qt::Key_N}},
+        {id("session.newDivider"), tr("New &Divider"), id("addDivider"), {Qt::CTRL | Qt::Key_D}},
+        {id("session.newDatedDivider"), tr("New Da&ted Divider"), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_D}},
+        {id("session.addMedia"), tr("&Add Media..."), id("add"), {Qt::CTRL | Qt::Key_O}},
+        {id("session.import"), tr("&Import Session"), id("open"), {Qt::CTRL | Qt::SHIFT | Qt::Key_O}},
+        {id("session.save"), tr("&Save"), id("save"), {Qt::CTRL | Qt::Key_S}, tr("Save Session")},
+        {id("session.saveAs"), tr("Save Session &As..."), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_S}},
+        {id("notes.exportMovie"), tr("Export &Movie Notes..."), id("export"), {Qt::CTRL | Qt::Key_E}},
+        {id("notes.exportPlaylist"), tr("&Export Playlist Notes..."), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_E}},
+        {id("session.clear"), tr("&Clear Session"), {}},
+        {id("app.quit"), tr("&Quit"), {}, {Qt::CTRL | Qt::Key_Q}}};
+    table.insert(table.end(), session.begin(), session.end());
+}
+
+void LibraryTable::addEdit(CommandTable& table) {
+    const CommandTable edit{
+        {id("edit.selectAll"), tr("Select &All"), {}, {Qt::CTRL | Qt::Key_A}},
+        {id("item.copyPath"), tr("Copy &Path"), id("copy"), {Qt::CTRL | Qt::Key_C}},
+        {id("item.copyFilename"), tr("Copy &Filename"), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_C}},
+        {id("playlists.rename"), tr("Re&name Playlist"), {}, {Qt::Key_F2}},
+        {id("playlists.moveUp"),
+         tr("Move Playlist Up"),
+         id("chevronUp"),
+         {Qt::CTRL | Qt::ALT | Qt::Key_Up},
+         {},
+         repeats},
+        {id("playlists.moveDown"),
+         tr("Move Playlist Down"),
+         id("chevronDown"),
+         {Qt::CTRL | Qt::ALT | Qt::Key_Down},
+         {},
+         repeats},
+        {id("playlists.remove"),
+         tr("Remove Pla&ylist"),
+         id("remove"),
+         {Qt::Key_Delete, Qt::Key_Backspace},
+         {},
+         Command::none,
+         KeyScope::playlists},
+        {id("items.remove"),
+         tr("&Remove Items"),
+         id("trash"),
+         {Qt::Key_Delete, Qt::Key_Backspace},
+         {},
+         Command::none,
+         KeyScope::items},
+        {id("app.preferences"), tr("Pre&ferences..."), id("settings"), {Qt::CTRL | Qt::Key_Comma}}};
+    table.insert(table.end(), edit.begin(), edit.end());
+}
+
+void LibraryTable::addItems(CommandTable& table) {
+    table.push_back({id("item.open"),
+                     tr("&Open in Viewer"),
+                     id("viewer"),
+                     {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space},
+                     {},
+                     Command::none,
+                     KeyScope::lists});
+    for (int tag = status::none; tag <= status::skip; ++tag) {
+        const QString code = QString::number(tag);
+        const bool none = tag == status::none;
+        table.push_back({libraryCommand::flag(tag),
+                         none ? tr("No Flag") : QString(),
+                         none ? id("flag_None") : status::flagImageName(code),
+                         {Qt::CTRL | Qt::Key(Qt::Key_0 + tag - status::none)},
+                         none ? tr("No Flag") : tr("Flag: %1"),
+                         Command::none,
+                         KeyScope::library,
+                         none ? QString() : code});
+    }
+    table.push_back({id("thumbnails.missing"), tr("Recreate &Missing Thumbnails"), id("image")});
+    for (const char* frame : libraryCommand::thumbnailFrames) {
+        const QString choice = id(frame);
+        table.push_back({libraryCommand::thumbnailsOfSelected(frame),
+                         choice,
+                         {},
+                         {},
+                         tr("Recreate the thumbnails of the selected items: %1").arg(choice)});
+        table.push_back({libraryCommand::thumbnailsOfAll(frame),
+                         choice,
+                         {},
+                         {},
+                         tr("Recreate the thumbnails of all items: %1").arg(choice)});
+    }
+    const CommandTable places{
+        {id("item.moveUp"),
+         tr("Move &Up"),
+         id("chevronUp"),
+         {Qt::ALT | Qt::Key_Up},
+         tr("Move Items Up"),
+         repeats},
+        {id("item.moveDown"),
+         tr("Move &Down"),
+         id("chevronDown"),
+         {Qt::ALT | Qt::Key_Down},
+         tr("Move Items Down"),
+         repeats},
+        {id("item.reveal"), tr("Re&veal in File Browser"), id("reveal"), {Qt::CTRL | Qt::Key_R}}};
+    table.insert(table.end(), places.begin(), places.end());
+}
+
+void LibraryTable::addView(CommandTable& table) {
+    const CommandTable view{
+        {id("view.tiles"), tr("As &Tiles"), id("tiles"), {Qt::CTRL | Qt::Key_T}, tr("Items as Tiles")},
+        {id("view.list"), tr("As &List"), id("list"), {Qt::CTRL | Qt::Key_L}, tr("Items as a List")},
+        {id("view.smallerTiles"),
+         tr("&Smaller Tiles"),
+         id("tileSmall"),
+         {Qt::CTRL | Qt::Key_Minus},
+         {},
+         repeats},
+        {id("view.largerTiles"),
+         tr("&Larger Tiles"),
+         id("tileLarge"),
+         {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal},
+         {},
+         repeats},
+        {id("view.playlistOrder"), tr("In Playlist &Order"), {}, {}, tr("Items in Playlist Order")},
+        {id("view.information"), tr("Item &Information"), id("info"), {Qt::CTRL | Qt::Key_I}},
+        {id("window.minimise"), tr("&Minimise"), {}, {Qt::CTRL | Qt::Key_M}, tr("Minimise Window")},
+        {id("window.playlists"), tr("Go to &Playlists"), {}, {Qt::CTRL | Qt::Key_P}},
+        {id("window.items"), tr("Go to &Items"), {}, {Qt::CTRL | Qt::Key_J}},
+        {id("help.shortcuts"), tr("&Shortcuts"), id("help"), {Qt::Key_F1}},
+        {id("help.about"), tr("&About Daylark"), id("daylark")}};
+    table.insert(table.end(), view.begin(), view.end());
+}
+
+CommandTable LibraryTable::make() {
+    CommandTable table;
+    addSession(table);
+    addEdit(table);
+    addItems(table);
+    addView(table);
+    return table;
+}
+
+} // namespace
+
+const CommandTable& libraryTable() {
+    static const CommandTable table = LibraryTable::make();
+    return table;
+}
+
+} // namespace daylark

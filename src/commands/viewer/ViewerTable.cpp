@@ -1,0 +1,211 @@
+#include "commands/Command.h"
+#include "commands/viewer/ViewerCommands.h"
+#include "model/StatusCodes.h"
+#include "viewer/display/DisplayGeometry.h"
+
+#include <QCoreApplication>
+
+namespace daylark {
+
+namespace {
+
+/// The lines without what all have in common.
+struct Line {
+    const char* name; ///< after "viewer."
+    QString text;
+    const char* icon = "";
+    std::vector<KeyStroke> keys = {};
+    QString standsAlone = {};
+    unsigned traits = Command::none;
+};
+
+constexpr unsigned repeats = Command::repeats, any = Command::anyModifiers, none = Command::none;
+
+struct ViewerTable {
+    Q_DECLARE_TR_FUNCTIONS(ViewerTable)
+public:
+    static CommandTable make();
+
+private:
+    static void add(CommandTable& table, const std::vector<Line>& lines);
+    static void addTransport(CommandTable& table);
+    static void addMovie(CommandTable& table);
+    static void addBookmarks(CommandTable& table);
+    static void addDrawingAndGrade(CommandTable& table);
+    static void addPicture(CommandTable& table);
+    static void addView(CommandTable& table);
+};
+
+void ViewerTable::add(CommandTable& table, const std::vector<Line>& lines) {
+    for (const Line& line : lines)
+        table.push_back({QStringLiteral("viewer.%1").arg(QLatin1String(line.name)), line.text,
+                         QString::fromLatin1(line.icon), line.keys, line.standsAlone, line.traits,
+                         KeyScope::viewer});
+}
+
+void ViewerTable::addTransport(CommandTable& table) {
+    add(table, {{"playPause", tr("&Play/Pause"), "play", {Qt::Key_Space}, {}, any},
+                {"playForwards", tr("Play &Forwards"), "fastForward", {Qt::Key_L, Qt::Key_Up}, {}, any},
+                {"playBackwards", tr("Play &Backwards"), "fastBackward", {Qt::Key_J, Qt::Key_Down}, {}, any},
+                {"pause", tr("P&ause"), "pause", {Qt::Key_K}, {}, any},
+                {"stepForward", tr("&Next Frame"), "stepForward", {Qt::Key_Right}, {}, repeats},
+                {"stepBackward", tr("P&revious Frame"), "stepBackward", {Qt::Key_Left}, {}, repeats},
+                {"firstFrame", tr("F&irst Frame"), "firstFrame", {Qt::Key_Comma, Qt::Key_Home}, {}, any},
+                {"lastFrame", tr("&Last Frame"), "lastFrame", {Qt::Key_Period, Qt::Key_End}, {}, any},
+                {"markIn", tr("Mark &In"), "setIn", {Qt::Key_I}},
+                {"markOut", tr("Mark &Out"), "setOut", {Qt::Key_U}},
+                {"trimHandles", tr("&Trim Handles"), "handles", {Qt::Key_R}},
+                {"resetHandles", tr("&Reset Handles"), "reset", {Qt::SHIFT | Qt::Key_R}}});
+}
+
+void ViewerTable::addMovie(CommandTable& table) {
+    add(table, {{"undoStroke", tr("&Undo Drawing"), "undo", {Qt::CTRL | Qt::Key_Z}, {}, repeats},
+                {"redoStroke", tr("&Redo Drawing"), "redo", {Qt::CTRL | Qt::SHIFT | Qt::Key_Z}, {}, repeats},
+                {"copyPath", tr("&Copy File Path"), "copy"},
+                {"copyFilename", tr("Copy &Filename"), "copy"},
+                {"copyTimecode", tr("Copy &Timecode")},
+                {"previousMovie", tr("&Previous Movie"), "previousMovie", {Qt::Key_PageUp}},
+                {"nextMovie", tr("&Next Movie"), "nextMovie", {Qt::Key_PageDown}},
+                {"reveal", tr("&Reveal in File Browser"), "reveal", {Qt::CTRL | Qt::Key_R}},
+                {"writeNotes", tr("&Write Notes"), "notes", {Qt::CTRL | Qt::Key_N}},
+                {"close", tr("&Close Viewer"), "close", {Qt::CTRL | Qt::Key_W}}});
+    for (int tag = status::none; tag <= status::skip; ++tag) {
+        const QString code = QString::number(tag);
+        const bool isNone = tag == status::none;
+        table.push_back({viewerCommand::flag(tag),
+                         isNone ? tr("None") : QString(),
+                         isNone ? QStringLiteral("flag_None") : status::flagImageName(code),
+                         {Qt::CTRL | Qt::Key(Qt::Key_0 + tag - status::none)},
+                         isNone ? tr("Flag: None") : tr("Flag: %1"),
+                         none,
+                         KeyScope::viewer,
+                         isNone ? QString() : code});
+    }
+    for (const char* choice : viewerCommand::thumbnailChoices) {
+        const QString title = QString::fromLatin1(choice);
+        table.push_back(
+            {viewerCommand::thumbnail(choice),
+             title,
+             {},
+             {},
+             choice == viewerCommand::thumbnailChoices[0] ? title : tr("Thumbnail: %1").arg(title),
+             none,
+             KeyScope::viewer});
+    }
+}
+
+void ViewerTable::addBookmarks(CommandTable& table) {
+    add(table,
+        {{"addBookmark", tr("&Add Bookmark"), "addBookmark", {Qt::Key_Semicolon}, {}, any},
+         {"editBookmarkText", tr("&Edit Bookmark Text"), "", {Qt::Key_F2}},
+         {"loopBookmark", tr("&Loop Bookmark"), "loop", {Qt::CTRL | Qt::Key_L}},
+         {"goToBookmark", tr("&Go to First Frame of Bookmark"), "goToFirst"},
+         {"deleteBookmark", tr("&Delete Bookmark"), "remove"},
+         {"previousBookmark",
+          tr("&Previous Bookmark"),
+          "chevronLeft",
+          {Qt::CTRL | Qt::Key_Left},
+          {},
+          repeats},
+         {"nextBookmark", tr("&Next Bookmark"), "chevronRight", {Qt::CTRL | Qt::Key_Right}, {}, repeats},
+         // Titles are what the actions are told apart by, so they are not translated.
+         {"invertMutedBookmarks", QStringLiteral("Invert Muted Bookmarks"), "mute"},
+         {"muteAllBookmarks", QStringLiteral("Mute All Bookmarks"), "mute"},
+         {"unmuteAllBookmarks", QStringLiteral("Unmute All Bookmarks"), "unmute"},
+         {"copyUnmutedBookmarks", QStringLiteral("Copy Unmuted Bookmarks"), "copy"},
+         {"copyAllBookmarks", QStringLiteral("Copy All Bookmarks"), "copy"},
+         {"pasteBookmarks", tr("Paste &Bookmarks"), "paste"},
+         {"deleteActiveBookmarks", tr("Delete A&ctive Bookmarks"), "remove"},
+         {"deleteAllBookmarks", tr("Delete A&ll Bookmarks…"), "trash"}});
+}
+
+void ViewerTable::addDrawingAndGrade(CommandTable& table) {
+    add(table, {{"drawingTools", tr("&Drawing Tools"), "draw", {Qt::Key_D}, {}, any},
+                {"toggleDrawing", tr("Drawing Tool &On or Off"), "", {Qt::Key_T}, {}, any},
+                {"narrowerTool", tr("&Narrower Tool"), "", {Qt::Key_BracketLeft}, {}, any | repeats},
+                {"widerTool", tr("&Wider Tool"), "", {Qt::Key_BracketRight}, {}, any | repeats},
+                {"removeLatestStroke",
+                 tr("Remove &Latest Stroke"),
+                 "removeStroke",
+                 {Qt::CTRL | Qt::Key_Backspace},
+                 {},
+                 repeats},
+                {"deleteDrawings", tr("Delete &Current Drawings"), "remove"},
+                {"deleteAllDrawings", tr("Delete &All Drawings From Movie…"), "trash"},
+                {"gradeTools", tr("&Colour Correction"), "grade", {Qt::Key_C}, {}, any},
+                {"toggleGrade", tr("&Show Grade"), "gradeOn", {Qt::Key_A}, {}, any},
+                {"copyGrade", tr("C&opy Grade"), "copy"},
+                {"pasteGrade", tr("&Paste Grade"), "paste"},
+                {"gradeAll", tr("Paste Grade onto &All Movies"), "gradeAll"},
+                {"resetGrade", tr("&Reset Grade"), "reset"},
+                {"takeSnapshot", tr("Take S&napshot…"), "snapshot", {Qt::CTRL | Qt::Key_T}}});
+}
+
+void ViewerTable::addPicture(CommandTable& table) {
+    const auto title = [](const char* text) { return QString::fromLatin1(text); };
+    add(table, {{"fit", title("Fit Image To Viewer"), "zoomFit", {Qt::CTRL | Qt::SHIFT | Qt::Key_F}},
+                {"actualPixels",
+                 title("1:1 Pixels (Actual Size)"),
+                 "zoomActual",
+                 {Qt::CTRL | Qt::SHIFT | Qt::Key_1}},
+                {"zoomIn", title("Zoom In"), "zoomIn", {Qt::CTRL | Qt::Key_Plus}, {}, repeats},
+                {"zoomOut", title("Zoom Out"), "zoomOut", {Qt::CTRL | Qt::Key_Minus}, {}, repeats},
+                {"flop", title("Flop Display"), "flop"},
+                {"flip", title("Flip Display"), "flip"},
+                {"mask", title("Show Mask"), "mask"}});
+    const auto choice = [&](const QString& id, const char* text, const QString& name) {
+        table.push_back({id, title(text), {}, {}, name.arg(title(text)), none, KeyScope::viewer});
+    };
+    for (const auto& [ratio, value] : maskRatios)
+        choice(viewerCommand::maskRatio(ratio), ratio, tr("Mask Ratio: %1"));
+    for (const auto& [aspect, value] : viewerCommand::pixelAspects)
+        choice(viewerCommand::pixelAspect(aspect), aspect, tr("Pixel Aspect: %1"));
+    add(table, {{"windowActual", title("1:1 (Actual Size)"), "", {}, tr("Window Size 1:1 (Actual Size)")},
+                {"windowHalf", title("1:2 (Half Size)"), "", {}, tr("Window Size 1:2 (Half Size)")},
+                {"windowThird", title("1:3 (Third Size)"), "", {}, tr("Window Size 1:3 (Third Size)")},
+                {"windowFavourite", title("Favourite Viewer Size")},
+                {"constrain", title("Constrain Viewer To Movie Proportions")}});
+}
+
+void ViewerTable::addView(CommandTable& table) {
+    add(table, {{"counter", tr("Frame &Counter on Picture")},
+                {"counterToOne", tr("Set Frame Counter to &One")},
+                {"timecode", tr("&Timecode on Picture")},
+                {"filename", tr("File &Name on Picture")},
+                {"bookmarkText", tr("Bookmark Te&xt on Picture")},
+                {"statistics", tr("Playback &Statistics")},
+                {"fullScreen", tr("&Full Screen"), "fullScreen", {Qt::Key_F11, Qt::CTRL | Qt::Key_F}},
+                {"leave", tr("&Leave Text or Full Screen"), "", {Qt::Key_Escape}, {}, any},
+                {"bringForward", tr("&Bring Viewer Forward"), "", {Qt::Key_Apostrophe}, {}, any},
+                {"notes", tr("&Notes"), "notes", {Qt::Key_N}, {}, any},
+                {"bookmarks", tr("&Bookmarks"), "bookmarks", {Qt::Key_B}, {}, any},
+                {"options", tr("Viewer &Options"), "options", {Qt::Key_O}, {}, any},
+                {"playlistDrawer", tr("&Playlist"), "playlistDrawer", {Qt::Key_P}, {}, any},
+                {"controls", tr("&Floating Controls"), "", {Qt::Key_F}, {}, any},
+                {"showAllPanels", tr("&Show All Panels"), "", {Qt::Key_S}, {}, any},
+                {"hideAllPanels", tr("&Hide All Panels"), "", {Qt::Key_H}, {}, any},
+                {"savePanelLayout", tr("Sa&ve Panel Layout…")},
+                {"restorePanelLayout1", tr("Restore Panel Layout &1")},
+                {"restorePanelLayout2", tr("Restore Panel Layout &2")},
+                {"keys", tr("&Keys…"), "help", {Qt::Key_F1}}});
+}
+
+CommandTable ViewerTable::make() {
+    CommandTable table;
+    addTransport(table);
+    addMovie(table);
+    addBookmarks(table);
+    addDrawingAndGrade(table);
+    addPicture(table);
+    addView(table);
+    return table;
+}
+
+} // namespace
+
+const CommandTable& viewerTable() {
+    static const CommandTable table = ViewerTable::make();
+    return table;
+}
+
+} // namespace daylark
