@@ -96,7 +96,7 @@ TEST_F(PreferencesWindowTest, ResetGivesEveryFirstValueBackAndShowsIt) {
 
 TEST_F(PreferencesWindowTest, EveryGroupIsReachedByKeyAndEveryControlHasAName) {
     window->groups()->setFocus();
-    EXPECT_EQ(window->groups()->count(), 7);
+    EXPECT_EQ(window->groups()->count(), 8);
     QTest::keyClick(window->groups(), Qt::Key_End);
     EXPECT_TRUE(control<QCheckBox>("networkMode")->isVisible());
     const auto fields = window->findChildren<QWidget*>();

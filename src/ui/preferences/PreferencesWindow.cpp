@@ -5,6 +5,7 @@
 #include "preferences/Preferences.h"
 #include "ui/common/Binding.h"
 #include "ui/common/Theme.h"
+#include "ui/preferences/KeysPage.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -129,6 +130,7 @@ PreferencesWindow::PreferencesWindow(Preferences& preferences, QWidget* parent)
         QStringLiteral("QListWidget { padding: 4px; } QListWidget::item { height: 28px; }"));
     addPage(QStringLiteral("General"), QStringLiteral("general"), generalPage());
     addPage(QStringLiteral("Viewer"), QStringLiteral("viewer"), viewerPage());
+    addPage(QStringLiteral("Keys"), QStringLiteral("keys"), new KeysPage(preferences_));
     addPage(QStringLiteral("Handles"), QStringLiteral("handles"), handlesPage());
     addPage(QStringLiteral("Snapshots"), QStringLiteral("snapshot"), snapshotsPage());
     addPage(QStringLiteral("Statuses"), QStringLiteral("statuses"), statusesPage());
