@@ -18,7 +18,6 @@ class PreferencesWindow : public QWidget {
 public:
     PreferencesWindow(Preferences& preferences, QWidget* parent);
 
-    static constexpr int keysGroup = 2;
     void showGroup(int group);
     [[nodiscard]] QListWidget* groups() const { return groups_; }
 
