@@ -63,7 +63,7 @@ bool CommandSet::isBound(const QString& id) const {
 
 bool CommandSet::isEnabled(const QString& id) const {
     const Bound& bound = at(id);
-    return bound.run && (!bound.enabled || bound.enabled->holds());
+    return isBound(id) && (!bound.enabled || bound.enabled->holds());
 }
 
 bool CommandSet::isChecked(const QString& id) const {

@@ -28,7 +28,6 @@ public:
     void setIcon(const QString& id, const QString& icon);
 
     [[nodiscard]] const CommandTable& table() const { return table_; }
-    [[nodiscard]] bool contains(const QString& id) const { return commands_.contains(id); }
     [[nodiscard]] bool isBound(const QString& id) const;
     [[nodiscard]] const Command& command(const QString& id) const { return *at(id).command; }
     [[nodiscard]] QString text(const QString& id) const { return at(id).text; }

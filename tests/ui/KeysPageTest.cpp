@@ -7,6 +7,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTreeWidget>
@@ -19,11 +20,13 @@ protected:
     void SetUp() override {
         openFrames(48);
         settings.show();
-        settings.showGroup(PreferencesWindow::keysGroup);
+        settings.groups()->setCurrentItem(
+            settings.groups()->findItems(QStringLiteral("Keys"), Qt::MatchExactly).value(0));
         settings.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&settings));
         page = settings.findChild<KeysPage*>();
-        ASSERT_TRUE(page);
+        ASSERT_TRUE(page && page->isVisible());
+        list = page->findChild<QTreeWidget*>(QStringLiteral("keyList"));
     }
     /// As a person does: types a part of the name, goes to the list, asks for another key, presses it.
     void find(const char* words) {
@@ -57,9 +60,9 @@ protected:
     }
     [[nodiscard]] QStringList shown() const {
         QStringList names;
-        for (int at = 0; at < page->list()->topLevelItemCount(); ++at)
-            for (int row = 0; row < page->list()->topLevelItem(at)->childCount(); ++row)
-                if (const auto* item = page->list()->topLevelItem(at)->child(row); !item->isHidden())
+        for (int at = 0; at < list->topLevelItemCount(); ++at)
+            for (int row = 0; row < list->topLevelItem(at)->childCount(); ++row)
+                if (const auto* item = list->topLevelItem(at)->child(row); !item->isHidden())
                     names << item->text(0) + u'=' + item->text(1);
         return names;
     }
@@ -67,6 +70,7 @@ protected:
 
     PreferencesWindow settings{preferences, nullptr};
     KeysPage* page = nullptr;
+    QTreeWidget* list = nullptr;
 };
 
 TEST_F(KeysPageTest, CommandIsFoundByItsNameOrItsKey) {
@@ -85,11 +89,11 @@ TEST_F(KeysPageTest, CommandIsFoundByItsNameOrItsKey) {
 }
 
 TEST_F(KeysPageTest, AnotherKeyHoldsAtOnceInTheViewerItsMenusAndTheListOfKeys) {
-    KeysDialog list(window->commands(), viewerMenus(), QStringLiteral("Keys"), window.get());
-    const auto listed = [&list](const char* key) {
+    KeysDialog dialog(window->commands(), viewerMenus(), QStringLiteral("Keys"), window.get());
+    const auto listed = [&dialog](const char* key) {
         int count = 0;
-        for (int row = 0; row < list.table()->rowCount(); ++row)
-            if (const auto* item = list.table()->item(row, 1))
+        for (int row = 0; row < dialog.table()->rowCount(); ++row)
+            if (const auto* item = dialog.table()->item(row, 1))
                 count += item->text().trimmed() == QLatin1String(key);
         return count;
     };

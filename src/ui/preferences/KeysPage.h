@@ -24,7 +24,6 @@ class KeysPage : public QWidget {
 public:
     explicit KeysPage(Preferences& preferences, QWidget* parent = nullptr);
 
-    [[nodiscard]] QTreeWidget* list() const { return list_; }
     void choose(const QString& id); ///< the command that is spoken of
 
 private:

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] QString drawingBackground() const; ///< the preference
     /// What is in force of it: a background lies behind drawings, and by itself only if it was chosen in this
     /// run.
-    [[nodiscard]] QString shownBackground(bool hasStrokes) const;
+    [[nodiscard]] DrawingBackground shownBackground(bool hasStrokes) const;
 
 Q_SIGNALS:
     void changed();
