@@ -1,10 +1,12 @@
-#include "app/program/NotesExport.h"
-#include "export/NotesDocument.h"
+#include "export/notes/NotesFormat.h"
 #include "platform/AtomicFile.h"
 #include "tool/SessionItem.h"
 #include "tool/ToolContext.h"
 
 #include <CLI/CLI.hpp>
+
+#include <QJsonArray>
+#include <QJsonObject>
 
 #include <memory>
 
@@ -12,38 +14,57 @@ namespace daylark::tool {
 namespace {
 
 void writeNotes(ToolContext& context, const QString& path, int playlistNumber,
-                const std::vector<int>& numbers, const QString& out) {
+                const std::vector<int>& numbers, const QString& formatName, const QString& out) {
     const Result<SessionContents> contents = readSessionFile(path);
     if (!contents) return context.fail(path, contents.error().text);
     const auto playlist = findPlaylist(context, *contents, path, playlistNumber);
     if (!playlist) return;
     const auto items = itemsOf(context, *playlist, path, numbers);
     if (!items) return;
-    const Result<void> written =
-        writeFileAtomically(out, notesCsv(*items, notesOptions(context.preferences())));
+    const NotesFormats formats;
+    const NotesFormat& format = *formats.named(formatName); // the command line takes no other
+    const NotesReport report = notesReport(*items, context.preferences(), format.bookmarkOrder());
+    const Result<void> written = writeFileAtomically(out, format.write(report));
     if (!written) context.fail(out, written.error().text);
+}
+
+void listFormats(ToolContext& context) {
+    QJsonArray formats;
+    for (const auto& format : NotesFormats().all())
+        formats.append(QJsonObject{{QStringLiteral("name"), format->name()},
+                                   {QStringLiteral("title"), format->title()},
+                                   {QStringLiteral("extension"), format->extension()}});
+    context.print(QJsonDocument(formats));
 }
 
 } // namespace
 
 void addExportCommands(CLI::App& app, ToolContext& context) {
     struct Arguments {
-        std::string file, out, format = "csv";
+        std::string file, out, format;
         int playlist = 1;
         std::vector<int> items;
     };
     const auto arguments = std::make_shared<Arguments>();
+    std::vector<std::string> names;
+    for (const auto& format : NotesFormats().all())
+        names.push_back(format->name().toStdString());
     CLI::App* notes = app.add_subcommand("notes", "The notes export of a playlist");
     notes->footer("Example: daylark-tool notes day.dls --playlist 1 --format csv --out notes.csv");
-    notes->add_option("FILE", arguments->file, "the session file")->required();
-    notes->add_option("--playlist", arguments->playlist, "which playlist, counted from 1")->required();
+    CLI::Option* list = notes->add_flag("--formats")->description("lists the formats instead");
+    std::vector<CLI::Option*> needed{
+        notes->add_option("FILE", arguments->file, "the session file"),
+        notes->add_option("--playlist", arguments->playlist, "which playlist, counted from 1"),
+        notes->add_option("--format", arguments->format, "which format")->check(CLI::IsMember(names)),
+        notes->add_option("--out", arguments->out, "the file to write")};
     notes->add_option("--items", arguments->items, "which items of it, e.g. 1,3; default: all")
         ->delimiter(',');
-    notes->add_option("--format", arguments->format)->check(CLI::IsMember({"csv"}))->required();
-    notes->add_option("--out", arguments->out)->required();
     notes->callback([=, &context] {
+        if (list->count() > 0) return listFormats(context);
+        for (const CLI::Option* option : needed)
+            if (option->count() == 0) throw CLI::RequiredError(option->get_name());
         writeNotes(context, QString::fromStdString(arguments->file), arguments->playlist, arguments->items,
-                   QString::fromStdString(arguments->out));
+                   QString::fromStdString(arguments->format), QString::fromStdString(arguments->out));
     });
 }
 

@@ -37,6 +37,21 @@ TEST_F(NotesExportTest, TheScopeFollowsTheSenderAndTheSortGoesBackAfterwards) {
     EXPECT_EQ(exportTo(u"one.csv"_s, u"Export Movie Notes..."_s), "Filename,Notes 1,Notes 2,Flag\r\ra,,,\r");
 }
 
+TEST_F(NotesExportTest, TheOrderInWhichBookmarksWereSaidStaysOnTheMovies) {
+    const auto movie = library().arrangedMovies().front();
+    for (const auto& [timecode, frame] : {std::pair{u"00:00:09:00"_s, 2}, std::pair{u"00:00:01:00"_s, 1}}) {
+        const auto bookmark = std::make_shared<Bookmark>(frame, 1, 24.0f);
+        bookmark->firstTC = timecode;
+        movie->bookmarkStore.push_back(bookmark);
+    }
+    preferences->printBookmarksInNotes.set(false);
+    exportTo(u"without.csv"_s, u"Export Playlist Notes..."_s);
+    EXPECT_EQ(movie->bookmarkStore.front()->firstFrame, 2) << "none was said";
+    preferences->printBookmarksInNotes.set(true);
+    EXPECT_TRUE(exportTo(u"with.csv"_s, u"Export Playlist Notes..."_s).contains("00:00:01:00"));
+    EXPECT_EQ(movie->bookmarkStore.front()->firstFrame, 1);
+}
+
 TEST_F(NotesExportTest, AnEmptyScopeShowsOneAlertAndNothingElse) {
     library().selectMovies({});
     controller->notesExport().exportNotes({u"Export Movie Notes..."_s, 0});

@@ -2,7 +2,6 @@
 
 #include "app/playlists/Library.h"
 #include "base/work/WorkQueue.h"
-#include "export/NotesDocument.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
@@ -13,40 +12,22 @@ namespace daylark {
 
 namespace {
 
-const QString csvFormat = QStringLiteral("CSV (Comma Separated Values)");
+// Offered since every version knows it by this title; nothing writes it yet.
 const QString richTextFormat = QStringLiteral("RTF (Rich Text)");
 
-/// Null for a setting that is no format.
-QString extensionOfFormat(const QString& format) {
-    if (format == csvFormat) return QStringLiteral("csv");
-    if (format == richTextFormat) return QStringLiteral("rtf");
-    return {};
-}
-
-QString notesFileName(const QString& playlistName, const QString& format) {
-    const QString extension = extensionOfFormat(format);
+QString notesFileName(const QString& playlistName, const QString& extension) {
     if (extension.isNull()) return {};
     QString name = playlistName;
     name.replace(QLatin1Char('/'), QLatin1Char(':')); // a name, not a path
     return name + QLatin1String("_notes.") + extension;
 }
 
-QString withExtensionOfFormat(const QString& name, const QString& format) {
+QString withExtension(const QString& name, const QString& extension) {
     const qsizetype stop = name.lastIndexOf(QLatin1Char('.'));
-    return (stop > 0 ? name.left(stop) : name) + QLatin1Char('.') + extensionOfFormat(format);
+    return (stop > 0 ? name.left(stop) : name) + QLatin1Char('.') + extension;
 }
 
 } // namespace
-
-NotesOptions notesOptions(const Preferences& preferences) {
-    NotesOptions options;
-    options.printBookmarksInNotes = preferences.printBookmarksInNotes();
-    options.hideFileExtensionInNotes = preferences.hideFileExtensionInNotes();
-    options.notes1Title = preferences.notes1Title();
-    options.notes2Title = preferences.notes2Title();
-    options.flagLabel = [&preferences](const QString& code) { return preferences.statusName(code); };
-    return options;
-}
 
 class NotesExport::Writer {
 public:
@@ -60,8 +41,16 @@ NotesExport::NotesExport(const Surroundings& surroundings, QObject* parent)
 
 NotesExport::~NotesExport() = default;
 
+QString NotesExport::extensionOf(const QString& formatTitle) const {
+    if (const NotesFormat* format = formats_.titled(formatTitle)) return format->extension();
+    return formatTitle == richTextFormat ? QStringLiteral("rtf") : QString();
+}
+
 QStringList NotesExport::formatTitles() {
-    return {csvFormat, richTextFormat};
+    QStringList titles;
+    for (const auto& format : NotesFormats().all())
+        titles << format->title();
+    return titles << richTextFormat;
 }
 
 void NotesExport::exportNotes(const Sender& sender) {
@@ -78,13 +67,14 @@ void NotesExport::exportNotes(const Sender& sender) {
         return;
     }
     const QString path = askForPath();
-    const QString format = surroundings_.preferences.notesExportFormat();
-    if (!path.isEmpty() && format == csvFormat) {
-        write(path, notesCsv(movies, notesOptions(surroundings_.preferences)));
-    } else if (!path.isEmpty() && format == richTextFormat) {
+    const QString chosen = surroundings_.preferences.notesExportFormat();
+    if (const NotesFormat* format = formats_.titled(chosen); !path.isEmpty() && format) {
+        write(path, *format, movies);
+    } else if (!path.isEmpty() && chosen == richTextFormat) {
         Alert alert;
         alert.message = QStringLiteral("Rich text notes can't be exported yet");
-        alert.informativeText = QStringLiteral("Choose \"%1\" and try again").arg(csvFormat);
+        alert.informativeText =
+            QStringLiteral("Choose \"%1\" and try again").arg(formats_.all().front()->title());
         alert.buttons = QStringList{QStringLiteral("Okay")};
         alert.style = AlertStyle::informational;
         surroundings_.alerts.show(alert);
@@ -93,7 +83,7 @@ void NotesExport::exportNotes(const Sender& sender) {
 }
 
 QString NotesExport::askForPath() {
-    Preferences& preferences = surroundings_.preferences;
+    const Preferences& preferences = surroundings_.preferences;
     const auto playlist = surroundings_.library.selectedPlaylist();
     SavePanel panel;
     panel.title = QStringLiteral("Export Notes");
@@ -102,17 +92,30 @@ QString NotesExport::askForPath() {
     panel.accessoryLabel = QStringLiteral("Format:");
     panel.accessoryTitles = formatTitles();
     panel.accessoryCurrent = preferences.notesExportFormat();
-    panel.proposedName = notesFileName(playlist ? playlist->name : QString(), panel.accessoryCurrent);
-    panel.accessoryChosen = [&preferences](const QString& title, const QString& name) {
-        preferences.notesExportFormat.set(title);
-        return withExtensionOfFormat(name, title);
+    panel.proposedName =
+        notesFileName(playlist ? playlist->name : QString(), extensionOf(panel.accessoryCurrent));
+    panel.accessoryChosen = [this](const QString& title, const QString& name) {
+        surroundings_.preferences.notesExportFormat.set(title);
+        return withExtension(name, extensionOf(title));
     };
     return surroundings_.panels.runSave(panel);
 }
 
-void NotesExport::write(const QString& path, const QByteArray& bytes) {
-    writer_->work.run([this, path, bytes] {
-        QFile file(path); // written in place, not beside and renamed; wanted
+/// The order in which bookmarks were said becomes the movies' own: later exports and the viewer's table show
+/// it.
+void NotesExport::keepOrder(const NotesMovies& movies, BookmarkOrder order) {
+    for (const auto& movie : movies)
+        if (const auto ordered = bookmarksInOrder(*movie, order); ordered != movie->bookmarkStore)
+            movie->bookmarkStore = ordered;
+}
+
+void NotesExport::write(const QString& path, const NotesFormat& format, const NotesMovies& movies) {
+    const NotesReport report = notesReport(movies, surroundings_.preferences, format.bookmarkOrder());
+    if (format.bookmarkOrderStays() && report.printsBookmarks) keepOrder(movies, format.bookmarkOrder());
+    writer_->work.run([this, path, report, &format] {
+        const QByteArray bytes = format.write(report);
+        // Written in place, not beside and renamed: whatever watches the file sees it grow, as it always did.
+        QFile file(path);
         if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size())
             return;
         if (!file.flush()) return;

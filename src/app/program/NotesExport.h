@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/NotesDocument.h"
+#include "export/notes/NotesFormat.h"
 #include "platform/Sender.h"
 
 #include <QObject>
@@ -14,9 +14,6 @@ class Alerts;
 class Library;
 class Panels;
 class Preferences;
-
-/// What the preferences say about the notes export; looks flag labels up as long as `preferences` lives.
-[[nodiscard]] NotesOptions notesOptions(const Preferences& preferences);
 
 /// "Export Movie Notes..." and "Export Playlist Notes...": scope, dialog, document, file. Interface thread;
 /// the file is written by a worker, and a failed write is not reported.
@@ -33,16 +30,20 @@ public:
     ~NotesExport() override; ///< waits for a write under way
 
     void exportNotes(const Sender& sender);
-    [[nodiscard]] static QStringList formatTitles();
+    [[nodiscard]] static QStringList formatTitles(); ///< as the save dialog offers them
 
 Q_SIGNALS:
     void exported(const QString& path); ///< the file has been written
 
 private:
     QString askForPath();
-    void write(const QString& path, const QByteArray& bytes);
+    void write(const QString& path, const NotesFormat& format, const NotesMovies& movies);
+    static void keepOrder(const NotesMovies& movies, BookmarkOrder order);
+    [[nodiscard]] QString
+    extensionOf(const QString& formatTitle) const; ///< null for a setting that is no format
 
     Surroundings surroundings_;
+    NotesFormats formats_;
     class Writer;
     std::unique_ptr<Writer> writer_;
 };

@@ -1,0 +1,25 @@
+#include "export/notes/NotesFormat.h"
+
+namespace daylark {
+
+std::unique_ptr<NotesFormat> csvNotesFormat(); // CsvNotes.cpp
+
+NotesFormats::NotesFormats() {
+    formats_.push_back(csvNotesFormat());
+}
+
+NotesFormats::~NotesFormats() = default;
+
+const NotesFormat* NotesFormats::titled(const QString& title) const {
+    for (const auto& format : formats_)
+        if (format->title() == title) return format.get();
+    return nullptr;
+}
+
+const NotesFormat* NotesFormats::named(const QString& name) const {
+    for (const auto& format : formats_)
+        if (format->name() == name) return format.get();
+    return nullptr;
+}
+
+} // namespace daylark

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "model/Movie.h"
+
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace daylark {
+
+class Preferences;
+
+/// What a notes export says about which item, as plain values: every format writes the same report. Made on
+/// the interface thread from records and preferences, which it doesn't change; written on any.
+struct NotesReport {
+    struct Bookmark {
+        QString firstTC, lastTC;
+        qint64 firstFrame = 0, lastFrame = 0; ///< counted from 1
+        QString description, note;            ///< empty when absent
+    };
+    struct Item {
+        QString name;                    ///< of the file, as the preference shows it
+        AttributedString notes, notes2;  ///< empty when absent
+        QString flag;                    ///< the label; null for no flag
+        std::vector<Bookmark> bookmarks; ///< none where they are not wanted
+    };
+    QString notes1Title, notes2Title;
+    bool printsBookmarks = true;
+    std::vector<Item> items;
+};
+
+/// In which order a movie's bookmarks are said.
+enum class BookmarkOrder {
+    stored,
+    byFirstTimecode ///< ascending by the text of `firstTC`, equal ones as stored
+};
+
+using NotesMovies = std::vector<std::shared_ptr<Movie>>;
+[[nodiscard]] NotesReport notesReport(const NotesMovies& movies, const Preferences& preferences,
+                                      BookmarkOrder order);
+[[nodiscard]] ObjectList<Bookmark> bookmarksInOrder(const Movie& movie, BookmarkOrder order);
+
+} // namespace daylark

@@ -1,0 +1,117 @@
+#include "export/notes/NotesFormat.h"
+#include "preferences/Preferences.h"
+
+#include <gtest/gtest.h>
+
+namespace daylark {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class NotesTest : public ::testing::Test {
+protected:
+    NotesTest() {
+        preferences.statusNames[3].set(u"label 904"_s);
+        preferences.printBookmarksInNotes.set(false);
+    }
+    QByteArray csv(const NotesMovies& movies) {
+        const NotesFormat& format = *formats.named(u"csv"_s);
+        return format.write(notesReport(movies, preferences, format.bookmarkOrder()));
+    }
+    /// What stands under the header.
+    QByteArray lines(const NotesMovies& movies) {
+        const QByteArray whole = csv(movies);
+        return whole.mid(whole.indexOf("\r\r") + 2);
+    }
+    Preferences preferences;
+    const NotesFormats formats;
+};
+
+std::shared_ptr<Movie> movie(const QString& name, const QString& notes = {}, const QString& notes2 = {}) {
+    auto result = std::make_shared<Movie>(u"/dailies/"_s + name);
+    result->notes = AttributedString(notes);
+    result->notes2 = AttributedString(notes2);
+    return result;
+}
+
+void addBookmark(Movie& to, const QString& first, const QString& last, qint64 from, qint64 until,
+                 const QString& description, const QString& note) {
+    auto bookmark = std::make_shared<Bookmark>();
+    bookmark->firstTC = first;
+    bookmark->lastTC = last;
+    bookmark->firstFrame = from;
+    bookmark->lastFrame = until;
+    bookmark->overlayString = description;
+    bookmark->overlayString2 = note;
+    to.bookmarkStore.push_back(bookmark);
+}
+
+TEST_F(NotesTest, FieldsLoseCommasAndLineFeedsAsTheFormatWants) {
+    struct Case {
+        QString file, notes, notes2;
+        QByteArray line;
+        bool hideExtension;
+    };
+    const std::vector<Case> cases{
+        {u"a,b.mov"_s, u""_s, u""_s, "ab,,,\r", true},
+        {u"a,b.mov"_s, u""_s, u""_s, "ab.mov,,,\r", false},
+        {u"shot.v001.mov"_s, u"one\ntwo, three"_s, u"x,y"_s, "shot.v001,one. two three,xy,\r", true},
+        {u".mov"_s, u"\"said\"\rdone"_s, u""_s, ".mov,\"said\"\rdone,,\r", true},
+        {u"plain"_s, u""_s, u"\n"_s, "plain,,. ,\r", true},
+    };
+    for (const Case& c : cases) {
+        const auto item = movie(c.file, c.notes, c.notes2);
+        preferences.hideFileExtensionInNotes.set(c.hideExtension);
+        EXPECT_EQ(lines({item}), c.line);
+    }
+}
+
+TEST_F(NotesTest, BookmarkRowsStandUnderTheirColumnsSortedByFirstTimecodeText) {
+    const auto item = movie(u"a.mov"_s, u"n"_s);
+    item->setFlag(904);
+    addBookmark(*item, u"00:00:10:00"_s, u"00:00:11:00"_s, 241, 265, u"x, y"_s, QString());
+    addBookmark(*item, u"00:00:01:00"_s, u"00:00:01:00"_s, 25, 25, QString(), u"a,b"_s);
+    addBookmark(*item, u"00:00:02:00"_s, u"00:00:03:00"_s, 49, 73, u"d"_s, u"e"_s);
+
+    preferences.printBookmarksInNotes.set(true);
+    EXPECT_EQ(lines({item}), "a,n,,label 904,00:00:01:00,00:00:01:00,25,25,,a -b"
+                             "\r,,,,00:00:02:00,00:00:03:00,49,73,d,e"
+                             "\r,,,,00:00:10:00,00:00:11:00,241,265,x - y,\r");
+    EXPECT_EQ(item->bookmarkStore.front()->firstFrame, 241) << "a writer changes no record";
+    EXPECT_TRUE(formats.named(u"csv"_s)->bookmarkOrderStays());
+}
+
+TEST_F(NotesTest, AMovieWithoutBookmarksEndsWithACommaWhereTheyArePrinted) {
+    const auto none = movie(u"a.mov"_s);
+    const auto two = movie(u"b.mov"_s);
+    addBookmark(*two, u"00:00:10:00"_s, u""_s, 2, 2, u""_s, u""_s);
+    EXPECT_EQ(lines({none, two}), "a,,,\rb,,,\r");
+    preferences.printBookmarksInNotes.set(true);
+    EXPECT_EQ(lines({none}), "a,,,,\r");
+}
+
+TEST_F(NotesTest, TheDocumentHasAnEmptyLineUnderItsHeaderAndIsCutToItsCharacterCount) {
+    EXPECT_EQ(csv({movie(u"a.mov"_s)}), "Filename,Notes 1,Notes 2,Flag\r\ra,,,\r");
+
+    // Two characters of two bytes and one pair of four: four bytes more than units.
+    const QByteArray bytes = csv({movie(u"é.mov"_s, u"ü\U0001F600"_s, u"abcdef"_s)});
+    EXPECT_EQ(bytes, QByteArray("Filename,Notes 1,Notes 2,Flag\r\ré,ü\xF0\x9F\x98\x80,abcd"));
+
+    preferences.printBookmarksInNotes.set(true);
+    EXPECT_TRUE(csv({}).endsWith("Bookmark Timecode End,Bookmark First Frame,Bookmark Last Frame,"
+                                 "Bookmark Description,Bookmark Note\r\r"));
+}
+
+TEST_F(NotesTest, AFormatIsFoundByItsNameAndByTheTitleThatIsStored) {
+    for (const auto& format : formats.all()) {
+        EXPECT_EQ(formats.named(format->name()), format.get());
+        EXPECT_EQ(formats.titled(format->title()), format.get());
+        EXPECT_FALSE(format->extension().isEmpty() || format->extension().startsWith(u'.'));
+    }
+    EXPECT_EQ(formats.titled(preferences.notesExportFormat()), formats.named(u"csv"_s)) << "the first format";
+    EXPECT_EQ(formats.named(u"CSV"_s), nullptr);
+    EXPECT_EQ(formats.titled(QString()), nullptr);
+}
+
+} // namespace
+} // namespace daylark
