@@ -78,11 +78,8 @@ void PlaylistController::connectParts() {
     connect(&library_, &Library::contentEdited, this, &PlaylistController::noteEdit);
     // The viewer goes through the same list: it follows as long as its movie is in it.
     connect(&library_, &Library::arrangedMoviesChanged, this, [this] {
-        const auto& movies = library_.arrangedMovies();
-        const auto current = std::find(movies.begin(), movies.end(), playerWindow_.currentMovie());
-        if (!playerWindow_.isOpen() || current == movies.end()) return;
-        viewerPlaylist_ = library_.selectedPlaylist();
-        playerWindow_.list().setMovies(movies, qsizetype(current - movies.begin()));
+        if (playerWindow_.isOpen() && playerWindow_.list().follow(library_.arrangedMovies()))
+            viewerPlaylist_ = library_.selectedPlaylist();
     });
     connect(&thumbnails_, &Thumbnails::idle, this, &PlaylistController::noteEdit);
     connect(&sessionFiles_, &SessionFiles::sessionImported, this, [this] {
@@ -193,7 +190,9 @@ void PlaylistController::loadMovieWindow() {
 void PlaylistController::viewerShowsMovie(qsizetype index) {
     // The viewer keeps the list that it was opened with; the library may show another by now.
     const auto& shown = playerWindow_.list().movies();
-    if (index >= 0 && size_t(index) < shown.size()) library_.selectMovie(shown[size_t(index)]);
+    if (index < 0 || size_t(index) >= shown.size()) return;
+    const Library::Rows there = rowsElsewhere(shown, {index}, library_.arrangedMovies());
+    if (!there.empty()) library_.selectMovies(there);
 }
 
 // Items of the playlist that the viewer doesn't go through keep their places.

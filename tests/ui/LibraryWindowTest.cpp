@@ -54,9 +54,9 @@ TEST_F(LibraryWindowTest, FolderDroppedOnPlaylistsBecomesOneAndIsShown) {
     EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"b.mov"_s}));
     ASSERT_EQ(tiles()->model()->rowCount(), 2);
     const auto cell = [this](int column) { return tiles()->model()->index(0, column).data().toString(); };
-    EXPECT_EQ(cell(MoviesModel::framesColumn), u"24"_s);
-    EXPECT_EQ(cell(MoviesModel::rateColumn), u"24"_s);
-    EXPECT_EQ(cell(MoviesModel::resolutionColumn), u"256 x 144"_s);
+    EXPECT_EQ(cell(Column::frames), u"24"_s);
+    EXPECT_EQ(cell(Column::rate), u"24"_s);
+    EXPECT_EQ(cell(Column::resolution), u"256 x 144"_s);
     EXPECT_FALSE(window->itemsPane().model()->thumbnailAt(0).isNull());
     EXPECT_EQ(playlists()->model()->index(0, PlaylistsModel::countColumn).data().toString(), u"2"_s);
     EXPECT_EQ(window->statusStrip().text(), u"2 items · 1 selected"_s);
@@ -73,8 +73,8 @@ TEST_F(LibraryWindowTest, FolderDroppedOnPlaylistsBecomesOneAndIsShown) {
 TEST_F(LibraryWindowTest, BothViewsShowOneSelection) {
     openWindow();
     addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s, u"3.mov"_s, u"4.mov"_s});
-    click(tiles(), 1, MoviesModel::nameColumn);
-    click(tiles(), 3, MoviesModel::nameColumn, Qt::ControlModifier);
+    click(tiles(), 1, Column::name);
+    click(tiles(), 3, Column::name, Qt::ControlModifier);
     EXPECT_EQ(library().selectedMovieRows(), (Rows{1, 3}));
     trigger("view.list");
     EXPECT_FALSE(window->itemsPane().tilesShown());
@@ -82,7 +82,7 @@ TEST_F(LibraryWindowTest, BothViewsShowOneSelection) {
     table()->setFocus();
     key(Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(library().selectedMovieRows(), (Rows{0, 1, 2, 3}));
-    click(table(), 2, MoviesModel::nameColumn);
+    click(table(), 2, Column::name);
     key(Qt::Key_T, Qt::ControlModifier);
     EXPECT_TRUE(window->itemsPane().tilesShown());
     EXPECT_EQ(RowDrag::selectedRows(*tiles()), (Rows{2}));
@@ -99,12 +99,12 @@ TEST_F(LibraryWindowTest, FlagsAreSetByKeyAndByContextMenuUnderTheUsersNames) {
     openWindow();
     addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s});
     preferences->statusNames[1].set(u"Good & Cheap"_s);
-    click(tiles(), 0, MoviesModel::nameColumn);
+    click(tiles(), 0, Column::name);
     key(Qt::Key_4, Qt::ControlModifier);
     EXPECT_EQ(library().arrangedMovies()[0]->flagString, u"904"_s);
-    click(tiles(), 1, MoviesModel::nameColumn);
+    click(tiles(), 1, Column::name);
     EXPECT_EQ(command("item.flag.902")->text(), u"Good && Cheap"_s);
-    pickInMenu(tiles()->viewport(), middleOf(tiles(), 1, MoviesModel::nameColumn), u"For Review"_s);
+    pickInMenu(tiles()->viewport(), middleOf(tiles(), 1, Column::name), u"For Review"_s);
     EXPECT_EQ(library().arrangedMovies()[1]->flagString, u"906"_s);
     EXPECT_EQ(library().arrangedMovies()[0]->flagString, u"904"_s);
     EXPECT_EQ(window->itemsPane().model()->flagName(*library().arrangedMovies()[1]), u"For Review"_s);
@@ -119,12 +119,12 @@ TEST_F(LibraryWindowTest, HeaderClicksSortUpDownAndBackToThePlaylistsOrder) {
     trigger("view.list");
     QHeaderView* header = table()->horizontalHeader();
     const auto clickName = [&] {
-        const int x = header->sectionViewportPosition(MoviesModel::nameColumn) + 20;
+        const int x = header->sectionViewportPosition(Column::name) + 20;
         QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, {x, header->height() / 2});
     };
     clickName();
     EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"b.mov"_s, u"c.mov"_s}));
-    EXPECT_EQ(header->sortIndicatorSection(), int(MoviesModel::nameColumn));
+    EXPECT_EQ(header->sortIndicatorSection(), int(Column::name));
     clickName();
     EXPECT_EQ(shownNames(), (QStringList{u"c.mov"_s, u"b.mov"_s, u"a.mov"_s}));
     EXPECT_EQ(header->sortIndicatorOrder(), Qt::DescendingOrder);
@@ -137,8 +137,8 @@ TEST_F(LibraryWindowTest, RowsDraggedToAGapAreMovedAndNumbered) {
     openWindow();
     addPlaylist(u"P"_s, {u"0.mov"_s, u"1.mov"_s, u"2.mov"_s, u"3.mov"_s, u"4.mov"_s});
     trigger("view.list");
-    click(table(), 1, MoviesModel::nameColumn);
-    click(table(), 3, MoviesModel::nameColumn, Qt::ControlModifier);
+    click(table(), 1, Column::name);
+    click(table(), 3, Column::name, Qt::ControlModifier);
     const auto items = dragOf(table(), "application/x-daylark-item-rows");
     EXPECT_TRUE(drop(table(), *items, {40, 2}));
     EXPECT_EQ(shownNames(), (QStringList{u"1.mov"_s, u"3.mov"_s, u"0.mov"_s, u"2.mov"_s, u"4.mov"_s}));
@@ -146,8 +146,8 @@ TEST_F(LibraryWindowTest, RowsDraggedToAGapAreMovedAndNumbered) {
 
     // Tiles: behind the last of a line is the gap after it, beside everything the end.
     trigger("view.tiles");
-    click(tiles(), 0, MoviesModel::nameColumn);
-    const QRect third = tiles()->visualRect(tiles()->model()->index(2, MoviesModel::nameColumn));
+    click(tiles(), 0, Column::name);
+    const QRect third = tiles()->visualRect(tiles()->model()->index(2, Column::name));
     EXPECT_TRUE(
         drop(tiles(), *dragOf(tiles(), "application/x-daylark-item-rows"), third.center() + QPoint(20, 0)));
     EXPECT_EQ(shownNames(), (QStringList{u"3.mov"_s, u"0.mov"_s, u"1.mov"_s, u"2.mov"_s, u"4.mov"_s}));
@@ -164,7 +164,7 @@ TEST_F(LibraryWindowTest, RowsDraggedToAGapAreMovedAndNumbered) {
 TEST_F(LibraryWindowTest, DeleteRemovesWhatHasTheFocusAndAsks) {
     openWindow();
     addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s});
-    click(tiles(), 0, MoviesModel::nameColumn);
+    click(tiles(), 0, Column::name);
     alerts.answers = {Alerts::secondButton, Alerts::firstButton};
     key(Qt::Key_Delete);
     EXPECT_EQ(shownNames().size(), 2);
@@ -189,14 +189,14 @@ TEST_F(LibraryWindowTest, ReturnSpaceAndDoubleClickOpenTheViewerAtTheSelectedIte
         viewer.close();
         return shown;
     };
-    click(tiles(), 1, MoviesModel::nameColumn);
+    click(tiles(), 1, Column::name);
     key(Qt::Key_Return);
     EXPECT_EQ(shownAndClosed(), 1);
     trigger("view.list");
-    click(table(), 0, MoviesModel::nameColumn);
+    click(table(), 0, Column::name);
     key(Qt::Key_Space);
     EXPECT_EQ(shownAndClosed(), 0);
-    doubleClick(table(), 2, MoviesModel::nameColumn);
+    doubleClick(table(), 2, Column::name);
     EXPECT_EQ(shownAndClosed(), 2);
 }
 
@@ -222,16 +222,16 @@ TEST_F(LibraryWindowTest, LooksComeBackAtTheNextStart) {
     EXPECT_EQ(window->itemsPane().tileSize(), 150);
     EXPECT_NEAR(tiles()->gridSize().width(), before * 1.5, 4);
     QHeaderView* header = table()->horizontalHeader();
-    header->resizeSection(MoviesModel::nameColumn, 333);
-    header->setSectionHidden(MoviesModel::sizeColumn, true);
-    header->moveSection(header->visualIndex(MoviesModel::rateColumn), 1);
+    header->resizeSection(Column::name, 333);
+    header->setSectionHidden(Column::size, true);
+    header->moveSection(header->visualIndex(Column::rate), 1);
     closeWindow();
     openWindow();
     EXPECT_EQ(window->itemsPane().tileSize(), 150);
     header = table()->horizontalHeader();
-    EXPECT_EQ(header->sectionSize(MoviesModel::nameColumn), 333);
-    EXPECT_TRUE(header->isSectionHidden(MoviesModel::sizeColumn));
-    EXPECT_EQ(header->visualIndex(MoviesModel::rateColumn), 1);
+    EXPECT_EQ(header->sectionSize(Column::name), 333);
+    EXPECT_TRUE(header->isSectionHidden(Column::size));
+    EXPECT_EQ(header->visualIndex(Column::rate), 1);
     EXPECT_EQ(playlistNames(), QStringList{u"P"_s});
     EXPECT_EQ(library().selectedPlaylistRows(), Rows{0});
 }
@@ -241,7 +241,7 @@ TEST_F(LibraryWindowTest, NotesAreExportedThroughThePanel) {
     addPlaylist(u"Day 1"_s, {u"a.mov"_s, u"b.mov"_s});
     controller->edits().setNotes(library().arrangedMovies()[1], NotesField::notes,
                                  AttributedString(u"too dark, again"_s));
-    click(tiles(), 1, MoviesModel::nameColumn);
+    click(tiles(), 1, Column::name);
     const QString file = path(u"notes.csv"_s);
     panels.saveAnswers = {file};
     bool written = false;
@@ -288,14 +288,14 @@ TEST_F(LibraryWindowTest, MissingFilesAreCountedAndMarked) {
     ASSERT_TRUE(waitUntil([this] { return controller->fileStates().missingCount() == 1; }));
     EXPECT_TRUE(window->statusStrip().text().endsWith(u"1 missing"_s));
     EXPECT_EQ(playlists()->model()->index(0, 0).data(PlaylistsModel::statusRole).toInt(), 1);
-    const QString hint = tiles()->model()->index(1, MoviesModel::nameColumn).data(Qt::ToolTipRole).toString();
+    const QString hint = tiles()->model()->index(1, Column::name).data(Qt::ToolTipRole).toString();
     EXPECT_TRUE(hint.contains(u"File Not Found"_s));
 }
 
 TEST_F(LibraryWindowTest, PathsAndNamesAreCopiedAndRevealed) {
     openWindow();
     addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s});
-    click(tiles(), 1, MoviesModel::nameColumn);
+    click(tiles(), 1, Column::name);
     key(Qt::Key_C, Qt::ControlModifier);
     EXPECT_TRUE(pasteboard.content.contains(path(u"2.mov"_s)));
     key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);

@@ -63,12 +63,22 @@ TEST_F(ViewerListTest, FlagsAndCopiesAreOfEveryMovieSelected) {
 
 TEST_F(ViewerListTest, SelectedMoviesStaySelectedWhenTheLibraryShowsAnotherOrder) {
     list.setSelectionIndexes({0, 2});
-    list.setMovies({movies[2], movies[1], movies[0]}, 2);
+    EXPECT_TRUE(list.follow({movies[2], movies[1], movies[0]}));
     EXPECT_EQ(list.selectionIndexes(), (ViewerList::Rows{0, 2}));
     EXPECT_EQ(list.selectedMovie(), movies[0]);
-    list.setMovies({movies[1], movies[2]}, 0);
-    EXPECT_EQ(list.selectionIndexes(), ViewerList::Rows{0})
-        << "the one on screen went, and with it the choice";
+    EXPECT_FALSE(list.follow({movies[1], movies[2]})) << "the one on screen is not in it";
+    EXPECT_EQ(list.count(), 3);
+}
+
+TEST_F(ViewerListTest, AMovieThatStandsTwiceInTheListIsTwoItems) {
+    list.setMovies({movies[0], movies[1], movies[0]}, 2);
+    list.setSelectionIndexes({2});
+    EXPECT_TRUE(list.follow({movies[1], movies[0], movies[0]}));
+    EXPECT_EQ(list.selectionIndex(), 2) << "the second stays the second";
+    EXPECT_EQ(list.selectionIndexes(), ViewerList::Rows{2});
+    EXPECT_EQ(list.findPreviousMovie(), 1);
+    EXPECT_TRUE(list.follow({movies[1], movies[0]})) << "one of the two went";
+    EXPECT_EQ(list.selectionIndex(), 1);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "app/playlists/Library.h"
 
-#include "app/playlists/MovieSort.h"
 #include "model/MoveRule.h"
 
 #include <algorithm>
@@ -9,15 +8,6 @@
 namespace daylark {
 
 namespace {
-
-/// Ascending, each once, only those that exist.
-Library::Rows existingRows(Library::Rows rows, size_t size) {
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    const auto missing = [size](qsizetype row) { return row < 0 || size_t(row) >= size; };
-    rows.erase(std::remove_if(rows.begin(), rows.end(), missing), rows.end());
-    return rows;
-}
 
 template<class Record>
 std::unordered_set<const Record*> recordsAtRows(const std::vector<std::shared_ptr<Record>>& list,
@@ -112,49 +102,30 @@ std::shared_ptr<Playlist> Library::selectedPlaylist() const {
 }
 
 void Library::selectMovies(Rows rows) {
-    rows = existingRows(std::move(rows), arranged_.size());
-    if (rows == selectedMovies_) return;
-    selectedMovies_ = std::move(rows);
-    Q_EMIT movieSelectionChanged();
+    if (arrangement_.select(std::move(rows))) Q_EMIT movieSelectionChanged();
 }
 
 void Library::selectMovie(const std::shared_ptr<Movie>& movie) {
-    const auto found = std::find(arranged_.begin(), arranged_.end(), movie);
-    if (found != arranged_.end()) selectMovies({qsizetype(found - arranged_.begin())});
-}
-
-Library::Movies Library::selectedMovies() const {
-    Movies movies;
-    movies.reserve(selectedMovies_.size());
-    for (const qsizetype row : selectedMovies_)
-        movies.push_back(arranged_[size_t(row)]);
-    return movies;
+    const Rows rows = arrangement_.rowsOf(*movie);
+    if (!rows.empty()) selectMovies({rows.front()});
 }
 
 qsizetype Library::shownCount(const std::shared_ptr<Playlist>& playlist) const {
-    return playlist == selectedPlaylist() ? qsizetype(arranged_.size()) : qsizetype(playlist->count());
+    return playlist == selectedPlaylist() ? qsizetype(arrangedMovies().size()) : qsizetype(playlist->count());
 }
 
 void Library::setSort(const QString& field, bool ascending) {
-    sortField_ = field;
-    sortAscending_ = ascending;
+    arrangement_.setSort(field, ascending);
     rearrange();
     Q_EMIT sortChanged();
 }
 
 void Library::rearrange() {
-    const auto selected = recordsAtRows(arranged_, selectedMovies_);
-    Movies arranged;
-    if (const auto playlist = selectedPlaylist())
-        arranged.assign(playlist->movieList.begin(), playlist->movieList.end());
-    sortMoviesByField(arranged, sortField_, sortAscending_);
-    Rows rows = rowsOfRecords(arranged, selected);
-    const bool listChanged = arranged != arranged_;
-    const bool selectionChanged = rows != selectedMovies_ || selected.size() != rows.size();
-    arranged_ = std::move(arranged);
-    selectedMovies_ = std::move(rows);
-    if (listChanged) Q_EMIT arrangedMoviesChanged();
-    if (listChanged || selectionChanged) Q_EMIT movieSelectionChanged();
+    const auto playlist = selectedPlaylist();
+    const Arrangement::Changed changed = arrangement_.show(
+        playlist ? Movies(playlist->movieList.begin(), playlist->movieList.end()) : Movies());
+    if (changed.list) Q_EMIT arrangedMoviesChanged();
+    if (changed.list || changed.selection) Q_EMIT movieSelectionChanged();
 }
 
 void Library::addMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies) {
@@ -178,10 +149,10 @@ void Library::removeMovies(const std::shared_ptr<Playlist>& playlist, const Movi
     list.erase(end, list.end());
     playlist->updateCount();
     if (playlist == selectedPlaylist()) {
-        const Rows removed = rowsOfRecords(arranged_, gone);
+        const Rows removed = rowsOfRecords(arrangedMovies(), gone);
         rearrange();
         if (!removed.empty())
-            selectMovies(rowsAfterRemoval(selectedMovies_, removed.front(), arranged_.size()));
+            selectMovies(rowsAfterRemoval(selectedMovieRows(), removed.front(), arrangedMovies().size()));
     }
     announcePlaylist(playlist);
     Q_EMIT contentEdited();

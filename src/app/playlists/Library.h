@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/arrangement/Arrangement.h"
 #include "model/Playlist.h"
 
 #include <QObject>
@@ -18,8 +19,8 @@ class Library : public QObject {
     Q_OBJECT
 public:
     using Playlists = std::vector<std::shared_ptr<Playlist>>;
-    using Movies = std::vector<std::shared_ptr<Movie>>;
-    using Rows = std::vector<qsizetype>; ///< ascending
+    using Movies = Arrangement::Movies;
+    using Rows = Arrangement::Rows; ///< ascending
 
     explicit Library(QObject* parent = nullptr)
         : QObject(parent) {}
@@ -36,10 +37,10 @@ public:
     [[nodiscard]] std::shared_ptr<Playlist> selectedPlaylist() const; ///< the first selected; null when none
 
     // The items of the selected playlist, as shown.
-    [[nodiscard]] const Movies& arrangedMovies() const { return arranged_; }
-    [[nodiscard]] const Rows& selectedMovieRows() const { return selectedMovies_; }
+    [[nodiscard]] const Movies& arrangedMovies() const { return arrangement_.movies(); }
+    [[nodiscard]] const Rows& selectedMovieRows() const { return arrangement_.selectedRows(); }
     void selectMovies(Rows rows);
-    [[nodiscard]] Movies selectedMovies() const;           ///< in shown order
+    [[nodiscard]] Movies selectedMovies() const { return arrangement_.selectedMovies(); } ///< in shown order
     void selectMovie(const std::shared_ptr<Movie>& movie); ///< nothing changes when it is not shown
     /// How many items the playlist shows: the arranged ones for the selected playlist, else all of its own.
     [[nodiscard]] qsizetype shownCount(const std::shared_ptr<Playlist>& playlist) const;
@@ -47,8 +48,8 @@ public:
     /// The field that the items are shown by ("sortOrder" is the playlist's own order) and its direction;
     /// stays until set again.
     void setSort(const QString& field, bool ascending);
-    [[nodiscard]] QString sortField() const { return sortField_; }
-    [[nodiscard]] bool sortAscending() const { return sortAscending_; }
+    [[nodiscard]] QString sortField() const { return arrangement_.sortField(); }
+    [[nodiscard]] bool sortAscending() const { return arrangement_.sortAscending(); }
     void rearrange(); ///< builds the arranged list again; the selection stays on the same records
 
     /// Adds items to a playlist's end in one step.
@@ -76,10 +77,7 @@ private:
 
     Playlists playlists_;
     Rows selectedPlaylists_;
-    Movies arranged_;
-    Rows selectedMovies_;
-    QString sortField_ = QStringLiteral("sortOrder");
-    bool sortAscending_ = true;
+    Arrangement arrangement_;
 };
 
 } // namespace daylark

@@ -130,19 +130,18 @@ void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->setPen(QColor(0x2d, 0x2d, 0x2d));
     painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
     const int column = index.column();
-    if (column == MoviesModel::thumbnailColumn) {
+    if (column == Column::thumbnail) {
         const QRect inside = option.rect.adjusted(4, 4, -4, -4);
         QRect frame(QPoint(), QSize(16, 9).scaled(inside.size(), Qt::KeepAspectRatio));
         frame.moveCenter(inside.center());
         paintThumbnail(*painter, frame, model_, index);
-    } else if (column == MoviesModel::flagColumn ||
-               (column >= MoviesModel::notesColumn && column <= MoviesModel::instanceColumn)) {
-        const int side = column == MoviesModel::flagColumn ? flagSide : iconSide;
+    } else if (column == Column::flag || (column >= Column::notes && column <= Column::instance)) {
+        const int side = column == Column::flag ? flagSide : iconSide;
         QRect place(0, 0, side, side);
         place.moveCenter(option.rect.center());
         index.data(Qt::DecorationRole).value<QIcon>().paint(painter, place);
     } else {
-        const bool name = column == MoviesModel::nameColumn;
+        const bool name = column == Column::name;
         const QFont font = name ? option.font : theme::smallFont();
         const QRect inside = option.rect.adjusted(6, 0, -6, 0);
         painter->setFont(font);
@@ -195,8 +194,7 @@ void TileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QRect inside = tile.adjusted(tilePadding - 2, tilePadding - 2, 2 - tilePadding, 2 - tilePadding);
     const QRect picture(inside.left(), inside.top(), inside.width(), inside.width() * 9 / 16);
     paintThumbnail(*painter, picture, model_, index);
-    if (const auto flag = index.siblingAtColumn(MoviesModel::flagColumn).data(Qt::DecorationRole);
-        flag.isValid()) {
+    if (const auto flag = index.siblingAtColumn(Column::flag).data(Qt::DecorationRole); flag.isValid()) {
         const QRect corner(picture.right() - flagSide - 1, picture.top() + 2, flagSide, flagSide);
         painter->setPen(Qt::NoPen);
         painter->setBrush(QColor(0, 0, 0, 150));
@@ -204,8 +202,7 @@ void TileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         flag.value<QIcon>().paint(painter, corner.adjusted(2, 2, -2, -2));
     }
 
-    const QColor colour =
-        index.siblingAtColumn(MoviesModel::nameColumn).data(Qt::ForegroundRole).value<QColor>();
+    const QColor colour = index.siblingAtColumn(Column::name).data(Qt::ForegroundRole).value<QColor>();
     const QFontMetrics nameMetrics(QApplication::font());
     QRect line(inside.left(), picture.bottom() + 5, inside.width(), nameMetrics.height());
     painter->setFont(QApplication::font());

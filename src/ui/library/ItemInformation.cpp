@@ -4,9 +4,7 @@
 #include "ui/library/MoviesModel.h"
 #include "ui/common/Theme.h"
 
-#include <QDateTime>
 #include <QLabel>
-#include <QLocale>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -116,9 +114,9 @@ void ItemInformation::refresh() {
             frames += movie->mMovieDurationFrames;
             megabytes += movie->fileSizeText.toDouble();
         }
-        show(QStringLiteral("Frames"), QString::number(frames));
-        show(QStringLiteral("Duration"), durationSum(seconds));
-        show(QStringLiteral("Size"), QStringLiteral("%1 MB").arg(megabytes, 0, 'f', 1));
+        show(QLatin1String(column(Column::frames).label), QString::number(frames));
+        show(QLatin1String(column(Column::duration).label), durationSum(seconds));
+        show(QLatin1String(column(Column::size).label), QStringLiteral("%1 MB").arg(megabytes, 0, 'f', 1));
         return;
     }
     const Movie& movie = *movies.front();
@@ -130,26 +128,13 @@ void ItemInformation::refresh() {
         picture_->setText(movie.creatingThumbnailText.simplified());
     title_->setText(wrappable(movie.filenameString));
     title_->setToolTip(movie.filenameString);
-    show(QStringLiteral("Flag"), model_.flagName(movie));
-    show(QStringLiteral("Resolution"), movie.mMovieResolutionString);
-    show(QStringLiteral("Rate"),
-         movie.mMovieFPS > 0 ? QStringLiteral("%1 frames a second").arg(double(movie.mMovieFPS), 0, 'g', 5)
-                             : QString());
-    show(QStringLiteral("Frames"),
-         movie.mMovieDurationFrames > 0 ? QString::number(movie.mMovieDurationFrames) : QString());
-    show(QStringLiteral("Duration"), movie.durationText);
-    show(QStringLiteral("Size"),
-         movie.fileSizeText.isEmpty() ? QString() : movie.fileSizeText + QStringLiteral(" MB"));
-    if (movie.fileCreationDate)
-        show(
-            QStringLiteral("Created"),
-            QLocale().toString(QDateTime::fromSecsSinceEpoch(qint64(movie.fileCreationDate->toUnixSeconds())),
-                               QLocale::ShortFormat));
-    show(QStringLiteral("Bookmarks"),
-         movie.bookmarkStore.empty() ? QString() : QString::number(movie.bookmarkStore.size()));
-    show(QStringLiteral("Path"), wrappable(movie.filepathString));
-    show(QStringLiteral("Notes"), movie.notes ? movie.notes->string() : QString());
-    show(QStringLiteral("Second Notes"), movie.notes2 ? movie.notes2->string() : QString());
+    show(QLatin1String(column(Column::flag).label), model_.flagName(movie));
+    for (const Column::Id id :
+         {Column::resolution, Column::rate, Column::frames, Column::duration, Column::size, Column::created,
+          Column::bookmarkCount, Column::path, Column::notesText, Column::notes2Text}) {
+        const QString fact = column(id).factOf(movie);
+        show(QLatin1String(column(id).label), id == Column::path ? wrappable(fact) : fact);
+    }
 }
 
 } // namespace daylark

@@ -28,7 +28,6 @@ namespace daylark {
 namespace {
 
 const QString itemRowsType = QStringLiteral("application/x-daylark-item-rows");
-constexpr int iconColumnWidth = 32;
 
 /// The rows of a view, as few ranges as there are runs.
 QItemSelection selectionOfRows(const QAbstractItemModel& model, const Library::Rows& rows, int lastColumn) {
@@ -130,22 +129,8 @@ void ItemsPane::makeTable() {
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     header->setSortIndicatorShown(false);
     header->setAccessibleName(QStringLiteral("Columns"));
-    static constexpr int widths[MoviesModel::columnTotal] = {112,
-                                                             iconColumnWidth,
-                                                             240,
-                                                             iconColumnWidth,
-                                                             iconColumnWidth,
-                                                             iconColumnWidth,
-                                                             iconColumnWidth,
-                                                             iconColumnWidth,
-                                                             64,
-                                                             72,
-                                                             56,
-                                                             80,
-                                                             96,
-                                                             360};
-    for (int column = 0; column < MoviesModel::columnTotal; ++column)
-        header->resizeSection(column, widths[column]);
+    for (int section = 0; section < Column::tableTotal; ++section)
+        header->resizeSection(section, column(section).width);
 
     table->filesDropped = [this](const QStringList& files) { controller_.mediaAdding().dropOnMovies(files); };
     table->doubleClickEnded = [this] { Q_EMIT openRequested(); };
@@ -165,13 +150,13 @@ void ItemsPane::makeTiles() {
     tiles_ = tiles;
     tiles->setObjectName(QStringLiteral("itemTiles"));
     tiles->setAccessibleName(QStringLiteral("Items as tiles"));
-    tiles->setModelColumn(MoviesModel::nameColumn);
+    tiles->setModelColumn(Column::name);
     tiles->setFlow(QListView::LeftToRight);
     tiles->setWrapping(true);
     tiles->setResizeMode(QListView::Adjust);
     tiles->setUniformItemSizes(true);
     prepareView(tiles);
-    tiles->setModelColumn(MoviesModel::nameColumn);
+    tiles->setModelColumn(Column::name);
     tileDelegate_ = new TileDelegate(*model_, tiles);
     tiles->setItemDelegate(tileDelegate_);
     tiles->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -288,10 +273,10 @@ void ItemsPane::showLibrarySelection(QAbstractItemView* view) {
         rows == RowDrag::selectedRows(*view))
         return;
     following_ = true;
-    view->selectionModel()->select(selectionOfRows(*model_, rows, MoviesModel::columnTotal - 1),
+    view->selectionModel()->select(selectionOfRows(*model_, rows, Column::tableTotal - 1),
                                    QItemSelectionModel::ClearAndSelect);
     if (!rows.empty()) {
-        const QModelIndex first = model_->index(int(rows.front()), MoviesModel::nameColumn);
+        const QModelIndex first = model_->index(int(rows.front()), Column::name);
         view->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
         const int sideways = view->horizontalScrollBar()->value(); // only the row is to come into view
         view->scrollTo(first);
@@ -319,7 +304,7 @@ void ItemsPane::prioritiseVisible() {
 /// A first click sorts upwards, a second downwards, a third gives the playlist's own order back.
 void ItemsPane::sortByColumn(int column) {
     Library& library = controller_.library();
-    const QString field = MoviesModel::sortField(column);
+    const QString field = QLatin1String(columns()[size_t(column)].field);
     if (library.sortField() != field)
         library.setSort(field, true);
     else if (library.sortAscending())
@@ -333,8 +318,8 @@ void ItemsPane::showSortIndicator() {
     const Library& library = controller_.library();
     QHeaderView* header = table_->horizontalHeader();
     int sorted = -1;
-    for (int column = 0; column < MoviesModel::columnTotal; ++column)
-        if (MoviesModel::sortField(column) == library.sortField()) sorted = column;
+    for (int column = 0; column < Column::tableTotal; ++column)
+        if (QLatin1String(columns()[size_t(column)].field) == library.sortField()) sorted = column;
     header->setSortIndicatorShown(sorted >= 0);
     if (sorted >= 0)
         header->setSortIndicator(sorted, library.sortAscending() ? Qt::AscendingOrder : Qt::DescendingOrder);
@@ -343,9 +328,8 @@ void ItemsPane::showSortIndicator() {
 void ItemsPane::showColumnsMenu(const QPoint& position) {
     QMenu menu(this);
     QHeaderView* header = table_->horizontalHeader();
-    for (int column = 0; column < MoviesModel::columnTotal; ++column) {
-        if (column == MoviesModel::nameColumn)
-            continue; // an item without a name could not be told from another
+    for (int column = 0; column < Column::tableTotal; ++column) {
+        if (column == Column::name) continue; // an item without a name could not be told from another
         QAction* action =
             menu.addAction(model_->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
         action->setCheckable(true);
@@ -362,7 +346,7 @@ void ItemsPane::restoreColumns() {
     const QByteArray stored = controller_.preferences().libraryWindowColumns();
     if (!stored.isEmpty()) table_->horizontalHeader()->restoreState(stored);
     table_->horizontalHeader()->setSectionsMovable(true);
-    table_->setColumnHidden(MoviesModel::nameColumn, false);
+    table_->setColumnHidden(Column::name, false);
     showSortIndicator();
     columnsChanged_.stop();
 }

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <unordered_set>
 #include <utility>
 
 namespace daylark {
@@ -21,17 +20,23 @@ bool isPassedOver(const Movie& movie) {
 
 void ViewerList::setMovies(Movies movies, qsizetype selectionIndex) {
     const std::shared_ptr<Movie> before = selectedMovie();
-    const Movies selectedBefore = selectedMovies();
     movies_ = std::move(movies);
     selection_ = movies_.empty() ? -1 : std::clamp<qsizetype>(selectionIndex, 0, count() - 1);
-    const bool sameMovie = selectedMovie() == before;
-    rows_.clear();
-    const std::unordered_set<std::shared_ptr<Movie>> kept(selectedBefore.begin(), selectedBefore.end());
-    for (qsizetype row = 0; row < count(); ++row)
-        if (row == selection_ || (sameMovie && kept.contains(movies_[size_t(row)]))) rows_.push_back(row);
+    rows_ = existingRows({selection_}, movies_.size());
     Q_EMIT moviesChanged();
-    if (!sameMovie) Q_EMIT selectionChanged(selection_);
+    if (selectedMovie() != before) Q_EMIT selectionChanged(selection_);
     Q_EMIT selectedMoviesChanged();
+}
+
+bool ViewerList::follow(Movies movies) {
+    const Rows shown = rowsElsewhere(movies_, existingRows({selection_}, movies_.size()), movies);
+    if (shown.empty()) return false;
+    rows_ = rowsElsewhere(movies_, rows_, movies);
+    selection_ = shown.front();
+    movies_ = std::move(movies);
+    Q_EMIT moviesChanged();
+    Q_EMIT selectedMoviesChanged();
+    return true;
 }
 
 void ViewerList::setSelectionIndex(qsizetype index) {
@@ -39,9 +44,7 @@ void ViewerList::setSelectionIndex(qsizetype index) {
 }
 
 void ViewerList::setSelectionIndexes(Rows rows) {
-    std::erase_if(rows, [this](qsizetype row) { return row < 0 || row >= count(); });
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    rows = existingRows(std::move(rows), movies_.size());
     if (rows.empty() || rows == rows_) return;
     const bool other = rows.front() != selection_;
     selection_ = rows.front();
@@ -53,10 +56,7 @@ void ViewerList::setSelectionIndexes(Rows rows) {
 void ViewerList::moveMovies(const Rows& rows, qsizetype dropRow) {
     Rows order(movies_.size()); // what stood where
     std::iota(order.begin(), order.end(), 0);
-    Rows ascending = rows;
-    std::sort(ascending.begin(), ascending.end());
-    ascending.erase(std::unique(ascending.begin(), ascending.end()), ascending.end());
-    moveRows(order, ascending, dropRow);
+    moveRows(order, existingRows(rows, movies_.size()), dropRow);
     if (std::is_sorted(order.begin(), order.end())) return;
     const Rows selectedBefore = std::exchange(rows_, {});
     const qsizetype shownBefore = selection_;

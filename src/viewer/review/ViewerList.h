@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Movie.h"
+#include "model/ItemPlaces.h"
 
 #include <QObject>
 
@@ -16,11 +16,13 @@ class ViewerList : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
-    using Movies = std::vector<std::shared_ptr<Movie>>;
-    using Rows = std::vector<qsizetype>; ///< ascending
+    using Movies = ItemList;
+    using Rows = ItemRows;
 
-    /// Movies that were selected beside the one on screen stay selected, as long as that one stays.
-    void setMovies(Movies movies, qsizetype selectionIndex);
+    void setMovies(Movies movies, qsizetype selectionIndex); ///< another list; that one only is selected
+    /// The list as it is arranged now: what is on screen and what is selected beside it stay, wherever they
+    /// stand in it. False, and nothing changes, when the item on screen is not in it.
+    bool follow(Movies movies);
     [[nodiscard]] const Movies& movies() const { return movies_; }
     [[nodiscard]] qsizetype count() const { return qsizetype(movies_.size()); }
     [[nodiscard]] qsizetype selectionIndex() const {
