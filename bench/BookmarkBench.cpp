@@ -1,5 +1,5 @@
 #include "demo/MovieMaker.h"
-#include "model/ReviewEdits.h"
+#include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
 #include "platform/Panels.h"

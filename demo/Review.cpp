@@ -106,6 +106,7 @@ private:
     void lookAround();
     void reviewInViewer();
     void drawAndGrade();
+    void undoAndRedo();
     void exportAndSave();
     void startAgain();
     void checkFiles();
@@ -283,6 +284,7 @@ void Review::reviewInViewer() {
           QStringLiteral("Set Thumbnail Image takes the picture shown"));
     shot(QStringLiteral("viewer.png"));
     drawAndGrade();
+    undoAndRedo();
     robot_.key(QStringLiteral("ctrl+w"));
     check(robot_.waitFor([&] { return !viewer().isVisible() && library().isVisible(); }),
           QStringLiteral("Ctrl+W closes the viewer"));
@@ -332,6 +334,39 @@ void Review::drawAndGrade() {
     }),
           QStringLiteral("H puts all panels away"));
     shot(QStringLiteral("viewer-alone.png"));
+}
+
+/// Back to before the flag and forth again, a step at a time, by the keyboard.
+void Review::undoAndRedo() {
+    const UndoHistory& history = controller().edits().history();
+    const auto strokes = [this] {
+        const auto& bookmarks = firstMovie().bookmarkStore;
+        return bookmarks.empty() ? size_t(0) : bookmarks.front()->drawings.strokesArray.size();
+    };
+    const QString flag = firstMovie().flagString;
+    check(history.undoText() == QLatin1String("Undo Grade"), QStringLiteral("the last step is the grade"));
+    robot_.key(QStringLiteral("ctrl+z"));
+    check(robot_.waitFor([&] { return firstMovie().grade().isNeutral(); }),
+          QStringLiteral("Ctrl+Z takes the grade back"));
+    robot_.key(QStringLiteral("ctrl+z"));
+    check(robot_.waitFor([&] { return strokes() == 0; }), QStringLiteral("then the stroke"));
+    int steps = 2;
+    for (; steps < 10 && firstMovie().flagString == flag && history.canUndo(); ++steps) {
+        const QString text = history.undoText();
+        robot_.key(QStringLiteral("ctrl+z"));
+        static_cast<void>(robot_.waitFor([&] { return history.undoText() != text; }));
+    }
+    check(firstMovie().flagString == QLatin1String("900") && firstMovie().bookmarkStore.empty(),
+          QStringLiteral("and in the end the flag, with note and bookmark gone before it"));
+    shot(QStringLiteral("viewer-undone.png"));
+    for (; steps > 0; --steps) {
+        const QString text = history.redoText();
+        robot_.key(QStringLiteral("ctrl+shift+z"));
+        static_cast<void>(robot_.waitFor([&] { return history.redoText() != text; }));
+    }
+    check(firstMovie().flagString == flag && strokes() == 1 && !firstMovie().grade().isNeutral() &&
+              firstMovie().notes && firstMovie().notes->string() == demoNote,
+          QStringLiteral("Ctrl+Shift+Z brings everything back"));
 }
 
 /// Sends the keys and answers the save panel that they open. The panel runs a loop of its own inside the

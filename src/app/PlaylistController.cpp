@@ -8,7 +8,6 @@
 #include <QDir>
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace daylark {
 
@@ -60,28 +59,13 @@ void PlaylistController::connectParts() {
         unsavedSince_.invalidate();
         sessionFiles_.saveTempSession();
     });
-    connect(&edits_, &ReviewEdits::movieChanged, this, [this](const std::shared_ptr<Movie>& movie) {
-        library_.announceMovie(movie);
-        sessionFiles_.setSessionIsModified(true);
-        noteEdit();
-    });
-    connect(&edits_, &ReviewEdits::bookmarkChanged, this, [this](const std::shared_ptr<Movie>& movie) {
-        library_.announceMovie(movie);
-        sessionFiles_.setSessionIsModified(true);
-        noteEdit();
-    });
-    connect(&edits_, &ReviewEdits::playlistChanged, this, [this](const std::shared_ptr<Playlist>& playlist) {
-        library_.announcePlaylist(playlist);
-        sessionFiles_.setSessionIsModified(true);
-        noteEdit();
-    });
-    connect(&library_, &Library::contentEdited, this, &PlaylistController::noteEdit);
+    connect(&edits_.store(), &ReviewStore::applied, this, &PlaylistController::noteEdit);
+    connect(&edits_.history(), &UndoHistory::moved, this, &PlaylistController::showPlace);
     // The viewer goes through the same list: it follows as long as its movie is in it.
     connect(&library_, &Library::arrangedMoviesChanged, this, [this] {
         if (playerWindow_.isOpen() && playerWindow_.list().follow(library_.arrangedMovies()))
             viewerPlaylist_ = library_.selectedPlaylist();
     });
-    connect(&thumbnails_, &Thumbnails::idle, this, &PlaylistController::noteEdit);
     connect(&sessionFiles_, &SessionFiles::sessionImported, this, [this] {
         fileStates_.updateAllFilePaths();
         sessionMigration_.checkMovies();
@@ -89,7 +73,6 @@ void PlaylistController::connectParts() {
     connect(&sessionMigration_, &SessionMigration::questionDismissed, this, &PlaylistController::terminate,
             Qt::QueuedConnection);
     connect(&sessionFiles_, &SessionFiles::bringToFront, this, &PlaylistController::libraryToFront);
-    connect(&playerWindow_, &MoviePlayerController::movieProbed, &library_, &Library::announceMovie);
     connect(&mediaAdding_, &MediaAdding::openedFromDesktop, this, [this](bool launchViewer) {
         mHidePlaylistWindow_ = true;
         if (launchViewer) loadMovieWindow();
@@ -197,19 +180,25 @@ void PlaylistController::viewerShowsMovie(qsizetype index) {
 
 // Items of the playlist that the viewer doesn't go through keep their places.
 void PlaylistController::viewerReordered() {
-    const Library::Movies& shown = playerWindow_.list().movies();
-    qint64 number = 1;
-    for (const auto& movie : shown)
-        movie->sortOrder = number++;
-    if (const auto playlist = viewerPlaylist_.lock()) {
-        const std::unordered_set<std::shared_ptr<Movie>> moved(shown.begin(), shown.end());
-        ObjectList<Movie> list = playlist->movieList;
-        auto next = shown.begin();
-        for (auto& movie : list)
-            if (moved.contains(movie) && next != shown.end()) movie = *next++;
-        edits_.setMovieList(playlist, list);
-    }
+    if (const auto playlist = viewerPlaylist_.lock())
+        playlistEditing_.setOrder(playlist, playerWindow_.list().movies());
     library_.setSort(QStringLiteral("sortOrder"), true);
+}
+
+/// What a step that was taken back or done again changed is selected. Of several lists with the item, the one on
+/// screen will do.
+void PlaylistController::showPlace(const ReviewPlace& place) {
+    const auto& playlists = library_.playlists();
+    const auto holds = [&place](const std::shared_ptr<Playlist>& playlist) {
+        const auto& list = playlist->movieList;
+        return std::find(list.begin(), list.end(), place.movie) != list.end();
+    };
+    auto playlist = std::find(playlists.begin(), playlists.end(), place.playlist);
+    const auto shown = library_.selectedPlaylist();
+    if (playlist == playlists.end() && place.movie && !(shown && holds(shown)))
+        playlist = std::find_if(playlists.begin(), playlists.end(), holds);
+    if (playlist != playlists.end()) library_.selectPlaylist(playlist - playlists.begin());
+    if (place.movie) library_.selectMovie(place.movie);
 }
 
 void PlaylistController::saveTempSession() {

@@ -9,7 +9,7 @@
 #include "app/sessions/SessionFiles.h"
 #include "app/sessions/SessionMigration.h"
 #include "app/files/Thumbnails.h"
-#include "model/ReviewEdits.h"
+#include "review/ReviewEdits.h"
 #include "platform/Desktop.h"
 #include "viewer/LibraryLink.h"
 #include "viewer/MoviePlayerController.h"
@@ -88,11 +88,12 @@ private:
     void connectParts();
     void sessionIsThere(bool restored);
     void noteEdit();
+    void showPlace(const ReviewPlace& place);
     void probeWhatWasLeft();
 
     Surroundings surroundings_;
     ReviewEdits edits_;
-    Library library_;
+    Library library_{edits_.store()};
     ProgressBoard progress_;
     Thumbnails thumbnails_;
     FileStates fileStates_;

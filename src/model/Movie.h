@@ -35,7 +35,7 @@ struct FileReference {
 [[nodiscard]] FileCheck checkFile(const FileReference& reference); ///< worker threads
 
 /// One media item and everything that the reviewer recorded about it. May stand in several playlists (one object). Fields are
-/// the record; changes by the user go through `ReviewEdits`, which announces them. Interface thread.
+/// the record; whoever changes them goes through the review store, which announces it. Interface thread.
 class Movie : public Archivable {
 public:
     Movie(); ///< a record as decoding leaves it before any key is read

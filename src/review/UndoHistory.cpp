@@ -68,15 +68,13 @@ public:
 
     /// Forgets what it did to these; true when nothing is left.
     bool forget(const std::unordered_set<RecordId>& gone) {
-        std::erase_if(changes_, [&](const Change& change) {
-            if (isIn(gone, change.record)) return true;
-            if (!ReviewRecords::isList(change.field)) return false;
-            RecordIds named = recordIdsOf(change.before);
-            const RecordIds after = recordIdsOf(change.after);
-            named.insert(named.end(), after.begin(), after.end());
-            return !named.empty() &&
-                   std::all_of(named.begin(), named.end(), [&](RecordId id) { return isIn(gone, id); });
-        });
+        Changes left;
+        for (Change& change : changes_) {
+            if (isIn(gone, change.record)) continue;
+            if (ReviewRecords::isList(change.field) && !forgetIn(change, gone)) continue;
+            left.push_back(std::move(change));
+        }
+        changes_ = std::move(left);
         setObsolete(changes_.empty());
         return changes_.empty();
     }
@@ -91,6 +89,7 @@ public:
 
 private:
     void addTo(ReviewPlace& place, const Change& change) const;
+    bool forgetIn(Change& change, const std::unordered_set<RecordId>& gone) const;
 
     ReviewStore& store_;
     EditInfo info_;
@@ -98,6 +97,22 @@ private:
     quint64 run_;
     bool isNew_ = true;
 };
+
+/// Takes these out of a list's change; false when it has nothing else to do.
+bool UndoHistory::Step::forgetIn(Change& change, const std::unordered_set<RecordId>& gone) const {
+    bool less = false;
+    for (Value* part : {&change.before, &change.after}) {
+        RecordIds ids = recordIdsOf(*part);
+        if (std::erase_if(ids, [&gone](RecordId id) { return isIn(gone, id); }) == 0) continue;
+        *part = listOfRecordIds(ids);
+        less = true;
+    }
+    if (!less) return true;
+    std::erase_if(change.keeps, [&](const std::shared_ptr<Archivable>& record) {
+        return isIn(gone, store_.records().knownId(record.get()));
+    });
+    return recordIdsOf(change.before) != recordIdsOf(change.after);
+}
 
 /// The first record of each kind that a step names.
 void UndoHistory::Step::addTo(ReviewPlace& place, const Change& change) const {
@@ -216,6 +231,7 @@ void UndoHistory::redo() {
 }
 
 void UndoHistory::go(bool forwards) {
+    Q_EMIT aboutToMove();
     if (forwards ? !stack_.canRedo() : !stack_.canUndo()) return;
     endRun();
     const auto& step = static_cast<const Step&>(*stack_.command(forwards ? stack_.index() : stack_.index() - 1));

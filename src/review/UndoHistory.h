@@ -47,6 +47,7 @@ public:
     void holdRun();
 
 Q_SIGNALS:
+    void aboutToMove(); ///< whoever holds what is being typed hands it in now
     void changed(); ///< which steps there are, or their texts
     void moved(const daylark::ReviewPlace& place);
 

@@ -4,7 +4,7 @@
 #include "app/program/ProgressBoard.h"
 #include "app/sessions/SessionFiles.h"
 #include "app/files/Thumbnails.h"
-#include "model/ReviewEdits.h"
+#include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
 #include "tool/RecordJson.h"
@@ -50,7 +50,8 @@ void waitFor(const Object& object, Signal signal, Done done) {
 
 /// The library itself adds the files, so that the tool's sessions are the library's.
 void makeSession(ToolContext& context, const QString& out, const std::vector<NamedPaths>& playlists) {
-    Library library;
+    ReviewStore store;
+    Library library(store);
     ProgressBoard progress;
     ScriptedAlerts alerts;
     ScriptedPanels panels;

@@ -27,7 +27,7 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     : QObject(parent)
     , surroundings_(surroundings)
     , transport_(current_, surroundings.player, list_, surroundings.preferences)
-    , time_(current_, surroundings.player, surroundings.preferences)
+    , time_(current_, surroundings.player, surroundings.edits, surroundings.preferences)
     , range_(current_, surroundings.player, transport_, surroundings.preferences, surroundings.alerts)
     , bookmarks_(current_, surroundings.player, transport_, time_, range_, surroundings.edits,
                  surroundings.alerts, surroundings.preferences)
@@ -69,6 +69,7 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     Player& player = surroundings_.player;
     connect(&player, &Player::opened, this, &MoviePlayerController::movieOpened);
     connect(&surroundings_.edits, &ReviewEdits::movieChanged, this, &MoviePlayerController::followMovieSound);
+    connect(&surroundings_.edits.history(), &UndoHistory::moved, this, &MoviePlayerController::showPlace);
     connect(&player, &Player::openFailed, this, &MoviePlayerController::movieOpenFailed);
     connect(&player, &Player::frameShown, this, &MoviePlayerController::firstPictureShown);
 }
@@ -92,7 +93,8 @@ void MoviePlayerController::open(std::vector<std::shared_ptr<Movie>> movies, qsi
 void MoviePlayerController::storeLastFrameVisited() {
     if (currentMovie() && surroundings_.player.isOpen()) {
         previousTime_ = surroundings_.player.currentTime();
-        currentMovie()->mLastFrameVisited = previousTime_;
+        surroundings_.edits.refresh(currentMovie(),
+                                    [this](Movie& movie) { movie.mLastFrameVisited = previousTime_; });
     }
 }
 
@@ -131,7 +133,8 @@ void MoviePlayerController::openCurrentMovie() {
         WorkQueue::deliver(this, [this, opening, check = checkFile(file)] {
             if (opening != opening_ || !currentMovie()) return; // another movie by now
             if (check.found && check.path != currentMovie()->filepathString) {
-                currentMovie()->applyFileCheck(check);
+                surroundings_.edits.refresh(currentMovie(),
+                                            [&check](Movie& movie) { movie.applyFileCheck(check); });
                 Q_EMIT movieProbed(currentMovie());
             }
             surroundings_.player.open(check.path, soundOf(*currentMovie()));
@@ -147,6 +150,7 @@ void MoviePlayerController::movieOpened() {
     transport_.applyStartPosition(previousTime_);
     transport_.setQTAttributes();
     transport_.resumeAfterMovieChange();
+    if (const qint64 frame = std::exchange(frameOfStep_, -1); frame > 0) transport_.goToFrame(frame, 0.3);
     geometry_.setConstrainViewerProportions();
     range_.setPlaybackRange();
     Q_EMIT movieLoading(false);
@@ -154,6 +158,21 @@ void MoviePlayerController::movieOpened() {
     if (library_) library_->viewerShowsMovie(list_.selectionIndex());
     bookmarks_.sortBookmarks();
     bookmarks_.loadActiveBookmarks();
+}
+
+/// A step that was taken back or done again is looked at: its movie, at its frame.
+void MoviePlayerController::showPlace(const ReviewPlace& place) {
+    if (!open_ || !place.movie) return;
+    const auto& movies = list_.movies();
+    const auto found = std::find(movies.begin(), movies.end(), place.movie);
+    if (found == movies.end()) return;
+    if (transport_.isRunning()) transport_.pauseMovie();
+    if (place.movie == currentMovie()) {
+        if (place.frame > 0 && surroundings_.player.isOpen()) bookmarks_.goToFrame(place.frame);
+    } else {
+        frameOfStep_ = place.frame;
+        list_.setSelectionIndex(found - movies.begin());
+    }
 }
 
 void MoviePlayerController::movieOpenFailed(const QString&) {
@@ -206,8 +225,10 @@ void MoviePlayerController::loadTimeCodeData() {
 void MoviePlayerController::probed(const std::weak_ptr<Movie>& weakMovie, const Result<ProbeResult>& result) {
     const std::shared_ptr<Movie> movie = weakMovie.lock();
     if (!movie || !result) return;
-    applyLegacyProperties(*movie, result->legacy);
-    applyAssetProperties(*movie, result->asset); // has the last word
+    surroundings_.edits.refresh(movie, [&result](Movie& read) {
+        applyLegacyProperties(read, result->legacy);
+        applyAssetProperties(read, result->asset); // has the last word
+    });
     if (movie == currentMovie()) {
         scene_.refreshPlace(); // its size may be known better
         time_.setOverlayInfoStatic();
@@ -280,11 +301,7 @@ void MoviePlayerController::copyTimecode() {
 }
 
 void MoviePlayerController::updateMovieIcons() {
-    if (!currentMovie()) return;
-    currentMovie()->displayNotesIcon();
-    currentMovie()->displayGradeIcon();
-    currentMovie()->displayDrawingIcon();
-    currentMovie()->displayBookmarkIcon();
+    if (currentMovie()) surroundings_.edits.refreshIcons(currentMovie());
 }
 
 void MoviePlayerController::followMovieSound() {

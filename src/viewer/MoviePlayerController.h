@@ -3,7 +3,7 @@
 #include "base/work/WorkQueue.h"
 #include "media/facts/MovieProbe.h"
 #include "model/Movie.h"
-#include "model/ReviewEdits.h"
+#include "review/ReviewEdits.h"
 #include "platform/Sender.h"
 #include "viewer/CurrentMovie.h"
 #include "viewer/ViewerInput.h"
@@ -116,6 +116,7 @@ private:
     void leaveCurrentMovie();
     void openCurrentMovie();
     void storeLastFrameVisited();
+    void showPlace(const ReviewPlace& place);
     void firstPictureShown();
     void loadTimeCodeData();
     [[nodiscard]] QString selectedTexts(QString Movie::*field) const; ///< one a line
@@ -141,6 +142,7 @@ private:
     NeighbourMovies neighbours_;
     QTimer timer_;
     MediaTime previousTime_;
+    qint64 frameOfStep_ = -1; ///< to show once the movie of a step stands
     bool open_ = false;
     quint64 opening_ = 0; ///< counts the movies shown, so that a late answer is told from the newest one
     bool probeDue_ = false; ///< the movie's properties are read once its first picture stands

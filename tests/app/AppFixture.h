@@ -6,6 +6,7 @@
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
 #include "support/PlayerBench.h"
+#include "support/Replica.h"
 
 #include <QDir>
 #include <QFile>
@@ -35,13 +36,24 @@ public:
 /// A whole library without a window, on real files; it can end and start again.
 class AppFixture : public ::testing::Test {
 protected:
-    void TearDown() override { controller.reset(); }
+    void TearDown() override { end(); }
+
+    /// Whatever changed the records was announced.
+    void end() {
+        if (replica) {
+            EXPECT_TRUE(replica->isTrue()) << replica->difference().toStdString();
+        }
+        replica.reset();
+        controller.reset();
+    }
+
 
     void start() {
         preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
         player = std::make_unique<Player>(clock);
         controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
             *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
+        replica = std::make_unique<test::Replica>(controller->edits().store());
         bool started = false;
         QObject::connect(controller.get(), &PlaylistController::started, [&started] { started = true; });
         controller->awake();
@@ -49,12 +61,12 @@ protected:
     }
     void quit() {
         controller->applicationWillTerminate();
-        controller.reset();
+        end();
         player.reset();
         preferences.reset();
     }
     void crash() { // nothing is told, nothing is written by hand
-        controller.reset();
+        end();
         player.reset();
         preferences.reset();
     }
@@ -124,6 +136,7 @@ protected:
     NotedBrowser browser;
     std::unique_ptr<Player> player;
     std::unique_ptr<PlaylistController> controller;
+    std::unique_ptr<test::Replica> replica;
 };
 
 } // namespace daylark::test

@@ -75,7 +75,7 @@ TEST_F(MediaStatesTest, ResultsOfItemsThatAreGoneAreDroppedAndTheQueueGoesOn) {
     add(files);
     const std::weak_ptr<Movie> gone = library().arrangedMovies()[0];
     const auto kept = library().arrangedMovies()[5];
-    library().removeMovies(library().selectedPlaylist(), {gone.lock()});
+    library().removeMovies(library().selectedPlaylist(), {gone.lock()}, EditKind::final);
     EXPECT_TRUE(gone.expired()); // the queue holds nothing alive
     controller->thumbnails().prioritise({kept});
     settleThumbnails();
@@ -196,7 +196,9 @@ TEST_F(MediaStatesTest, TheViewerFindsAMovedFileAsTheLibraryDoes) {
     preferences->networkMode.set(false);
     library().selectMovies({0});
     controller->loadMovieWindow();
-    ASSERT_TRUE(waitUntil([this] { return player->isOpen() || !alerts.shown.empty(); }));
+    ASSERT_TRUE(waitUntil([this] {
+        return (player->isOpen() && player->pictureIsCurrent()) || !alerts.shown.empty();
+    }));
     EXPECT_TRUE(alerts.shown.empty());
     EXPECT_EQ(movie->filepathString, path(u"new.mov"_s));
     ASSERT_TRUE(waitUntil([this] { return player->pictureIsCurrent(); }));

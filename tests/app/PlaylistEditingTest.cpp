@@ -48,7 +48,7 @@ TEST_F(PlaylistEditingTest, MovingItemsRenumbersThemAndShowsThePlaylistsOwnOrder
     library().setSort(u"filenameString"_s, true);
     EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"b.mov"_s, u"c.mov"_s, u"d.mov"_s, u"e.mov"_s}));
     library().selectMovies({1, 3});
-    editing().moveMovies({1, 3}, 0); // rows of what is shown
+    editing().moveMovies(library().moviesAt({1, 3}), library().movieAt(0)); // rows of what is shown
     EXPECT_EQ(shownNames(), (QStringList{u"b.mov"_s, u"d.mov"_s, u"a.mov"_s, u"c.mov"_s, u"e.mov"_s}));
     EXPECT_EQ(shownNumbers(), (std::vector<qint64>{1, 2, 3, 4, 5}));
     EXPECT_EQ(library().selectedMovieRows(), (Library::Rows{0, 1})); // the same records
@@ -57,7 +57,7 @@ TEST_F(PlaylistEditingTest, MovingItemsRenumbersThemAndShowsThePlaylistsOwnOrder
 
     addPlaylist(u"Other"_s, {});
     library().selectPlaylists({0, 1});
-    editing().moveMovies({0}, 5);
+    editing().moveMovies(library().moviesAt({0}), nullptr);
     EXPECT_EQ(alerts.shown.back().message, u"Too many playlists selected"_s);
     EXPECT_EQ(playlist->movieList.front()->filenameString, u"b.mov"_s);
 }

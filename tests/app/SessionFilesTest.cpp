@@ -180,7 +180,7 @@ TEST_F(SessionFilesTest, TheTemporarySessionHasFiveKeysAndASixthWithASelection) 
     library().selectPlaylist(0);
     // Several in a row while one is being written join in one more, which holds the last state.
     for (int i = 0; i < 20; ++i) {
-        library().playlists()[0]->name = u"Name %1"_s.arg(i);
+        controller->edits().setPlaylistName(library().playlists()[0], u"Name %1"_s.arg(i));
         sessionFiles().saveTempSession();
     }
     settleFiles();

@@ -212,7 +212,7 @@ TEST_F(SessionMigrationTest, ChangedSoundIsFoundInAnyPlaylist) {
     addPlaylist(u"A"_s, {u"a.mov"_s});
     const auto second = addPlaylist(u"B"_s, {u"b.mov"_s, u"c.mov"_s});
     EXPECT_FALSE(controller->sessionMigration().checkForModifiedAudio());
-    second->movieList[1]->removeOriginalMovieAudio();
+    controller->edits().refresh(second->movieList[1], [](Movie& movie) { movie.removeOriginalMovieAudio(); });
     library().selectPlaylist(0);
     EXPECT_TRUE(controller->sessionMigration().checkForModifiedAudio());
 }

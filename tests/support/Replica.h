@@ -2,6 +2,7 @@
 
 #include "archive/KeyedArchive.h"
 #include "model/Session.h"
+#include "review/RecordFields.h"
 #include "review/ReviewStore.h"
 
 #include <QObject>
@@ -59,6 +60,32 @@ public:
 
     [[nodiscard]] bool isTrue() const {
         return valid_ && archiveOf(copy_->playlists()) == archiveOf(store_.playlists());
+    }
+    /// Which fields of which items were changed without a word.
+    [[nodiscard]] QString difference() const {
+        QStringList found;
+        const auto& real = store_.playlists();
+        const auto& copies = copy_->playlists();
+        for (size_t list = 0; list < std::min(real.size(), copies.size()); ++list) {
+            const auto& items = real[list]->movieList;
+            const auto& others = copies[list]->movieList;
+            for (const Change& change : fields::differences(0, *real[list], *copies[list]))
+                found << change.field;
+            if (items.size() != others.size()) found << fields::movieList;
+            for (size_t at = 0; at < std::min(items.size(), others.size()); ++at) {
+                for (const Change& change : fields::differences(0, *items[at], *others[at]))
+                    found << change.field;
+                const auto& marks = items[at]->bookmarkStore;
+                const auto& otherMarks = others[at]->bookmarkStore;
+                if (marks.size() != otherMarks.size()) found << fields::bookmarkStore;
+                for (size_t mark = 0; mark < std::min(marks.size(), otherMarks.size()); ++mark)
+                    for (const Change& change : fields::differences(0, *marks[mark], *otherMarks[mark]))
+                        found << change.field;
+            }
+        }
+        if (real.size() != copies.size()) found << fields::playlists;
+        found.removeDuplicates();
+        return found.join(QLatin1Char(' '));
     }
     [[nodiscard]] const ReviewRecords::Playlists& playlists() const { return copy_->playlists(); }
 

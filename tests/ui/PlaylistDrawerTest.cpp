@@ -131,7 +131,7 @@ TEST_F(PlaylistDrawerTest, SeveralMoviesAreFlaggedAtOnceAndShowTheNameOfThePrefe
     }
     window->commands().action(QStringLiteral("viewer.copyFilename"))->trigger();
     EXPECT_EQ(pasteboard.content.count(QLatin1Char('\n')), 2);
-    movies[2]->creatingThumbnailText = fileNotFoundText;
+    edits.refresh(movies[2], [](Movie& movie) { movie.creatingThumbnailText = fileNotFoundText; });
     EXPECT_EQ(nameOf(2), QStringLiteral("File not found"));
     click(1, Qt::ControlModifier); // the first goes, the next of them is shown
     ASSERT_TRUE(settled());

@@ -19,7 +19,7 @@ TEST_F(MoviePlayerControllerTest, LeavingAMovieStoresItsPlaceAndEndsItsLoops) {
     show({first, second});
     const auto looping = std::make_shared<Bookmark>(3, 4, 24.0f);
     looping->loopStatus = true;
-    first->bookmarkStore = {looping};
+    edits.addBookmarks(first, {looping});
     goTo(37);
     transport.displayNextMovie();
     EXPECT_EQ(player.currentFrame(), 0) << "the old movie is left at once";

@@ -83,13 +83,11 @@ TEST_F(MovieSoundTest, TheMovieIsHeardWithTheSoundThatItsRecordSays) {
     show({movie});
     expectBeeps(beepsFromTheBeginning(2.1), {0, 1, 2});
 
-    movie->removeOriginalMovieAudio();
-    controller.updateGUI();
+    edits.refresh(movie, [](Movie& m) { m.removeOriginalMovieAudio(); });
     EXPECT_TRUE(fallsSilent()) << "in the middle of a run, too";
     EXPECT_EQ(player.rate(), 1.0f);
 
-    movie->addAudioFile(createFileBookmark(added));
-    Q_EMIT edits.movieChanged(movie, u"mUserAudioTrackBookmarkData"_qs, {});
+    edits.refresh(movie, [this](Movie& m) { m.addAudioFile(createFileBookmark(added)); });
     expectBeeps(beepsFromTheBeginning(4.6),
                 {0.5, 2.5, 4.5}); // silent after its end, and again with the movie
 
@@ -97,8 +95,7 @@ TEST_F(MovieSoundTest, TheMovieIsHeardWithTheSoundThatItsRecordSays) {
     ASSERT_TRUE(settled());
     expectBeeps(beepsFromTheBeginning(0.6), {0.5});
 
-    movie->revertToOriginalMovieAudio();
-    controller.updateGUI();
+    edits.refresh(movie, [](Movie& m) { m.revertToOriginalMovieAudio(); });
     expectBeeps(beepsFromTheBeginning(1.1), {0, 1});
 }
 

@@ -31,7 +31,8 @@ TEST_F(NeighbourMoviesTest, EveryStartPositionIsForeseenWhereTheTransportPutsIt)
             controller.list().setSelectionIndex(1);
             ASSERT_TRUE(settled());
             EXPECT_EQ(player.currentFrame(), foreseen.frameIn(player.index(), false)) << start << trimmed;
-            movie->mLastFrameVisited = {17 * 512 + 3, 24 * 512}; // leaving it notes where it stood
+            // Leaving it notes where it stood.
+            edits.refresh(movie, [](Movie& m) { m.mLastFrameVisited = {17 * 512 + 3, 24 * 512}; });
         }
 }
 

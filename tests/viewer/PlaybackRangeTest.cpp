@@ -139,7 +139,7 @@ TEST_F(PlaybackRangeTest, HandlesEditedElsewhereAreAppliedAtOnce) {
 TEST_F(PlaybackRangeTest, HandleRangeAndBookmarkLoopEndEachOther) {
     showFrames(100);
     const auto looping = std::make_shared<Bookmark>(30, 5, 24.0f);
-    controller.currentMovie()->bookmarkStore = {looping};
+    edits.addBookmarks(controller.currentMovie(), {looping});
     range.toggleTrimHandles();
     looping->loopStatus = true;
     range.loopRange(30, 34);

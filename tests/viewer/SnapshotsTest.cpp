@@ -29,7 +29,8 @@ protected:
 TEST_F(SnapshotsTest, NamesFollowTheirFormatAndSource) {
     showFrames(48);
     goTo(42);
-    controller.currentMovie()->filenameString = QStringLiteral("my clip.v2.mov");
+    edits.refresh(controller.currentMovie(),
+                  [](Movie& movie) { movie.filenameString = QStringLiteral("my clip.v2.mov"); });
     EXPECT_EQ(snapshots.proposedName(), QStringLiteral("my_clip.v2.0042.jpg"));
     preferences.snapshotFilenameFormat.set(SnapshotNameFormat::snapshotNumberLast);
     preferences.snapshotFileFormat.set(SnapshotFormat::tiff);

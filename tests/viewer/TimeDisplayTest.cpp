@@ -47,8 +47,10 @@ TEST_F(TimeDisplayTest, ElapsedTimeFollowsThePositionAndRatesShowAtMostThreeDigi
     EXPECT_EQ(time.currentTimeForDisplay(), QStringLiteral("00:00"));
     goTo(25);
     EXPECT_EQ(time.currentTimeForDisplay(), QStringLiteral("00:01"));
-    controller.currentMovie()->mMovieFPS = 23.976f;
-    controller.currentMovie()->mMovieDurationSeconds = 3600;
+    edits.refresh(controller.currentMovie(), [](Movie& movie) {
+        movie.mMovieFPS = 23.976f;
+        movie.mMovieDurationSeconds = 3600;
+    });
     time.setOverlayInfoStatic();
     EXPECT_EQ(time.approxFrameRate(), QStringLiteral("(23.976fps)"));
     EXPECT_EQ(controller.currentMovie()->durationText, QStringLiteral("1:00:00"));
@@ -72,7 +74,7 @@ TEST_F(TimeDisplayTest, RecordsWithoutARateOrWithAnAbsurdOneHarmNothing) {
     goTo(49);
     for (const float rate : {0.0f, 0.2f, -24.0f, 1e30f, std::numeric_limits<float>::quiet_NaN(),
                              std::numeric_limits<float>::infinity()}) {
-        controller.currentMovie()->mMovieFPS = rate;
+        edits.refresh(controller.currentMovie(), [rate](Movie& movie) { movie.mMovieFPS = rate; });
         time.setOverlayInfoStatic();
         time.setOverlayInfoDynamic();
         EXPECT_EQ(time.currentFrameNumber(), 49);

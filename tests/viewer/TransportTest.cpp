@@ -153,7 +153,7 @@ TEST_F(TransportTest, EachStartPositionPlacesAMovieThatWasNeverProbed) {
         show({before, movie});
         goTo(20);
         preferences.loadFrame.store(QString::fromLatin1(choice));
-        movie->mLastFrameVisited = {41 * 25, 600};
+        edits.refresh(movie, [](Movie& m) { m.mLastFrameVisited = {41 * 25, 600}; });
         controller.list().setSelectionIndex(1);
         ASSERT_TRUE(settled());
         EXPECT_EQ(bench::pictureNumber(player), frame) << choice;

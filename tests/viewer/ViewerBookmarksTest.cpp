@@ -69,7 +69,7 @@ TEST_F(ViewerBookmarksTest, TextsOfAllActiveBookmarksAreJoinedAndFollowThePositi
     EXPECT_EQ(bookmarks.overlayTextData(), QStringLiteral("  A"));
     goTo(26);
     EXPECT_EQ(bookmarks.overlayTextData(), QString());
-    edits.editBookmark(controller.currentMovie(), bookmarks.bookmarks()[1],
+    edits.editBookmark(controller.currentMovie(), bookmarks.bookmarks()[1], {},
                        [](Bookmark& b) { b.lastFrame = 26; });
     EXPECT_EQ(bookmarks.overlayTextData(), QStringLiteral("  B")) << "edits by others show as well";
 }
@@ -119,7 +119,7 @@ TEST_F(ViewerBookmarksTest, ATypedLengthMovesTheLastFrameAndNothingBelowOneIsTak
     bookmarks.setDuration(second, 0);
     bookmarks.setDuration(second, -5);
     EXPECT_EQ(second->duration, 24);
-    edits.editBookmark(controller.currentMovie(), second, [](Bookmark& b) { b.duration = 2; });
+    edits.editBookmark(controller.currentMovie(), second, {}, [](Bookmark& b) { b.duration = 2; });
     press(bookmarkTag::fromDuration, second);
     EXPECT_EQ(second->lastFrame, 11);
 }
@@ -219,7 +219,7 @@ TEST_F(ViewerBookmarksTest, CopiesAreIndependentAndGoFromMovieToMovie) {
     show({one, other});
     const auto loud = mark(10, 20), muted = mark(5, 6);
     bookmarks.setOverlayString(loud, QStringLiteral("boom"));
-    loud->addDrawingToBookmark(strokesOf(1, Qt::red));
+    edits.editBookmark(one, loud, {}, [](Bookmark& b) { b.addDrawingToBookmark(strokesOf(1, Qt::red)); });
     press(bookmarkTag::mute, muted);
     bookmarks.copySelectedBookmarks({QStringLiteral("Copy Unmuted Bookmarks"), 0});
     bookmarks.setOverlayString(loud, QStringLiteral("changed since"));
@@ -277,7 +277,7 @@ TEST_F(ViewerBookmarksTest, DrawingsOfAllActiveBookmarksStandTogetherInTheirOrde
     EXPECT_EQ(bookmarks.activeDrawings(), both);
     goTo(13);
     EXPECT_EQ(changed.count(), 1) << "the same drawings on the next frame";
-    edits.editBookmark(controller.currentMovie(), bookmarks.bookmarks()[1],
+    edits.editBookmark(controller.currentMovie(), bookmarks.bookmarks()[1], {},
                        [](Bookmark& b) { b.removeLastStrokeFromDrawing(); });
     EXPECT_EQ(changed.count(), 2);
     EXPECT_EQ(bookmarks.activeDrawings().strokes.size(), 2u);

@@ -5,6 +5,7 @@
 #include "platform/Panels.h"
 #include "support/PlayerBench.h"
 #include "support/PreparedPreferences.h"
+#include "support/Replica.h"
 #include "viewer/LibraryLink.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -46,6 +47,9 @@ protected:
         controller.setLibrary(&library);
     }
 
+    /// Whatever changed the records was announced.
+    void TearDown() override { EXPECT_TRUE(replica.isTrue()) << replica.difference().toStdString(); }
+
     static std::shared_ptr<Movie> record(const QString& path) { return std::make_shared<Movie>(path); }
 
     /// Waits until the selected movie's picture stands.
@@ -53,6 +57,9 @@ protected:
         return bench::waitUntil([this] { return player.isOpen() && player.pictureIsCurrent(); });
     }
     void show(const std::vector<std::shared_ptr<Movie>>& movies, qsizetype index = 0) {
+        auto list = std::make_shared<Playlist>();
+        list->movieList.assign(movies.begin(), movies.end());
+        edits.store().replaceSession({list});
         controller.open(movies, index);
         ASSERT_TRUE(settled());
     }
@@ -74,6 +81,8 @@ protected:
     RememberingBrowser browser;
     RememberingLibrary library;
     ReviewEdits edits;
+    test::Replica replica{edits.store()};
+    UndoHistory& history = edits.history();
     MoviePlayerController controller{{preferences, alerts, pasteboard, browser, edits, player, panels}};
     Transport& transport = controller.transport();
     TimeDisplay& time = controller.time();

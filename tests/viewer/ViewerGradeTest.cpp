@@ -47,7 +47,8 @@ TEST_F(ViewerGradeTest, PastingSwitchesAGradeOnAndApplyingToAllDoesNot) {
     send("Copy", {movies[0], movies[1]});
     movies[1]->setGrade({.contrast = 1.2});
     movies[2]->setGrade({.contrast = 1.2});
-    movies[1]->applyGrade = movies[2]->applyGrade = false;
+    for (const size_t at : {1, 2})
+        edits.refresh(movies[at], [](Movie& movie) { movie.applyGrade = false; });
     send("Paste", {movies[1]});
     EXPECT_TRUE(movies[1]->applyGrade);
     EXPECT_EQ(movies[1]->exposure, double(0.3f)); // narrowed on the way

@@ -309,6 +309,7 @@ MediaAdding::Movies MediaAdding::addItems(const std::shared_ptr<Playlist>& playl
 
 void MediaAdding::addBundle(const SessionContents& contents) {
     Library& library = surroundings_.library;
+    const ReviewStore::Group step(library.store(), {tr("Add Bundle")});
     const qsizetype first = qsizetype(library.playlists().size());
     // Behind what is there: nobody loses a session by adding to it.
     for (const auto& playlist : contents.playlists)
@@ -323,6 +324,11 @@ void MediaAdding::addBundle(const SessionContents& contents) {
     library.selectMovies({0});
 }
 
+QString MediaAdding::titleOf(const Group& group) {
+    const size_t count = group.media.size();
+    return count == 0 ? tr("Add Playlist") : count == 1 ? tr("Add Item") : tr("Add %1 Items").arg(count);
+}
+
 void MediaAdding::apply(const Group& group) {
     if (group.bundle) {
         addBundle(*group.bundle);
@@ -332,10 +338,15 @@ void MediaAdding::apply(const Group& group) {
         surroundings_.sessionFiles.dragSessionImport(group.sessionPath);
         return;
     }
-    const auto playlist = targetOf(group);
-    if (!playlist) return;
     Library& library = surroundings_.library;
-    const Movies movies = addItems(playlist, group);
+    Movies movies;
+    std::shared_ptr<Playlist> playlist;
+    {
+        const ReviewStore::Group step(library.store(), {titleOf(group)});
+        playlist = targetOf(group);
+        if (!playlist) return;
+        movies = addItems(playlist, group);
+    }
     if (playlist == library.selectedPlaylist()) {
         // The first of the list, or the one that was opened from the desktop.
         if (group.fromDesktop && !movies.empty())

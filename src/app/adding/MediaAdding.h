@@ -67,6 +67,7 @@ private:
     void startNext();
     void requestDone();
     void apply(const Group& group);
+    [[nodiscard]] static QString titleOf(const Group& group); ///< of the step that adds it
     void addBundle(const SessionContents& contents);
     std::shared_ptr<Playlist> targetOf(const Group& group);
     Movies addItems(const std::shared_ptr<Playlist>& playlist, const Group& group);

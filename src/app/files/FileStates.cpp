@@ -86,17 +86,13 @@ void FileStates::Worker::apply(FileStates& states, const Answers& answers) {
     for (const FileCheckAnswer& answer : answers) {
         const auto movie = answer.movie.lock();
         if (!movie) continue;
-        const QString text = movie->creatingThumbnailText, path = movie->filepathString;
-        const QColor colour = movie->statusColour;
-        movie->applyFileCheck(answer.check);
+        // Views repaint what changed, not ten thousand items.
+        states.library_.store().modify(movie, {{}, EditKind::background},
+                                       [&answer](Movie& item) { item.applyFileCheck(answer.check); });
         if (answer.check.found)
             missing.erase(movie);
         else
             missing.insert(movie);
-        // Views repaint what changed, not ten thousand items.
-        if (movie->creatingThumbnailText != text || movie->filepathString != path ||
-            movie->statusColour != colour)
-            states.library_.announceMovie(movie);
     }
 }
 
@@ -109,8 +105,8 @@ void FileStates::Worker::finish(FileStates& states) {
             count += isMissing(movie);
         const qint64 status = playlist->statusForMissing(count);
         if (playlist->status == status) continue;
-        playlist->status = status;
-        states.library_.announcePlaylist(playlist);
+        states.library_.store().modify(playlist, {{}, EditKind::background},
+                                       [status](Playlist& list) { list.status = status; });
     }
     running = false;
     if (std::exchange(again, false)) start(states);

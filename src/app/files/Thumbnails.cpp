@@ -145,8 +145,8 @@ void Thumbnails::recreateCurrentThumbnail(const std::shared_ptr<Movie>& current,
             Image::fromQImage(picture.scaled(thumbnailBox, Qt::KeepAspectRatio, Qt::SmoothTransformation));
         outcome.thumbnail->creatingThumbnailText = QStringLiteral("");
     }
-    applyThumbnail(*current, outcome, true);
-    library_.announceMovie(current);
+    library_.store().modify(current, {tr("Thumbnail")},
+                            [&outcome](Movie& movie) { applyThumbnail(movie, outcome, true); });
     Q_EMIT thumbnailDidLoad(current);
 }
 
@@ -252,10 +252,11 @@ void Thumbnails::taskDone(const Task& task, const Outcome& outcome) {
     --queue_->running;
     ++queue_->done;
     if (const auto movie = task.movie.lock()) {
-        if (outcome.check) movie->applyFileCheck(*outcome.check);
-        if (outcome.properties) applyAssetProperties(*movie, *outcome.properties);
-        applyThumbnail(*movie, outcome, task.force);
-        if (outcome.check || outcome.properties || outcome.thumbnail) library_.announceMovie(movie);
+        library_.store().modify(movie, {{}, EditKind::background}, [&](Movie& item) {
+            if (outcome.check) item.applyFileCheck(*outcome.check);
+            if (outcome.properties) applyAssetProperties(item, *outcome.properties);
+            applyThumbnail(item, outcome, task.force);
+        });
         if (outcome.thumbnail) Q_EMIT thumbnailDidLoad(movie);
     }
     dispatch();

@@ -1,9 +1,11 @@
 #include "app/playlists/Library.h"
 
 #include "model/MoveRule.h"
+#include "review/RecordFields.h"
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 namespace daylark {
 
@@ -36,10 +38,19 @@ Library::Rows rowsAfterRemoval(Library::Rows stayed, qsizetype firstRemoved, siz
 
 } // namespace
 
+Library::Library(ReviewStore& store, QObject* parent)
+    : QObject(parent)
+    , store_(store) {
+    connect(&store_, &ReviewStore::applied, this, &Library::follow);
+}
+
+// The playlists.
+
 void Library::setPlaylists(Playlists playlists) {
-    playlists_ = std::move(playlists);
-    for (const auto& playlist : playlists_)
+    for (const auto& playlist : playlists)
         playlist->updateCount();
+    store_.replaceSession(std::move(playlists));
+    seen_ = store_.playlists();
     selectedPlaylists_.clear();
     Q_EMIT playlistsChanged();
     showSelectedPlaylist();
@@ -47,49 +58,91 @@ void Library::setPlaylists(Playlists playlists) {
 
 void Library::appendPlaylist(const std::shared_ptr<Playlist>& playlist, bool select) {
     playlist->updateCount();
-    playlists_.push_back(playlist);
-    Q_EMIT playlistsChanged();
-    Q_EMIT contentEdited();
-    if (select) selectPlaylist(qsizetype(playlists_.size()) - 1);
+    store_.insertPlaylists(qsizetype(playlists().size()), {playlist}, {tr("Add Playlist")});
+    followPlaylists();
+    if (select) selectPlaylist(qsizetype(playlists().size()) - 1);
 }
 
-void Library::removePlaylists(const Rows& rows) {
-    const Rows removed = existingRows(rows, playlists_.size());
+void Library::removePlaylists(const Rows& rows, EditKind kind) {
+    const Rows removed = existingRows(rows, playlists().size());
     if (removed.empty()) return;
-    auto kept = recordsAtRows(playlists_, selectedPlaylists_);
-    for (auto row = removed.rbegin(); row != removed.rend(); ++row) {
-        kept.erase(playlists_[size_t(*row)].get());
-        playlists_.erase(playlists_.begin() + *row);
-    }
-    selectedPlaylists_ =
-        rowsAfterRemoval(rowsOfRecords(playlists_, kept), removed.front(), playlists_.size());
-    Q_EMIT playlistsChanged();
-    Q_EMIT contentEdited();
-    showSelectedPlaylist();
+    Playlists rest = playlists();
+    for (auto row = removed.rbegin(); row != removed.rend(); ++row)
+        rest.erase(rest.begin() + *row);
+    store_.setPlaylists(rest, {removed.size() == 1 ? tr("Remove Playlist") : tr("Remove Playlists"), kind});
+    followPlaylists();
 }
 
 void Library::movePlaylists(const Rows& rows, qsizetype dropRow) {
-    const auto selected = recordsAtRows(playlists_, selectedPlaylists_);
-    const Playlists before = playlists_;
-    moveRows(playlists_, existingRows(rows, playlists_.size()), dropRow);
-    if (playlists_ == before) return;
-    const auto shown = selectedPlaylist();
-    selectedPlaylists_ = rowsOfRecords(playlists_, selected);
+    Playlists moved = playlists();
+    moveRows(moved, existingRows(rows, moved.size()), dropRow);
+    store_.setPlaylists(moved, {tr("Order of Playlists")});
+    followPlaylists();
+}
+
+/// The selection stays on its playlists; when all of them went, the one that took the first one's place is
+/// selected.
+void Library::followPlaylists() {
+    const Playlists before = std::exchange(seen_, store_.playlists());
+    if (before == seen_) return;
+    const auto selected = recordsAtRows(before, selectedPlaylists_);
+    const auto shown = selectedPlaylists_.empty() ? nullptr : before[size_t(selectedPlaylists_.front())];
+    const std::unordered_set<std::shared_ptr<Playlist>> now(seen_.begin(), seen_.end());
+    const auto gone = std::find_if(before.begin(), before.end(),
+                                   [&now](const auto& playlist) { return !now.contains(playlist); });
+    Rows rows = rowsOfRecords(seen_, selected);
+    if (!selected.empty() && gone != before.end())
+        rows = rowsAfterRemoval(std::move(rows), gone - before.begin(), seen_.size());
+    selectedPlaylists_ = std::move(rows);
     Q_EMIT playlistsChanged();
-    Q_EMIT contentEdited();
-    if (selectedPlaylist() == shown)
+    if (shown && selectedPlaylist() == shown && selectedPlaylists_.size() == selected.size())
         Q_EMIT playlistSelectionChanged();
     else
-        showSelectedPlaylist(); // of several selected another one stands first now
+        showSelectedPlaylist(); // of several selected another one stands first now, or none
 }
 
 void Library::selectPlaylists(Rows rows) {
-    rows = existingRows(std::move(rows), playlists_.size());
+    rows = existingRows(std::move(rows), playlists().size());
     if (rows == selectedPlaylists_) return;
     selectedPlaylists_ = std::move(rows);
     for (const qsizetype row : selectedPlaylists_)
-        playlists_[size_t(row)]->hasBeenVisited = true;
+        playlists()[size_t(row)]->hasBeenVisited = true;
     showSelectedPlaylist();
+}
+
+// What others did.
+
+void Library::follow(const Edit& edit) {
+    const ReviewRecords& records = store_.records();
+    std::vector<std::shared_ptr<Movie>> movies;
+    std::vector<std::shared_ptr<Playlist>> lists;
+    bool playlistsMoved = false, itemsMoved = false;
+    const auto note = [](auto& noted, const auto& record) {
+        if (record && (noted.empty() || noted.back() != record)) noted.push_back(record);
+    };
+    for (const Change& change : edit.changes) {
+        if (change.isWholeRecord()) continue;
+        playlistsMoved |= change.record == sessionRecord;
+        const auto record = records.record(change.record);
+        if (const auto playlist = std::dynamic_pointer_cast<Playlist>(record)) {
+            if (change.field == fields::movieList) {
+                playlist->updateCount();
+                itemsMoved |= playlist == selectedPlaylist();
+            }
+            note(lists, playlist);
+        } else if (std::dynamic_pointer_cast<Bookmark>(record)) {
+            note(movies, records.ownerOf(change.record));
+        } else {
+            note(movies, std::dynamic_pointer_cast<Movie>(record));
+            itemsMoved |= change.field == QLatin1String("sortOrder");
+        }
+    }
+    if (playlistsMoved) followPlaylists();
+    if (itemsMoved) rearrange();
+    for (const auto& playlist : lists)
+        Q_EMIT playlistUpdated(playlist);
+    for (const auto& movie : movies)
+        Q_EMIT movieUpdated(movie);
 }
 
 void Library::showSelectedPlaylist() {
@@ -98,7 +151,9 @@ void Library::showSelectedPlaylist() {
 }
 
 std::shared_ptr<Playlist> Library::selectedPlaylist() const {
-    return selectedPlaylists_.empty() ? nullptr : playlists_[size_t(selectedPlaylists_.front())];
+    if (selectedPlaylists_.empty()) return nullptr;
+    const auto row = size_t(selectedPlaylists_.front());
+    return row < playlists().size() ? playlists()[row] : nullptr;
 }
 
 void Library::selectMovies(Rows rows) {
@@ -108,6 +163,18 @@ void Library::selectMovies(Rows rows) {
 void Library::selectMovie(const std::shared_ptr<Movie>& movie) {
     const Rows rows = arrangement_.rowsOf(*movie);
     if (!rows.empty()) selectMovies({rows.front()});
+}
+
+Library::Movies Library::moviesAt(const Rows& rows) const {
+    Movies movies;
+    movies.reserve(rows.size());
+    for (const qsizetype row : rows)
+        if (auto movie = movieAt(row)) movies.push_back(std::move(movie));
+    return movies;
+}
+
+std::shared_ptr<Movie> Library::movieAt(qsizetype row) const {
+    return row >= 0 && size_t(row) < arrangedMovies().size() ? arrangedMovies()[size_t(row)] : nullptr;
 }
 
 qsizetype Library::shownCount(const std::shared_ptr<Playlist>& playlist) const {
@@ -128,34 +195,31 @@ void Library::rearrange() {
     if (changed.list || changed.selection) Q_EMIT movieSelectionChanged();
 }
 
+// Contents.
+
 void Library::addMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies) {
     if (movies.empty()) return;
-    playlist->movieList.isNil = false;
-    playlist->movieList.insert(playlist->movieList.end(), movies.begin(), movies.end());
+    store_.insertMovies(playlist, qsizetype(playlist->movieList.size()), movies,
+                        {movies.size() == 1 ? tr("Add Item") : tr("Add %1 Items").arg(movies.size())});
     playlist->updateCount();
     if (playlist == selectedPlaylist()) rearrange();
-    announcePlaylist(playlist);
-    Q_EMIT contentEdited();
 }
 
-void Library::removeMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies) {
+void Library::removeMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies, EditKind kind) {
     std::unordered_set<const Movie*> gone;
     for (const auto& movie : movies)
         gone.insert(movie.get());
-    auto& list = playlist->movieList;
-    const auto isGone = [&gone](const std::shared_ptr<Movie>& movie) { return gone.count(movie.get()) > 0; };
-    const auto end = std::remove_if(list.begin(), list.end(), isGone);
-    if (end == list.end()) return;
-    list.erase(end, list.end());
+    ObjectList<Movie> rest = playlist->movieList;
+    if (std::erase_if(rest, [&gone](const auto& movie) { return gone.count(movie.get()) > 0; }) == 0) return;
+    const bool shown = playlist == selectedPlaylist();
+    const Rows removed = shown ? rowsOfRecords(arrangedMovies(), gone) : Rows();
+    store_.setMovies(playlist, rest,
+                     {movies.size() == 1 ? tr("Remove Item") : tr("Remove %1 Items").arg(movies.size()), kind});
     playlist->updateCount();
-    if (playlist == selectedPlaylist()) {
-        const Rows removed = rowsOfRecords(arrangedMovies(), gone);
-        rearrange();
-        if (!removed.empty())
-            selectMovies(rowsAfterRemoval(selectedMovieRows(), removed.front(), arrangedMovies().size()));
-    }
-    announcePlaylist(playlist);
-    Q_EMIT contentEdited();
+    if (!shown) return;
+    rearrange();
+    if (!removed.empty())
+        selectMovies(rowsAfterRemoval(selectedMovieRows(), removed.front(), arrangedMovies().size()));
 }
 
 } // namespace daylark

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/arrangement/Arrangement.h"
-#include "model/Playlist.h"
+#include "review/ReviewStore.h"
 
 #include <QObject>
 #include <QString>
@@ -11,10 +11,9 @@
 
 namespace daylark {
 
-/// The session in memory: the playlists in display order, which are selected, the items of the selected one
-/// in shown order
-/// ("arranged"), which of those are selected. Owns the records; interface thread. Views render it and call
-/// its setters; edits of review data go through the parts that own them.
+/// What of the session is shown: the store's playlists in display order, which are selected, the items of the
+/// selected one in shown order ("arranged"), which of those are selected. What is shown is never what a playlist
+/// holds: contents change through the store, and this follows, whoever changed them. Interface thread.
 class Library : public QObject {
     Q_OBJECT
 public:
@@ -22,14 +21,15 @@ public:
     using Movies = Arrangement::Movies;
     using Rows = Arrangement::Rows; ///< ascending
 
-    explicit Library(QObject* parent = nullptr)
-        : QObject(parent) {}
+    explicit Library(ReviewStore& store, QObject* parent = nullptr);
+
+    [[nodiscard]] ReviewStore& store() { return store_; }
 
     // The playlists.
-    [[nodiscard]] const Playlists& playlists() const { return playlists_; }
+    [[nodiscard]] const Playlists& playlists() const { return store_.playlists(); }
     void setPlaylists(Playlists playlists); ///< replaces the session; nothing selected
     void appendPlaylist(const std::shared_ptr<Playlist>& playlist, bool select);
-    void removePlaylists(const Rows& rows);
+    void removePlaylists(const Rows& rows, EditKind kind = EditKind::step);
     void movePlaylists(const Rows& rows, qsizetype dropRow); ///< the move rule of drag and drop
     [[nodiscard]] const Rows& selectedPlaylistRows() const { return selectedPlaylists_; }
     void selectPlaylists(Rows rows); ///< rows that don't exist are left out
@@ -41,6 +41,9 @@ public:
     [[nodiscard]] const Rows& selectedMovieRows() const { return arrangement_.selectedRows(); }
     void selectMovies(Rows rows);
     [[nodiscard]] Movies selectedMovies() const { return arrangement_.selectedMovies(); } ///< in shown order
+    /// The records that stand in these rows now: what an operation is told, before the rows change under it.
+    [[nodiscard]] Movies moviesAt(const Rows& rows) const;
+    [[nodiscard]] std::shared_ptr<Movie> movieAt(qsizetype row) const; ///< null beyond the end
     void selectMovie(const std::shared_ptr<Movie>& movie); ///< nothing changes when it is not shown
     /// How many items the playlist shows: the arranged ones for the selected playlist, else all of its own.
     [[nodiscard]] qsizetype shownCount(const std::shared_ptr<Playlist>& playlist) const;
@@ -54,28 +57,26 @@ public:
 
     /// Adds items to a playlist's end in one step.
     void addMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies);
-    void removeMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies);
-
-    /// Says that a record's shown fields changed (thumbnail, icons, flags, texts, found state).
-    void announceMovie(const std::shared_ptr<Movie>& movie) { Q_EMIT movieUpdated(movie); }
-    void announcePlaylist(const std::shared_ptr<Playlist>& playlist) { Q_EMIT playlistUpdated(playlist); }
+    void removeMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies,
+                      EditKind kind = EditKind::step);
 
 Q_SIGNALS:
     void playlistsChanged();
-    /// Playlists or items came, went or changed places by a person's doing; a session set as a whole is none
-    /// of these.
-    void contentEdited();
     void playlistSelectionChanged();
     void arrangedMoviesChanged();
     void movieSelectionChanged();
     void sortChanged(); ///< by which field, or which way
+    /// A record's shown fields changed (thumbnail, icons, flags, texts, found state).
     void movieUpdated(const std::shared_ptr<daylark::Movie>& movie);
     void playlistUpdated(const std::shared_ptr<daylark::Playlist>& playlist);
 
 private:
+    void follow(const Edit& edit);
+    void followPlaylists();
     void showSelectedPlaylist();
 
-    Playlists playlists_;
+    ReviewStore& store_;
+    Playlists seen_; ///< the playlists that the selection is of
     Rows selectedPlaylists_;
     Arrangement arrangement_;
 };

@@ -3,13 +3,13 @@
 #include "app/files/FileStates.h"
 #include "app/playlists/Library.h"
 #include "app/sessions/SessionFiles.h"
-#include "model/MoveRule.h"
-#include "model/ReviewEdits.h"
+#include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
 
 #include <QDate>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace daylark {
 
@@ -23,6 +23,24 @@ Alert removalQuestion(const QString& message, const QString& remove) {
     alert.informativeText = QStringLiteral("This can't be undone");
     alert.buttons = QStringList{remove, QStringLiteral("Cancel")};
     return alert;
+}
+
+/// All items of a playlist in the order of their numbers, those that `order` names in its order on the places
+/// that they have among the others.
+PlaylistEditing::Movies inOrder(const Playlist& playlist, const PlaylistEditing::Movies& order) {
+    PlaylistEditing::Movies items(playlist.movieList.begin(), playlist.movieList.end());
+    std::stable_sort(items.begin(), items.end(),
+                     [](const auto& a, const auto& b) { return a->sortOrder < b->sortOrder; });
+    const std::unordered_set<std::shared_ptr<Movie>> own(items.begin(), items.end());
+    const std::unordered_set<std::shared_ptr<Movie>> named(order.begin(), order.end());
+    auto next = order.begin();
+    for (auto& item : items) {
+        if (!named.contains(item)) continue;
+        while (next != order.end() && !own.contains(*next))
+            ++next;
+        if (next != order.end()) item = *next++;
+    }
+    return items;
 }
 
 } // namespace
@@ -60,6 +78,8 @@ void PlaylistEditing::appendDivider(const QString& name) {
 }
 
 void PlaylistEditing::append(const std::shared_ptr<Playlist>& playlist, bool select) {
+    const bool divider = playlist->playlistType == dividerType;
+    const ReviewStore::Group step(surroundings_.edits.store(), {divider ? tr("Add Divider") : tr("Add Playlist")});
     surroundings_.library.appendPlaylist(playlist, select);
     Q_EMIT playlistAdded(qsizetype(surroundings_.library.playlists().size()) - 1);
 }
@@ -72,6 +92,7 @@ void PlaylistEditing::removeSelectedPlaylists() {
         return library.playlists()[size_t(row)]->movieList.empty();
     };
     const bool nothingToLose = std::all_of(rows.begin(), rows.end(), isEmpty);
+    EditKind kind = EditKind::step;
     const bool loneDivider = rows.size() == 1 && library.selectedPlaylist()->playlistType == dividerType;
     if (!nothingToLose && !loneDivider) {
         const Alert question = rows.size() == 1
@@ -80,17 +101,27 @@ void PlaylistEditing::removeSelectedPlaylists() {
                                    : removalQuestion(QStringLiteral("Remove Selected Playlists?"),
                                                      QStringLiteral("Remove Playlists"));
         if (surroundings_.alerts.run(question) != Alerts::firstButton) return;
+        kind = EditKind::final;
     }
-    removeSelectedPlaylistsWithoutWarning();
+    removeSelected(kind);
 }
 
 void PlaylistEditing::removeSelectedPlaylistsWithoutWarning() {
+    removeSelected(EditKind::step);
+}
+
+void PlaylistEditing::removeSelected(EditKind kind) {
     Library& library = surroundings_.library;
+    ReviewStore& store = surroundings_.edits.store();
     const Library::Rows rows = library.selectedPlaylistRows();
-    for (const qsizetype row : rows)
-        for (const auto& movie : library.playlists()[size_t(row)]->movieList)
-            movie->removeICount();
-    library.removePlaylists(rows);
+    {
+        const ReviewStore::Group step(
+            store, {rows.size() == 1 ? tr("Remove Playlist") : tr("Remove Playlists"), kind});
+        for (const qsizetype row : rows)
+            for (const auto& movie : library.playlists()[size_t(row)]->movieList)
+                store.modify(movie, {}, [](Movie& item) { item.removeICount(); });
+        library.removePlaylists(rows);
+    }
     if (!library.playlists().empty()) return;
     surroundings_.sessionFiles.setSessionTitle(QStringLiteral("Untitled Session"));
     surroundings_.sessionFiles.forgetCurrentSessionPath();
@@ -123,13 +154,15 @@ void PlaylistEditing::removeSelectedMovies() {
     if (surroundings_.alerts.run(question) != Alerts::firstButton || playlist != library.selectedPlaylist())
         return;
 
-    for (const auto& movie : selected)
-        movie->removeICount();
-    library.removeMovies(playlist, selected);
-    if (library.selectedPlaylistRows().size() == 1) {
-        qint64 number = 1;
-        for (const auto& movie : library.arrangedMovies())
-            movie->sortOrder = number++;
+    {
+        ReviewStore& store = surroundings_.edits.store();
+        const ReviewStore::Group step(
+            store, {selected.size() == 1 ? tr("Remove Item") : tr("Remove Items"), EditKind::final});
+        for (const auto& movie : selected)
+            store.modify(movie, {}, [](Movie& item) { item.removeICount(); });
+        library.removeMovies(playlist, selected);
+        if (library.selectedPlaylistRows().size() == 1)
+            number(inOrder(*playlist, library.arrangedMovies()));
     }
     const auto& rows = library.selectedPlaylistRows();
     const auto missesMedia = [&library](qsizetype row) {
@@ -138,7 +171,23 @@ void PlaylistEditing::removeSelectedMovies() {
     if (std::any_of(rows.begin(), rows.end(), missesMedia)) surroundings_.fileStates.updateAllFilePaths();
 }
 
-void PlaylistEditing::moveMovies(const std::vector<qsizetype>& rows, qsizetype dropRow) {
+void PlaylistEditing::number(const Movies& movies) {
+    qint64 place = 1;
+    for (const auto& movie : movies)
+        surroundings_.edits.store().setSortOrder(movie, {}, place++);
+}
+
+void PlaylistEditing::setOrder(const std::shared_ptr<Playlist>& playlist, const Movies& order) {
+    ReviewStore& store = surroundings_.edits.store();
+    const ReviewStore::Group step(store, {tr("Order of Items")});
+    const Movies items = inOrder(*playlist, order);
+    number(items);
+    ObjectList<Movie> list;
+    list.assign(items.begin(), items.end());
+    store.setMovies(playlist, list, {});
+}
+
+void PlaylistEditing::moveMovies(const Movies& movies, const std::shared_ptr<Movie>& before) {
     Library& library = surroundings_.library;
     if (library.selectedPlaylistRows().size() > 1) {
         Alert alert;
@@ -149,15 +198,16 @@ void PlaylistEditing::moveMovies(const std::vector<qsizetype>& rows, qsizetype d
         return;
     }
     const auto playlist = library.selectedPlaylist();
-    if (!playlist || rows.empty()) return;
-    Library::Movies moved = library.arrangedMovies();
-    moveRows(moved, rows, dropRow);
-    qint64 number = 1;
-    for (const auto& movie : moved)
-        movie->sortOrder = number++;
-    ObjectList<Movie> list;
-    list.assign(moved.begin(), moved.end());
-    surroundings_.edits.setMovieList(playlist, list);
+    if (!playlist || movies.empty()) return;
+    const std::unordered_set<std::shared_ptr<Movie>> taken(movies.begin(), movies.end());
+    Movies order, moved;
+    qsizetype gap = -1;
+    for (const auto& movie : library.arrangedMovies()) {
+        if (gap < 0 && movie == before) gap = qsizetype(order.size());
+        (taken.contains(movie) ? moved : order).push_back(movie);
+    }
+    order.insert(gap < 0 ? order.end() : order.begin() + gap, moved.begin(), moved.end());
+    setOrder(playlist, order);
     library.setSort(QStringLiteral("sortOrder"), true);
 }
 

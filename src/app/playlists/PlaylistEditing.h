@@ -1,5 +1,7 @@
 #pragma once
 
+#include "review/Edit.h"
+
 #include <QObject>
 #include <QString>
 
@@ -13,6 +15,7 @@ namespace daylark {
 class Alerts;
 class FileStates;
 class Library;
+class Movie;
 class Playlist;
 class ReviewEdits;
 class SessionFiles;
@@ -28,6 +31,7 @@ public:
         ReviewEdits& edits;
         Alerts& alerts;
     };
+    using Movies = std::vector<std::shared_ptr<Movie>>;
     explicit PlaylistEditing(const Surroundings& surroundings, QObject* parent = nullptr);
 
     void addEmptyPlaylist();
@@ -38,7 +42,11 @@ public:
     void removeSelectedPlaylistsWithoutWarning();
     void removeAllPlaylists(bool ask); ///< "Clear Session" asks
     void removeSelectedMovies();
-    void moveMovies(const std::vector<qsizetype>& rows, qsizetype dropRow); ///< reorder and renumber
+    /// Puts these shown items, in shown order, before that one (null: at the end) and numbers the playlist's
+    /// items. Items that are not shown keep their places.
+    void moveMovies(const Movies& movies, const std::shared_ptr<Movie>& before);
+    /// The items of a playlist stand in this order from now on; those that it doesn't name keep their places.
+    void setOrder(const std::shared_ptr<Playlist>& playlist, const Movies& order);
     void renamePlaylist(qsizetype row, const QString& name);
 
 Q_SIGNALS:
@@ -46,6 +54,8 @@ Q_SIGNALS:
 
 private:
     void append(const std::shared_ptr<Playlist>& playlist, bool select);
+    void removeSelected(EditKind kind);
+    void number(const Movies& movies); ///< 1, 2, 3 …
     void appendDivider(const QString& name);
 
     Surroundings surroundings_;

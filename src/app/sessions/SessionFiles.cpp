@@ -43,7 +43,9 @@ SessionFiles::SessionFiles(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(surroundings)
     , queue_(std::make_unique<Queue>()) {
-    connect(&surroundings_.library, &Library::contentEdited, this, [this] { setSessionIsModified(true); });
+    connect(&surroundings_.library.store(), &ReviewStore::applied, this, [this](const Edit& edit) {
+        if (edit.info.kind != EditKind::background) setSessionIsModified(true);
+    });
 }
 
 SessionFiles::~SessionFiles() {
@@ -243,7 +245,7 @@ void SessionFiles::importContents(const QString& path, ReadOutcome outcome) {
     };
     bool wholeSession = true; // what is in memory is what the file holds
     if (library.playlists().empty()) {
-        appendImported(outcome.contents);
+        appendImported(outcome.contents, EditKind::final);
         library.selectPlaylist(0);
         setSessionTitle(QFileInfo(path).completeBaseName());
         setCurrentSessionPath(path);
@@ -255,12 +257,12 @@ void SessionFiles::importContents(const QString& path, ReadOutcome outcome) {
         switch (surroundings_.alerts.run(question)) {
         case Alerts::firstButton:
             clearSession();
-            appendImported(outcome.contents);
+            appendImported(outcome.contents, EditKind::final);
             library.selectPlaylist(0);
             setCurrentSessionPath(path);
             break;
         case Alerts::secondButton:
-            appendImported(outcome.contents);
+            appendImported(outcome.contents, EditKind::step);
             wholeSession = false;
             break;
         default:
@@ -274,7 +276,9 @@ void SessionFiles::importContents(const QString& path, ReadOutcome outcome) {
     Q_EMIT sessionImported();
 }
 
-void SessionFiles::appendImported(const SessionContents& contents) {
+/// A session that is opened is not taken back; one that is added to another is.
+void SessionFiles::appendImported(const SessionContents& contents, EditKind kind) {
+    const ReviewStore::Group step(surroundings_.library.store(), {tr("Add Session"), kind});
     for (const auto& playlist : contents.playlists) {
         for (const auto& movie : playlist->movieList)
             movie->mMovieBookmarkArray.isNil = false;
@@ -286,7 +290,7 @@ void SessionFiles::clearSession() {
     Library& library = surroundings_.library;
     Library::Rows rows(library.playlists().size());
     std::iota(rows.begin(), rows.end(), qsizetype(0));
-    library.removePlaylists(rows);
+    library.removePlaylists(rows, EditKind::final);
     setCurrentSessionPath({});
 }
 

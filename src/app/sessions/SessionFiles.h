@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Session.h"
+#include "review/Edit.h"
 
 #include <QObject>
 #include <QString>
@@ -14,7 +15,6 @@ namespace daylark {
 class Alerts;
 class Library;
 class Panels;
-class ReviewEdits;
 class Preferences;
 
 /// Save, Save As, Import, the temporary session, the current path and the window's title. Files are read and
@@ -79,7 +79,7 @@ private:
     void takeOverTempSession(ReadOutcome outcome);
     void startNextImport();
     void importContents(const QString& path, ReadOutcome outcome);
-    void appendImported(const SessionContents& contents);
+    void appendImported(const SessionContents& contents, EditKind kind);
 
     class Queue;
     Surroundings surroundings_;

@@ -15,6 +15,9 @@ namespace daylark {
 
 namespace {
 
+/// What the program brings up to date; no step.
+const EditInfo byItself{{}, EditKind::background};
+
 bool isOlder(const std::shared_ptr<Movie>& movie) {
     return movie->bookmarkStore.isNil;
 }
@@ -45,8 +48,9 @@ void updatePlaylistsWithNewVariables(Library& library) {
         playlist->updateCount();
         if (!playlist->playlistType.isNull()) continue;
         const bool divider = playlist->isDivider && numberToBool(*playlist->isDivider);
-        playlist->playlistType = divider ? QStringLiteral("divider") : QStringLiteral("playlist");
-        library.announcePlaylist(playlist);
+        library.store().modify(playlist, byItself, [divider](Playlist& list) {
+            list.playlistType = divider ? QStringLiteral("divider") : QStringLiteral("playlist");
+        });
     }
 }
 
@@ -139,6 +143,7 @@ void SessionMigration::updateMovies() {
             replacements.push_back(updateMovieClass(*movie)); // each list gets its own; wanted
         }
         if (older.empty()) continue;
+        const ReviewStore::Group update(library.store(), {tr("Update"), EditKind::final});
         library.addMovies(playlists[row], replacements);
         library.removeMovies(playlists[row], older);
         updated.insert(updated.end(), replacements.begin(), replacements.end());
@@ -166,8 +171,9 @@ void SessionMigration::takeRateFromProbe(const std::shared_ptr<Movie>& movie) {
     const std::optional<SmpteTime> start = found->start;
     withoutRate_.erase(found);
     for (const auto& bookmark : movie->bookmarkStore)
-        if (bookmark->fps <= 0) takeRate(*bookmark, movie->mMovieFPS, start);
-    surroundings_.library.announceMovie(movie);
+        if (bookmark->fps <= 0)
+            surroundings_.library.store().modify(
+                movie, bookmark, byItself, [&](Bookmark& b) { takeRate(b, movie->mMovieFPS, start); });
 }
 
 void SessionMigration::readTimecodeTrack(const std::shared_ptr<Movie>& movie) {
@@ -188,8 +194,8 @@ void SessionMigration::takeTimecodeStart(const std::shared_ptr<Movie>& movie, co
     }
     for (const auto& bookmark : movie->bookmarkStore) // a longer one was edited meanwhile
         if (bookmark->fps > 0 && bookmark->firstFrame == bookmark->lastFrame)
-            takeRate(*bookmark, bookmark->fps, start);
-    surroundings_.library.announceMovie(movie);
+            surroundings_.library.store().modify(movie, bookmark, byItself,
+                                                 [&](Bookmark& b) { takeRate(b, b.fps, start); });
 }
 
 } // namespace daylark

@@ -124,6 +124,7 @@ AttributedString emphasisOf(const AttributedString& text) {
 RichTextField::RichTextField(QWidget* parent)
     : QTextEdit(parent) {
     setTabChangesFocus(true);
+    setUndoRedoEnabled(false); // one history over everything: the window's
     connect(document(), &QTextDocument::contentsChange, this, [this] {
         if (!loading_) Q_EMIT edited();
     });
@@ -131,12 +132,10 @@ RichTextField::RichTextField(QWidget* parent)
 
 void RichTextField::setAttributed(const AttributedString& text) {
     loading_ = true;
-    document()->setUndoRedoEnabled(false);
     document()->clear();
     QTextCursor cursor(document());
     cursor.setCharFormat({});
     insertAttributed(cursor, text);
-    document()->setUndoRedoEnabled(true);
     moveCursor(QTextCursor::End);
     loading_ = false;
 }
@@ -191,6 +190,10 @@ bool RichTextField::event(QEvent* event) {
     // window.
     if (event->type() == QEvent::ShortcutOverride) {
         const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+            event->ignore(); // the window's
+            return true;
+        }
         const bool plain = !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
         const bool style = key->modifiers() == Qt::ControlModifier &&
                            (key->key() == Qt::Key_B || key->key() == Qt::Key_I || key->key() == Qt::Key_U);

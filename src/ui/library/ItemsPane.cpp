@@ -135,7 +135,8 @@ void ItemsPane::makeTable() {
     table->filesDropped = [this](const QStringList& files) { controller_.mediaAdding().dropOnMovies(files); };
     table->doubleClickEnded = [this] { Q_EMIT openRequested(); };
     table->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
-        controller_.playlistEditing().moveMovies(rows, gap);
+        const Library& library = controller_.library();
+        controller_.playlistEditing().moveMovies(library.moviesAt(rows), library.movieAt(gap));
     };
     connect(header, &QHeaderView::sectionClicked, this, &ItemsPane::sortByColumn);
     connect(header, &QWidget::customContextMenuRequested, this, &ItemsPane::showColumnsMenu);
@@ -165,7 +166,8 @@ void ItemsPane::makeTiles() {
     tiles->filesDropped = [this](const QStringList& files) { controller_.mediaAdding().dropOnMovies(files); };
     tiles->doubleClickEnded = [this] { Q_EMIT openRequested(); };
     tiles->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
-        controller_.playlistEditing().moveMovies(rows, gap);
+        const Library& library = controller_.library();
+        controller_.playlistEditing().moveMovies(library.moviesAt(rows), library.movieAt(gap));
     };
     tilesHint_ = new DropHint(QStringLiteral("Drop movies or folders here"), tiles);
     stack_->addWidget(tiles);

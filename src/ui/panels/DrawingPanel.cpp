@@ -82,7 +82,7 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     scroll_ =
         addTool(*toolRow, QStringLiteral("Scroll"), QStringLiteral("pan"), tr("Move the zoomed picture"));
     toolRow->addStretch(1);
-    for (const char* id : {"viewer.undoStroke", "viewer.redoStroke"})
+    for (const char* id : {"edit.undo", "edit.redo"})
         toolRow->addWidget(commands.button(QLatin1String(id), this));
 
     auto* grid = new QGridLayout;

@@ -99,6 +99,10 @@ void GradingPanel::addRow(QGridLayout& grid, int tag, const QString& name, doubl
     const auto control = ViewerGrade::Tag(tag);
     connect(row.slider, &QSlider::valueChanged, this,
             [this, control](int steps) { grade_.setValue(control, double(steps) / stepsOfAUnit); });
+    // One drag is one step.
+    UndoHistory& history = controller_.edits().history();
+    connect(row.slider, &QSlider::sliderPressed, &history, &UndoHistory::holdRun);
+    connect(row.slider, &QSlider::sliderReleased, &history, &UndoHistory::endRun);
     connect(row.number, &QDoubleSpinBox::valueChanged, this,
             [this, control](double value) { grade_.setValue(control, value); });
     connect(row.number, &QDoubleSpinBox::editingFinished, this, &GradingPanel::giveKeyboardBack);

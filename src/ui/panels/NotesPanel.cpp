@@ -69,10 +69,12 @@ NotesPanel::NotesPanel(ReviewEdits& edits, Preferences& preferences, QWidget* pa
     pause_.setInterval(typingPauseMilliseconds);
     connect(&pause_, &QTimer::timeout, this, &NotesPanel::flush);
     connect(qApp, &QCoreApplication::aboutToQuit, this, &NotesPanel::flush);
+    connect(&edits_.history(), &UndoHistory::aboutToMove, this, &NotesPanel::flush);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, QWidget*) {
         if (auto* text = qobject_cast<RichTextField*>(old); text && isAncestorOf(text)) {
             last_ = text;
             flush();
+            edits_.history().endRun();
         }
     });
     connect(&preferences_.notes1Title, &PreferenceItem::changed, this, &NotesPanel::showTitles);

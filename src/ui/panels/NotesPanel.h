@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/ReviewEdits.h"
+#include "review/ReviewEdits.h"
 
 #include <QTimer>
 #include <QWidget>

@@ -1,7 +1,7 @@
 #include "ui/viewer/PlaylistDrawer.h"
 
 #include "model/Movie.h"
-#include "model/ReviewEdits.h"
+#include "review/ReviewEdits.h"
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
 #include "ui/common/FlagPopUp.h"

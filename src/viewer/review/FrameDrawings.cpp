@@ -1,8 +1,7 @@
 #include "viewer/review/FrameDrawings.h"
 
-#include "model/ReviewEdits.h"
 #include "platform/Alerts.h"
-#include "review/Strokes.h"
+#include "review/ReviewEdits.h"
 #include "viewer/CurrentMovie.h"
 #include "viewer/review/DrawingTools.h"
 #include "viewer/review/ViewerBookmarks.h"
@@ -11,16 +10,6 @@
 #include <algorithm>
 
 namespace daylark {
-
-namespace {
-
-constexpr size_t mostSteps = 500;
-
-bool hasTexts(const Bookmark& bookmark) {
-    return !bookmark.overlayString.isEmpty() || !bookmark.overlayString2.isEmpty();
-}
-
-} // namespace
 
 FrameDrawings::FrameDrawings(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
@@ -32,13 +21,7 @@ FrameDrawings::FrameDrawings(const Surroundings& surroundings, QObject* parent)
 
 void FrameDrawings::setMovie(const std::shared_ptr<Movie>& movie) {
     movie_ = movie;
-    for (auto at = histories_.begin(); at != histories_.end();)
-        at = at->first.expired() ? histories_.erase(at) : std::next(at);
-    std::unique_ptr<History>& kept = histories_[movie];
-    if (!kept) kept = std::make_unique<History>();
-    history_ = kept.get();
     canvas_.clearViewOfStrokes();
-    Q_EMIT historyChanged();
     Q_EMIT strokesChanged();
 }
 
@@ -68,47 +51,26 @@ void FrameDrawings::strokeEnded(const QPointF& point) {
 void FrameDrawings::storeCurrentDrawing() {
     const Drawing drawing = canvas_.currentStrokesDictionary();
     const auto active = around_.bookmarks.activeBookmarks();
-    if (!active.empty()) {
-        change(active, [&](Bookmark& bookmark) { bookmark.addDrawingToBookmark(drawing); });
-        // The canvas goes on showing what was drawn; it is loaded anew when the playhead moves.
-        canvas_.setStrokes(drawing);
-    } else {
-        const auto before = movie_->bookmarkStore;
-        around_.bookmarks.addBookmarkWithDrawing(drawing);
-        for (const auto& bookmark : movie_->bookmarkStore)
-            if (std::find(before.begin(), before.end(), bookmark) == before.end())
-                remember({{{bookmark, 0, {}, drawing}}, bookmark});
+    {
+        const bool erased = around_.tools.eraserToolButton();
+        const ReviewStore::Group step(around_.edits.store(),
+                                      stepOf(erased ? tr("Eraser Stroke") : tr("Stroke")));
+        if (active.empty())
+            around_.bookmarks.addBookmarkWithDrawing(drawing);
+        else
+            change(active, [&](Bookmark& bookmark) { bookmark.addDrawingToBookmark(drawing); });
     }
-    movie_->displayDrawingIcon();
+    // The canvas goes on showing what was drawn; it is loaded anew when the playhead moves.
+    if (!active.empty()) canvas_.setStrokes(drawing);
 }
 
-// The list by value: editing loads the active bookmarks anew.
-void FrameDrawings::change(std::vector<std::shared_ptr<Bookmark>> bookmarks,
-                           const std::function<void(Bookmark&)>& edit) {
-    Step step;
-    for (const auto& bookmark : bookmarks) {
-        if (!bookmark) continue;
-        const Drawing before = bookmark->drawings;
-        around_.edits.editBookmark(movie_, bookmark, edit);
-        if (bookmark->drawings != before) step.drawings.push_back(difference(bookmark, before));
-    }
-    if (!step.drawings.empty()) remember(std::move(step));
+EditInfo FrameDrawings::stepOf(const QString& title) const {
+    return {title, EditKind::step, {}, around_.bookmarks.currentFrame()};
 }
 
-// Only what differs: hundreds of steps of hundreds of strokes are remembered.
-FrameDrawings::BookmarkDrawing FrameDrawings::difference(const std::shared_ptr<Bookmark>& bookmark,
-                                                         const Drawing& before) {
-    const Drawing& after = bookmark->drawings;
-    const size_t kept = commonStrokes(before, after);
-    return {bookmark, kept, strokesFrom(before, kept), strokesFrom(after, kept)};
-}
-
-void FrameDrawings::remember(Step step) {
-    std::vector<Step>& undo = history().undo;
-    undo.push_back(std::move(step));
-    if (undo.size() > mostSteps) undo.erase(undo.begin());
-    history().redo.clear();
-    Q_EMIT historyChanged();
+void FrameDrawings::change(const Bookmarks& bookmarks, const std::function<void(Bookmark&)>& edit) {
+    for (const auto& bookmark : bookmarks)
+        if (bookmark) around_.edits.editBookmark(movie_, bookmark, {}, edit);
 }
 
 void FrameDrawings::removeLatestStroke() {
@@ -118,15 +80,19 @@ void FrameDrawings::removeLatestStroke() {
     const auto last = std::find_if(active.rbegin(), active.rend(),
                                    [](const auto& bookmark) { return bookmark && bookmark->hasDrawings(); });
     if (last != active.rend())
-        change({*last}, [](Bookmark& bookmark) { bookmark.drawings.removeLastStroke(); });
+        around_.edits.editBookmark(movie_, *last, stepOf(tr("Remove Stroke")),
+                                   [](Bookmark& bookmark) { bookmark.drawings.removeLastStroke(); });
     afterChange();
     Q_EMIT viewerWanted();
 }
 
 void FrameDrawings::deleteCurrentDrawings() {
     if (!movie_) return;
-    change(around_.bookmarks.activeBookmarks(),
-           [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
+    {
+        const ReviewStore::Group step(around_.edits.store(), stepOf(tr("Delete Drawings")));
+        change(Bookmarks(around_.bookmarks.activeBookmarks()),
+               [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
+    }
     afterChange();
 }
 
@@ -137,9 +103,11 @@ void FrameDrawings::deleteAllDrawingsFromMovie() {
                          {QStringLiteral("Remove"), QStringLiteral("Cancel")},
                          AlertStyle::warning};
     if (around_.alerts.run(question) != Alerts::firstButton) return;
-    const std::vector<std::shared_ptr<Bookmark>> all(movie_->bookmarkStore.begin(),
-                                                     movie_->bookmarkStore.end());
-    change(all, [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
+    {
+        const ReviewStore::Group step(around_.edits.store(), stepOf(tr("Remove All Drawings")));
+        change(Bookmarks(movie_->bookmarkStore.begin(), movie_->bookmarkStore.end()),
+               [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
+    }
     afterChange();
 }
 
@@ -147,63 +115,7 @@ void FrameDrawings::afterChange() {
     if (!movie_) return;
     around_.bookmarks.loadActiveBookmarks();
     reloadStrokes();
-    movie_->displayBookmarkIcon();
-    movie_->displayDrawingIcon();
-}
-
-void FrameDrawings::undo() {
-    if (!movie_ || !canUndo() || canvas_.isDrawing()) return;
-    history().redo.push_back(std::move(history().undo.back()));
-    history().undo.pop_back();
-    apply(history().redo.back(), false);
-}
-
-void FrameDrawings::redo() {
-    if (!movie_ || !canRedo() || canvas_.isDrawing()) return;
-    history().undo.push_back(std::move(history().redo.back()));
-    history().redo.pop_back();
-    apply(history().undo.back(), true);
-}
-
-// What has gone or has become something else in between stays as it is.
-void FrameDrawings::apply(const Step& step, bool forwards) {
-    if (const auto& made = step.made) {
-        const auto& store = movie_->bookmarkStore;
-        const bool isThere = std::find(store.begin(), store.end(), made) != store.end();
-        if (forwards && !isThere) {
-            around_.edits.addBookmarks(movie_, {made});
-        } else if (forwards) {
-            around_.edits.editBookmark(movie_, made, [&](Bookmark& bookmark) {
-                if (!bookmark.hasDrawings()) bookmark.drawings = step.drawings.front().after;
-            });
-        } else if (isThere && !hasTexts(*made)) {
-            around_.edits.removeBookmarks(movie_, {made});
-        } else if (isThere) { // somebody wrote on it: only the drawing goes
-            around_.edits.editBookmark(movie_, made,
-                                       [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
-        }
-        around_.bookmarks.sortBookmarks();
-    } else {
-        for (const BookmarkDrawing& drawing : step.drawings)
-            applyTo(drawing, forwards);
-    }
-    afterChange();
-    Q_EMIT historyChanged();
-}
-
-void FrameDrawings::applyTo(const BookmarkDrawing& step, bool forwards) {
-    const auto& store = movie_->bookmarkStore;
-    if (std::find(store.begin(), store.end(), step.bookmark) == store.end()) return;
-    const Drawing& now = step.bookmark->drawings;
-    const Drawing& expected = forwards ? step.before : step.after;
-    if (now.strokes.size() < step.kept || strokesFrom(now, step.kept) != expected) return;
-    Drawing wanted = forwards ? step.after : step.before;
-    if (step.kept > 0) {
-        wanted = strokesUpTo(now, step.kept);
-        wanted.append(forwards ? step.after : step.before);
-    }
-    around_.edits.editBookmark(movie_, step.bookmark,
-                               [&](Bookmark& bookmark) { bookmark.drawings = wanted; });
+    around_.edits.refreshIcons(movie_);
 }
 
 void FrameDrawings::reloadStrokes() {

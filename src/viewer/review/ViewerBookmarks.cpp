@@ -1,7 +1,7 @@
 #include "viewer/review/ViewerBookmarks.h"
 
 #include "archive/KeyedArchive.h"
-#include "model/ReviewEdits.h"
+#include "review/ReviewEdits.h"
 #include "model/Session.h"
 #include "platform/Alerts.h"
 #include "playback/run/Player.h"
@@ -12,6 +12,7 @@
 #include "viewer/transport/Transport.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace daylark {
@@ -39,14 +40,16 @@ Image unavailableImage() {
 
 } // namespace
 
-/// Holds back what edits announce until the action that makes them is done.
+/// What a person does is one step, announced once when it is done.
 class ViewerBookmarks::OneAction {
 public:
-    explicit OneAction(ViewerBookmarks& owner)
+    OneAction(ViewerBookmarks& owner, const QString& title)
         : owner_(owner) {
         ++owner_.actionDepth_;
+        group_.emplace(owner_.edits_.store(), EditInfo{title, EditKind::step, {}, owner_.currentFrame()});
     }
     ~OneAction() {
+        group_.reset(); // announces
         if (--owner_.actionDepth_ == 0 && std::exchange(owner_.editedInAction_, false)) owner_.edited();
     }
     OneAction(const OneAction&) = delete;
@@ -54,6 +57,7 @@ public:
 
 private:
     ViewerBookmarks& owner_;
+    std::optional<ReviewStore::Group> group_;
 };
 
 ViewerBookmarks::ViewerBookmarks(CurrentMovie& current, Player& player, Transport& transport,
@@ -109,9 +113,8 @@ void ViewerBookmarks::edited() {
     Q_EMIT bookmarksChanged();
 }
 
-void ViewerBookmarks::refreshIcons() {
-    movie_->displayBookmarkIcon();
-    movie_->displayDrawingIcon();
+qint64 ViewerBookmarks::currentFrame() const {
+    return player_.isOpen() ? time_.currentFrameNumber() : -1;
 }
 
 // Making and removing.
@@ -126,7 +129,7 @@ void ViewerBookmarks::addBookmarkWithDrawing(const Drawing& drawing) {
 
 void ViewerBookmarks::add(const Drawing* drawing) {
     if (!movie_ || !player_.isOpen()) return;
-    const OneAction action(*this);
+    const OneAction action(*this, tr("Add Bookmark"));
     const qint64 frame = time_.currentFrameNumber();
     const qint64 duration = preferences_.bookmarkDuration();
     const auto bookmark = std::make_shared<Bookmark>(frame, duration, time_.framesPerSecond());
@@ -200,11 +203,28 @@ void ViewerBookmarks::sortBookmarks() {
 
 // The buttons of a row.
 
+QString ViewerBookmarks::titleOf(int tag) {
+    switch (tag) {
+    case bookmarkTag::setIn:
+        return tr("Bookmark In");
+    case bookmarkTag::setOut:
+        return tr("Bookmark Out");
+    case bookmarkTag::fromDuration:
+        return tr("Bookmark Length");
+    case bookmarkTag::mute:
+        return tr("Mute Bookmark");
+    case bookmarkTag::remove:
+        return tr("Remove Bookmark");
+    default:
+        return {};
+    }
+}
+
 void ViewerBookmarks::bookmarkButtonPress(const Sender& button, qsizetype row) {
     if (!movie_ || row < 0 || row >= qsizetype(movie_->bookmarkStore.size())) return;
     const std::shared_ptr<Bookmark> bookmark = movie_->bookmarkStore[size_t(row)];
     {
-        const OneAction action(*this);
+        const OneAction action(*this, titleOf(button.tag));
         bool refreshes = true;
         switch (button.tag) {
         case bookmarkTag::goToFirst:
@@ -220,11 +240,11 @@ void ViewerBookmarks::bookmarkButtonPress(const Sender& button, qsizetype row) {
             setOutPoint(bookmark);
             break;
         case bookmarkTag::fromDuration: // the timecode of the last frame stays as it was; wanted
-            edits_.editBookmark(movie_, bookmark, [](Bookmark& b) { b.updateLastFrame(); });
+            edits_.editBookmark(movie_, bookmark, {}, [](Bookmark& b) { b.updateLastFrame(); });
             sortBookmarks();
             break;
         case bookmarkTag::mute:
-            edits_.editBookmark(movie_, bookmark, [](Bookmark& b) { b.muteBookmark(); });
+            edits_.editBookmark(movie_, bookmark, {}, [](Bookmark& b) { b.muteBookmark(); });
             break;
         case bookmarkTag::loop:
             refreshes = toggleLoop(bookmark);
@@ -236,7 +256,7 @@ void ViewerBookmarks::bookmarkButtonPress(const Sender& button, qsizetype row) {
         default:
             break;
         }
-        if (refreshes) refreshIcons();
+        if (refreshes) edits_.refreshIcons(movie_);
     }
     loadActiveBookmarks();
 }
@@ -252,7 +272,7 @@ bool ViewerBookmarks::goTo(qint64 frame) {
 }
 
 void ViewerBookmarks::goToFirstFrameOf(const std::shared_ptr<Bookmark>& bookmark) {
-    if (isOfThisMovie(bookmark) && goTo(bookmark->firstFrame)) refreshIcons();
+    if (isOfThisMovie(bookmark) && goTo(bookmark->firstFrame)) edits_.refreshIcons(movie_);
 }
 
 void ViewerBookmarks::goToFrame(qint64 frame) {
@@ -263,7 +283,7 @@ void ViewerBookmarks::goToFrame(qint64 frame) {
 void ViewerBookmarks::setInPoint(const std::shared_ptr<Bookmark>& bookmark) {
     const qint64 frame = time_.currentFrameNumber();
     if (frame < 1) return;
-    edits_.editBookmark(movie_, bookmark, [&](Bookmark& b) {
+    edits_.editBookmark(movie_, bookmark, {}, [&](Bookmark& b) {
         b.firstFrame = frame;
         b.firstTC = time_.computeTimecodeFromFrameNumber(frame);
         if (b.lastFrame < b.firstFrame) {
@@ -278,7 +298,7 @@ void ViewerBookmarks::setInPoint(const std::shared_ptr<Bookmark>& bookmark) {
 void ViewerBookmarks::setOutPoint(const std::shared_ptr<Bookmark>& bookmark) {
     const qint64 frame = time_.currentFrameNumber();
     if (frame < 1) return;
-    edits_.editBookmark(movie_, bookmark, [&](Bookmark& b) {
+    edits_.editBookmark(movie_, bookmark, {}, [&](Bookmark& b) {
         b.lastFrame = frame;
         b.lastTC = time_.computeTimecodeFromFrameNumber(frame);
         if (b.firstFrame > b.lastFrame) {
@@ -345,12 +365,13 @@ void ViewerBookmarks::setMuteValues(const Sender& menuItem) {
     const bool muteAll = menuItem.title == QLatin1String("Mute All Bookmarks");
     const bool unmuteAll = menuItem.title == QLatin1String("Unmute All Bookmarks");
     if (movie_ && (invert || muteAll || unmuteAll)) {
-        const OneAction action(*this);
+        const OneAction action(*this, muteAll ? tr("Mute Bookmarks") : unmuteAll ? tr("Unmute Bookmarks")
+                                                                                  : tr("Invert Muted Bookmarks"));
         const Image unavailable = unavailableImage();
         for (const auto& bookmark : bookmarks()) {
             const bool mute = invert ? !bookmark->mute : muteAll;
             if (mute == bookmark->mute && (!mute || bookmark->activeImage == unavailable)) continue;
-            edits_.editBookmark(movie_, bookmark, [&](Bookmark& b) {
+            edits_.editBookmark(movie_, bookmark, {}, [&](Bookmark& b) {
                 b.mute = mute;
                 if (mute) b.activeImage = unavailable; // strips, and images of the unmuted, stay: wanted
             });
@@ -371,7 +392,7 @@ void ViewerBookmarks::copySelectedBookmarks(const Sender& menuItem) {
 
 void ViewerBookmarks::pasteCopiedBookmarks() {
     if (!movie_) return;
-    const OneAction action(*this);
+    const OneAction action(*this, tr("Paste Bookmarks"));
     if (!copiedBookmarks_.empty()) edits_.addBookmarks(movie_, independentCopies(copiedBookmarks_));
     sortBookmarks();
 }
@@ -388,22 +409,29 @@ void ViewerBookmarks::goToPreviousBookmark() {
         goToFrame(frame);
 }
 
-// What is typed into the table.
+// What is typed into the table: a run of typing into one text is one step.
+
+EditInfo ViewerBookmarks::runOf(const QString& title, const std::shared_ptr<Bookmark>& bookmark) {
+    const RecordId record = edits_.store().records().idOf(bookmark);
+    return {title, EditKind::step, title + QLatin1Char('/') + QString::number(record)};
+}
 
 void ViewerBookmarks::setOverlayString(const std::shared_ptr<Bookmark>& bookmark, const QString& text) {
     if (isOfThisMovie(bookmark) && bookmark->overlayString != text)
-        edits_.editBookmark(movie_, bookmark, [&](Bookmark& edited) { edited.overlayString = text; });
+        edits_.editBookmark(movie_, bookmark, runOf(tr("Bookmark Text"), bookmark),
+                            [&](Bookmark& edited) { edited.overlayString = text; });
 }
 
 void ViewerBookmarks::setOverlayString2(const std::shared_ptr<Bookmark>& bookmark, const QString& text) {
     if (isOfThisMovie(bookmark) && bookmark->overlayString2 != text)
-        edits_.editBookmark(movie_, bookmark, [&](Bookmark& edited) { edited.overlayString2 = text; });
+        edits_.editBookmark(movie_, bookmark, runOf(tr("Bookmark Note"), bookmark),
+                            [&](Bookmark& edited) { edited.overlayString2 = text; });
 }
 
 void ViewerBookmarks::setDuration(const std::shared_ptr<Bookmark>& bookmark, qint64 frames) {
     if (!isOfThisMovie(bookmark) || frames < 1 || bookmark->duration == frames) return;
-    const OneAction action(*this);
-    edits_.editBookmark(movie_, bookmark, [&](Bookmark& b) {
+    const OneAction action(*this, tr("Bookmark Length"));
+    edits_.editBookmark(movie_, bookmark, {}, [&](Bookmark& b) {
         b.duration = frames;
         b.updateLastFrame();
     });

@@ -4,6 +4,7 @@
 #include "model/Drawing.h"
 #include "model/Movie.h"
 #include "platform/Sender.h"
+#include "review/Edit.h"
 
 #include <QObject>
 #include <QString>
@@ -64,6 +65,7 @@ public:
     void setOverlayString2(const std::shared_ptr<Bookmark>& bookmark, const QString& text);
     /// Frames, at least 1, else ignored; the last frame follows as by the button "from duration".
     void setDuration(const std::shared_ptr<Bookmark>& bookmark, qint64 frames);
+    [[nodiscard]] qint64 currentFrame() const; ///< on screen, counted from 1; -1 without a movie
     void loopsOff(); ///< every looping bookmark of the movie stops looping; the range itself is not touched
 
     [[nodiscard]] const Bookmarks& activeBookmarks() const { return active_; }
@@ -88,7 +90,8 @@ private:
     void add(const Drawing* drawing);
     void edited();
     void refreshActive(bool drawingsMayDiffer);
-    void refreshIcons();
+    [[nodiscard]] static QString titleOf(int tag); ///< what a row's button does, for the step
+    [[nodiscard]] EditInfo runOf(const QString& title, const std::shared_ptr<Bookmark>& bookmark);
     [[nodiscard]] bool goTo(qint64 frame); ///< false: beyond the end, the last frame is shown instead
     void setInPoint(const std::shared_ptr<Bookmark>& bookmark);
     void setOutPoint(const std::shared_ptr<Bookmark>& bookmark);

@@ -1,7 +1,7 @@
 #include "viewer/review/ViewerGrade.h"
 
 #include "annotate/GradeArithmetic.h"
-#include "model/ReviewEdits.h"
+#include "review/ReviewEdits.h"
 #include "viewer/CurrentMovie.h"
 #include "viewer/review/ViewerList.h"
 
@@ -53,7 +53,7 @@ ViewerGrade::ViewerGrade(CurrentMovie& current, ReviewEdits& edits, ViewerList& 
 
 void ViewerGrade::setMovie(const std::shared_ptr<Movie>& movie) {
     movie_ = movie;
-    if (movie_) movie_->displayGradeIcon();
+    if (movie_) edits_.refreshIcons(movie_);
     apply();
 }
 
@@ -84,7 +84,7 @@ void ViewerGrade::setValue(Tag tag, double value) {
     double* number = numberOf(numbers, tag);
     if (movie_ && number && *number != value) {
         *number = value;
-        edits_.setGrade(movie_, numbers);
+        edits_.setGrade(movie_, numbers, QString::number(tag));
     }
     apply();
 }
@@ -93,12 +93,14 @@ void ViewerGrade::setGrade(const Sender& sender) {
     if (movie_ && sender.tag == resetAll) edits_.setGrade(movie_, Grade{});
     Grade neutral;
     if (const double* number = numberOf(neutral, sender.tag)) return setValue(Tag(sender.tag), *number);
-    if (movie_) movie_->displayGradeIcon();
+    if (movie_) edits_.refreshIcons(movie_);
     apply();
 }
 
+// A neutral grade is always on: switching it off would switch it on again.
 void ViewerGrade::toggleGrade() {
-    if (movie_) edits_.setApplyGrade(movie_, !movie_->applyGrade);
+    if (movie_ && !(movie_->applyGrade && movie_->grade().isNeutral()))
+        edits_.setApplyGrade(movie_, !movie_->applyGrade);
     setGrade({});
 }
 
@@ -110,19 +112,13 @@ void ViewerGrade::copyAndPasteGradeValues(const Sender& sender,
                    float(from.gamma),        float(from.brightness), float(from.redChannel),
                    float(from.greenChannel), float(from.blueChannel)};
     } else if (sender.title == QLatin1String("Paste")) {
-        for (const auto& movie : selected) {
-            if (!movie) continue;
-            edits_.setGrade(movie, copied_.grade());
-            edits_.setApplyGrade(movie, true);
-            movie->displayGradeIcon();
-        }
+        edits_.pasteGrade(selected, copied_.grade(), true);
         setGrade({});
     }
 }
 
 void ViewerGrade::applyGradeToAllMovies() {
-    for (const auto& movie : list_.movies())
-        if (movie) edits_.setGrade(movie, copied_.grade());
+    edits_.pasteGrade(list_.movies(), copied_.grade(), false);
     setGrade({});
 }
 

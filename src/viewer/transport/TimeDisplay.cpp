@@ -2,6 +2,7 @@
 
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
+#include "review/ReviewEdits.h"
 #include "viewer/CurrentMovie.h"
 
 #include <QLocale>
@@ -10,9 +11,11 @@
 
 namespace daylark {
 
-TimeDisplay::TimeDisplay(CurrentMovie& current, Player& player, Preferences& preferences, QObject* parent)
+TimeDisplay::TimeDisplay(CurrentMovie& current, Player& player, ReviewEdits& edits, Preferences& preferences,
+                         QObject* parent)
     : QObject(parent)
     , player_(player)
+    , edits_(edits)
     , preferences_(preferences) {
     current.handTo(this, &TimeDisplay::setMovie);
     connect(&player_, &Player::positionChanged, this, &TimeDisplay::setOverlayInfoDynamic);
@@ -86,7 +89,7 @@ void TimeDisplay::setFrameCounterToOne() {
 }
 
 void TimeDisplay::setOverlayInfoStatic() {
-    if (movie_) movie_->durationText = durationText();
+    if (movie_) edits_.refresh(movie_, [this](Movie& movie) { movie.durationText = durationText(); });
     QLocale locale;
     locale.setNumberOptions(QLocale::OmitGroupSeparator);
     const float rate = framesPerSecond() * float(preferences_.rateMultiplier());

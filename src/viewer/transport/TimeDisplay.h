@@ -14,13 +14,15 @@ namespace daylark {
 class CurrentMovie;
 class Player;
 class Preferences;
+class ReviewEdits;
 
 /// Where the viewer is, in the forms that people read: frame number from 1, elapsed time, frame counter, timecode, duration,
 /// rate. Recomputed with every picture shown. Interface thread.
 class TimeDisplay : public QObject {
     Q_OBJECT
 public:
-    TimeDisplay(CurrentMovie& current, Player& player, Preferences& preferences, QObject* parent = nullptr);
+    TimeDisplay(CurrentMovie& current, Player& player, ReviewEdits& edits, Preferences& preferences,
+                QObject* parent = nullptr);
 
     void setTimeCodeData(const std::optional<SmpteTime>& start); ///< the timecode track's start; none: counted from zero
 
@@ -53,6 +55,7 @@ private:
     [[nodiscard]] QString timecodeWithPrefix() const;
 
     Player& player_;
+    ReviewEdits& edits_;
     Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
     std::optional<SmpteTime> start_;
