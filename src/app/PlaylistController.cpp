@@ -6,18 +6,13 @@
 #include "preferences/StartupCorrections.h"
 
 #include <QDir>
+#include <QTimer>
 
 #include <algorithm>
 
 namespace daylark {
 
 namespace {
-
-// Closing the viewer and quitting write the temporary session; a crash in between would lose what was noted
-// since. So it is written, behind, some seconds after the last edit as well, and no later than this after the
-// first.
-constexpr int autosaveQuietMs = 5000;
-constexpr qint64 autosaveLatestMs = 20000;
 
 QString temporarySessionPath(const SystemPlaces& places) {
     return QDir(places.applicationSupport).filePath(places.loginName + QLatin1String("_daylarkSession.dls"));
@@ -54,12 +49,6 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
 PlaylistController::~PlaylistController() = default;
 
 void PlaylistController::connectParts() {
-    autosave_.setSingleShot(true);
-    connect(&autosave_, &QTimer::timeout, this, [this] {
-        unsavedSince_.invalidate();
-        sessionFiles_.saveTempSession();
-    });
-    connect(&edits_.store(), &ReviewStore::applied, this, &PlaylistController::noteEdit);
     connect(&edits_.history(), &UndoHistory::moved, this, &PlaylistController::showPlace);
     // The viewer goes through the same list: it follows as long as its movie is in it.
     connect(&library_, &Library::arrangedMoviesChanged, this, [this] {
@@ -82,14 +71,9 @@ void PlaylistController::connectParts() {
 // Start-up and termination.
 
 void PlaylistController::awake() {
-    if (!surroundings_.preferences.loadPreviousSessionOnStartup()) {
-        sessionIsThere(false);
-        return;
-    }
-    connect(
-        &sessionFiles_, &SessionFiles::temporarySessionLoaded, this, [this] { sessionIsThere(true); },
-        Qt::SingleShotConnection);
-    sessionFiles_.loadTempSession();
+    connect(&sessionFiles_, &SessionFiles::temporarySessionLoaded, this, &PlaylistController::sessionIsThere,
+            Qt::SingleShotConnection);
+    sessionFiles_.loadTempSession(surroundings_.preferences.loadPreviousSessionOnStartup());
 }
 
 void PlaylistController::sessionIsThere(bool restored) {
@@ -118,13 +102,6 @@ void PlaylistController::probeWhatWasLeft() {
     if (!left.empty()) thumbnails_.probeAndThumbnail(left);
 }
 
-void PlaylistController::noteEdit() {
-    if (!started_) return;
-    if (!unsavedSince_.isValid()) unsavedSince_.start();
-    const qint64 latest = std::max<qint64>(0, autosaveLatestMs - unsavedSince_.elapsed());
-    autosave_.start(int(std::min<qint64>(autosaveQuietMs, latest)));
-}
-
 void PlaylistController::openFiles(QStringList paths) {
     const qsizetype links = paths.removeIf([](const QString& path) { return isReviewLink(path); });
     if (links > 0) // queued: who handed it over isn't kept waiting, and the library is there before the alert
@@ -141,7 +118,6 @@ void PlaylistController::openFiles(QStringList paths) {
 }
 
 void PlaylistController::applicationWillTerminate() {
-    autosave_.stop();
     // With the viewer still open, where its movie was left goes into the session too.
     if (playerWindow_.isOpen()) static_cast<void>(playerWindow_.windowShouldClose());
     thumbnails_.cancelAll();
@@ -202,8 +178,6 @@ void PlaylistController::showPlace(const ReviewPlace& place) {
 }
 
 void PlaylistController::saveTempSession() {
-    autosave_.stop();
-    unsavedSince_.invalidate();
     sessionFiles_.saveTempSession();
 }
 

@@ -14,10 +14,8 @@
 #include "viewer/LibraryLink.h"
 #include "viewer/MoviePlayerController.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QStringList>
-#include <QTimer>
 
 #include <memory>
 
@@ -87,7 +85,6 @@ Q_SIGNALS:
 private:
     void connectParts();
     void sessionIsThere(bool restored);
-    void noteEdit();
     void showPlace(const ReviewPlace& place);
     void probeWhatWasLeft();
 
@@ -104,8 +101,6 @@ private:
     NotesExport notesExport_;
     MoviePlayerController playerWindow_;
     std::weak_ptr<Playlist> viewerPlaylist_; ///< whose items the viewer goes through
-    QTimer autosave_;
-    QElapsedTimer unsavedSince_;
     QStringList waitingFiles_;
     bool started_ = false;
     bool mHidePlaylistWindow_ = false;

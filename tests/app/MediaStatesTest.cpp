@@ -2,6 +2,8 @@
 #include "demo/MovieMaker.h"
 #include "picture/PictureRenderer.h"
 
+#include <unistd.h>
+
 namespace daylark::test {
 namespace {
 
@@ -100,6 +102,25 @@ TEST_F(MediaStatesTest, CancellingTheJobLeavesTheRestWithoutThumbnails) {
     settleThumbnails();
     for (const auto& movie : library().arrangedMovies())
         EXPECT_FALSE(movie->thumbnail.isNil());
+}
+
+TEST_F(MediaStatesTest, WhatCancellingCutsShortSaysNothingAboutTheItem) {
+    addPlaylist(u"Day"_s, {});
+    QStringList files;
+    for (int i = 0; i < 8; ++i)
+        files << makeClip(u"%1.mov"_s.arg(i), 60);
+    add(files);
+    settleThumbnails();
+    for (int round = 0; round < 60; ++round) { // at many moments of the reading
+        controller->thumbnails().recreateAllThumbnails({u"Last Frame"_s, 0});
+        ::usleep(useconds_t(round * 300));
+        controller->thumbnails().cancelAll();
+        settleThumbnails();
+        for (const auto& movie : library().arrangedMovies()) {
+            ASSERT_FALSE(movie->thumbnail.isNil()) << round;
+            ASSERT_TRUE(movie->creatingThumbnailText.isEmpty()) << round;
+        }
+    }
 }
 
 TEST_F(MediaStatesTest, OnlyForcedRequestsReplaceAThumbnail) {

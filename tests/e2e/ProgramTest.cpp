@@ -1,6 +1,7 @@
 #include "demo/MovieMaker.h"
 #include "model/Session.h"
 #include "platform/Desktop.h"
+#include "review/journal/SessionRecovery.h"
 #include "support/Places.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <csignal>
 
@@ -46,13 +48,36 @@ protected:
                QStringLiteral("_daylarkSession.dls");
     }
     [[nodiscard]] QStringList itemsInTemporarySession() const {
-        QStringList names;
         const Result<SessionContents> session = readSessionFile(temporarySession());
-        if (session)
-            for (const auto& playlist : session->playlists)
-                for (const auto& movie : playlist->movieList)
-                    names << movie->filenameString;
+        return session ? itemsOf(*session) : QStringList();
+    }
+    static QStringList itemsOf(const SessionContents& session) {
+        QStringList names;
+        for (const auto& playlist : session.playlists)
+            for (const auto& movie : playlist->movieList)
+                names << movie->filenameString;
         return names;
+    }
+    static QByteArray contentOf(const QString& path) {
+        QFile in(path);
+        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+    }
+    /// What a start would find now: the temporary session and what the journal beside it says since.
+    [[nodiscard]] QStringList itemsOnDisk() const {
+        QString journal = temporarySession();
+        journal.replace(journal.size() - 3, 3, QStringLiteral("journal"));
+        const QByteArray session = contentOf(temporarySession());
+        const Result<SessionContents> contents = decodeSession(session);
+        const auto found = recoverSession(contents ? *contents : SessionContents(), sessionFingerprint(session),
+                                          parseJournal(contentOf(journal)));
+        return found ? itemsOf(found->contents) : QStringList();
+    }
+    [[nodiscard]] bool comesTo(const QStringList& items) const {
+        QElapsedTimer waiting;
+        waiting.start();
+        while (itemsOnDisk() != items && !waiting.hasExpired(60000))
+            QThread::msleep(20);
+        return itemsOnDisk() == items;
     }
     [[nodiscard]] QString file(const char* name) const { return home_.filePath(QString::fromLatin1(name)); }
 
@@ -76,16 +101,35 @@ TEST_F(Program, SecondStartHandsItsFileOverAndASignalEndsTheFirstWithEverythingK
     ASSERT_TRUE(second.waitForFinished(20000)) << "the second copy did not hand over";
     EXPECT_EQ(second.exitCode(), 0);
     EXPECT_EQ(first.state(), QProcess::Running);
-    // The session keeps itself a few seconds after the last change: what is on the disk has been added.
     const QStringList both{QStringLiteral("a.mov"), QStringLiteral("b.mov")};
-    waiting.restart();
-    while (itemsInTemporarySession() != both && !waiting.hasExpired(60000))
-        first.waitForFinished(200);
+    EXPECT_TRUE(comesTo(both)); // in the journal as soon as it has been added
     ::kill(pid_t(first.processId()), SIGTERM);
     ASSERT_TRUE(first.waitForFinished(20000));
     EXPECT_EQ(first.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(first.exitCode(), 0);
     EXPECT_EQ(itemsInTemporarySession(), both);
+}
+
+TEST_F(Program, AKilledOneHasItsEditsBackAtTheNextStart) {
+    QProcess first;
+    start(first, {file("a.mov"), file("b.mov")});
+    const QStringList both{QStringLiteral("a.mov"), QStringLiteral("b.mov")};
+    ASSERT_TRUE(comesTo(both));
+    EXPECT_TRUE(itemsInTemporarySession().isEmpty()) << "nobody closed anything yet";
+    first.kill();
+    ASSERT_TRUE(first.waitForFinished(20000));
+    QProcess second;
+    start(second, {file("b.mov")});
+    ASSERT_TRUE(comesTo(both + QStringList{QStringLiteral("b.mov")})) << "it went on from there";
+    second.kill();
+    ASSERT_TRUE(second.waitForFinished(20000));
+    QProcess third;
+    start(third, {file("a.mov")});
+    const QStringList four = both + QStringList{QStringLiteral("b.mov"), QStringLiteral("a.mov")};
+    ASSERT_TRUE(comesTo(four));
+    ::kill(pid_t(third.processId()), SIGTERM);
+    ASSERT_TRUE(third.waitForFinished(20000));
+    EXPECT_EQ(itemsInTemporarySession(), four);
 }
 
 TEST_F(Program, UnreadablePreviousSessionIsKeptAside) {

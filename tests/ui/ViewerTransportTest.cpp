@@ -116,6 +116,8 @@ TEST_F(ViewerTransportTest, DraggingPausesAndALongMovieHasNoTicksToSnapTo) {
     const double there = slider->ticksAt(slider->width() / 2);
     EXPECT_SHOWN(
         int(player.index().frameAt({qint64(there) + player.index().step / 2, player.index().timeScale})) + 1);
+    key(Qt::Key_Space);
+    EXPECT_TRUE(bench::waitUntil([&] { return player.isRolling(); })) << "the hand has let go";
 }
 
 TEST_F(ViewerTransportTest, AStripUnderTheTrackShowsWhichFramesAreReady) {

@@ -42,7 +42,12 @@ public:
 SessionFiles::SessionFiles(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(surroundings)
-    , queue_(std::make_unique<Queue>()) {
+    , queue_(std::make_unique<Queue>())
+    , temporary_(surroundings.library, surroundings.temporarySessionPath) {
+    connect(&temporary_, &TemporarySession::loaded, this, [this](bool restored) {
+        if (restored) updatePlaylistsWithNewVariables(surroundings_.library);
+        Q_EMIT temporarySessionLoaded(restored);
+    });
     connect(&surroundings_.library.store(), &ReviewStore::applied, this, [this](const Edit& edit) {
         if (edit.info.kind != EditKind::background) setSessionIsModified(true);
     });
@@ -67,9 +72,8 @@ void SessionFiles::write(const QString& path, const SessionContents& contents,
     });
 }
 
-void SessionFiles::read(const QString& path, bool setAsideWhenUnreadable,
-                        std::function<void(ReadOutcome)> then) {
-    queue_->work.run([this, path, setAsideWhenUnreadable, then = std::move(then)] {
+void SessionFiles::read(const QString& path, std::function<void(ReadOutcome)> then) {
+    queue_->work.run([this, path, then = std::move(then)] {
         auto outcome = std::make_shared<ReadOutcome>();
         const QFileInfo file(path);
         outcome->exists = file.exists();
@@ -80,8 +84,6 @@ void SessionFiles::read(const QString& path, bool setAsideWhenUnreadable,
                 queue_->remember(path);
             }
         }
-        if (outcome->exists && !outcome->readable && setAsideWhenUnreadable)
-            static_cast<void>(setFileAside(path));
         // The records go over whole: nothing is left on this side.
         WorkQueue::deliver(this, [then, outcome] { then(std::move(*outcome)); });
     });
@@ -148,60 +150,18 @@ void SessionFiles::storeSessionPath() {
 }
 
 void SessionFiles::saveTempSession() {
-    if (loadingTemp_) return;
+    if (!temporary_.isLoaded()) return;
     storeSessionPath();
-    if (tempWriting_)
-        tempAgain_ = true;
-    else
-        startTempWrite();
-}
-
-void SessionFiles::startTempWrite() {
-    const Library& library = surroundings_.library;
-    SessionContents contents;
-    contents.playlists = library.playlists();
-    contents.hasPlaylists = true;
-    if (!library.selectedPlaylistRows().empty())
-        contents.lastSelectedPlaylistIndex = library.selectedPlaylistRows().front();
-    contents.version = SessionContents::Version{};
-    tempWriting_ = true;
-    write(surroundings_.temporarySessionPath, contents, [this](WriteOutcome outcome) {
-        tempWriting_ = false;
-        if (std::exchange(tempAgain_, false)) startTempWrite();
-        Q_EMIT temporarySessionWritten(outcome.written);
-    });
+    temporary_.save();
 }
 
 void SessionFiles::finishWriting() {
     queue_->work.wait();
-    while (tempAgain_) {
-        tempAgain_ = false;
-        startTempWrite();
-        queue_->work.wait();
-    }
+    temporary_.finishWriting();
 }
 
-void SessionFiles::loadTempSession() {
-    loadingTemp_ = true;
-    read(surroundings_.temporarySessionPath, true, [this](ReadOutcome outcome) {
-        loadingTemp_ = false;
-        takeOverTempSession(std::move(outcome));
-        Q_EMIT temporarySessionLoaded();
-    });
-}
-
-void SessionFiles::takeOverTempSession(ReadOutcome outcome) {
-    Library& library = surroundings_.library;
-    if (outcome.exists) {
-        if (outcome.contents.hasPlaylists) {
-            Library::Playlists playlists = std::move(outcome.contents.playlists);
-            // What was made while the file was being read comes after it.
-            playlists.insert(playlists.end(), library.playlists().begin(), library.playlists().end());
-            library.setPlaylists(std::move(playlists));
-        }
-        library.selectPlaylist(outcome.contents.lastSelectedPlaylistIndex.value_or(0));
-    }
-    updatePlaylistsWithNewVariables(library);
+void SessionFiles::loadTempSession(bool restore) {
+    temporary_.load(restore);
 }
 
 // Importing.
@@ -221,7 +181,7 @@ void SessionFiles::dragSessionImport(const QString& path) {
 }
 
 void SessionFiles::startNextImport() {
-    read(imports_.front(), false, [this](ReadOutcome outcome) {
+    read(imports_.front(), [this](ReadOutcome outcome) {
         const QString path = imports_.front();
         importContents(path, std::move(outcome)); // its question runs a loop of its own: further imports wait
         imports_.removeFirst();

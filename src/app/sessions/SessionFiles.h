@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/sessions/TemporarySession.h"
 #include "model/Session.h"
 #include "review/Edit.h"
 
@@ -39,11 +40,12 @@ public:
     void dragSessionImport(const QString& path);
     void clearSession(); ///< every playlist goes, without a question; the current path is forgotten
 
-    /// Snapshot now, written behind; while one is being written, further calls join in one more. Does nothing
-    /// while the previous one is still being read: what stands on the disk has not been taken over yet.
+    /// What outlives the program; see there. Does nothing before `temporarySessionLoaded`.
     void saveTempSession();
-    void finishWriting();   ///< waits; for termination
-    void loadTempSession(); ///< reads on a worker; `temporarySessionLoaded` follows
+    void finishWriting(); ///< waits; for termination
+    /// Reads on a worker; `temporarySessionLoaded` follows. Without `restore` the library stays empty.
+    void loadTempSession(bool restore);
+    [[nodiscard]] TemporarySession& temporarySession() { return temporary_; }
 
     [[nodiscard]] QString currentSessionPath() const { return currentSessionPath_; } ///< null when none
     void setCurrentSessionPath(const QString& path); ///< stores "Session Path" too
@@ -54,8 +56,7 @@ public:
     void setSessionIsModified(bool modified);
 
 Q_SIGNALS:
-    void temporarySessionLoaded();
-    void temporarySessionWritten(bool written);
+    void temporarySessionLoaded(bool restored);
     void sessionImported(); ///< the conversions and the found-state refresh follow
     void bringToFront();
     void titleChanged(const QString& title);
@@ -70,13 +71,11 @@ private:
         SessionContents contents;
     };
     void write(const QString& path, const SessionContents& contents, std::function<void(WriteOutcome)> then);
-    void read(const QString& path, bool setAsideWhenUnreadable, std::function<void(ReadOutcome)> then);
+    void read(const QString& path, std::function<void(ReadOutcome)> then);
     void writeSession(const QString& path, std::function<void(WriteOutcome)> then);
     [[nodiscard]] QString askForPath(const QString& proposedName);
     void askAndSave();
     void storeSessionPath();
-    void startTempWrite();
-    void takeOverTempSession(ReadOutcome outcome);
     void startNextImport();
     void importContents(const QString& path, ReadOutcome outcome);
     void appendImported(const SessionContents& contents, EditKind kind);
@@ -89,8 +88,7 @@ private:
     quint64 edits_ = 0;   ///< counts what was edited, to tell whether a save holds it
     bool modified_ = false;
     bool panelOpen_ = false;
-    bool loadingTemp_ = false;
-    bool tempWriting_ = false, tempAgain_ = false;
+    TemporarySession temporary_;
 };
 
 } // namespace daylark

@@ -22,6 +22,7 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     : QWidget(parent)
     , controller_(controller)
     , counts_(new QLabel(this))
+    , trouble_(new QLabel(this))
     , job_(new QLabel(this))
     , bar_(new QProgressBar(this))
     , cancel_(new QToolButton(this)) {
@@ -31,6 +32,8 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
         label->setFont(theme::smallFont());
         label->setStyleSheet(QStringLiteral("color: #a4a4a4;"));
     }
+    trouble_->setFont(theme::smallFont());
+    trouble_->setStyleSheet(QStringLiteral("color: #e0a040;"));
     bar_->setFixedSize(160, 6);
     bar_->setTextVisible(false);
     bar_->setAccessibleName(QStringLiteral("Progress"));
@@ -44,6 +47,7 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     layout->setContentsMargins(12, 0, 4, 0);
     layout->setSpacing(8);
     layout->addWidget(counts_);
+    layout->addWidget(trouble_);
     layout->addStretch();
     layout->addWidget(job_);
     layout->addWidget(bar_);
@@ -54,6 +58,8 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     connect(&controller_.library(), &Library::arrangedMoviesChanged, this, &StatusStrip::refresh);
     connect(&controller_.library(), &Library::movieSelectionChanged, this, &StatusStrip::refresh);
     connect(&controller_.fileStates(), &FileStates::updated, this, &StatusStrip::refresh);
+    connect(&controller_.sessionFiles().temporarySession(), &TemporarySession::troubleChanged, this,
+            &StatusStrip::refresh);
     refresh();
 }
 
@@ -65,6 +71,11 @@ void StatusStrip::refresh() {
     if (const qint64 missing = controller_.fileStates().missingCount(); missing > 0)
         parts << QStringLiteral("%1 missing").arg(missing);
     counts_->setText(parts.join(QStringLiteral(" · ")));
+
+    const QString trouble = controller_.sessionFiles().temporarySession().trouble();
+    trouble_->setVisible(!trouble.isEmpty());
+    trouble_->setText(QStringLiteral("Changes are not stored"));
+    trouble_->setToolTip(trouble);
 
     const auto& jobs = controller_.progress().jobs();
     const bool busy = !jobs.empty();
@@ -84,7 +95,10 @@ void StatusStrip::refresh() {
 }
 
 QString StatusStrip::text() const {
-    return job_->isHidden() ? counts_->text() : counts_->text() + QStringLiteral(" · ") + job_->text();
+    QStringList shown;
+    for (const QLabel* label : {counts_, trouble_, job_})
+        if (!label->isHidden()) shown << label->text();
+    return shown.join(QStringLiteral(" · "));
 }
 
 } // namespace daylark

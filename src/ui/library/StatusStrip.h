@@ -10,18 +10,19 @@ namespace daylark {
 
 class PlaylistController;
 
-/// The line at the library's foot: how many items, how many of them selected and missing, and the job under
-/// way with what is left of it and a way to cancel it. Interface thread.
+/// The line at the library's foot: how many items, how many of them selected and missing, whether edits cannot be
+/// stored, and the job under way with what is left of it and a way to cancel it. Interface thread.
 class StatusStrip : public QWidget {
     Q_OBJECT
 public:
     explicit StatusStrip(PlaylistController& controller, QWidget* parent = nullptr);
     void refresh();
-    [[nodiscard]] QString text() const; ///< as shown, job included
+    [[nodiscard]] QString text() const; ///< as shown, trouble and job included
 
 private:
     PlaylistController& controller_;
     QLabel* counts_;
+    QLabel* trouble_; ///< what keeps edits from being stored
     QLabel* job_;
     QProgressBar* bar_;
     QToolButton* cancel_;

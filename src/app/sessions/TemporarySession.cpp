@@ -1,0 +1,93 @@
+#include "app/sessions/TemporarySession.h"
+
+#include "app/playlists/Library.h"
+
+#include <QFileInfo>
+
+#include <utility>
+
+namespace daylark {
+
+TemporarySession::TemporarySession(Library& library, const QString& path, QObject* parent)
+    : QObject(parent)
+    , library_(library)
+    , path_(path)
+    , journal_(path) {
+    connect(&library_.store(), &ReviewStore::applied, this,
+            [this](const Edit& edit) { journal_.append(edit.changes); });
+    connect(&journal_, &Journal::grown, this, &TemporarySession::save);
+    connect(&journal_, &Journal::troubleChanged, this, [this](const QString& reason) {
+        trouble_ = reason.isEmpty() ? QString() : QStringLiteral("Changes are not stored: %1").arg(reason);
+        Q_EMIT troubleChanged(trouble_);
+    });
+}
+
+TemporarySession::~TemporarySession() {
+    finishWriting();
+}
+
+void TemporarySession::load(bool restore) {
+    work_.run([this, path = path_, restore] {
+        // The records go over whole: nothing is left on this side.
+        auto start = std::make_shared<JournalStart>(startFromJournals(path, restore));
+        fileIsKnown_ = restore;
+        WorkQueue::deliver(this, [this, start, restore] { takeOver(*start, restore); });
+    });
+}
+
+void TemporarySession::takeOver(JournalStart& start, bool restore) {
+    ReviewStore& store = library_.store();
+    const ReviewRecords::Playlists madeMeanwhile = store.playlists();
+    library_.setPlaylists(start.contents.playlists);
+    journal_.begin(start, store.records().idsByPosition());
+    // What was made while the file was being read comes after it, and into the journal.
+    store.insertPlaylists(qsizetype(store.playlists().size()), madeMeanwhile, {{}, EditKind::background});
+    isLoaded_ = true;
+    if (restore && (start.exists || start.steps > 0))
+        library_.selectPlaylist(start.contents.lastSelectedPlaylistIndex.value_or(0));
+    Q_EMIT loaded(restore);
+}
+
+void TemporarySession::save() {
+    if (!isLoaded_) return;
+    if (writing_)
+        again_ = true;
+    else
+        startWrite();
+}
+
+void TemporarySession::startWrite() {
+    SessionContents contents;
+    contents.playlists = library_.playlists();
+    contents.hasPlaylists = true;
+    if (!library_.selectedPlaylistRows().empty())
+        contents.lastSelectedPlaylistIndex = library_.selectedPlaylistRows().front();
+    contents.version = SessionContents::Version{};
+    writing_ = true;
+    work_.run([this, path = path_, snapshot = std::make_shared<SessionContents>(snapshotOf(contents)),
+               ids = library_.store().records().idsByPosition(), sequence = journal_.sequence()]() mutable {
+        const QByteArray bytes = encodeSession(*snapshot), fingerprint = sessionFingerprint(bytes);
+        snapshot.reset();
+        // Whatever stands there and cannot be read may still be somebody's review: it is kept beside.
+        if (!fileIsKnown_ && QFileInfo(path).isFile() && !readSessionFile(path)) static_cast<void>(setFileAside(path));
+        // First the journal learns of the file: whichever of the two a crash leaves, they fit each other.
+        static_cast<void>(journal_.announceSession(fingerprint, ids, sequence));
+        fileIsKnown_ = bool(writeSessionFile(path, bytes));
+        if (fileIsKnown_) journal_.sessionIsThere(fingerprint);
+        WorkQueue::deliver(this, [this] {
+            writing_ = false;
+            if (std::exchange(again_, false)) startWrite();
+        });
+    });
+}
+
+void TemporarySession::finishWriting() {
+    work_.wait();
+    while (std::exchange(again_, false)) {
+        startWrite();
+        work_.wait();
+    }
+    static_cast<void>(journal_.flush());
+}
+
+} // namespace daylark

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "base/work/WorkQueue.h"
+#include "model/Session.h"
+#include "review/journal/Journal.h"
+
+#include <QObject>
+#include <QString>
+
+namespace daylark {
+
+class Library;
+
+/// The session that outlives the program: the file that the viewer's closing and termination write, and the
+/// crash journal that holds every edit since. A start takes both together. The file is read and written on a
+/// worker; the interface goes on. Interface thread. A write of the file that fails is not reported (its edits
+/// stay in the journal); a journal that cannot be written is, by `troubleChanged`.
+class TemporarySession : public QObject {
+    Q_OBJECT
+public:
+    TemporarySession(Library& library, const QString& path, QObject* parent = nullptr);
+    ~TemporarySession() override; ///< waits for writes under way
+
+    /// Reads what the last run left and begins this run's journal; `loaded` follows. Without `restore` the
+    /// session stays empty, and what was left only in journals is kept as session files.
+    void load(bool restore);
+    /// Snapshot now, written behind; while one is being written, further calls join in one more. Does nothing
+    /// before `loaded`: what stands on the disk has not been taken over yet.
+    void save();
+    [[nodiscard]] bool isLoaded() const { return isLoaded_; }
+    void finishWriting(); ///< waits until file and journal are on the disk; for termination
+    [[nodiscard]] QString trouble() const { return trouble_; } ///< what keeps edits from being stored; empty: nothing
+
+Q_SIGNALS:
+    void loaded(bool restored);
+    void troubleChanged(const QString& trouble);
+
+private:
+    void takeOver(JournalStart& start, bool restore);
+    void startWrite();
+
+    Library& library_;
+    const QString path_;
+    bool isLoaded_ = false;
+    bool writing_ = false, again_ = false;
+    bool fileIsKnown_ = false; ///< read or written whole, so that it may be written over; the worker's
+    QString trouble_;
+    Journal journal_;
+    WorkQueue work_; // before the journal goes, so that nobody speaks to it any more
+};
+
+} // namespace daylark
