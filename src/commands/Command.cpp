@@ -7,7 +7,7 @@
 namespace daylark {
 
 bool isWithin(KeyScope inner, KeyScope outer) {
-    if (inner == outer) return true;
+    if (inner == outer || outer == KeyScope::everywhere) return true;
     if (inner == KeyScope::items || inner == KeyScope::playlists)
         return outer == KeyScope::lists || outer == KeyScope::library;
     return inner == KeyScope::lists && outer == KeyScope::library;

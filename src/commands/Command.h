@@ -10,9 +10,9 @@ namespace daylark {
 
 class Preferences;
 
-/// Where a key counts as a command's: in the viewer with its panels, in the library's window, or only while a
-/// list there has the focus.
-enum class KeyScope { viewer, library, lists, items, playlists };
+/// Where a key counts as a command's: in both windows, in the viewer with its panels, in the library's
+/// window, or only while a list there has the focus.
+enum class KeyScope { everywhere, viewer, library, lists, items, playlists };
 /// A key pressed in the inner scope may mean a command of the outer one.
 [[nodiscard]] bool isWithin(KeyScope inner, KeyScope outer);
 
@@ -36,7 +36,8 @@ struct Command {
 };
 
 using CommandTable = std::vector<Command>;
-/// Every command of a window, in the order of its menus.
+/// Every command of a window, in the order of its menus. What both have stands in both alike.
+[[nodiscard]] const CommandTable& historyTable(); ///< of both: undo and redo
 [[nodiscard]] const CommandTable& libraryTable();
 [[nodiscard]] const CommandTable& viewerTable();
 [[nodiscard]] const Command* findCommand(const QString& id); ///< of either; null when there is none

@@ -84,6 +84,11 @@ TEST_F(KeyMapTest, OtherKeysOfBothWindowsMeanWhatMenusSay) {
     EXPECT_TRUE(keys.commandAt(Qt::Key_Space, KeyScope::library).isEmpty()) << "only in the lists";
     EXPECT_TRUE(keys.commandAt(Qt::Key_Delete, KeyScope::library).isEmpty());
     EXPECT_TRUE(viewerAt(Qt::CTRL | Qt::Key_S).isEmpty());
+    for (const KeyScope scope : {KeyScope::viewer, KeyScope::library, KeyScope::items})
+        EXPECT_EQ(keys.commandAt(Qt::CTRL | Qt::Key_Z, scope), QStringLiteral("edit.undo"));
+    EXPECT_EQ(keys.clashes({Qt::Key_K}, QStringLiteral("edit.undo")), QStringList{pause})
+        << "it counts in both windows";
+    EXPECT_EQ(keys.keysOf(QStringLiteral("edit.redo")), Strokes{Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
 }
 
 TEST_F(KeyMapTest, NoKeyOfTheTablesMeansTwoCommands) {

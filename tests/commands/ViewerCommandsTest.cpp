@@ -193,6 +193,20 @@ TEST_F(ViewerCommandsTest, StateFollowsThePartsWithoutBeingAskedFor) {
     EXPECT_FALSE(enabled("viewer.playPause"));
 }
 
+TEST_F(ViewerCommandsTest, HistoryIsOfferedAsFarAsItGoesAndSaysWhat) {
+    showFrames(24);
+    EXPECT_FALSE(enabled("edit.undo") || enabled("edit.redo"));
+    commands.run(QStringLiteral("viewer.flag.904"));
+    ASSERT_TRUE(enabled("edit.undo"));
+    EXPECT_EQ(commands.name(QStringLiteral("edit.undo")), edits.history().undoText());
+    EXPECT_NE(commands.name(QStringLiteral("edit.undo")), QStringLiteral("Undo"));
+    commands.run(QStringLiteral("edit.undo"));
+    EXPECT_TRUE(checked("viewer.flag.900"));
+    EXPECT_TRUE(enabled("edit.redo") && !enabled("edit.undo"));
+    commands.run(QStringLiteral("edit.redo"));
+    EXPECT_TRUE(checked("viewer.flag.904"));
+}
+
 TEST_F(ViewerCommandsTest, ChosenKeyIsTheCommandsAtOnceAndTheOldOneNothing) {
     showFrames(48);
     keys.assign(QStringLiteral("viewer.lastFrame"), {Qt::Key_Y});

@@ -63,7 +63,7 @@ void KeyMap::read() {
     const auto add = [this](const Command& command, const Strokes& strokes) {
         Strokes& own = keys_[command.id].strokes;
         for (const KeyStroke& stroke : strokes)
-            if (clashes({stroke}, command.id).isEmpty()) own.push_back(stroke);
+            if (!holds(own, stroke) && clashes({stroke}, command.id).isEmpty()) own.push_back(stroke);
     };
     // What was chosen goes before what the table says, in whatever order both stand.
     forEachCommand([&](const Command& command) {

@@ -1,6 +1,7 @@
 #include "commands/library/LibraryCommands.h"
 
 #include "app/PlaylistController.h"
+#include "commands/HistoryCommands.h"
 #include "model/StatusCodes.h"
 
 namespace daylark {
@@ -37,10 +38,12 @@ Conditions conditionsOf(CommandSet& commands, Library& library) {
 
 /// Moves the selected items one place up or down in the playlist's own order.
 void moveSelectedItems(PlaylistController& controller, bool down) {
-    const Library::Rows rows = controller.library().selectedMovieRows();
-    const qsizetype count = qsizetype(controller.library().arrangedMovies().size());
+    const Library& library = controller.library();
+    const Library::Rows rows = library.selectedMovieRows();
+    const qsizetype count = qsizetype(library.arrangedMovies().size());
     if (rows.empty() || (down ? rows.back() + 1 >= count : rows.front() == 0)) return;
-    controller.playlistEditing().moveMovies(rows, down ? rows.back() + 2 : rows.front() - 1);
+    controller.playlistEditing().moveMovies(library.moviesAt(rows),
+                                            library.movieAt(down ? rows.back() + 2 : rows.front() - 1));
 }
 
 void moveSelectedPlaylists(PlaylistController& controller, bool down) {
@@ -153,6 +156,7 @@ LibraryWindowState bindWindow(CommandSet& commands, const Conditions& when,
 LibraryWindowState bindLibraryCommands(CommandSet& commands, PlaylistController& controller,
                                        const LibraryWindowActions& window) {
     const Conditions when = conditionsOf(commands, controller.library());
+    bindHistoryCommands(commands, controller.edits().history());
     bindSession(commands, controller, when);
     bindPlaylists(commands, controller, when, window);
     bindItems(commands, controller, when);

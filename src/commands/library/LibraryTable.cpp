@@ -38,6 +38,7 @@ void LibraryTable::addSession(CommandTable& table) {
 }
 
 void LibraryTable::addEdit(CommandTable& table) {
+    table.insert(table.end(), historyTable().begin(), historyTable().end());
     const CommandTable edit{
         {id("edit.selectAll"), tr("Select &All"), {}, {Qt::CTRL | Qt::Key_A}},
         {id("item.copyPath"), tr("Copy &Path"), id("copy"), {Qt::CTRL | Qt::Key_C}},

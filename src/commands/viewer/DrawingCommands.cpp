@@ -19,18 +19,10 @@ void bindDrawingCommands(CommandSet& commands, MoviePlayerController& controller
     FrameDrawings& drawing = controller.drawings();
     const Condition& isDrawn =
         commands.when([&drawing] { return drawing.canvas().currentStrokesDictionary().hasStrokes(); })
-            .follows(drawing, &FrameDrawings::historyChanged, &FrameDrawings::strokesChanged);
+            .follows(drawing, &FrameDrawings::strokesChanged);
     const auto bind = [&](const char* id, std::function<void()> run, const Condition& enabled) {
         commands.bind(QLatin1String(id), std::move(run), &enabled);
     };
-    bind(
-        "viewer.undoStroke", [&drawing] { drawing.undo(); },
-        commands.when([&drawing] { return drawing.canUndo(); })
-            .follows(drawing, &FrameDrawings::historyChanged));
-    bind(
-        "viewer.redoStroke", [&drawing] { drawing.redo(); },
-        commands.when([&drawing] { return drawing.canRedo(); })
-            .follows(drawing, &FrameDrawings::historyChanged));
     bind(
         "viewer.removeLatestStroke", [&drawing] { drawing.removeLatestStroke(); }, isDrawn);
     bind(

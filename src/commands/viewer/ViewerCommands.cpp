@@ -1,5 +1,6 @@
 #include "commands/viewer/ViewerCommands.h"
 
+#include "commands/HistoryCommands.h"
 #include "commands/viewer/ViewerParts.h"
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
@@ -149,6 +150,8 @@ ViewerWindowState bindViewerCommands(CommandSet& commands, MoviePlayerController
                                     std::pair{"goToBookmark", window.goToSelectedBookmark},
                                     std::pair{"deleteBookmark", window.deleteSelectedBookmark}})
         commands.bind(id(name), run, &when.hasMovie);
+    bindHistoryCommands(commands, controller.edits().history(),
+                        [&controller] { return !controller.drawings().canvas().isDrawing(); });
     bindBookmarkCommands(commands, controller, when);
     bindDrawingCommands(commands, controller, when);
     bindGradeCommands(commands, controller, when);

@@ -69,7 +69,7 @@ std::vector<Menu> ViewerMenus::bar() {
          {"viewer.playPause", "viewer.playForwards", "viewer.playBackwards", "viewer.pause", Menu::line,
           "viewer.stepForward", "viewer.stepBackward", "viewer.firstFrame", "viewer.lastFrame", Menu::line}},
         {tr("&Edit"),
-         {"viewer.undoStroke", "viewer.redoStroke", Menu::line, "viewer.copyPath", "viewer.copyFilename",
+         {"edit.undo", "edit.redo", Menu::line, "viewer.copyPath", "viewer.copyFilename",
           "viewer.copyTimecode"}},
         movie(),
         {tr("&Range"),

@@ -59,9 +59,8 @@ void ViewerTable::addTransport(CommandTable& table) {
 }
 
 void ViewerTable::addMovie(CommandTable& table) {
-    add(table, {{"undoStroke", tr("&Undo Drawing"), "undo", {Qt::CTRL | Qt::Key_Z}, {}, repeats},
-                {"redoStroke", tr("&Redo Drawing"), "redo", {Qt::CTRL | Qt::SHIFT | Qt::Key_Z}, {}, repeats},
-                {"copyPath", tr("&Copy File Path"), "copy"},
+    table.insert(table.end(), historyTable().begin(), historyTable().end());
+    add(table, {{"copyPath", tr("&Copy File Path"), "copy"},
                 {"copyFilename", tr("Copy &Filename"), "copy"},
                 {"copyTimecode", tr("Copy &Timecode")},
                 {"previousMovie", tr("&Previous Movie"), "previousMovie", {Qt::Key_PageUp}},

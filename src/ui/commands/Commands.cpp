@@ -15,7 +15,7 @@ namespace daylark {
 namespace {
 
 bool isShortcut(const KeyStroke& stroke, const Command& command) {
-    return !stroke.types() && (command.scope == KeyScope::viewer || command.scope == KeyScope::library);
+    return !stroke.types() && !isWithin(command.scope, KeyScope::lists);
 }
 
 } // namespace

@@ -32,7 +32,8 @@ bool LibraryKeys::takes(QWidget& widget, QKeyEvent& event, bool press) {
         return false;
     const QString id = commands_.keys().commandAt(stroke, pressedIn);
     if (id.isEmpty()) return false;
-    if (commands_.set().command(id).scope == KeyScope::library && !stroke.types()) return false; // a shortcut
+    const KeyScope scope = commands_.set().command(id).scope;
+    if (!isWithin(scope, KeyScope::lists) && !stroke.types()) return false; // a shortcut
     if (press) commands_.set().runByKey(id, event.isAutoRepeat());
     return true;
 }
