@@ -3,6 +3,7 @@
 #include "annotate/DrawingCanvas.h"
 #include "model/Bookmark.h"
 #include "model/Movie.h"
+#include "review/Edit.h"
 
 #include <QObject>
 
