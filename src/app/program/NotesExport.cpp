@@ -104,9 +104,11 @@ QString NotesExport::askForPath() {
 /// The order in which bookmarks were said becomes the movies' own: later exports and the viewer's table show
 /// it.
 void NotesExport::keepOrder(const NotesMovies& movies, BookmarkOrder order) {
+    ReviewStore& store = surroundings_.library.store();
+    const EditInfo info{tr("Order of Bookmarks"), EditKind::background};
+    const ReviewStore::Group together(store, info);
     for (const auto& movie : movies)
-        if (const auto ordered = bookmarksInOrder(*movie, order); ordered != movie->bookmarkStore)
-            movie->bookmarkStore = ordered;
+        store.setBookmarks(movie, bookmarksInOrder(*movie, order), info);
 }
 
 void NotesExport::write(const QString& path, const NotesFormat& format, const NotesMovies& movies) {

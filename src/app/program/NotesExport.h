@@ -38,7 +38,7 @@ Q_SIGNALS:
 private:
     QString askForPath();
     void write(const QString& path, const NotesFormat& format, const NotesMovies& movies);
-    static void keepOrder(const NotesMovies& movies, BookmarkOrder order);
+    void keepOrder(const NotesMovies& movies, BookmarkOrder order);
     [[nodiscard]] QString
     extensionOf(const QString& formatTitle) const; ///< null for a setting that is no format
 
