@@ -29,12 +29,13 @@ void writeNotes(ToolContext& context, const QString& path, int playlistNumber,
 }
 
 void listFormats(ToolContext& context) {
-    QJsonArray formats;
-    for (const auto& format : NotesFormats().all())
-        formats.append(QJsonObject{{QStringLiteral("name"), format->name()},
-                                   {QStringLiteral("title"), format->title()},
-                                   {QStringLiteral("extension"), format->extension()}});
-    context.print(QJsonDocument(formats));
+    const NotesFormats formats;
+    QJsonArray list;
+    for (const auto& format : formats.all())
+        list.append(QJsonObject{{QStringLiteral("name"), format->name()},
+                                {QStringLiteral("title"), format->title()},
+                                {QStringLiteral("extension"), format->extension()}});
+    context.print(QJsonDocument(list));
 }
 
 } // namespace
@@ -46,8 +47,9 @@ void addExportCommands(CLI::App& app, ToolContext& context) {
         std::vector<int> items;
     };
     const auto arguments = std::make_shared<Arguments>();
+    const NotesFormats formats;
     std::vector<std::string> names;
-    for (const auto& format : NotesFormats().all())
+    for (const auto& format : formats.all())
         names.push_back(format->name().toStdString());
     CLI::App* notes = app.add_subcommand("notes", "The notes export of a playlist");
     notes->footer("Example: daylark-tool notes day.dls --playlist 1 --format csv --out notes.csv");

@@ -47,8 +47,9 @@ QString NotesExport::extensionOf(const QString& formatTitle) const {
 }
 
 QStringList NotesExport::formatTitles() {
+    const NotesFormats formats;
     QStringList titles;
-    for (const auto& format : NotesFormats().all())
+    for (const auto& format : formats.all())
         titles << format->title();
     return titles << richTextFormat;
 }
