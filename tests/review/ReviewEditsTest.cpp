@@ -58,6 +58,7 @@ TEST_F(ReviewEditsTest, EachChangeIsToldOnceByItsField) {
     EXPECT_EQ(edits_.history().undoText(), u"Undo Rename Playlist"_s);
     edits_.setFlag({movie_, other}, 903);
     EXPECT_EQ(edits_.history().undoText(), u"Undo Flag of 2 Items"_s);
+    EXPECT_EQ(announced().size(), 2);
     edits_.history().undo();
     EXPECT_EQ(announced(), (QStringList{u"flagString"_s, u"flagString"_s}));
     EXPECT_EQ(movie_->flagString + other->flagString, u"901901"_s);
