@@ -4,6 +4,7 @@
 #include "app/program/ProgressBoard.h"
 #include "app/sessions/SessionFiles.h"
 #include "app/files/Thumbnails.h"
+#include "media/facts/TimecodeTrack.h"
 #include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
@@ -150,8 +151,11 @@ void addBookmark(ToolContext& context, const SessionItemArguments& item, const Q
     const qint64 duration = wanted.duration > 0 ? wanted.duration : context.preferences().bookmarkDuration();
     const float fps = found->movie->mMovieFPS;
     const auto bookmark = std::make_shared<Bookmark>(wanted.first, duration, fps);
-    bookmark->firstTC = timecodeText(wanted.first, fps);
-    bookmark->lastTC = timecodeText(wanted.first + duration - 1, fps);
+    const std::vector<SmpteTime> samples =
+        AVTimecodeReader(found->movie->filepathString).readTimecodeSamples();
+    const auto start = samples.empty() ? std::nullopt : std::optional(samples.front());
+    bookmark->firstTC = timecodeText(wanted.first, fps, start);
+    bookmark->lastTC = timecodeText(wanted.first + duration - 1, fps, start);
     if (!wanted.overlay.empty()) bookmark->overlayString = QString::fromStdString(wanted.overlay);
     if (!wanted.note.empty()) bookmark->overlayString2 = QString::fromStdString(wanted.note);
     ReviewEdits edits;

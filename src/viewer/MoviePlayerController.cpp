@@ -100,6 +100,7 @@ void MoviePlayerController::storeLastFrameVisited() {
 
 void MoviePlayerController::leaveCurrentMovie() {
     if (!currentMovie()) return;
+    leaveTimecode();
     storeLastFrameVisited();
     bookmarks_.loopsOff();
     surroundings_.player.close();
@@ -111,7 +112,6 @@ void MoviePlayerController::displayCurrentMovie() {
     leaveCurrentMovie();
     updateMovieIcons();
     ++opening_;
-    if (timecodeCancel_) *timecodeCancel_ = true;
     probeDue_ = false;
     current_.set(list_.selectedMovie());
     if (!currentMovie()) {
@@ -204,22 +204,35 @@ void MoviePlayerController::firstPictureShown() {
         });
 }
 
-/// The offset of every timecode follows the first picture within a frame or two; what comes for a movie that
-/// has been left is dropped.
+/// The offset of every timecode follows the first picture within a frame or two.
 void MoviePlayerController::loadTimeCodeData() {
     if (timecodeCancel_) *timecodeCancel_ = true;
     timecodeCancel_ = std::make_shared<CancelFlag>(false);
-    timecodePool_.start([this, path = currentMovie()->filepathString, cancel = timecodeCancel_] {
+    timecodePool_.start([this, path = currentMovie()->filepathString, cancel = timecodeCancel_,
+                         movie = std::weak_ptr<Movie>(currentMovie())] {
         if (*cancel) return;
         const std::vector<SmpteTime> samples = AVTimecodeReader(path, cancel.get()).readTimecodeSamples();
-        if (samples.empty()) return;
+        const auto start = samples.empty() ? std::nullopt : std::optional(samples.front());
         QMetaObject::invokeMethod(
             this,
-            [this, start = samples.front(), cancel] {
-                if (!*cancel) time_.setTimeCodeData(start);
+            [this, start, cancel, movie] {
+                const std::shared_ptr<Movie> read = *cancel ? nullptr : movie.lock();
+                if (!read) return;
+                bookmarks_.timecodeRead(read, start);
+                if (read == currentMovie()) time_.setTimeCodeData(start);
             },
             Qt::QueuedConnection);
     });
+}
+
+/// The movie is left: its track is read to the end only if something marked in it waits for that.
+void MoviePlayerController::leaveTimecode() {
+    if (bookmarks_.waitsForTimecode()) {
+        if (probeDue_) loadTimeCodeData(); // not begun yet
+    } else if (timecodeCancel_) {
+        *timecodeCancel_ = true;
+    }
+    timecodeCancel_.reset();
 }
 
 void MoviePlayerController::probed(const std::weak_ptr<Movie>& weakMovie, const Result<ProbeResult>& result) {
@@ -252,7 +265,7 @@ void MoviePlayerController::close() {
     transport_.reset();
     neighbours_.none();
     surroundings_.player.close();
-    if (timecodeCancel_) *timecodeCancel_ = true;
+    leaveTimecode();
     probeDue_ = false;
     current_.set(nullptr);
     scene_.clear();

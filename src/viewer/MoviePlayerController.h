@@ -119,6 +119,7 @@ private:
     void showPlace(const ReviewPlace& place);
     void firstPictureShown();
     void loadTimeCodeData();
+    void leaveTimecode();
     [[nodiscard]] QString selectedTexts(QString Movie::*field) const; ///< one a line
     void probed(const std::weak_ptr<Movie>& movie, const Result<ProbeResult>& result);
 

@@ -180,6 +180,30 @@ TEST_F(Tool, SessionsAreMadeShownAndEdited) {
                          "b_shot,One. Two three,,Not Approved,\r"));
 }
 
+TEST_F(Tool, ABookmarkAddedHasTheTimecodeOfTheMoviesTrack) {
+    QDir(file("")).mkdir(QStringLiteral("Coded"));
+    MovieSpec spec;
+    spec.path = file("Coded/coded.mov");
+    spec.frames = 48;
+    spec.timecode = QStringLiteral("01:00:00:00");
+    ASSERT_TRUE(makeMovie(spec));
+    const QString session = file("coded.dls");
+    ToolRun run = tool({QStringLiteral("session"), QStringLiteral("new"), session,
+                        QStringLiteral("--playlist"), QStringLiteral("Coded"), file("Coded")});
+    ASSERT_EQ(run.status, 0) << run.err.constData();
+    run = tool({QStringLiteral("bookmark"), QStringLiteral("add"), session, QStringLiteral("--out"), session,
+                QStringLiteral("--playlist"), QStringLiteral("1"), QStringLiteral("--item"),
+                QStringLiteral("1"), QStringLiteral("--first"), QStringLiteral("25"),
+                QStringLiteral("--duration"), QStringLiteral("3")});
+    ASSERT_EQ(run.status, 0) << run.err.constData();
+    const QJsonObject movie = tool({QStringLiteral("session"), QStringLiteral("show"), session})
+                                  .object()[u"playlists"][0][u"movieList"][0]
+                                  .toObject();
+    const QJsonObject bookmark = movie[u"bookmarkStore"][0].toObject();
+    EXPECT_EQ(bookmark[u"firstTC"].toString(), QStringLiteral("01:00:01:00"));
+    EXPECT_EQ(bookmark[u"lastTC"].toString(), QStringLiteral("01:00:01:02"));
+}
+
 TEST_F(Tool, SnapshotsHoldWhatTheViewerWouldShow) {
     makeSession(file("stills.dls"));
     const auto snap = [](const char* out, const QStringList& more) {

@@ -102,69 +102,62 @@ TEST_F(FrameDrawingsTest, UndoTakesBackStrokesRemovalsAndTheBookmarkThatAStrokeM
     drawings.deleteCurrentDrawings();
     EXPECT_EQ(strokesOf(0), 0u);
     for (const size_t strokes : {2, 3, 2, 1}) {
-        drawings.undo();
+        history.undo();
         EXPECT_EQ(strokesOf(0), strokes);
         EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), strokes);
     }
-    drawings.undo();
+    history.undo();
     EXPECT_TRUE(controller.currentMovie()->bookmarkStore.empty());
-    EXPECT_FALSE(drawings.canUndo());
+    EXPECT_FALSE(history.canUndo());
     for (int step = 0; step < 3; ++step)
-        drawings.redo();
+        history.redo();
     EXPECT_EQ(strokesOf(0), 3u);
     drawLine(80);
-    EXPECT_FALSE(drawings.canRedo()); // a new stroke forgets what was undone
+    EXPECT_FALSE(history.canRedo()); // a new stroke forgets what was undone
     EXPECT_EQ(strokesOf(0), 4u);
 }
 
-TEST_F(FrameDrawingsTest, UndoIsKeptForEachMovieAndMindsWhatHasHappenedToTheBookmarks) {
+TEST_F(FrameDrawingsTest, OneHistoryOverAllMoviesShowsTheMovieAndFrameThatItChanges) {
     const auto first = record(bench::movie({.frames = 24, .group = 12}));
     const auto other = record(bench::movie({.frames = 48, .group = 12}));
     show({first, other});
     choose("Draw");
     drawLine(20);
-    drawLine(40);
     goTo(9);
     ASSERT_TRUE(settled());
     bookmarks.loadActiveBookmarks();
     drawLine(60);
     ASSERT_EQ(first->bookmarkStore.size(), 2u);
-
+    const auto written = first->bookmarkStore[1];
+    bookmarks.setOverlayString(written, QStringLiteral("mind the boom"));
     controller.transport().displayNextMovie();
     ASSERT_TRUE(settled());
-    EXPECT_FALSE(drawings.canUndo());
-    drawings.undo();
-    EXPECT_EQ(first->bookmarkStore.size(), 2u);
     choose("Draw"); // laid down with the movie before
     drawLine(10);
     ASSERT_EQ(other->bookmarkStore.size(), 1u);
 
-    controller.transport().displayPreviousMovie();
-    ASSERT_TRUE(settled());
-    ASSERT_TRUE(drawings.canUndo());
-    // Written on: undo takes the drawing, the words stay.
-    const auto written = first->bookmarkStore[1];
-    edits.editBookmark(first, written,
-                       [](Bookmark& b) { b.overlayString = QStringLiteral("mind the boom"); });
-    drawings.undo();
-    ASSERT_EQ(first->bookmarkStore.size(), 2u);
-    EXPECT_FALSE(written->hasDrawings());
-    drawings.redo();
-    EXPECT_EQ(written->drawings.strokes.size(), 1u);
-    drawings.undo();
-    // Gone: nothing to take back there, and it does not come back either.
-    edits.removeBookmarks(first, {first->bookmarkStore[0]});
-    drawings.undo();
+    history.undo();
+    EXPECT_TRUE(other->bookmarkStore.empty());
+    EXPECT_EQ(controller.currentMovie(), other);
+    history.undo();
+    EXPECT_TRUE(written->overlayString.isEmpty());
+    ASSERT_TRUE(bench::waitUntil([&] { return controller.currentMovie() == first && settled(); }));
+    EXPECT_EQ(time.currentFrameNumber(), 9);
+    goTo(20);
+    history.undo();
     EXPECT_EQ(first->bookmarkStore.size(), 1u);
-    drawings.undo();
-    EXPECT_FALSE(drawings.canUndo());
-    while (drawings.canRedo())
-        drawings.redo();
+    EXPECT_EQ(time.currentFrameNumber(), 9);
+    history.undo();
+    EXPECT_TRUE(first->bookmarkStore.empty());
+    EXPECT_EQ(time.currentFrameNumber(), 1);
+    while (history.canRedo())
+        history.redo();
+    EXPECT_EQ(written->overlayString, QStringLiteral("mind the boom"));
     EXPECT_EQ(other->bookmarkStore.size(), 1u);
-    controller.close();
-    EXPECT_FALSE(drawings.canUndo());
-    drawings.undo();
-    drawings.redo();
+    controller.close(); // the history is the session's, not the window's
+    while (history.canUndo())
+        history.undo();
+    EXPECT_TRUE(first->bookmarkStore.empty() && other->bookmarkStore.empty());
 }
 
 TEST_F(FrameDrawingsTest, BookmarksThatShareAFrameAllGetTheStrokeWhichIsShownOnce) {
@@ -181,14 +174,12 @@ TEST_F(FrameDrawingsTest, BookmarksThatShareAFrameAllGetTheStrokeWhichIsShownOnc
         EXPECT_EQ(two->drawings, one->drawings);
         EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), size_t(stroke));
     }
-    drawings.undo();
+    history.undo();
     EXPECT_EQ(one->drawings.strokes.size(), 3u);
     EXPECT_EQ(two->drawings.strokes.size(), 3u);
-    // A drawing changed elsewhere in between is left alone.
-    edits.editBookmark(movie, two, [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
-    drawings.redo();
+    history.redo();
     EXPECT_EQ(one->drawings.strokes.size(), 4u);
-    EXPECT_FALSE(two->hasDrawings());
+    EXPECT_EQ(two->drawings, one->drawings);
 }
 
 TEST_F(FrameDrawingsTest, RemovingAllAsksFirst) {

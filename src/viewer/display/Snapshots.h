@@ -46,8 +46,7 @@ public:
     void waitForWriting() { writing_.waitForDone(); }
 
 Q_SIGNALS:
-    void flash();             ///< acknowledge on the picture
-    void written(bool whole); ///< queued
+    void flash(); ///< acknowledge on the picture
 
 private:
     Preferences& preferences_;

@@ -8,7 +8,6 @@
 #include <QObject>
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -52,7 +51,7 @@ public:
 Q_SIGNALS:
     void strokeGrew();     ///< the stroke in progress has a new point
     void strokesChanged(); ///< what the canvas shows was replaced
-    void viewerWanted(); ///< the viewer's window is to have the keyboard
+    void viewerWanted();   ///< the viewer's window is to have the keyboard
 
 private:
     using Bookmarks = std::vector<std::shared_ptr<Bookmark>>;

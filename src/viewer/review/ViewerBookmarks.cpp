@@ -137,7 +137,37 @@ void ViewerBookmarks::add(const Drawing* drawing) {
     bookmark->firstTC = time_.computeTimecodeFromFrameNumber(frame);
     bookmark->lastTC = time_.computeTimecodeFromFrameNumber(frame + duration - 1);
     edits_.addBookmarks(movie_, {bookmark});
+    waitForTimecode(bookmark, frame, frame + duration - 1);
     sortBookmarks();
+}
+
+void ViewerBookmarks::waitForTimecode(const std::shared_ptr<Bookmark>& bookmark, std::optional<qint64> first,
+                                      std::optional<qint64> last) {
+    if (!time_.timecodeIsKnown()) untimed_.push_back({movie_, bookmark, first, last});
+}
+
+bool ViewerBookmarks::waitsForTimecode() const {
+    return movie_ && std::any_of(untimed_.begin(), untimed_.end(),
+                                 [this](const Untimed& one) { return one.movie.lock() == movie_; });
+}
+
+void ViewerBookmarks::timecodeRead(const std::shared_ptr<Movie>& movie,
+                                   const std::optional<SmpteTime>& start) {
+    const auto others = std::stable_partition(untimed_.begin(), untimed_.end(), [&](const Untimed& one) {
+        return one.movie.lock() == movie;
+    });
+    const std::vector<Untimed> waited(untimed_.begin(), others);
+    untimed_.erase(untimed_.begin(), others);
+    if (!start) return; // they count from zero, as they do already
+    for (const Untimed& one : waited) {
+        const auto bookmark = one.bookmark.lock();
+        const auto& store = movie->bookmarkStore;
+        if (std::find(store.begin(), store.end(), bookmark) == store.end()) continue;
+        edits_.store().modify(movie, bookmark, {{}, EditKind::background}, [&](Bookmark& marked) {
+            if (one.first) marked.firstTC = timecodeText(*one.first, marked.fps, start);
+            if (one.last) marked.lastTC = timecodeText(*one.last, marked.fps, start);
+        });
+    }
 }
 
 void ViewerBookmarks::deleteAllBookmarks() {
@@ -292,6 +322,8 @@ void ViewerBookmarks::setInPoint(const std::shared_ptr<Bookmark>& bookmark) {
         }
         b.updateDuration();
     });
+    waitForTimecode(bookmark, frame,
+                    bookmark->lastFrame == frame ? std::optional(frame) : std::nullopt);
     updateRange(bookmark);
 }
 
@@ -307,6 +339,7 @@ void ViewerBookmarks::setOutPoint(const std::shared_ptr<Bookmark>& bookmark) {
         }
         b.updateDuration();
     });
+    waitForTimecode(bookmark, bookmark->firstFrame == frame ? std::optional(frame) : std::nullopt, frame);
     updateRange(bookmark);
 }
 

@@ -66,6 +66,10 @@ public:
     /// Frames, at least 1, else ignored; the last frame follows as by the button "from duration".
     void setDuration(const std::shared_ptr<Bookmark>& bookmark, qint64 frames);
     [[nodiscard]] qint64 currentFrame() const; ///< on screen, counted from 1; -1 without a movie
+    /// Of the movie on screen something was marked whose timecode is not known yet.
+    [[nodiscard]] bool waitsForTimecode() const;
+    /// The movie's timecode track was read (none: it has none), on screen or not: what waited gets its texts.
+    void timecodeRead(const std::shared_ptr<Movie>& movie, const std::optional<SmpteTime>& start);
     void loopsOff(); ///< every looping bookmark of the movie stops looping; the range itself is not touched
 
     [[nodiscard]] const Bookmarks& activeBookmarks() const { return active_; }
@@ -88,6 +92,8 @@ private:
     [[nodiscard]] bool isOfThisMovie(const std::shared_ptr<Bookmark>& bookmark) const;
     [[nodiscard]] qint64 frameCount() const; ///< the sample index's when open, else the record's
     void add(const Drawing* drawing);
+    void waitForTimecode(const std::shared_ptr<Bookmark>& bookmark, std::optional<qint64> first,
+                         std::optional<qint64> last);
     void edited();
     void refreshActive(bool drawingsMayDiffer);
     [[nodiscard]] static QString titleOf(int tag); ///< what a row's button does, for the step
@@ -110,6 +116,13 @@ private:
     Bookmarks active_, copiedBookmarks_;
     QString overlayText_;
     Drawing drawings_;
+    /// Ends that were marked before the timecode track was read, as frames.
+    struct Untimed {
+        std::weak_ptr<Movie> movie;
+        std::weak_ptr<Bookmark> bookmark;
+        std::optional<qint64> first, last;
+    };
+    std::vector<Untimed> untimed_;
     int actionDepth_ = 0; ///< edits inside an action are announced at its end
     bool editedInAction_ = false;
 };

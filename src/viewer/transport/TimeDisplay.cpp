@@ -25,11 +25,13 @@ TimeDisplay::TimeDisplay(CurrentMovie& current, Player& player, ReviewEdits& edi
 void TimeDisplay::setMovie(const std::shared_ptr<Movie>& movie) {
     movie_ = movie;
     start_.reset();
+    timecodeIsKnown_ = false;
     setOverlayInfoDynamic();
 }
 
 void TimeDisplay::setTimeCodeData(const std::optional<SmpteTime>& start) {
     start_ = start;
+    timecodeIsKnown_ = true;
     setOverlayInfoDynamic();
 }
 

@@ -25,6 +25,7 @@ public:
                 QObject* parent = nullptr);
 
     void setTimeCodeData(const std::optional<SmpteTime>& start); ///< the timecode track's start; none: counted from zero
+    [[nodiscard]] bool timecodeIsKnown() const { return timecodeIsKnown_; } ///< the movie's track was read, or has none
 
     [[nodiscard]] qint64 currentFrameNumber() const; ///< from 1, by the sample index
     [[nodiscard]] double sliderTime() const;         ///< ticks of the movie's clock
@@ -59,6 +60,7 @@ private:
     Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
     std::optional<SmpteTime> start_;
+    bool timecodeIsKnown_ = false;
     QString elapsed_, counter_, timecode_, frameRate_;
 };
 
