@@ -154,8 +154,6 @@ void ReviewEdits::tell(const Edit& edit) {
                 const auto owner = records.ownerOf(change.record);
                 if (owner) toldMovies.insert(records.knownId(owner.get()));
                 if (toldBookmarks.insert(change.record).second) Q_EMIT bookmarkChanged(owner, bookmark);
-            } else if (const auto playlist = std::dynamic_pointer_cast<Playlist>(record)) {
-                Q_EMIT playlistChanged(playlist, change.field);
             }
         }
 }

@@ -57,7 +57,6 @@ Q_SIGNALS:
     void movieChanged(const std::shared_ptr<daylark::Movie>& movie, const QString& field);
     void bookmarkChanged(const std::shared_ptr<daylark::Movie>& movie,
                          const std::shared_ptr<daylark::Bookmark>& bookmark);
-    void playlistChanged(const std::shared_ptr<daylark::Playlist>& playlist, const QString& field);
 
 private:
     void tell(const Edit& edit);
