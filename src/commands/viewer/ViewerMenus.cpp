@@ -1,6 +1,6 @@
 #include "commands/viewer/ViewerCommands.h"
 #include "model/StatusCodes.h"
-#include "viewer/display/DisplayGeometry.h"
+#include "picture/scene/DisplayGeometry.h"
 
 #include <QCoreApplication>
 

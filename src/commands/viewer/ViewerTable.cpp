@@ -1,7 +1,7 @@
 #include "commands/Command.h"
 #include "commands/viewer/ViewerCommands.h"
 #include "model/StatusCodes.h"
-#include "viewer/display/DisplayGeometry.h"
+#include "picture/scene/DisplayGeometry.h"
 
 #include <QCoreApplication>
 
