@@ -9,8 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <chrono>
 #include <cmath>
+#include <random>
 #include <thread>
 
 namespace daylark {
@@ -289,21 +290,21 @@ TEST(SoundReadAheadTest, AReadThatARestartOvertookGivesNothingToTheNextRun) {
     SoundReadAhead readAhead(rate, [] {});
     readAhead.setMovie(path, std::make_shared<SampleIndex>(), {MovieSound::Kind::added, path, {}});
     ASSERT_TRUE(waitUntil([&] { return readAhead.state() == SoundReadAhead::State::filling; }));
+    std::mt19937 random(5);
+    std::uniform_int_distribution<int> microseconds(0, 800);
     quint64 run = 0;
     std::vector<float> pairs(2048 * 2);
-    for (int burst = 0; burst < 150; ++burst) {
-        qint64 position = 0;
-        for (int restart = 0; restart < 12; ++restart) { // ever further back: what comes late lies ahead
-            position = rate * qint64(18 - restart) - burst * 101;
-            readAhead.start(++run, position);
-            for (int spin = 0; spin < (burst % 10) * 400; ++spin)
-                std::atomic_signal_fence(std::memory_order_seq_cst);
-        }
+    for (int jump = 0; jump < 500; ++jump) {
+        readAhead.start(++run, rate * 15 + jump * 57);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::microseconds(microseconds(random));
+        while (std::chrono::steady_clock::now() < end) {} // any moment of a read
+        const qint64 position = rate * 5 + jump * 101; // what comes late would lie ahead
+        readAhead.start(++run, position);
         while (readAhead.state() != SoundReadAhead::State::ready)
             std::this_thread::yield();
         readAhead.take(run, pairs.data(), 2048);
         for (qint64 n = 0; n < 2048; ++n)
-            ASSERT_NEAR(pairs[size_t(n) * 2] * 32768, level(position + n), 1) << burst << ' ' << n;
+            ASSERT_NEAR(pairs[size_t(n) * 2] * 32768, level(position + n), 1) << jump << ' ' << n;
     }
 }
 
