@@ -341,7 +341,7 @@ void Review::undoAndRedo() {
     const UndoHistory& history = controller().edits().history();
     const auto strokes = [this] {
         const auto& bookmarks = firstMovie().bookmarkStore;
-        return bookmarks.empty() ? size_t(0) : bookmarks.front()->drawings.strokesArray.size();
+        return bookmarks.empty() ? size_t(0) : bookmarks.front()->drawings.strokes.size();
     };
     const QString flag = firstMovie().flagString;
     check(history.undoText() == QLatin1String("Undo Grade"), QStringLiteral("the last step is the grade"));
