@@ -42,7 +42,7 @@ TEST_F(NotesExportTest, TheOrderInWhichBookmarksWereSaidStaysOnTheMovies) {
     for (const auto& [timecode, frame] : {std::pair{u"00:00:09:00"_s, 2}, std::pair{u"00:00:01:00"_s, 1}}) {
         const auto bookmark = std::make_shared<Bookmark>(frame, 1, 24.0f);
         bookmark->firstTC = timecode;
-        movie->bookmarkStore.push_back(bookmark);
+        controller->edits().addBookmarks(movie, {bookmark});
     }
     preferences->printBookmarksInNotes.set(false);
     exportTo(u"without.csv"_s, u"Export Playlist Notes..."_s);

@@ -106,7 +106,7 @@ TEST_F(StartupTest, EveryEditOutlivesACrashThatComesRightAfterIt) {
     crashAndStart();
     ASSERT_EQ(playlistNames(), QStringList{u"Day 1"_s});
     library().selectPlaylist(0);
-    controller->playlistEditing().moveMovies({1}, 0);
+    controller->playlistEditing().moveMovies(library().moviesAt({1}), library().movieAt(0));
     crashAndStart();
     EXPECT_EQ(first()->filenameString, u"b.mov"_s);
     controller->edits().setNotes(first(), NotesField::notes2, AttributedString(u"kept"_s));
