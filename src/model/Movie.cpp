@@ -11,8 +11,10 @@ namespace daylark {
 
 namespace {
 
-Image iconWhen(bool shown, const char* name) {
-    return shown ? Image::named(QString::fromLatin1(name)) : Image();
+/// An icon that is shown already stays the one that it is: from a session file it has its bitmap.
+void showIcon(Image& icon, bool shown, const char* name) {
+    const Image wanted = shown ? Image::named(QString::fromLatin1(name)) : Image();
+    if (icon.isNil() != wanted.isNil() || icon.name() != wanted.name()) icon = wanted;
 }
 
 QColor missingFileColour() {
@@ -129,22 +131,22 @@ void Movie::removeICount() {
 
 void Movie::displayGradeIcon() {
     const bool neutral = grade().isNeutral(); // exact comparisons: wanted
-    gradeIcon = iconWhen(!neutral, "dl-levelsActive-01.png");
+    showIcon(gradeIcon, !neutral, "dl-levelsActive-01.png");
     if (neutral) applyGrade = true;
 }
 
 void Movie::displayNotesIcon() {
-    notesIcon = iconWhen(hasText(notes) || hasText(notes2), "dl-notesActive-03.png");
+    showIcon(notesIcon, hasText(notes) || hasText(notes2), "dl-notesActive-03.png");
 }
 
 void Movie::displayDrawingIcon() {
     const bool drawn = std::any_of(bookmarkStore.begin(), bookmarkStore.end(),
                                    [](const auto& bookmark) { return bookmark->hasDrawings(); });
-    drawingIcon = iconWhen(drawn, "dl-brushActive-01.png");
+    showIcon(drawingIcon, drawn, "dl-brushActive-01.png");
 }
 
 void Movie::displayBookmarkIcon() {
-    bookmarkIcon = iconWhen(!bookmarkStore.empty(), "bookmark_on.png");
+    showIcon(bookmarkIcon, !bookmarkStore.empty(), "bookmark_on.png");
 }
 
 void Movie::setDefaultColourOptions() {
