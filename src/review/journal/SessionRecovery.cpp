@@ -152,8 +152,7 @@ JournalStart startFromJournals(const QString& sessionPath, bool restore) {
                      [](const auto& a, const auto& b) { return a.written > b.written; });
     start.exists = QFileInfo::exists(sessionPath);
     std::optional<ReadSession> session = restore && start.exists ? readSession(sessionPath) : std::nullopt;
-    start.readable = session.has_value();
-    if (restore && start.exists && !start.readable) {
+    if (restore && start.exists && !session) {
         static_cast<void>(setFileAside(sessionPath));
         for (const LeftJournal& journal : left)
             if (!session) session = readSession(journal.place.basePath());
@@ -180,7 +179,6 @@ JournalStart startFromJournals(const QString& sessionPath, bool restore) {
         start.contents = std::move(session->contents);
         if (!left.empty()) start.place = std::move(left.front().place);
     }
-    start.readable = start.readable || start.steps > 0;
     return start;
 }
 

@@ -25,8 +25,8 @@ recoverSession(SessionContents contents, const QByteArray& fingerprint, const Jo
 
 /// What a start finds of earlier runs.
 struct JournalStart {
-    bool exists = false, readable = false; ///< the temporary session
-    SessionContents contents;              ///< it, with the journal's steps
+    bool exists = false;      ///< the temporary session
+    SessionContents contents; ///< it, with the journal's steps
     QByteArray fingerprint;                ///< of the session file that `contents` began from
     std::optional<JournalPlace> place;     ///< this copy's from now on; empty where none can be made
     bool goesOn = false;                   ///< with the journal that stands there, else a new one begins
