@@ -3,6 +3,7 @@
 #include "model/Session.h"
 #include "support/Places.h"
 #include "ui/panels/DrawingPanel.h"
+#include "ui/viewer/SnapshotFlash.h"
 #include "ui/viewer/ViewerPanelHost.h"
 
 #include <QDockWidget>
@@ -216,6 +217,8 @@ TEST_F(DrawingTest, ASnapshotHoldsThePixelsOnScreenHoweverThePictureLiesAndWhate
     const auto step = [&](const char* what) {
         SCOPED_TRACE(what);
         panels.saveAnswers = {path};
+        const auto* flash = window->picture()->findChild<SnapshotFlash*>(); // of the snapshot before
+        ASSERT_TRUE(bench::waitUntil([flash] { return !flash->isVisible(); }));
         ASSERT_TRUE(settled() && pictureIsDrawn());
         const QImage screen = window->picture()->grab().toImage().convertToFormat(QImage::Format_RGB32);
         trigger("viewer.takeSnapshot");
@@ -281,6 +284,8 @@ TEST_F(DrawingTest, TheHeadlessToolDrawsTheSameArea) {
                        more);
         ASSERT_TRUE(tool.waitForFinished(60000));
         ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().constData();
+        const auto* flash = window->picture()->findChild<SnapshotFlash*>(); // of the snapshot before
+        ASSERT_TRUE(bench::waitUntil([flash] { return !flash->isVisible(); }));
         ASSERT_TRUE(settled() && pictureIsDrawn());
         const QImage screen = window->picture()->grab().toImage().convertToFormat(QImage::Format_RGB32);
         const Compared result = compared(screen, QImage(still).convertToFormat(QImage::Format_RGB32));

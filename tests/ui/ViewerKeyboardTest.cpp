@@ -19,11 +19,19 @@ namespace {
 class ViewerKeyboardTest : public ViewerWindowFixture {
 protected:
     void trigger(const char* id) { window->commands().action(QLatin1String(id))->trigger(); }
-    [[nodiscard]] bool viewerHasKeyboard() const {
-        return bench::waitUntil([this] {
+    [[nodiscard]] ::testing::AssertionResult viewerHasKeyboard() const {
+        const auto has = [this] {
             return QApplication::activeWindow() == window.get() &&
                    QApplication::focusWidget() == window->picture();
-        });
+        };
+        if (bench::waitUntil(has, 5000)) return ::testing::AssertionSuccess();
+        const auto name = [](const QWidget* widget) {
+            return widget
+                       ? QString::fromLatin1(widget->metaObject()->className()) + u' ' + widget->objectName()
+                       : QStringLiteral("nobody");
+        };
+        return ::testing::AssertionFailure() << qPrintable(name(QApplication::activeWindow())) << ", "
+                                             << qPrintable(name(QApplication::focusWidget()));
     }
     [[nodiscard]] QDoubleSpinBox* toolWidthField() const {
         return window->findChild<DrawingPanel*>()->findChildren<QDoubleSpinBox*>().front();
