@@ -196,5 +196,21 @@ TEST_F(PlaylistEditingTest, SelectionsFollowTheirRecordsThroughMovesSortsAndRemo
     EXPECT_TRUE(library().arrangedMovies().empty());
 }
 
+TEST_F(PlaylistEditingTest, OfARecordThatStandsTwiceOneItemIsRemovedAndTheOtherStays) {
+    const auto playlist = addPlaylist(u"Day"_s, {u"a.mov"_s, u"b.mov"_s});
+    const auto twice = library().arrangedMovies()[0];
+    controller->edits().store().modify(twice, {}, [](Movie& movie) { movie.iCount = 2; });
+    library().addMovies(playlist, {twice});
+    library().setSort(u"filenameString"_s, true);
+    EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"a.mov"_s, u"b.mov"_s}));
+    library().selectMovies({1});
+    EXPECT_EQ(library().selectedMovies(), Library::Movies{twice});
+    alerts.answers = {Alerts::firstButton};
+    controller->playlistEditing().removeSelectedMovies();
+    EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"b.mov"_s}));
+    EXPECT_EQ(playlist->movieList[0], twice) << "where it stood first";
+    EXPECT_EQ(twice->iCount, 1);
+}
+
 } // namespace
 } // namespace daylark::test

@@ -4,6 +4,7 @@
 #include "review/RecordFields.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -207,10 +208,20 @@ void Library::addMovies(const std::shared_ptr<Playlist>& playlist, const Movies&
 
 void Library::removeMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies, EditKind kind) {
     std::unordered_set<const Movie*> gone;
-    for (const auto& movie : movies)
+    std::unordered_map<const Movie*, size_t> times;
+    for (const auto& movie : movies) {
         gone.insert(movie.get());
+        ++times[movie.get()];
+    }
+    // Of a record that stands there several times as many go as are named, the last ones first.
     ObjectList<Movie> rest = playlist->movieList;
-    if (std::erase_if(rest, [&gone](const auto& movie) { return gone.count(movie.get()) > 0; }) == 0) return;
+    std::reverse(rest.begin(), rest.end());
+    const auto isNamed = [&times](const auto& movie) {
+        const auto named = times.find(movie.get());
+        return named != times.end() && named->second > 0 && named->second-- > 0;
+    };
+    if (std::erase_if(rest, isNamed) == 0) return;
+    std::reverse(rest.begin(), rest.end());
     const bool shown = playlist == selectedPlaylist();
     const Rows removed = shown ? rowsOfRecords(arrangedMovies(), gone) : Rows();
     store_.setMovies(playlist, rest,

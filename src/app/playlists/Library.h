@@ -57,6 +57,7 @@ public:
 
     /// Adds items to a playlist's end in one step.
     void addMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies);
+    /// Items go, not records: one that stands there twice and is named once stays once.
     void removeMovies(const std::shared_ptr<Playlist>& playlist, const Movies& movies,
                       EditKind kind = EditKind::step);
 
