@@ -133,6 +133,9 @@ private:
         auto bookmark = std::make_shared<Bookmark>(1, 1, 24.0F);
         bookmark->drawings = drawingOf(strokes, size_);
         movie_->bookmarkStore = {bookmark};
+        auto list = std::make_shared<Playlist>();
+        list->movieList.push_back(movie_);
+        edits_.store().replaceSession({list}); // whose records are drawn on
         controller_.bookmarks().loadActiveBookmarks();
         const size_t shown = controller_.drawings().canvas().currentStrokesDictionary().strokes.size();
         if (shown != size_t(strokes)) std::printf("only %zu strokes are shown\n", shown);

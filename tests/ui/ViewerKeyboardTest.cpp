@@ -104,12 +104,15 @@ TEST_F(ViewerKeyboardTest, DrawingToolsHandTheKeyboardBackDockedOrNot) {
         panel->setFloating(!docked);
         key(Qt::Key_D);
         ASSERT_TRUE(panel->isVisible());
+        ASSERT_TRUE(viewerHasKeyboard());
+        QTest::qWait(150); // a panel that was made active looks a moment later whether it is typed into
         takeKeyboard(toolWidthField());
         QTest::keyClick(toolWidthField(), Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(toolWidthField(), docked ? QStringLiteral("21") : QStringLiteral("33"));
         QTest::keyClick(toolWidthField(), Qt::Key_Return);
         EXPECT_TRUE(viewerHasKeyboard());
         EXPECT_EQ(tools.currentWidth(), docked ? 21 : 33);
+        QTest::qWait(150);
         takeKeyboard(toolWidthField());
         trigger("viewer.showAllPanels");
         EXPECT_TRUE(viewerHasKeyboard());

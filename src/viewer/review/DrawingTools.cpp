@@ -3,6 +3,8 @@
 #include "preferences/Preferences.h"
 #include "viewer/display/ViewerPanels.h"
 
+#include <utility>
+
 namespace daylark {
 
 namespace {
@@ -22,6 +24,10 @@ DrawingTools::DrawingTools(Preferences& preferences, ViewerPanels& panels, QObje
             [this](ViewerPanel panel, bool visible, bool withAll) {
                 if (panel == ViewerPanel::drawing) drawingPanelToggled(visible, withAll);
             });
+    // Once all panels stand that come or go with it: none of them may keep the keyboard.
+    connect(&panels_, &ViewerPanels::toggled, this, [this] {
+        if (std::exchange(panelToggled_, false)) Q_EMIT viewerWanted();
+    });
 }
 
 // The flags remember the mode left; nothing reads them. Wanted.
@@ -133,7 +139,7 @@ void DrawingTools::drawingPanelToggled(bool visible, bool withAll) {
             setInteractiveModeState(drawState);
         }
     }
-    Q_EMIT viewerWanted();
+    panelToggled_ = true;
 }
 
 } // namespace daylark

@@ -53,6 +53,7 @@ private:
     bool wasScrollable_ = false,
          wasDrawable_ = false; ///< the mode left last when changing between "draw" and "scroll"
     bool brushOn_ = false, eraserOn_ = false, scrollOn_ = false;
+    bool panelToggled_ = false; ///< the drawing panel came or went, others may follow
     double currentWidth_ = 0, currentOpacity_ = 1;
     QColor brushColour_;
 };
