@@ -178,6 +178,14 @@ TEST_F(Tool, SessionsAreMadeShownAndEdited) {
                          "Bookmark First Frame,Bookmark Last Frame,Bookmark Description,Bookmark Note\r\r"
                          "a_shot,,,,00:00:00:02,00:00:00:06,3,7,edge - left,\r"
                          "b_shot,One. Two three,,Not Approved,\r"));
+
+    const QJsonArray formats = tool({QStringLiteral("notes"), QStringLiteral("--formats")}).array();
+    ASSERT_FALSE(formats.isEmpty());
+    EXPECT_EQ(formats[0].toObject(),
+              (QJsonObject{{QStringLiteral("name"), QStringLiteral("csv")},
+                           {QStringLiteral("title"), QStringLiteral("CSV (Comma Separated Values)")},
+                           {QStringLiteral("extension"), QStringLiteral("csv")}}));
+    EXPECT_EQ(tool({QStringLiteral("notes"), edited}).status, 2) << "neither list nor playlist, format and file";
 }
 
 TEST_F(Tool, ABookmarkAddedHasTheTimecodeOfTheMoviesTrack) {
