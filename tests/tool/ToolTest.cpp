@@ -181,10 +181,10 @@ TEST_F(Tool, SessionsAreMadeShownAndEdited) {
 
     const QJsonArray formats = tool({QStringLiteral("notes"), QStringLiteral("--formats")}).array();
     ASSERT_FALSE(formats.isEmpty());
-    EXPECT_EQ(formats[0].toObject(),
-              (QJsonObject{{QStringLiteral("name"), QStringLiteral("csv")},
-                           {QStringLiteral("title"), QStringLiteral("CSV (Comma Separated Values)")},
-                           {QStringLiteral("extension"), QStringLiteral("csv")}}));
+    const QJsonObject first = formats[0].toObject();
+    EXPECT_EQ(first[u"name"].toString(), QStringLiteral("csv"));
+    EXPECT_EQ(first[u"title"].toString(), QStringLiteral("CSV (Comma Separated Values)"));
+    EXPECT_EQ(first[u"extension"].toString(), QStringLiteral("csv"));
     EXPECT_EQ(tool({QStringLiteral("notes"), edited}).status, 2) << "neither list nor playlist, format and file";
 }
 
