@@ -85,7 +85,13 @@ KeysPage::KeysPage(Preferences& preferences, QWidget* parent)
     connect(list_, &QTreeWidget::itemActivated, this, [this] { listen(Wish::change); });
     connect(field_, &KeyField::pressed, this, &KeysPage::taken);
     connect(field_, &KeyField::cancelled, this, &KeysPage::done);
-    connect(field_, &KeyField::left, this, &KeysPage::showChosen);
+    // Later: the keyboard also leaves while another page of the foot is being shown.
+    connect(
+        field_, &KeyField::left, this,
+        [this] {
+            if (foot_->currentWidget() == field_) showChosen();
+        },
+        Qt::QueuedConnection);
     connect(&keys_, &KeyMap::changed, this, &KeysPage::showKeys);
     for (const Preference<QString>& name : preferences.statusNames)
         connect(&name, &PreferenceItem::changed, this, &KeysPage::showKeys);
