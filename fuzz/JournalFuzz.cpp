@@ -49,7 +49,7 @@ std::vector<QByteArray> seedSteps() {
     store.modify(movie, {}, [](Movie& changed) { changed.setFlag(904); });
     store.modify(movie, movie->bookmarkStore.front(), {}, [](Bookmark& changed) {
         changed.drawings.hasKeys = true;
-        changed.drawings.strokesArray = {{QPointF(1, 2), QPointF(3.5, -4)}};
+        changed.drawings.strokes = {Stroke{{QPointF(1, 2), QPointF(3.5, -4)}}};
     });
     store.insertMovies(list, 1, {std::make_shared<Movie>(QStringLiteral("/dailies/new.mov"))}, {});
     store.setPlaylists({store.playlists().back()}, {});
