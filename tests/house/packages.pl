@@ -63,7 +63,7 @@ for my $file (split /\0/, `find '$source'/tests '$source'/demo '$source'/scripts
     my $text = do { local $/; <$in> };
     my @names;
     if ($file =~ /\.(?:cpp|h)$/) {
-        @names = $text =~ /(?:start|startDetached|execute|findExecutable|runs|tool)\w*\(\s*(?:QStringLiteral\()?u?"([a-z][a-z0-9+_-]*)"/g;
+        @names = $text =~ /\b(?:start|startDetached|execute|findExecutable)\(\s*(?:QStringLiteral\()?u?"([a-z][a-z0-9+_-]*)"/g;
         push @names, $text =~ /(?:which|exec|sh -c "?)\s+([a-z][a-z0-9+_-]+)/g;
     }
     else {

@@ -15,6 +15,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 
 #include <utility>
@@ -43,7 +44,11 @@ FullScreen::FullScreen(QMainWindow& window, PictureView& picture, QWidget& strip
     };
     connect(qGuiApp, &QGuiApplication::screenAdded, this, several);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, several);
-    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &FullScreen::fillScreen, Qt::QueuedConnection);
+    // The window manager has its say too, a moment before or after.
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this] {
+        for (const int moment : {0, 250, 1000})
+            QTimer::singleShot(moment, this, &FullScreen::fillScreen);
+    });
     several();
     host.setMovieList({[this](bool shown) { list_->setShown(shown); }, [this] { return list_->isShown(); }});
     window_.installEventFilter(this);
