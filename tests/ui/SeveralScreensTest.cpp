@@ -79,7 +79,13 @@ TEST_F(SeveralScreensTest, AScreenThatGoesAwayLeavesThePictureFullOnTheOther) {
     key(Qt::Key_F11);
     ASSERT_TRUE(fills(right));
     takeRightScreenAway();
-    EXPECT_TRUE(fills(leftScreen()));
+    const auto at = [](const QRect& rect) {
+        return testing::Message() << rect.x() << "," << rect.y() << " " << rect.width() << "x" << rect.height();
+    };
+    EXPECT_TRUE(fills(leftScreen())) << at(window->geometry()) << ", picture "
+                                     << at({window->picture()->mapToGlobal(QPoint()), window->picture()->size()})
+                                     << ", full screen " << window->isFullScreen() << ", screen "
+                                     << at(window->screen()->geometry());
     EXPECT_FALSE(window->fullScreen()->screensMenu()->menuAction()->isVisible());
     key(Qt::Key_Escape);
     EXPECT_TRUE(bench::waitUntil(
