@@ -65,7 +65,7 @@ for my $file (split /\0/, `find '$source'/tests '$source'/demo '$source'/scripts
     if ($file =~ /\.(?:cpp|h)$/) {
         @names = $text =~ /\b(?:start|startDetached|execute|findExecutable)\(\s*(?:QStringLiteral\()?u?"([a-z][a-z0-9+_-]*)"/g;
         $text =~ s{//[^\n]*}{}g;
-        push @names, $text =~ /(?:which|exec|sh -c "?)\s+([a-z][a-z0-9+_-]+)/g;
+        push @names, $text =~ /(?:\bexec|sh -c "?)\s+([a-z][a-z0-9+_-]+)/g;
     }
     else {
         $text =~ s/^\s*#.*//mg;
