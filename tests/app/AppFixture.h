@@ -53,7 +53,7 @@ protected:
         player = std::make_unique<Player>(clock);
         controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
             *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
-        replica = std::make_unique<test::Replica>(controller->edits().store());
+        if (followed) replica = std::make_unique<test::Replica>(controller->edits().store());
         bool started = false;
         QObject::connect(controller.get(), &PlaylistController::started, [&started] { started = true; });
         controller->awake();
@@ -127,6 +127,7 @@ protected:
         return numbers;
     }
 
+    bool followed = true; ///< by a replica, which copies every session that is taken up
     QTemporaryDir folder;
     bench::HandClock clock;
     std::unique_ptr<Preferences> preferences;

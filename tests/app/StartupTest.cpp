@@ -165,8 +165,8 @@ TEST_F(StartupTest, OlderPlaylistsGetTheirTypesAndCounts) {
 }
 
 TEST_F(StartupTest, TenThousandItemsAreRestoredNotedAndSavedWithoutHoldingUpTheLoop) {
+    followed = false; // ten thousand copies would be what holds up the loop
     start();
-    replica.reset(); // ten thousand copies would be what holds up the loop
     QStringList files;
     for (int i = 0; i < 10000; ++i)
         files << u"shots/%1.mov"_s.arg(i);
@@ -180,7 +180,6 @@ TEST_F(StartupTest, TenThousandItemsAreRestoredNotedAndSavedWithoutHoldingUpTheL
 
     const Watchdog watchdog;
     start();
-    replica.reset();
     ASSERT_EQ(library().arrangedMovies().size(), 10000u);
     const auto last = library().arrangedMovies().back();
     controller->edits().setNotes(last, NotesField::notes, AttributedString(u"last"_s));
