@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/work/WorkQueue.h"
+#include "base/jobs/WorkQueue.h"
 #include "media/facts/MovieProbe.h"
 #include "model/Movie.h"
 #include "review/ReviewEdits.h"

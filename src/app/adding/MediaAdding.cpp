@@ -7,7 +7,7 @@
 #include "app/program/ProgressBoard.h"
 #include "app/sessions/SessionFiles.h"
 #include "app/sessions/SessionMigration.h"
-#include "base/work/WorkQueue.h"
+#include "base/jobs/WorkQueue.h"
 #include "media/facts/MediaTypes.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"

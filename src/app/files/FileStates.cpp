@@ -1,7 +1,7 @@
 #include "app/files/FileStates.h"
 
 #include "app/playlists/Library.h"
-#include "base/work/WorkQueue.h"
+#include "base/jobs/WorkQueue.h"
 #include "preferences/Preferences.h"
 
 #include <QElapsedTimer>

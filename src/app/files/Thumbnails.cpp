@@ -2,7 +2,7 @@
 
 #include "app/playlists/Library.h"
 #include "app/program/ProgressBoard.h"
-#include "base/work/WorkQueue.h"
+#include "base/jobs/WorkQueue.h"
 #include "media/facts/MovieProbe.h"
 #include "picture/Thumbnail.h"
 #include "preferences/Preferences.h"

@@ -1,7 +1,7 @@
 #include "app/program/NotesExport.h"
 
 #include "app/playlists/Library.h"
-#include "base/work/WorkQueue.h"
+#include "base/jobs/WorkQueue.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"

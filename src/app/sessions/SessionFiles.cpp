@@ -2,7 +2,7 @@
 
 #include "app/playlists/Library.h"
 #include "app/sessions/SessionMigration.h"
-#include "base/work/WorkQueue.h"
+#include "base/jobs/WorkQueue.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/work/WorkQueue.h"
+#include "base/jobs/WorkQueue.h"
 #include "model/Timecode.h"
 
 #include <QObject>

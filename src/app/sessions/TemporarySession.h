@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/work/WorkQueue.h"
+#include "base/jobs/WorkQueue.h"
 #include "model/Session.h"
 #include "review/journal/Journal.h"
 

@@ -1,4 +1,4 @@
-#include "base/work/WorkQueue.h"
+#include "base/jobs/WorkQueue.h"
 
 #ifdef Q_OS_LINUX
 #include <sys/resource.h>
