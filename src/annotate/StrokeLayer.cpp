@@ -1,13 +1,11 @@
 #include "annotate/StrokeLayer.h"
 
+#include "base/jobs/ShareOut.h"
+
 #include <QPainter>
 #include <QPainterPath>
-#include <QSemaphore>
-#include <QThread>
-#include <QThreadPool>
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -74,27 +72,6 @@ QPainterPath pathOf(const std::vector<QPointF>& points, const PictureMapping& ma
         last = next;
     }
     return path;
-}
-
-/// Has the thread pool help with the work from 0 to before `count`; what it has no hands for is done here, so
-/// that nothing is waited for but pieces under way.
-template<class Work>
-void shareOut(int count, Work work) {
-    struct Shared {
-        std::atomic<int> next{0};
-        QSemaphore done;
-    };
-    const auto shared = std::make_shared<Shared>();
-    const auto take = [shared, count, work] {
-        for (int piece = shared->next++; piece < count; piece = shared->next++) {
-            work(piece);
-            shared->done.release();
-        }
-    };
-    for (int helper = 1; helper < std::min(count, QThread::idealThreadCount()); ++helper)
-        if (!QThreadPool::globalInstance()->tryStart(take)) break;
-    take();
-    shared->done.acquire(count);
 }
 
 } // namespace
@@ -233,7 +210,7 @@ void StrokeLayer::moveBy(const QPoint& pixels) {
 /// Strokes painted that are no more are painted over: what lay beneath them shows again.
 QRectF StrokeLayer::takeBack(const DrawingCanvas& canvas) {
     compare_ = false;
-    const Drawing& drawing = canvas.currentStrokesDictionary();
+    const Drawing& drawing = canvas.shown();
     const size_t painted = painted_.strokes.size();
     const size_t most = std::min(painted, canvas.finishedCount());
     size_t same = 0;
@@ -249,7 +226,7 @@ QRectF StrokeLayer::takeBack(const DrawingCanvas& canvas) {
 }
 
 QRectF StrokeLayer::finish(const DrawingCanvas& canvas) {
-    const Drawing& drawing = canvas.currentStrokesDictionary();
+    const Drawing& drawing = canvas.shown();
     const size_t first = painted_.strokes.size(), end = canvas.finishedCount();
     QRectF changed = grown_;
     forgetGrowing();
@@ -264,7 +241,7 @@ QRectF StrokeLayer::finish(const DrawingCanvas& canvas) {
 /// Paints the new points only, opaque: the opacity comes when the layer is drawn, so that where the line
 /// meets itself it is no denser.
 QRectF StrokeLayer::growStroke(const DrawingCanvas& canvas) {
-    const Stroke& stroke = canvas.currentStrokesDictionary().strokes.back();
+    const Stroke& stroke = canvas.shown().strokes.back();
     const std::vector<QPointF>& points = stroke.points;
     if (growing_.isNull()) {
         growing_ = QImage(finished_.size(), QImage::Format_ARGB32_Premultiplied);
