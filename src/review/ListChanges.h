@@ -8,6 +8,15 @@ namespace daylark {
 
 /// How lists of records change, by numbers. Plain functions; any thread.
 
+/// Whether a list is nil, which is told from an empty one; a list of a class without nil never is.
+template<class List>
+[[nodiscard]] bool isNilList(const List& list) {
+    if constexpr (requires { list.isNil; })
+        return list.isNil;
+    else
+        return false;
+}
+
 /// A list's numbers; no value for a nil list.
 using RecordIds = std::vector<RecordId>;
 

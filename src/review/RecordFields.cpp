@@ -226,6 +226,13 @@ void write(Playlist& playlist, const QString& name, qint64, const Value& value) 
 }
 
 QStringList movieFields() {
+Playlist withoutItems(const Playlist& playlist) {
+    Playlist copy;
+    for (const Field<Playlist>& field : playlistTable().all)
+        field.write(copy, field.read(playlist));
+    return copy;
+}
+
     return namesOf(movieTable());
 }
 

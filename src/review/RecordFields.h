@@ -28,6 +28,9 @@ void write(Movie& movie, const QString& field, qint64 at, const Value& value);
 void write(Bookmark& bookmark, const QString& field, qint64 at, const Value& value);
 void write(Playlist& playlist, const QString& field, qint64 at, const Value& value);
 
+/// A playlist's own fields without its items: a list of thousands is not copied for a name.
+[[nodiscard]] Playlist withoutItems(const Playlist& playlist);
+
 /// The records' field names, in the order of the archive.
 [[nodiscard]] QStringList movieFields();
 [[nodiscard]] QStringList bookmarkFields();

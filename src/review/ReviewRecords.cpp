@@ -22,22 +22,9 @@ std::shared_ptr<Movie> detached(const Movie& movie) {
 }
 
 std::shared_ptr<Playlist> withoutItems(const Playlist& playlist) {
-    auto copy = std::make_shared<Playlist>();
-    copy->name = playlist.name;
-    copy->directoryPath = playlist.directoryPath;
-    copy->isDivider = playlist.isDivider;
-    copy->playlistType = playlist.playlistType;
-    copy->status = playlist.status;
+    auto copy = std::make_shared<Playlist>(fields::withoutItems(playlist));
     copy->movieList.isNil = playlist.movieList.isNil;
     return copy;
-}
-
-template<class List>
-bool isNilList(const List& list) {
-    if constexpr (requires { list.isNil; })
-        return list.isNil;
-    else
-        return false;
 }
 
 template<class List>
@@ -126,7 +113,8 @@ void ReviewRecords::adopt(Playlists playlists, const std::vector<RecordId>& ids)
         if (!playlist) continue;
         for (const auto& movie : playlist->movieList) {
             const auto [id, isNew] = take(movie, noRecord);
-            if (isNew)
+            // An item that was known before may have come by bookmarks that nobody has met.
+            if (isNew || (movie && ids.empty()))
                 for (const auto& bookmark : movie->bookmarkStore)
                     take(bookmark, id);
         }

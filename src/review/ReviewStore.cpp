@@ -18,25 +18,6 @@ RecordIds idsOf(ReviewRecords& records, const List& list) {
     return ids;
 }
 
-template<class List>
-bool isNilList(const List& list) {
-    if constexpr (requires { list.isNil; })
-        return list.isNil;
-    else
-        return false;
-}
-
-/// All but the items: a list of thousands is not copied for a name.
-Playlist fieldsOf(const Playlist& playlist) {
-    Playlist copy;
-    copy.name = playlist.name;
-    copy.directoryPath = playlist.directoryPath;
-    copy.isDivider = playlist.isDivider;
-    copy.playlistType = playlist.playlistType;
-    copy.status = playlist.status;
-    return copy;
-}
-
 } // namespace
 
 QString titleForItems(const QString& what, size_t items) {
@@ -114,7 +95,7 @@ bool ReviewStore::modify(const std::shared_ptr<Playlist>& playlist, const EditIn
                          const std::function<void(Playlist&)>& edit) {
     if (!playlist) return false;
     const Group group(*this, info);
-    const Playlist before = fieldsOf(*playlist);
+    const Playlist before = fields::withoutItems(*playlist);
     edit(*playlist);
     Changes changes = fields::differences(records_.idOf(playlist), before, *playlist);
     const bool differs = !changes.empty();

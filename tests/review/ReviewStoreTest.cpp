@@ -120,6 +120,15 @@ TEST_F(ReviewStoreTest, EveryFieldOfEveryRecordTravelsAndComesBack) {
     EXPECT_EQ(archiveOf(store.playlists()), end);
 }
 
+TEST_F(ReviewStoreTest, AnotherSessionWithAKnownItemKnowsWhoseItsNewBookmarksAre) {
+    const auto mark = std::make_shared<Bookmark>(1, 1, 25.0F);
+    a->bookmarkStore.push_back(mark); // put there while nobody looked
+    store.replaceSession({listOf({a})});
+    store.modify(a, mark, {}, [](Bookmark& bookmark) { bookmark.overlayString = u"New"_s; });
+    ASSERT_EQ(edits.size(), 1U);
+    EXPECT_EQ(store.records().ownerOf(edits[0].changes.front().record), a);
+}
+
 TEST_F(ReviewStoreTest, ChangesAreToldOnceAfterAllAreDoneWithWhatStoodThere) {
     QString seenFlag;
     QObject::connect(&store, &ReviewStore::changed, &store, [&](const Change& change) {

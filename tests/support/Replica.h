@@ -11,8 +11,8 @@
 
 namespace daylark::test {
 
-/// What stays of a session in an archive, so that two can be compared. Which bookmarks are lit follows the frame
-/// on screen and is nobody's change.
+/// What stays of a session in an archive, so that two can be compared. Which bookmarks are lit follows the
+/// frame on screen and is nobody's change.
 inline QByteArray archiveOf(const ReviewRecords::Playlists& playlists) {
     Value::Array list;
     for (const auto& playlist : playlists)
@@ -27,8 +27,48 @@ inline QByteArray archiveOf(const ReviewRecords::Playlists& playlists) {
     return archiveRoot(copy);
 }
 
-/// A session of its own that follows a store by what it announces alone, each change by way of its bytes. What
-/// changes without being announced makes the two differ.
+/// Records of their own, as they stand now.
+inline ReviewRecords::Playlists copyOf(const ReviewRecords::Playlists& playlists) {
+    Value::Array list;
+    for (const auto& playlist : playlists)
+        list.emplace_back(playlist);
+    const Value copied = deepCopy(Value(std::move(list)), recordClasses());
+    ReviewRecords::Playlists copies;
+    if (const Value::Array* elements = copied.array())
+        for (const Value& element : *elements)
+            copies.push_back(std::dynamic_pointer_cast<Playlist>(element.object()));
+    return copies;
+}
+
+/// By which fields of which records two sessions differ: the names, each once.
+inline QStringList differingFields(const ReviewRecords::Playlists& some,
+                                   const ReviewRecords::Playlists& others) {
+    QStringList found;
+    const auto note = [&found](const auto& one, const auto& other) {
+        for (const Change& change : fields::differences(0, *one, *other))
+            found << change.field;
+    };
+    if (some.size() != others.size()) found << fields::playlists;
+    for (size_t list = 0; list < std::min(some.size(), others.size()); ++list) {
+        note(some[list], others[list]);
+        const auto& items = some[list]->movieList;
+        const auto& otherItems = others[list]->movieList;
+        if (items.size() != otherItems.size()) found << fields::movieList;
+        for (size_t at = 0; at < std::min(items.size(), otherItems.size()); ++at) {
+            note(items[at], otherItems[at]);
+            const auto& marks = items[at]->bookmarkStore;
+            const auto& otherMarks = otherItems[at]->bookmarkStore;
+            if (marks.size() != otherMarks.size()) found << fields::bookmarkStore;
+            for (size_t mark = 0; mark < std::min(marks.size(), otherMarks.size()); ++mark)
+                note(marks[mark], otherMarks[mark]);
+        }
+    }
+    found.removeDuplicates();
+    return found;
+}
+
+/// A session of its own that follows a store by what it announces alone, each change by way of its bytes.
+/// What changes without being announced makes the two differ.
 class Replica {
 public:
     explicit Replica(ReviewStore& store)
@@ -46,16 +86,8 @@ public:
 
     /// Takes the session over as it stands now.
     void restart() {
-        Value::Array list;
-        for (const auto& playlist : store_.playlists())
-            list.emplace_back(playlist);
-        const Value copied = deepCopy(Value(std::move(list)), recordClasses());
-        ReviewRecords::Playlists playlists;
-        if (const Value::Array* elements = copied.array())
-            for (const Value& element : *elements)
-                playlists.push_back(std::dynamic_pointer_cast<Playlist>(element.object()));
         copy_ = std::make_unique<ReviewRecords>(ReviewRecords::Keep::everything_met);
-        copy_->adopt(std::move(playlists), store_.records().idsByPosition());
+        copy_->adopt(copyOf(store_.playlists()), store_.records().idsByPosition());
     }
 
     [[nodiscard]] bool isTrue() const {
@@ -63,29 +95,7 @@ public:
     }
     /// Which fields of which items were changed without a word.
     [[nodiscard]] QString difference() const {
-        QStringList found;
-        const auto& real = store_.playlists();
-        const auto& copies = copy_->playlists();
-        for (size_t list = 0; list < std::min(real.size(), copies.size()); ++list) {
-            const auto& items = real[list]->movieList;
-            const auto& others = copies[list]->movieList;
-            for (const Change& change : fields::differences(0, *real[list], *copies[list]))
-                found << change.field;
-            if (items.size() != others.size()) found << fields::movieList;
-            for (size_t at = 0; at < std::min(items.size(), others.size()); ++at) {
-                for (const Change& change : fields::differences(0, *items[at], *others[at]))
-                    found << change.field;
-                const auto& marks = items[at]->bookmarkStore;
-                const auto& otherMarks = others[at]->bookmarkStore;
-                if (marks.size() != otherMarks.size()) found << fields::bookmarkStore;
-                for (size_t mark = 0; mark < std::min(marks.size(), otherMarks.size()); ++mark)
-                    for (const Change& change : fields::differences(0, *marks[mark], *otherMarks[mark]))
-                        found << change.field;
-            }
-        }
-        if (real.size() != copies.size()) found << fields::playlists;
-        found.removeDuplicates();
-        return found.join(QLatin1Char(' '));
+        return differingFields(store_.playlists(), copy_->playlists()).join(QLatin1Char(' '));
     }
     [[nodiscard]] const ReviewRecords::Playlists& playlists() const { return copy_->playlists(); }
 
