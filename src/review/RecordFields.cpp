@@ -225,7 +225,6 @@ void write(Playlist& playlist, const QString& name, qint64, const Value& value) 
     writeTo(playlistTable(), playlist, name, value);
 }
 
-QStringList movieFields() {
 Playlist withoutItems(const Playlist& playlist) {
     Playlist copy;
     for (const Field<Playlist>& field : playlistTable().all)
@@ -233,6 +232,7 @@ Playlist withoutItems(const Playlist& playlist) {
     return copy;
 }
 
+QStringList movieFields() {
     return namesOf(movieTable());
 }
 
