@@ -1,4 +1,4 @@
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"

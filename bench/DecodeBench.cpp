@@ -1,8 +1,8 @@
 #include "media/decode/FrameReader.h"
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "media/container/Av.h"
-#include "picture/PictureRenderer.h"
+#include "media/index/SampleTables.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -5,7 +5,7 @@
 //
 // MOVIE is made where there is none. A line a beep: seconds of the movie, milliseconds by which the beep came
 // after the picture; then median, 95 %, worst and drift over each rate.
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "playback/sound/DeviceSound.h"
 #include "playback/run/Player.h"
 

@@ -1,5 +1,5 @@
 // daylark-demo-dailies DIR: two folders of dailies to try Daylark on.
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,8 +2,8 @@
 // drop the folders, open the viewer, play, step, flag, note, bookmark, close, export, save, start again.
 // Every step is checked; the exit status is 0 only if each was as it should be. (daylark-demo-review
 // --drag-source FOLDER... is the desktop that they are dragged from.)
-#include "demo/MovieMaker.h"
-#include "demo/Robot.h"
+#include "support/MovieMaker.h"
+#include "support/Robot.h"
 
 #include "app/PlaylistController.h"
 #include "model/Session.h"

@@ -1,5 +1,5 @@
 #include "app/AppFixture.h"
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "picture/PictureRenderer.h"
 
 #include <unistd.h>

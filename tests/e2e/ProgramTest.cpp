@@ -1,4 +1,4 @@
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "model/Session.h"
 #include "platform/Desktop.h"
 #include "review/journal/SessionRecovery.h"

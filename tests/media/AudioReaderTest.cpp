@@ -1,6 +1,6 @@
 #include "media/sound/AudioReader.h"
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 
 #include <QDataStream>
 #include <QFile>

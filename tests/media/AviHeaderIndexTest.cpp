@@ -1,6 +1,6 @@
-#include "media/container/AviHeaderIndex.h"
+#include "media/index/AviHeaderIndex.h"
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "support/ChangedFiles.h"
 #include "support/PacketReading.h"
 

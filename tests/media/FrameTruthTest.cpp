@@ -1,9 +1,11 @@
 #include "media/decode/FrameReader.h"
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "picture/PictureRenderer.h"
-#include "support/TruthTable.h"
+#include "support/RandomClips.h"
+#include "support/TruthReading.h"
 
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "media/container/MovHeaderIndex.h"
+#include "media/index/MovHeaderIndex.h"
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "media/container/MovBoxes.h"
 #include "support/ChangedFiles.h"
 #include "support/PacketReading.h"

@@ -1,6 +1,6 @@
-#include "media/container/MxfHeaderIndex.h"
+#include "media/index/MxfHeaderIndex.h"
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "support/ChangedFiles.h"
 #include "support/MxfChanges.h"
 #include "support/PacketReading.h"

@@ -1,6 +1,6 @@
 #include "media/facts/MovieProbe.h"
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "media/facts/MediaTypes.h"
 #include "media/facts/MovieTexts.h"
 #include "picture/Thumbnail.h"

@@ -1,6 +1,6 @@
 #include "media/decode/FrameReader.h"
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "picture/PictureRenderer.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "media/facts/TimecodeTrack.h"
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "media/container/MovBoxes.h"
 #include "support/TimecodeMovie.h"
 #include "support/Places.h"

@@ -1,7 +1,7 @@
 #include "picture/scene/Scene.h"
 
 #include "annotate/GradeArithmetic.h"
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "media/decode/FrameReader.h"
 
 #include <QPainter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "demo/BarCode.h"
+#include "support/BarCode.h"
 #include "support/TimecodeMovie.h"
 
 #include <QFile>

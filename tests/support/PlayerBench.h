@@ -1,6 +1,6 @@
 #pragma once
 
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "picture/PictureRenderer.h"
 #include "playback/run/Player.h"
 

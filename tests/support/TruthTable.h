@@ -1,9 +1,10 @@
 #pragma once
 
 #include "base/Result.h"
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "support/TruthReport.h"
 
+#include <QSize>
 #include <QString>
 
 #include <functional>

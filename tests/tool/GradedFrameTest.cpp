@@ -1,5 +1,5 @@
 #include "annotate/GradeArithmetic.h"
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "support/Places.h"
 
 #include <gtest/gtest.h>

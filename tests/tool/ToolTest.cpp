@@ -1,4 +1,4 @@
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 #include "support/Places.h"
 
 #include <gtest/gtest.h>

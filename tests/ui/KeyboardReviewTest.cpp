@@ -1,6 +1,6 @@
 #include "ViewerWindowFixture.h"
 
-#include "demo/Robot.h"
+#include "support/Robot.h"
 #include "ui/panels/BookmarkPanel.h"
 #include "ui/panels/BookmarkRows.h"
 #include "ui/panels/BookmarkTable.h"

@@ -1,7 +1,7 @@
-#include "demo/MovieMaker.h"
+#include "support/MovieMaker.h"
 
-#include "demo/BarCode.h"
-#include "demo/FieldPictures.h"
+#include "support/BarCode.h"
+#include "support/FieldPictures.h"
 
 #include <QPainter>
 #include <QTransform>
@@ -99,22 +99,14 @@ void setRotation(AVStream* stream, const MovieSpec& spec) {
     auto* matrix = reinterpret_cast<int32_t*>(
         av_stream_new_side_data(stream, AV_PKT_DATA_DISPLAYMATRIX, 9 * sizeof(int32_t)));
     if (!matrix) return;
-    const int32_t cosine = spec.rotation == 180 ? -one : 0;
+    const int32_t cosine = spec.rotation == 180 ? -one : spec.rotation == 0 ? one : 0;
     const int32_t sine = spec.rotation == 90 ? one : spec.rotation == 270 ? -one : 0;
     const int32_t width = spec.size.width() * one, height = spec.size.height() * one;
-    const int32_t values[] = {cosine,
-                              sine,
-                              0,
-                              -sine,
-                              cosine,
-                              0,
-                              spec.rotation == 90    ? height
-                              : spec.rotation == 180 ? width
-                                                     : 0,
-                              spec.rotation == 270   ? width
-                              : spec.rotation == 180 ? height
-                                                     : 0,
-                              1 << 30};
+    const int32_t right = spec.rotation == 90 ? height : spec.rotation == 180 ? width : 0;
+    const int32_t down = spec.rotation == 270 ? width : spec.rotation == 180 ? height : 0;
+    const int32_t shownWidth = spec.rotation % 180 ? height : width, mirror = spec.mirrored ? -1 : 1;
+    const int32_t values[] = {mirror * cosine, sine, 0, mirror * -sine, cosine, 0,
+                              spec.mirrored ? shownWidth - right : right, down, 1 << 30};
     std::copy(std::begin(values), std::end(values), matrix);
 }
 
@@ -192,7 +184,7 @@ Result<Track> openVideo(const MovieSpec& spec, AVFormatContext* output) {
     avcodec_parameters_from_context(track.stream->codecpar, codec);
     if (codec->codec_id == AV_CODEC_ID_PRORES && codec->profile == FF_PROFILE_UNKNOWN)
         track.stream->codecpar->profile = FF_PROFILE_PRORES_STANDARD; // some containers want to know it
-    if (spec.rotation != 0) setRotation(track.stream, spec);
+    if (spec.rotation != 0 || spec.mirrored) setRotation(track.stream, spec);
     track.onSample = spec.onSample;
     if (!spec.timecode.isEmpty())
         av_dict_set(&track.stream->metadata, "timecode", spec.timecode.toLatin1().constData(), 0);
@@ -359,6 +351,7 @@ QImage paintFrame(const MovieSpec& spec, int number) {
         }
         if (spec.barCode) drawBarCode(painter, size, number);
     }
+    if (spec.mirrored) picture = picture.mirrored(true, false);
     return spec.rotation ? picture.transformed(QTransform().rotate(-spec.rotation)) : picture;
 }
 

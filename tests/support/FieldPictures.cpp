@@ -1,4 +1,4 @@
-#include "demo/FieldPictures.h"
+#include "support/FieldPictures.h"
 
 #include <algorithm>
 

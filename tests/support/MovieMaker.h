@@ -47,6 +47,7 @@ struct MovieSpec {
     int pixelAspectNum = 1, pixelAspectDen = 1;
     bool barCode = true;
     int rotation = 0; ///< 0, 90, 180 or 270: degrees clockwise that a player has to turn the coded picture
+    bool mirrored = false; ///< and then to exchange left and right
     bool interlaced = false; ///< coded as fields, the upper one first; the picture doesn't move between them
     std::function<void(EncodedSample& sample)>
         onSample; ///< sees every sample of the picture; none: all as encoded

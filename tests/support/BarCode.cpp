@@ -1,4 +1,4 @@
-#include "demo/BarCode.h"
+#include "support/BarCode.h"
 
 #include <QPainter>
 

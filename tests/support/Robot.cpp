@@ -1,4 +1,4 @@
-#include "demo/Robot.h"
+#include "support/Robot.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -55,6 +55,28 @@ void Robot::drag(QPoint from, QPoint to) {
         moveTo(from + (to - from) * i / steps);
     rest(200);
     release();
+}
+
+void Robot::carry(QPoint from, QPoint to, const QString& held) {
+    QStringList all;
+    const auto pause = [&all](const char* seconds) { all << QStringLiteral("sleep") << QLatin1String(seconds); };
+    const auto move = [&](QPoint point) {
+        all << QStringLiteral("mousemove") << QString::number(point.x()) << QString::number(point.y());
+        pause("0.04");
+    };
+    move(from);
+    all << QStringLiteral("mousedown") << QStringLiteral("1");
+    pause("0.1");
+    constexpr int steps = 12;
+    for (int i = 1; i <= steps; ++i) {
+        move(from + (to - from) * i / steps);
+        if (i == steps / 2 && !held.isEmpty()) all << QStringLiteral("keydown") << held;
+    }
+    pause("0.3");
+    all << QStringLiteral("mouseup") << QStringLiteral("1");
+    pause("0.3");
+    if (!held.isEmpty()) all << QStringLiteral("keyup") << held;
+    xdotool(all);
 }
 
 void Robot::key(const QString& name) {

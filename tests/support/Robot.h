@@ -21,6 +21,9 @@ public:
     void press(QPoint global);
     void release();
     void drag(QPoint from, QPoint to); ///< in small steps, as a hand does
+    /// A drag that begins in this program, whose loop runs inside the drag until it ends: the whole of it is handed to the
+    /// server at once. `held` ("ctrl") is pressed on the way and let go after the drop; may be empty.
+    void carry(QPoint from, QPoint to, const QString& held = {});
     void key(const QString& name);     ///< "space", "Right", "ctrl+s"
     void type(const QString& text);
     /// Lets the program run until `done` or `milliseconds` are over; whether it was done.
