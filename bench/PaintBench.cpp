@@ -137,7 +137,7 @@ private:
         list->movieList.push_back(movie_);
         edits_.store().replaceSession({list}); // whose records are drawn on
         controller_.bookmarks().loadActiveBookmarks();
-        const size_t shown = controller_.drawings().canvas().currentStrokesDictionary().strokes.size();
+        const size_t shown = controller_.drawings().canvas().shown().strokes.size();
         if (shown != size_t(strokes)) std::printf("only %zu strokes are shown\n", shown);
     }
     void send(QEvent::Type type, const QPointF& at) {

@@ -31,16 +31,35 @@ QPointF PictureMapping::toArea(const QPointF& point) const {
 void DrawingCanvas::setStrokes(const Drawing& drawing) {
     drawing_ = false;
     strokes_ = drawing;
+    lineless_.clear();
 }
 
 void DrawingCanvas::clearViewOfStrokes() {
     drawing_ = false;
+    for (Stroke& stroke : strokes_.strokes)
+        stroke.points.clear();
+    lineless_.insert(lineless_.begin(), strokes_.strokes.begin(), strokes_.strokes.end());
     strokes_.strokes.clear();
+}
+
+Value DrawingCanvas::currentStrokesDictionary() const {
+    if (lineless_.empty()) return strokes_.toValue();
+    Drawing all = strokes_;
+    all.hasKeys = true;
+    all.strokes.insert(all.strokes.end(), lineless_.begin(), lineless_.end());
+    const Value lists = all.toValue();
+    Value::Dictionary dictionary = *lists.dictionary();
+    for (auto& [key, list] : dictionary)
+        if (key.string() == QLatin1String("strokesArray")) list = strokes_.toValue()[u"strokesArray"];
+    return dictionary;
 }
 
 void DrawingCanvas::beginStroke(const QPointF& point, Brush type, const QColor& colour, double width,
                                 double opacity) {
-    strokes_.strokes.push_back({{point}, int(type), colour, width, opacity});
+    lineless_.push_back({{}, int(type), colour, width, opacity});
+    strokes_.strokes.push_back(lineless_.front()); // lines and the other lists' entries go together by position
+    lineless_.erase(lineless_.begin());
+    strokes_.strokes.back().points = {point};
     strokes_.hasKeys = true;
     drawing_ = true;
 }

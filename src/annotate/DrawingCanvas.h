@@ -39,8 +39,12 @@ public:
     enum Brush { eraser = 0, brush = 1 };
 
     void setStrokes(const Drawing& drawing); ///< shows another drawing; ends a stroke in progress
+    /// Takes the lines away, and nothing is shown. Their colours, widths, opacities and brush types stay in the
+    /// drawing's other lists until other strokes are set: what is drawn before that comes behind them.
     void clearViewOfStrokes();
-    [[nodiscard]] const Drawing& currentStrokesDictionary() const { return strokes_; }
+    [[nodiscard]] const Drawing& shown() const { return strokes_; }
+    /// The five lists; the other four may be longer than the strokes'.
+    [[nodiscard]] Value currentStrokesDictionary() const;
 
     // One stroke. Points are the movie's pixels.
     void beginStroke(const QPointF& point, Brush type, const QColor& colour, double width, double opacity);
@@ -52,6 +56,7 @@ public:
 
 private:
     Drawing strokes_;
+    std::vector<Stroke> lineless_; ///< what the other lists hold beyond the lines
     bool drawing_ = false;
 };
 

@@ -54,7 +54,7 @@ QRectF strokeBounds(const Stroke& stroke, const PictureMapping& mapping) {
 }
 
 /// The points from `first` on as one line. Where it turns sharply a new part begins, whose round caps make
-/// the joint round. A single point draws nothing; wanted.
+/// the joint round. A single point draws nothing, as in drawings made elsewhere.
 QPainterPath pathOf(const std::vector<QPointF>& points, const PictureMapping& mapping, size_t first = 0) {
     QPainterPath path;
     if (first >= points.size()) return path;
@@ -87,7 +87,7 @@ void paintStrokes(QPainter& layer, const Drawing& drawing, const PictureMapping&
         if (stroke.points.size() < 2) continue;
         if (!selection.part.isNull() && !strokeBounds(stroke, mapping).intersects(selection.part)) continue;
         QColor colour = strokeColour(stroke);
-        // An eraser clears whatever its opacity; wanted.
+        // An eraser clears whatever its opacity: stored drawings count on it.
         const bool clears = stroke.erases();
         layer.setCompositionMode(clears ? QPainter::CompositionMode_Clear
                                         : QPainter::CompositionMode_SourceOver);

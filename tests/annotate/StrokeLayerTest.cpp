@@ -135,10 +135,10 @@ TEST(StrokeLayerTest, AMovedPictureAndStrokesTakenBackLookAsIfPaintedAfresh) {
     mapping = plain();
     static_cast<void>(layer.update(canvas, mapping, area, 1));
     // Taken back, changed in the middle, put back: only that is painted anew, and all looks right.
-    Drawing fewer = canvas.currentStrokesDictionary();
+    Drawing fewer = canvas.shown();
     for (int taken = 0; taken < 3; ++taken)
         fewer.removeLastStroke();
-    const Drawing before = canvas.currentStrokesDictionary();
+    const Drawing before = canvas.shown();
     Drawing other = before;
     other.strokes[57].colour = Qt::green;
     for (const Drawing& drawing : {fewer, before, other, Drawing{}, fewer}) {
@@ -161,6 +161,32 @@ TEST(StrokeLayerTest, SharpTurnsAreRoundAndAStrokeIsNoDenserThere) {
     EXPECT_EQ(picture.pixelColor(154, 134), QColor(128, 128, 128)); // outside the round corner
 }
 
+TEST(DrawingCanvasTest, AClearedViewKeepsTheOtherListsAndStrokesDrawnOnItComeBehindThem) {
+    const auto counts = [](const DrawingCanvas& canvas) {
+        const Value lists = canvas.currentStrokesDictionary();
+        std::vector<size_t> found;
+        for (const auto key :
+             {u"strokesArray", u"colourArray", u"widthArray", u"opacityArray", u"brushTypeArray"})
+            found.push_back(lists[key].array()->size());
+        return found;
+    };
+    DrawingCanvas canvas;
+    EXPECT_EQ(counts(canvas), (std::vector<size_t>{0, 0, 0, 0, 0}));
+    draw(canvas, {{0, 1}, {5, 1}}, DrawingCanvas::brush, 0.5);
+    draw(canvas, {{0, 9}, {5, 9}}, DrawingCanvas::eraser, 0.25);
+    canvas.clearViewOfStrokes();
+    EXPECT_FALSE(canvas.shown().hasStrokes());
+    EXPECT_EQ(counts(canvas), (std::vector<size_t>{0, 2, 2, 2, 2}));
+    EXPECT_EQ((*canvas.currentStrokesDictionary()[u"colourArray"].array())[0].colour(), QColor(Qt::yellow));
+    canvas.clearViewOfStrokes(); // once more takes nothing away
+    canvas.beginStroke({7, 7}, DrawingCanvas::brush, Qt::red, 3, 1);
+    EXPECT_EQ(counts(canvas), (std::vector<size_t>{1, 3, 3, 3, 3}));
+    EXPECT_EQ((*canvas.currentStrokesDictionary()[u"colourArray"].array())[2].colour(), QColor(Qt::red));
+    EXPECT_EQ(canvas.shown().strokes[0].opacity, 0.5); // the first line goes with the first entry
+    canvas.setStrokes({});
+    EXPECT_EQ(counts(canvas), (std::vector<size_t>{0, 0, 0, 0, 0}));
+}
+
 TEST(StrokeLayerTest, StrokesOfDefaultsOrWithoutPointsAreShownAndDrawnOn) {
     Drawing odd;
     odd.strokes = {{.points = {{0, 180}, {640, 180}}, .width = 8}, {}, {.points = {{0, 90}}}};
@@ -169,7 +195,7 @@ TEST(StrokeLayerTest, StrokesOfDefaultsOrWithoutPointsAreShownAndDrawnOn) {
     EXPECT_EQ(shownAtOnce(canvas, plain()).pixelColor(160, 90), QColor(Qt::black));
     draw(canvas, {{0, 270}, {640, 270}}, DrawingCanvas::brush);
     EXPECT_EQ(shownAtOnce(canvas, plain()).pixelColor(160, 45), QColor(Qt::yellow));
-    canvas.clearViewOfStrokes();
+    canvas.setStrokes({});
     draw(canvas, {{0, 180}, {640, 180}}, DrawingCanvas::eraser);
     draw(canvas, {{0, 270}, {640, 270}}, DrawingCanvas::brush);
     EXPECT_EQ(shownAtOnce(canvas, plain()).pixelColor(160, 45), QColor(Qt::yellow));

@@ -127,7 +127,7 @@ TEST_P(PictureViewTest, LayersLieAboveThePictureAndReadOutsAboveThem) {
         view.showStrokes(false);
         EXPECT_EQ(screen().pixelColor(150, 50), QColor(Qt::blue));
     }
-    canvas->setStrokes(canvas->currentStrokesDictionary());
+    canvas->setStrokes(canvas->shown());
     view.showStrokes(true);
     expectScreenIsRenderedArea("replaced by the same");
     scene.maskRatio = 2.35;

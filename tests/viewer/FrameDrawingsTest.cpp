@@ -74,7 +74,7 @@ TEST_F(FrameDrawingsTest, AStrokeStopsTheMovieAndMakesABookmarkWhereNoneIs) {
     drawLine(40);
     EXPECT_EQ(controller.currentMovie()->bookmarkStore.size(), 1u);
     EXPECT_EQ(strokesOf(0), 2u);
-    EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), 2u);
+    EXPECT_EQ(drawings.canvas().shown().strokes.size(), 2u);
     EXPECT_FALSE(controller.currentMovie()->drawingIcon.isNil());
 }
 
@@ -104,7 +104,7 @@ TEST_F(FrameDrawingsTest, UndoTakesBackStrokesRemovalsAndTheBookmarkThatAStrokeM
     for (const size_t strokes : {2, 3, 2, 1}) {
         history.undo();
         EXPECT_EQ(strokesOf(0), strokes);
-        EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), strokes);
+        EXPECT_EQ(drawings.canvas().shown().strokes.size(), strokes);
     }
     history.undo();
     EXPECT_TRUE(controller.currentMovie()->bookmarkStore.empty());
@@ -172,7 +172,7 @@ TEST_F(FrameDrawingsTest, BookmarksThatShareAFrameAllGetTheStrokeWhichIsShownOnc
         bookmarks.loadActiveBookmarks();
         EXPECT_EQ(one->drawings.strokes.size(), size_t(stroke));
         EXPECT_EQ(two->drawings, one->drawings);
-        EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), size_t(stroke));
+        EXPECT_EQ(drawings.canvas().shown().strokes.size(), size_t(stroke));
     }
     history.undo();
     EXPECT_EQ(one->drawings.strokes.size(), 3u);
@@ -192,7 +192,7 @@ TEST_F(FrameDrawingsTest, RemovingAllAsksFirst) {
     EXPECT_EQ(alerts.shown.back().message, QStringLiteral("Remove All Drawings From Movie?"));
     drawings.deleteAllDrawingsFromMovie();
     EXPECT_EQ(strokesOf(0), 0u);
-    EXPECT_EQ(drawings.canvas().currentStrokesDictionary().strokes.size(), 0u);
+    EXPECT_EQ(drawings.canvas().shown().strokes.size(), 0u);
 }
 
 TEST_F(FrameDrawingsTest, DrawingsShowAsTheirOptionSays) {

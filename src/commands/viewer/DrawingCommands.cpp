@@ -18,7 +18,7 @@ void bindDrawingCommands(CommandSet& commands, MoviePlayerController& controller
     DrawingTools& tools = controller.drawingTools();
     FrameDrawings& drawing = controller.drawings();
     const Condition& isDrawn =
-        commands.when([&drawing] { return drawing.canvas().currentStrokesDictionary().hasStrokes(); })
+        commands.when([&drawing] { return drawing.canvas().shown().hasStrokes(); })
             .follows(drawing, &FrameDrawings::strokesChanged);
     const auto bind = [&](const char* id, std::function<void()> run, const Condition& enabled) {
         commands.bind(QLatin1String(id), std::move(run), &enabled);

@@ -19,7 +19,7 @@ QRect pixelRect(const QRectF& rect, double scaleX, double scaleY) {
 } // namespace
 
 bool Scene::hasStrokes() const {
-    return drawing && drawing->currentStrokesDictionary().hasStrokes();
+    return drawing && drawing->shown().hasStrokes();
 }
 
 PictureMapping Scene::mapping() const {

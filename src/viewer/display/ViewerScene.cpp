@@ -62,7 +62,7 @@ void ViewerScene::showDrawing() {
     const DrawingCanvas& canvas = parts_.drawings.canvas();
     const bool shown = parts_.visibility.drawingsAreShown();
     const auto background =
-        sceneBackgroundOf(parts_.visibility.shownBackground(canvas.currentStrokesDictionary().hasStrokes()));
+        sceneBackgroundOf(parts_.visibility.shownBackground(canvas.shown().hasStrokes()));
     if (shown == bool(scene_.drawing) && background == scene_.background) return;
     scene_.background = background;
     // Points to what is drawn on, which outlives this.

@@ -28,6 +28,8 @@ void FrameDrawings::setMovie(const std::shared_ptr<Movie>& movie) {
 void FrameDrawings::strokeBegan(const QPointF& point) {
     if (!movie_ || !around_.tools.isDrawMode()) return;
     if (around_.transport.isRunning()) around_.transport.pauseMovie();
+    if (!canvas_.shown().hasStrokes())
+        canvas_.setStrokes({}); // nothing of the movie before colours this stroke
     const DrawingTools& tools = around_.tools;
     canvas_.beginStroke(point, tools.eraserToolButton() ? DrawingCanvas::eraser : DrawingCanvas::brush,
                         tools.brushColour(), tools.currentWidth(), tools.currentOpacity());
@@ -47,9 +49,9 @@ void FrameDrawings::strokeEnded(const QPointF& point) {
     Q_EMIT strokeGrew();
 }
 
-// Every active bookmark gets the whole drawing that is shown; wanted.
+// Every active bookmark gets the whole drawing that is shown: each is exported and looked at by itself.
 void FrameDrawings::storeCurrentDrawing() {
-    const Drawing drawing = canvas_.currentStrokesDictionary();
+    const Drawing drawing = canvas_.shown();
     const auto active = around_.bookmarks.activeBookmarks();
     {
         const bool erased = around_.tools.eraserToolButton();
@@ -98,9 +100,9 @@ void FrameDrawings::deleteCurrentDrawings() {
 
 void FrameDrawings::deleteAllDrawingsFromMovie() {
     if (!movie_) return;
-    const Alert question{QStringLiteral("Remove All Drawings From Movie?"),
+    const Alert question{tr("Remove All Drawings From Movie?"),
                          {},
-                         {QStringLiteral("Remove"), QStringLiteral("Cancel")},
+                         {tr("Remove"), tr("Cancel")},
                          AlertStyle::warning};
     if (around_.alerts.run(question) != Alerts::firstButton) return;
     {
