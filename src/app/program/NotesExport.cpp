@@ -61,8 +61,8 @@ void NotesExport::exportNotes(const Sender& sender) {
     if (sender.title == QLatin1String("Export Playlist Notes...")) movies = library.arrangedMovies();
     if (movies.empty()) {
         Alert alert;
-        alert.message = QStringLiteral("No movies found to export");
-        alert.buttons = QStringList{QStringLiteral("Okay")};
+        alert.message = tr("No movies found to export");
+        alert.buttons = QStringList{tr("Okay")};
         alert.style = AlertStyle::informational;
         surroundings_.alerts.show(alert);
         return;
@@ -73,10 +73,10 @@ void NotesExport::exportNotes(const Sender& sender) {
         write(path, *format, movies);
     } else if (!path.isEmpty() && chosen == richTextFormat) {
         Alert alert;
-        alert.message = QStringLiteral("Rich text notes can't be exported yet");
+        alert.message = tr("Rich text notes can't be exported yet");
         alert.informativeText =
-            QStringLiteral("Choose \"%1\" and try again").arg(formats_.all().front()->title());
-        alert.buttons = QStringList{QStringLiteral("Okay")};
+            tr("Choose \"%1\" and try again").arg(formats_.all().front()->title());
+        alert.buttons = QStringList{tr("Okay")};
         alert.style = AlertStyle::informational;
         surroundings_.alerts.show(alert);
     }
@@ -87,10 +87,10 @@ QString NotesExport::askForPath() {
     const Preferences& preferences = surroundings_.preferences;
     const auto playlist = surroundings_.library.selectedPlaylist();
     SavePanel panel;
-    panel.title = QStringLiteral("Export Notes");
-    panel.prompt = QStringLiteral("Save");
+    panel.title = tr("Export Notes");
+    panel.prompt = tr("Save");
     panel.allowedTypes = QStringList{QStringLiteral("csv"), QStringLiteral("rtf")};
-    panel.accessoryLabel = QStringLiteral("Format:");
+    panel.accessoryLabel = tr("Format:");
     panel.accessoryTitles = formatTitles();
     panel.accessoryCurrent = preferences.notesExportFormat();
     panel.proposedName =

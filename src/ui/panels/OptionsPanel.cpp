@@ -125,7 +125,7 @@ void OptionsPanel::addPlaybackRows() {
     connect(rate, &QDoubleSpinBox::valueChanged, this,
             [&transport] { transport.setRateMultiplier({QStringLiteral("Set")}); });
     givesKeyboardBack(rate);
-    auto* reset = new QPushButton(QStringLiteral("Reset"), this);
+    auto* reset = new QPushButton(tr("Reset"), this);
     reset->setObjectName(QStringLiteral("resetRate"));
     reset->setFixedWidth((optionChoiceWidth - 8) / 2);
     reset->setFocusPolicy(Qt::NoFocus);

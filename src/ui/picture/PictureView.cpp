@@ -5,13 +5,11 @@
 #include "ui/picture/PictureWorker.h"
 #include "viewer/display/ViewerScene.h"
 
-#include <QFutureWatcher>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QWheelEvent>
-#include <QtConcurrent>
 
 #include <cmath>
 #include <utility>
@@ -219,16 +217,14 @@ void PictureView::chooseRenderer(RendererChoice wanted) {
     openGlProblem_.clear();
     if (wanted == RendererChoice::software || (!always && !hasGraphicsDevice())) return adoptRenderer();
     // Drivers take their time to load.
-    auto* probe = new QFutureWatcher<OpenGlProbe>(this);
-    connect(probe, &QFutureWatcherBase::finished, this, [this, probe, choice, always] {
-        probe->deleteLater();
-        if (choice != choice_) return;
-        const OpenGlProbe found = probe->result();
-        openGlWanted_ = found.problem.isEmpty() && (always || !isSoftwareRasteriser(found.device));
-        openGlProblem_ = found.problem;
-        adoptRenderer();
+    probing_.run([this, choice, always, platform = QGuiApplication::platformName()] {
+        WorkQueue::deliver(this, [this, choice, always, found = probeOpenGl(platform)] {
+            if (choice != choice_) return;
+            openGlWanted_ = found.problem.isEmpty() && (always || !isSoftwareRasteriser(found.device));
+            openGlProblem_ = found.problem;
+            adoptRenderer();
+        });
     });
-    probe->setFuture(QtConcurrent::run(probeOpenGl, QGuiApplication::platformName()));
 }
 
 void PictureView::mousePressEvent(QMouseEvent* event) {

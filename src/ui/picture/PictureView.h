@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/jobs/WorkQueue.h"
 #include "picture/scene/OverlayTiles.h"
 #include "picture/scene/Scene.h"
 #include "picture/scene/ScenePainter.h"
@@ -102,6 +103,7 @@ private:
     bool openGlWanted_ = false;
     QString openGlProblem_;
     quint64 choice_ = 0; ///< number of the last `chooseRenderer`
+    WorkQueue probing_; ///< last: waits for its work
 };
 
 } // namespace daylark

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "picture/PictureRenderer.h"
+#include "base/jobs/WorkQueue.h"
 #include "media/decode/VideoFrame.h"
+#include "picture/PictureRenderer.h"
 
 #include <QImage>
 #include <QObject>
 #include <QPoint>
-#include <QThreadPool>
 
 #include <optional>
 
@@ -24,8 +24,7 @@ public:
         PictureRequest request;
         QPoint at; ///< handed back
     };
-    explicit PictureWorker(QObject* parent = nullptr);
-    ~PictureWorker() override;
+    using QObject::QObject;
 
     void want(Job job);
     void forget() { next_.reset(); } ///< what waits is not needed any more
@@ -36,9 +35,9 @@ Q_SIGNALS:
 private:
     void start(Job job);
 
-    QThreadPool pool_;
     bool busy_ = false;
     std::optional<Job> next_;
+    WorkQueue work_; ///< last: waits for its work
 };
 
 } // namespace daylark

@@ -37,13 +37,7 @@ Snapshots::Snapshots(Preferences& preferences, Panels& panels, ViewerList& list,
     , preferences_(preferences)
     , panels_(panels)
     , list_(list)
-    , time_(time) {
-    writing_.setMaxThreadCount(1);
-}
-
-Snapshots::~Snapshots() {
-    writing_.waitForDone();
-}
+    , time_(time) {}
 
 QSize Snapshots::targetSize(const QSize& area, const Preferences& preferences) {
     const SnapshotScale scale = preferences.snapshotImageScale();
@@ -93,16 +87,16 @@ void Snapshots::takeSnapshot() {
     Q_EMIT flash();
     const SnapshotFormat format = preferences_.snapshotFileFormat();
     SavePanel panel;
-    panel.title = QStringLiteral("Save Snapshot As...");
-    panel.prompt = QStringLiteral("Save Snapshot");
+    panel.title = tr("Save Snapshot As...");
+    panel.prompt = tr("Save Snapshot");
     panel.proposedName = proposedName();
     if (const QString extension = extensionOf(format); !extension.isEmpty()) panel.allowedTypes = {extension};
     const QString path = panels_.runSave(panel);
     if (path.isEmpty()) return;
     ++snapshotNumber_;
     const float quality = preferences_.compressionQuality();
-    // A failure stays silent; wanted.
-    writing_.start([picture, path, format, quality] { (void)writeSnapshot(picture, path, format, quality); });
+    // A failure stays silent: nothing interrupts a review for a still.
+    writing_.run([picture, path, format, quality] { (void)writeSnapshot(picture, path, format, quality); });
 }
 
 bool writeSnapshot(const QImage& image, const QString& path, SnapshotFormat format, float quality) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/jobs/WorkQueue.h"
 #include "preferences/PreferenceWords.h"
 
 #include <QColor>
@@ -7,7 +8,6 @@
 #include <QObject>
 #include <QSize>
 #include <QString>
-#include <QThreadPool>
 
 #include <functional>
 
@@ -31,19 +31,18 @@ public:
     };
     Snapshots(Preferences& preferences, Panels& panels, ViewerList& list, TimeDisplay& time,
               QObject* parent = nullptr);
-    ~Snapshots() override; ///< waits for what is being written
     void setArea(Area area) { area_ = std::move(area); }
 
     void takeTimedSnapshot(); ///< what the command does
     void takeSnapshot();
-    void takeQuietSnapshot() {}      ///< does nothing; wanted
+    void takeQuietSnapshot() {}      ///< does nothing; kept for those who bound a key to it
     void setSnapshotDestination() {} ///< as above
 
     [[nodiscard]] int snapshotNumber() const { return snapshotNumber_; } ///< from 1 at every launch
     /// By the preferred scale, in whole pixels.
     [[nodiscard]] static QSize targetSize(const QSize& area, const Preferences& preferences);
     [[nodiscard]] QString proposedName() const;
-    void waitForWriting() { writing_.waitForDone(); }
+    void waitForWriting() { writing_.wait(); }
 
 Q_SIGNALS:
     void flash(); ///< acknowledge on the picture
@@ -55,7 +54,7 @@ private:
     TimeDisplay& time_;
     Area area_;
     int snapshotNumber_ = 1;
-    QThreadPool writing_;
+    WorkQueue writing_; ///< last: waits for what is being written
 };
 
 /// `quality` 0 to 1 counts for JPEG only. False when it could not, or for no format. Any thread.

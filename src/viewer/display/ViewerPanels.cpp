@@ -133,9 +133,9 @@ void ViewerPanels::restoreFavouriteFrame(int narrowest) {
 void ViewerPanels::bookmarkCurrentViewerSize() {
     if (!host_) return;
     const int answer = alerts_.run(
-        {QStringLiteral("Save Current Panel Layout?"),
+        {tr("Save Current Panel Layout?"),
          {},
-         {QStringLiteral("Save As Layout 1"), QStringLiteral("Save As Layout 2"), QStringLiteral("Cancel")},
+         {tr("Save As Layout 1"), tr("Save As Layout 2"), tr("Cancel")},
          AlertStyle::informational});
     if (answer == Alerts::firstButton) saveLayout(preferences_.panelLayout1);
     if (answer == Alerts::secondButton) saveLayout(preferences_.panelLayout2);
@@ -166,12 +166,12 @@ void ViewerPanels::restoreSavedPanelLayout(const Sender& sender) {
     if (!host_ || (!first && sender.title != QLatin1String("Restore Panel Layout 2"))) return;
     const PanelLayoutPreferences& layout = first ? preferences_.panelLayout1 : preferences_.panelLayout2;
     if (!layout.panelsToRestore.isStored()) {
-        // The two texts differ by one letter; wanted.
-        alerts_.show({QStringLiteral("No saved layout"),
+        // The two texts differ by one letter, as whoever learnt them knows them.
+        alerts_.show({tr("No saved layout"),
                       first
-                          ? QStringLiteral("Use \"Panels > Save Panel Layout\" to save the current layout.")
-                          : QStringLiteral("Use \"Panels > Save Panels Layout\" to save the current layout."),
-                      {QStringLiteral("Okay")},
+                          ? tr("Use \"Panels > Save Panel Layout\" to save the current layout.")
+                          : tr("Use \"Panels > Save Panels Layout\" to save the current layout."),
+                      {tr("Okay")},
                       AlertStyle::warning});
         return;
     }

@@ -93,11 +93,13 @@ void PlaybackRange::warnOfLongHandles() {
     QMetaObject::invokeMethod(
         this,
         [this] {
-            const int code = alerts_.run({QStringLiteral("Handles are longer than movie"),
-                                          QStringLiteral("Choose another value"),
+            const int code = alerts_.run({tr("Handles are longer than movie"),
+                                          tr("Choose another value"),
                                           {},
                                           AlertStyle::warning});
-            alertDidEnd(code, {}); // without a context its one button changes nothing further; wanted
+            alertDidEnd(
+                code,
+                {}); // without a context its one button changes nothing further: the range stays as typed
         },
         Qt::QueuedConnection);
 }
