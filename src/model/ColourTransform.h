@@ -18,7 +18,6 @@ struct ColourTransform {
     std::array<std::array<double, 4>, 3> map{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}}};
 
     /// Changes no picture: the renderers then leave the step out.
-    [[nodiscard]] bool isIdentity() const { return *this == ColourTransform{}; }
     /// The curve is linear and the same for all channels and at 1: only `map` is to be applied.
     [[nodiscard]] bool hasCurve() const { return power != 1 || scale != 1 || gain != std::array<double, 3>{1, 1, 1}; }
     bool operator==(const ColourTransform&) const = default;

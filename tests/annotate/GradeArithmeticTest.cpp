@@ -104,7 +104,7 @@ TEST(GradeArithmeticTest, ShortFormEqualsTheSixOperationsForEveryGrade) {
 }
 
 TEST(GradeArithmeticTest, NeutralIsIdentityAndWhatHasNoPowerHasNoCurve) {
-    EXPECT_TRUE(colourTransformOf(Grade{}).isIdentity());
+    EXPECT_TRUE(colourTransformOf(Grade{}) == ColourTransform{});
     const Grade linear = gradeOf([](Grade& g) { g.exposure = 2, g.redChannel = 0.5, g.contrast = 1.5; });
     EXPECT_FALSE(colourTransformOf(linear).hasCurve());
     EXPECT_TRUE(colourTransformOf(gradeOf([](Grade& g) { g.gamma = 1.1; })).hasCurve());
@@ -139,7 +139,7 @@ TEST(GradeArithmeticTest, AnyNumbersGiveFinitePictures) {
     for (double Grade::*const member : members) {
         Grade grade;
         grade.*member = std::nan("");
-        EXPECT_TRUE(colourTransformOf(grade).isIdentity());
+        EXPECT_TRUE(colourTransformOf(grade) == ColourTransform{});
     }
 }
 

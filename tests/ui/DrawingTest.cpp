@@ -207,7 +207,9 @@ TEST_F(DrawingTest, ASnapshotHoldsThePixelsOnScreenHoweverThePictureLiesAndWhate
     preferences.snapshotFileFormat.set(SnapshotFormat::png);
     preferences.displayFrameCounter.set(true);
     press("Draw");
-    panel->opacitySlider()->setValue(50);
+    for (auto* slider : panel->findChildren<QSlider*>())
+        if (slider->accessibleName() == QLatin1String("Opacity of the tool")) slider->setValue(50);
+    EXPECT_EQ(preferences.brushOpacity(), 0.5F);
     stroke({at(0.1, 0.2), at(0.5, 0.7), at(0.9, 0.3), at(0.3, 0.45)});
     press("Erase");
     stroke({at(0.4, 0.2), at(0.6, 0.8)});

@@ -35,7 +35,7 @@ constexpr ViewerPanel rememberedPanels[] = {ViewerPanel::grading,   ViewerPanel:
 
 class PanelsTest : public ViewerWindowFixture {
 protected:
-    [[nodiscard]] ToolPanel* panel(ViewerPanel which) const { return window->panelHost()->window(which); }
+    [[nodiscard]] ToolPanel* panel(ViewerPanel which) const { return window->findChild<ViewerPanelHost*>()->window(which); }
     [[nodiscard]] bool isOpen(ViewerPanel which) const { return panel(which)->isVisible(); }
     void trigger(const char* id) { window->commands().action(QLatin1String(id))->trigger(); }
     [[nodiscard]] int restores(ViewerPanel which) {
@@ -84,7 +84,7 @@ TEST_F(PanelsTest, ButtonsCloseBoxesAndPreferencesSayTheSame) {
         EXPECT_TRUE(isOpen(which));
         EXPECT_TRUE(button->isChecked());
         EXPECT_EQ(restores(which), 1);
-        QTest::mouseClick(panel(which)->titleLine()->findChild<QToolButton*>(), Qt::LeftButton);
+        QTest::mouseClick(panel(which)->findChild<PanelTitle*>()->findChild<QToolButton*>(), Qt::LeftButton);
         EXPECT_FALSE(isOpen(which));
         EXPECT_FALSE(button->isChecked());
         EXPECT_EQ(restores(which), 0);
@@ -112,7 +112,7 @@ TEST_F(PanelsTest, PanelsLeaveTheKeyboardToTheViewerUntilSomethingIsTypedInto) {
     ToolPanel* notes = panel(ViewerPanel::notes);
     // Taken hold of anywhere else, a panel hands the keyboard back.
     notes->activateWindow();
-    QTest::mouseClick(notes->titleLine(), Qt::LeftButton);
+    QTest::mouseClick(notes->findChild<PanelTitle*>(), Qt::LeftButton);
     EXPECT_TRUE(bench::waitUntil(viewerHasKeyboard));
     EXPECT_FALSE(notes->usesKeyboard());
     notes->activateWindow();
@@ -143,7 +143,7 @@ TEST_F(PanelsTest, PanelsOpenOnTheScreenClearOfTheStripAndComeBackWhereTheyWereL
 
     panel(ViewerPanel::notes)->setGeometry(40, 60, 310, 333);
     trigger("viewer.gradeTools"); // away
-    window->panelHost()->window(ViewerPanel::options)->move(200, 20);
+    window->findChild<ViewerPanelHost*>()->window(ViewerPanel::options)->move(200, 20);
     window->close();
     for (const ViewerPanel which : rememberedPanels)
         EXPECT_FALSE(isOpen(which));
@@ -292,7 +292,7 @@ TEST_F(PanelsTest, TheFloatingControlsSeekAndShowTheRange) {
     QTest::mouseClick(loudness, Qt::LeftButton, {}, QPoint(loudness->width() - 4, loudness->height() / 2));
     EXPECT_GT(player.volume(), 0.5F);
     QTest::mouseClick(volume, Qt::LeftButton);
-    QTest::mouseClick(panel(ViewerPanel::controls)->titleLine()->findChild<QToolButton*>(), Qt::LeftButton);
+    QTest::mouseClick(panel(ViewerPanel::controls)->findChild<PanelTitle*>()->findChild<QToolButton*>(), Qt::LeftButton);
     EXPECT_FALSE(controls->isVisible());
 }
 

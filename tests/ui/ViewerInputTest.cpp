@@ -235,10 +235,10 @@ TEST_F(ViewerInputTest, FullScreenByTheWindowManagerPutsDrawerAndListAwayLikeIts
     openTwo();
     key(Qt::Key_P);
     key(Qt::Key_N);
-    ToolPanel* drawer = window->panelHost()->window(ViewerPanel::playlistDrawer);
+    ToolPanel* drawer = window->findChild<ViewerPanelHost*>()->window(ViewerPanel::playlistDrawer);
     ASSERT_TRUE(drawer->isVisible());
     window->setWindowState(window->windowState() | Qt::WindowFullScreen);
-    ASSERT_TRUE(bench::waitUntil([this] { return window->fullScreen()->isOn(); }));
+    ASSERT_TRUE(bench::waitUntil([this] { return window->isFullScreen(); }));
     EXPECT_FALSE(drawer->isVisible());
     EXPECT_FALSE(isShown(ViewerPanel::notes));
     EXPECT_FALSE(isShown(ViewerPanel::playlistDrawer));
@@ -248,7 +248,7 @@ TEST_F(ViewerInputTest, FullScreenByTheWindowManagerPutsDrawerAndListAwayLikeIts
     EXPECT_TRUE(list->isShown());
     EXPECT_FALSE(drawer->isVisible());
     window->setWindowState(window->windowState() & ~Qt::WindowFullScreen);
-    ASSERT_TRUE(bench::waitUntil([this] { return !window->fullScreen()->isOn(); }));
+    ASSERT_TRUE(bench::waitUntil([this] { return !window->isFullScreen(); }));
     EXPECT_FALSE(list->isShown());
     EXPECT_FALSE(drawer->isVisible());
     EXPECT_FALSE(isShown(ViewerPanel::playlistDrawer));
@@ -296,7 +296,7 @@ TEST_F(ViewerInputTest, WithHotkeysOffInFullScreenOnlyEscapeWorks) {
 
 TEST_F(ViewerInputTest, FloatingTimecodeFollowsThePictureAndItsFiguresTheWindow) {
     openFrames(48);
-    FloatingTimecode* floating = window->floatingTimecode();
+    FloatingTimecode* floating = window->findChild<FloatingTimecode*>();
     preferences.displayTimecode.set(true);
     EXPECT_FALSE(floating->isVisible());
     EXPECT_FALSE(window->picture()->scene().readOuts.timecode.isEmpty());
@@ -322,7 +322,7 @@ TEST_F(ViewerInputTest, FloatingTimecodeFollowsThePictureAndItsFiguresTheWindow)
 
 TEST_F(ViewerInputTest, TheFloatingTimecodeKeepsToItsPreferenceFromTheFirstPictureOn) {
     preferences.displayTimecode.set(true);
-    FloatingTimecode* floating = window->floatingTimecode();
+    FloatingTimecode* floating = window->findChild<FloatingTimecode*>();
     bool seen = false;
     const auto watch = connectWatcher([&] { seen = seen || floating->isVisible(); });
     openTwo();

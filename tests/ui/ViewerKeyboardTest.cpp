@@ -101,7 +101,7 @@ TEST_F(ViewerKeyboardTest, DrawingToolsHandTheKeyboardBackDockedOrNot) {
     openFrames(24);
     for (const bool docked : {false, true}) {
         SCOPED_TRACE(docked);
-        ToolPanel* panel = window->panelHost()->window(ViewerPanel::drawing);
+        ToolPanel* panel = window->findChild<ViewerPanelHost*>()->window(ViewerPanel::drawing);
         panel->setFloating(!docked);
         key(Qt::Key_D);
         ASSERT_TRUE(panel->isVisible());

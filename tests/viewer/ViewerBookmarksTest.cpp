@@ -86,7 +86,7 @@ TEST_F(ViewerBookmarksTest, GoingToABookmarkShowsItsFrameAtEveryRate) {
     const auto beyond = std::make_shared<Bookmark>(61, 1, 12.5f);
     edits.addBookmarks(controller.currentMovie(), {beyond});
     goTo(5);
-    bookmarks.goToFirstFrameOf(beyond);
+    press(bookmarkTag::goToFirst, beyond);
     EXPECT_EQ(bench::settledPicture(player), 60);
 }
 

@@ -26,12 +26,12 @@ TEST_F(ViewerGradeTest, ValuesReachThePictureAtOnceAndResetsTouchTheirOwn) {
     grade.setGrade({{}, 12});
     EXPECT_EQ(movie->redChannel, 0.5);
     grade.toggleGrade();
-    EXPECT_TRUE(grade.transform().isIdentity());
+    EXPECT_TRUE(grade.transform() == ColourTransform{});
     EXPECT_EQ(movie->redChannel, 0.5);
     grade.toggleGrade();
-    EXPECT_FALSE(grade.transform().isIdentity());
+    EXPECT_FALSE(grade.transform() == ColourTransform{});
     grade.setGrade({{}, ViewerGrade::resetAll});
-    EXPECT_TRUE(grade.transform().isIdentity());
+    EXPECT_TRUE(grade.transform() == ColourTransform{});
     EXPECT_TRUE(movie->grade().isNeutral());
     EXPECT_TRUE(movie->gradeIcon.isNil());
 }

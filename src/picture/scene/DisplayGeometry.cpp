@@ -40,7 +40,7 @@ void DisplayGeometry::zoomOut() {
     scaleView(1 / 1.2);
 }
 
-// No limit either way; wanted.
+// No limit either way: single pixels are looked at, and walls of screens.
 void DisplayGeometry::scaleView(double factor) {
     fitted_ = false;
     resizeView(view_.size() * factor, false);
@@ -75,10 +75,6 @@ double DisplayGeometry::viewerScaleX() const {
     return area_.width() > 0 ? view_.width() / area_.width() : 1;
 }
 
-double DisplayGeometry::viewerScaleY() const {
-    return area_.height() > 0 ? view_.height() / area_.height() : 1;
-}
-
 QRectF DisplayGeometry::toTopLeft(const QRectF& rect) const {
     return {rect.x(), area_.height() - rect.y() - rect.height(), rect.width(), rect.height()};
 }
@@ -101,11 +97,12 @@ std::optional<DisplayGeometry::WindowFrame> DisplayGeometry::windowFrame(const Q
     if (title == QLatin1String("1:2 (Half Size)")) divisor = 2;
     if (title == QLatin1String("1:3 (Third Size)")) divisor = 3;
     if (divisor == 0) return std::nullopt;
-    // The third size asks for more width than three times the narrowest window; wanted.
+    // The third size asks for more width than three times the narrowest window: the sizes that came first.
     const int enough = divisor == 3 ? 1440 : narrowestWindow * divisor;
     if (width_ < enough) return WindowFrame{{narrowestWindow, constrainedHeight(narrowestWindow)}, {}};
     WindowFrame frame{{width_ / divisor, height_ / divisor + controlsHeight}, {}};
-    if (divisor == 1 && width_ >= 1920) frame.origin = QPoint(100, -1000); // wanted
+    if (divisor == 1 && width_ >= 1920)
+        frame.origin = QPoint(100, -1000); // up to the upper edge, as far as the desktop lets it
     return frame;
 }
 
@@ -113,7 +110,7 @@ int DisplayGeometry::constrainedHeight(int windowWidth) const {
     return aspect_ > 0 ? int(float(windowWidth) / aspect_ + float(controlsHeight)) : windowWidth;
 }
 
-// One point wider and one higher than the picture needs; wanted.
+// One point wider and one higher than the picture needs: saved window sizes have them.
 QSize DisplayGeometry::constrainedWindow() const {
     return {int(double(aspect_) * area_.height() + 1), int(area_.height() + controlsHeight + 1)};
 }

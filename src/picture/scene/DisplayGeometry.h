@@ -48,7 +48,6 @@ public:
     [[nodiscard]] QRectF view() const { return view_; } ///< x, y of the lower left corner, y upwards
     [[nodiscard]] QRectF picture() const;               ///< inside the view, by the movie's aspect
     [[nodiscard]] double viewerScaleX() const;          ///< view width / area width; 1 without an area
-    [[nodiscard]] double viewerScaleY() const;
     [[nodiscard]] QRectF
     toTopLeft(const QRectF& rect) const; ///< the same rectangle with y downwards from the area's top
 

@@ -26,7 +26,6 @@ public:
 
     /// Takes over what `start` found; the session's records now go by these numbers. Once, before any step.
     void begin(JournalStart& start, const std::vector<RecordId>& ids);
-    [[nodiscard]] bool hasBegun() const { return begun_; }
     void append(Changes step);                              ///< nothing before `begin`
     [[nodiscard]] quint64 sequence() const { return sequence_; } ///< of the last step appended
 

@@ -18,7 +18,6 @@ public:
 
     /// The picture of an image; null when it is nil or no picture.
     [[nodiscard]] QPixmap pixmap(const Image& image);
-    [[nodiscard]] qsizetype decodedCount() const { return entries_.count(); }
 
 private:
     struct Entry {

@@ -17,7 +17,6 @@ public:
     ToolPanel(const QString& title, QWidget* content, QWidget* viewer);
 
     void setTitle(const QString& title); ///< of the window and of the title line
-    [[nodiscard]] PanelTitle* titleLine() const { return title_; }
     /// Whether the widget that has the focus in here is one that keys are meant for.
     [[nodiscard]] bool usesKeyboard() const;
 

@@ -15,7 +15,6 @@ public:
     ~InterfaceWatchdog() override; ///< prints when DAYLARK_WATCHDOG=1
 
     void restart(); ///< forgets what it has seen
-    [[nodiscard]] double longestBusyMs() const { return longestMs_; }
 
 private:
     QTimer timer_;

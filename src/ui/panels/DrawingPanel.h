@@ -24,8 +24,6 @@ public:
     DrawingPanel(MoviePlayerController& controller, const Commands& commands, QWidget* parent = nullptr);
 
     [[nodiscard]] QToolButton* tool(const QString& title) const; ///< "Draw", "Erase", "Scroll"
-    [[nodiscard]] QSlider* widthSlider() const { return width_; }
-    [[nodiscard]] QSlider* opacitySlider() const { return opacity_; }
     void closeColourDialog();
 
 private:

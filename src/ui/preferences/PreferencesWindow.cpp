@@ -24,10 +24,6 @@ namespace daylark {
 
 namespace {
 
-QString preferenceWord(const char* text) {
-    return QString::fromLatin1(text);
-}
-
 constexpr int labelWidth = 168, controlWidth = 232;
 
 } // namespace
@@ -52,17 +48,17 @@ public:
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }
 
-    QCheckBox* check(const char* title, Preference<bool>& preference) {
-        auto* box = new QCheckBox(preferenceWord(title));
+    QCheckBox* check(const QString& title, Preference<bool>& preference) {
+        auto* box = new QCheckBox(title);
         binding::toBool(box, preference);
         grid_->addWidget(box, grid_->rowCount(), 1);
         return box;
     }
-    QSpinBox* number(const char* title, Preference<int>& preference, int least, int most,
-                     const char* unit = "") {
+    QSpinBox* number(const QString& title, Preference<int>& preference, int least, int most,
+                     const QString& unit = {}) {
         auto* box = new QSpinBox;
         box->setRange(least, most);
-        box->setSuffix(preferenceWord(unit));
+        box->setSuffix(unit);
         box->setFixedWidth(112);
         binding::toInteger(box, preference);
         add(title, box);
@@ -75,7 +71,7 @@ public:
         add(title, field);
         return field;
     }
-    QSlider* slider(const char* title, Preference<float>& preference) {
+    QSlider* slider(const QString& title, Preference<float>& preference) {
         auto* slider = new QSlider(Qt::Horizontal);
         slider->setRange(0, 100);
         slider->setFixedWidth(controlWidth);
@@ -83,7 +79,7 @@ public:
         add(title, slider);
         return slider;
     }
-    QComboBox* choice(const char* title, PreferenceItem& preference,
+    QComboBox* choice(const QString& title, PreferenceItem& preference,
                       const std::vector<binding::Choice>& choices) {
         auto* box = new QComboBox;
         box->setMinimumWidth(controlWidth);
@@ -91,20 +87,19 @@ public:
         add(title, box);
         return box;
     }
-    ColourButton* colour(const char* title, Preference<QColor>& preference) {
+    ColourButton* colour(const QString& title, Preference<QColor>& preference) {
         auto* button = new ColourButton(preference);
         add(title, button);
         return button;
     }
-    void heading(const char* title) {
-        auto* label = new QLabel(preferenceWord(title));
+    void heading(const QString& title) {
+        auto* label = new QLabel(title);
         label->setForegroundRole(QPalette::PlaceholderText);
         label->setContentsMargins(0, 8, 0, 0);
         grid_->addWidget(label, grid_->rowCount(), 1);
     }
 
 private:
-    void add(const char* title, QWidget* control) { add(preferenceWord(title), control); }
     void add(const QString& title, QWidget* control) {
         auto* label = new QLabel(title + QLatin1Char(':'));
         label->setBuddy(control);
@@ -122,28 +117,28 @@ PreferencesWindow::PreferencesWindow(Preferences& preferences, QWidget* parent)
     , preferences_(preferences)
     , groups_(new QListWidget(this))
     , pages_(new QStackedWidget(this)) {
-    setWindowTitle(QStringLiteral("Preferences"));
+    setWindowTitle(tr("Preferences"));
     groups_->setFixedWidth(152);
     groups_->setIconSize({16, 16});
-    groups_->setAccessibleName(QStringLiteral("Groups"));
+    groups_->setAccessibleName(tr("Groups"));
     groups_->setStyleSheet(
         QStringLiteral("QListWidget { padding: 4px; } QListWidget::item { height: 28px; }"));
-    addPage(QStringLiteral("General"), QStringLiteral("general"), generalPage());
-    addPage(QStringLiteral("Viewer"), QStringLiteral("viewer"), viewerPage());
-    addPage(QStringLiteral("Keys"), QStringLiteral("keys"), new KeysPage(preferences_));
-    addPage(QStringLiteral("Handles"), QStringLiteral("handles"), handlesPage());
-    addPage(QStringLiteral("Snapshots"), QStringLiteral("snapshot"), snapshotsPage());
-    addPage(QStringLiteral("Statuses"), QStringLiteral("statuses"), statusesPage());
-    addPage(QStringLiteral("Notes"), QStringLiteral("notes"), notesPage());
-    addPage(QStringLiteral("Media"), QStringLiteral("media"), mediaPage());
+    addPage(tr("General"), QStringLiteral("general"), generalPage());
+    addPage(tr("Viewer"), QStringLiteral("viewer"), viewerPage());
+    addPage(tr("Keys"), QStringLiteral("keys"), new KeysPage(preferences_));
+    addPage(tr("Handles"), QStringLiteral("handles"), handlesPage());
+    addPage(tr("Snapshots"), QStringLiteral("snapshot"), snapshotsPage());
+    addPage(tr("Statuses"), QStringLiteral("statuses"), statusesPage());
+    addPage(tr("Notes"), QStringLiteral("notes"), notesPage());
+    addPage(tr("Media"), QStringLiteral("media"), mediaPage());
     connect(groups_, &QListWidget::currentRowChanged, pages_, &QStackedWidget::setCurrentIndex);
     groups_->setCurrentRow(0);
 
-    auto* reset = new QPushButton(QStringLiteral("&Reset All Preferences"), this);
+    auto* reset = new QPushButton(tr("&Reset All Preferences"), this);
     reset->setObjectName(QStringLiteral("resetPreferences"));
-    reset->setToolTip(QStringLiteral("Every preference goes back to what it was at first"));
+    reset->setToolTip(tr("Every preference goes back to what it was at first"));
     connect(reset, &QPushButton::clicked, this, [this] { preferences_.resetAll(); });
-    auto* close = new QPushButton(QStringLiteral("&Close"), this);
+    auto* close = new QPushButton(tr("&Close"), this);
     close->setDefault(true);
     close->setShortcut(Qt::Key_Escape);
     connect(close, &QPushButton::clicked, this, &QWidget::hide);
@@ -170,73 +165,72 @@ void PreferencesWindow::addPage(const QString& title, const QString& icon, QWidg
     pages_->addWidget(page);
 }
 
-void PreferencesWindow::showGroup(int group) {
-    groups_->setCurrentRow(group);
-}
-
 QWidget* PreferencesWindow::generalPage() {
     auto* page = new Page;
-    page->check("Open the previous session at start", preferences_.loadPreviousSessionOnStartup);
-    page->check("Open the viewer's windows as they were", preferences_.restorePreviousWindows);
-    page->choice("Show items at start", preferences_.initialTabItem,
-                 {{QStringLiteral("As tiles"), 1}, {QStringLiteral("As a list"), 0}});
-    page->check("Say in empty lists what can be dropped there", preferences_.showDropText);
-    page->check("Hide the library while the viewer is open", preferences_.hideMainWindowWhenPlayerLaunches);
-    page->check("Open files from the desktop in the viewer", preferences_.openWithLaunchesViewer);
-    page->choice("Find looks at", preferences_.findInputScope, binding::wordChoices<FindInput>());
+    page->check(tr("Open the previous session at start"), preferences_.loadPreviousSessionOnStartup);
+    page->check(tr("Open the viewer's windows as they were"), preferences_.restorePreviousWindows);
+    page->choice(tr("Show items at start"), preferences_.initialTabItem,
+                 {{tr("As tiles"), 1}, {tr("As a list"), 0}});
+    page->check(tr("Say in empty lists what can be dropped there"), preferences_.showDropText);
+    page->check(tr("Hide the library while the viewer is open"),
+                preferences_.hideMainWindowWhenPlayerLaunches);
+    page->check(tr("Open files from the desktop in the viewer"), preferences_.openWithLaunchesViewer);
+    page->choice(tr("Find looks at"), preferences_.findInputScope, binding::wordChoices<FindInput>());
     return page;
 }
 
 QWidget* PreferencesWindow::viewerPage() {
     auto* page = new Page;
-    page->choice("A movie starts at", preferences_.loadFrame, binding::wordChoices<StartFrame>());
-    page->check("Play when the viewer opens", preferences_.playMovieWhenViewerLaunches);
-    page->choice("Repeat", preferences_.repeatType, binding::wordChoices<RepeatMode>());
-    page->slider("Volume", preferences_.volume);
-    page->choice("The picture is drawn by", preferences_.pictureRenderer,
-                 {{QStringLiteral("Graphics hardware, where there is"), wordOf(RendererChoice::automatic)},
-                  {QStringLiteral("Software"), wordOf(RendererChoice::software)},
-                  {QStringLiteral("OpenGL"), wordOf(RendererChoice::openGl)}})
-        ->setToolTip(QStringLiteral("From the next time that the viewer opens"));
-    page->check("Show playback statistics", preferences_.displayPlaybackStatistics);
-    page->check("Keep the window in the movie's proportions", preferences_.constrainViewerToMovieProportions);
-    page->heading("Over the picture");
-    page->number("Counter starts at", preferences_.counterStartFrame, -1000000, 1000000);
-    page->check("Show the frame counter", preferences_.displayFrameCounter);
-    page->check("Show the timecode", preferences_.displayTimecode);
-    page->choice("Timecode stands", preferences_.timecodeDisplayType,
-                 {{QStringLiteral("Over the picture"), wordOf(TimecodePlace::fixed)},
-                  {QStringLiteral("In a window of its own"), wordOf(TimecodePlace::floating)}});
-    page->check("Show the file name", preferences_.displayFilename);
-    page->check("Show bookmark texts", preferences_.displayBookmarkText);
-    page->colour("Text colour", preferences_.onscreenTextColour);
-    page->heading("Mask");
-    page->check("Show the mask", preferences_.showMask);
-    page->choice("Mask ratio", preferences_.movieMaskRatio, binding::maskRatioChoices());
-    page->slider("Mask opacity", preferences_.movieMaskOpacity);
-    page->heading("Bookmarks and drawings");
-    page->number("A new bookmark lasts", preferences_.bookmarkDuration, 1, 1000000, " frames");
-    page->choice("Show drawings", preferences_.displayDrawingsOptions, binding::wordChoices<DrawingsShown>());
-    page->check("Start drawing when the drawing tools open", preferences_.autoSwitchToDrawingMode);
-    page->colour("Brush colour", preferences_.brushColour);
-    page->heading("Full screen");
-    page->check("No single keys in full screen", preferences_.disableHotkeysInFullScreenMode);
-    page->check("No controls at the lower edge", preferences_.disableLowerMouseZone);
-    page->check("No playlist at the right edge", preferences_.disableRightMouseZone);
+    page->choice(tr("A movie starts at"), preferences_.loadFrame, binding::wordChoices<StartFrame>());
+    page->check(tr("Play when the viewer opens"), preferences_.playMovieWhenViewerLaunches);
+    page->choice(tr("Repeat"), preferences_.repeatType, binding::wordChoices<RepeatMode>());
+    page->slider(tr("Volume"), preferences_.volume);
+    page->choice(tr("The picture is drawn by"), preferences_.pictureRenderer,
+                 {{tr("Graphics hardware, where there is"), wordOf(RendererChoice::automatic)},
+                  {tr("Software"), wordOf(RendererChoice::software)},
+                  {tr("OpenGL"), wordOf(RendererChoice::openGl)}})
+        ->setToolTip(tr("From the next time that the viewer opens"));
+    page->check(tr("Show playback statistics"), preferences_.displayPlaybackStatistics);
+    page->check(tr("Keep the window in the movie's proportions"),
+                preferences_.constrainViewerToMovieProportions);
+    page->heading(tr("Over the picture"));
+    page->number(tr("Counter starts at"), preferences_.counterStartFrame, -1000000, 1000000);
+    page->check(tr("Show the frame counter"), preferences_.displayFrameCounter);
+    page->check(tr("Show the timecode"), preferences_.displayTimecode);
+    page->choice(tr("Timecode stands"), preferences_.timecodeDisplayType,
+                 {{tr("Over the picture"), wordOf(TimecodePlace::fixed)},
+                  {tr("In a window of its own"), wordOf(TimecodePlace::floating)}});
+    page->check(tr("Show the file name"), preferences_.displayFilename);
+    page->check(tr("Show bookmark texts"), preferences_.displayBookmarkText);
+    page->colour(tr("Text colour"), preferences_.onscreenTextColour);
+    page->heading(tr("Mask"));
+    page->check(tr("Show the mask"), preferences_.showMask);
+    page->choice(tr("Mask ratio"), preferences_.movieMaskRatio, binding::maskRatioChoices());
+    page->slider(tr("Mask opacity"), preferences_.movieMaskOpacity);
+    page->heading(tr("Bookmarks and drawings"));
+    page->number(tr("A new bookmark lasts"), preferences_.bookmarkDuration, 1, 1000000, tr(" frames"));
+    page->choice(tr("Show drawings"), preferences_.displayDrawingsOptions,
+                 binding::wordChoices<DrawingsShown>());
+    page->check(tr("Start drawing when the drawing tools open"), preferences_.autoSwitchToDrawingMode);
+    page->colour(tr("Brush colour"), preferences_.brushColour);
+    page->heading(tr("Full screen"));
+    page->check(tr("No single keys in full screen"), preferences_.disableHotkeysInFullScreenMode);
+    page->check(tr("No controls at the lower edge"), preferences_.disableLowerMouseZone);
+    page->check(tr("No playlist at the right edge"), preferences_.disableRightMouseZone);
     return page;
 }
 
 QWidget* PreferencesWindow::handlesPage() {
     auto* page = new Page;
-    page->check("Trim handles while playing", preferences_.trimHandles);
-    page->number("Head handle", preferences_.handleHead, 0, 100000, " frames");
-    page->number("Tail handle", preferences_.handleTail, 0, 100000, " frames");
-    page->heading("At every start");
-    QCheckBox* apply = page->check("Take these default handles", preferences_.applyDefaultHandles);
+    page->check(tr("Trim handles while playing"), preferences_.trimHandles);
+    page->number(tr("Head handle"), preferences_.handleHead, 0, 100000, tr(" frames"));
+    page->number(tr("Tail handle"), preferences_.handleTail, 0, 100000, tr(" frames"));
+    page->heading(tr("At every start"));
+    QCheckBox* apply = page->check(tr("Take these default handles"), preferences_.applyDefaultHandles);
     QSpinBox* head =
-        page->number("Default head handle", preferences_.defaultHandleHead, 0, 100000, " frames");
+        page->number(tr("Default head handle"), preferences_.defaultHandleHead, 0, 100000, tr(" frames"));
     QSpinBox* tail =
-        page->number("Default tail handle", preferences_.defaultHandleTail, 0, 100000, " frames");
+        page->number(tr("Default tail handle"), preferences_.defaultHandleTail, 0, 100000, tr(" frames"));
     for (QSpinBox* box : {head, tail}) {
         box->setEnabled(apply->isChecked());
         connect(&preferences_.applyDefaultHandles, &PreferenceItem::changed, box,
@@ -247,15 +241,15 @@ QWidget* PreferencesWindow::handlesPage() {
 
 QWidget* PreferencesWindow::snapshotsPage() {
     auto* page = new Page;
-    page->choice("File format", preferences_.snapshotFileFormat, binding::wordChoices<SnapshotFormat>());
-    page->slider("Quality", preferences_.compressionQuality);
-    page->choice("Size", preferences_.snapshotImageScale, binding::wordChoices<SnapshotScale>());
-    enableWhen(page->number("Width", preferences_.snapshotWidth, 16, 16384, " pixels"),
+    page->choice(tr("File format"), preferences_.snapshotFileFormat, binding::wordChoices<SnapshotFormat>());
+    page->slider(tr("Quality"), preferences_.compressionQuality);
+    page->choice(tr("Size"), preferences_.snapshotImageScale, binding::wordChoices<SnapshotScale>());
+    enableWhen(page->number(tr("Width"), preferences_.snapshotWidth, 16, 16384, tr(" pixels")),
                preferences_.snapshotImageScale, SnapshotScale::setWidth);
-    page->choice("Name", preferences_.snapshotNameSource, binding::wordChoices<SnapshotNameSource>());
-    enableWhen(page->text(QStringLiteral("Own name"), preferences_.snapshotName),
+    page->choice(tr("Name"), preferences_.snapshotNameSource, binding::wordChoices<SnapshotNameSource>());
+    enableWhen(page->text(tr("Own name"), preferences_.snapshotName),
                preferences_.snapshotNameSource, SnapshotNameSource::userDefined);
-    page->choice("File name", preferences_.snapshotFilenameFormat,
+    page->choice(tr("File name"), preferences_.snapshotFilenameFormat,
                  binding::wordChoices<SnapshotNameFormat>());
     return page;
 }
@@ -263,9 +257,10 @@ QWidget* PreferencesWindow::snapshotsPage() {
 QWidget* PreferencesWindow::statusesPage() {
     auto* page = new Page;
     const QStringList codes = status::codes();
-    static const char* const colours[] = {"Green", "Yellow", "Orange", "Red", "Purple", "Blue", "Grey"};
+    const QStringList colours{tr("Green"),  tr("Yellow"), tr("Orange"), tr("Red"),
+                              tr("Purple"), tr("Blue"),   tr("Grey")};
     for (qsizetype at = 0; at < codes.size(); ++at) {
-        QLineEdit* field = page->text(preferenceWord(colours[at]), preferences_.statusNames[size_t(at)]);
+        QLineEdit* field = page->text(colours[at], preferences_.statusNames[size_t(at)]);
         field->addAction(theme::icon(status::flagImageName(codes[at])), QLineEdit::LeadingPosition);
     }
     return page;
@@ -273,28 +268,30 @@ QWidget* PreferencesWindow::statusesPage() {
 
 QWidget* PreferencesWindow::notesPage() {
     auto* page = new Page;
-    page->text(QStringLiteral("First notes are called"), preferences_.notes1Title);
-    page->text(QStringLiteral("Second notes are called"), preferences_.notes2Title);
-    page->heading("Export");
+    page->text(tr("First notes are called"), preferences_.notes1Title);
+    page->text(tr("Second notes are called"), preferences_.notes2Title);
+    page->heading(tr("Export"));
     std::vector<binding::Choice> formatChoices;
     for (const QString& title : NotesExport::formatTitles())
         formatChoices.emplace_back(title, title);
-    page->choice("Format", preferences_.notesExportFormat, formatChoices);
-    page->check("With bookmarks", preferences_.printBookmarksInNotes);
-    page->check("File names without their extension", preferences_.hideFileExtensionInNotes);
+    page->choice(tr("Format"), preferences_.notesExportFormat, formatChoices);
+    page->check(tr("With bookmarks"), preferences_.printBookmarksInNotes);
+    page->check(tr("File names without their extension"), preferences_.hideFileExtensionInNotes);
     return page;
 }
 
 QWidget* PreferencesWindow::mediaPage() {
     auto* page = new Page;
-    page->check("Find files by their path (network volumes)", preferences_.networkMode);
-    page->check("Take still images as well as movies", preferences_.allowImageFiles);
-    page->choice("Thumbnails show the", preferences_.thumbnailFrame, binding::wordChoices<ThumbnailFrame>());
-    QSpinBox* cache = page->number("Memory for pictures", preferences_.cacheSizeMegabytes, 0, 1 << 20, " MB");
-    cache->setSpecialValueText(QStringLiteral("Automatic"));
+    page->check(tr("Find files by their path (network volumes)"), preferences_.networkMode);
+    page->check(tr("Take still images as well as movies"), preferences_.allowImageFiles);
+    page->choice(tr("Thumbnails show the"), preferences_.thumbnailFrame,
+                 binding::wordChoices<ThumbnailFrame>());
+    QSpinBox* cache =
+        page->number(tr("Memory for pictures"), preferences_.cacheSizeMegabytes, 0, 1 << 20, tr(" MB"));
+    cache->setSpecialValueText(tr("Automatic"));
     cache->setSingleStep(256);
     cache->setToolTip(
-        QStringLiteral("How much memory decoded pictures may take, so that stepping and playing back and "
+        tr("How much memory decoded pictures may take, so that stepping and playing back and "
                        "forth need not wait. Automatic: a quarter of this machine's memory, at most "
                        "4096 MB. The blue strip under the position slider shows which frames are ready."));
     return page;

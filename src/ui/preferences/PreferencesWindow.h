@@ -19,7 +19,6 @@ public:
     PreferencesWindow(Preferences& preferences, QWidget* parent);
 
     static constexpr int keysGroup = 2;
-    void showGroup(int group);
     [[nodiscard]] QListWidget* groups() const { return groups_; }
 
 private:

@@ -28,13 +28,11 @@ public:
                MoviePlayerController& controller);
     ~FullScreen() override;
 
-    [[nodiscard]] bool isOn() const { return on_; }
     void toggle();
     void enter(QScreen* screen = nullptr); ///< null: the one that the window is on
     void leave();
     [[nodiscard]] QMenu* screensMenu() const { return screens_; } ///< every screen by its name
     [[nodiscard]] MovieListOverlay* movieList() const { return list_; }
-    [[nodiscard]] bool isCursorHidden() const { return cursorHidden_; }
 
 Q_SIGNALS:
     void changed();

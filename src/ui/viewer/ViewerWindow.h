@@ -34,7 +34,6 @@ public:
     explicit ViewerWindow(MoviePlayerController& controller, QWidget* parent = nullptr);
     ~ViewerWindow() override;
 
-    [[nodiscard]] ViewerPanelHost* panelHost() const { return panelHost_; }
     [[nodiscard]] PictureView* picture() const { return picture_; }
     [[nodiscard]] PositionSlider* slider() const { return slider_; }
     [[nodiscard]] TransportBar* transportBar() const { return bar_; }
@@ -42,7 +41,6 @@ public:
     [[nodiscard]] BookmarkPanel* bookmarks() const { return bookmarks_; }
     [[nodiscard]] PlaylistDrawer* drawer() const { return drawer_; }
     [[nodiscard]] FullScreen* fullScreen() const { return fullScreen_; }
-    [[nodiscard]] FloatingTimecode* floatingTimecode() const { return timecode_; }
     [[nodiscard]] Commands& commands() { return *commands_; }
 
 Q_SIGNALS:

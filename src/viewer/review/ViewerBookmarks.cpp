@@ -173,9 +173,9 @@ void ViewerBookmarks::timecodeRead(const std::shared_ptr<Movie>& movie,
 void ViewerBookmarks::deleteAllBookmarks() {
     const std::shared_ptr<Movie> movie = movie_;
     if (!movie) return;
-    const int answer = alerts_.run({QStringLiteral("Remove All Bookmarks From Movie?"),
-                                    QStringLiteral("Drawings will also be removed"),
-                                    {QStringLiteral("Remove All Bookmarks"), QStringLiteral("Cancel")}});
+    const int answer = alerts_.run({tr("Remove All Bookmarks From Movie?"),
+                                    tr("Drawings will also be removed"),
+                                    {tr("Remove All Bookmarks"), tr("Cancel")}});
     if (answer != Alerts::firstButton || movie != movie_) return;
     edits_.removeBookmarks(movie_, bookmarks());
     range_.endLoop();
@@ -209,8 +209,8 @@ void ViewerBookmarks::refreshActive(bool drawingsMayDiffer) {
     QString text;
     for (const auto& bookmark : active)
         if (!bookmark->overlayString.isNull())
-            text +=
-                QStringLiteral("  ") + bookmark->overlayString; // two blanks before the first as well; wanted
+            text += QStringLiteral("  ") + bookmark->overlayString; // two blanks before the first as well:
+                                                                    // texts keep their place on the picture
     const bool othersActive = active != active_;
     const bool changed = othersActive || text != overlayText_;
     active_ = std::move(active);
@@ -269,7 +269,8 @@ void ViewerBookmarks::bookmarkButtonPress(const Sender& button, qsizetype row) {
         case bookmarkTag::setOut:
             setOutPoint(bookmark);
             break;
-        case bookmarkTag::fromDuration: // the timecode of the last frame stays as it was; wanted
+        case bookmarkTag::fromDuration: // the timecode of the last frame stays as it was, for exports that
+                                        // read it
             edits_.editBookmark(movie_, bookmark, {}, [](Bookmark& b) { b.updateLastFrame(); });
             sortBookmarks();
             break;
@@ -299,10 +300,6 @@ bool ViewerBookmarks::goTo(qint64 frame) {
     }
     goToFrame(frame);
     return true;
-}
-
-void ViewerBookmarks::goToFirstFrameOf(const std::shared_ptr<Bookmark>& bookmark) {
-    if (isOfThisMovie(bookmark) && goTo(bookmark->firstFrame)) edits_.refreshIcons(movie_);
 }
 
 void ViewerBookmarks::goToFrame(qint64 frame) {
@@ -367,8 +364,7 @@ bool ViewerBookmarks::toggleLoop(const std::shared_ptr<Bookmark>& bookmark) {
         std::any_of(all.begin(), all.end(), [](const auto& other) { return other->loopStatus; });
     loopsOff();
     if (oneLooped) range_.endLoop();
-    if (range_.isLooping()) { // the handles' range goes at the first press, the loop starts at the second;
-                              // wanted
+    if (range_.isLooping()) { // the handles' range goes first: a hand that has learnt it presses twice
         range_.endLoop();
         return true;
     }
@@ -398,8 +394,9 @@ void ViewerBookmarks::setMuteValues(const Sender& menuItem) {
     const bool muteAll = menuItem.title == QLatin1String("Mute All Bookmarks");
     const bool unmuteAll = menuItem.title == QLatin1String("Unmute All Bookmarks");
     if (movie_ && (invert || muteAll || unmuteAll)) {
-        const OneAction action(*this, muteAll ? tr("Mute Bookmarks") : unmuteAll ? tr("Unmute Bookmarks")
-                                                                                  : tr("Invert Muted Bookmarks"));
+        const OneAction action(*this, muteAll     ? tr("Mute Bookmarks")
+                                      : unmuteAll ? tr("Unmute Bookmarks")
+                                                  : tr("Invert Muted Bookmarks"));
         const Image unavailable = unavailableImage();
         for (const auto& bookmark : bookmarks()) {
             const bool mute = invert ? !bookmark->mute : muteAll;

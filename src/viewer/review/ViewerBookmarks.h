@@ -60,7 +60,6 @@ public:
     void goToFrame(qint64 frame); ///< lands 0.3 of a frame into the frame
 
     void removeBookmark(const std::shared_ptr<Bookmark>& bookmark);
-    void goToFirstFrameOf(const std::shared_ptr<Bookmark>& bookmark);
     void setOverlayString(const std::shared_ptr<Bookmark>& bookmark, const QString& text);
     void setOverlayString2(const std::shared_ptr<Bookmark>& bookmark, const QString& text);
     /// Frames, at least 1, else ignored; the last frame follows as by the button "from duration".
