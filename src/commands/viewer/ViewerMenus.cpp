@@ -65,12 +65,12 @@ Menu ViewerMenus::picture() {
 
 std::vector<Menu> ViewerMenus::bar() {
     return {
-        {tr("&Playback"),
-         {"viewer.playPause", "viewer.playForwards", "viewer.playBackwards", "viewer.pause", Menu::line,
-          "viewer.stepForward", "viewer.stepBackward", "viewer.firstFrame", "viewer.lastFrame", Menu::line}},
         {tr("&Edit"),
          {"edit.undo", "edit.redo", Menu::line, "viewer.copyPath", "viewer.copyFilename",
           "viewer.copyTimecode"}},
+        {tr("&Playback"),
+         {"viewer.playPause", "viewer.playForwards", "viewer.playBackwards", "viewer.pause", Menu::line,
+          "viewer.stepForward", "viewer.stepBackward", "viewer.firstFrame", "viewer.lastFrame", Menu::line}},
         movie(),
         {tr("&Range"),
          {"viewer.markIn", "viewer.markOut", Menu::line, "viewer.trimHandles", "viewer.resetHandles"}},
