@@ -124,8 +124,8 @@ void Movie::decodeFileAndIcons(const Decoder& coder) {
     mUserAudioTrackBookmarkData = coder.decodeData("mUserAudioTrackBookmarkData");
     filenameURL = coder.decodeUrl("filenameURL");
     thumbnail = coder.decodeImage("thumbnail");
-    // The path read as a number becomes the height until the real key below; wanted: it stays where that key
-    // is missing.
+    // The path read as a number becomes the height until the real key below, and stays where that key is
+    // missing: sessions without it were always shown so.
     mMovieHeight = coder.decodeIntegerValue("filepathString");
     gradeIcon = coder.decodeImage("gradeIcon");
     instanceIcon = coder.decodeImage("instanceIcon");
@@ -159,7 +159,7 @@ void Movie::decodeProperties(const Decoder& coder) {
     movieAspectRatio = coder.decodeNumber("movieAspectRatio");
     movieAspectRatioString = coder.decodeString("movieAspectRatioString");
     mMovieResolutionString = coder.decodeString("mMovieResolutionString");
-    sortOrder = coder.decodeInt32("sortOrder"); // written with 64 bits, read with 32: wanted
+    sortOrder = coder.decodeInt32("sortOrder"); // written with 64 bits, read with 32, as every reader does
     iCount = coder.decodeInt32("iCount");
 }
 
@@ -179,7 +179,7 @@ void Movie::decodeReview(const Decoder& coder) {
     mMovieBookmarkArray = coder.decodeList<MovieBookmark>("mMovieBookmarkArray");
     bookmarkStore = coder.decodeList<Bookmark>("bookmarkStore");
     removeVideoTracks =
-        coder.decodeBool("removeVideoTracks"); // before the audio's, unlike in writing: wanted
+        coder.decodeBool("removeVideoTracks"); // before the audio's, unlike in writing: readers do so
     shouldRemoveAudioTracks = coder.decodeBool("shouldRemoveAudioTracks");
     mUserAudioTrack = coder.decodeString("mUserAudioTrack");
     fileCreationDate = coder.decodeDate("fileCreationDate");

@@ -22,8 +22,8 @@ qint64 wrappingSum(qint64 a, qint64 b) {
 QString timecodeOfCount(qint64 count, float rate) {
     const qint64 whole = truncatedTo64(float(count) / rate);
     const qint64 hours = (whole / 3600) % 24, minutes = (whole / 60) % 60, seconds = whole % 60;
-    // Seconds come from single precision and frames from whole numbers; far into a long movie they may part.
-    // Wanted.
+    // Seconds come from single precision and frames from whole numbers; far into a long movie they may part,
+    // as in every note exported so far.
     const qint64 frames = count % qint64(rate);
     using Unsigned = unsigned long;
     return QString::asprintf("%02lu:%02lu:%02lu:%02lu", Unsigned(hours), Unsigned(minutes), Unsigned(seconds),

@@ -233,17 +233,32 @@ KERNEL_BODY packBody(const float* const* channels, const float* alpha, float alp
 #define PICTURE_KERNELS(NAME, ATTRIBUTE) \
     struct NAME { \
         ATTRIBUTE static void pick8(const quint8* i, int s, quint8* o, int n) { pickBody(i, s, o, n); } \
-        ATTRIBUTE static void blend8(const quint8* const* r, const float* w, int t, float* o, int n) { blendBody<quint8>(r, w, t, o, n); } \
-        ATTRIBUTE static void blend16(const quint8* const* r, const float* w, int t, float* o, int n) { blendBody<quint16>(r, w, t, o, n); } \
+        ATTRIBUTE static void blend8(const quint8* const* r, const float* w, int t, float* o, int n) { \
+            blendBody<quint8>(r, w, t, o, n); \
+        } \
+        ATTRIBUTE static void blend16(const quint8* const* r, const float* w, int t, float* o, int n) { \
+            blendBody<quint16>(r, w, t, o, n); \
+        } \
         ATTRIBUTE static void toStrip(const float* r, qsizetype d, float* s, int n) { toStripBody(r, d, s, n); } \
-        ATTRIBUTE static void fromStrip(const quint32* s, quint32* r, qsizetype d, int n) { fromStripBody(s, r, d, n); } \
-        ATTRIBUTE static void resample(const float* i, const int* s, const float* w, int t, float* o, int n) { resampleBody(i, s, w, t, o, n); } \
-        ATTRIBUTE static void doubled(const float* e, const float* d, const float* w, float* o, int n) { doubledBody(e, d, w, o, n); } \
+        ATTRIBUTE static void fromStrip(const quint32* s, quint32* r, qsizetype d, int n) { \
+            fromStripBody(s, r, d, n); \
+        } \
+        ATTRIBUTE static void resample(const float* i, const int* s, const float* w, int t, float* o, int n) { \
+            resampleBody(i, s, w, t, o, n); \
+        } \
+        ATTRIBUTE static void doubled(const float* e, const float* d, const float* w, float* o, int n) { \
+            doubledBody(e, d, w, o, n); \
+        } \
         ATTRIBUTE static void multiply(float* const* c, const float* m, int n) { multiplyBody(c, m, n); } \
         ATTRIBUTE static void raise(float* v, float p, float c, float z, int n) { raiseBody(v, p, c, z, n); } \
-        ATTRIBUTE static void pack8(const float* const* c, const float* a, float s, const float* m, quint32* o, int n) { packBody(c, a, s, m, o, n); } \
-        ATTRIBUTE static void pack16(const float* const* c, const float* a, float s, const float* m, quint64* o, int n) { packBody(c, a, s, m, o, n); } \
-        static constexpr PictureKernels table{pick8, blend8, blend16, toStrip, fromStrip, resample, doubled, multiply, raise, pack8, pack16}; \
+        ATTRIBUTE static void pack8(const float* const* c, const float* a, float s, const float* m, quint32* o, int n) { \
+            packBody(c, a, s, m, o, n); \
+        } \
+        ATTRIBUTE static void pack16(const float* const* c, const float* a, float s, const float* m, quint64* o, int n) { \
+            packBody(c, a, s, m, o, n); \
+        } \
+        static constexpr PictureKernels table{pick8, blend8, blend16, \
+                                              toStrip, fromStrip, resample, doubled, multiply, raise, pack8, pack16}; \
     };
 // clang-format on
 

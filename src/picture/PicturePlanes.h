@@ -17,9 +17,10 @@ namespace daylark {
 ///
 ///     rgb = toRgb * (c - offset)            (for RGB pictures toRgb is the identity and offset 0)
 ///
-/// Chroma sample (i, j) sits at luma position (i * 2^log2ChromaWidth + chromaX, j * 2^log2ChromaHeight + chromaY), in luma samples, where (0, 0)
-/// is the centre of the first luma sample. Formats that are not planar, or stored in the other byte order, have been brought into this form
-/// without loss. Keeps what it points to alive. A plain value; any thread.
+/// Chroma sample (i, j) sits at luma position (i * 2^log2ChromaWidth + chromaX, j * 2^log2ChromaHeight +
+/// chromaY), in luma samples, where (0, 0) is the centre of the first luma sample. Formats that are not planar,
+/// or stored in the other byte order, have been brought into this form without loss. Keeps what it points to
+/// alive. A plain value; any thread.
 struct PicturePlanes {
     struct Plane {
         const uchar* data = nullptr; ///< null: no such plane

@@ -115,7 +115,8 @@ void writeFrame(ToolContext& context, const FrameArguments& arguments) {
 
 void writeThumbnail(ToolContext& context, const QString& path, const QString& out, const QString& choice) {
     const ThumbnailResult result = makeThumbnail({path, choice});
-    if (result.thumbnail.isNil()) return context.fail(path, result.creatingThumbnailText.value_or(QStringLiteral("has no picture")));
+    if (result.thumbnail.isNil())
+        return context.fail(path, result.creatingThumbnailText.value_or(QStringLiteral("has no picture")));
     if (!result.thumbnail.decode().save(out, "PNG")) context.fail(out, QStringLiteral("cannot be written"));
 }
 

@@ -13,7 +13,8 @@
 
 namespace {
 
-/// Which floors each floor may include. Told from the floor plan in docs/architecture.md; a change here is a change there.
+/// Which floors each floor may include. Told from the floor plan in docs/architecture.md; a change here is a
+/// change there.
 QMap<QString, QSet<QString>> allowedFloors() {
     const auto set = [](const char* names) {
         const QStringList list = QString::fromLatin1(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -29,12 +30,18 @@ QMap<QString, QSet<QString>> allowedFloors() {
             {QStringLiteral("playback"), set("base archive platform model media playback")},
             {QStringLiteral("annotate"), set("base archive platform model annotate")},
             {QStringLiteral("picture"), set("base archive platform model media annotate picture")},
-            {QStringLiteral("viewer"), set("base archive platform preferences model review media playback annotate picture viewer")},
-            {QStringLiteral("export"), set("base archive platform preferences model review media annotate picture export")},
-            {QStringLiteral("app"), set("base archive platform preferences model review media playback annotate picture viewer export app")},
-            {QStringLiteral("commands"), set("base archive platform preferences model review media playback annotate picture viewer export app commands")},
-            {QStringLiteral("ui"), set("base archive platform preferences model review media playback annotate picture viewer export app commands ui")},
-            {QStringLiteral("tool"), set("base archive platform preferences model review media playback annotate picture viewer export app commands tool")}};
+            {QStringLiteral("viewer"),
+             set("base archive platform preferences model review media playback annotate picture viewer")},
+            {QStringLiteral("export"),
+             set("base archive platform preferences model review media annotate picture export")},
+            {QStringLiteral("app"), set("base archive platform preferences model review media playback "
+                                        "annotate picture viewer export app")},
+            {QStringLiteral("commands"), set("base archive platform preferences model review media playback "
+                                             "annotate picture viewer export app commands")},
+            {QStringLiteral("ui"), set("base archive platform preferences model review media playback "
+                                       "annotate picture viewer export app commands ui")},
+            {QStringLiteral("tool"), set("base archive platform preferences model review media playback "
+                                         "annotate picture viewer export app commands tool")}};
 }
 
 struct Include {
@@ -42,10 +49,12 @@ struct Include {
 };
 
 QList<Include> quotedIncludes() {
-    static const QRegularExpression pattern(QStringLiteral("^\\s*#include \"([a-z]+)/"), QRegularExpression::MultilineOption);
+    static const QRegularExpression pattern(QStringLiteral("^\\s*#include \"([a-z]+)/"),
+                                            QRegularExpression::MultilineOption);
     const QString root = daylark::sourceFolder() + QStringLiteral("/src");
     QList<Include> includes;
-    QDirIterator walk(root, {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator walk(root, {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
+                      QDirIterator::Subdirectories);
     while (walk.hasNext()) {
         QFile file(walk.next());
         if (!file.open(QIODevice::ReadOnly))
@@ -73,17 +82,19 @@ TEST(Floors, KnowOnlyWhatStandsBelowThem) {
 TEST(Floors, DecoderLibraryIsNamedInMediaOnlyAndWidgetsInUiOnly) {
     const QString root = daylark::sourceFolder() + QStringLiteral("/src");
     static const QRegularExpression decoder(QStringLiteral("#include <lib(av|sw)"));
-    static const QRegularExpression widgets(
-        QStringLiteral("#include <Q(Widget|Dialog|MainWindow|Label|PushButton|ToolButton|MessageBox|FileDialog|Menu|Action"
-                       "|Application)>"));
-    QDirIterator walk(root, {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files, QDirIterator::Subdirectories);
+    static const QRegularExpression widgets(QStringLiteral(
+        "#include <Q(Widget|Dialog|MainWindow|Label|PushButton|ToolButton|MessageBox|FileDialog|Menu|Action"
+        "|Application)>"));
+    QDirIterator walk(root, {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
+                      QDirIterator::Subdirectories);
     while (walk.hasNext()) {
         QFile file(walk.next());
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QString floor = file.fileName().mid(root.size() + 1).section(QLatin1Char('/'), 0, 0);
         const QString text = QString::fromUtf8(file.readAll());
         // What a decoder hands out becomes decoder-free planes in one place.
-        if (floor != QStringLiteral("media") && !file.fileName().endsWith(QStringLiteral("picture/PicturePlanes.cpp"))) {
+        if (floor != QStringLiteral("media") &&
+            !file.fileName().endsWith(QStringLiteral("picture/PicturePlanes.cpp"))) {
             EXPECT_FALSE(text.contains(decoder)) << file.fileName().toStdString();
         }
         if (floor != QStringLiteral("ui") && floor != QStringLiteral("main.cpp")) {
@@ -96,8 +107,8 @@ TEST(Floors, DecoderLibraryIsNamedInMediaOnlyAndWidgetsInUiOnly) {
 TEST(Icons, EveryNamedImageHasItsSvg) {
     static const QRegularExpression pattern(QStringLiteral("\"([A-Za-z0-9_ -]+)\\.png\""));
     const QString root = daylark::sourceFolder();
-    QDirIterator walk(root + QStringLiteral("/src"), {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
-                      QDirIterator::Subdirectories);
+    QDirIterator walk(root + QStringLiteral("/src"), {QStringLiteral("*.h"), QStringLiteral("*.cpp")},
+                      QDir::Files, QDirIterator::Subdirectories);
     int names = 0;
     while (walk.hasNext()) {
         QFile file(walk.next());
@@ -105,7 +116,8 @@ TEST(Icons, EveryNamedImageHasItsSvg) {
         const QString text = QString::fromUtf8(file.readAll());
         for (auto match = pattern.globalMatch(text); match.hasNext(); ++names) {
             const QString name = match.next().captured(1);
-            EXPECT_TRUE(QFileInfo::exists(root + QStringLiteral("/resources/icons/") + name + QStringLiteral(".svg")))
+            EXPECT_TRUE(
+                QFileInfo::exists(root + QStringLiteral("/resources/icons/") + name + QStringLiteral(".svg")))
                 << name.toStdString() << " in " << file.fileName().toStdString();
         }
     }

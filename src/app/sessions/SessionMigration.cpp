@@ -108,16 +108,16 @@ void SessionMigration::checkMovies() {
     const bool networkMode = preferences.networkMode();
     preferences.networkMode.set(true); // no more work on the old items' media until there is an answer
     Alert question;
-    question.message = QStringLiteral(
+    question.message = tr(
         "Some items in this session were created with an older version of Daylark.\n\nClick \"Update\" below "
         "to update them. Drawings in these movies will be lost.");
-    question.buttons = QStringList{QStringLiteral("Update"), QStringLiteral("Start New Session")};
+    question.buttons = QStringList{tr("Update"), tr("Start New Session")};
     question.style = AlertStyle::informational;
     question.tellsDismissal = true;
     asking_ = true;
     const int answer = surroundings_.alerts.run(question);
     asking_ = false;
-    switch (answer) { // only an update gives the network mode back; wanted
+    switch (answer) { // only an update gives the network mode back: without one the files stay untouched
     case Alerts::firstButton:
         updateMovies();
         preferences.networkMode.set(networkMode);
@@ -135,12 +135,13 @@ void SessionMigration::updateMovies() {
     Library::Movies updated;
     const Library::Playlists playlists = library.playlists();
     for (size_t row = 0; row < playlists.size(); ++row) {
-        library.selectPlaylist(qsizetype(row)); // the last one stays selected; wanted
+        library.selectPlaylist(qsizetype(row)); // the last one stays selected, as after every update before
         Library::Movies older, replacements;
         for (const auto& movie : library.arrangedMovies()) {
             if (!isOlder(movie)) continue;
             older.push_back(movie);
-            replacements.push_back(updateMovieClass(*movie)); // each list gets its own; wanted
+            replacements.push_back(updateMovieClass(
+                *movie)); // each list gets its own: instances part here, as in every session updated before
         }
         if (older.empty()) continue;
         const ReviewStore::Group update(library.store(), {tr("Update"), EditKind::final});

@@ -89,7 +89,7 @@ void ViewerGeometry::setPixelAspectRatio(const Sender& sender) {
     Q_EMIT changed();
 }
 
-// "Flop" exchanges left and right under the name mirrorY, "Flip" turns over under mirrorX; wanted.
+// "Flop" exchanges left and right under the name mirrorY, "Flip" turns over under mirrorX: stored preferences mean that.
 void ViewerGeometry::mirrorMovie(const Sender& sender) {
     if (sender.title == QLatin1String("Flop Display")) preferences_.mirrorY.flip();
     if (sender.title == QLatin1String("Flip Display")) preferences_.mirrorX.flip();
@@ -105,7 +105,7 @@ bool ViewerGeometry::mirrorsUpsideDown() const {
 }
 
 QString ViewerGeometry::maskMenuTitle() const {
-    return preferences_.showMask() ? QStringLiteral("Hide Mask") : QStringLiteral("Show Mask");
+    return preferences_.showMask() ? tr("Hide Mask") : tr("Show Mask");
 }
 
 void ViewerGeometry::toggleMask() {

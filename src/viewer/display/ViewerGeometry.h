@@ -35,7 +35,7 @@ public:
     void scaleWindow(
         const Sender& sender); ///< "1:1 (Actual Size)" … "Favourite Viewer Size"; nothing in full screen
     void setPixelAspectRatio(const Sender& sender);
-    [[nodiscard]] float pixelAspectRatio() const { return mPixelAspectRatio_; } ///< nothing reads it; wanted
+    [[nodiscard]] float pixelAspectRatio() const { return mPixelAspectRatio_; } ///< as chosen in the menu; nothing reads it
     void mirrorMovie(const Sender& sender); ///< "Flop Display", "Flip Display"; any other applies anew
     void toggleMask();
     void resizeMaskElements(const Sender& sender); ///< a ratio's title, or a control's tag 201 to 204

@@ -97,7 +97,8 @@ void DrawingTools::toggleDrawingMode() {
     setInteractiveModeState(drawState);
 }
 
-// Without a tool in hand the brush is taken up and the control's value is not kept; wanted.
+// Without a tool in hand the brush is taken up and the control's value is not kept: each tool has its own,
+// which comes back with it.
 void DrawingTools::setToolValue(double& value, double wanted, Preference<float>& ofTool) {
     if (!brushOn_ && !eraserOn_) {
         takeTool(false);

@@ -61,8 +61,8 @@ void Transport::playMovieBackwards() {
     run(-1);
 }
 
-// Pressed again in the direction of a run it speeds up: multiplier times the rate so far and two more.
-// Wanted.
+// Pressed again in the direction of a run it speeds up: multiplier times the rate so far and two more:
+// 1, 3, 5, as reviewers count their presses.
 void Transport::run(int direction) {
     if (!movie_ || current_.state() == CurrentMovie::State::unplayable)
         return; // nor would the next movie start by itself
@@ -150,7 +150,7 @@ void Transport::setRateMultiplier(const Sender& sender) {
         else if (player_.rate() < 0)
             player_.setRate(-multiplier);
     } else {
-        // A run backwards keeps its rate until the next play command; wanted.
+        // A run backwards keeps its rate until the next play command: only a forward one is set anew at once.
         if (player_.rate() > 0) player_.setRate(0);
         if (forwards_) player_.setRate(float(preferences_.rateMultiplier()));
     }
@@ -213,14 +213,14 @@ void Transport::resumeAfterMovieChange() {
 
 void Transport::movieDidEnd() {
     const RepeatMode repeatType = preferences_.repeatType();
-    // From time zero although handles are trimmed: the hold on the range brings it in at its next look.
-    // Wanted.
+    // From time zero although handles are trimmed: the hold on the range brings it in at its next look,
+    // as reviewers see it at every turn of a loop.
     if (preferences_.trimHandles() && repeatType == RepeatMode::loopMovie && forwards_) {
         player_.setCurrentTime({0, 1});
         player_.setRate(float(preferences_.rateMultiplier()));
     }
     if (repeatType == RepeatMode::playMovieOnce) {
-        forwards_ = false; // only this flag; wanted
+        forwards_ = false; // only this flag: the player has stopped by itself
         Q_EMIT stateChanged();
     } else if (repeatType == RepeatMode::playPlaylistOnce) {
         if (list_.findNextMovie() < 0)
@@ -239,7 +239,7 @@ void Transport::movieDidEnd() {
 
 void Transport::wrapToFirstMovie() {
     if (list_.count() == 0) return;
-    // The label's text, not the code "907"; wanted.
+    // The label's text, not the code "907": a list that goes round has always begun at a skipped movie too.
     const bool skipped = list_.movies().front()->flagString == QLatin1String("Skip");
     list_.setSelectionIndex(0);
     if (skipped) return;
