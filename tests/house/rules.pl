@@ -1,6 +1,7 @@
 #!/usr/bin/env perl
-# rules.pl SOURCE: rules of the house that hold across files. No room with more than 25 files; no signal that nothing in src
-# listens to; no public operation that only tests call; no icon that nothing shows. Names are told apart by spelling alone,
+# rules.pl SOURCE: rules of the house that hold across files. No room with more than 25 files; no line over 130 characters (110
+# is aimed at); no thread made by hand but where the architecture says so; no signal that nothing in src listens to; no public
+# operation that only tests call; no icon that nothing shows. Names are told apart by spelling alone,
 # so a namesake can hide one: cheap, and good enough to find what lies idle.
 use strict;
 use warnings;
@@ -20,17 +21,33 @@ my %room;
 ++$room{s{/[^/]*$}{}r} for keys %text;
 push @faults, map { "src/$_ holds $room{$_} files: rooms inside it, by what they are for" } grep { $room{$_} > 25 } sort keys %room;
 
+for my $file (split /\0/, `find '$source'/src '$source'/tests '$source'/bench '$source'/demo '$source'/fuzz -name '*.h' -print0 -o -name '*.cpp' -print0`) {
+    open my $in, '<:encoding(UTF-8)', $file or die "$file: $!";
+    while (<$in>) {
+        chomp;
+        push @faults, "$file:$.: " . length() . " characters" if length > 130;
+    }
+}
+
+# Threads: work goes through base/jobs. These wait for more than the next job; see the table of threads.
+my %threads = map { $_ => 1 } qw(platform/UserDefaults.cpp review/journal/Journal.cpp playback/read/DecodeThread.h
+    playback/read/Neighbours.h app/files/FolderWatch.h media/index/SampleTables.h playback/sound/SoundReadAhead.h playback/sound/DeviceSound.cpp);
+for my $file (sort grep { !m{^base/jobs/} && !$threads{$_} } keys %text) {
+    push @faults, "src/$file makes a thread by hand: base/jobs has WorkQueue and shareOut"
+        if $text{$file} =~ /\bstd::(?:thread\s+\w|jthread|async)|\bQThread\s+\w+|\bQThread::create|\bQThreadPool\b|QtConcurrent/;
+    push @faults, "src/$file has a flag of its own: base/jobs/CancelFlag" if $text{$file} =~ /std::atomic(?:<bool>|_bool)\s*[>*\w]*[Cc]ancel/;
+}
+
 # Kept although nothing in src calls them: names, and why.
 my %excepted;
 for (split /\n/, <<'END') {
-addDLMFilesToSelectedPlaylist createPlaylistsWithFolders processFile : entrances of adding under their own names; bundles and links call them
-addAudioFile addVideoFile removeAddedMovieAudio removeOriginalMovieAudio revertToOriginalMovieAudio checkForModifiedAudio : a movie's own or added sound; commands for it come
-addDrawingToMovie removeDrawingFromMovieForFrame removeLastStrokesFromBookmarks removeLastStrokeFromDrawing removeAllBookmarks frameIsBookmarked addICount drawingsDictionary computeTimecodeWithOffset updateFirstFrame fileIsFound : the record's own operations, whole, for those who have a record alone
-setSnapshotDestination takeQuietSnapshot : do nothing, wanted
-checkToClose mHidePlaylistWindow movieReachedEnd firstFrameForLoop lastFrameForLoop viewerScaleY updateThumbnailForMovie updateThumbnailsSequentially currentSessionPath sessionIsModified interactiveMode goToFirstFrameOf removeSelectedPlaylistsWithoutWarning : names by which others know the part
-setFilter : where a filter of the library goes
+addDLMFilesToSelectedPlaylist createPlaylistsWithFolders processFile updateThumbnailForMovie updateThumbnailsSequentially : entrances under their own names; bundles, links and scripts call them
+addAudioFile removeAddedMovieAudio removeOriginalMovieAudio revertToOriginalMovieAudio checkForModifiedAudio : a movie's own or added sound; commands for it come
+addDrawingToMovie removeDrawingFromMovieForFrame removeLastStrokesFromBookmarks removeLastStrokeFromDrawing removeAllBookmarks frameIsBookmarked drawingsDictionary computeTimecodeWithOffset updateFirstFrame fileIsFound : the record's own operations, whole, for those who have a record alone
+setSnapshotDestination takeQuietSnapshot checkToClose : actions of the first versions; nothing offers them any more, their names stay taken
+currentStrokesDictionary mHidePlaylistWindow movieReachedEnd firstFrameForLoop lastFrameForLoop currentSessionPath sessionIsModified interactiveMode : state by the name under which others know it
 columnCount : the model asks it through its base
-itemsPane playlistsPane statusStrip titleLine panelHost floatingTimecode opacitySlider widthSlider counterText rangeBarGeometry pictureRect showGroup isCursorHidden isOn isFirst decodedCount isUpdating waitForWriting sessionMigration longestBusyMs hasBegun isIdentity : what a test looks at or clicks
+itemsPane playlistsPane statusStrip counterText rangeBarGeometry pictureRect isFirst isUpdating waitForWriting sessionMigration : what a test or the demo's robot looks at, clicks or waits for
 resolver DAYLARK_GL_FUNCTIONS : called in a form that spelling doesn't show
 u24 : the boxes' third width
 END
