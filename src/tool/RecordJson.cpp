@@ -1,8 +1,7 @@
 #include "tool/RecordJson.h"
 
+#include "app/arrangement/Columns.h"
 #include "archive/Encoder.h"
-
-#include <QJsonArray>
 
 #include <map>
 
@@ -89,6 +88,18 @@ QJsonValue objectJson(const Archivable& object) {
     return encoder.json();
 }
 
+QJsonObject listedItemJson(const Movie& movie, const Preferences& preferences) {
+    QJsonObject json;
+    for (const Column& each : columns()) {
+        const QString text = each.id == Column::flag ? flagNameOf(movie, preferences) : each.textOf(movie);
+        if (!text.isEmpty())
+            json[QLatin1String(each.field)] = text;
+        else if (each.id != Column::flag && each.hasIcon(movie))
+            json[QLatin1String(each.field)] = true;
+    }
+    return json;
+}
+
 } // namespace
 
 QJsonObject sessionJson(const SessionContents& session) {
@@ -120,6 +131,18 @@ QJsonObject sessionJson(const SessionContents& session) {
         json[QStringLiteral("build")] = session.version->build;
     }
     return json;
+}
+
+QJsonArray listedItemsJson(const SessionContents& session, const Preferences& preferences) {
+    QJsonArray playlists;
+    for (const auto& playlist : session.playlists) {
+        QJsonArray items;
+        for (const auto& movie : playlist->movieList)
+            items.append(listedItemJson(*movie, preferences));
+        playlists.append(
+            QJsonObject{{QStringLiteral("name"), playlist->name}, {QStringLiteral("items"), items}});
+    }
+    return playlists;
 }
 
 } // namespace daylark::tool

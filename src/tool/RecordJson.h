@@ -2,7 +2,12 @@
 
 #include "model/Session.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
+
+namespace daylark {
+class Preferences;
+}
 
 namespace daylark::tool {
 
@@ -10,5 +15,10 @@ namespace daylark::tool {
 /// text, colours as "#rrggbb", and with each movie an `id`, the same number for the same object in several
 /// playlists.
 [[nodiscard]] QJsonObject sessionJson(const SessionContents& session);
+
+/// The items as the library lists them, an object a playlist: `name` and `items`, each with what the library's
+/// columns say of it under the fields that they show; a column of icons says true. What has nothing to say is
+/// left out.
+[[nodiscard]] QJsonArray listedItemsJson(const SessionContents& session, const Preferences& preferences);
 
 } // namespace daylark::tool

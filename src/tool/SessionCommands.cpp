@@ -199,6 +199,16 @@ void addSessionCommands(CLI::App& app, ToolContext& context) {
         context.print(QJsonDocument(sessionJson(*contents)));
     });
 
+    CLI::App* list = session->add_subcommand("list", "The items as the library lists them, as JSON");
+    list->footer("Example: daylark-tool session list day.dls");
+    list->add_option("FILE", arguments->item.file)->required();
+    list->callback([=, &context] {
+        const QString path = QString::fromStdString(arguments->item.file);
+        const Result<SessionContents> contents = readSessionFile(path);
+        if (!contents) return context.fail(path, contents.error().text);
+        context.print(QJsonDocument(listedItemsJson(*contents, context.preferences())));
+    });
+
     CLI::App* set = session->add_subcommand(
         "set", "Edits one movie: flagString, notes, notes2, the grade's values, applyGrade");
     set->footer("Example: daylark-tool session set day.dls --out new.dls --playlist 1 --item 2 "

@@ -167,6 +167,17 @@ TEST_F(Tool, SessionsAreMadeShownAndEdited) {
     EXPECT_EQ(bookmark[u"lastFrame"].toInt(), 7);
     EXPECT_EQ(bookmark[u"lastTC"].toString(), QStringLiteral("00:00:00:06"));
 
+    const QJsonObject listed =
+        tool({QStringLiteral("session"), QStringLiteral("list"), edited}).array()[0].toObject();
+    EXPECT_EQ(listed[u"name"].toString(), playlists[0].toObject()[u"name"].toString());
+    const QJsonObject row = listed[u"items"].toArray()[1].toObject();
+    EXPECT_EQ(row[u"filenameString"], flagged[u"filenameString"]);
+    EXPECT_EQ(row[u"flagString"].toString(), QStringLiteral("Not Approved"));
+    EXPECT_EQ(row[u"mMovieDurationFrames"].toString(), QStringLiteral("24"));
+    EXPECT_EQ(row[u"notes"].toString(), QStringLiteral("One\nTwo, three"));
+    EXPECT_TRUE(row[u"gradeIcon"].toBool());
+    EXPECT_FALSE(row.contains(u"bookmarkStore")) << "nothing to say";
+
     const QString notes = file("notes.csv");
     run = tool({QStringLiteral("notes"), edited, QStringLiteral("--playlist"), QStringLiteral("1"),
                 QStringLiteral("--format"), QStringLiteral("csv"), QStringLiteral("--out"), notes});
