@@ -24,7 +24,9 @@ pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 find_package(CLI11 REQUIRED)
 
 add_library(daylark_settings INTERFACE)
-target_compile_options(daylark_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror)
+# Several sources in one: what one calls a thing may hide another's name, which is no fault.
+target_compile_options(daylark_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror
+  $<$<BOOL:${CMAKE_UNITY_BUILD}>:-Wno-shadow$<$<CXX_COMPILER_ID:GNU>:;-Wno-subobject-linkage>>)
 target_compile_definitions(daylark_settings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_FOREACH
                                                       QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 # The same for every target, whichever modules it links, so that precompiled headers serve all.

@@ -1,5 +1,7 @@
 #include "archive/BinaryPlistWriter.h"
 
+#include "archive/PlistGuard.h"
+
 #include <QtEndian>
 
 #include <algorithm>
@@ -12,7 +14,6 @@ namespace {
 
 constexpr char kMagic[] = "bplist00";
 constexpr qsizetype kMagicSize = 8;
-constexpr qsizetype kTrailerSize = 32;
 
 char* putBigEndian(char* out, quint64 value, int size) {
     for (int shift = (size - 1) * 8; shift >= 0; shift -= 8)
@@ -203,7 +204,7 @@ QByteArray BinaryPlistWriter::finish(Ref top) const {
         tableOffset += serialisedSize(object, referenceSize);
     const int offsetSize = byteWidth(tableOffset);
 
-    QByteArray bytes(qsizetype(tableOffset + objects_.size() * quint64(offsetSize)) + kTrailerSize,
+    QByteArray bytes(qsizetype(tableOffset + objects_.size() * quint64(offsetSize)) + kPlistTrailerSize,
                      Qt::Uninitialized);
     char* const begin = bytes.data();
     std::memcpy(begin, kMagic, kMagicSize);

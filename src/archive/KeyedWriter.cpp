@@ -10,7 +10,6 @@ namespace daylark {
 
 namespace {
 
-constexpr qint64 kArchiveVersion = 100000;
 constexpr qint64 kImageFlags = 0x20C00000; // what images with a bitmap and nothing special carry
 constexpr qint64 kFontFlags = 16;
 constexpr qint64 kRgbSpace = 1;
@@ -28,7 +27,7 @@ QByteArray KeyedWriter::write(const Value& root) {
     const Ref top = plist_.dictionary({plist_.key("root")}, {plist_.uid(rootUid)});
     const std::vector<Ref> keys{plist_.key("$version"), plist_.key("$archiver"), plist_.key("$top"),
                                 plist_.key("$objects")};
-    const std::vector<Ref> values{plist_.integer(kArchiveVersion), plist_.key("NSKeyedArchiver"), top,
+    const std::vector<Ref> values{plist_.integer(kKeyedArchiveVersion), plist_.key("NSKeyedArchiver"), top,
                                   plist_.array(objects_)};
     return plist_.finish(plist_.dictionary(keys, values));
 }

@@ -16,7 +16,6 @@ constexpr int kMaxNesting = 100;             // archives need five
 constexpr quint64 kNodeCost = 160;           // bytes that the parser spends on a node
 constexpr quint64 kFreeMemory = 64ULL << 20; // granted to every file
 constexpr quint64 kMemoryFactor = 64;        // granted per byte of the file
-constexpr qsizetype kTrailerSize = 32;
 
 Error damaged() {
     return {u"The property list is damaged"_s};
@@ -79,8 +78,8 @@ quint64 BinaryPlistGuard::number(quint64 at, quint64 width) const {
 }
 
 bool BinaryPlistGuard::readTrailer() {
-    if (size_ < 8 + kTrailerSize) return false;
-    const quint64 trailer = size_ - kTrailerSize;
+    if (size_ < 8 + kPlistTrailerSize) return false;
+    const quint64 trailer = size_ - kPlistTrailerSize;
     offsetSize_ = bytes_[trailer + 6];
     referenceSize_ = bytes_[trailer + 7];
     count_ = number(trailer + 8, 8);

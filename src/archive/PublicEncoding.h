@@ -13,6 +13,9 @@
 
 namespace daylark {
 
+/// "$version" of every keyed archive that there is.
+inline constexpr qint64 kKeyedArchiveVersion = 100000;
+
 /// The small texts inside archived value objects (colours, points, sizes, fonts, run lengths), written and
 /// read in one place. Reading tolerates every input: what makes no sense gives an invalid or empty value. Any
 /// thread.

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int arrangementVersion = 3;
 constexpr int gapBetweenPanels = 8, gapAtEdges = 12, gapUnderControls = 32, stepOffOthers = 32;
-constexpr int listWidth = 300; // of the list over the picture, with a little air
+constexpr int listRoom = 300; // of the list over the picture, with a little air
 
 /// Where a panel opens for the first time, at which corner of the picture.
 struct Berth {
@@ -218,7 +218,7 @@ QRect ViewerPanelHost::controlsFrame(const QSize& size) const {
 QRect ViewerPanelHost::openPicture() const {
     QRect frame = pictureFrame();
     if (!isFullScreen()) return frame;
-    if (movieList_.isShown && movieList_.isShown()) frame.setRight(frame.right() - listWidth);
+    if (movieList_.isShown && movieList_.isShown()) frame.setRight(frame.right() - listRoom);
     const ToolPanel* controls = windows_.value(ViewerPanel::controls);
     if (controls) frame.setBottom(frame.bottom() - gapUnderControls - controls->sizeHint().height());
     return frame;
