@@ -31,7 +31,7 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
     : QObject(parent)
     , surroundings_(withPreferences(surroundings))
     , thumbnails_(library_, surroundings_.preferences, progress_)
-    , fileStates_(library_, surroundings_.preferences)
+    , fileStates_(library_, surroundings_.preferences, progress_)
     , sessionFiles_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels,
                      temporarySessionPath(surroundings_.places)})
     , sessionMigration_({library_, surroundings_.preferences, surroundings_.alerts, sessionFiles_,

@@ -58,7 +58,7 @@ void makeSession(ToolContext& context, const QString& out, const std::vector<Nam
     ScriptedPanels panels;
     Thumbnails thumbnails(library, context.preferences(), progress);
     SessionFiles files({library, context.preferences(), alerts, panels, QString()});
-    FileStates fileStates(library, context.preferences());
+    FileStates fileStates(library, context.preferences(), progress);
     MediaAdding adding({library, context.preferences(), panels, files, progress, thumbnails, fileStates});
     for (const NamedPaths& named : playlists) {
         const auto playlist = std::make_shared<Playlist>();

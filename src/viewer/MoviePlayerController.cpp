@@ -42,8 +42,6 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     , input_({surroundings.preferences, transport_, bookmarks_, panels_})
     , neighbours_(surroundings.player, list_, surroundings.preferences)
     , onscreenTextColour_(surroundings.preferences.onscreenTextColour()) {
-    probePool_.setMaxThreadCount(1);
-    timecodePool_.setMaxThreadCount(1);
     timer_.setInterval(1000);
     connect(&timer_, &QTimer::timeout, this, &MoviePlayerController::updateGUI);
     connect(&list_, &ViewerList::selectionChanged, this, [this] {
@@ -77,8 +75,6 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
 MoviePlayerController::~MoviePlayerController() {
     probeCancel_ = true;
     if (timecodeCancel_) *timecodeCancel_ = true;
-    timecodePool_.waitForDone();
-    probePool_.waitForDone();
 }
 
 void MoviePlayerController::open(std::vector<std::shared_ptr<Movie>> movies, qsizetype selectionIndex) {
@@ -182,8 +178,8 @@ void MoviePlayerController::movieOpenFailed(const QString&) {
     transport_.reset();
     Q_EMIT movieShown();
     if (open_) Q_EMIT windowOpened(); // to the front
-    const int code = surroundings_.alerts.run({QStringLiteral("File Not Found"),
-                                               QStringLiteral("This file may have been renamed or deleted."),
+    const int code = surroundings_.alerts.run({tr("File Not Found"),
+                                               tr("This file may have been renamed or deleted."),
                                                {},
                                                AlertStyle::warning});
     range_.alertDidEnd(code, QStringLiteral("File Missing Alert"));
@@ -195,12 +191,11 @@ void MoviePlayerController::firstPictureShown() {
     probeDue_ = false;
     geometry_.setPictureSize(surroundings_.player.shownFrame().displaySize());
     loadTimeCodeData();
-    probePool_.clear();
-    probePool_.start(
+    probeWork_.forgetWaiting();
+    probeWork_.run(
         [this, path = currentMovie()->filepathString, movie = std::weak_ptr<Movie>(currentMovie())] {
             auto result = std::make_shared<Result<ProbeResult>>(probeMovie(path, &probeCancel_));
-            QMetaObject::invokeMethod(
-                this, [this, movie, result] { probed(movie, *result); }, Qt::QueuedConnection);
+            WorkQueue::deliver(this, [this, movie, result] { probed(movie, *result); });
         });
 }
 
@@ -208,20 +203,17 @@ void MoviePlayerController::firstPictureShown() {
 void MoviePlayerController::loadTimeCodeData() {
     if (timecodeCancel_) *timecodeCancel_ = true;
     timecodeCancel_ = std::make_shared<CancelFlag>(false);
-    timecodePool_.start([this, path = currentMovie()->filepathString, cancel = timecodeCancel_,
-                         movie = std::weak_ptr<Movie>(currentMovie())] {
+    timecodeWork_.run([this, path = currentMovie()->filepathString, cancel = timecodeCancel_,
+                       movie = std::weak_ptr<Movie>(currentMovie())] {
         if (*cancel) return;
         const std::vector<SmpteTime> samples = AVTimecodeReader(path, cancel.get()).readTimecodeSamples();
         const auto start = samples.empty() ? std::nullopt : std::optional(samples.front());
-        QMetaObject::invokeMethod(
-            this,
-            [this, start, cancel, movie] {
-                const std::shared_ptr<Movie> read = *cancel ? nullptr : movie.lock();
-                if (!read) return;
-                bookmarks_.timecodeRead(read, start);
-                if (read == currentMovie()) time_.setTimeCodeData(start);
-            },
-            Qt::QueuedConnection);
+        WorkQueue::deliver(this, [this, start, cancel, movie] {
+            const std::shared_ptr<Movie> read = *cancel ? nullptr : movie.lock();
+            if (!read) return;
+            bookmarks_.timecodeRead(read, start);
+            if (read == currentMovie()) time_.setTimeCodeData(start);
+        });
     });
 }
 

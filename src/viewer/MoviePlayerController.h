@@ -24,7 +24,6 @@
 
 #include <QColor>
 #include <QObject>
-#include <QThreadPool>
 #include <QTimer>
 
 #include <memory>
@@ -150,9 +149,10 @@ private:
     QColor onscreenTextColour_;
     CancelFlag probeCancel_ = false;
     std::shared_ptr<CancelFlag> timecodeCancel_; ///< of the reading for the movie on screen
-    QThreadPool timecodePool_;                   ///< not behind a probing, which may take long
-    QThreadPool probePool_;                      ///< last: waits for its work before what it uses goes
-    WorkQueue fileWork_;                         ///< looks where a movie's file is
+    // Last: each waits for its work before what that uses goes.
+    WorkQueue timecodeWork_; ///< not behind a probing, which may take long
+    WorkQueue probeWork_;
+    WorkQueue fileWork_; ///< looks where a movie's file is
 };
 
 } // namespace daylark

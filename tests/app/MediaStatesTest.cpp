@@ -193,6 +193,30 @@ TEST_F(MediaStatesTest, MissingFilesMarkItemsAndPlaylistsAndComeBack) {
     EXPECT_EQ(controller->fileStates().missingCount(), 0);
 }
 
+TEST_F(MediaStatesTest, ALongRefreshSaysHowFarItIsAndEndsWhenAPersonWantsItTo) {
+    QStringList names;
+    for (int item = 0; item < 600; ++item)
+        names << u"gone_%1.mov"_s.arg(item);
+    addPlaylist(u"Day"_s, names);
+    QStringList said;
+    ProgressBoard& board = controller->progress();
+    QObject::connect(&board, &ProgressBoard::changed, &board, [&] {
+        for (const ProgressBoard::Job& job : board.jobs())
+            said << job.line();
+    });
+    refreshFileStates();
+    EXPECT_EQ(said.value(0), u"Looking for Media Files... 0 of 600"_s);
+    EXPECT_TRUE(said.contains(u"Looking for Media Files... 600 of 600"_s));
+    EXPECT_TRUE(board.jobs().empty());
+    EXPECT_EQ(controller->fileStates().missingCount(), 600);
+    controller->fileStates().updateAllFilePaths();
+    ASSERT_EQ(board.jobs().size(), 1u);
+    board.cancel(board.jobs().front().id);
+    ASSERT_TRUE(waitUntil([this] { return !controller->fileStates().isUpdating(); }));
+    EXPECT_TRUE(board.jobs().empty());
+    EXPECT_EQ(controller->fileStates().missingCount(), 600) << "what was not looked at stays as it was";
+}
+
 TEST_F(MediaStatesTest, AMovedFileIsFoundAgainByItsBookmarkOffTheNetwork) {
     addPlaylist(u"Day"_s, {});
     add({makeFile(u"old.mov"_s, "the very movie")});

@@ -12,7 +12,9 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QMenu>
+#include <QLabel>
 #include <QMenuBar>
+#include <QProgressBar>
 #include <QSlider>
 #include <QToolButton>
 #include <QWheelEvent>
@@ -199,8 +201,8 @@ TEST_F(ProgressWindowTest, AJobsCancelTellsThatJobAndTheWindowGoesWithTheLast) {
     auto* progress = window->findChild<ProgressWindow*>();
     ASSERT_TRUE(progress);
     ProgressBoard& board = controller->progress();
-    const int first = board.begin(QStringLiteral("Copying"), 10, true);
-    const int second = board.begin(QStringLiteral("Searching"), 0, true);
+    const int first = board.begin({QStringLiteral("Copying")}, 10, true);
+    const int second = board.begin({QStringLiteral("Searching")}, 0, true);
     ASSERT_TRUE(bench::waitUntil([&] { return progress->isVisible(); }));
     const auto buttons = progress->findChildren<QToolButton*>();
     ASSERT_EQ(buttons.size(), 2);
@@ -211,6 +213,36 @@ TEST_F(ProgressWindowTest, AJobsCancelTellsThatJobAndTheWindowGoesWithTheLast) {
     EXPECT_TRUE(progress->isVisible());
     board.end(first);
     EXPECT_FALSE(progress->isVisible());
+}
+
+TEST_F(ProgressWindowTest, AJobSaysItsTitleASecondLineAndACountThatItsTitleDoesNotCarry) {
+    openWindow();
+    auto* progress = window->findChild<ProgressWindow*>();
+    ProgressBoard& board = controller->progress();
+    const auto said = [&] {
+        QStringList texts;
+        for (const auto* label : progress->findChildren<QLabel*>())
+            if (!label->isHidden()) texts << label->text();
+        return texts.join(QLatin1Char('|'));
+    };
+    using Count = ProgressBoard::Count;
+    const int exported =
+        board.begin({QStringLiteral("Exporting"), QStringLiteral("May take minutes")}, 0, true);
+    EXPECT_EQ(said(), QStringLiteral("Exporting|May take minutes"));
+    EXPECT_EQ(progress->windowTitle(), QStringLiteral("Exporting"));
+    const int counted = board.begin({QStringLiteral("Searching...")}, 3, true);
+    board.advance(counted, 2, 3);
+    EXPECT_TRUE(said().endsWith(QStringLiteral("|Searching... 2 of 3"))) << said().toStdString();
+    EXPECT_EQ(progress->windowTitle(), QStringLiteral("Progress"));
+    board.end(exported);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    board.say(counted, {QStringLiteral("Gathering: File 3 of 3"), {}, Count::untold});
+    EXPECT_EQ(said(), QStringLiteral("Gathering: File 3 of 3"));
+    EXPECT_EQ(progress->findChild<QProgressBar*>()->maximum(), 3);
+    const int quiet = board.begin({QStringLiteral("Looking")}, 5, false); // the status line's alone
+    EXPECT_EQ(said(), QStringLiteral("Gathering: File 3 of 3"));
+    board.end(quiet);
+    board.end(counted);
 }
 
 } // namespace daylark

@@ -23,11 +23,17 @@ namespace daylark {
 
 namespace {
 
-const QString addingTitle = QStringLiteral("Adding Media Files...");
 constexpr qint64 progressIntervalMs = 100;
 
 QString lastPathComponent(const QString& path) {
     return path.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
+}
+
+/// How many there are is known at the end only.
+ProgressBoard::Texts textsFor(qint64 found) {
+    return {MediaAdding::tr("Adding Media Files..."),
+            found > 0 ? MediaAdding::tr("%n found", nullptr, int(found)) : QString(),
+            ProgressBoard::Count::untold};
 }
 
 bool isDivider(const Playlist& playlist) {
@@ -74,7 +80,7 @@ public:
 
     std::deque<Request> requests; ///< the first is under way
     int job = 0;
-    std::shared_ptr<std::atomic<bool>> cancelled;
+    std::shared_ptr<CancelFlag> cancelled;
     WorkQueue work;
 
 private:
@@ -210,8 +216,8 @@ void MediaAdding::addDLMFilesToSelectedPlaylist(const QStringList& bundles) {
 void MediaAdding::addMediaFromOpenDialog() {
     if (surroundings_.library.selectedPlaylistRows().size() > 1) return;
     OpenPanel panel;
-    panel.title = QStringLiteral("Choose Media Files To Add");
-    panel.prompt = QStringLiteral("Add Media");
+    panel.title = tr("Choose Media Files To Add");
+    panel.prompt = tr("Add Media");
     panel.allowMultiple = true;
     const QStringList paths = surroundings_.panels.runOpen(panel);
     if (!paths.isEmpty()) addMediaFilesToSelectedPlaylist(paths);
@@ -251,7 +257,7 @@ void MediaAdding::enqueue(Request request) {
 }
 
 void MediaAdding::startNext() {
-    const int job = surroundings_.progress.begin(addingTitle, 0, true);
+    const int job = surroundings_.progress.begin(textsFor(0), 0, true);
     worker_->job = job;
     worker_->cancelled = surroundings_.progress.cancelFlag(job);
     worker_->work.run([this, request = worker_->requests.front(), job, cancelled = worker_->cancelled] {
@@ -260,7 +266,7 @@ void MediaAdding::startNext() {
         const auto report = [this, job, &sinceReport](qint64 found) {
             if (sinceReport.elapsed() < progressIntervalMs) return;
             sinceReport.restart();
-            WorkQueue::deliver(this, [this, job, found] { surroundings_.progress.advance(job, found, 0); });
+            WorkQueue::deliver(this, [this, job, found] { surroundings_.progress.say(job, textsFor(found)); });
         };
         Worker::look(request, {cancelled.get(), report}, [this](Group group) {
             WorkQueue::deliver(this,
@@ -296,7 +302,7 @@ std::shared_ptr<Playlist> MediaAdding::targetOf(const Group& group) {
 MediaAdding::Movies MediaAdding::addItems(const std::shared_ptr<Playlist>& playlist, const Group& group) {
     Movies movies;
     movies.reserve(group.media.size());
-    // The first new item leaves a gap of one after the items shown; wanted.
+    // The first new item leaves a gap of one after the items shown, as in sessions made before.
     qint64 number = surroundings_.library.shownCount(playlist) + 1;
     for (const FoundMedia& media : group.media) {
         auto movie = std::make_shared<Movie>(media.path, media.bookmarkData);

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "base/jobs/CancelFlag.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
 
-#include <atomic>
 #include <functional>
 #include <vector>
 
@@ -18,7 +19,7 @@ struct FoundMedia {
 
 /// What a look through files and folders reports on its way, and what may end it. Worker threads.
 struct WalkWatch {
-    const std::atomic<bool>* cancelled = nullptr; ///< may be null
+    const CancelFlag* cancelled = nullptr; ///< may be null
     std::function<void(qint64 found)> found;      ///< so many media files until now; may be empty
     [[nodiscard]] bool isCancelled() const { return cancelled && *cancelled; }
 };

@@ -1,6 +1,8 @@
 #include "app/files/FileStates.h"
 
 #include "app/playlists/Library.h"
+#include "app/program/ProgressBoard.h"
+#include "base/jobs/CancelFlag.h"
 #include "base/jobs/WorkQueue.h"
 #include "preferences/Preferences.h"
 
@@ -43,7 +45,9 @@ public:
 
     std::set<std::weak_ptr<Movie>, std::owner_less<std::weak_ptr<Movie>>> missing;
     bool running = false, again = false;
-    std::atomic<bool> ending = false;
+    int job = 0; ///< of a refresh that takes more than a moment
+    qint64 done = 0, total = 0;
+    std::shared_ptr<CancelFlag> cancelled;
     WorkQueue work;
 
 private:
@@ -66,12 +70,20 @@ void FileStates::Worker::start(FileStates& states) {
         auto answers = std::make_shared<const Answers>(std::move(batch));
         WorkQueue::deliver(&states, [&states, answers] { states.worker_->apply(states, *answers); });
     };
-    work.run([this, &states, deliver, list = tasks(states)] {
+    auto list = tasks(states);
+    done = 0;
+    total = qint64(list.size());
+    cancelled = std::make_shared<CancelFlag>(false);
+    if (list.size() > checksPerBatch) {
+        job = states.progress_.begin({tr("Looking for Media Files...")}, total, false);
+        cancelled = states.progress_.cancelFlag(job);
+    }
+    work.run([&states, deliver, cancelled = cancelled, list = std::move(list)] {
         QElapsedTimer sinceBatch;
         sinceBatch.start();
         Answers batch;
         for (const FileCheckTask& task : list) {
-            if (ending) return;
+            if (*cancelled) break;
             batch.push_back({task.movie, checkFile(task.file)});
             if (batch.size() < checksPerBatch && sinceBatch.elapsed() < batchIntervalMs) continue;
             deliver(std::exchange(batch, {}));
@@ -83,6 +95,8 @@ void FileStates::Worker::start(FileStates& states) {
 }
 
 void FileStates::Worker::apply(FileStates& states, const Answers& answers) {
+    done += qint64(answers.size());
+    if (job) states.progress_.advance(job, done, total);
     for (const FileCheckAnswer& answer : answers) {
         const auto movie = answer.movie.lock();
         if (!movie) continue;
@@ -97,6 +111,7 @@ void FileStates::Worker::apply(FileStates& states, const Answers& answers) {
 }
 
 void FileStates::Worker::finish(FileStates& states) {
+    if (job) states.progress_.end(std::exchange(job, 0));
     for (auto it = missing.begin(); it != missing.end();)
         it = it->expired() ? missing.erase(it) : std::next(it);
     for (const auto& playlist : states.library_.playlists()) {
@@ -113,14 +128,15 @@ void FileStates::Worker::finish(FileStates& states) {
     Q_EMIT states.updated();
 }
 
-FileStates::FileStates(Library& library, Preferences& preferences, QObject* parent)
+FileStates::FileStates(Library& library, Preferences& preferences, ProgressBoard& progress, QObject* parent)
     : QObject(parent)
     , library_(library)
     , preferences_(preferences)
+    , progress_(progress)
     , worker_(std::make_unique<Worker>()) {}
 
 FileStates::~FileStates() {
-    worker_->ending = true;
+    if (worker_->cancelled) *worker_->cancelled = true;
 }
 
 void FileStates::updateAllFilePaths() {

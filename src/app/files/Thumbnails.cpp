@@ -191,7 +191,7 @@ void Thumbnails::cancelAll() {
 void Thumbnails::dispatch() {
     Queue& queue = *queue_;
     if (!queue.job && !queue.waiting.empty()) {
-        queue.job = progress_.begin(QStringLiteral("Creating Thumbnails..."), queue.total, false);
+        queue.job = progress_.begin({tr("Creating Thumbnails...")}, queue.total, false);
         queue.cancelled = progress_.cancelFlag(queue.job);
     }
     while (queue.running < queue.threads && !queue.waiting.empty()) {

@@ -13,11 +13,23 @@ auto jobWithId(Jobs& jobs, int id) {
 
 } // namespace
 
-int ProgressBoard::begin(const QString& title, qint64 total, bool window) {
+QString ProgressBoard::Job::line() const {
+    if (texts.count == Count::untold || total <= 0) return texts.title;
+    return tr("%1 %2 of %3").arg(texts.title).arg(done).arg(total);
+}
+
+int ProgressBoard::begin(const Texts& texts, qint64 total, bool window) {
     const int id = nextId_++;
-    jobs_.push_back({id, title, 0, total, window, std::make_shared<std::atomic<bool>>(false)});
+    jobs_.push_back({id, texts, 0, total, window, std::make_shared<CancelFlag>(false)});
     Q_EMIT changed();
     return id;
+}
+
+void ProgressBoard::say(int id, const Texts& texts) {
+    const auto job = jobWithId(jobs_, id);
+    if (job == jobs_.end()) return;
+    job->texts = texts;
+    Q_EMIT changed();
 }
 
 void ProgressBoard::advance(int id, qint64 done, qint64 total) {
@@ -41,7 +53,7 @@ void ProgressBoard::cancel(int id) {
     Q_EMIT changed();
 }
 
-std::shared_ptr<std::atomic<bool>> ProgressBoard::cancelFlag(int id) const {
+std::shared_ptr<CancelFlag> ProgressBoard::cancelFlag(int id) const {
     const auto job = jobWithId(jobs_, id);
     return job == jobs_.end() ? nullptr : job->cancelled;
 }

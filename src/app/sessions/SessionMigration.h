@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/jobs/CancelFlag.h"
 #include "base/jobs/WorkQueue.h"
 #include "model/Timecode.h"
 
 #include <QObject>
 
-#include <atomic>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -69,7 +69,7 @@ private:
     Surroundings surroundings_;
     std::vector<WithoutRate> withoutRate_;
     bool asking_ = false;
-    std::atomic<bool> cancel_ = false;
+    CancelFlag cancel_ = false;
     WorkQueue timecodeTracks_{1, WorkQueue::Pace::background}; ///< last: waits for its work
 };
 

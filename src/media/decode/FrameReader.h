@@ -1,19 +1,16 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/jobs/CancelFlag.h"
 #include "media/container/SampleIndex.h"
 #include "media/decode/VideoFrame.h"
 
 #include <QString>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 
 namespace daylark {
-
-/// Set from any thread to make a long read end soon.
-using CancelFlag = std::atomic<bool>;
 
 /// An open movie, read picture by picture. Frame n is exactly the n-th sample shown; a damaged sample gives
 /// the nearest earlier good picture and the numbering stays. One thread at a time; the destructor may wait

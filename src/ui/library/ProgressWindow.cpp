@@ -22,7 +22,6 @@ ProgressWindow::ProgressWindow(ProgressBoard& board, QWidget* parent)
     , board_(board)
     , layout_(new QVBoxLayout(this)) {
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setWindowTitle(QStringLiteral("Progress"));
     setFixedWidth(360);
     layout_->setContentsMargins(12, 12, 12, 12);
     layout_->setSpacing(8);
@@ -33,8 +32,13 @@ ProgressWindow::ProgressWindow(ProgressBoard& board, QWidget* parent)
 }
 
 ProgressWindow::Row ProgressWindow::makeRow(int job) {
-    Row row{job, new QWidget(this), nullptr, nullptr};
+    Row row{job, new QWidget(this)};
+    row.title = new QLabel(row.widget);
+    row.title->setTextFormat(Qt::PlainText);
     row.text = new QLabel(row.widget);
+    row.text->setTextFormat(Qt::PlainText);
+    row.text->setFont(theme::smallFont());
+    row.text->setStyleSheet(QStringLiteral("color: #a4a4a4;"));
     row.bar = new QProgressBar(row.widget);
     row.bar->setFixedHeight(6);
     row.bar->setTextVisible(false);
@@ -42,20 +46,21 @@ ProgressWindow::Row ProgressWindow::makeRow(int job) {
     cancel->setIcon(theme::icon(QStringLiteral("cancel")));
     cancel->setAutoRaise(true);
     cancel->setMinimumSize(24, 24);
-    cancel->setToolTip(QStringLiteral("Cancel"));
-    cancel->setAccessibleName(QStringLiteral("Cancel the job"));
+    cancel->setToolTip(tr("Cancel"));
+    cancel->setAccessibleName(tr("Cancel the job"));
     connect(cancel, &QToolButton::clicked, this, [this, job] { board_.cancel(job); });
     auto* grid = new QGridLayout(row.widget);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(4);
-    grid->addWidget(row.text, 0, 0);
+    grid->addWidget(row.title, 0, 0);
     grid->addWidget(row.bar, 1, 0);
+    grid->addWidget(row.text, 2, 0);
     grid->addWidget(cancel, 0, 1, 2, 1);
     layout_->addWidget(row.widget);
     return row;
 }
 
-void ProgressWindow::refresh() {
+void ProgressWindow::removeEndedRows() {
     const auto& jobs = board_.jobs();
     const auto wanted = [&jobs](int id) {
         return std::any_of(jobs.begin(), jobs.end(),
@@ -70,7 +75,11 @@ void ProgressWindow::refresh() {
         layout_->removeWidget(row->widget);
         row = rows_.erase(row);
     }
-    for (const ProgressBoard::Job& job : jobs) {
+}
+
+void ProgressWindow::refresh() {
+    removeEndedRows();
+    for (const ProgressBoard::Job& job : board_.jobs()) {
         if (!job.window) continue;
         auto row = std::find_if(rows_.begin(), rows_.end(),
                                 [&job](const Row& known) { return known.job == job.id; });
@@ -79,9 +88,10 @@ void ProgressWindow::refresh() {
             row = std::prev(rows_.end());
             if (!isVisible()) appear_.start();
         }
-        row->text->setText(job.total > 0
-                               ? QStringLiteral("%1  %2 of %3").arg(job.title).arg(job.done).arg(job.total)
-                               : job.title);
+        row->title->setText(job.line());
+        row->text->setText(job.texts.text);
+        row->text->setVisible(!job.texts.text.isEmpty());
+        setWindowTitle(rows_.size() == 1 ? job.texts.title : tr("Progress"));
         row->bar->setRange(0, int(job.total));
         row->bar->setValue(int(job.done));
     }

@@ -20,12 +20,14 @@ public:
 
 private:
     void refresh();
+    void removeEndedRows();
     void appear();
 
     struct Row {
         int job = 0;
         QWidget* widget = nullptr;
-        QLabel* text = nullptr;
+        QLabel* title = nullptr;
+        QLabel* text = nullptr; ///< hidden while there is nothing more to say
         QProgressBar* bar = nullptr;
     };
     Row makeRow(int job);

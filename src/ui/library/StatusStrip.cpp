@@ -41,8 +41,8 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     cancel_->setAutoRaise(true);
     cancel_->setMinimumSize(24, 24);
     cancel_->setFocusPolicy(Qt::TabFocus);
-    cancel_->setToolTip(QStringLiteral("Cancel"));
-    cancel_->setAccessibleName(QStringLiteral("Cancel the job"));
+    cancel_->setToolTip(tr("Cancel"));
+    cancel_->setAccessibleName(tr("Cancel the job"));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 0, 4, 0);
     layout->setSpacing(8);
@@ -85,8 +85,7 @@ void StatusStrip::refresh() {
     if (!busy) return;
     const ProgressBoard::Job& job = jobs.front();
     jobId_ = job.id;
-    QString text = job.title;
-    if (job.total > 0) text += QStringLiteral(" %1 of %2").arg(job.done).arg(job.total);
+    QString text = job.line();
     if (jobs.size() > 1) text += QStringLiteral(" · %1 more").arg(jobs.size() - 1);
     job_->setText(text);
     bar_->setRange(0, int(job.total));
