@@ -365,7 +365,7 @@ PicturePlanes planesOfFrame(const AVFrame& frame, std::shared_ptr<const void> ke
 PicturePlanes planesOf(const VideoFrame& frame) {
     if (frame.isNull()) return {};
     PicturePlanes picture = planesOfFrame(*frame.data()->frame, std::make_shared<VideoFrame>(frame));
-    picture.rotation = frame.data()->rotation;
+    picture.orientation = frame.data()->orientation;
     return picture;
 }
 

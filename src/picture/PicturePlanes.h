@@ -34,13 +34,13 @@ struct PicturePlanes {
     double chromaX = 0, chromaY = 0; ///< luma samples
     std::array<std::array<double, 3>, 3> toRgb{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
     std::array<double, 3> offset{0, 0, 0};
-    int rotation = 0;                ///< clockwise, as it is to be shown: 0, 90, 180, 270
+    Orientation orientation; ///< as it is to be shown
     std::shared_ptr<const void> keep;
 
     [[nodiscard]] bool isNull() const { return !planes[0].data; }
     [[nodiscard]] bool isGrey() const { return !planes[1].data; }
     [[nodiscard]] bool hasAlpha() const { return planes[3].data; }
-    [[nodiscard]] QSize size() const { return planes[0].size; } ///< samples, before rotation and pixel aspect
+    [[nodiscard]] QSize size() const { return planes[0].size; } ///< samples, before orientation and pixel aspect
 };
 
 /// Cheap (no copy) for what decoders give planar; converts otherwise. Any thread.

@@ -277,9 +277,9 @@ QImage renderPicture(const VideoFrame& frame, const PictureRequest& request) {
     if (part.isEmpty()) return image;
 
     // Turning the picture: which way each shown axis runs through the stored one.
-    const bool turned = picture.rotation % 180;
-    const bool flipsX = request.mirrorLeftRight != (picture.rotation == 90 || picture.rotation == 180);
-    const bool flipsY = request.mirrorUpsideDown != (picture.rotation == 180 || picture.rotation == 270);
+    const bool turned = picture.orientation.isTurned();
+    const bool flipsX = request.mirrorLeftRight != picture.orientation.flipsX();
+    const bool flipsY = request.mirrorUpsideDown != picture.orientation.flipsY();
     const ShownAxis x{flipsX, size.width(), part.x(), part.width()};
     const ShownAxis y{flipsY, size.height(), part.y(), part.height()};
     const std::array<SampledAxis, 2> along = axesOf(picture, turned ? y : x, true);

@@ -64,9 +64,9 @@ Image pictureAt(FrameReader& reader, qint64 frame, const CancelFlag* cancel) {
 
 } // namespace
 
-ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag* cancel) {
+ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag* cancel, SampleTables* tables) {
     ThumbnailResult result;
-    const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(request.path, cancel);
+    const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(request.path, cancel, tables);
     if (!reader) {
         const Result<MediaFile> file = MediaFile::open(request.path, cancel);
         if (!request.legacyRules) timeOfChoice(request, 0, result);

@@ -23,6 +23,8 @@ struct ThumbnailResult {
 };
 
 /// Makes a thumbnail by the current back end's rules, falling back to the legacy ones, or by these alone. Worker threads.
-[[nodiscard]] ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag* cancel = nullptr);
+/// `cancel` and `tables` may be null.
+[[nodiscard]] ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag* cancel = nullptr,
+                                            SampleTables* tables = nullptr);
 
 } // namespace daylark

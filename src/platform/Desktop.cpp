@@ -31,6 +31,8 @@ SystemPlaces SystemPlaces::current() {
     const QString dataFolder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     places.applicationSupport = dataFolder + QStringLiteral("/Daylark");
     QDir().mkpath(places.applicationSupport);
+    const QString cacheFolder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    if (!cacheFolder.isEmpty()) places.cache = cacheFolder + QStringLiteral("/Daylark");
     return places;
 }
 

@@ -5,11 +5,13 @@
 
 namespace daylark {
 
-/// The general pasteboard, plain text. Interface thread.
+/// The general pasteboard, as text. Interface thread.
 class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
     virtual void setText(const QString& text) = 0; ///< clears it first
+    /// The same thing twice: each program pastes what it can show.
+    virtual void setRichText(const QString& html, const QString& plain) = 0;
     [[nodiscard]] virtual QString text() const = 0;
 };
 
@@ -24,6 +26,7 @@ public:
 struct SystemPlaces {
     QString loginName;
     QString applicationSupport; ///< the "Daylark" folder of the user's data folder; made when missing, silently
+    QString cache; ///< a folder for what can be made anew; nothing is made there before it is needed. Null: none
     [[nodiscard]] static SystemPlaces current();
 };
 

@@ -193,8 +193,9 @@ void MoviePlayerController::firstPictureShown() {
     loadTimeCodeData();
     probeWork_.forgetWaiting();
     probeWork_.run(
-        [this, path = currentMovie()->filepathString, movie = std::weak_ptr<Movie>(currentMovie())] {
-            auto result = std::make_shared<Result<ProbeResult>>(probeMovie(path, &probeCancel_));
+        [this, path = currentMovie()->filepathString, movie = std::weak_ptr<Movie>(currentMovie()),
+         tables = surroundings_.player.sampleTables()] {
+            auto result = std::make_shared<Result<ProbeResult>>(probeMovie(path, &probeCancel_, tables.get()));
             WorkQueue::deliver(this, [this, movie, result] { probed(movie, *result); });
         });
 }

@@ -4,6 +4,7 @@
 #include "app/program/ProgressBoard.h"
 #include "base/jobs/WorkQueue.h"
 #include "media/facts/MovieProbe.h"
+#include "media/index/SampleTables.h"
 #include "picture/Thumbnail.h"
 #include "preferences/Preferences.h"
 
@@ -60,11 +61,13 @@ public:
     WorkQueue work{thumbnailThreads(), WorkQueue::Pace::background};
 };
 
-Thumbnails::Thumbnails(Library& library, Preferences& preferences, ProgressBoard& progress, QObject* parent)
+Thumbnails::Thumbnails(Library& library, Preferences& preferences, ProgressBoard& progress,
+                       std::shared_ptr<SampleTables> tables, QObject* parent)
     : QObject(parent)
     , library_(library)
     , preferences_(preferences)
     , progress_(progress)
+    , tables_(tables ? std::move(tables) : std::make_shared<SampleTables>())
     , queue_(std::make_unique<Queue>()) {
     connect(&progress_, &ProgressBoard::changed, this, [this] {
         if (queue_->cancelled && *queue_->cancelled && !queue_->waiting.empty()) cancelAll();
@@ -87,6 +90,14 @@ void Thumbnails::probeAndThumbnail(const Movies& newItems) {
     kind.probe = true;
     kind.choice = preferences_.thumbnailFrame.text();
     enqueue(newItems, kind);
+}
+
+void Thumbnails::readAgain(const Movies& items) {
+    Task kind;
+    kind.probe = true;
+    kind.force = true;
+    kind.choice = preferences_.thumbnailFrame.text();
+    enqueue(items, kind);
 }
 
 void Thumbnails::updateThumbnailsInArray(const Movies& items) {
@@ -206,7 +217,7 @@ void Thumbnails::dispatch() {
         task.cancelled = queue.cancelled;
         ++queue.running;
         queue.work.run([this, task = std::move(task)] {
-            auto outcome = std::make_shared<const Outcome>(carryOut(task));
+            auto outcome = std::make_shared<const Outcome>(carryOut(task, *tables_));
             WorkQueue::deliver(this, [this, task, outcome] { taskDone(task, *outcome); });
         });
     }
@@ -221,7 +232,7 @@ void Thumbnails::dispatch() {
     Q_EMIT idle();
 }
 
-Thumbnails::Outcome Thumbnails::carryOut(const Task& task) {
+Thumbnails::Outcome Thumbnails::carryOut(const Task& task, SampleTables& tables) {
     Outcome outcome;
     if (*task.cancelled) return outcome;
     const FileCheck check = checkFile(task.file);
@@ -230,11 +241,12 @@ Thumbnails::Outcome Thumbnails::carryOut(const Task& task) {
     if (task.onlyIfFound || !check.found) outcome.check = check;
     if (!check.found) return outcome;
     if (task.probe) {
-        if (Result<ProbeResult> probed = probeMovie(check.path, task.cancelled.get()))
+        if (Result<ProbeResult> probed = probeMovie(check.path, task.cancelled.get(), &tables))
             outcome.properties = probed->asset;
     }
     if (!task.choice.isNull() && !*task.cancelled)
-        outcome.thumbnail = makeThumbnail({check.path, task.choice, task.legacyRules}, task.cancelled.get());
+        outcome.thumbnail = makeThumbnail({check.path, task.choice, task.legacyRules},
+                                          task.cancelled.get(), &tables);
     // What was cut short says nothing about the file.
     return *task.cancelled ? Outcome{} : outcome;
 }

@@ -14,6 +14,7 @@ namespace daylark {
 class Library;
 class ProgressBoard;
 class Preferences;
+class SampleTables;
 
 /// Makes thumbnails and reads the properties of items, on workers, in the order asked for; results find their
 /// record weakly and are dropped when it is gone. Interface thread.
@@ -21,12 +22,14 @@ class Thumbnails : public QObject {
     Q_OBJECT
 public:
     using Movies = std::vector<std::shared_ptr<Movie>>;
+    /// `tables`: where movies' sample tables are shared; null makes some of its own.
     Thumbnails(Library& library, Preferences& preferences, ProgressBoard& progress,
-               QObject* parent = nullptr);
+               std::shared_ptr<SampleTables> tables = nullptr, QObject* parent = nullptr);
     ~Thumbnails() override;
 
     void probeAndThumbnail(
         const Movies& newItems); ///< what adding asks for: properties, then a thumbnail, item by item
+    void readAgain(const Movies& items); ///< their files are others now: both anew
     void updateThumbnailsInArray(const Movies& items);
     void updateThumbnailsSequentially(const std::shared_ptr<Playlist>& playlist);
     void updateThumbnailForMovie(const std::shared_ptr<Movie>& movie);
@@ -51,7 +54,7 @@ private:
     void enqueue(const Movies& items, const Task& kind);
     void dispatch();
     void taskDone(const Task& task, const Outcome& outcome);
-    static Outcome carryOut(const Task& task);
+    static Outcome carryOut(const Task& task, SampleTables& tables);
     static void applyThumbnail(Movie& movie, const Outcome& outcome, bool force);
     [[nodiscard]] Movies moviesOfAllPlaylists() const;
 
@@ -59,6 +62,7 @@ private:
     Library& library_;
     Preferences& preferences_;
     ProgressBoard& progress_;
+    const std::shared_ptr<SampleTables> tables_;
     std::unique_ptr<Queue> queue_;
 };
 

@@ -1,5 +1,6 @@
 #include "media/container/MediaFile.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 
@@ -36,10 +37,36 @@ struct OpeningOptions {
     OpeningOptions& operator=(const OpeningOptions&) = delete;
 };
 
-bool isRealVideo(const AVStream* stream) {
-    const AVCodecParameters* parameters = stream->codecpar;
-    return parameters->codec_type == AVMEDIA_TYPE_VIDEO && parameters->codec_id != AV_CODEC_ID_NONE &&
+bool isVideo(const AVStream* stream) {
+    return stream->codecpar->codec_type == AVMEDIA_TYPE_VIDEO &&
            !(stream->disposition & (AV_DISPOSITION_ATTACHED_PIC | AV_DISPOSITION_TIMED_THUMBNAILS));
+}
+
+bool isRealVideo(const AVStream* stream) {
+    return isVideo(stream) && stream->codecpar->codec_id != AV_CODEC_ID_NONE;
+}
+
+/// For people: by the codec's own name, or the four letters under which the container knows it.
+QString codecNameOf(const AVCodecParameters& parameters) {
+    if (parameters.codec_id != AV_CODEC_ID_NONE) {
+        const AVCodecDescriptor* descriptor = avcodec_descriptor_get(parameters.codec_id);
+        const char* name = descriptor && descriptor->long_name ? descriptor->long_name
+                                                               : avcodec_get_name(parameters.codec_id);
+        return QString::fromUtf8(name);
+    }
+    char text[AV_FOURCC_MAX_STRING_SIZE] = {};
+    return QStringLiteral("\"%1\"").arg(
+        QString::fromLatin1(av_fourcc_make_string(text, parameters.codec_tag)));
+}
+
+/// What more than about this lies in a decoder at once, in pictures begun by its threads, is too much.
+constexpr qint64 mostUnderWay = qint64(512) << 20;
+
+/// Bytes; deep where nobody says.
+qint64 pictureBytesOf(const AVCodecParameters& parameters) {
+    const int known = av_image_get_buffer_size(AVPixelFormat(parameters.format), parameters.width,
+                                               parameters.height, 1);
+    return known > 0 ? known : std::max<qint64>(1, qint64(parameters.width) * parameters.height * 3);
 }
 
 /// The headers of these containers say all about such a stream but what its decoder finds out for itself.
@@ -97,6 +124,8 @@ Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel,
     av_log_set_level(AV_LOG_QUIET);
     MediaFile file;
     file.path_ = path;
+    file.size_ = info.size();
+    file.modified_ = info.lastModified().toMSecsSinceEpoch();
     file.interrupt_ = std::make_unique<Interrupt>();
     file.interrupt_->cancel = cancel;
     file.interrupt_->deadline = std::chrono::steady_clock::now() + openingLimit;
@@ -116,10 +145,27 @@ Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel,
         if (!file.video_ && isRealVideo(stream)) file.video_ = stream;
         if (!file.sound_ && stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) file.sound_ = stream;
     }
-    if (!file.video_ && !file.sound_) return Error{QStringLiteral("neither picture nor sound")};
-    file.deliver(file.video_ ? file.video_ : file.sound_);
+    if (!file.video_ && !file.sound_) {
+        // A track of timecode alone is a movie all the same; what else gives neither is none.
+        const bool isMovie = QByteArray(context->iformat->name).contains("mov") && context->nb_streams > 0;
+        if (file.unknownPicture()) return file.noPicture();
+        if (opening != Opening::forFacts || !isMovie) return Error{QStringLiteral("neither picture nor sound")};
+    }
+    if (const AVStream* stream = file.video_ ? file.video_ : file.sound_) file.deliver(stream);
     file.interrupt_->deadline = std::chrono::steady_clock::time_point::max();
     return file;
+}
+
+const AVStream* MediaFile::unknownPicture() const {
+    for (unsigned i = 0; i < format_->nb_streams; ++i)
+        if (isVideo(format_->streams[i])) return format_->streams[i];
+    return nullptr;
+}
+
+Error MediaFile::noPicture() const {
+    const AVStream* unknown = unknownPicture();
+    if (!unknown) return {QStringLiteral("no picture")};
+    return {QStringLiteral("unknown codec %1").arg(codecNameOf(*unknown->codecpar))};
 }
 
 void MediaFile::deliver(const AVStream* stream) {
@@ -147,7 +193,7 @@ bool MediaFile::hasEvenSlices() const {
 
 Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth, bool strict, Sharing sharing) const {
     const AVCodec* decoder = avcodec_find_decoder(video_->codecpar->codec_id);
-    if (!decoder) return Error{QStringLiteral("no decoder for this codec")};
+    if (!decoder) return Error{QStringLiteral("no decoder for %1").arg(codecNameOf(*video_->codecpar))};
     av::CodecPtr codec(avcodec_alloc_context3(decoder));
     avcodec_parameters_to_context(codec.get(), video_->codecpar);
     codec->pkt_timebase = video_->time_base;
@@ -158,7 +204,12 @@ Result<av::CodecPtr> MediaFile::openDecoder(int reorderDepth, bool strict, Shari
     // on.
     const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
     const unsigned waiting = codec->thread_type == FF_THREAD_SLICE || cores == 1 ? 0 : 2;
-    codec->thread_count = int(std::min(cores + waiting, 8U));
+    const qint64 affordable = std::max<qint64>(1, mostUnderWay / pictureBytesOf(*video_->codecpar));
+    codec->thread_count = int(std::min({qint64(cores + waiting), affordable, qint64(8)}));
+    if (codec->thread_count < int(std::min(cores, 2U))) { // too large for several: one, by all hands
+        codec->thread_type = FF_THREAD_SLICE;
+        codec->thread_count = int(std::min(cores, 8U));
+    }
     // These would give half a picture without a word.
     const bool silent = decoder->id == AV_CODEC_ID_DNXHD || decoder->id == AV_CODEC_ID_MJPEG ||
                         decoder->id == AV_CODEC_ID_PNG;

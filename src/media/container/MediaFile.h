@@ -9,9 +9,9 @@
 namespace daylark {
 
 /// An opened media file with its first real video stream (cover pictures don't count) and its first sound
-/// stream, if it has them. Only the packets of one stream are delivered: the video stream's, unless `deliver`
-/// says otherwise. Every wait on the file can be cancelled; opening gives up after a few
-/// seconds whatever the file says. Internal to media/. One thread at a time. Fails for what is no regular
+/// stream, if it has them; at least one of them, unless it was opened for facts. Only the packets of one
+/// stream are delivered: the video stream's, unless `deliver` says otherwise. Every wait on the file can be
+/// cancelled; opening gives up after a few seconds whatever the file says. Internal to media/. One thread at a time. Fails for what is no regular
 /// file, is empty, or has no known format.
 class MediaFile {
 public:
@@ -21,7 +21,8 @@ public:
     /// How the streams' parameters are found out. `forReading` leaves out what a decoder tells by itself once
     /// it decodes: where the header says enough (QuickTime and MP4; MXF and Matroska of pictures that stand
     /// for themselves) the pixel format, the colours and the pixel aspect that stand in the picture's data
-    /// alone, which would cost decoding a picture. `forFacts` finds out all of them.
+    /// alone, which would cost decoding a picture. `forFacts` finds out all of them, and opens a QuickTime or MP4
+    /// file that has neither picture nor sound.
     enum class Opening { forReading, forFacts };
 
     [[nodiscard]] static Result<MediaFile> open(const QString& path, const CancelFlag* cancel,
@@ -34,10 +35,15 @@ public:
     }
 
     [[nodiscard]] const QString& path() const { return path_; }
+    [[nodiscard]] qint64 size() const { return size_; }         ///< when it was opened; bytes
+    [[nodiscard]] qint64 modified() const { return modified_; } ///< likewise; milliseconds since 1970
     [[nodiscard]] AVFormatContext* format() const { return format_.get(); }
     [[nodiscard]] PictureMemory& pictures() const { return *memory_; }
     [[nodiscard]] AVStream* video() const { return video_; } ///< null: sound only
     [[nodiscard]] AVStream* sound() const { return sound_; } ///< null: none
+    /// Why there is no video(): none at all, or one that is coded in an unknown way.
+    [[nodiscard]] Error noPicture() const;
+    [[nodiscard]] bool hasUnknownPicture() const { return !video_ && unknownPicture(); }
     void deliver(const AVStream* stream);                    ///< video() or sound(); from the next packet on
     /// The next packet of the stream delivered; AVERROR_EOF at the end of what can be read, AVERROR_EXIT when
     /// cancelled.
@@ -60,9 +66,11 @@ private:
         std::chrono::steady_clock::time_point deadline;
     };
     static int interrupted(void* opaque);
+    [[nodiscard]] const AVStream* unknownPicture() const;
 
     MediaFile() = default;
     QString path_;
+    qint64 size_ = 0, modified_ = 0;
     std::shared_ptr<PictureMemory> memory_ = std::make_shared<PictureMemory>(); ///< the decoders' pictures
     std::unique_ptr<Interrupt> interrupt_; ///< outlives format_, which points to it
     av::FormatPtr format_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "media/container/SampleTable.h"
+#include "media/index/SampleTable.h"
 
 namespace daylark {
 

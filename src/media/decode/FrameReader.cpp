@@ -1,6 +1,7 @@
 #include "media/decode/FrameReader.h"
 
 #include "media/decode/PictureDecoder.h"
+#include "media/index/SampleTables.h"
 
 #include <algorithm>
 #include <limits>
@@ -21,8 +22,9 @@ constexpr size_t mostStandingDecoders = 6; // where memory allows
 /// ahead of it.
 class DecodingReader final : public FrameReader {
 public:
-    DecodingReader(MediaFile file, SampleTable table, av::CodecPtr codec)
-        : table_(std::move(table))
+    DecodingReader(MediaFile file, SampleTables::Table table, av::CodecPtr codec)
+        : shared_(std::move(table))
+        , table_(*shared_)
         , source_(std::move(file), table_) {
         for (qint64 n = 0; n < table_.index.count(); ++n)
             if (table_.index.samples[size_t(n)].key) keyFrames_.push_back(n);
@@ -83,7 +85,8 @@ private:
     Result<VideoFrame> readLeniently(qint64 n, const FramePassed& passed);
     static Error stopped() { return {QStringLiteral("cancelled")}; }
 
-    SampleTable table_;
+    const SampleTables::Table shared_;
+    const SampleTable& table_;
     PacketSource source_;
     std::vector<std::unique_ptr<PictureDecoder>> decoders_; ///< the one used last stands last
     size_t mostDecoders_ = 1;
@@ -132,7 +135,6 @@ qint64 DecodingReader::mostStanding() const {
 }
 
 void DecodingReader::limitDecoders(qint64 bytes) {
-    if (bytes == limit_) return;
     limit_ = bytes;
     source_.file().pictures().limitIdle(size_t(std::max<qint64>(0, bytes / 4)));
     while (qint64(decoders_.size()) > mostStanding())
@@ -268,13 +270,16 @@ void DecodingReader::startAt(qint64 keyFrame) {
 
 } // namespace
 
-Result<std::unique_ptr<FrameReader>> FrameReader::open(const QString& path, const CancelFlag* cancel) {
+Result<std::unique_ptr<FrameReader>> FrameReader::open(const QString& path, const CancelFlag* cancel,
+                                                       SampleTables* tables) {
     Result<MediaFile> file = MediaFile::open(path, cancel);
     if (!file) return file.error();
-    Result<SampleTable> table = buildSampleTable(*file);
+    if (!file->video()) return file->noPicture();
+    SampleTables own;
+    Result<SampleTables::Table> table = (tables ? *tables : own).tableOf(*file);
     if (!table) return table.error();
-    if (table->packetOfFrame.empty()) return Error{QStringLiteral("no picture")};
-    Result<av::CodecPtr> codec = file->openDecoder(table->reorderDepth, true, MediaFile::Sharing::slices);
+    if ((*table)->packetOfFrame.empty()) return Error{QStringLiteral("no picture")};
+    Result<av::CodecPtr> codec = file->openDecoder((*table)->reorderDepth, true, MediaFile::Sharing::slices);
     if (!codec) return codec.error();
     file->setCancel(nullptr);
     return std::unique_ptr<FrameReader>(

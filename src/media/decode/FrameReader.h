@@ -12,15 +12,17 @@
 
 namespace daylark {
 
+class SampleTables;
+
 /// An open movie, read picture by picture. Frame n is exactly the n-th sample shown; a damaged sample gives
 /// the nearest earlier good picture and the numbering stays. One thread at a time; the destructor may wait
 /// for the decoder's threads.
 class FrameReader {
 public:
-    /// Opens the file and builds its sample index. Errors: no such file, no format, no video. `cancel` may be
-    /// null.
-    [[nodiscard]] static Result<std::unique_ptr<FrameReader>> open(const QString& path,
-                                                                   const CancelFlag* cancel = nullptr);
+    /// Opens the file and builds its sample index, or takes it from `tables`. Errors: no such file, no format,
+    /// no video. `cancel` and `tables` may be null.
+    [[nodiscard]] static Result<std::unique_ptr<FrameReader>>
+    open(const QString& path, const CancelFlag* cancel = nullptr, SampleTables* tables = nullptr);
     virtual ~FrameReader() = default;
 
     [[nodiscard]] virtual const SampleIndex& index() const = 0;

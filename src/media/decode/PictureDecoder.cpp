@@ -29,11 +29,13 @@ PictureDecoder::PictureDecoder(av::CodecPtr codec, PacketSource& source, const S
     , table_(table)
     , standsAlone_(standsAlone)
     , disposable_(*source.file().video()->codecpar)
+    , alpha_(source.file())
     , packet_(av_packet_alloc())
     , canBeAsked_(givesHeldPictures(*codec_, table)) {}
 
 void PictureDecoder::startAt(qint64 place, qint64 firstValid) {
     avcodec_flush_buffers(codec_.get());
+    alpha_.flush();
     started_ = true;
     draining_ = Draining::no;
     place_ = place;
@@ -92,6 +94,7 @@ bool PictureDecoder::goesOnAfterDraining(qint64 target) {
         return false;
     }
     avcodec_flush_buffers(codec_.get());
+    alpha_.flush();
     draining_ = Draining::no;
     return place_ <= table_.packetOfFrame[size_t(target)];
 }
@@ -114,7 +117,8 @@ int PictureDecoder::receive(const FramePassed& passed) {
         return 0;
     auto data = std::make_shared<VideoFrame::Data>();
     data->pixelAspect = pixelAspectOf(source_.file().format(), source_.file().video(), frame.get());
-    data->rotation = rotationOf(*source_.file().video());
+    data->orientation = orientationOf(*source_.file().video());
+    alpha_.addTo(*frame, number);
     data->frame = std::move(frame);
     const VideoFrame& picture = made_[number] = VideoFrame(std::move(data));
     if (passed) passed(number, picture);
@@ -128,7 +132,8 @@ void PictureDecoder::drain(Draining why) {
 
 bool PictureDecoder::isToDrop(qint64 target, const AVPacket& packet) const {
     const qint32 number = table_.packets[size_t(place_)].frame;
-    return number >= 0 && number < target && !table_.halves && disposable_.is(packet);
+    const bool asDescribed = table_.descriptions.empty(); // units are told apart by the stream's own parameters
+    return number >= 0 && number < target && !table_.halves && asDescribed && disposable_.is(packet);
 }
 
 /// Is this the last packet that a read of the target needs?
@@ -166,6 +171,20 @@ void PictureDecoder::ask() {
     av_packet_unref(packet_.get());
 }
 
+/// Where other parameter sets hold than those that the decoder had last, the packet brings them along: what the
+/// demuxer announces goes to whoever reads next, which may have been another decoder.
+void PictureDecoder::describe(AVPacket& packet) {
+    const quint16 wanted = table_.packets[size_t(place_)].description;
+    if (wanted == description_) return;
+    const AVCodecParameters& own = *source_.file().video()->codecpar;
+    const QByteArray sets = wanted == 0 ? QByteArray(reinterpret_cast<const char*>(own.extradata), own.extradata_size)
+                                        : table_.descriptions[size_t(wanted) - 1];
+    uint8_t* data = av_packet_new_side_data(&packet, AV_PKT_DATA_NEW_EXTRADATA, size_t(sets.size()));
+    if (!data) return;
+    std::copy(sets.cbegin(), sets.cend(), reinterpret_cast<char*>(data));
+    description_ = wanted;
+}
+
 /// Hands the decoder one more packet, or the end, or asks for what it holds; false when cancelled, and it can
 /// go on.
 bool PictureDecoder::feed(qint64 target, OnTheWay onTheWay, Arrival arrival) {
@@ -188,6 +207,8 @@ bool PictureDecoder::feed(qint64 target, OnTheWay onTheWay, Arrival arrival) {
     }
     const qint32 number = table_.packets[size_t(place_)].frame;
     packet_->pts = packet_->dts = number >= 0 ? number : AV_NOPTS_VALUE;
+    describe(*packet_);
+    alpha_.feed(*packet_, packet_->pts);
     avcodec_send_packet(codec_.get(), packet_.get()); // damage shows as a missing picture
     av_packet_unref(packet_.get());
     startedAgo_ += number >= 0 ? 1 : fewPackets + 1;

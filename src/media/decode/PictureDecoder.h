@@ -1,5 +1,6 @@
 #pragma once
 
+#include "media/decode/AlphaPictures.h"
 #include "media/decode/DisposablePicture.h"
 #include "media/decode/FrameReader.h"
 #include "media/container/PacketSource.h"
@@ -67,16 +68,19 @@ private:
     [[nodiscard]] bool mayDrain() const;
     [[nodiscard]] bool mayAsk(qint64 target) const;
     void ask();
+    void describe(AVPacket& packet);
 
     av::CodecPtr codec_;
     PacketSource& source_;
     const SampleTable& table_;
     const bool standsAlone_;
     DisposablePicture disposable_;
+    AlphaPictures alpha_;
     av::PacketPtr packet_;
     bool started_ = false;
     Draining draining_ = Draining::no;
     qint64 place_ = 0;
+    quint16 description_ = 0; ///< which parameter sets the codec has
     qint64 firstValid_ = 0;
     qint64 dropped_ = -1; ///< the highest frame that was not decoded because it was not asked for
     Picture shown_;

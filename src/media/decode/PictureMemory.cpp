@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <utility>
 
 #include <sys/mman.h>
 
@@ -16,12 +15,33 @@ size_t roundedUp(size_t value, size_t unit) {
     return (value + unit - 1) / unit * unit;
 }
 
+void fillWith(uint8_t* bytes, size_t size, int value, int depth) {
+    if (depth <= 8) {
+        std::fill_n(bytes, size, uint8_t(value));
+        return;
+    }
+    std::fill_n(reinterpret_cast<uint16_t*>(bytes), size / 2, uint16_t(value << (depth - 8)));
+}
+
+/// The one decoder here that leaves what damage took as it finds it, without a word: an older picture must not
+/// stand there.
+void makeBlack(uint8_t* bytes, const size_t (&sizes)[4], const size_t (&starts)[4],
+               const AVPixFmtDescriptor& format) {
+    constexpr int black = 16, noColour = 128;
+    const bool isRgb = format.flags & AV_PIX_FMT_FLAG_RGB;
+    for (size_t plane = 0; plane < 4 && sizes[plane] > 0; ++plane)
+        fillWith(bytes + starts[plane], sizes[plane], isRgb ? 0 : plane == 0 ? black : noColour,
+                 format.comp[0].depth);
+}
+
 } // namespace
 
 PictureMemory::~PictureMemory() {
     for (const auto& [size, blocks] : idle_)
         for (void* block : blocks)
             munmap(block, size);
+    for (const auto& [block, size] : spent_)
+        munmap(block, size);
 }
 
 void PictureMemory::serve(AVCodecContext& codec) {
@@ -70,6 +90,7 @@ bool PictureMemory::fill(AVCodecContext& codec, AVFrame& frame) {
     auto block = std::make_unique<Block>(Block{shared_from_this(), take(total), total});
     if (!block->bytes) return false;
     auto* bytes = static_cast<uint8_t*>(block->bytes);
+    if (codec.codec_id == AV_CODEC_ID_HEVC) makeBlack(bytes, sizes, starts, *format);
     frame.buf[0] = av_buffer_create(bytes, total, &PictureMemory::takeBack, block.get(), 0);
     if (!frame.buf[0]) {
         free(block->bytes, total);
@@ -95,6 +116,7 @@ void* PictureMemory::take(size_t size) {
             return block;
         }
     }
+    freeSpent();
     // All pages at once cost half of what they cost one by one.
     void* block =
         mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
@@ -108,33 +130,39 @@ void PictureMemory::free(void* block, size_t size) {
     bytes_ -= size;
 }
 
+void PictureMemory::freeSpent() {
+    std::vector<std::pair<void*, size_t>> spent; // freed outside the lock
+    {
+        const std::lock_guard lock(mutex_);
+        spent.swap(spent_);
+    }
+    for (const auto& [block, size] : spent)
+        free(block, size);
+}
+
 void PictureMemory::limitIdle(size_t bytes) {
-    std::vector<std::pair<void*, size_t>> tooMuch; // freed outside the lock
     {
         const std::lock_guard lock(mutex_);
         mostIdle_ = std::min(bytes, usuallyIdle);
         for (auto& [size, blocks] : idle_)
             for (; idleBytes_ > mostIdle_ && !blocks.empty(); blocks.pop_back()) {
-                tooMuch.emplace_back(blocks.back(), size);
+                spent_.emplace_back(blocks.back(), size);
                 idleBytes_ -= size;
             }
     }
-    for (const auto& [block, size] : tooMuch)
-        free(block, size);
+    freeSpent();
 }
 
 void PictureMemory::takeBack(void* opaque, uint8_t*) {
     const std::unique_ptr<Block> block(static_cast<Block*>(opaque));
     PictureMemory& home = *block->home;
-    {
-        const std::lock_guard lock(home.mutex_);
-        if (home.idleBytes_ + block->size <= home.mostIdle_ || home.idle_[block->size].empty()) {
-            home.idle_[block->size].push_back(block->bytes);
-            home.idleBytes_ += block->size;
-            return;
-        }
+    const std::lock_guard lock(home.mutex_);
+    if (home.idleBytes_ + block->size <= home.mostIdle_ || home.idle_[block->size].empty()) {
+        home.idle_[block->size].push_back(block->bytes);
+        home.idleBytes_ += block->size;
+    } else {
+        home.spent_.emplace_back(block->bytes, block->size);
     }
-    home.free(block->bytes, block->size);
 }
 
 } // namespace daylark

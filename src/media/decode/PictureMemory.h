@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace daylark {
@@ -22,7 +23,9 @@ public:
     ~PictureMemory();
     /// Of all blocks, whoever holds them, and of those kept idle.
     [[nodiscard]] size_t byteCount() const { return bytes_; }
-    /// So many bytes at most are kept idle, and what is usual at the utmost; lets go what is too much.
+    /// So many bytes at most are kept idle, and what is usual at the utmost; lets go what is too much. A
+    /// picture that is given back is let go here or by the next decoder that wants memory, never by who gave it
+    /// back, since the system takes its time over a large one.
     void limitIdle(size_t bytes);
 
 private:
@@ -37,11 +40,13 @@ private:
     bool fill(AVCodecContext& codec, AVFrame& frame);
     void* take(size_t size);
     void free(void* block, size_t size);
+    void freeSpent();
 
     std::atomic<size_t> bytes_ = 0;
     std::mutex mutex_;
     std::map<size_t, std::vector<void*>> idle_; ///< by size
     size_t idleBytes_ = 0, mostIdle_ = usuallyIdle;
+    std::vector<std::pair<void*, size_t>> spent_; ///< to be let go
 };
 
 } // namespace daylark

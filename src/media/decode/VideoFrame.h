@@ -7,6 +7,16 @@
 
 namespace daylark {
 
+/// How a stored picture is to be shown: first turned, then, where it is mirrored, left and right exchanged.
+struct Orientation {
+    int rotation = 0; ///< clockwise: 0, 90, 180, 270
+    bool mirrored = false;
+    [[nodiscard]] bool isTurned() const { return rotation % 180 != 0; } ///< width and height change places
+    /// The shown axes that run against the stored ones.
+    [[nodiscard]] bool flipsX() const { return mirrored != (rotation == 90 || rotation == 180); }
+    [[nodiscard]] bool flipsY() const { return rotation == 180 || rotation == 270; }
+};
+
 /// One decoded picture, as the decoder gave it (planes, 8 to 16 bit), behind an opaque handle. Never changes
 /// once made; copies share it. Any thread.
 class VideoFrame {

@@ -11,12 +11,12 @@ class VideoFrame::Data {
 public:
     av::FramePtr frame;
     AVRational pixelAspect{1, 1};
-    int rotation = 0; ///< clockwise: 0, 90, 180, 270
+    Orientation orientation;
 };
 
-/// The stream's rotation, clockwise in degrees; a multiple of 90.
-[[nodiscard]] int rotationOf(const AVStream& stream);
-/// Shape of one pixel of the stream; 1:1 where unknown.
+/// What the stream says of how its pictures are to be turned.
+[[nodiscard]] Orientation orientationOf(const AVStream& stream);
+/// Shape of one pixel of the stream, or of this picture of it; 1:1 where unknown.
 [[nodiscard]] AVRational pixelAspectOf(AVFormatContext* format, AVStream* stream, AVFrame* frame = nullptr);
 
 } // namespace daylark

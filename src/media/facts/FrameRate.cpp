@@ -1,5 +1,6 @@
 #include "media/facts/FrameRate.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -59,19 +60,47 @@ AVRational constantRate(const SampleIndex& index, const AVStream& stream) {
     return {0, 1};
 }
 
+/// How many samples at most have one time: 1 nearly always.
+qint64 longestTie(const SampleIndex& index) {
+    qint64 longest = 1, tie = 1;
+    for (size_t n = 1; n < index.samples.size(); ++n) {
+        tie = index.samples[n].pts == index.samples[n - 1].pts ? tie + 1 : 1;
+        longest = std::max(longest, tie);
+    }
+    return longest;
+}
+
+/// A position means one frame: those that have one time, or come to have it by rounding, share out what lies
+/// before the next.
+void parTies(SampleIndex& index) {
+    auto& samples = index.samples;
+    for (size_t n = 0; n < samples.size();) {
+        size_t next = n + 1;
+        while (next < samples.size() && samples[next].ticks <= samples[n].ticks)
+            ++next;
+        const qint64 begin = samples[n].ticks;
+        const qint64 until = next < samples.size() ? samples[next].ticks : index.endTicks;
+        const auto shared = qint64(next - n);
+        for (qint64 i = 1; i < shared; ++i)
+            samples[n + size_t(i)].ticks = std::max(begin + i, begin + (until - begin) * i / shared);
+        n = next;
+    }
+    index.endTicks = std::max(index.endTicks, samples.back().ticks + 1);
+}
+
 /// The stream's own clock where its end fits the record's 32 bits, else the finest that does.
 void setOwnClock(SampleIndex& index, qint64 end) {
     constexpr qint64 limit = std::numeric_limits<qint32>::max();
     const AVRational base{index.timeBaseNum, index.timeBaseDen};
-    qint64 scale = base.den;
+    qint64 scale = std::min(base.den * longestTie(index), limit);
     while (scale > 1 && av_rescale(end * base.num, scale, base.den) > limit)
         scale /= 2;
     index.timeScale = qint32(scale);
     const qint64 first = index.samples.front().pts;
     for (SampleIndex::Sample& sample : index.samples)
         sample.ticks = av_rescale((sample.pts - first) * base.num, scale, base.den);
-    index.endTicks =
-        std::max<qint64>(av_rescale(end * base.num, scale, base.den), index.samples.back().ticks + 1);
+    index.endTicks = av_rescale(end * base.num, scale, base.den);
+    parTies(index);
 }
 
 } // namespace

@@ -2,13 +2,16 @@
 
 #include "media/facts/MovieTexts.h"
 #include "model/Timecode.h"
-#include "media/container/SampleTable.h"
+#include "media/container/MovBoxes.h"
+#include "media/index/SampleTable.h"
+#include "media/index/SampleTables.h"
 #include "media/decode/VideoFrameData.h"
 
 #include <QDateTime>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 
 namespace daylark {
@@ -24,7 +27,7 @@ NaturalSize naturalSizeOf(const MediaFile& file) {
     const AVCodecParameters* parameters = file.video()->codecpar;
     const AVRational aspect = pixelAspectOf(file.format(), file.video());
     NaturalSize size{double(parameters->width) * aspect.num / aspect.den, double(parameters->height)};
-    if (rotationOf(*file.video()) % 180) std::swap(size.width, size.height);
+    if (orientationOf(*file.video()).isTurned()) std::swap(size.width, size.height);
     return size;
 }
 
@@ -39,20 +42,37 @@ std::optional<Date> creationDateOf(const QFileInfo& info) {
     return Date::fromUnixSeconds(double(date.toMSecsSinceEpoch()) / 1000);
 }
 
+/// Fragments may begin at any time; the library counts from zero to where the last one ends.
+bool isFragmented(const MediaFile& file) {
+    if (!std::strstr(file.format()->iformat->name, "mov")) return false;
+    const Result<MovBoxes> boxes = MovBoxes::read(file.path());
+    return boxes && boxes->isFragmented();
+}
+
 double durationSecondsOf(const MediaFile& file, const SampleIndex& index) {
     const AVFormatContext* format = file.format();
     // A length guessed from the bit rate is worse than the samples' own.
     if (format->duration == AV_NOPTS_VALUE ||
-        format->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE || index.count() < 2)
+        format->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE || index.count() < 2 ||
+        isFragmented(file))
         return index.duration().seconds();
     return double(format->duration) / AV_TIME_BASE;
 }
 
+/// The mean rate that the container states, else the nominal one, else what the samples' times say; 0 where
+/// there is nothing to tell it from.
+double frameRateOf(const AVStream& stream, const SampleIndex& index) {
+    for (const AVRational rate : {stream.avg_frame_rate, stream.r_frame_rate})
+        if (rate.num > 0 && rate.den > 0) return av_q2d(rate);
+    if (index.count() < 2) return 0;
+    if (index.step > 0) return double(index.timeScale) / index.step;
+    return index.duration().seconds() > 0 ? double(index.count()) / index.duration().seconds() : 0;
+}
+
 AssetProperties assetPropertiesOf(const MediaFile& file, const SampleIndex& index) {
     AssetProperties asset;
-    const AVRational rate = file.video()->avg_frame_rate;
-    if (rate.num > 0 && rate.den > 0) {
-        asset.mMovieFPS = float(av_q2d(rate));
+    if (const double rate = frameRateOf(*file.video(), index); rate > 0) {
+        asset.mMovieFPS = float(rate);
         asset.frameRateText = frameRateTextOf(*asset.mMovieFPS);
     }
     asset.mMovieDurationSeconds = float(durationSecondsOf(file, index));
@@ -63,7 +83,7 @@ AssetProperties assetPropertiesOf(const MediaFile& file, const SampleIndex& inde
     return asset;
 }
 
-/// 29.97 becomes 30 here; wanted.
+/// 29.97 becomes 30 here, as sessions hold it.
 float snappedRate(float fps) {
     if (fps > 23.5F && fps < 24.5F) return 24;
     if (fps > 24.5F && fps < 25.5F) return 25;
@@ -96,15 +116,17 @@ LegacyProperties legacyPropertiesOf(const MediaFile& file, const SampleIndex& in
 
 } // namespace
 
-Result<ProbeResult> probeMovie(const QString& path, const CancelFlag* cancel) {
+Result<ProbeResult> probeMovie(const QString& path, const CancelFlag* cancel, SampleTables* tables) {
     Result<MediaFile> file = MediaFile::open(path, cancel, MediaFile::Opening::forFacts);
     if (!file) return file.error();
+    if (file->hasUnknownPicture()) return file->noPicture();
     ProbeResult result;
     if (file->video()) {
-        Result<SampleTable> table = buildSampleTable(*file);
+        SampleTables own;
+        const Result<SampleTables::Table> table = (tables ? *tables : own).tableOf(*file);
         if (!table) return table.error();
-        result.asset = assetPropertiesOf(*file, table->index);
-        result.legacy = legacyPropertiesOf(*file, table->index);
+        result.asset = assetPropertiesOf(*file, (*table)->index);
+        result.legacy = legacyPropertiesOf(*file, (*table)->index);
     }
     const QFileInfo info(path);
     result.asset.fileSizeText = result.legacy.fileSizeText = fileSizeTextOf(info.size());

@@ -51,7 +51,9 @@ struct ProbeResult {
 };
 
 /// Reads a file's properties. Worker threads; ends within a second for broken, empty, truncated and endless files.
-[[nodiscard]] Result<ProbeResult> probeMovie(const QString& path, const CancelFlag* cancel = nullptr);
+/// `cancel` and `tables` may be null.
+[[nodiscard]] Result<ProbeResult> probeMovie(const QString& path, const CancelFlag* cancel = nullptr,
+                                             SampleTables* tables = nullptr);
 
 /// The two property passes on a record (interface thread; no disk). The legacy pass does nothing on a record that has been
 /// visited, and marks it visited.

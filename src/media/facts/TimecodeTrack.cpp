@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace daylark {
@@ -23,13 +24,36 @@ std::optional<qint64> frameNumberOf(const TimecodeSampleBuffer& sample) {
     return known && !bytes.failed() ? std::optional(number) : std::nullopt;
 }
 
-/// The numbers that dropping leaves out up to a frame; those of 30 frames a second whatever the quanta.
-/// Wanted.
-quint64 droppedNumbers(quint64 frame, quint64 quanta) {
-    const quint64 perTenMinutes = quanta * 600 - 18;
+/// Frames a second as the scale and the duration of one have it; 0 where they say nothing likely.
+double statedRate(const TimecodeSampleBuffer& sample) {
+    constexpr double highest = 255; // what quanta can say
+    const double rate = sample.frameDuration > 0 ? double(sample.timeScale) / sample.frameDuration : 0;
+    return rate <= highest ? rate : 0;
+}
+
+/// Whole frames a second. Some cameras write 29 beside 30000/1001: where the two contradict each other the
+/// rate decides.
+quint64 quantaOf(const TimecodeSampleBuffer& sample) {
+    const double rate = statedRate(sample);
+    const bool contradicts = sample.frameQuanta > 0 && rate >= 1 && std::abs(rate - sample.frameQuanta) > 0.5;
+    return contradicts ? quint64(std::lround(rate)) : sample.frameQuanta;
+}
+
+/// Numbers left out a minute: those of 30 frames a second whatever the quanta (wanted), unless the stated rate
+/// is a multiple of 29.97, which loses as many times more.
+quint64 droppedAMinute(const TimecodeSampleBuffer& sample) {
+    constexpr double ntsc = 30000.0 / 1001;
+    const double times = statedRate(sample) / ntsc;
+    const long whole = std::lround(times);
+    return whole > 1 && std::abs(times - double(whole)) < 0.0005 ? quint64(whole) * 2 : 2;
+}
+
+/// The numbers that dropping leaves out up to a frame.
+quint64 droppedNumbers(quint64 frame, quint64 quanta, quint64 aMinute) {
+    const quint64 perTenMinutes = quanta * 600 - 9 * aMinute;
     const quint64 rest = frame % perTenMinutes;
-    quint64 dropped = 18 * (frame / perTenMinutes);
-    if (rest >= quanta * 60) dropped += ((rest - quanta * 60) / (quanta * 60 - 2)) * 2 + 2;
+    quint64 dropped = 9 * aMinute * (frame / perTenMinutes);
+    if (rest >= quanta * 60) dropped += ((rest - quanta * 60) / (quanta * 60 - aMinute)) * aMinute + aMinute;
     return dropped;
 }
 
@@ -40,7 +64,8 @@ TimecodeSampleBuffer descriptionOf(const MovBoxes::Box& entry) {
     BoxBytes bytes(entry.content);
     bytes.skip(4);
     sample.flags = bytes.u32();
-    bytes.skip(8);
+    sample.timeScale = bytes.u32();
+    sample.frameDuration = bytes.u32();
     sample.frameQuanta = bytes.u8();
     sample.mediaSubtype = bytes.failed() ? 0 : entry.type;
     return sample;
@@ -63,11 +88,12 @@ Result<std::vector<MovBoxes::Sample>> samplesOfCutFile(const MovBoxes& boxes, si
 
 std::optional<SmpteTime> smpteTimeOf(const TimecodeSampleBuffer& sample) {
     const std::optional<qint64> number = frameNumberOf(sample);
-    const quint64 quanta = sample.frameQuanta;
+    const quint64 quanta = quantaOf(sample);
     if (!number || quanta == 0) return std::nullopt;
     bool negative = *number < 0;
     quint64 frame = negative ? 0 - quint64(*number) : quint64(*number);
-    if (sample.flags & TimecodeSampleBuffer::dropFrame) frame += droppedNumbers(frame, quanta);
+    if (sample.flags & TimecodeSampleBuffer::dropFrame)
+        frame += droppedNumbers(frame, quanta, droppedAMinute(sample));
     const quint64 whole = frame / quanta;
     quint64 hours = whole / 3600;
     if (sample.flags & TimecodeSampleBuffer::twentyFourHourMax) {

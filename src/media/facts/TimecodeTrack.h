@@ -19,6 +19,8 @@ struct TimecodeSampleBuffer {
     quint32 frameQuanta = 0;  ///< whole frames a second
     quint32 flags = 0;
     QByteArray data; ///< a big-endian frame number
+    /// The rate that the description states beside the quanta; 0 of either: none.
+    quint32 timeScale = 0, frameDuration = 0;
 };
 
 /// The time of one sample; none for a cut one, another subtype or 0 frames a second. Any thread.

@@ -251,10 +251,10 @@ void GlPictureRenderer::setGeometry(const Program& program, const PicturePlanes&
 
     // Turned clockwise by 90 degrees, the row shown is found along the columns of samples, from the bottom
     // up.
-    const bool turned = picture.rotation == 90 || picture.rotation == 270;
+    const bool turned = picture.orientation.isTurned();
     gl_.Uniform1i(place("turned"), turned);
-    const bool backwardsX = request.mirrorLeftRight != (picture.rotation == 90 || picture.rotation == 180);
-    const bool backwardsY = request.mirrorUpsideDown != (picture.rotation == 180 || picture.rotation == 270);
+    const bool backwardsX = request.mirrorLeftRight != picture.orientation.flipsX();
+    const bool backwardsY = request.mirrorUpsideDown != picture.orientation.flipsY();
     struct Shown {
         int pixels, first;
         bool backwards;

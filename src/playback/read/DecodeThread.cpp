@@ -16,9 +16,10 @@ constexpr qint64 decodersShare = 8; // of the budget, one part in so many, for d
 } // namespace
 
 DecodeThread::DecodeThread(FrameCache& cache, std::function<void(Opening)> opened,
-                           std::function<void()> lookAgain, Neighbours* neighbours)
+                           std::function<void()> lookAgain, Neighbours* neighbours, SampleTables* tables)
     : cache_(cache)
     , neighbours_(neighbours)
+    , tables_(tables)
     , opened_(std::move(opened))
     , lookAgain_(std::move(lookAgain))
     , thread_([this] { run(); }) {}
@@ -98,6 +99,7 @@ bool DecodeThread::isOnTheWay(qint64 frame, qint64 target) const {
 
 void DecodeThread::rest() {
     cache_.sweep();
+    if (movie_) movie_->reader->limitDecoders(cache_.budget() / decodersShare); // lets go what was given back
     if (neighbours_) neighbours_->setResting(true);
     if (!resting_.exchange(true)) lookAgain_();
 }
@@ -145,7 +147,7 @@ DecodeThread::Opening DecodeThread::openedAs(const Command& command) {
     Opening opening{command.generation, nullptr, {}, {}};
     if (neighbours_) movie_ = neighbours_->take(command.path, cancel_);
     if (!movie_) {
-        auto fresh = prepareMovie(command.path, cancel_);
+        auto fresh = prepareMovie(command.path, cancel_, tables_);
         if (fresh)
             movie_ = std::move(*fresh);
         else

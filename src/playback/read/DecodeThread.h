@@ -30,9 +30,9 @@ public:
         QString reason;
         QString decoder; ///< for people
     };
-    /// `neighbours` may be null; it outlives the thread, as the cache does.
+    /// `neighbours` and `tables` may be null; they outlive the thread, as the cache does.
     DecodeThread(FrameCache& cache, std::function<void(Opening)> opened, std::function<void()> lookAgain,
-                 Neighbours* neighbours = nullptr);
+                 Neighbours* neighbours = nullptr, SampleTables* tables = nullptr);
     ~DecodeThread();
     DecodeThread(const DecodeThread&) = delete;
     DecodeThread& operator=(const DecodeThread&) = delete;
@@ -64,6 +64,7 @@ private:
 
     FrameCache& cache_;
     Neighbours* const neighbours_;
+    SampleTables* const tables_;
     const std::function<void(Opening)> opened_;
     const std::function<void()> lookAgain_;
     CancelFlag cancel_ = false;

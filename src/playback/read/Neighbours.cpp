@@ -24,13 +24,14 @@ qint64 PreparedMovie::byteCount() const {
     return std::max(bytes, reader->pictureBytes());
 }
 
-Result<std::unique_ptr<PreparedMovie>> prepareMovie(const QString& path, const CancelFlag& cancel) {
+Result<std::unique_ptr<PreparedMovie>> prepareMovie(const QString& path, const CancelFlag& cancel,
+                                                    SampleTables* tables) {
     auto movie = std::make_unique<PreparedMovie>();
     const QFileInfo file(path);
     movie->path = path;
     movie->fileSize = file.size();
     movie->fileModified = file.lastModified();
-    auto reader = FrameReader::open(path, &cancel);
+    auto reader = FrameReader::open(path, &cancel, tables);
     if (!reader) return reader.error();
     movie->reader = std::move(*reader);
     movie->reader->limitDecoders(0);
@@ -38,8 +39,9 @@ Result<std::unique_ptr<PreparedMovie>> prepareMovie(const QString& path, const C
     return movie;
 }
 
-Neighbours::Neighbours(std::function<void(qint64)> held)
+Neighbours::Neighbours(std::function<void(qint64)> held, SampleTables* tables)
     : held_(std::move(held))
+    , tables_(tables)
     , thread_([this] { run(); }) {}
 
 Neighbours::~Neighbours() {
@@ -191,7 +193,7 @@ void Neighbours::prepare(const NeighbourMovie& wish, std::unique_lock<std::mutex
     lock.unlock();
     bool more = true;
     if (!movie) {
-        auto fresh = prepareMovie(wish.path, cancel_);
+        auto fresh = prepareMovie(wish.path, cancel_, tables_);
         more = fresh && (*fresh)->index->count() > 0;
         if (more) movie = std::move(*fresh);
     } else {

@@ -39,9 +39,10 @@ struct PreparedMovie {
     [[nodiscard]] qint64 byteCount() const; ///< of its pictures, here and in its decoders
 };
 
-/// Opens a movie and builds its index. Errors as `FrameReader::open`.
-[[nodiscard]] Result<std::unique_ptr<PreparedMovie>> prepareMovie(const QString& path,
-                                                                  const CancelFlag& cancel);
+/// Opens a movie and builds its index, or takes it from `tables` (which may be null). Errors as
+/// `FrameReader::open`.
+[[nodiscard]] Result<std::unique_ptr<PreparedMovie>>
+prepareMovie(const QString& path, const CancelFlag& cancel, SampleTables* tables);
 
 /// Opens the movies beside the current one and decodes the pictures they will start with, on a thread of its
 /// own that works only while the current movie's decoding rests. What it holds stays within a quarter of the
@@ -50,8 +51,8 @@ struct PreparedMovie {
 /// for the read under way, which it ends.
 class Neighbours {
 public:
-    /// `held`: bytes that came (or, negative, went); from any thread.
-    explicit Neighbours(std::function<void(qint64 bytes)> held);
+    /// `held`: bytes that came (or, negative, went); from any thread. `tables` outlives it.
+    explicit Neighbours(std::function<void(qint64 bytes)> held, SampleTables* tables = nullptr);
     ~Neighbours();
     Neighbours(const Neighbours&) = delete;
     Neighbours& operator=(const Neighbours&) = delete;
@@ -82,6 +83,7 @@ private:
     void recount(PreparedMovie& movie);
 
     const std::function<void(qint64)> held_;
+    SampleTables* const tables_;
     CancelFlag cancel_ = false;
     std::atomic<qint64> bytes_ = 0, budget_ = 0;
 

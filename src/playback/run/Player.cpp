@@ -1,5 +1,6 @@
 #include "playback/run/Player.h"
 
+#include "media/index/SampleTables.h"
 #include "playback/read/DecodeThread.h"
 #include "playback/read/FrameCache.h"
 #include "playback/run/RunClock.h"
@@ -33,17 +34,19 @@ qint64 ticksOnScale(const MediaTime& time, qint64 timeScale) {
 /// The player's state; interface thread, like the player.
 class Player::Engine {
 public:
-    Engine(Player& player, PlaybackClock& clock, qint64 cacheBudget, SoundOutput* sound)
+    Engine(Player& player, PlaybackClock& clock, qint64 cacheBudget, SoundOutput* sound,
+           std::shared_ptr<SampleTables> tables)
         : q_(player)
         , clock_(clock)
         , run_(clock, sound)
         , cache_(0)
-        , neighbours_([this](qint64 bytes) { cache_.addElsewhere(bytes); })
+        , tables_(std::move(tables))
+        , neighbours_([this](qint64 bytes) { cache_.addElsewhere(bytes); }, tables_.get())
         , index_(std::make_shared<SampleIndex>())
         , decoder_(
               cache_,
               [this](DecodeThread::Opening opening) { post([this, opening] { openingDone(opening); }); },
-              [this] { announce(); }, &neighbours_) {
+              [this] { announce(); }, &neighbours_, tables_.get()) {
         setCacheBudget(cacheBudget);
         timer_.setTimerType(Qt::PreciseTimer);
         timer_.setSingleShot(true);
@@ -75,6 +78,7 @@ public:
     PlaybackClock& clock_;
     RunClock run_;
     FrameCache cache_;
+    const std::shared_ptr<SampleTables> tables_;
     Neighbours neighbours_;
     std::shared_ptr<const SampleIndex> index_;
     bool open_ = false;
@@ -430,9 +434,11 @@ void Player::Engine::setVolume(float volume) {
     run_.setVolume(volume_);
 }
 
-Player::Player(PlaybackClock& clock, QObject* parent, qint64 cacheBudget, SoundOutput* sound)
+Player::Player(PlaybackClock& clock, QObject* parent, qint64 cacheBudget, SoundOutput* sound,
+               std::shared_ptr<SampleTables> tables)
     : QObject(parent)
-    , engine_(std::make_unique<Engine>(*this, clock, cacheBudget, sound)) {
+    , engine_(std::make_unique<Engine>(*this, clock, cacheBudget, sound,
+                                       tables ? std::move(tables) : std::make_shared<SampleTables>())) {
     engine_->setVolume(engine_->volume_);
 }
 
@@ -446,6 +452,9 @@ void Player::setSound(const MovieSound& sound) {
 }
 void Player::close() {
     engine_->close();
+}
+const std::shared_ptr<SampleTables>& Player::sampleTables() const {
+    return engine_->tables_;
 }
 bool Player::isOpen() const {
     return engine_->open_;

@@ -17,6 +17,8 @@
 
 namespace daylark {
 
+class SampleTables;
+
 /// Plays one movie at a time: rate, position, single steps, loop, volume, end of movie. Positions are times
 /// on the movie's clock; which picture stands at a position is the sample index's to say, never a rounded
 /// second. Pictures come from one decode thread; requests are coalesced (the newest wins) and numbered by a
@@ -27,8 +29,9 @@ class Player : public QObject {
 public:
     /// `cacheBudget`: what decoded pictures may take (bytes); 0 means `FrameCache::defaultBudget()`. `sound`,
     /// if any, is heard forwards up to rate 2 and is the clock while it is heard; both outlive the player.
+    /// `tables`: where movies' sample tables are shared; null makes some of its own.
     explicit Player(PlaybackClock& clock, QObject* parent = nullptr, qint64 cacheBudget = 0,
-                    SoundOutput* sound = nullptr);
+                    SoundOutput* sound = nullptr, std::shared_ptr<SampleTables> tables = nullptr);
     ~Player() override;
 
     /// Opens a file on the decode thread; answers with `opened` or `openFailed`. A newer `open` or `close`
@@ -43,6 +46,8 @@ public:
     void setNeighbours(std::vector<NeighbourMovie> movies);
     void close(); ///< forgets movie and picture; rate 0
     [[nodiscard]] bool isOpen() const;
+    /// For whoever else opens the same movies, on whatever thread.
+    [[nodiscard]] const std::shared_ptr<SampleTables>& sampleTables() const;
 
     [[nodiscard]] const SampleIndex& index() const; ///< empty when nothing is open
     [[nodiscard]] MediaTime duration() const;

@@ -1,4 +1,4 @@
-#include "media/container/MovHeaderIndex.h"
+#include "media/index/MovHeaderIndex.h"
 
 #include "media/container/MovBoxes.h"
 

@@ -16,15 +16,18 @@ struct SampleTable {
         quint32 content = 0;  ///< a check sum of the data; 0 unknown
         qint32 frame = -1;    ///< presentation number; -1: decoded, but not shown
         bool key = false;
+        quint16 description = 0; ///< 0: the stream's own, else from 1 in `descriptions`
     };
-    std::vector<Packet> packets;       ///< file order
-    std::vector<qint32> packetOfFrame; ///< frame number to place in `packets`
+    std::vector<Packet> packets;          ///< file order
+    std::vector<qint32> packetOfFrame;    ///< frame number to place in `packets`
+    std::vector<QByteArray> descriptions; ///< other parameter sets that some samples are to be decoded by
     SampleIndex index;
     int reorderDepth = 0;
     bool halves = false; ///< some pictures come as two packets, one a field
 
     bool stampsHold =
         true; ///< the stamps are the file's own; else they were inferred and differ after a seek
+    bool readThrough = false; ///< the whole file had to be read for it
 
     /// Does this packet stand at that place? Judged by file position, content, and time stamp where that is
     /// the file's own.
@@ -37,13 +40,5 @@ struct SampleTable {
 /// as exact), and leaves it at an unspecified position. A stream without any sample gives an empty table.
 /// Fails when cancelled.
 [[nodiscard]] Result<SampleTable> buildSampleTable(const MediaFile& file);
-
-/// A packet's time stamp as the table keeps it.
-[[nodiscard]] qint64 stampOf(const AVPacket& packet);
-
-/// Gives a frame as decoded to `visit` with its place in `packets`; false ends the walk. Starts where the
-/// file stands, which must be its beginning.
-[[nodiscard]] Result<void> decodeFromStart(const MediaFile& file, int reorderDepth,
-                                           const std::function<bool(qint64 place)>& visit);
 
 } // namespace daylark

@@ -1,6 +1,6 @@
-#include "media/container/AviHeaderIndex.h"
+#include "media/index/AviHeaderIndex.h"
 
-#include "media/container/SampleChecks.h"
+#include "media/index/SampleChecks.h"
 
 #include <QFile>
 #include <QtEndian>

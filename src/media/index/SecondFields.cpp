@@ -1,4 +1,4 @@
-#include "media/container/SecondFields.h"
+#include "media/index/SecondFields.h"
 
 namespace daylark {
 
@@ -24,13 +24,15 @@ bool SecondFields::isSecond(const AVPacket& packet) {
                      packet.pos);
     const int structure = parser_->picture_structure;
     const bool timeless = packet.pts == AV_NOPTS_VALUE && packet.dts == AV_NOPTS_VALUE;
-    if (timeless && structure != AV_PICTURE_STRUCTURE_UNKNOWN && structure == waitsFor_) {
+    const bool sameTime = packet.pts != AV_NOPTS_VALUE && packet.pts == firstTime_;
+    if ((timeless || sameTime) && structure != AV_PICTURE_STRUCTURE_UNKNOWN && structure == waitsFor_) {
         waitsFor_ = 0;
         return true;
     }
     waitsFor_ = structure == AV_PICTURE_STRUCTURE_TOP_FIELD      ? AV_PICTURE_STRUCTURE_BOTTOM_FIELD
                 : structure == AV_PICTURE_STRUCTURE_BOTTOM_FIELD ? AV_PICTURE_STRUCTURE_TOP_FIELD
                                                                  : 0;
+    firstTime_ = packet.pts;
     return false;
 }
 

@@ -1,4 +1,4 @@
-#include "media/container/SampleChecks.h"
+#include "media/index/SampleChecks.h"
 
 #include <algorithm>
 #include <random>

@@ -1,7 +1,7 @@
-#include "media/container/MxfHeaderIndex.h"
+#include "media/index/MxfHeaderIndex.h"
 
 #include "media/container/MxfIndex.h"
-#include "media/container/SampleChecks.h"
+#include "media/index/SampleChecks.h"
 
 #include <algorithm>
 #include <cstring>
