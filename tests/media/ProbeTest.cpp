@@ -5,6 +5,7 @@
 #include "media/facts/MovieTexts.h"
 #include "picture/Thumbnail.h"
 #include "model/Movie.h"
+#include "support/TimecodeMovie.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -113,6 +114,72 @@ TEST_F(ProbeTest, PixelAspectWidensTheNaturalSize) {
     auto reader = FrameReader::open(movie.path);
     ASSERT_TRUE(reader);
     EXPECT_EQ((*reader)->read(0)->displaySize(), QSize(864, 96));
+}
+
+/// What the container doesn't state: the nominal rate, else what the samples' times say.
+TEST_F(ProbeTest, ARateIsFoundInContainersThatStateNone) {
+    MovieSpec ivf = spec(u"rate.ivf"_qs, 25, 1, 50), ogg = spec(u"rate.ogv"_qs, 24, 1, 48);
+    MovieSpec mxf = spec(u"rate.mxf"_qs, 25, 1, 25), stream = spec(u"rate.mkv"_qs, 30, 1, 45);
+    ivf.encoder = u"libvpx-vp9"_qs;
+    ivf.encoderOptions = {{u"deadline"_qs, u"realtime"_qs}, {u"cpu-used"_qs, u"8"_qs}};
+    ogg.encoder = u"libtheora"_qs;
+    mxf.encoder = u"dnxhd"_qs;
+    mxf.encoderOptions = {{u"profile"_qs, u"dnxhr_sq"_qs}};
+    mxf.pixelFormat = u"yuv422p"_qs;
+    for (const MovieSpec& movie : {ivf, ogg, mxf, stream}) {
+        SCOPED_TRACE(movie.path.toStdString());
+        ASSERT_TRUE(makeMovie(movie));
+        const ProbeResult result = probed(movie.path);
+        EXPECT_NEAR(result.asset.mMovieFPS.value_or(0), float(movie.rateNum), 0.01F);
+        EXPECT_EQ(result.asset.mMovieDurationFrames, movie.frames);
+        EXPECT_EQ(result.legacy.mMovieDurationFrames, movie.frames);
+    }
+}
+
+TEST_F(ProbeTest, RatesAreRoundedAsCDoes) {
+    EXPECT_EQ(frameRateTextOf(12.5F), u"12"_qs) << "half way goes to the even one";
+    EXPECT_EQ(frameRateTextOf(13.5F), u"14"_qs);
+    EXPECT_EQ(frameRateTextOf(23.976F), u"24"_qs);
+    EXPECT_EQ(fileSizeTextOf(250'000), u"0.2"_qs);
+    EXPECT_EQ(fileSizeTextOf(350'000), u"0.3"_qs) << "0.35 lies a little below";
+    EXPECT_EQ(fileSizeTextOf(qint64(1) << 40), u"1099511.6"_qs);
+}
+
+TEST_F(ProbeTest, FragmentsThatBeginLateAreAsLongAsTheyAre) {
+    MovieSpec movie = spec(u"late.mp4"_qs);
+    for (int n = 0; n < movie.frames; ++n)
+        movie.ticks.push_back(n + 24 * 3600);
+    movie.muxerOptions = {{u"movflags"_qs, u"frag_keyframe+empty_moov+default_base_moof"_qs},
+                          {u"use_editlist"_qs, u"0"_qs}};
+    ASSERT_TRUE(makeMovie(movie));
+    const ProbeResult result = probed(movie.path);
+    EXPECT_NEAR(result.asset.mMovieDurationSeconds.value_or(0), 2, 0.1);
+    EXPECT_EQ(result.asset.durationText, u"00:02"_qs);
+    EXPECT_EQ(result.legacy.mMovieDurationFrames, 48);
+}
+
+TEST_F(ProbeTest, TimecodeAloneGivesItsTextsAndAnUnknownCodecItsName) {
+    const QString timecode =
+        writeFile(u"timecode.mov"_qs, test::TimecodeMovie::file({{"tmcd", 0, 25, {QByteArray(4, '\1')}}}));
+    const ProbeResult result = probed(timecode);
+    EXPECT_EQ(result.asset.fileSizeText, u"0.0"_qs);
+    EXPECT_EQ(result.asset.durationText, u"00:00"_qs);
+    EXPECT_FALSE(result.asset.mMovieFPS || result.asset.mMovieResolutionString || result.legacy.hasVideo);
+    EXPECT_FALSE(FrameReader::open(timecode));
+    for (const bool sound : {false, true}) {
+        MovieSpec movie = spec(u"coded.mov"_qs);
+        movie.sound = sound;
+        ASSERT_TRUE(makeMovie(movie));
+        QFile file(movie.path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QString unknown = writeFile(u"unknown.mov"_qs, file.readAll().replace("avc1", "Qx7z"));
+        const auto failed = probeMovie(unknown);
+        ASSERT_FALSE(failed);
+        EXPECT_TRUE(failed.error().text.contains(u"Qx7z"_qs)) << failed.error().text.toStdString();
+        const auto reader = FrameReader::open(unknown);
+        ASSERT_FALSE(reader);
+        EXPECT_EQ(reader.error().text, failed.error().text);
+    }
 }
 
 TEST_F(ProbeTest, SoundAloneGetsSizeDateAndDurationTextOnly) {

@@ -82,6 +82,33 @@ TEST_P(RenderFrameTest, ColoursComeBackAsPainted) {
 INSTANTIATE_TEST_SUITE_P(Storages, RenderFrameTest, ::testing::ValuesIn(storages),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
+/// Matroska keeps it beside the picture, as a stream of its own.
+TEST(AlphaBesideThePictureTest, LiesOverBlack) {
+    const QTemporaryDir folder;
+    MovieSpec spec;
+    spec.path = folder.filePath(QStringLiteral("alpha.webm"));
+    spec.encoder = QStringLiteral("libvpx-vp9");
+    spec.encoderOptions = {{QStringLiteral("deadline"), QStringLiteral("realtime")},
+                           {QStringLiteral("crf"), QStringLiteral("4")}};
+    spec.pixelFormat = QStringLiteral("yuva420p");
+    spec.size = QSize(240, 120);
+    spec.frames = 20;
+    spec.groupSize = 8;
+    spec.bFrames = 0;
+    spec.paint = [&](QPainter& painter, int number) {
+        painter.fillRect(QRect(QPoint(), spec.size), QColor(200, 200, 200, number % 2 ? 128 : 255));
+    };
+    const Result<void> made = makeMovie(spec);
+    ASSERT_TRUE(made) << made.error().text.toStdString();
+    const auto reader = FrameReader::open(spec.path);
+    ASSERT_TRUE(reader);
+    for (const int n : {0, 1, 2, 3, 17, 6, 19, 12}) {
+        const Result<VideoFrame> frame = (*reader)->read(n);
+        ASSERT_TRUE(frame);
+        EXPECT_NEAR(renderFrame(*frame).pixelColor(120, 90).green(), n % 2 ? 200 : 100, 6) << n;
+    }
+}
+
 TEST(LinearPictureTest, IsShownThroughADisplaysTransferCurve) {
     if (QStandardPaths::findExecutable(u"ffmpeg"_qs).isEmpty()) GTEST_SKIP() << "no ffmpeg program";
     const QTemporaryDir folder;

@@ -140,9 +140,11 @@ protected:
         const QString file = QLatin1String(sound.file);
         const int rounding = file.endsWith(u".mkv"_qs) || file.endsWith(u".webm"_qs) ? rate / 1000 : 0;
         const auto pairs = samples(reader, 0, 4 * rate);
-        shift -= double(lag(pairs, sound.layout, shift, 1.5, std::min(0, sound.untold) - rounding,
-                            std::max(0, sound.untold) + rounding)) /
-                 rate;
+        const int late = lag(pairs, sound.layout, shift, 1.5, std::min(0, sound.untold) - rounding,
+                             std::max(0, sound.untold) + rounding);
+        shift -= double(late) / rate;
+        std::printf("sound %s %s: %d samples late, the container tells to %d\n", sound.codec,
+                    file.section(u'.', -1).toUtf8().constData(), late, std::max(rounding, std::abs(sound.untold)));
         const double least = sound.lossless ? 50 : 17, roughly = 17, end = length - shift;
         EXPECT_GT(likeness(pairs, sound.layout, shift, std::max(0.0, -shift) + 0.01, 0.3), roughly)
             << "its beginning";

@@ -49,6 +49,25 @@ TEST(TimecodeSample, CountsAtItsQuantaAndDropsTheNumbersOfThirty) {
     EXPECT_EQ(stored32(3600, 60, Flag::dropFrame), u"0:1:0:2"_qs) << "two numbers at any quanta";
 }
 
+TEST(TimecodeSample, TheStatedRateDecidesWhereTheQuantaContradictIt) {
+    const auto read = [](qint32 number, quint32 quanta, quint32 flags, quint32 scale, quint32 duration) {
+        return fieldsOf(smpteTimeOf(
+            {MovBoxes::fourCc("tmcd"), quanta, flags, TimecodeMovie::bytes(number), scale, duration}));
+    };
+    EXPECT_EQ(read(30 * 3600, 29, 0, 30000, 1001), u"1:0:0:0"_qs) << "as some cameras write it";
+    EXPECT_EQ(read(29 * 3600, 29, 0, 29, 1), u"1:0:0:0"_qs);
+    EXPECT_EQ(read(29 * 3600, 29, 0, 0, 0), u"1:0:0:0"_qs) << "no rate, no contradiction";
+    EXPECT_EQ(read(24 * 3600, 24, 0, 24000, 1001), u"1:0:0:0"_qs);
+    EXPECT_EQ(read(25 * 3600, 25, 0, 600, 1), u"1:0:0:0"_qs) << "a rate that quanta couldn't say";
+    EXPECT_EQ(read(100, 0, 0, 30000, 1001), u"none"_qs);
+    constexpr quint32 drop = Flag::dropFrame;
+    EXPECT_EQ(read(215788, 60, drop, 60000, 1001), u"1:0:0:4"_qs) << "four numbers a minute at 59.94";
+    EXPECT_EQ(read(3600, 60, drop, 60000, 1001), u"0:1:0:4"_qs);
+    EXPECT_EQ(read(3600, 60, drop, 60, 1), u"0:1:0:2"_qs);
+    EXPECT_EQ(read(1800, 29, drop, 30000, 1001), u"0:1:0:2"_qs);
+    EXPECT_EQ(read(1800, 30, drop, 2997, 100), u"0:1:0:2"_qs);
+}
+
 TEST(TimecodeSample, NegativeTimesAreMarkedInTheMinutesOrTurnTheClockBack) {
     EXPECT_EQ(stored32(-1, 24, Flag::negativeTimesOk), u"0:128:0:1"_qs);
     EXPECT_EQ(stored32(-1, 24, Flag::negativeTimesOk | Flag::twentyFourHourMax), u"0:128:0:1"_qs);
@@ -146,6 +165,7 @@ TEST_F(TimecodeTrackTest, DamagedTracksGiveWhatCanBeReadOfThem) {
 TEST_F(TimecodeTrackTest, MoviesOfEveryContainerGiveTheirStart) {
     EXPECT_EQ(read(make("a.mov", "01:00:00:00")), QStringList{u"1:0:0:0"_qs});
     EXPECT_EQ(read(make("b.mov", "00:59:59;28", 30000, 1001)), QStringList{u"0:59:59:28"_qs});
+    EXPECT_EQ(read(make("h.mov", "01:00:00;04", 60000, 1001)), QStringList{u"1:0:0:4"_qs});
     EXPECT_EQ(read(make("c.mp4", "10:11:12:13", 25, 1, "mpeg4", "yuv420p")), QStringList{u"10:11:12:13"_qs});
     EXPECT_EQ(read(make("d.mxf", "02:03:04:05", 25, 1, "mpeg2video", "yuv420p")), QStringList{u"2:3:4:5"_qs});
     EXPECT_EQ(read(make("e.mkv", "03:04:05:06")), QStringList{u"3:4:5:6"_qs});

@@ -28,7 +28,7 @@ struct Stored {
     AVColorSpace space = AVCOL_SPC_BT709;
     AVColorRange range = AVCOL_RANGE_UNSPECIFIED;
     AVChromaLocation chroma = AVCHROMA_LOC_UNSPECIFIED;
-    int rotation = 0;
+    Orientation orientation{};
     AVRational pixelAspect{1, 1};
 };
 
@@ -58,7 +58,7 @@ std::shared_ptr<VideoFrame::Data> emptyFrame(const Stored& stored) {
     frame.colorspace = stored.space;
     frame.color_range = stored.range;
     frame.chroma_location = stored.chroma;
-    data->rotation = stored.rotation;
+    data->orientation = stored.orientation;
     data->pixelAspect = stored.pixelAspect;
     if (av_frame_get_buffer(&frame, 0) < 0) std::abort();
     for (const AVBufferRef* buffer : frame.buf)
@@ -207,8 +207,9 @@ Colour reference(const VideoFrame& video, const PictureRequest& request, int x, 
     double shownX = (x + 0.5) / request.size.width(), shownY = (y + 0.5) / request.size.height();
     if (request.mirrorLeftRight) shownX = 1 - shownX;
     if (request.mirrorUpsideDown) shownY = 1 - shownY;
+    const auto [rotation, mirrored] = video.data()->orientation;
+    if (mirrored) shownX = 1 - shownX;
     QPointF stored(shownX, shownY);
-    const int rotation = video.data()->rotation;
     if (rotation == 90) stored = {shownY, 1 - shownX};
     if (rotation == 180) stored = {1 - shownX, 1 - shownY};
     if (rotation == 270) stored = {1 - shownY, shownX};
@@ -366,10 +367,11 @@ std::vector<Stored> chromaPlaces() {
 
 std::vector<Stored> turned() {
     std::vector<Stored> all;
-    for (const int rotation : {90, 180, 270})
+    for (const Orientation orientation : {Orientation{90}, Orientation{180}, Orientation{270}, Orientation{0, true},
+                                          Orientation{90, true}, Orientation{180, true}, Orientation{270, true}})
         for (const QSize size : {QSize(37, 27), QSize(1, 1), QSize(2, 9)})
             all.push_back({AV_PIX_FMT_YUV420P, size, AVCOL_SPC_BT709, AVCOL_RANGE_MPEG, AVCHROMA_LOC_LEFT,
-                           rotation, AVRational{4, 3}});
+                           orientation, AVRational{4, 3}});
     return all;
 }
 

@@ -17,10 +17,14 @@ using namespace Qt::StringLiterals;
 
 TEST(SystemPlacesTest, DataFolderFollowsTheEnvironmentAndIsMade) {
     const QTemporaryDir home;
-    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    const QByteArray before = qgetenv("XDG_DATA_HOME"), cacheBefore = qgetenv("XDG_CACHE_HOME");
     qputenv("XDG_DATA_HOME", home.filePath(u"data"_s).toUtf8());
+    qputenv("XDG_CACHE_HOME", home.filePath(u"cache"_s).toUtf8());
     const SystemPlaces places = SystemPlaces::current();
     before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+    cacheBefore.isNull() ? qunsetenv("XDG_CACHE_HOME") : qputenv("XDG_CACHE_HOME", cacheBefore);
+    EXPECT_EQ(places.cache, home.filePath(u"cache/Daylark"_s));
+    EXPECT_FALSE(QFileInfo::exists(places.cache)) << "made when something is kept there";
     EXPECT_EQ(places.applicationSupport, home.filePath(u"data/Daylark"_s));
     EXPECT_TRUE(QFileInfo(places.applicationSupport).isDir());
     EXPECT_FALSE(places.loginName.isEmpty());

@@ -98,7 +98,7 @@ protected:
     int hung_ = 0; ///< pictures that never came
     std::map<const VideoFrame::Data*, std::pair<VideoFrame, int>> read_;
     const char* manner_ = "opening";
-    Tally tally_{GetParam().name};
+    Tally tally_{GetParam().name, GetParam().spec.encoder.toStdString(), GetParam().spec.path.toStdString()};
 };
 
 void PlaybackTruthTest::slideTo(qint64 ticks) {

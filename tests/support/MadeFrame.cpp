@@ -24,7 +24,7 @@ VideoFrame madeFrame(const FrameWish& wish) {
     const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(format);
     if (!description) return {};
     auto data = std::make_shared<VideoFrame::Data>();
-    data->rotation = wish.rotation;
+    data->orientation = {wish.rotation, wish.mirrored};
     data->frame.reset(av_frame_alloc());
     AVFrame& frame = *data->frame;
     frame.format = format;

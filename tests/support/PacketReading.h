@@ -1,7 +1,7 @@
 #pragma once
 
 #include "media/container/MediaFile.h"
-#include "media/container/RawSample.h"
+#include "media/index/RawSample.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,7 @@
 #include "support/TruthMaking.h"
 
+#include "support/TwoDescriptions.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -25,6 +27,8 @@ Expectation whole(const MovieSpec& spec) {
                                                      : spec.ticks[size_t(n)] - spec.ticks.front());
     }
     if (spec.ticks.empty()) expected.end = qint64(count) * spec.rateDen;
+    expected.shape = QSize(spec.size.width() * spec.pixelAspectNum / spec.pixelAspectDen, spec.size.height());
+    if (spec.rotation % 180) expected.shape.transpose();
     return expected;
 }
 
@@ -220,6 +224,67 @@ Making lyingFile(std::function<bool(QByteArray&)> change) {
         if (!change(bytes)) return failed("nothing to change");
         if (!file.seek(0) || file.write(bytes) != bytes.size()) return failed("not written");
         return whole(spec);
+    };
+}
+
+Making joined(int copies) {
+    return [=](const MovieSpec& spec) -> Result<Expectation> {
+        if (const Result<void> made = makeMovie(spec); !made) return made.error();
+        QFile file(spec.path);
+        if (!file.open(QIODevice::ReadWrite)) return failed("no file");
+        const QByteArray bytes = file.readAll();
+        for (int copy = 1; copy < copies; ++copy)
+            if (file.write(bytes) != bytes.size()) return failed("not written");
+        std::vector<int> pictures;
+        for (int n = 0; n < copies * spec.frames; ++n)
+            pictures.push_back(n % spec.frames + 1);
+        return evenly(spec, pictures);
+    };
+}
+
+Making withoutCompositionTimes() {
+    return [](MovieSpec spec) -> Result<Expectation> {
+        const bool reorders = spec.bFrames > 0;
+        return lyingFile([=](QByteArray& file) {
+            const qsizetype header = file.lastIndexOf("moov");
+            bool found = !reorders;
+            for (const char* box : {"ctts", "edts"})
+                if (const qsizetype at = file.indexOf(box, header); header >= 0 && at > 0) {
+                    file.replace(at, 4, "free");
+                    found = true;
+                }
+            return found;
+        })(spec);
+    };
+}
+
+Making onMilliseconds() {
+    return [](const MovieSpec& spec) -> Result<Expectation> {
+        if (const Result<void> made = makeMovie(spec); !made) return made.error();
+        Expectation expected = whole(spec);
+        // Halves are rounded up: from the second on, two share each millisecond, and its length.
+        for (size_t n = 1; n < expected.starts.size(); ++n)
+            expected.starts[n] = qint64(n) + 1;
+        expected.end = 0;
+        return expected;
+    };
+}
+
+Making inTwoDescriptions(std::map<QString, QString> options, int bFrames) {
+    return [=](const MovieSpec& spec) -> Result<Expectation> {
+        MovieSpec first = spec, second = spec;
+        first.path = spec.path + QStringLiteral(".first.mov");
+        second.path = spec.path + QStringLiteral(".second.mov");
+        second.encoderOptions = options;
+        second.bFrames = bFrames;
+        for (const MovieSpec& part : {first, second})
+            if (const Result<void> made = makeMovie(part); !made) return made.error();
+        if (const Result<void> done = joinWithTwoDescriptions(first.path, second.path, spec.path); !done)
+            return done.error();
+        std::vector<int> pictures;
+        for (int n = 0; n < 2 * spec.frames; ++n)
+            pictures.push_back(n % spec.frames + 1);
+        return evenly(spec, pictures);
     };
 }
 

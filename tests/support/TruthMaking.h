@@ -35,6 +35,15 @@ struct Damage {
 /// The whole file is changed after muxing, in what it says of itself: it shows the same all the same. The
 /// change tells whether it found what it changes.
 [[nodiscard]] Making lyingFile(std::function<bool(QByteArray& file)> change);
+/// So many copies of the file, one behind the other: each begins its times anew.
+[[nodiscard]] Making joined(int copies);
+/// For mov and mp4: the header says when samples are decoded, not when they are shown.
+[[nodiscard]] Making withoutCompositionTimes();
+/// 2000 frames a second in a container that counts milliseconds.
+[[nodiscard]] Making onMilliseconds();
+/// For mov: one track of the movie and once more the same, encoded by other parameters, of which each has its
+/// own sample description.
+[[nodiscard]] Making inTwoDescriptions(std::map<QString, QString> options, int bFrames);
 /// The file ends within a sample, about so far on. `header`: it stands in front and names all samples.
 enum class CutFile { headerInFront, readable, packed };
 [[nodiscard]] Making truncated(double share, CutFile kind);

@@ -14,7 +14,7 @@ namespace daylark::truth {
 namespace {
 
 struct Row {
-    std::string clip;
+    std::string clip, codec, container;
     qint64 frames = 0;
     int checked = 0, free = 0, wrong = 0;
     qint64 milliseconds = 0;
@@ -25,12 +25,13 @@ class Table : public ::testing::Environment {
 public:
     void add(const char* suite, const Tally& tally) {
         suite_ = suite;
-        rows_.push_back({tally.clip(), tally.frames(), tally.checked(), tally.free(), tally.wrong(),
-                         tally.milliseconds()});
+        rows_.push_back({tally.clip(), tally.codec(), tally.container(), tally.frames(), tally.checked(),
+                         tally.free(), tally.wrong(), tally.milliseconds()});
     }
     void TearDown() override {
         if (rows_.empty()) return;
-        Row total{"total of " + std::to_string(rows_.size())};
+        Row total;
+        total.clip = "total of " + std::to_string(rows_.size());
         for (const Row& row : rows_) {
             total.frames += row.frames;
             total.checked += row.checked;
@@ -58,6 +59,8 @@ private:
         QJsonArray lines;
         for (const Row& row : rows_)
             lines.append(QJsonObject{{QStringLiteral("clip"), QString::fromStdString(row.clip)},
+                                     {QStringLiteral("codec"), QString::fromStdString(row.codec)},
+                                     {QStringLiteral("container"), QString::fromStdString(row.container)},
                                      {QStringLiteral("frames"), row.frames},
                                      {QStringLiteral("pictures"), row.checked},
                                      {QStringLiteral("free"), row.free},

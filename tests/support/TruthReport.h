@@ -13,8 +13,10 @@ namespace daylark::truth {
 /// What was seen of one clip: each picture looked at is checked against the number that must be drawn in it.
 class Tally {
 public:
-    explicit Tally(std::string clip)
-        : clip_(std::move(clip)) {
+    explicit Tally(std::string clip, std::string codec = {}, std::string container = {})
+        : clip_(std::move(clip))
+        , codec_(std::move(codec))
+        , container_(std::move(container)) {
         time_.start();
     }
 
@@ -27,6 +29,8 @@ public:
     [[nodiscard]] int wrong() const { return wrong_; }
     [[nodiscard]] int free() const { return free_; } ///< of those checked: any picture was right
     [[nodiscard]] const std::string& clip() const { return clip_; }
+    [[nodiscard]] const std::string& codec() const { return codec_; }
+    [[nodiscard]] const std::string& container() const { return container_; }
     [[nodiscard]] qint64 frames() const { return frames_; }
     [[nodiscard]] qint64 milliseconds() const { return time_.elapsed(); }
     [[nodiscard]] std::string firstWrong() const {
@@ -34,7 +38,7 @@ public:
     }
 
 private:
-    std::string clip_;
+    std::string clip_, codec_, container_;
     qint64 frames_ = 0;
     int checked_ = 0, wrong_ = 0, free_ = 0;
     QStringList firstWrong_;

@@ -22,6 +22,7 @@ struct Expectation {
     std::vector<qint64> starts; ///< by frame: when it is shown, in 1/scale seconds from the first
     qint64 end = 0;             ///< where the last frame ends; 0: the file doesn't say
     qint64 scale = 1;
+    QSize shape; ///< of the pictures as they are shown; empty: nobody says
     int mayLack = 0;  ///< so many frames at the end may be missing: they were cut off
     int looseEnd = 0; ///< so many of the last frames that there are may show anything
 

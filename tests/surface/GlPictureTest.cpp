@@ -152,8 +152,12 @@ TEST_F(GlPictureTest, RotatedMirroredAndZoomedPicturesAreWithinOneStep) {
                 request.visible = visible;
                 request.mirrorLeftRight = mirror & 1;
                 request.mirrorUpsideDown = mirror & 2;
-                const VideoFrame frame = madeFrame({"yuv422p10le", {101, 67}, rotation});
-                EXPECT_LE(difference(frame, request), 1) << rotation << ' ' << mirror << ' ' << visible.x();
+                for (const bool stored : {false, true}) {
+                    const VideoFrame frame =
+                        madeFrame({"yuv422p10le", {101, 67}, rotation, false, 1, 0, stored});
+                    EXPECT_LE(difference(frame, request), 1)
+                        << rotation << ' ' << stored << ' ' << mirror << ' ' << visible.x();
+                }
             }
     // A part of a picture magnified beyond any screen, and a large one made tiny.
     PictureRequest vast;
