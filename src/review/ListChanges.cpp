@@ -1,8 +1,8 @@
 #include "review/ListChanges.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace daylark {
 
@@ -17,17 +17,26 @@ Count countOf(const RecordIds& ids) {
     return count;
 }
 
-/// Those of `ids` that `others` doesn't hold, as often as it doesn't.
-RecordIds without(const RecordIds& ids, Count others) {
-    RecordIds rest;
+/// Which of `ids` have a partner in `others`; of several equal ones the first.
+std::vector<bool> alsoIn(const RecordIds& ids, const RecordIds& others) {
+    Count left = countOf(others);
+    std::vector<bool> also;
+    also.reserve(ids.size());
     for (const RecordId id : ids) {
-        const auto found = others.find(id);
-        if (found != others.end() && found->second > 0)
-            --found->second;
-        else
-            rest.push_back(id);
+        const auto found = left.find(id);
+        also.push_back(found != left.end() && found->second-- > 0);
     }
-    return rest;
+    return also;
+}
+
+/// A record may stand in a list several times: the place nearest to where it is expected; the end when it has none.
+RecordIds::iterator nearest(RecordIds& list, RecordId id, qsizetype expected) {
+    auto best = list.end();
+    for (auto at = list.begin(); at != list.end(); ++at) {
+        const auto distance = [&](auto place) { return std::abs((place - list.begin()) - expected); };
+        if (*at == id && (best == list.end() || distance(at) < distance(best))) best = at;
+    }
+    return best;
 }
 
 bool standsThere(const RecordIds& list, const Change& change, const RecordIds& before) {
@@ -36,21 +45,33 @@ bool standsThere(const RecordIds& list, const Change& change, const RecordIds& b
            std::equal(before.begin(), before.end(), list.begin() + qsizetype(at));
 }
 
-/// The places of the records that stay take them in the order of `after`.
-void reorder(RecordIds& list, const RecordIds& after, const std::unordered_set<RecordId>& staying) {
-    std::vector<size_t> places;
-    std::unordered_set<RecordId> present;
+/// The places of the records that stay take them in another order. Of a record that stands there several times it is the
+/// place that lies as the span did, as far as one can tell.
+void reorder(RecordIds& list, const RecordIds& stood, qsizetype at, const RecordIds& staying) {
+    std::unordered_map<RecordId, std::vector<qsizetype>> places;
     for (size_t place = 0; place < list.size(); ++place)
-        if (staying.contains(list[place])) {
-            places.push_back(place);
-            present.insert(list[place]);
-        }
-    RecordIds order;
-    for (const RecordId id : after)
-        if (present.contains(id)) order.push_back(id);
-    if (order.size() != places.size()) return; // something stands there more than once
-    for (size_t i = 0; i < places.size(); ++i)
-        list[places[i]] = order[i];
+        places[list[place]].push_back(qsizetype(place));
+    std::vector<bool> claimed(list.size(), false);
+    Count taken;
+    qsizetype shift = at;
+    for (size_t i = 0; i < stood.size(); ++i) {
+        qsizetype best = -1;
+        const qsizetype expected = shift + qsizetype(i);
+        for (const qsizetype place : places[stood[i]])
+            if (!claimed[size_t(place)] && (best < 0 || std::abs(place - expected) < std::abs(best - expected)))
+                best = place;
+        if (best < 0) continue;
+        claimed[size_t(best)] = true;
+        ++taken[stood[i]];
+        shift = best - qsizetype(i);
+    }
+    auto next = staying.begin();
+    for (size_t place = 0; place < list.size(); ++place) {
+        if (!claimed[place]) continue;
+        while (taken[*next]-- <= 0) // it stands there less often
+            ++next;
+        list[place] = *next++;
+    }
 }
 
 } // namespace
@@ -81,21 +102,22 @@ RecordIds listAfter(const RecordIds& list, const Change& change) {
         result.insert(result.begin() + at, after.begin(), after.end());
         return result;
     }
-    for (const RecordId gone : without(before, countOf(after)))
-        if (const auto found = std::find(result.begin(), result.end(), gone); found != result.end())
-            result.erase(found);
-    const RecordIds coming = without(after, countOf(before));
-    const Count comingCount = countOf(coming);
-    std::unordered_set<RecordId> staying;
-    for (const RecordId id : after)
-        if (!comingCount.contains(id)) staying.insert(id);
-    reorder(result, after, staying);
+    const std::vector<bool> stayed = alsoIn(before, after), wasThere = alsoIn(after, before);
+    for (size_t i = before.size(); i-- > 0;)
+        if (!stayed[i])
+            if (const auto gone = nearest(result, before[i], at + qsizetype(i)); gone != result.end())
+                result.erase(gone);
+    RecordIds stood, staying;
+    for (size_t i = 0; i < before.size(); ++i)
+        if (stayed[i]) stood.push_back(before[i]);
+    for (size_t i = 0; i < after.size(); ++i)
+        if (wasThere[i]) staying.push_back(after[i]);
+    reorder(result, stood, at, staying);
     for (size_t i = 0; i < after.size(); ++i) {
-        if (!comingCount.contains(after[i])) continue;
+        if (wasThere[i]) continue;
         auto place = result.begin() + std::min(at, qsizetype(result.size()));
         if (i > 0)
-            if (const auto neighbour = std::find(result.begin(), result.end(), after[i - 1]);
-                neighbour != result.end())
+            if (const auto neighbour = nearest(result, after[i - 1], at + qsizetype(i) - 1); neighbour != result.end())
                 place = neighbour + 1;
         result.insert(place, after[i]);
     }
