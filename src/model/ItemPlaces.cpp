@@ -17,7 +17,30 @@ Places placesOf(const ItemList& items) {
     return places;
 }
 
+bool standsInOrderWithRepeats(const ItemList& list) {
+    std::unordered_map<const Movie*, int> times;
+    times.reserve(list.size());
+    bool repeats = false;
+    for (const auto& movie : list)
+        repeats |= ++times[movie.get()] > 1;
+    if (!repeats) return false;
+    const Movie* before = nullptr;
+    for (const auto& movie : list) {
+        if (times[movie.get()] > 1) continue;
+        if (before && before->sortOrder > movie->sortOrder) return false;
+        before = movie.get();
+    }
+    return true;
+}
+
 } // namespace
+
+ItemList inOwnOrder(ItemList items) {
+    const auto byNumber = [](const auto& a, const auto& b) { return a->sortOrder < b->sortOrder; };
+    if (!std::is_sorted(items.begin(), items.end(), byNumber) && !standsInOrderWithRepeats(items))
+        std::stable_sort(items.begin(), items.end(), byNumber);
+    return items;
+}
 
 ItemRows existingRows(ItemRows rows, size_t size) {
     std::sort(rows.begin(), rows.end());

@@ -18,4 +18,8 @@ using ItemList = std::vector<std::shared_ptr<Movie>>;
 /// none. Any thread.
 [[nodiscard]] ItemRows rowsElsewhere(const ItemList& from, const ItemRows& rows, const ItemList& to);
 
+/// A playlist's items in its own order: by "sortOrder". A number cannot tell the places of a record that stands there
+/// several times apart: where all others stand in the order of their numbers, the list as it is says where they are.
+[[nodiscard]] ItemList inOwnOrder(ItemList items);
+
 } // namespace daylark

@@ -23,6 +23,7 @@ void Playlist::encodeWithCoder(Encoder& coder) const {
     coder.encodeNumber("isDivider", isDivider);
     coder.encodeString("playlistType", playlistType);
     coder.encodeInt("status", status);
+    if (!smartRules.isEmpty()) coder.encode("smartRules", smartRules.toValue());
 }
 
 void Playlist::initWithCoder(const Decoder& coder) {
@@ -32,6 +33,7 @@ void Playlist::initWithCoder(const Decoder& coder) {
     isDivider = coder.decodeNumber("isDivider");
     playlistType = coder.decodeString("playlistType");
     status = coder.decodeInt64("status");
+    smartRules = SmartRules::fromValue(coder.decode("smartRules"));
     itemCount = QString(); // shown again once the library has counted
     hasBeenVisited = false;
 }

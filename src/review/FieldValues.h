@@ -4,6 +4,7 @@
 #include "model/Grade.h"
 #include "model/MediaTime.h"
 #include "model/Movie.h"
+#include "model/SmartRules.h"
 
 #include <cmath>
 #include <type_traits>
@@ -61,6 +62,9 @@ inline Value box(const std::map<QString, Drawing>& byFrame) {
         dictionary.emplace_back(frameKey, drawing.toValue());
     return dictionary;
 }
+inline Value box(const SmartRules& rules) {
+    return rules.toValue();
+}
 /// Simple bookmarks never change once they are made: they go along as the objects that they are.
 inline Value box(const ObjectList<MovieBookmark>& list) {
     if (list.isNil) return {};
@@ -111,6 +115,9 @@ void unboxEach(const Value& value, std::initializer_list<T*> numbers) {
     size_t i = 0;
     for (T* number : numbers)
         unbox(array && i < array->size() ? (*array)[i] : Value(), *number), ++i;
+}
+inline void unbox(const Value& value, SmartRules& rules) {
+    rules = SmartRules::fromValue(value);
 }
 inline void unbox(const Value& value, MediaTime& time) {
     unboxEach(value, {&time.value, &time.scale, &time.flags});

@@ -133,6 +133,7 @@ const Table<Playlist>& playlistTable() {
         DAYLARK_FIELD(Playlist, isDivider),
         DAYLARK_FIELD(Playlist, playlistType),
         DAYLARK_FIELD(Playlist, status),
+        DAYLARK_FIELD(Playlist, smartRules),
     });
     return table;
 }
