@@ -15,6 +15,7 @@ TemporarySession::TemporarySession(Library& library, const QString& path, QObjec
     , journal_(path) {
     connect(&library_.store(), &ReviewStore::applied, this,
             [this](const Edit& edit) { journal_.append(edit.changes); });
+    connect(&library_, &Library::playlistSelectionChanged, this, &TemporarySession::noteSelection);
     connect(&journal_, &Journal::grown, this, &TemporarySession::save);
     connect(&journal_, &Journal::troubleChanged, this, [this](const QString& reason) {
         trouble_ = reason.isEmpty() ? QString() : QStringLiteral("Changes are not stored: %1").arg(reason);
@@ -43,9 +44,23 @@ void TemporarySession::takeOver(JournalStart& start, bool restore) {
     // What was made while the file was being read comes after it, and into the journal.
     store.insertPlaylists(qsizetype(store.playlists().size()), madeMeanwhile, {{}, EditKind::background});
     isLoaded_ = true;
-    if (restore && (start.exists || start.steps > 0))
-        library_.selectPlaylist(start.contents.lastSelectedPlaylistIndex.value_or(0));
+    if (restore && (start.exists || start.steps > 0)) {
+        selectedRow_ = start.contents.lastSelectedPlaylistIndex.value_or(0);
+        library_.selectPlaylist(selectedRow_);
+    }
     Q_EMIT loaded(restore);
+}
+
+/// So that a crash leaves the selection where it was; the file has it at the end of a run.
+void TemporarySession::noteSelection() {
+    const auto& rows = library_.selectedPlaylistRows();
+    if (!isLoaded_ || rows.empty() || rows.front() == selectedRow_) return;
+    selectedRow_ = rows.front();
+    Change change;
+    change.record = sessionRecord;
+    change.field = selectedPlaylistField;
+    change.after = Value(selectedRow_);
+    journal_.append({change});
 }
 
 void TemporarySession::save() {

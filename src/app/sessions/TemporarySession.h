@@ -38,10 +38,12 @@ Q_SIGNALS:
 private:
     void takeOver(JournalStart& start, bool restore);
     void startWrite();
+    void noteSelection();
 
     Library& library_;
     const QString path_;
     bool isLoaded_ = false;
+    qint64 selectedRow_ = -1; ///< as the journal has it
     bool writing_ = false, again_ = false;
     bool fileIsKnown_ = false; ///< read or written whole, so that it may be written over; the worker's
     QString trouble_;

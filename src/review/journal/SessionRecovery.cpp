@@ -133,10 +133,18 @@ std::optional<RecoveredSession> recoverSession(SessionContents contents, const Q
         if (record.sequence != recovered.sequence + 1) break;
         const Result<Changes> step = decodeChanges(record.payload);
         if (!step) break;
-        for (const Change& change : *step)
+        bool reviewed = false;
+        for (const Change& change : *step) {
+            if (change.record == sessionRecord && change.field == selectedPlaylistField) {
+                const Number* row = change.after.number();
+                contents.lastSelectedPlaylistIndex = row ? std::optional(numberToInt64(*row)) : std::nullopt;
+                continue;
+            }
             records->apply(change);
+            reviewed = true;
+        }
         recovered.sequence = record.sequence;
-        ++recovered.steps;
+        recovered.steps += reviewed;
     }
     recovered.contents = std::move(contents);
     recovered.contents.playlists = records->playlists();

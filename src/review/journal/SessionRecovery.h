@@ -11,13 +11,17 @@
 
 namespace daylark {
 
+/// The session's field that a step may name beside review data: which playlist was selected last, by its row. Carrying it
+/// out changes no record.
+inline const QString selectedPlaylistField = QStringLiteral("selectedPlaylist");
+
 /// What a session was when its journal ended: the session file of one of the journal's bases, and every step
 /// after it carried out in order. Bytes may be a stranger's: what makes no sense is passed over, and a step that
 /// is missing ends it. Any thread; the records are the caller's.
 struct RecoveredSession {
     SessionContents contents;
     quint64 sequence = 0; ///< of the last step
-    qint64 steps = 0;     ///< that came from the journal
+    qint64 steps = 0;     ///< of review data that came from the journal
 };
 /// Empty when no base of the journal is of that session file. `contents` is what those bytes hold.
 [[nodiscard]] std::optional<RecoveredSession>
