@@ -2,6 +2,7 @@
 
 #include "app/links/ReviewLink.h"
 #include "platform/Alerts.h"
+#include "playback/run/Player.h"
 #include "preferences/Preferences.h"
 #include "preferences/StartupCorrections.h"
 
@@ -9,6 +10,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace daylark {
 
@@ -30,7 +32,7 @@ withPreferences(const PlaylistController::Surroundings& surroundings) {
 PlaylistController::PlaylistController(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(withPreferences(surroundings))
-    , thumbnails_(library_, surroundings_.preferences, progress_)
+    , thumbnails_(library_, surroundings_.preferences, progress_, surroundings_.player.sampleTables())
     , fileStates_(library_, surroundings_.preferences, progress_)
     , sessionFiles_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels,
                      temporarySessionPath(surroundings_.places)})
@@ -38,7 +40,14 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
                          fileStates_, thumbnails_})
     , mediaAdding_({library_, surroundings_.preferences, surroundings_.panels, sessionFiles_, progress_,
                     thumbnails_, fileStates_})
-    , playlistEditing_({library_, sessionFiles_, fileStates_, edits_, surroundings_.alerts})
+    , linkOpening_({library_, surroundings_.alerts, progress_, thumbnails_})
+    , linkCopying_(library_, surroundings_.pasteboard)
+    , folderLists_({library_, surroundings_.preferences, thumbnails_, fileStates_})
+    , find_(library_, surroundings_.preferences)
+    , playlistEditing_({library_, sessionFiles_, fileStates_, edits_, find_, surroundings_.alerts,
+                        surroundings_.panels})
+    , itemTransfer_({library_, playlistEditing_, fileStates_, edits_, find_, surroundings_.alerts})
+    , duplicateRemoval_(library_, edits_, surroundings_.alerts)
     , notesExport_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels})
     , playerWindow_({surroundings_.preferences, surroundings_.alerts, surroundings_.pasteboard,
                      surroundings_.fileBrowser, edits_, surroundings_.player, surroundings_.panels}) {
@@ -51,8 +60,8 @@ PlaylistController::~PlaylistController() = default;
 void PlaylistController::connectParts() {
     connect(&edits_.history(), &UndoHistory::moved, this, &PlaylistController::showPlace);
     // The viewer goes through the same list: it follows as long as its movie is in it.
-    connect(&library_, &Library::arrangedMoviesChanged, this, [this] {
-        if (playerWindow_.isOpen() && playerWindow_.list().follow(library_.arrangedMovies()))
+    connect(&library_, &Library::contentsChanged, this, [this] {
+        if (playerWindow_.isOpen() && playerWindow_.list().follow(moviesForViewer()))
             viewerPlaylist_ = library_.selectedPlaylist();
     });
     connect(&sessionFiles_, &SessionFiles::sessionImported, this, [this] {
@@ -62,6 +71,11 @@ void PlaylistController::connectParts() {
     connect(&sessionMigration_, &SessionMigration::questionDismissed, this, &PlaylistController::terminate,
             Qt::QueuedConnection);
     connect(&sessionFiles_, &SessionFiles::bringToFront, this, &PlaylistController::libraryToFront);
+    connect(&itemTransfer_, &ItemTransfer::dropAccepted, this, &PlaylistController::libraryToFront);
+    connect(&linkOpening_, &LinkOpening::mediaComes, this, [this] {
+        Q_EMIT viewerToClose(); // a window writes down first what is being typed in it
+        if (playerWindow_.isOpen() && playerWindow_.windowShouldClose()) playerWindow_.close();
+    });
     connect(&mediaAdding_, &MediaAdding::openedFromDesktop, this, [this](bool launchViewer) {
         mHidePlaylistWindow_ = true;
         if (launchViewer) loadMovieWindow();
@@ -80,7 +94,10 @@ void PlaylistController::sessionIsThere(bool restored) {
     Preferences& preferences = surroundings_.preferences;
     if (restored) sessionFiles_.setSessionTitle(preferences.sessionTitle());
     // Whether or not the session was restored; wanted.
-    sessionFiles_.setCurrentSessionPath(preferences.sessionPath());
+    if (restored && !library_.playlists().empty())
+        sessionFiles_.setCurrentSessionPath(preferences.sessionPath());
+    else
+        sessionFiles_.setPathOfOtherSession(preferences.sessionPath());
     connect(&fileStates_, &FileStates::updated, this, &PlaylistController::probeWhatWasLeft,
             Qt::SingleShotConnection);
     fileStates_.updateAllFilePaths();
@@ -88,7 +105,7 @@ void PlaylistController::sessionIsThere(bool restored) {
     started_ = true;
     Q_EMIT started();
     sessionMigration_.checkMovies();
-    if (!waitingFiles_.isEmpty()) mediaAdding_.openPaths(std::exchange(waitingFiles_, {}));
+    if (!waitingFiles_.isEmpty()) openFiles(std::exchange(waitingFiles_, {}));
 }
 
 /// Items whose properties were never read, because the program ended first.
@@ -102,19 +119,22 @@ void PlaylistController::probeWhatWasLeft() {
     if (!left.empty()) thumbnails_.probeAndThumbnail(left);
 }
 
-void PlaylistController::openFiles(QStringList paths) {
-    const qsizetype links = paths.removeIf([](const QString& path) { return isReviewLink(path); });
-    if (links > 0) // queued: who handed it over isn't kept waiting, and the library is there before the alert
-        QTimer::singleShot(0, this, [this] {
-            surroundings_.alerts.show({QStringLiteral("Daylark can't open links yet"),
-                                       QStringLiteral("Add the files that the link names instead."),
-                                       {QStringLiteral("Okay")}});
-        });
-    if (paths.isEmpty()) return;
-    if (started_)
-        mediaAdding_.openPaths(paths);
-    else
+void PlaylistController::openFiles(const QStringList& paths) {
+    if (!started_) {
         waitingFiles_ += paths;
+        return;
+    }
+    QStringList files;
+    for (const QString& path : paths)
+        if (isReviewLink(path))
+            linkOpening_.handleURLEvent(path);
+        else
+            files << path;
+    if (!files.isEmpty()) mediaAdding_.openPaths(files);
+}
+
+void PlaylistController::openLinksOfPasteboard() {
+    linkOpening_.handleURLEvent(surroundings_.pasteboard.text());
 }
 
 void PlaylistController::applicationWillTerminate() {
@@ -146,6 +166,18 @@ void PlaylistController::loadMovieWindow() {
         Q_EMIT libraryHidden();
 }
 
+/// What is shown, and what the viewer goes through already: an item that the filter hides since it was flagged stays in
+/// the viewer's list.
+Library::Movies PlaylistController::moviesForViewer() {
+    if (!library_.filter().isOn()) return library_.arrangedMovies();
+    std::unordered_set<std::shared_ptr<Movie>> wanted(library_.arrangedMovies().begin(), library_.arrangedMovies().end());
+    wanted.insert(playerWindow_.list().movies().begin(), playerWindow_.list().movies().end());
+    Library::Movies movies;
+    for (const auto& movie : library_.unfilteredMovies())
+        if (wanted.contains(movie)) movies.push_back(movie);
+    return movies;
+}
+
 void PlaylistController::viewerShowsMovie(qsizetype index) {
     // The viewer keeps the list that it was opened with; the library may show another by now.
     const auto& shown = playerWindow_.list().movies();
@@ -171,7 +203,9 @@ void PlaylistController::showPlace(const ReviewPlace& place) {
     };
     auto playlist = std::find(playlists.begin(), playlists.end(), place.playlist);
     const auto shown = library_.selectedPlaylist();
-    if (playlist == playlists.end() && place.movie && !(shown && holds(shown)))
+    const Library::Movies items = shown ? library_.itemsOf(*shown) : Library::Movies(); // a smartlist holds none
+    const bool isShown = std::find(items.begin(), items.end(), place.movie) != items.end();
+    if (playlist == playlists.end() && place.movie && !isShown)
         playlist = std::find_if(playlists.begin(), playlists.end(), holds);
     if (playlist != playlists.end()) library_.selectPlaylist(playlist - playlists.begin());
     if (place.movie) library_.selectMovie(place.movie);
@@ -198,20 +232,6 @@ void PlaylistController::revealSelectedInFileBrowser() {
     for (const auto& movie : library_.selectedMovies())
         paths.append(movie->filepathString);
     if (!paths.isEmpty()) surroundings_.fileBrowser.reveal(paths);
-}
-
-void PlaylistController::copyPathsOfSelected() {
-    QStringList paths;
-    for (const auto& movie : library_.selectedMovies())
-        paths.append(movie->filepathString);
-    if (!paths.isEmpty()) surroundings_.pasteboard.setText(paths.join(QLatin1Char('\n')));
-}
-
-void PlaylistController::copyFilenamesOfSelected() {
-    QStringList names;
-    for (const auto& movie : library_.selectedMovies())
-        names.append(movie->filenameString);
-    if (!names.isEmpty()) surroundings_.pasteboard.setText(names.join(QLatin1Char('\n')));
 }
 
 } // namespace daylark

@@ -1,6 +1,13 @@
 #pragma once
 
+#include "app/arrangement/Find.h"
+#include "app/files/DuplicateRemoval.h"
 #include "app/files/FileStates.h"
+#include "app/files/FolderLists.h"
+#include "app/links/LinkCopying.h"
+#include "app/links/LinkOpening.h"
+#include "app/playlists/InstanceCounts.h"
+#include "app/playlists/ItemTransfer.h"
 #include "app/playlists/Library.h"
 #include "app/adding/MediaAdding.h"
 #include "app/program/NotesExport.h"
@@ -41,8 +48,8 @@ public:
     /// Start-up after the preferences, which the constructor prepares: previous session, viewer, found state.
     /// Windows connect before this. `started` when the previous session is there.
     void awake();
-    void openFiles(QStringList paths); ///< files by `processFile`; folders become playlists, bundles
-                                              ///< are added. Before `started` they wait.
+    /// Files by `processFile`; folders become playlists, bundles are added, links are opened. Before `started` they wait.
+    void openFiles(const QStringList& paths);
     void applicationWillTerminate();
     void checkToClose(); ///< a last playlist named "File From Link" goes, and the program with it
 
@@ -57,7 +64,12 @@ public:
     [[nodiscard]] SessionFiles& sessionFiles() { return sessionFiles_; }
     [[nodiscard]] SessionMigration& sessionMigration() { return sessionMigration_; }
     [[nodiscard]] MediaAdding& mediaAdding() { return mediaAdding_; }
+    [[nodiscard]] LinkOpening& linkOpening() { return linkOpening_; }
+    [[nodiscard]] LinkCopying& linkCopying() { return linkCopying_; }
     [[nodiscard]] PlaylistEditing& playlistEditing() { return playlistEditing_; }
+    [[nodiscard]] ItemTransfer& itemTransfer() { return itemTransfer_; }
+    [[nodiscard]] DuplicateRemoval& duplicateRemoval() { return duplicateRemoval_; }
+    [[nodiscard]] Find& find() { return find_; }
     [[nodiscard]] NotesExport& notesExport() { return notesExport_; }
     [[nodiscard]] MoviePlayerController& playerWindow() { return playerWindow_; }
     [[nodiscard]] Preferences& preferences() { return surroundings_.preferences; }
@@ -67,8 +79,7 @@ public:
 
     void setFlagOfSelectedMovies(const Sender& sender); ///< the tag's flag onto the selected items
     void revealSelectedInFileBrowser();
-    void copyPathsOfSelected();
-    void copyFilenamesOfSelected();
+    void openLinksOfPasteboard();
 
     // LibraryLink
     void viewerShowsMovie(qsizetype index) override;
@@ -80,6 +91,7 @@ Q_SIGNALS:
     void started();
     void libraryToFront();
     void libraryHidden(); ///< the viewer plays and the preference hides the library
+    void viewerToClose(); ///< its window, as by its own button
     void terminate();     ///< close the program on the next turn of the loop
 
 private:
@@ -87,17 +99,25 @@ private:
     void sessionIsThere(bool restored);
     void showPlace(const ReviewPlace& place);
     void probeWhatWasLeft();
+    [[nodiscard]] Library::Movies moviesForViewer();
 
     Surroundings surroundings_;
     ReviewEdits edits_;
     Library library_{edits_.store()};
+    InstanceCounts instanceCounts_{edits_.store()};
     ProgressBoard progress_;
     Thumbnails thumbnails_;
     FileStates fileStates_;
     SessionFiles sessionFiles_;
     SessionMigration sessionMigration_;
     MediaAdding mediaAdding_;
+    LinkOpening linkOpening_;
+    LinkCopying linkCopying_;
+    FolderLists folderLists_;
+    Find find_;
     PlaylistEditing playlistEditing_;
+    ItemTransfer itemTransfer_;
+    DuplicateRemoval duplicateRemoval_;
     NotesExport notesExport_;
     MoviePlayerController playerWindow_;
     std::weak_ptr<Playlist> viewerPlaylist_; ///< whose items the viewer goes through

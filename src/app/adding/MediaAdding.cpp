@@ -36,10 +36,6 @@ ProgressBoard::Texts textsFor(qint64 found) {
             ProgressBoard::Count::untold};
 }
 
-bool isDivider(const Playlist& playlist) {
-    return playlist.playlistType == QLatin1String("divider");
-}
-
 bool isSessionPath(const QString& path) {
     return QFileInfo(path).suffix() == QLatin1String("dls");
 }
@@ -223,6 +219,18 @@ void MediaAdding::addMediaFromOpenDialog() {
     if (!paths.isEmpty()) addMediaFilesToSelectedPlaylist(paths);
 }
 
+void MediaAdding::addFoldersFromOpenDialog() {
+    if (surroundings_.library.selectedPlaylistRows().size() > 1) return;
+    OpenPanel panel;
+    panel.title = tr("Choose Folders To Add");
+    panel.prompt = tr("Add Folder");
+    panel.chooseFiles = false;
+    panel.chooseFolders = true;
+    panel.allowMultiple = true;
+    const QStringList folders = surroundings_.panels.runOpen(panel);
+    if (!folders.isEmpty()) addMediaFoldersToSelectedPlaylist(folders);
+}
+
 void MediaAdding::processFile(const QString& path) {
     openPaths({path});
 }
@@ -249,7 +257,7 @@ void MediaAdding::dropOnMovies(const QStringList& paths) {
 
 void MediaAdding::enqueue(Request request) {
     const auto selected = surroundings_.library.selectedPlaylist();
-    request.hadTarget = selected && !isDivider(*selected);
+    request.hadTarget = selected && selected->takesItems();
     if (request.hadTarget) request.target = selected;
     request.allowImageFiles = surroundings_.preferences.allowImageFiles();
     worker_->requests.push_back(std::move(request));
@@ -290,7 +298,7 @@ std::shared_ptr<Playlist> MediaAdding::targetOf(const Group& group) {
         if (group.hadTarget)
             return group.target.lock(); // removed meanwhile: the items are not wanted any more
         const auto selected = library.selectedPlaylist();
-        if (selected && !isDivider(*selected)) return selected;
+        if (selected && selected->takesItems()) return selected;
         if (!group.mayMakePlaylist) return nullptr;
     }
     auto playlist = std::make_shared<Playlist>();
@@ -317,6 +325,7 @@ void MediaAdding::addBundle(const SessionContents& contents) {
     Library& library = surroundings_.library;
     const ReviewStore::Group step(library.store(), {tr("Add Bundle")});
     const qsizetype first = qsizetype(library.playlists().size());
+    withoutAnswers(contents.playlists);
     // Behind what is there: nobody loses a session by adding to it.
     for (const auto& playlist : contents.playlists)
         library.appendPlaylist(playlist, false);

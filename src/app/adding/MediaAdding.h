@@ -18,10 +18,9 @@ class SessionFiles;
 class Thumbnails;
 class Preferences;
 
-/// How files get into the library: open panel, drops, folders, "open with". Folder walks and file bookmarks
-/// are a worker's (sorted by path within each folder, hidden files skipped, bundles not descended into,
-/// cancellable); the items appear in one step when the walk is done, then thumbnails and properties follow.
-/// Interface thread.
+/// How files get into the library: open panels, drops, folders, "open with". Folder walks and file bookmarks
+/// are a worker's (sorted by path within each folder, hidden files skipped, cancellable); the items appear in one step
+/// when the walk is done, then thumbnails and properties follow. Interface thread.
 class MediaAdding : public QObject {
     Q_OBJECT
 public:
@@ -44,12 +43,13 @@ public:
     /// playlist that is archived there. A bundle without a readable "data.dls" is skipped.
     void addDLMFilesToSelectedPlaylist(const QStringList& bundles);
     void addMediaFromOpenDialog();
+    void addFoldersFromOpenDialog();
     void processFile(const QString& path); ///< opened from the desktop or the command line
     /// Files by `processFile`; every folder becomes a playlist, a bundle is added.
     void openPaths(const QStringList& paths);
     /// A drop: on the playlist table every folder becomes a playlist and loose files go to a new one; on
     /// table or tiles they go into the selected playlist (a new one when there is none or a divider). A first
-    /// file "*.dls" is imported; a bundle dropped itself is added, one inside a folder is passed over.
+    /// file "*.dls" is imported; a bundle dropped itself is added, of one inside a folder its media.
     void dropOnPlaylists(const QStringList& paths);
     void dropOnMovies(const QStringList& paths);
 

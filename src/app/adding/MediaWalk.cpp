@@ -20,8 +20,7 @@ void collectFiles(const QString& folder, const WalkWatch& watch, QStringList& fi
         if (watch.isCancelled()) return;
         if (!entry.isDir())
             files.append(entry.filePath());
-        else if (!entry.isSymLink() &&
-                 !isBundlePath(entry.filePath())) // a linked folder could lead in a circle
+        else if (!entry.isSymLink()) // a linked folder could lead in a circle
             collectFiles(entry.filePath(), watch, files);
     }
 }

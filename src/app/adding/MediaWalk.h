@@ -28,8 +28,8 @@ struct WalkWatch {
 [[nodiscard]] bool isBundlePath(const QString& path);
 
 /// Every file under a folder, depth first, sorted by path within each folder; hidden entries are skipped,
-/// bundles ("*.dlm", folders on the disk) and linked folders are not descended into. A folder that is a
-/// bundle or cannot be read gives nothing.
+/// linked folders are not descended into. A folder that is itself a bundle ("*.dlm", a folder on the disk) or cannot
+/// be read gives nothing; of a bundle inside it the media are files like others.
 [[nodiscard]] QStringList filesUnderFolder(const QString& folder, const WalkWatch& watch);
 
 /// Those of the paths that pass the type test, in their order, with their bookmark data made.

@@ -6,14 +6,24 @@
 
 namespace daylark {
 
-Arrangement::Changed Arrangement::show(const Movies& contents) {
+Arrangement::Changed Arrangement::show(const Movies& contents, OwnOrder ownOrder) {
+    const bool own = sortField_ == QLatin1String("sortOrder") && sortAscending_;
+    sorted_ = own && ownOrder == OwnOrder::by_number ? inOwnOrder(contents) : contents;
+    if (!own) sortMoviesByField(sorted_, sortField_, sortAscending_);
+    return filterAgain();
+}
+
+Arrangement::Changed Arrangement::filterAgain() {
     Movies arranged;
-    arranged.reserve(contents.size());
-    for (const auto& movie : contents)
-        if (!filter_ || filter_(*movie)) arranged.push_back(movie);
-    sortMoviesByField(arranged, sortField_, sortAscending_);
+    if (filter_) {
+        for (const auto& movie : sorted_)
+            if (filter_(*movie)) arranged.push_back(movie);
+    } else {
+        arranged = sorted_;
+    }
+    if (arranged == movies_) return {};
     Rows rows = rowsElsewhere(movies_, selected_, arranged);
-    const Changed changed{arranged != movies_, rows != selected_};
+    const Changed changed{true, rows != selected_};
     movies_ = std::move(arranged);
     selected_ = std::move(rows);
     return changed;

@@ -22,9 +22,14 @@ public:
     struct Changed {
         bool list = false, selection = false;
     };
+    enum class OwnOrder {
+        by_number, ///< "sortOrder"; where a record stands twice in a list that is in order, the list's
+        as_given   ///< of lists that have no numbers of their own
+    };
 
     /// Arranges these contents; the selection stays on the same items, as far as they are still shown.
-    Changed show(const Movies& contents);
+    Changed show(const Movies& contents, OwnOrder ownOrder = OwnOrder::by_number);
+    Changed filterAgain(); ///< of the same contents in the same order: cheap
     void setFilter(Filter filter) {
         filter_ = std::move(filter);
     }                                                   ///< empty: everything; from the next `show` on
@@ -33,12 +38,14 @@ public:
     [[nodiscard]] bool sortAscending() const { return sortAscending_; }
 
     [[nodiscard]] const Movies& movies() const { return movies_; } ///< as shown
+    [[nodiscard]] const Movies& unfiltered() const { return sorted_; } ///< in the same order
     [[nodiscard]] const Rows& selectedRows() const { return selected_; }
     [[nodiscard]] Movies selectedMovies() const; ///< in shown order
     bool select(Rows rows); ///< rows that don't exist are left out; true when it is another choice
     [[nodiscard]] Rows rowsOf(const Movie& movie) const; ///< everywhere it is shown
 
 private:
+    Movies sorted_; ///< whatever the filter
     Movies movies_;
     Rows selected_;
     Filter filter_;

@@ -43,6 +43,10 @@ Library::Library(ReviewStore& store, QObject* parent)
     : QObject(parent)
     , store_(store) {
     connect(&store_, &ReviewStore::applied, this, &Library::follow);
+    connect(&smartLists_, &SmartLists::answered, this, [this](const std::shared_ptr<Playlist>& playlist) {
+        if (playlist == selectedPlaylist()) rearrange();
+        Q_EMIT playlistUpdated(playlist);
+    });
 }
 
 // The playlists.
@@ -117,7 +121,7 @@ void Library::follow(const Edit& edit) {
     const ReviewRecords& records = store_.records();
     std::vector<std::shared_ptr<Movie>> movies;
     std::vector<std::shared_ptr<Playlist>> lists;
-    bool playlistsMoved = false, itemsMoved = false;
+    bool playlistsMoved = false, itemsMoved = false, filterConcerned = false;
     const auto note = [](auto& noted, const auto& record) {
         if (record && (noted.empty() || noted.back() != record)) noted.push_back(record);
     };
@@ -126,20 +130,23 @@ void Library::follow(const Edit& edit) {
         playlistsMoved |= change.record == sessionRecord;
         const auto record = records.record(change.record);
         if (const auto playlist = std::dynamic_pointer_cast<Playlist>(record)) {
-            if (change.field == fields::movieList) {
-                playlist->updateCount();
-                itemsMoved |= playlist == selectedPlaylist();
-            }
+            if (change.field == fields::movieList) playlist->updateCount();
+            itemsMoved |= playlist == selectedPlaylist() &&
+                          (change.field == fields::movieList || change.field == QLatin1String("smartRules"));
             note(lists, playlist);
         } else if (std::dynamic_pointer_cast<Bookmark>(record)) {
             note(movies, records.ownerOf(change.record));
         } else {
             note(movies, std::dynamic_pointer_cast<Movie>(record));
             itemsMoved |= change.field == QLatin1String("sortOrder");
+            filterConcerned |= filter_.isOn() && MovieFilter::looksAt(change.field);
         }
     }
     if (playlistsMoved) followPlaylists();
-    if (itemsMoved) rearrange();
+    if (itemsMoved)
+        rearrange();
+    else if (filterConcerned)
+        filterAgain();
     for (const auto& playlist : lists)
         Q_EMIT playlistUpdated(playlist);
     for (const auto& movie : movies)
@@ -190,8 +197,29 @@ void Library::setSort(const QString& field, bool ascending) {
 
 void Library::rearrange() {
     const auto playlist = selectedPlaylist();
-    const Arrangement::Changed changed = arrangement_.show(
-        playlist ? Movies(playlist->movieList.begin(), playlist->movieList.end()) : Movies());
+    const bool numbered = !playlist || !(playlist->asksRules() || playlist->isType(playlistType::folder));
+    const Movies before = arrangement_.unfiltered();
+    const Arrangement::Changed changed =
+        arrangement_.show(playlist ? smartLists_.itemsOf(*playlist) : Movies(),
+                          numbered ? Arrangement::OwnOrder::by_number : Arrangement::OwnOrder::as_given);
+    tell(changed);
+    if (before != arrangement_.unfiltered()) Q_EMIT contentsChanged();
+}
+
+void Library::setFilter(const MovieFilter& filter) {
+    if (filter == filter_) return;
+    filter_ = filter;
+    arrangement_.setFilter(filter.isOn() ? [filter](const Movie& movie) { return filter.shows(movie); }
+                                         : Arrangement::Filter());
+    filterAgain();
+    Q_EMIT filterChanged();
+}
+
+void Library::filterAgain() {
+    tell(arrangement_.filterAgain());
+}
+
+void Library::tell(Arrangement::Changed changed) {
     if (changed.list) Q_EMIT arrangedMoviesChanged();
     if (changed.list || changed.selection) Q_EMIT movieSelectionChanged();
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/arrangement/Arrangement.h"
+#include "app/arrangement/MovieFilter.h"
+#include "app/playlists/SmartLists.h"
 #include "review/ReviewStore.h"
 
 #include <QObject>
@@ -45,8 +47,17 @@ public:
     [[nodiscard]] Movies moviesAt(const Rows& rows) const;
     [[nodiscard]] std::shared_ptr<Movie> movieAt(qsizetype row) const; ///< null beyond the end
     void selectMovie(const std::shared_ptr<Movie>& movie); ///< nothing changes when it is not shown
+    /// What a playlist holds or, of a smartlist, what it answers; in its own order, whatever is filtered.
+    [[nodiscard]] Movies itemsOf(const Playlist& playlist) { return smartLists_.itemsInOrder(playlist); }
+    [[nodiscard]] SmartLists& smartLists() { return smartLists_; }
     /// How many items the playlist shows: the arranged ones for the selected playlist, else all of its own.
     [[nodiscard]] qsizetype shownCount(const std::shared_ptr<Playlist>& playlist) const;
+
+    /// What of the selected playlist's items is shown; stays while others are selected. A view: nothing hidden is lost.
+    void setFilter(const MovieFilter& filter);
+    [[nodiscard]] const MovieFilter& filter() const { return filter_; }
+    /// The selected playlist's items in shown order with those that the filter hides.
+    [[nodiscard]] const Movies& unfilteredMovies() const { return arrangement_.unfiltered(); }
 
     /// The field that the items are shown by ("sortOrder" is the playlist's own order) and its direction;
     /// stays until set again.
@@ -65,6 +76,9 @@ Q_SIGNALS:
     void playlistsChanged();
     void playlistSelectionChanged();
     void arrangedMoviesChanged();
+    /// They changed by more than what the filter shows of them: contents or order.
+    void contentsChanged();
+    void filterChanged();
     void movieSelectionChanged();
     void sortChanged(); ///< by which field, or which way
     /// A record's shown fields changed (thumbnail, icons, flags, texts, found state).
@@ -75,11 +89,15 @@ private:
     void follow(const Edit& edit);
     void followPlaylists();
     void showSelectedPlaylist();
+    void filterAgain();
+    void tell(Arrangement::Changed changed);
 
     ReviewStore& store_;
+    SmartLists smartLists_{store_}; ///< hears of changes first
     Playlists seen_; ///< the playlists that the selection is of
     Rows selectedPlaylists_;
     Arrangement arrangement_;
+    MovieFilter filter_;
 };
 
 } // namespace daylark

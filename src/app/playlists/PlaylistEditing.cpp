@@ -1,12 +1,15 @@
 #include "app/playlists/PlaylistEditing.h"
 
+#include "app/arrangement/Find.h"
 #include "app/files/FileStates.h"
 #include "app/playlists/Library.h"
 #include "app/sessions/SessionFiles.h"
 #include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
+#include "platform/Panels.h"
 
 #include <QDate>
+#include <QDir>
 
 #include <algorithm>
 #include <unordered_set>
@@ -14,8 +17,6 @@
 namespace daylark {
 
 namespace {
-
-const QString dividerType = QStringLiteral("divider");
 
 Alert removalQuestion(const QString& message, const QString& remove) {
     Alert alert;
@@ -28,9 +29,7 @@ Alert removalQuestion(const QString& message, const QString& remove) {
 /// All items of a playlist in the order of their numbers, those that `order` names in its order on the places
 /// that they have among the others.
 PlaylistEditing::Movies inOrder(const Playlist& playlist, const PlaylistEditing::Movies& order) {
-    PlaylistEditing::Movies items(playlist.movieList.begin(), playlist.movieList.end());
-    std::stable_sort(items.begin(), items.end(),
-                     [](const auto& a, const auto& b) { return a->sortOrder < b->sortOrder; });
+    PlaylistEditing::Movies items = inOwnOrder({playlist.movieList.begin(), playlist.movieList.end()});
     const std::unordered_set<std::shared_ptr<Movie>> own(items.begin(), items.end());
     const std::unordered_set<std::shared_ptr<Movie>> named(order.begin(), order.end());
     auto next = order.begin();
@@ -53,6 +52,30 @@ void PlaylistEditing::addEmptyPlaylist() {
     append(std::make_shared<Playlist>(), true);
 }
 
+void PlaylistEditing::addEmptySmartlist() {
+    auto playlist = std::make_shared<Playlist>();
+    playlist->name = QStringLiteral("Untitled Smartlist");
+    playlist->playlistType = playlistType::smart;
+    append(playlist, true);
+    Q_EMIT smartlistAdded();
+}
+
+void PlaylistEditing::addEmptyFolderlist() {
+    OpenPanel panel;
+    panel.title = QStringLiteral("Choose Folder To Display");
+    panel.chooseFiles = false;
+    panel.chooseFolders = true;
+    const QStringList folders = surroundings_.panels.runOpen(panel);
+    if (folders.isEmpty()) return;
+    const QString folder = QDir::cleanPath(folders.front());
+    auto playlist = std::make_shared<Playlist>();
+    const QString name = folder.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
+    playlist->name = name.isEmpty() ? folder : name;
+    playlist->playlistType = playlistType::folder;
+    playlist->directoryPath = QUrl::fromLocalFile(folder);
+    append(playlist, true);
+}
+
 void PlaylistEditing::addDivider() {
     appendDivider(QString(17, QLatin1Char('=')));
 }
@@ -72,28 +95,33 @@ QString PlaylistEditing::datedDividerName(const QDate& date) {
 void PlaylistEditing::appendDivider(const QString& name) {
     auto divider = std::make_shared<Playlist>();
     divider->name = name;
-    divider->playlistType = dividerType;
+    divider->playlistType = playlistType::divider;
     divider->isDivider = Number(true);
     append(divider, surroundings_.library.playlists().empty());
 }
 
 void PlaylistEditing::append(const std::shared_ptr<Playlist>& playlist, bool select) {
-    const bool divider = playlist->playlistType == dividerType;
-    const ReviewStore::Group step(surroundings_.edits.store(), {divider ? tr("Add Divider") : tr("Add Playlist")});
+    const ReviewStore::Group step(surroundings_.edits.store(),
+                                  {playlist->isType(playlistType::divider) ? tr("Add Divider")
+                                   : playlist->isType(playlistType::smart) ? tr("Add Smartlist")
+                                   : playlist->isType(playlistType::folder)
+                                       ? tr("Add Folder List")
+                                       : tr("Add Playlist")});
     surroundings_.library.appendPlaylist(playlist, select);
     Q_EMIT playlistAdded(qsizetype(surroundings_.library.playlists().size()) - 1);
 }
 
 void PlaylistEditing::removeSelectedPlaylists() {
-    const Library& library = surroundings_.library;
-    const Library::Rows& rows = library.selectedPlaylistRows();
+    Library& library = surroundings_.library;
+    const Library::Rows rows = library.selectedPlaylistRows();
     if (rows.empty()) return;
+    // What a filter hides is there to be lost all the same.
     const auto isEmpty = [&library](qsizetype row) {
-        return library.playlists()[size_t(row)]->movieList.empty();
+        return library.itemsOf(*library.playlists()[size_t(row)]).empty();
     };
     const bool nothingToLose = std::all_of(rows.begin(), rows.end(), isEmpty);
     EditKind kind = EditKind::step;
-    const bool loneDivider = rows.size() == 1 && library.selectedPlaylist()->playlistType == dividerType;
+    const bool loneDivider = rows.size() == 1 && library.selectedPlaylist()->isType(playlistType::divider);
     if (!nothingToLose && !loneDivider) {
         const Alert question = rows.size() == 1
                                    ? removalQuestion(QStringLiteral("Remove Selected Playlist?"),
@@ -101,6 +129,7 @@ void PlaylistEditing::removeSelectedPlaylists() {
                                    : removalQuestion(QStringLiteral("Remove Selected Playlists?"),
                                                      QStringLiteral("Remove Playlists"));
         if (surroundings_.alerts.run(question) != Alerts::firstButton) return;
+        if (rows != library.selectedPlaylistRows()) return; // the question let something else happen
         kind = EditKind::final;
     }
     removeSelected(kind);
@@ -122,6 +151,7 @@ void PlaylistEditing::removeSelected(EditKind kind) {
                 store.modify(movie, {}, [](Movie& item) { item.removeICount(); });
         library.removePlaylists(rows);
     }
+    surroundings_.find.closeFindPanel();
     if (!library.playlists().empty()) return;
     surroundings_.sessionFiles.setSessionTitle(QStringLiteral("Untitled Session"));
     surroundings_.sessionFiles.forgetCurrentSessionPath();
@@ -133,7 +163,30 @@ void PlaylistEditing::removeAllPlaylists(bool ask) {
             removalQuestion(QStringLiteral("Remove all media?"), QStringLiteral("Clear Session"));
         if (surroundings_.alerts.run(question) != Alerts::firstButton) return;
     }
+    surroundings_.find.closeFindPanel();
     surroundings_.sessionFiles.clearSession();
+}
+
+void PlaylistEditing::removeEmptyPlaylists() {
+    Library& library = surroundings_.library;
+    Library::Rows rows;
+    for (size_t row = 0; row < library.playlists().size(); ++row) {
+        const Playlist& playlist = *library.playlists()[row];
+        if (!playlist.isType(playlistType::divider) && library.itemsOf(playlist).empty())
+            rows.push_back(qsizetype(row));
+    }
+    const ReviewStore::Group step(surroundings_.edits.store(), {tr("Remove Empty Playlists")});
+    library.removePlaylists(rows);
+}
+
+bool PlaylistEditing::mayRemoveSelectedMovies() const {
+    const auto playlist = surroundings_.library.selectedPlaylist();
+    if (!playlist || playlist->asksRules()) return false;
+    if (!playlist->isType(playlistType::folder)) return true;
+    const Library::Movies movies = surroundings_.library.selectedMovies();
+    return std::all_of(movies.begin(), movies.end(), [](const auto& movie) {
+        return movie->creatingThumbnailText == fileNotFoundText;
+    });
 }
 
 void PlaylistEditing::removeSelectedMovies() {
@@ -146,6 +199,7 @@ void PlaylistEditing::removeSelectedMovies() {
         surroundings_.alerts.show(alert);
         return;
     }
+    if (!mayRemoveSelectedMovies()) return;
     const Alert question =
         selected.size() == 1
             ? removalQuestion(QStringLiteral("Remove Selected Movie?"), QStringLiteral("Remove Movie"))
@@ -164,6 +218,7 @@ void PlaylistEditing::removeSelectedMovies() {
         if (library.selectedPlaylistRows().size() == 1)
             number(inOrder(*playlist, library.arrangedMovies()));
     }
+    surroundings_.find.closeFindPanel();
     const auto& rows = library.selectedPlaylistRows();
     const auto missesMedia = [&library](qsizetype row) {
         return library.playlists()[size_t(row)]->status > 0;
@@ -177,7 +232,23 @@ void PlaylistEditing::number(const Movies& movies) {
         surroundings_.edits.store().setSortOrder(movie, {}, place++);
 }
 
+void PlaylistEditing::closeRanks(const Playlist& playlist) {
+    number(surroundings_.library.itemsOf(playlist));
+}
+
+void PlaylistEditing::removeSorting() {
+    surroundings_.library.setSort({}, true);
+}
+
+void PlaylistEditing::bakeCurrentSortOrder() {
+    Library& library = surroundings_.library;
+    if (const auto playlist = library.selectedPlaylist()) setOrder(playlist, library.arrangedMovies());
+    library.setSort(QStringLiteral("sortOrder"), true);
+}
+
 void PlaylistEditing::setOrder(const std::shared_ptr<Playlist>& playlist, const Movies& order) {
+    // A smartlist's items have their numbers from other lists; a folder's stand by name.
+    if (!playlist->takesItems()) return;
     ReviewStore& store = surroundings_.edits.store();
     const ReviewStore::Group step(store, {tr("Order of Items")});
     const Movies items = inOrder(*playlist, order);
@@ -198,13 +269,19 @@ void PlaylistEditing::moveMovies(const Movies& movies, const std::shared_ptr<Mov
         return;
     }
     const auto playlist = library.selectedPlaylist();
-    if (!playlist || movies.empty()) return;
+    if (!playlist || !playlist->takesItems() || movies.empty()) return;
+    // Of a record that stands there several times those places go that are selected, when it is these that are moved.
+    const Library::Rows& selected = library.selectedMovieRows();
+    const bool bySelection = library.moviesAt(selected) == movies;
+    const std::unordered_set<qsizetype> rows(selected.begin(), selected.end());
     const std::unordered_set<std::shared_ptr<Movie>> taken(movies.begin(), movies.end());
     Movies order, moved;
-    qsizetype gap = -1;
+    qsizetype gap = -1, row = 0;
     for (const auto& movie : library.arrangedMovies()) {
         if (gap < 0 && movie == before) gap = qsizetype(order.size());
-        (taken.contains(movie) ? moved : order).push_back(movie);
+        const bool goes = bySelection ? rows.contains(row) : taken.contains(movie);
+        (goes ? moved : order).push_back(movie);
+        ++row;
     }
     order.insert(gap < 0 ? order.end() : order.begin() + gap, moved.begin(), moved.end());
     setOrder(playlist, order);
@@ -215,6 +292,14 @@ void PlaylistEditing::renamePlaylist(qsizetype row, const QString& name) {
     const auto& playlists = surroundings_.library.playlists();
     if (row < 0 || size_t(row) >= playlists.size() || playlists[size_t(row)]->name == name) return;
     surroundings_.edits.setPlaylistName(playlists[size_t(row)], name);
+}
+
+void PlaylistEditing::setRules(const std::shared_ptr<Playlist>& smartlist, const SmartRules& rules) {
+    surroundings_.edits.store().modify(
+        smartlist,
+        {tr("Rules of Smartlist"), EditKind::step,
+         QStringLiteral("rules of %1").arg(surroundings_.edits.store().records().idOf(smartlist))},
+        [&rules](Playlist& playlist) { playlist.smartRules = rules; });
 }
 
 } // namespace daylark

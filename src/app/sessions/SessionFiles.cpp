@@ -93,7 +93,7 @@ void SessionFiles::read(const QString& path, std::function<void(ReadOutcome)> th
 
 void SessionFiles::writeSession(const QString& path, std::function<void(WriteOutcome)> then) {
     SessionContents contents;
-    contents.playlists = surroundings_.library.playlists();
+    contents.playlists = withAnswers(surroundings_.library.playlists(), surroundings_.library.smartLists());
     contents.hasPlaylists = true;
     write(path, contents, [this, then = std::move(then), saved = edits_](WriteOutcome outcome) {
         if (outcome.written && edits_ == saved) setSessionIsModified(false);
@@ -106,9 +106,28 @@ void SessionFiles::saveSession() {
         askAndSave();
         return;
     }
+    if (pathIsOfOtherSession_ && !mayWriteOverOtherSession()) return;
     writeSession(currentSessionPath_, [this](WriteOutcome outcome) {
         if (!outcome.folderExists) askAndSave(); // the folder is gone
     });
+}
+
+bool SessionFiles::mayWriteOverOtherSession() {
+    Alert question;
+    question.message = tr("Replace \"%1\"?").arg(QFileInfo(currentSessionPath_).fileName());
+    question.informativeText = tr("The session of the last run was not restored. Saving now puts what is in the library "
+                                  "in the place of what that file holds.");
+    question.buttons = QStringList{tr("Save As..."), tr("Replace"), tr("Cancel")};
+    switch (surroundings_.alerts.run(question)) {
+    case Alerts::firstButton:
+        saveSessionAs();
+        return false;
+    case Alerts::secondButton:
+        pathIsOfOtherSession_ = false;
+        return true;
+    default:
+        return false;
+    }
 }
 
 QString SessionFiles::askForPath(const QString& proposedName) {
@@ -238,6 +257,7 @@ void SessionFiles::importContents(const QString& path, ReadOutcome outcome) {
 
 /// A session that is opened is not taken back; one that is added to another is.
 void SessionFiles::appendImported(const SessionContents& contents, EditKind kind) {
+    withoutAnswers(contents.playlists);
     const ReviewStore::Group step(surroundings_.library.store(), {tr("Add Session"), kind});
     for (const auto& playlist : contents.playlists) {
         for (const auto& movie : playlist->movieList)
@@ -258,7 +278,13 @@ void SessionFiles::clearSession() {
 
 void SessionFiles::setCurrentSessionPath(const QString& path) {
     currentSessionPath_ = path;
+    pathIsOfOtherSession_ = false;
     storeSessionPath();
+}
+
+void SessionFiles::setPathOfOtherSession(const QString& path) {
+    setCurrentSessionPath(path);
+    pathIsOfOtherSession_ = !path.isEmpty();
 }
 
 void SessionFiles::forgetCurrentSessionPath() {

@@ -49,6 +49,9 @@ public:
 
     [[nodiscard]] QString currentSessionPath() const { return currentSessionPath_; } ///< null when none
     void setCurrentSessionPath(const QString& path); ///< stores "Session Path" too
+    /// The path of the last run, whose session was not restored: what it holds is not what stands here, so the first
+    /// Save asks.
+    void setPathOfOtherSession(const QString& path);
     void forgetCurrentSessionPath(); ///< what is stored stays until the temporary session is written
     [[nodiscard]] QString windowTitle() const { return title_; }
     void setSessionTitle(const QString& title); ///< stores "Session Title" and shows it
@@ -75,6 +78,7 @@ private:
     void writeSession(const QString& path, std::function<void(WriteOutcome)> then);
     [[nodiscard]] QString askForPath(const QString& proposedName);
     void askAndSave();
+    [[nodiscard]] bool mayWriteOverOtherSession(); ///< asks, or saves elsewhere
     void storeSessionPath();
     void startNextImport();
     void importContents(const QString& path, ReadOutcome outcome);
@@ -88,6 +92,7 @@ private:
     quint64 edits_ = 0;   ///< counts what was edited, to tell whether a save holds it
     bool modified_ = false;
     bool panelOpen_ = false;
+    bool pathIsOfOtherSession_ = false;
     TemporarySession temporary_;
 };
 
