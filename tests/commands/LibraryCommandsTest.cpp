@@ -16,6 +16,7 @@ protected:
         window.selectAll = window.renamePlaylist = window.toggleInformation = window.showPlaylistOrder =
             nothing;
         window.goToPlaylists = window.goToItems = window.minimise = window.close = nothing;
+        window.searchItems = window.editRules = nothing;
         window.showPreferences = window.showKeys = window.showAbout = nothing;
         window.showTiles = [this](bool on) {
             tiles = on;

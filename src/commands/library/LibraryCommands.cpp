@@ -1,14 +1,13 @@
 #include "commands/library/LibraryCommands.h"
 
 #include "app/PlaylistController.h"
+#include "commands/CommandId.h"
 #include "commands/HistoryCommands.h"
 #include "model/StatusCodes.h"
 
 namespace daylark {
 
 namespace {
-
-const auto id = [](const char* text) { return QString::fromLatin1(text); };
 
 QString thumbnailCommand(const char* scope, const char* frame) {
     return QStringLiteral("thumbnails.%1.%2").arg(id(scope), id(frame).remove(QLatin1Char(' ')));
@@ -21,9 +20,21 @@ struct Conditions {
     const Condition& playlistSelected;
     const Condition& onePlaylistAtMost;
     const Condition& playlistOrder;
+    const Condition& playlistsThere;
+    const Condition& itemsMayGo;
+    const Condition& listTakesItems;
+    const Condition& smartlistSelected;
+    const Condition& found;
 };
 
-Conditions conditionsOf(CommandSet& commands, Library& library) {
+Conditions conditionsOf(CommandSet& commands, PlaylistController& controller) {
+    Library& library = controller.library();
+    const auto ofSelected = [&library](auto test) {
+        return [&library, test] {
+            const auto playlist = library.selectedPlaylist();
+            return playlist && test(*playlist);
+        };
+    };
     return {commands.when([&library] { return !library.selectedMovieRows().empty(); })
                 .follows(library, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged),
             commands.when([&library] { return !library.arrangedMovies().empty(); })
@@ -33,7 +44,23 @@ Conditions conditionsOf(CommandSet& commands, Library& library) {
             commands.when([&library] { return library.selectedPlaylistRows().size() <= 1; })
                 .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
             commands.when([&library] { return library.sortField() == QLatin1String("sortOrder"); })
-                .follows(library, &Library::sortChanged)};
+                .follows(library, &Library::sortChanged),
+            commands.when([&library] { return !library.playlists().empty(); })
+                .follows(library, &Library::playlistsChanged),
+            commands
+                .when([&controller, &library] {
+                    return !library.selectedMovieRows().empty() &&
+                           controller.playlistEditing().mayRemoveSelectedMovies();
+                })
+                .follows(library, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged,
+                         &Library::playlistUpdated, &Library::movieUpdated),
+            commands.when(ofSelected([](const Playlist& playlist) { return playlist.takesItems(); }))
+                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
+            commands
+                .when(ofSelected([](const Playlist& playlist) { return playlist.isType(playlistType::smart); }))
+                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
+            commands.when([&controller] { return !controller.find().foundMovies().empty(); })
+                .follows(controller.find(), &Find::changed)};
 }
 
 /// Moves the selected items one place up or down in the playlist's own order.
@@ -56,10 +83,15 @@ void moveSelectedPlaylists(PlaylistController& controller, bool down) {
 
 void bindSession(CommandSet& commands, PlaylistController& c, const Conditions& when) {
     commands.bind(id("session.newPlaylist"), [&c] { c.playlistEditing().addEmptyPlaylist(); });
+    commands.bind(id("session.newSmartlist"), [&c] { c.playlistEditing().addEmptySmartlist(); });
+    commands.bind(id("session.newFolderlist"), [&c] { c.playlistEditing().addEmptyFolderlist(); });
+    commands.bind(
+        id("session.addFolder"), [&c] { c.mediaAdding().addFoldersFromOpenDialog(); }, &when.onePlaylistAtMost);
     commands.bind(id("session.newDivider"), [&c] { c.playlistEditing().addDivider(); });
     commands.bind(id("session.newDatedDivider"), [&c] { c.playlistEditing().addDatedDivider(); });
     commands.bind(
         id("session.addMedia"), [&c] { c.mediaAdding().addMediaFromOpenDialog(); }, &when.onePlaylistAtMost);
+    commands.bind(id("session.pasteLink"), [&c] { c.openLinksOfPasteboard(); });
     commands.bind(id("session.import"), [&c] { c.sessionFiles().importSession(); });
     commands.bind(id("session.save"), [&c] { c.sessionFiles().saveSession(); });
     commands.bind(id("session.saveAs"), [&c] { c.sessionFiles().saveSessionAs(); });
@@ -76,9 +108,23 @@ void bindPlaylists(CommandSet& commands, PlaylistController& c, const Conditions
                    const LibraryWindowActions& window) {
     commands.bind(id("playlists.rename"), window.renamePlaylist, &when.playlistSelected);
     commands.bind(
+        id("playlists.copyLink"), [&c] { c.linkCopying().copyPlaylistLink(); }, &when.playlistSelected);
+    commands.bind(
         id("playlists.moveUp"), [&c] { moveSelectedPlaylists(c, false); }, &when.playlistSelected);
     commands.bind(
         id("playlists.moveDown"), [&c] { moveSelectedPlaylists(c, true); }, &when.playlistSelected);
+    commands.bind(id("playlists.editRules"), window.editRules, &when.smartlistSelected);
+    commands.bind(
+        id("playlists.combineAll"), [&c] { c.itemTransfer().addAllItemsToNewPlaylist(); }, &when.playlistsThere);
+    // Of one alone it says what is missing.
+    commands.bind(
+        id("playlists.combineSelected"), [&c] { c.itemTransfer().addSelectedItemsToNewPlaylist(); },
+        &when.playlistSelected);
+    commands.bind(
+        id("playlists.removeEmpty"), [&c] { c.playlistEditing().removeEmptyPlaylists(); }, &when.playlistsThere);
+    commands.bind(
+        id("playlists.removeWithoutQuestion"),
+        [&c] { c.playlistEditing().removeSelectedPlaylistsWithoutWarning(); }, &when.playlistSelected);
     commands.bind(
         id("playlists.remove"), [&c] { c.playlistEditing().removeSelectedPlaylists(); },
         &when.playlistSelected);
@@ -90,9 +136,13 @@ void bindItems(CommandSet& commands, PlaylistController& c, const Conditions& wh
     };
     commands.bind(
         id("item.open"), [&c] { c.loadMovieWindow(); }, &when.itemsShown);
-    onSelected("item.copyPath", [&c] { c.copyPathsOfSelected(); });
-    onSelected("item.copyFilename", [&c] { c.copyFilenamesOfSelected(); });
-    onSelected("items.remove", [&c] { c.playlistEditing().removeSelectedMovies(); });
+    onSelected("item.copyPath", [&c] { c.linkCopying().copyPath(); });
+    onSelected("item.copyFilename", [&c] { c.linkCopying().copyFilename(); });
+    onSelected("item.copyLink", [&c] { c.linkCopying().copyMovieLink(); });
+    commands.bind(
+        id("items.remove"), [&c] { c.playlistEditing().removeSelectedMovies(); }, &when.itemsMayGo);
+    commands.bind(
+        id("items.removeDuplicates"), [&c] { c.duplicateRemoval().removeDuplicateItems(); }, &when.listTakesItems);
     onSelected("item.reveal", [&c] { c.revealSelectedInFileBrowser(); });
     onSelected("item.moveUp", [&c] { moveSelectedItems(c, false); });
     onSelected("item.moveDown", [&c] { moveSelectedItems(c, true); });
@@ -122,6 +172,38 @@ void bindThumbnails(CommandSet& commands, PlaylistController& c, const Condition
     }
 }
 
+void bindFind(CommandSet& commands, PlaylistController& c, const Conditions& when) {
+    commands.bind(id("find.show"), [&c] { c.find().showFindPanel(); });
+    commands.bind(
+        id("find.next"), [&c] { c.find().selectNextFoundMovie(); }, &when.found);
+    commands.bind(
+        id("find.previous"), [&c] { c.find().selectPreviousFoundMovie(); }, &when.found);
+    commands.bind(
+        id("find.copies"), [&c] { c.itemTransfer().createPlaylistWithFoundsItems(false); }, &when.found);
+    commands.bind(
+        id("find.instances"), [&c] { c.itemTransfer().createPlaylistWithFoundsItems(true); }, &when.found);
+}
+
+void bindFilters(CommandSet& commands, Library& library) {
+    const auto bind = [&](const MovieFilter& filter, const QString& choice) {
+        const Condition& isOn = commands.when([&library, choice] { return library.filter().id() == choice; })
+                                    .follows(library, &Library::filterChanged);
+        commands.bind(
+            libraryCommand::filter(choice), [&library, filter] { library.setFilter(filter); }, nullptr, &isOn);
+    };
+    for (const MovieFilter::Choice& choice : MovieFilter::choices())
+        bind(MovieFilter::withChoice(choice), QLatin1String(choice.id));
+    for (int tag = status::approved; tag <= status::skip; ++tag)
+        bind(MovieFilter::withFlag(tag), MovieFilter::withFlag(tag).id());
+}
+
+void bindOrder(CommandSet& commands, PlaylistController& c, const Conditions& when) {
+    commands.bind(
+        id("view.removeSorting"), [&c] { c.playlistEditing().removeSorting(); }, &when.itemsShown);
+    commands.bind(
+        id("view.bakeOrder"), [&c] { c.playlistEditing().bakeCurrentSortOrder(); }, &when.listTakesItems);
+}
+
 LibraryWindowState bindWindow(CommandSet& commands, const Conditions& when,
                               const LibraryWindowActions& window) {
     Condition& tiles = commands.when(window.tilesShown);
@@ -144,6 +226,7 @@ LibraryWindowState bindWindow(CommandSet& commands, const Conditions& when,
     commands.bind(id("window.minimise"), window.minimise);
     commands.bind(id("window.playlists"), window.goToPlaylists);
     commands.bind(id("window.items"), window.goToItems);
+    commands.bind(id("filter.search"), window.searchItems);
     commands.bind(id("app.preferences"), window.showPreferences);
     commands.bind(id("app.quit"), window.close);
     commands.bind(id("help.shortcuts"), window.showKeys);
@@ -155,12 +238,15 @@ LibraryWindowState bindWindow(CommandSet& commands, const Conditions& when,
 
 LibraryWindowState bindLibraryCommands(CommandSet& commands, PlaylistController& controller,
                                        const LibraryWindowActions& window) {
-    const Conditions when = conditionsOf(commands, controller.library());
+    const Conditions when = conditionsOf(commands, controller);
     bindHistoryCommands(commands, controller.edits().history());
     bindSession(commands, controller, when);
     bindPlaylists(commands, controller, when, window);
     bindItems(commands, controller, when);
     bindThumbnails(commands, controller, when);
+    bindFind(commands, controller, when);
+    bindFilters(commands, controller.library());
+    bindOrder(commands, controller, when);
     return bindWindow(commands, when, window);
 }
 
@@ -170,6 +256,10 @@ QString libraryCommand::thumbnailsOfSelected(const char* frame) {
 
 QString libraryCommand::thumbnailsOfAll(const char* frame) {
     return thumbnailCommand("all", frame);
+}
+
+QString libraryCommand::filter(const QString& choice) {
+    return QStringLiteral("filter.") + choice;
 }
 
 QString libraryCommand::flag(int tag) {

@@ -20,6 +20,8 @@ struct LibraryWindowActions {
     std::function<void()> toggleInformation;
     std::function<void()> showPlaylistOrder;
     std::function<void()> goToPlaylists, goToItems;
+    std::function<void()> searchItems; ///< into the field of the filter
+    std::function<void()> editRules;   ///< of the selected smartlist
     std::function<void()> minimise, close;
     std::function<void()> showPreferences, showKeys, showAbout;
     std::function<bool()> tilesShown, informationShown;
@@ -39,6 +41,7 @@ LibraryWindowState bindLibraryCommands(CommandSet& commands, PlaylistController&
 [[nodiscard]] std::vector<Menu> libraryMenus();
 [[nodiscard]] Menu playlistMenu(bool onPlaylist); ///< the context menu of the playlists
 [[nodiscard]] Menu itemMenu(bool onItem);         ///< and of the items
+[[nodiscard]] Menu filterMenu();                  ///< what the filter button offers
 
 namespace libraryCommand {
 /// The frame choices, whose words the thumbnail makers know.
@@ -47,6 +50,7 @@ inline constexpr const char* thumbnailFrames[] = {"First Frame", "Second Frame",
 [[nodiscard]] QString thumbnailsOfSelected(const char* frame);
 [[nodiscard]] QString thumbnailsOfAll(const char* frame);
 [[nodiscard]] QString flag(int tag); ///< "item.flag.904"
+[[nodiscard]] QString filter(const QString& choice); ///< "filter.withNotes"
 } // namespace libraryCommand
 
 } // namespace daylark

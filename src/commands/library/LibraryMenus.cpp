@@ -1,3 +1,4 @@
+#include "app/arrangement/MovieFilter.h"
 #include "commands/library/LibraryCommands.h"
 #include "model/StatusCodes.h"
 
@@ -12,6 +13,8 @@ struct LibraryMenus {
 public:
     static Menu flags();
     static Menu thumbnails();
+    static Menu filters();
+    static Menu found();
     static std::vector<Menu> bar();
     static Menu ofItems(bool onItem);
 };
@@ -34,22 +37,45 @@ Menu LibraryMenus::thumbnails() {
     return {tr("&Thumbnails"), {"thumbnails.missing", selected, all}};
 }
 
+Menu LibraryMenus::found() {
+    return {tr("F&ind"),
+            {"find.show", "find.next", "find.previous", Menu::line, "find.copies", "find.instances"}};
+}
+
+Menu LibraryMenus::filters() {
+    Menu menu{tr("&Filter")};
+    for (const MovieFilter::Choice& choice : MovieFilter::choices()) {
+        menu.entries.push_back(libraryCommand::filter(QLatin1String(choice.id)));
+        if (choice.shows) continue;
+        menu.entries.push_back(Menu::line);
+        for (int tag = status::approved; tag <= status::skip; ++tag)
+            menu.entries.push_back(libraryCommand::filter(MovieFilter::withFlag(tag).id()));
+        menu.entries.push_back(Menu::line);
+    }
+    return menu;
+}
+
 std::vector<Menu> LibraryMenus::bar() {
     return {
         {tr("&File"),
-         {"session.newPlaylist", "session.newDivider", "session.newDatedDivider", Menu::line,
-          "session.addMedia", Menu::line, "session.import", "session.save", "session.saveAs", Menu::line,
+         {"session.newPlaylist", "session.newSmartlist", "session.newFolderlist", "session.newDivider",
+          "session.newDatedDivider", Menu::line, "session.addMedia", "session.addFolder", Menu::line, "session.import",
+          "session.save", "session.saveAs", Menu::line,
           "notes.exportMovie", "notes.exportPlaylist", Menu::line, "session.clear", Menu::line, "app.quit"}},
         {tr("&Edit"),
          {"edit.undo", "edit.redo", Menu::line, "edit.selectAll", Menu::line, "item.copyPath",
-          "item.copyFilename", Menu::line, "playlists.rename", "playlists.moveUp", "playlists.moveDown",
-          "playlists.remove", Menu::line, "items.remove", Menu::line, "app.preferences"}},
+          "item.copyFilename", "item.copyLink", "playlists.copyLink", "session.pasteLink", Menu::line,
+          "playlists.rename", "playlists.moveUp", "playlists.moveDown",
+          "playlists.editRules", "playlists.combineAll", "playlists.combineSelected", Menu::line,
+          "playlists.remove", "playlists.removeWithoutQuestion", "playlists.removeEmpty", Menu::line, "items.remove",
+          "items.removeDuplicates", Menu::line, found(), Menu::line, "app.preferences"}},
         {tr("&Item"),
          {"item.open", Menu::line, flags(), thumbnails(), Menu::line, "item.moveUp", "item.moveDown",
           Menu::line, "item.reveal"}},
         {tr("&View"),
          {"view.tiles", "view.list", Menu::line, "view.smallerTiles", "view.largerTiles", Menu::line,
-          "view.playlistOrder", Menu::line, "view.information"}},
+          "view.playlistOrder", "view.removeSorting", "view.bakeOrder", Menu::line, "filter.search", filters(),
+          Menu::line, "view.information"}},
         {tr("&Window"), {"window.minimise", Menu::line, "window.playlists", "window.items"}},
         {tr("&Help"), {"help.shortcuts", Menu::line, "help.about"}}};
 }
@@ -57,12 +83,12 @@ std::vector<Menu> LibraryMenus::bar() {
 Menu LibraryMenus::ofItems(bool onItem) {
     if (!onItem)
         return {{},
-                {"session.addMedia", Menu::line, "edit.selectAll", "view.tiles", "view.list", Menu::line,
+                {"session.addMedia", "session.addFolder", Menu::line, "edit.selectAll", "view.tiles", "view.list", Menu::line,
                  "notes.exportPlaylist"}};
     return {{},
             {"item.open", Menu::line, flags(), thumbnails(), Menu::line, "item.copyPath", "item.copyFilename",
-             "item.reveal", Menu::line, "item.moveUp", "item.moveDown", Menu::line, "notes.exportMovie",
-             Menu::line, "items.remove"}};
+             "item.copyLink", "item.reveal", Menu::line, "item.moveUp", "item.moveDown", Menu::line, "notes.exportMovie",
+             Menu::line, "items.remove", "items.removeDuplicates"}};
 }
 
 } // namespace
@@ -74,12 +100,19 @@ std::vector<Menu> libraryMenus() {
 Menu playlistMenu(bool onPlaylist) {
     if (onPlaylist)
         return {{},
-                {"item.open", Menu::line, "playlists.rename", "playlists.moveUp", "playlists.moveDown",
-                 Menu::line, "session.addMedia", "notes.exportPlaylist", Menu::line, "playlists.remove",
-                 Menu::line, "session.newPlaylist", "session.newDivider", "session.newDatedDivider"}};
+                {"item.open", Menu::line, "playlists.rename", "playlists.editRules", "playlists.moveUp", "playlists.moveDown",
+                 Menu::line, "playlists.copyLink", "session.addMedia", "notes.exportPlaylist", Menu::line,
+                 "playlists.combineSelected", "playlists.remove", "playlists.removeWithoutQuestion", Menu::line,
+                 "session.newPlaylist", "session.newSmartlist", "session.newFolderlist", "session.newDivider",
+                 "session.newDatedDivider"}};
     return {{},
-            {"session.newPlaylist", "session.newDivider", "session.newDatedDivider", Menu::line,
+            {"session.newPlaylist", "session.newSmartlist", "session.newFolderlist", "session.newDivider",
+             "session.newDatedDivider", Menu::line, "playlists.combineAll", "playlists.removeEmpty", Menu::line,
              "session.import", "session.clear"}};
+}
+
+Menu filterMenu() {
+    return LibraryMenus::filters();
 }
 
 Menu itemMenu(bool onItem) {

@@ -1,4 +1,6 @@
+#include "app/arrangement/MovieFilter.h"
 #include "commands/Command.h"
+#include "commands/CommandId.h"
 #include "commands/library/LibraryCommands.h"
 #include "model/StatusCodes.h"
 
@@ -15,18 +17,27 @@ public:
     static void addEdit(CommandTable& table);
     static void addItems(CommandTable& table);
     static void addView(CommandTable& table);
+    static void addFilters(CommandTable& table);
     static CommandTable make();
 };
 
 constexpr auto repeats = Command::repeats;
-const auto id = [](const char* text) { return QString::fromLatin1(text); };
 
 void LibraryTable::addSession(CommandTable& table) {
     const CommandTable session{
         {id("session.newPlaylist"), tr("New &Playlist"), id("addPlaylist"), {Qt::CTRL | Qt::Key_N}},
+        {id("session.newSmartlist"),
+         tr("New &Smartlist"),
+         id("smartlist"),
+         {Qt::CTRL | Qt::SHIFT | Qt::Key_N}},
+        {id("session.newFolderlist"),
+         tr("New &Folder List..."),
+         id("folderlist"),
+         {Qt::CTRL | Qt::ALT | Qt::Key_N}},
         {id("session.newDivider"), tr("New &Divider"), id("addDivider"), {Qt::CTRL | Qt::Key_D}},
         {id("session.newDatedDivider"), tr("New Da&ted Divider"), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_D}},
         {id("session.addMedia"), tr("&Add Media..."), id("add"), {Qt::CTRL | Qt::Key_O}},
+        {id("session.addFolder"), tr("Add F&older..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_O}},
         {id("session.import"), tr("&Import Session"), id("open"), {Qt::CTRL | Qt::SHIFT | Qt::Key_O}},
         {id("session.save"), tr("&Save"), id("save"), {Qt::CTRL | Qt::Key_S}, tr("Save Session")},
         {id("session.saveAs"), tr("Save Session &As..."), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_S}},
@@ -43,6 +54,9 @@ void LibraryTable::addEdit(CommandTable& table) {
         {id("edit.selectAll"), tr("Select &All"), {}, {Qt::CTRL | Qt::Key_A}},
         {id("item.copyPath"), tr("Copy &Path"), id("copy"), {Qt::CTRL | Qt::Key_C}},
         {id("item.copyFilename"), tr("Copy &Filename"), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_C}},
+        {id("item.copyLink"), tr("Copy Movie &Link"), id("link"), {Qt::CTRL | Qt::ALT | Qt::Key_C}},
+        {id("playlists.copyLink"), tr("Copy Playlist Lin&k"), {}, {Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::Key_C}},
+        {id("session.pasteLink"), tr("Paste Link"), id("paste"), {Qt::CTRL | Qt::Key_V}, tr("Paste Link: Add Its Media")},
         {id("playlists.rename"), tr("Re&name Playlist"), {}, {Qt::Key_F2}},
         {id("playlists.moveUp"),
          tr("Move Playlist Up"),
@@ -56,6 +70,26 @@ void LibraryTable::addEdit(CommandTable& table) {
          {Qt::CTRL | Qt::ALT | Qt::Key_Down},
          {},
          repeats},
+        {id("playlists.editRules"), tr("Smartlist R&ules..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_R}},
+        {id("playlists.combineAll"),
+         tr("Combine All Playlists"),
+         {},
+         {Qt::CTRL | Qt::ALT | Qt::Key_A}},
+        {id("playlists.combineSelected"),
+         tr("Combine Selected Playlists"),
+         {},
+         {Qt::CTRL | Qt::ALT | Qt::Key_S}},
+        {id("playlists.removeEmpty"),
+         tr("Remove Empty Playlists"),
+         {},
+         {Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}},
+        {id("playlists.removeWithoutQuestion"),
+         tr("Remove Playlist Without Question"),
+         {},
+         {Qt::SHIFT | Qt::Key_Delete},
+         {},
+         Command::none,
+         KeyScope::playlists},
         {id("playlists.remove"),
          tr("Remove Pla&ylist"),
          id("remove"),
@@ -70,6 +104,21 @@ void LibraryTable::addEdit(CommandTable& table) {
          {},
          Command::none,
          KeyScope::items},
+        {id("items.removeDuplicates"),
+         tr("Remove Dup&licates..."),
+         {},
+         {Qt::CTRL | Qt::ALT | Qt::Key_U}},
+        {id("find.show"), tr("&Find..."), id("find"), {Qt::CTRL | Qt::Key_F}, tr("Find Items")},
+        {id("find.next"), tr("Find &Next"), id("chevronDown"), {Qt::Key_F3}},
+        {id("find.previous"), tr("Find Pre&vious"), id("chevronUp"), {Qt::SHIFT | Qt::Key_F3}},
+        {id("find.copies"),
+         tr("New Playlist With &Copies of Found Items"),
+         id("addPlaylist"),
+         {Qt::CTRL | Qt::Key_G}},
+        {id("find.instances"),
+         tr("New Playlist With &Instances of Found Items"),
+         {},
+         {Qt::CTRL | Qt::SHIFT | Qt::Key_G}},
         {id("app.preferences"), tr("Pre&ferences..."), id("settings"), {Qt::CTRL | Qt::Key_Comma}}};
     table.insert(table.end(), edit.begin(), edit.end());
 }
@@ -142,6 +191,16 @@ void LibraryTable::addView(CommandTable& table) {
          {},
          repeats},
         {id("view.playlistOrder"), tr("In Playlist &Order"), {}, {}, tr("Items in Playlist Order")},
+        {id("view.removeSorting"),
+         tr("&Remove Sorting"),
+         {},
+         {Qt::CTRL | Qt::SHIFT | Qt::Key_R},
+         tr("Items in the Order of the List")},
+        {id("view.bakeOrder"),
+         tr("&Bake Current Sort Order"),
+         {},
+         {Qt::CTRL | Qt::SHIFT | Qt::Key_B}},
+        {id("filter.search"), tr("Search &Items"), {}, {Qt::CTRL | Qt::Key_K}, tr("Search the Items' Paths")},
         {id("view.information"), tr("Item &Information"), id("info"), {Qt::CTRL | Qt::Key_I}},
         {id("window.minimise"), tr("&Minimise"), {}, {Qt::CTRL | Qt::Key_M}, tr("Minimise Window")},
         {id("window.playlists"), tr("Go to &Playlists"), {}, {Qt::CTRL | Qt::Key_P}},
@@ -151,12 +210,30 @@ void LibraryTable::addView(CommandTable& table) {
     table.insert(table.end(), view.begin(), view.end());
 }
 
+/// The filter's menu: the flags behind "Show All", then the others.
+void LibraryTable::addFilters(CommandTable& table) {
+    for (const MovieFilter::Choice& choice : MovieFilter::choices()) {
+        const bool all = !choice.shows;
+        Command command{libraryCommand::filter(QLatin1String(choice.id)), QLatin1String(choice.title), {}};
+        command.name = all ? tr("Filter: Show All") : tr("Filter: %1").arg(QLatin1String(choice.title));
+        if (all) command.keys = {Qt::CTRL | Qt::SHIFT | Qt::Key_A};
+        table.push_back(std::move(command));
+        for (int tag = status::approved; all && tag <= status::skip; ++tag) {
+            const QString code = QString::number(tag);
+            table.push_back({libraryCommand::filter(MovieFilter::withFlag(tag).id()), QString(),
+                             status::flagImageName(code), {}, tr("Filter: Flag %1"), Command::none,
+                             KeyScope::library, code});
+        }
+    }
+}
+
 CommandTable LibraryTable::make() {
     CommandTable table;
     addSession(table);
     addEdit(table);
     addItems(table);
     addView(table);
+    addFilters(table);
     return table;
 }
 
