@@ -18,6 +18,13 @@ DropHint::DropHint(const QString& text, QAbstractItemView* view)
     setGeometry(view->viewport()->rect());
 }
 
+void DropHint::setText(const QString& text) {
+    if (text == text_) return;
+    text_ = text;
+    setAccessibleName(text);
+    update();
+}
+
 void DropHint::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QRect middle = rect().adjusted(12, 0, -12, 0);

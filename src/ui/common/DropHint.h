@@ -6,12 +6,13 @@ class QAbstractItemView;
 
 namespace daylark {
 
-/// What an empty list says: an icon and a line of text in its middle, invisible to the mouse. Stands over its
+/// What an empty list says: an icon and a text in its middle, invisible to the mouse. Stands over its
 /// view and follows its size. Interface thread.
 class DropHint : public QWidget {
     Q_OBJECT
 public:
     DropHint(const QString& text, QAbstractItemView* view);
+    void setText(const QString& text);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -65,10 +65,9 @@ struct RowDrag {
     }
 };
 
-/// A view (QTableView, QListView) whose rows can be dragged into another order and that takes files, unless
-/// nobody is there to take them: then a drag with files is refused, whatever else it holds. `View`
-/// lays its rows out downwards; with `sideways` the gap stands left or right of an item instead. Interface
-/// thread.
+/// A view (QTableView, QListView) whose rows can be dragged into another order and that takes files, and rows of another
+/// view onto its own, unless nobody is there to take them: then a drag with files is refused, whatever else it holds. `View`
+/// lays its rows out downwards; with `sideways` the gap stands left or right of an item instead. Interface thread.
 template<class View>
 class ReorderView : public View {
 public:
@@ -86,6 +85,18 @@ public:
     std::function<void(const QStringList&)> filesDropped;
     std::function<void(const std::vector<qsizetype>&, qsizetype)>
         rowsDropped; ///< rows and the row the gap stands before
+
+    /// Rows of another view, dropped onto a row here: their type, whether the row takes them, and the drop with the
+    /// modifiers held at it.
+    QString ontoType;
+    std::function<bool(qsizetype row)> takesOnto;
+    std::function<void(const std::vector<qsizetype>& rows, qsizetype onto, Qt::KeyboardModifiers held)>
+        rowsDroppedOnto;
+    std::function<bool()> mayReorder; ///< empty: always; else asked while rows of its own hang over it
+    /// What hangs on the pointer, and what is done before and after a drag of rows from here.
+    std::function<QPixmap(const std::vector<qsizetype>&)> pictureOf;
+    std::function<void(const std::vector<qsizetype>&)> dragBegins;
+    std::function<void()> dragEnds;
 
     std::function<void()>
         doubleClickEnded; ///< over a row, the button let go: the window may hide now without losing that
@@ -107,8 +118,12 @@ protected:
         mime->setData(rowsType_, RowDrag::encode(rows));
         auto* drag = new QDrag(this);
         drag->setMimeData(mime);
-        drag->setPixmap(theme::icon(QStringLiteral("dl-grabIcon-01.png")).pixmap(24, 24));
+        drag->setPixmap(pictureOf ? pictureOf(rows)
+                                  : theme::icon(QStringLiteral("dl-grabIcon-01.png")).pixmap(24, 24));
+        if (dragBegins) dragBegins(rows);
         drag->exec(Qt::CopyAction);
+        // What the drop asks comes on the next turn, and may still want to know what was dragged.
+        if (dragEnds) QMetaObject::invokeMethod(this, dragEnds, Qt::QueuedConnection);
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override {
         const bool onRow = this->indexAt(event->position().toPoint()).isValid();
@@ -124,17 +139,20 @@ protected:
         consider(event);
         autoScroll(event->position().toPoint());
     }
-    void dragLeaveEvent(QDragLeaveEvent*) override { showGap({}); }
+    void dragLeaveEvent(QDragLeaveEvent*) override { unmark(); }
     /// What follows may ask the person something: the drag is over before that, and its source free again.
     void dropEvent(QDropEvent* event) override {
-        showGap({});
+        unmark();
         const QMimeData& mime = *event->mimeData();
         std::function<void()> action;
         if (!filesDropped && mime.hasUrls()) {
             event->ignore();
             return;
         }
-        if (mime.hasFormat(rowsType_) && rowsDropped) {
+        if (const auto onto = rowTaking(*event)) {
+            action = [this, rows = RowDrag::decode(mime.data(ontoType)), row = *onto,
+                      held = event->modifiers()] { rowsDroppedOnto(rows, row, held); };
+        } else if (mime.hasFormat(rowsType_) && rowsDropped && takesOwnRows()) {
             action = [this, rows = RowDrag::decode(mime.data(rowsType_)),
                       gap = gapAt(event->position().toPoint())] { rowsDropped(rows, gap); };
         } else if (const QStringList files = RowDrag::filesOf(mime); !files.isEmpty() && filesDropped) {
@@ -159,23 +177,39 @@ protected:
     }
     void paintEvent(QPaintEvent* event) override {
         View::paintEvent(event);
-        if (!gap_) return;
+        if (!gap_ && !target_) return;
         QPainter painter(this->viewport());
-        painter.fillRect(gapLine(*gap_), theme::focus);
+        if (gap_) painter.fillRect(gapLine(*gap_), theme::focus);
+        if (!target_) return;
+        QRect place = this->visualRect(this->model()->index(int(*target_), firstColumn()));
+        place.setLeft(0);
+        place.setRight(this->viewport()->width() - 1);
+        painter.setPen(QPen(theme::focus, 2));
+        painter.drawRect(place.adjusted(1, 1, -1, -1));
     }
 
 private:
+    [[nodiscard]] bool takesOwnRows() const { return !mayReorder || mayReorder(); }
+    /// The row under the pointer that would take what is dragged.
+    [[nodiscard]] std::optional<qsizetype> rowTaking(const QDropEvent& event) const {
+        if (ontoType.isEmpty() || !event.mimeData()->hasFormat(ontoType) || !rowsDroppedOnto) return std::nullopt;
+        const QModelIndex hit = this->indexAt(event.position().toPoint());
+        if (!hit.isValid() || (takesOnto && !takesOnto(hit.row()))) return std::nullopt;
+        return hit.row();
+    }
     void consider(QDropEvent* event) {
         const QMimeData& mime = *event->mimeData();
-        const bool rows = mime.hasFormat(rowsType_);
-        if ((!filesDropped && mime.hasUrls()) ||
-            (!rows && (!mime.hasUrls() || RowDrag::filesOf(mime).isEmpty()))) {
+        const auto onto = rowTaking(*event);
+        const bool rows = !onto && mime.hasFormat(rowsType_) && takesOwnRows();
+        if (!onto && ((!filesDropped && mime.hasUrls()) ||
+                      (!rows && (!mime.hasUrls() || RowDrag::filesOf(mime).isEmpty())))) {
+            unmark();
             event->ignore();
             return;
         }
         event->setDropAction(Qt::CopyAction);
         event->accept();
-        showGap(rows ? std::optional<qsizetype>(gapAt(event->position().toPoint())) : std::nullopt);
+        mark(rows ? std::optional<qsizetype>(gapAt(event->position().toPoint())) : std::nullopt, onto);
     }
     [[nodiscard]] int firstColumn() const {
         if constexpr (std::is_base_of_v<QListView, View>)
@@ -183,11 +217,13 @@ private:
         else
             return 0;
     }
-    void showGap(std::optional<qsizetype> gap) {
-        if (gap == gap_) return;
+    void mark(std::optional<qsizetype> gap, std::optional<qsizetype> target) {
+        if (gap == gap_ && target == target_) return;
         gap_ = gap;
+        target_ = target;
         this->viewport()->update();
     }
+    void unmark() { mark({}, {}); }
     /// Beside or below the items: the end of the line that was hit, or of everything.
     [[nodiscard]] qsizetype nearestGap(const QPoint& position, qsizetype count) const {
         if (!sideways_ || count == 0) return count;
@@ -218,6 +254,7 @@ private:
     QString rowsType_;
     bool sideways_;
     std::optional<qsizetype> gap_;
+    std::optional<qsizetype> target_; ///< the row that what is dragged would be dropped onto
     bool doubleClicked_ = false;
 };
 

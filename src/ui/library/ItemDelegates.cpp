@@ -4,6 +4,7 @@
 #include "ui/library/PlaylistsModel.h"
 #include "ui/common/Theme.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
@@ -26,6 +27,15 @@ void fillRow(QPainter& painter, const QStyleOptionViewItem& option) {
     if (isSelected(option)) painter.fillRect(option.rect, theme::selection);
 }
 
+/// A list that has the keyboard shows which of its rows is the current one, selected or not.
+void paintCurrentRow(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
+    if (!view || !view->hasFocus() || view->currentIndex().row() != index.row()) return;
+    painter.setPen(theme::focus);
+    painter.drawLine(option.rect.topLeft(), option.rect.topRight());
+    painter.drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+}
+
 /// The picture letterboxed in its frame; without one, what the record says in its place.
 void paintThumbnail(QPainter& painter, const QRect& frame, const MoviesModel& model,
                     const QModelIndex& index) {
@@ -45,6 +55,11 @@ void paintThumbnail(QPainter& painter, const QRect& frame, const MoviesModel& mo
         painter.setOpacity(text == fileNotFoundText ? 0.35 : 1.0);
         painter.drawPixmap(target, picture);
         painter.setOpacity(1.0);
+    }
+    if (movie && model.cameByLink(*movie)) {
+        const QRect corner(frame.left() + 2, frame.bottom() - iconSide - 1, iconSide, iconSide);
+        painter.fillRect(corner, QColor(0, 0, 0, 150));
+        theme::icon(QStringLiteral("link")).paint(&painter, corner.adjusted(1, 1, -1, -1));
     }
     if (text.isEmpty()) return;
     painter.setFont(theme::smallFont());
@@ -96,17 +111,22 @@ void PlaylistDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
         painter->setFont(theme::smallFont());
         painter->drawText(inside, Qt::AlignRight | Qt::AlignVCenter, index.data().toString());
     }
+    paintCurrentRow(*painter, option, index);
     painter->restore();
 }
 
+int PlaylistDelegate::rowHeight() {
+    return std::max(24, QFontMetrics(QApplication::font()).height() + 8);
+}
+
 QSize PlaylistDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
-    return {120, 24};
+    return {120, rowHeight()};
 }
 
 QWidget* PlaylistDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                         const QModelIndex&) const {
     auto* editor = new QLineEdit(parent);
-    editor->setAccessibleName(QStringLiteral("Playlist name"));
+    editor->setAccessibleName(tr("Playlist name"));
     editor->setStyleSheet(QStringLiteral("padding: 0 2px;"));
     return editor;
 }
@@ -135,15 +155,20 @@ void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
         QRect frame(QPoint(), QSize(16, 9).scaled(inside.size(), Qt::KeepAspectRatio));
         frame.moveCenter(inside.center());
         paintThumbnail(*painter, frame, model_, index);
-    } else if (column == Column::flag || (column >= Column::notes && column <= Column::instance)) {
-        const int side = column == Column::flag ? flagSide : iconSide;
-        QRect place(0, 0, side, side);
+    } else if (column >= Column::notes && column <= Column::instance) {
+        QRect place(0, 0, iconSide, iconSide);
         place.moveCenter(option.rect.center());
         index.data(Qt::DecorationRole).value<QIcon>().paint(painter, place);
     } else {
         const bool name = column == Column::name;
         const QFont font = name ? option.font : theme::smallFont();
-        const QRect inside = option.rect.adjusted(6, 0, -6, 0);
+        QRect inside = option.rect.adjusted(6, 0, -6, 0);
+        if (column == Column::flag) { // by shape and by word
+            QRect place(inside.left(), 0, flagSide, flagSide);
+            place.moveCenter({place.center().x(), option.rect.center().y()});
+            index.data(Qt::DecorationRole).value<QIcon>().paint(painter, place);
+            inside.setLeft(place.right() + 6);
+        }
         painter->setFont(font);
         painter->setPen(isSelected(option) ? theme::selectedText
                                            : index.data(Qt::ForegroundRole).value<QColor>());
@@ -152,6 +177,7 @@ void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
             inside, int(alignment),
             QFontMetrics(font).elidedText(index.data().toString(), Qt::ElideMiddle, inside.width()));
     }
+    paintCurrentRow(*painter, option, index);
     painter->restore();
 }
 
@@ -166,7 +192,7 @@ QSize TileDelegate::tileSize() const {
     const int picture = (width - 2 * tilePadding) * 9 / 16;
     const int name = QFontMetrics(QApplication::font()).height();
     const int facts = QFontMetrics(theme::smallFont()).height();
-    return {width, tilePadding + picture + 4 + name + 2 + facts + 4 + iconSide + tilePadding};
+    return {width, tilePadding + picture + 4 + name + 2 + facts + 4 + std::max(iconSide, facts) + tilePadding};
 }
 
 QSize TileDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
@@ -220,6 +246,9 @@ void TileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         theme::icon(name).paint(painter, place);
         place.translate(iconSide + 6, 0);
     }
+    place.setRight(inside.right());
+    painter->drawText(place, Qt::AlignRight | Qt::AlignVCenter,
+                      factsMetrics.elidedText(model_.flagName(*movie), Qt::ElideRight, place.width()));
     painter->restore();
 }
 

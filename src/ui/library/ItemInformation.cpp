@@ -38,7 +38,7 @@ ItemInformation::ItemInformation(Library& library, const MoviesModel& model, QWi
     , library_(library)
     , model_(model) {
     setFixedWidth(boxWidth);
-    setAccessibleName(QStringLiteral("Item information"));
+    setAccessibleName(tr("Item information"));
     auto* inside = new QWidget;
     auto* layout = new QVBoxLayout(inside);
     layout->setContentsMargins(12, 12, 12, 12);
@@ -102,11 +102,11 @@ void ItemInformation::refresh() {
     }
     picture_->clear();
     if (movies.empty()) {
-        title_->setText(QStringLiteral("No item selected"));
+        title_->setText(tr("No item selected"));
         return;
     }
     if (movies.size() > 1) {
-        title_->setText(QStringLiteral("%1 items").arg(movies.size()));
+        title_->setText(tr("%1 items").arg(movies.size()));
         double seconds = 0, megabytes = 0;
         qint64 frames = 0;
         for (const auto& movie : movies) {
@@ -129,6 +129,7 @@ void ItemInformation::refresh() {
     title_->setText(wrappable(movie.filenameString));
     title_->setToolTip(movie.filenameString);
     show(QLatin1String(column(Column::flag).label), model_.flagName(movie));
+    show(tr("Origin"), model_.cameByLink(movie) ? tr("Came by a link") : QString());
     for (const Column::Id id :
          {Column::resolution, Column::rate, Column::frames, Column::duration, Column::size, Column::created,
           Column::bookmarkCount, Column::path, Column::notesText, Column::notes2Text}) {

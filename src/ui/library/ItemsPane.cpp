@@ -6,9 +6,12 @@
 #include "ui/common/DropHint.h"
 #include "ui/common/ReorderView.h"
 #include "ui/common/ThumbnailCache.h"
+#include "ui/library/DragPicture.h"
 #include "ui/library/ItemDelegates.h"
 #include "ui/library/ItemInformation.h"
 #include "ui/library/MoviesModel.h"
+#include "ui/library/search/FilterControls.h"
+#include "ui/library/search/FindPanel.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -21,13 +24,12 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <set>
 
 namespace daylark {
 
 namespace {
-
-const QString itemRowsType = QStringLiteral("application/x-daylark-item-rows");
 
 /// The rows of a view, as few ranges as there are runs.
 QItemSelection selectionOfRows(const QAbstractItemModel& model, const Library::Rows& rows, int lastColumn) {
@@ -44,11 +46,14 @@ QItemSelection selectionOfRows(const QAbstractItemModel& model, const Library::R
 
 } // namespace
 
+const QString ItemsPane::dragType = QStringLiteral("application/x-daylark-item-rows");
+
 ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, QWidget* parent)
     : QWidget(parent)
     , controller_(controller)
     , thumbnails_(std::make_unique<ThumbnailCache>())
     , model_(new MoviesModel(controller.library(), controller.preferences(), *thumbnails_, this)) {
+    model_->markLinked(controller.linkOpening());
     stack_ = new QStackedWidget(this);
     makeTable();
     makeTiles();
@@ -60,8 +65,13 @@ ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, Q
     connect(model_, &QAbstractItemModel::modelReset, this, [this] {
         refreshHints();
         showSortIndicator();
+        fitNames();
     });
     connect(&controller_.library(), &Library::playlistsChanged, this, &ItemsPane::refreshHints);
+    connect(&controller_.library(), &Library::playlistSelectionChanged, this, &ItemsPane::refreshHints);
+    connect(&controller_.library(), &Library::playlistUpdated, this, &ItemsPane::refreshHints);
+    connect(&controller_.library(), &Library::filterChanged, this, &ItemsPane::refreshHints);
+    connect(&controller_.library(), &Library::sortChanged, this, &ItemsPane::showSortIndicator);
     connect(&controller_.fileStates(), &FileStates::updated, model_, &MoviesModel::refreshAll);
     columnsChanged_.setSingleShot(true);
     columnsChanged_.setInterval(300);
@@ -105,11 +115,43 @@ void ItemsPane::prepareView(QAbstractItemView* view) {
     });
 }
 
+template<class View>
+void ItemsPane::prepareDrags(View* view) {
+    view->filesDropped = [this](const QStringList& files) {
+        controller_.mediaAdding().dropOnMovies(files);
+        controller_.find().closeFindPanel();
+        controller_.bringLibraryToFront();
+    };
+    view->doubleClickEnded = [this] { Q_EMIT openRequested(); };
+    view->mayReorder = [this] {
+        const auto playlist = controller_.library().selectedPlaylist();
+        return playlist && playlist->takesItems();
+    };
+    view->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
+        if (!controller_.itemTransfer().selectionAllowsDrop()) return;
+        controller_.playlistEditing().moveMovies(draggedItems(rows), controller_.library().movieAt(gap));
+        controller_.find().closeFindPanel();
+    };
+    view->pictureOf = [this](const std::vector<qsizetype>& rows) {
+        std::vector<QPixmap> pictures;
+        for (size_t at = 0; at < rows.size() && at < 3; ++at)
+            pictures.push_back(model_->thumbnailAt(int(rows[at])));
+        return dragPicture(pictures, {}, qsizetype(rows.size()), devicePixelRatio());
+    };
+    view->dragBegins = [this](const std::vector<qsizetype>& rows) { dragged_ = controller_.library().moviesAt(rows); };
+    view->dragEnds = [this] { dragged_.clear(); };
+}
+
+/// What is shown may change while somebody drags.
+std::vector<std::shared_ptr<Movie>> ItemsPane::draggedItems(const std::vector<qsizetype>& rows) const {
+    return dragged_.size() == rows.size() ? dragged_ : controller_.library().moviesAt(rows);
+}
+
 void ItemsPane::makeTable() {
-    auto* table = new ReorderView<QTableView>(itemRowsType, false, this);
+    auto* table = new ReorderView<QTableView>(dragType, false, this);
     table_ = table;
     table->setObjectName(QStringLiteral("itemTable"));
-    table->setAccessibleName(QStringLiteral("Items as a list"));
+    table->setAccessibleName(tr("Items as a list"));
     prepareView(table);
     table->setItemDelegate(new ItemCellDelegate(*model_, table));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -128,29 +170,30 @@ void ItemsPane::makeTable() {
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     header->setSortIndicatorShown(false);
-    header->setAccessibleName(QStringLiteral("Columns"));
-    for (int section = 0; section < Column::tableTotal; ++section)
-        header->resizeSection(section, column(section).width);
+    header->setAccessibleName(tr("Columns"));
+    // Wide enough for what they say in whatever size of text, and for their titles with the arrow of the sorting.
+    const double larger = std::max(1.0, QFontMetrics(font()).height() / 17.0);
+    for (int section = 0; section < Column::tableTotal; ++section) {
+        const Column& facts = column(section);
+        const bool text = *facts.title;
+        const int title = text ? header->fontMetrics().horizontalAdvance(QLatin1String(facts.title)) + 32 : 0;
+        header->resizeSection(section, std::max(title, text ? int(facts.width * larger) : facts.width));
+    }
 
-    table->filesDropped = [this](const QStringList& files) { controller_.mediaAdding().dropOnMovies(files); };
-    table->doubleClickEnded = [this] { Q_EMIT openRequested(); };
-    table->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
-        const Library& library = controller_.library();
-        controller_.playlistEditing().moveMovies(library.moviesAt(rows), library.movieAt(gap));
-    };
+    prepareDrags(table);
     connect(header, &QHeaderView::sectionClicked, this, &ItemsPane::sortByColumn);
     connect(header, &QWidget::customContextMenuRequested, this, &ItemsPane::showColumnsMenu);
     connect(header, &QHeaderView::sectionResized, &columnsChanged_, qOverload<>(&QTimer::start));
     connect(header, &QHeaderView::sectionMoved, &columnsChanged_, qOverload<>(&QTimer::start));
-    tableHint_ = new DropHint(QStringLiteral("Drop movies or folders here"), table);
+    tableHint_ = new DropHint(tr("Drop movies or folders here"), table);
     stack_->addWidget(table);
 }
 
 void ItemsPane::makeTiles() {
-    auto* tiles = new ReorderView<QListView>(itemRowsType, true, this);
+    auto* tiles = new ReorderView<QListView>(dragType, true, this);
     tiles_ = tiles;
     tiles->setObjectName(QStringLiteral("itemTiles"));
-    tiles->setAccessibleName(QStringLiteral("Items as tiles"));
+    tiles->setAccessibleName(tr("Items as tiles"));
     tiles->setModelColumn(Column::name);
     tiles->setFlow(QListView::LeftToRight);
     tiles->setWrapping(true);
@@ -163,13 +206,8 @@ void ItemsPane::makeTiles() {
     tiles->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     tiles->setStyleSheet(QStringLiteral("QListView { padding: 6px; }"));
 
-    tiles->filesDropped = [this](const QStringList& files) { controller_.mediaAdding().dropOnMovies(files); };
-    tiles->doubleClickEnded = [this] { Q_EMIT openRequested(); };
-    tiles->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
-        const Library& library = controller_.library();
-        controller_.playlistEditing().moveMovies(library.moviesAt(rows), library.movieAt(gap));
-    };
-    tilesHint_ = new DropHint(QStringLiteral("Drop movies or folders here"), tiles);
+    prepareDrags(tiles);
+    tilesHint_ = new DropHint(tr("Drop movies or folders here"), tiles);
     stack_->addWidget(tiles);
 }
 
@@ -180,8 +218,8 @@ void ItemsPane::makeLayout(const Commands& commands) {
     sizeSlider_->setPageStep(50);
     sizeSlider_->setSingleStep(10);
     sizeSlider_->setFixedWidth(120);
-    sizeSlider_->setAccessibleName(QStringLiteral("Tile size"));
-    sizeSlider_->setToolTip(QStringLiteral("Tile size"));
+    sizeSlider_->setAccessibleName(tr("Tile size"));
+    sizeSlider_->setToolTip(tr("Tile size"));
     connect(sizeSlider_, &QSlider::valueChanged, this, [this](int percent) { setTileSize(percent); });
 
     sizeControls_ = new QWidget(this);
@@ -193,11 +231,17 @@ void ItemsPane::makeLayout(const Commands& commands) {
     sizes->addWidget(sizeSlider_);
     sizes->addWidget(commands.button(QStringLiteral("view.largerTiles"), sizeControls_));
 
+    filter_ = new FilterControls(controller_.library(), commands, this);
+    auto* find = new FindPanel(controller_, commands, this);
+    connect(filter_, &FilterControls::left, this, [this] { activeView()->setFocus(); });
+    connect(find, &FindPanel::left, this, [this] { activeView()->setFocus(); });
     auto* bar = new QHBoxLayout;
     bar->setContentsMargins(8, 4, 8, 4);
     bar->setSpacing(4);
     bar->addWidget(commands.button(QStringLiteral("session.addMedia"), this));
     bar->addWidget(commands.button(QStringLiteral("item.open"), this));
+    bar->addSpacing(12);
+    bar->addWidget(filter_, 1);
     bar->addStretch();
     bar->addWidget(sizeControls_);
     bar->addSpacing(12);
@@ -215,6 +259,7 @@ void ItemsPane::makeLayout(const Commands& commands) {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addLayout(bar);
+    layout->addWidget(find);
     layout->addLayout(views, 1);
 }
 
@@ -353,16 +398,52 @@ void ItemsPane::restoreColumns() {
     columnsChanged_.stop();
 }
 
+/// The first names that come say how wide their column is, until a person says something else.
+void ItemsPane::fitNames() {
+    const Library::Movies& movies = controller_.library().arrangedMovies();
+    if (namesFit_ || movies.empty()) return;
+    namesFit_ = true;
+    if (!controller_.preferences().libraryWindowColumns().isEmpty()) return;
+    constexpr size_t looked = 200;
+    constexpr int narrowest = 160, widest = 420;
+    int width = narrowest;
+    for (size_t at = 0; at < movies.size() && at < looked; ++at)
+        width = std::max(width, table_->fontMetrics().horizontalAdvance(movies[at]->filenameString) + 16);
+    table_->horizontalHeader()->resizeSection(Column::name, std::min(width, widest));
+    columnsChanged_.stop(); // nobody chose it
+}
+
 void ItemsPane::storeColumns() {
     columnsChanged_.stop();
     controller_.preferences().libraryWindowColumns.set(table_->horizontalHeader()->saveState());
 }
 
+void ItemsPane::goToSearch() {
+    filter_->goToField();
+}
+
+/// Why nothing is to be seen, and what can be done about it.
+QString ItemsPane::hintText() const {
+    const Library& library = controller_.library();
+    const auto playlist = library.selectedPlaylist();
+    if (playlist && !library.unfilteredMovies().empty())
+        return tr("The filter hides all items of this playlist.\nEscape in the search field or Show All brings them back.");
+    if (playlist && playlist->isType(playlistType::smart))
+        return playlist->asksRules() ? tr("No item answers the rules of this smartlist")
+                                     : tr("This smartlist has no rules yet.\nSmartlist Rules... in its menu gives it some.");
+    if (playlist && playlist->isType(playlistType::folder)) return tr("No media in this folder");
+    return tr("Drop movies or folders here");
+}
+
 void ItemsPane::refreshHints() {
-    const bool wanted =
-        controller_.preferences().showDropText() && controller_.library().arrangedMovies().empty();
-    tableHint_->setVisible(wanted);
-    tilesHint_->setVisible(wanted);
+    const Library& library = controller_.library();
+    const bool hides = !library.unfilteredMovies().empty();
+    // The preference is about drops; that a filter hides everything is said in any case.
+    const bool wanted = library.arrangedMovies().empty() && (hides || controller_.preferences().showDropText());
+    for (DropHint* hint : {tableHint_, tilesHint_}) {
+        hint->setText(hintText());
+        hint->setVisible(wanted);
+    }
 }
 
 } // namespace daylark

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 class QAbstractItemView;
 class QListView;
@@ -15,15 +16,17 @@ namespace daylark {
 
 class Commands;
 class DropHint;
+class FilterControls;
 class ItemInformation;
+class Movie;
 class MoviesModel;
 class PlaylistController;
 class ThumbnailCache;
 class TileDelegate;
 
-/// The right side of the library: the items of the selected playlist as tiles or as a table, the information
-/// box, the tile size. Both views show one selection, the library's. Remembers columns and tile size.
-/// Interface thread.
+/// The right side of the library: the items of the selected playlist as tiles or as a table, what is shown of them, the
+/// find panel, the information box, the tile size. Both views show one selection, the library's. Remembers columns and
+/// tile size. Interface thread.
 class ItemsPane : public QWidget {
     Q_OBJECT
 public:
@@ -42,6 +45,11 @@ public:
     [[nodiscard]] QListView* tiles() const { return tiles_; }
     [[nodiscard]] MoviesModel* model() const { return model_; }
 
+    static const QString dragType; ///< of rows dragged from here
+    /// The records that these rows of a drag from here were when it began.
+    [[nodiscard]] std::vector<std::shared_ptr<Movie>> draggedItems(const std::vector<qsizetype>& rows) const;
+    void goToSearch(); ///< the field of the filter
+
     void refreshHints();
     void showSortIndicator(); ///< as the library sorts now
 
@@ -55,6 +63,9 @@ private:
     void makeTiles();
     void makeLayout(const Commands& commands);
     void prepareView(QAbstractItemView* view);
+    template<class View>
+    void prepareDrags(View* view);
+    [[nodiscard]] QString hintText() const;
     void followLibrary();
     void prioritiseVisible(); ///< what a person looks at gets its thumbnail first
     void showLibrarySelection(QAbstractItemView* view);
@@ -62,6 +73,7 @@ private:
     void showColumnsMenu(const QPoint& position);
     void restoreColumns();
     void storeColumns();
+    void fitNames();
 
     PlaylistController& controller_;
     std::unique_ptr<ThumbnailCache> thumbnails_;
@@ -73,10 +85,13 @@ private:
     QSlider* sizeSlider_ = nullptr;
     QWidget* sizeControls_ = nullptr;
     ItemInformation* information_ = nullptr;
+    FilterControls* filter_ = nullptr;
     DropHint* tableHint_ = nullptr;
     DropHint* tilesHint_ = nullptr;
     QTimer columnsChanged_;
     QTimer visibleChanged_;
+    std::vector<std::shared_ptr<Movie>> dragged_; ///< while a drag from here lasts
+    bool namesFit_ = false;
     bool following_ = false; ///< the selection is being taken over from the library
 };
 

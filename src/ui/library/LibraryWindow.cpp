@@ -1,6 +1,7 @@
 #include "ui/library/LibraryWindow.h"
 
 #include "app/PlaylistController.h"
+#include "app/playlists/SmartQuestion.h"
 #include "commands/library/LibraryCommands.h"
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
@@ -12,6 +13,7 @@
 #include "ui/library/PlaylistsPane.h"
 #include "ui/library/ProgressWindow.h"
 #include "ui/library/StatusStrip.h"
+#include "ui/library/search/SmartRulesPanel.h"
 #include "ui/preferences/PreferencesWindow.h"
 
 #include <QCloseEvent>
@@ -77,6 +79,8 @@ void LibraryWindow::makeCentre() {
     connect(items_, &ItemsPane::openRequested, this, [this] { controller_.loadMovieWindow(); });
     connect(items_, &ItemsPane::menuRequested, this, &LibraryWindow::showItemsMenu);
     connect(playlists_, &PlaylistsPane::menuRequested, this, &LibraryWindow::showPlaylistsMenu);
+    playlists_->draggedItems = [this](const std::vector<qsizetype>& rows) { return items_->draggedItems(rows); };
+    connect(&controller_.playlistEditing(), &PlaylistEditing::smartlistAdded, this, &LibraryWindow::showNewRules);
 }
 
 void LibraryWindow::addCommands() {
@@ -94,6 +98,8 @@ void LibraryWindow::addCommands() {
     };
     actions.goToPlaylists = [this] { playlists_->table()->setFocus(); };
     actions.goToItems = [this] { items_->activeView()->setFocus(); };
+    actions.searchItems = [this] { items_->goToSearch(); };
+    actions.editRules = [this] { showRules(); };
     actions.minimise = [this] { showMinimized(); };
     actions.close = [this] { close(); };
     actions.showPreferences = [this] { showPreferences(); };
@@ -176,15 +182,37 @@ void LibraryWindow::showPreferences() {
     preferencesWindow().activateWindow();
 }
 
+void LibraryWindow::showRules() {
+    const auto smartlist = controller_.library().selectedPlaylist();
+    if (!smartlist || !smartlist->isType(playlistType::smart)) return;
+    for (auto* open : findChildren<SmartRulesPanel*>()) {
+        if (open->smartlist() != smartlist || !open->isVisible()) continue;
+        open->raise();
+        open->activateWindow();
+        return;
+    }
+    auto* panel = new SmartRulesPanel(controller_, smartlist, this);
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->show();
+}
+
+/// A smartlist begins with a rule, so that there is something to change.
+void LibraryWindow::showNewRules() {
+    if (const auto smartlist = controller_.library().selectedPlaylist())
+        controller_.playlistEditing().setRules(
+            smartlist, {false, {smartQuestion::firstRule(smartQuestion::subjects().front())}});
+    showRules();
+}
+
 void LibraryWindow::showShortcuts() {
-    auto* keys = new KeysDialog(*commands_, libraryMenus(), QStringLiteral("Library Shortcuts"), this);
+    auto* keys = new KeysDialog(*commands_, libraryMenus(), tr("Library Shortcuts"), this);
     keys->setAttribute(Qt::WA_DeleteOnClose);
     keys->show();
 }
 
 void LibraryWindow::showAbout() {
     QMessageBox about(this);
-    about.setWindowTitle(QStringLiteral("About Daylark"));
+    about.setWindowTitle(tr("About Daylark"));
     about.setIconPixmap(theme::icon(QStringLiteral("daylark")).pixmap(QSize(64, 64), devicePixelRatio()));
     about.setText(QStringLiteral("<b>Daylark</b><br>Version %1").arg(QCoreApplication::applicationVersion()));
     about.setInformativeText(

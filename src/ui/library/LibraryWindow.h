@@ -50,6 +50,8 @@ private:
     void connectController();
     void restoreLooks();
     void storeLooks();
+    void showRules(); ///< of the selected smartlist
+    void showNewRules();
     void connectPreferences();
     void showTab(); ///< tiles or list, by the preference
     void showPlaylistsMenu(const QPoint& position, bool onPlaylist);

@@ -1,5 +1,6 @@
 #include "ui/library/MoviesModel.h"
 
+#include "app/links/LinkOpening.h"
 #include "app/playlists/Library.h"
 #include "preferences/Preferences.h"
 #include "ui/common/Theme.h"
@@ -54,6 +55,7 @@ QString MoviesModel::hintOf(const Movie& movie, int section) const {
         QStringList lines{movie.filenameString};
         if (const QString flag = flagName(movie); !flag.isEmpty()) lines << flag;
         if (const QString said = factsOf(movie); !said.isEmpty()) lines << said;
+        if (cameByLink(movie)) lines << tr("Came by a link");
         if (!movie.creatingThumbnailText.isEmpty()) lines << movie.creatingThumbnailText.simplified();
         return lines.join(QLatin1Char('\n'));
     }
@@ -66,7 +68,7 @@ QVariant MoviesModel::data(const QModelIndex& index, int role) const {
     const Column& facts = column(index.column());
     switch (role) {
     case Qt::DisplayRole:
-        return facts.textOf(*movie);
+        return facts.id == Column::flag ? flagName(*movie) : facts.textOf(*movie);
     case Qt::ToolTipRole:
         return hintOf(*movie, facts.id);
     case Qt::AccessibleTextRole:
@@ -115,6 +117,10 @@ std::shared_ptr<Movie> MoviesModel::movieAt(int row) const {
 QPixmap MoviesModel::thumbnailAt(int row) const {
     const auto movie = movieAt(row);
     return movie ? thumbnails_.pixmap(movie->thumbnail) : QPixmap();
+}
+
+bool MoviesModel::cameByLink(const Movie& movie) const {
+    return links_ && links_->cameByLink(movie);
 }
 
 QString MoviesModel::factsOf(const Movie& movie) const {

@@ -12,6 +12,7 @@
 namespace daylark {
 
 class Library;
+class LinkOpening;
 class ThumbnailCache;
 class Preferences;
 
@@ -36,6 +37,9 @@ public:
     /// The icons of a record in their fixed order: notes, drawing, bookmark, grade, instance.
     [[nodiscard]] static std::vector<QString> iconNames(const Movie& movie);
 
+    void markLinked(const LinkOpening& links) { links_ = &links; } ///< items that came by a link in this run
+    [[nodiscard]] bool cameByLink(const Movie& movie) const;
+
     void refreshAll(); ///< found states or flag names changed
 
 private:
@@ -44,6 +48,7 @@ private:
     Library& library_;
     Preferences& preferences_;
     ThumbnailCache& thumbnails_;
+    const LinkOpening* links_ = nullptr;
     std::vector<std::shared_ptr<Movie>> rows_;  ///< what the views were last told
     QMultiHash<const Movie*, int> rowsOfMovie_; ///< a record may stand in a playlist twice
 };

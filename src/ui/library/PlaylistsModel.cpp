@@ -11,17 +11,21 @@ namespace daylark {
 namespace {
 
 bool isDividerRow(const Playlist& playlist) {
-    return playlist.playlistType == QLatin1String("divider");
+    return playlist.isType(playlistType::divider);
 }
 
 QString typeIconName(const Playlist& playlist) {
     if (playlist.status != 0) return QStringLiteral("dl-missing.png");
-    if (playlist.playlistType == QLatin1String("smartlist")) return QStringLiteral("smartlist");
+    if (playlist.isType(playlistType::smart)) return QStringLiteral("smartlist");
+    if (playlist.isType(playlistType::folder)) return QStringLiteral("folderlist");
     return QStringLiteral("playlist");
 }
 
-QString playlistHint(const Playlist& playlist) {
-    const QString count = QStringLiteral("%1\n%2 items").arg(playlist.name).arg(playlist.count());
+QString playlistHint(const Playlist& playlist, size_t items) {
+    QString count = playlist.name + u'\n' + (items == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(items));
+    if (playlist.isType(playlistType::smart)) count += QStringLiteral("\nSmartlist");
+    if (playlist.isType(playlistType::folder))
+        count += QStringLiteral("\nShows the folder ") + playlist.directoryPath.toLocalFile();
     switch (playlist.status) {
     case 1:
         return count + QStringLiteral("\nSome files are missing");
@@ -60,6 +64,13 @@ int PlaylistsModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : int(columnTotal);
 }
 
+/// Of a smartlist as many as it answers; none are not counted.
+QString PlaylistsModel::countOf(const Playlist& playlist) const {
+    if (!playlist.asksRules()) return playlist.itemCount;
+    const size_t answers = library_.smartLists().itemsOf(playlist).size();
+    return answers == 0 ? QString() : QString::number(answers);
+}
+
 QVariant PlaylistsModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || size_t(index.row()) >= rows_.size()) return {};
     const Playlist& playlist = *rows_[size_t(index.row())];
@@ -67,13 +78,12 @@ QVariant PlaylistsModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         if (index.column() == nameColumn) return playlist.name;
-        return divider ? QString() : playlist.itemCount;
+        return divider ? QString() : countOf(playlist);
     case Qt::EditRole:
         return playlist.name;
     case Qt::ToolTipRole:
-        return playlistHint(playlist);
     case Qt::AccessibleTextRole:
-        return playlistHint(playlist);
+        return playlistHint(playlist, library_.itemsOf(playlist).size());
     case Qt::DecorationRole:
         return index.column() == nameColumn && !divider ? QVariant(theme::icon(typeIconName(playlist)))
                                                         : QVariant();

@@ -29,6 +29,8 @@ public:
     void refreshAll(); ///< found states or counts changed
 
 private:
+    [[nodiscard]] QString countOf(const Playlist& playlist) const;
+
     Library& library_;
     PlaylistEditing& editing_;
     std::vector<std::shared_ptr<Playlist>> rows_; ///< what the views were last told

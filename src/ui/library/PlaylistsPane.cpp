@@ -5,7 +5,9 @@
 #include "ui/commands/Commands.h"
 #include "ui/common/DropHint.h"
 #include "ui/common/ReorderView.h"
+#include "ui/library/DragPicture.h"
 #include "ui/library/ItemDelegates.h"
+#include "ui/library/ItemsPane.h"
 #include "ui/library/PlaylistsModel.h"
 
 #include <QHBoxLayout>
@@ -14,6 +16,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace daylark {
 
 PlaylistsPane::PlaylistsPane(PlaylistController& controller, const Commands& commands, QWidget* parent)
@@ -21,11 +25,12 @@ PlaylistsPane::PlaylistsPane(PlaylistController& controller, const Commands& com
     , controller_(controller)
     , model_(new PlaylistsModel(controller.library(), controller.playlistEditing(), this)) {
     makeTable();
-    hint_ = new DropHint(QStringLiteral("Drop folders here,\neach becomes a playlist"), table_);
+    hint_ = new DropHint(tr("Drop folders here,\neach becomes a playlist"), table_);
 
     auto* add = new QToolButton(this);
     auto* addMenu = new QMenu(add);
-    for (const char* id : {"session.newPlaylist", "session.newDivider", "session.newDatedDivider"})
+    for (const char* id : {"session.newPlaylist", "session.newSmartlist", "session.newFolderlist", "session.newDivider",
+                           "session.newDatedDivider"})
         addMenu->addAction(commands.action(QString::fromLatin1(id)));
     add->setDefaultAction(commands.action(QStringLiteral("session.newPlaylist")));
     add->setMenu(addMenu);
@@ -34,7 +39,7 @@ PlaylistsPane::PlaylistsPane(PlaylistController& controller, const Commands& com
     add->setAutoRaise(true);
     add->setMinimumSize(36, 24);
     add->setFocusPolicy(Qt::TabFocus);
-    add->setAccessibleName(QStringLiteral("New playlist or divider"));
+    add->setAccessibleName(tr("New playlist, smartlist, folder list or divider"));
     QToolButton* remove = commands.button(QStringLiteral("playlists.remove"), this);
 
     auto* buttons = new QHBoxLayout;
@@ -69,7 +74,7 @@ void PlaylistsPane::makeTable() {
         new ReorderView<QTableView>(QStringLiteral("application/x-daylark-playlist-rows"), false, this);
     table_ = table;
     table->setObjectName(QStringLiteral("playlistTable"));
-    table->setAccessibleName(QStringLiteral("Playlists"));
+    table->setAccessibleName(tr("Playlists"));
     table->setModel(model_);
     table->setItemDelegate(new PlaylistDelegate(table));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -82,21 +87,39 @@ void PlaylistsPane::makeTable() {
     table->setContextMenuPolicy(Qt::CustomContextMenu);
     table->verticalHeader()->hide();
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table->verticalHeader()->setDefaultSectionSize(24);
+    table->verticalHeader()->setDefaultSectionSize(PlaylistDelegate::rowHeight());
     QHeaderView* header = table->horizontalHeader();
     header->setSectionsClickable(false);
     header->setHighlightSections(false);
     header->setMinimumSectionSize(40);
     header->setSectionResizeMode(PlaylistsModel::nameColumn, QHeaderView::Stretch);
     header->setSectionResizeMode(PlaylistsModel::countColumn, QHeaderView::Fixed);
-    header->resizeSection(PlaylistsModel::countColumn, 56);
+    header->resizeSection(PlaylistsModel::countColumn,
+                          std::max(56, table->fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 16));
     header->hide();
 
     table->filesDropped = [this](const QStringList& files) {
         controller_.mediaAdding().dropOnPlaylists(files);
+        controller_.find().closeFindPanel();
+        controller_.bringLibraryToFront();
     };
     table->rowsDropped = [this](const std::vector<qsizetype>& rows, qsizetype gap) {
         controller_.library().movePlaylists(rows, gap);
+        controller_.find().closeFindPanel();
+    };
+    table->ontoType = ItemsPane::dragType;
+    table->takesOnto = [this](qsizetype row) {
+        return controller_.library().playlists()[size_t(row)]->isType(playlistType::list);
+    };
+    table->rowsDroppedOnto = [this](const std::vector<qsizetype>& rows, qsizetype onto, Qt::KeyboardModifiers held) {
+        const auto& playlists = controller_.library().playlists();
+        if (size_t(onto) >= playlists.size() || !draggedItems) return;
+        const bool modified = held & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+        controller_.itemTransfer().dropOnPlaylist(draggedItems(rows), playlists[size_t(onto)], modified);
+    };
+    table->pictureOf = [this](const std::vector<qsizetype>& rows) {
+        const QString name = model_->index(int(rows.front()), PlaylistsModel::nameColumn).data().toString();
+        return dragPicture({}, name, qsizetype(rows.size()), devicePixelRatio());
     };
     connect(table, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) {
         Q_EMIT menuRequested(table_->viewport()->mapToGlobal(position), table_->indexAt(position).isValid());

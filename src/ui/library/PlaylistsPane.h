@@ -3,14 +3,20 @@
 #include <QTableView>
 #include <QWidget>
 
+#include <functional>
+#include <memory>
+#include <vector>
+
 namespace daylark {
 
 class Commands;
 class DropHint;
+class Movie;
 class PlaylistController;
 class PlaylistsModel;
 
-/// The left side of the library: the playlists with their count, made, renamed, removed and reordered here.
+/// The left side of the library: the playlists with their count, made, renamed, removed and reordered here; items are
+/// dropped onto them.
 /// Shows what the library holds and passes every action on. Interface thread.
 class PlaylistsPane : public QWidget {
     Q_OBJECT
@@ -18,6 +24,8 @@ public:
     PlaylistsPane(PlaylistController& controller, const Commands& commands, QWidget* parent = nullptr);
 
     [[nodiscard]] QTableView* table() const { return table_; }
+    /// Which items these rows of a drag are; whoever shows the items knows.
+    std::function<std::vector<std::shared_ptr<Movie>>(const std::vector<qsizetype>& rows)> draggedItems;
     void editSelectedName(); ///< opens the editor in the selected row
     void refreshHint(); ///< the drop hint stands while there are no playlists and the preference wants it
 

@@ -8,12 +8,14 @@
 #include <QProgressBar>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace daylark {
 
 namespace {
 
 QString countedItems(qsizetype count) {
-    return count == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(count);
+    return count == 1 ? StatusStrip::tr("1 item") : StatusStrip::tr("%1 items").arg(count);
 }
 
 } // namespace
@@ -26,8 +28,8 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     , job_(new QLabel(this))
     , bar_(new QProgressBar(this))
     , cancel_(new QToolButton(this)) {
-    setFixedHeight(28);
-    setAccessibleName(QStringLiteral("Status"));
+    setFixedHeight(std::max(28, fontMetrics().height() + 8));
+    setAccessibleName(tr("Status"));
     for (QLabel* label : {counts_, job_}) {
         label->setFont(theme::smallFont());
         label->setStyleSheet(QStringLiteral("color: #a4a4a4;"));
@@ -36,7 +38,7 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     trouble_->setStyleSheet(QStringLiteral("color: #e0a040;"));
     bar_->setFixedSize(160, 6);
     bar_->setTextVisible(false);
-    bar_->setAccessibleName(QStringLiteral("Progress"));
+    bar_->setAccessibleName(tr("Progress"));
     cancel_->setIcon(theme::icon(QStringLiteral("cancel")));
     cancel_->setAutoRaise(true);
     cancel_->setMinimumSize(24, 24);
@@ -56,6 +58,8 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     connect(cancel_, &QToolButton::clicked, this, [this] { controller_.progress().cancel(jobId_); });
     connect(&controller_.progress(), &ProgressBoard::changed, this, &StatusStrip::refresh);
     connect(&controller_.library(), &Library::arrangedMoviesChanged, this, &StatusStrip::refresh);
+    connect(&controller_.library(), &Library::contentsChanged, this, &StatusStrip::refresh);
+    connect(&controller_.library(), &Library::filterChanged, this, &StatusStrip::refresh);
     connect(&controller_.library(), &Library::movieSelectionChanged, this, &StatusStrip::refresh);
     connect(&controller_.fileStates(), &FileStates::updated, this, &StatusStrip::refresh);
     connect(&controller_.sessionFiles().temporarySession(), &TemporarySession::troubleChanged, this,
@@ -65,16 +69,18 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
 
 void StatusStrip::refresh() {
     const Library& library = controller_.library();
-    QStringList parts{countedItems(qsizetype(library.arrangedMovies().size()))};
+    const qsizetype shown = qsizetype(library.arrangedMovies().size());
+    const qsizetype all = qsizetype(library.unfilteredMovies().size());
+    QStringList parts{library.filter().isOn() ? tr("%1 of %2").arg(shown).arg(countedItems(all)) : countedItems(shown)};
     if (const auto selected = library.selectedMovieRows().size(); selected > 0)
-        parts << QStringLiteral("%1 selected").arg(selected);
+        parts << tr("%1 selected").arg(selected);
     if (const qint64 missing = controller_.fileStates().missingCount(); missing > 0)
-        parts << QStringLiteral("%1 missing").arg(missing);
+        parts << tr("%1 missing").arg(missing);
     counts_->setText(parts.join(QStringLiteral(" · ")));
 
     const QString trouble = controller_.sessionFiles().temporarySession().trouble();
     trouble_->setVisible(!trouble.isEmpty());
-    trouble_->setText(QStringLiteral("Changes are not stored"));
+    trouble_->setText(tr("Changes are not stored"));
     trouble_->setToolTip(trouble);
 
     const auto& jobs = controller_.progress().jobs();
@@ -86,7 +92,7 @@ void StatusStrip::refresh() {
     const ProgressBoard::Job& job = jobs.front();
     jobId_ = job.id;
     QString text = job.line();
-    if (jobs.size() > 1) text += QStringLiteral(" · %1 more").arg(jobs.size() - 1);
+    if (jobs.size() > 1) text += tr(" · %1 more").arg(jobs.size() - 1);
     job_->setText(text);
     bar_->setRange(0, int(job.total));
     bar_->setValue(int(job.done));
