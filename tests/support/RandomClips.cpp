@@ -154,7 +154,9 @@ void Drawing::drawCompany() {
             fragments ? QStringLiteral("frag_keyframe+empty_moov") : QStringLiteral("faststart");
         say(fragments ? QStringLiteral("fragments") : QStringLiteral("front"));
     }
-    if (spec_.ticks.empty() && isIn({"mov", "mp4", "mkv", "ts"}) && plain_ && oneIn(3)) {
+    // Beside sound a muxer moves the first fragment's pictures.
+    const bool fragmented = spec_.muxerOptions.count(QStringLiteral("movflags")) > 0;
+    if (spec_.ticks.empty() && isIn({"mov", "mp4", "mkv", "ts"}) && plain_ && !fragmented && oneIn(3)) {
         spec_.sound = true;
         say(QStringLiteral("sound"));
         if (isIn({"mov"}) && oneIn(2) && spec_.rateNum >= 24) {

@@ -18,9 +18,9 @@ bool agrees(const SampleIndex& index, AVRational rate) {
     const AVRational base{index.timeBaseNum, index.timeBaseDen};
     const double unitsPerFrame = 1.0 / (av_q2d(rate) * av_q2d(base));
     if (!(unitsPerFrame > 0.5)) return false;
-    // Times cut to milliseconds and the like are one unit off at most; a clock as coarse as the frames has no
-    // such slack.
-    const double slack = unitsPerFrame >= 8 ? 1.001 : 0.001;
+    // Times cut to milliseconds and the like are one unit off at most, those that the library adds up from
+    // rounded lengths a thousandth of a frame; a clock as coarse as the frames has no such slack.
+    const double slack = unitsPerFrame >= 8 ? std::max(1.001, unitsPerFrame / 1000) : 0.001;
     const double first = double(index.samples.front().pts);
     for (size_t n = 0; n < index.samples.size(); ++n)
         if (std::abs(double(index.samples[n].pts) - first - double(n) * unitsPerFrame) > slack) return false;
@@ -41,11 +41,11 @@ AVRational constantRate(const SampleIndex& index, const AVStream& stream) {
     const double seconds = double(index.samples.back().pts - index.samples.front().pts) *
                            av_q2d({index.timeBaseNum, index.timeBaseDen});
     const double mean = seconds > 0 ? double(index.samples.size() - 1) / seconds : 0;
-    // A usual rate next to the mean goes before a claim: claims made from a rounded clock come as 19001/317.
-    for (const AVRational rate : usualRates)
-        if (std::abs(av_q2d(rate) / mean - 1) < 0.0004 && usable(stream.avg_frame_rate) &&
-            av_cmp_q(rate, stream.avg_frame_rate) == 0 && agrees(index, rate))
-            return rate;
+    // In a short movie several agree with rounded times: then the claim decides, if it is of a usual rate.
+    // Otherwise a usual rate goes before a claim: claims made from a rounded clock come as 19001/317.
+    for (const AVRational claim : claimed)
+        for (const AVRational rate : usualRates)
+            if (usable(claim) && av_cmp_q(rate, claim) == 0 && agrees(index, rate)) return rate;
     for (const AVRational rate : usualRates)
         if (std::abs(av_q2d(rate) / mean - 1) < 0.02 && agrees(index, rate)) return rate;
     for (const AVRational rate : claimed)

@@ -177,9 +177,9 @@ Result<void> completeTimes(const MediaFile& file, std::vector<RawSample>& sample
 }
 
 void joinRestarts(const MediaFile& file, std::vector<RawSample>& samples) {
-    // What a header says of times is one recording's, however its edits jump about.
-    const QByteArray container(file.format()->iformat->name);
-    if (container.contains("mov") || container == "mxf" || container == "avi") return;
+    // Only where each packet brings its decoding time along. What a header or a whole file's clock says of times
+    // is one recording's, however its edits jump about, and decoding times that are inferred may go back.
+    if (!(file.format()->iformat->flags & AVFMT_TS_DISCONT)) return;
     std::vector<size_t> ends = restartsOf(*file.video(), samples);
     if (ends.empty()) return;
     ends.push_back(samples.size());
