@@ -22,9 +22,16 @@ using bench::waitUntil;
 
 class NotedPasteboard : public Pasteboard {
 public:
-    void setText(const QString& text) override { content = text; }
+    void setText(const QString& text) override {
+        content = text;
+        html.clear();
+    }
+    void setRichText(const QString& rich, const QString& plain) override {
+        content = plain;
+        html = rich;
+    }
     [[nodiscard]] QString text() const override { return content; }
-    QString content;
+    QString content, html;
 };
 
 class NotedBrowser : public FileBrowser {
@@ -52,7 +59,7 @@ protected:
         preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
         player = std::make_unique<Player>(clock);
         controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-            *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
+            *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player});
         if (followed) replica = std::make_unique<test::Replica>(controller->edits().store());
         bool started = false;
         QObject::connect(controller.get(), &PlaylistController::started, [&started] { started = true; });

@@ -56,13 +56,14 @@ TEST_F(MediaAddingTest, AFolderGivesItsMoviesDepthFirstByPathAndStillsOnlyByPref
     addPlaylist(u"Day"_s, {});
     adding().addMediaFoldersToSelectedPlaylist({dayFolder(), path(u"day/c.dlm"_s), path(u"missing"_s)});
     settleAdding();
-    EXPECT_EQ(shownNames(), (QStringList{u"z.MXF"_s, u"b.mov"_s}));
+    EXPECT_EQ(shownNames(), (QStringList{u"z.MXF"_s, u"b.mov"_s, u"inside.mov"_s}))
+        << "a bundle given by itself is passed over, one inside a folder is a folder";
 
     preferences->allowImageFiles.set(true);
     addPlaylist(u"With stills"_s, {});
     adding().addMediaFoldersToSelectedPlaylist({path(u"day"_s)});
     settleAdding();
-    EXPECT_EQ(shownNames(), (QStringList{u"y.png"_s, u"z.MXF"_s, u"b.mov"_s, u"still.jpg"_s}));
+    EXPECT_EQ(shownNames(), (QStringList{u"y.png"_s, u"z.MXF"_s, u"b.mov"_s, u"inside.mov"_s, u"still.jpg"_s}));
 }
 
 TEST_F(MediaAddingTest, ABundleBringsItsSessionOrItsOnePlaylistBehindWhatIsThere) {
@@ -118,7 +119,7 @@ TEST_F(MediaAddingTest, ABundleIsAddedWhenDroppedOrOpenedItselfAndPassedOverAmon
     settleAdding();
     EXPECT_EQ(playlistNames(), (QStringList{u"Bundle"_s, u"Bundle"_s, u"day"_s, u"Bundle"_s}));
     for (const auto& playlist : library().playlists())
-        EXPECT_EQ(playlist->count(), playlist->name == u"day"_s ? 2 : 1) << playlist->name.toStdString();
+        EXPECT_EQ(playlist->count(), playlist->name == u"day"_s ? 3 : 1) << playlist->name.toStdString();
 }
 
 TEST_F(MediaAddingTest, ADropOnThePlaylistsMakesOneOfEveryFolderAndOneOfTheLooseFiles) {
@@ -128,7 +129,7 @@ TEST_F(MediaAddingTest, ADropOnThePlaylistsMakesOneOfEveryFolderAndOneOfTheLoose
     settleAdding();
     EXPECT_EQ(playlistNames(), (QStringList{u"day"_s, u"day 2"_s, u"Untitled Playlist"_s}));
     EXPECT_EQ(shownNames(), QStringList{u"loose.mov"_s});
-    EXPECT_EQ(library().playlists()[0]->count(), 2);
+    EXPECT_EQ(library().playlists()[0]->count(), 3);
     EXPECT_EQ(library().playlists()[1]->movieList[0]->sortOrder, 1);
 }
 
@@ -202,23 +203,12 @@ TEST_F(MediaAddingTest, FilesOpenedBeforeTheSessionIsThereWaitForIt) {
     preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
     player = std::make_unique<Player>(clock);
     controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
+        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player});
     controller->awake();
     controller->openFiles({makeFile(u"a.mov"_s), dayFolder()});
     ASSERT_TRUE(waitUntil([this] { return library().playlists().size() == 2; }));
     settleAdding();
     EXPECT_EQ(playlistNames(), (QStringList{u"Day 1"_s, u"day"_s}));
-}
-
-TEST_F(MediaAddingTest, ALinkIsAnsweredAndNoItemIsMadeOfIt) {
-    start();
-    addPlaylist(u"Day"_s, {});
-    controller->openFiles({u"daylark://link/a.mov,"_s, makeFile(u"a.mov"_s), u"Daylark://playmedia/b.mov"_s});
-    settleAdding();
-    ASSERT_TRUE(waitUntil([this] { return !alerts.shown.empty(); }));
-    EXPECT_EQ(shownNames(), QStringList{u"a.mov"_s});
-    EXPECT_EQ(alerts.shown.size(), 1u);
-    EXPECT_EQ(alerts.shown[0].message, u"Daylark can't open links yet"_s);
 }
 
 TEST_F(MediaAddingTest, TheOpenPanelAddsInItsOrderAndStaysShutWithSeveralPlaylists) {

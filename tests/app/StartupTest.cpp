@@ -47,6 +47,24 @@ TEST_F(StartupTest, WithoutThePreviousSessionTheLibraryIsEmptyButThePathIsKept) 
     start();
     EXPECT_TRUE(library().playlists().empty());
     EXPECT_EQ(sessionFiles().currentSessionPath(), path(u"show.dls"_s));
+
+    // Nothing is put in the place of what that file holds without a word.
+    makeFile(u"show.dls"_s, "somebody's review");
+    const auto kept = [this] {
+        settleFiles();
+        QFile file(path(u"show.dls"_s));
+        return file.open(QIODevice::ReadOnly) && file.readAll() == "somebody's review";
+    };
+    sessionFiles().saveSession();
+    EXPECT_TRUE(kept());
+    EXPECT_EQ(alerts.shown.back().message, u"Replace \"show.dls\"?"_s);
+    alerts.answers = {Alerts::firstButton};
+    panels.saveAnswers = {path(u"other.dls"_s)};
+    sessionFiles().saveSession();
+    EXPECT_TRUE(kept() && QFileInfo::exists(path(u"other.dls"_s)));
+    const size_t asked = alerts.shown.size();
+    sessionFiles().saveSession(); // that one is ours
+    EXPECT_EQ(alerts.shown.size(), asked);
 }
 
 TEST_F(StartupTest, AnUnreadableTemporarySessionIsKeptAside) {
@@ -72,7 +90,7 @@ TEST_F(StartupTest, QuittingWhileThePreviousSessionIsStillBeingReadLosesNothing)
     preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
     player = std::make_unique<Player>(clock);
     controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path()}, *player});
+        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player});
     controller->awake();
     quit(); // no event was handled in between
 
@@ -120,6 +138,11 @@ TEST_F(StartupTest, EveryEditOutlivesACrashThatComesRightAfterIt) {
     controller->playlistEditing().removeSelectedMovies();
     crashAndStart();
     EXPECT_EQ(library().playlists()[0]->count(), 1);
+    controller->playlistEditing().addEmptyPlaylist(); // selected by that
+    controller->playlistEditing().addEmptyPlaylist();
+    library().selectPlaylist(1);
+    crashAndStart();
+    EXPECT_EQ(library().selectedPlaylistRows(), Library::Rows{1});
     quit();
     EXPECT_TRUE(QFileInfo::exists(temporarySession()));
     start();

@@ -19,6 +19,7 @@ namespace daylark {
 class RememberingPasteboard : public Pasteboard {
 public:
     void setText(const QString& text) override { content = text; }
+    void setRichText(const QString&, const QString& plain) override { content = plain; }
     [[nodiscard]] QString text() const override { return content; }
     QString content;
 };
