@@ -1,12 +1,12 @@
 #include "ui/desktop/DesktopProgram.h"
 #include "ui/desktop/InterfaceWatchdog.h"
+#include "ui/desktop/ProgramArguments.h"
 #include "ui/library/LibraryWindow.h"
 #include "ui/desktop/SingleInstance.h"
 #include "ui/desktop/TerminationSignals.h"
 #include "ui/common/Theme.h"
 
 #include "app/PlaylistController.h"
-#include "app/links/ReviewLink.h"
 
 #include <DaylarkVersion.h>
 
@@ -14,6 +14,8 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QTimer>
+
+#include <cstdio>
 
 /// Builds the program, or hands its files to the one that runs already.
 int main(int argc, char** argv) {
@@ -35,17 +37,17 @@ int main(int argc, char** argv) {
     arguments.addHelpOption();
     arguments.addVersionOption();
     arguments.addPositionalArgument(QStringLiteral("files"),
-                                    QStringLiteral("Movies, folders or a session to open."),
+                                    QStringLiteral("Movies, folders, a session or links to open."),
                                     QStringLiteral("[FILE...]"));
     arguments.process(application);
-    QStringList paths;
-    const QStringList given = arguments.positionalArguments();
-    for (const QString& path : given)
-        paths << (isReviewLink(path) ? path : QDir::cleanPath(QDir::current().absoluteFilePath(path)));
+    const auto asked = ProgramArguments::read(arguments.positionalArguments(), QDir::current());
+    for (const QString& failure : asked.failures)
+        std::fprintf(stderr, "daylark: %s\n", qUtf8Printable(failure));
+    if (asked.nothingLeft()) return 1;
 
     const DesktopProgram::Places places = DesktopProgram::Places::current();
     SingleInstance instance(places.system.applicationSupport);
-    if (instance.handOver(paths)) return 0;
+    if (instance.handOver(asked.toOpen)) return 0;
 
     theme::apply(application);
     DesktopProgram program(places);
@@ -57,7 +59,7 @@ int main(int argc, char** argv) {
     TerminationSignals ending;
     QObject::connect(&ending, &TerminationSignals::received, &application, &QCoreApplication::quit);
     InterfaceWatchdog watchdog; // from here on the loop turns
-    program.start(paths);
+    program.start(asked.toOpen);
     const int code = QApplication::exec();
     program.terminate();
     return code;

@@ -24,6 +24,8 @@ protected:
     void SetUp() override {
         environment_ = QProcessEnvironment::systemEnvironment();
         environment_.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        environment_.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                            QStringLiteral("unix:path=/nonexistent"));
         for (const char* place : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"}) {
             const QString folder = home_.filePath(QString::fromLatin1(place));
             QDir().mkpath(folder);
@@ -68,8 +70,8 @@ protected:
         journal.replace(journal.size() - 3, 3, QStringLiteral("journal"));
         const QByteArray session = contentOf(temporarySession());
         const Result<SessionContents> contents = decodeSession(session);
-        const auto found = recoverSession(contents ? *contents : SessionContents(), sessionFingerprint(session),
-                                          parseJournal(contentOf(journal)));
+        const auto found = recoverSession(contents ? *contents : SessionContents(),
+                                          sessionFingerprint(session), parseJournal(contentOf(journal)));
         return found ? itemsOf(found->contents) : QStringList();
     }
     [[nodiscard]] bool comesTo(const QStringList& items) const {
@@ -81,7 +83,6 @@ protected:
     }
     [[nodiscard]] QString file(const char* name) const { return home_.filePath(QString::fromLatin1(name)); }
 
-private:
     QTemporaryDir home_;
     QProcessEnvironment environment_;
 };
@@ -108,6 +109,39 @@ TEST_F(Program, SecondStartHandsItsFileOverAndASignalEndsTheFirstWithEverythingK
     EXPECT_EQ(first.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(first.exitCode(), 0);
     EXPECT_EQ(itemsInTemporarySession(), both);
+}
+
+TEST_F(Program, LinksOfTheFirstStartAndOfALaterOneAreOpenedByTheFirst) {
+    QProcess first; // the link waits there for the end of its start
+    start(first, {QStringLiteral("daylark://link") + file("a.mov"),
+                  QStringLiteral("daylark://addplaylist/Mail") + file("b.mov")});
+    const QStringList both{QStringLiteral("a.mov"), QStringLiteral("b.mov")};
+    ASSERT_TRUE(comesTo(both));
+    QProcess second;
+    start(second, {QStringLiteral("daylark://link") + file("b.mov") + QStringLiteral(","), file("gone.mov")});
+    ASSERT_TRUE(second.waitForFinished(20000));
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_TRUE(comesTo({QStringLiteral("a.mov"), QStringLiteral("b.mov"), QStringLiteral("b.mov")}));
+    ::kill(pid_t(first.processId()), SIGTERM);
+    ASSERT_TRUE(first.waitForFinished(20000));
+    const Result<SessionContents> session = readSessionFile(temporarySession());
+    ASSERT_TRUE(session);
+    QStringList playlists;
+    for (const auto& playlist : session->playlists)
+        playlists << playlist->name + QString::number(playlist->movieList.size());
+    EXPECT_EQ(playlists, (QStringList{QStringLiteral("Media From Link2"), QStringLiteral("Mail1")}));
+}
+
+TEST_F(Program, WhatIsNotThereIsOneLineAndNoStart) {
+    QProcess program;
+    program.setProcessEnvironment(environment_);
+    program.start(programFolder() + QStringLiteral("/daylark"), {file("gone.mov"), QStringLiteral("away")});
+    ASSERT_TRUE(program.waitForFinished(20000)) << "a window that shows nothing of what was asked for";
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_EQ(program.readAllStandardError(),
+              "daylark: " + file("gone.mov").toUtf8() +
+                  ": no such file or folder\ndaylark: away: no such file or folder\n");
+    EXPECT_FALSE(QFile::exists(temporarySession()));
 }
 
 TEST_F(Program, AKilledOneHasItsEditsBackAtTheNextStart) {

@@ -2,9 +2,12 @@
 
 #include "ui/common/Theme.h"
 
+#include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QToolButton>
+#include <QWindow>
 
 namespace daylark {
 
@@ -39,6 +42,20 @@ void PanelTitle::setTitle(const QString& title) {
     close_->setAccessibleName(close_->toolTip());
     setAccessibleName(title);
     update();
+}
+
+/// On Wayland windows don't know where they stand, so that the panel can't move itself.
+bool PanelTitle::isMovedByDesktop() const {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && parentWidget()->isWindow();
+}
+
+void PanelTitle::mousePressEvent(QMouseEvent* event) {
+    event->setAccepted(isMovedByDesktop());
+}
+
+void PanelTitle::mouseMoveEvent(QMouseEvent* event) {
+    event->setAccepted(isMovedByDesktop());
+    if (event->isAccepted() && (event->buttons() & Qt::LeftButton)) window()->windowHandle()->startSystemMove();
 }
 
 void PanelTitle::paintEvent(QPaintEvent*) {

@@ -20,8 +20,12 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
+    [[nodiscard]] bool isMovedByDesktop() const;
+
     QString title_;
     QToolButton* close_;
 };

@@ -1,16 +1,18 @@
 #include "ui/desktop/DesktopPanels.h"
 
 #include "ui/common/Theme.h"
+#include "ui/desktop/DesktopBus.h"
+#include "ui/desktop/PortalFileChooser.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -18,6 +20,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QUrl>
 
@@ -25,11 +28,22 @@ namespace daylark {
 
 namespace {
 
-QString patternsOf(const QStringList& extensions) {
+QStringList patternListOf(const QStringList& extensions) {
     QStringList patterns;
     for (const QString& extension : extensions)
         patterns << QStringLiteral("*.") + extension;
-    return patterns.isEmpty() ? QStringLiteral("*") : patterns.join(QLatin1Char(' '));
+    return patterns;
+}
+
+QString patternsOf(const QStringList& extensions) {
+    return extensions.isEmpty() ? QStringLiteral("*") : patternListOf(extensions).join(QLatin1Char(' '));
+}
+
+/// The portal puts its dialogs on the desktop that the program's windows are on; without windows there is none.
+bool portalServes(const DesktopBus& bus, uint version) {
+    const QString platform = QGuiApplication::platformName();
+    return (platform == QLatin1String("xcb") || platform.startsWith(QLatin1String("wayland"))) && bus.connection() &&
+           bus.fileChooserVersion() >= version;
 }
 
 QString startFolder(const QString& last) {
@@ -95,7 +109,10 @@ int DesktopAlerts::run(const Alert& alert) {
     box.setWindowTitle(QGuiApplication::applicationDisplayName());
     box.setText(QStringLiteral("<b>%1</b>")
                     .arg(alert.message.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"))));
-    box.setInformativeText(alert.informativeText);
+    if (!alert.informativeText.isEmpty()) // it may hold what a stranger wrote: shown letter by letter
+        box.setInformativeText(QStringLiteral("<span>%1</span>")
+                                   .arg(alert.informativeText.toHtmlEscaped().replace(QLatin1Char('\n'),
+                                                                                      QLatin1String("<br>"))));
     const bool warning = alert.style == AlertStyle::warning;
     box.setIconPixmap(theme::icon(warning ? QStringLiteral("warning") : QStringLiteral("info"))
                           .pixmap(QSize(32, 32), box.devicePixelRatio()));
@@ -116,7 +133,68 @@ int DesktopAlerts::run(const Alert& alert) {
     return alert.tellsDismissal ? dismissed : firstButton + int(buttons.size()) - 1;
 }
 
+QString DesktopPanels::withExtension(const SavePanel& panel, const QString& path, const QString& answered) {
+    const bool typed = panel.allowedTypes.isEmpty() ||
+                       panel.allowedTypes.contains(QFileInfo(path).suffix(), Qt::CaseInsensitive);
+    const QString whole = typed ? path : path + QLatin1Char('.') + panel.allowedTypes.first();
+    if (whole == answered || !QFileInfo::exists(whole)) return whole;
+    // The dialog asked about the name that it answered only.
+    DesktopAlerts alerts;
+    const int answer = alerts.run({QStringLiteral("“%1” already exists.").arg(QFileInfo(whole).fileName()),
+                                   QStringLiteral("Replacing it will overwrite what it holds."),
+                                   {QStringLiteral("Replace"), QStringLiteral("Cancel")},
+                                   AlertStyle::warning});
+    return answer == Alerts::firstButton ? whole : QString();
+}
+
+std::optional<QString> DesktopPanels::saveByPortal(const SavePanel& panel) {
+    if (!portalServes(bus_, 1)) return std::nullopt;
+    PortalFileChooser::Request request;
+    request.save = true;
+    request.title = panel.title;
+    request.accept = panel.prompt;
+    request.name = panel.proposedName;
+    request.folder = startFolder(folder_);
+    request.patterns = patternListOf(panel.allowedTypes);
+    if (!panel.accessoryTitles.isEmpty()) {
+        request.choiceLabel = panel.accessoryLabel;
+        request.choices = panel.accessoryTitles;
+        request.choice = panel.accessoryCurrent;
+    }
+    PortalFileChooser chooser(*bus_.connection());
+    const auto answer = chooser.run(request, QApplication::activeWindow());
+    if (!answer) return std::nullopt;
+    if (answer->paths.isEmpty()) return QString();
+    const QFileInfo answered(answer->paths.first());
+    folder_ = answered.absolutePath();
+    QString name = answered.fileName();
+    // The portal tells the choice at the end only.
+    if (panel.accessoryChosen && panel.accessoryTitles.contains(answer->choice) &&
+        answer->choice != panel.accessoryCurrent)
+        name = panel.accessoryChosen(answer->choice, name);
+    return withExtension(panel, QDir(folder_).filePath(name), answered.filePath());
+}
+
+std::optional<QStringList> DesktopPanels::openByPortal(const OpenPanel& panel) {
+    const bool foldersOnly = panel.chooseFolders && !panel.chooseFiles;
+    constexpr uint choosesFolders = 3;
+    if (!portalServes(bus_, foldersOnly ? choosesFolders : 1)) return std::nullopt;
+    PortalFileChooser::Request request;
+    request.title = panel.title;
+    request.accept = panel.prompt;
+    request.multiple = panel.allowMultiple;
+    request.folders = foldersOnly;
+    request.folder = startFolder(folder_);
+    request.patterns = foldersOnly ? QStringList() : patternListOf(panel.allowedTypes);
+    PortalFileChooser chooser(*bus_.connection());
+    const auto answer = chooser.run(request, QApplication::activeWindow());
+    if (!answer) return std::nullopt;
+    if (!answer->paths.isEmpty()) folder_ = QFileInfo(answer->paths.first()).absolutePath();
+    return answer->paths;
+}
+
 QString DesktopPanels::runSave(const SavePanel& panel) {
+    if (const auto path = saveByPortal(panel)) return *path;
     QFileDialog dialog(QApplication::activeWindow());
     prepareDialog(dialog, panel.title, panel.prompt);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -129,22 +207,12 @@ QString DesktopPanels::runSave(const SavePanel& panel) {
     addAccessory(dialog, panel);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
     folder_ = dialog.directory().absolutePath();
-    QString path = dialog.selectedFiles().first();
-    const bool typed = panel.allowedTypes.isEmpty() ||
-                       panel.allowedTypes.contains(QFileInfo(path).suffix(), Qt::CaseInsensitive);
-    if (typed) return path;
-    path += QLatin1Char('.') + panel.allowedTypes.first();
-    if (!QFileInfo::exists(path)) return path;
-    // The dialog asked about the name without the extension only.
-    DesktopAlerts alerts;
-    const int answer = alerts.run({QStringLiteral("“%1” already exists.").arg(QFileInfo(path).fileName()),
-                                   QStringLiteral("Replacing it will overwrite what it holds."),
-                                   {QStringLiteral("Replace"), QStringLiteral("Cancel")},
-                                   AlertStyle::warning});
-    return answer == Alerts::firstButton ? path : QString();
+    const QString path = dialog.selectedFiles().first();
+    return withExtension(panel, path, path);
 }
 
 QStringList DesktopPanels::runOpen(const OpenPanel& panel) {
+    if (const auto paths = openByPortal(panel)) return *paths;
     QFileDialog dialog(QApplication::activeWindow());
     prepareDialog(dialog, panel.title, panel.prompt);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
@@ -165,6 +233,13 @@ void DesktopPasteboard::setText(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
 }
 
+void DesktopPasteboard::setRichText(const QString& html, const QString& plain) {
+    auto* data = new QMimeData; // the clipboard's from here on
+    data->setHtml(html);
+    data->setText(plain);
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
 QString DesktopPasteboard::text() const {
     return QGuiApplication::clipboard()->text();
 }
@@ -181,12 +256,11 @@ void DesktopFileBrowser::reveal(const QStringList& paths) {
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     message << urls << QString();
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
+    if (!bus_.connection()) {
         openFolder();
         return;
     }
-    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), qApp);
+    auto* watcher = new QDBusPendingCallWatcher(bus_.connection()->asyncCall(message), qApp);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
                      [openFolder](QDBusPendingCallWatcher* call) {
                          if (QDBusPendingReply<>(*call).isError()) openFolder();

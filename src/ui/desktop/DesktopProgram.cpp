@@ -1,11 +1,13 @@
 #include "ui/desktop/DesktopProgram.h"
 
 #include "app/PlaylistController.h"
+#include "media/index/SampleTables.h"
 #include "picture/PictureRenderer.h"
 #include "playback/run/PlaybackClock.h"
 #include "playback/run/Player.h"
 #include "playback/sound/DeviceSound.h"
 #include "preferences/Preferences.h"
+#include "ui/desktop/DesktopBus.h"
 #include "ui/desktop/DesktopPanels.h"
 #include "ui/library/LibraryWindow.h"
 #include "ui/viewer/LostScreens.h"
@@ -21,7 +23,8 @@ namespace daylark {
 struct DesktopProgram::Objects {
     explicit Objects(const Places& places)
         : preferences(places.preferencesFile)
-        , player(clock, nullptr, cacheBudget(preferences), &sound)
+        , player(clock, nullptr, cacheBudget(preferences), &sound,
+                 std::make_shared<SampleTables>(places.system.cache))
         , controller({preferences, alerts, panels, pasteboard, fileBrowser, places.system, player})
         , library(controller)
         , viewer(controller.playerWindow()) {}
@@ -33,10 +36,11 @@ struct DesktopProgram::Objects {
         return std::clamp<qint64>(megabytes, 0, 1 << 20) << 20;
     }
 
+    DesktopBus bus;
     DesktopAlerts alerts;
-    DesktopPanels panels;
+    DesktopPanels panels{bus};
     DesktopPasteboard pasteboard;
-    DesktopFileBrowser fileBrowser;
+    DesktopFileBrowser fileBrowser{bus};
     MonotonicClock clock;
     DeviceSound sound;
     Player player;
@@ -56,6 +60,7 @@ DesktopProgram::DesktopProgram(const Places& places)
     QObject::connect(
         &objects_->preferences.cacheSizeMegabytes, &PreferenceItem::changed, &objects_->player,
         [this] { objects_->player.setCacheBudget(Objects::cacheBudget(objects_->preferences)); });
+    QObject::connect(&objects_->controller, &PlaylistController::viewerToClose, &objects_->viewer, &QWidget::close);
     connectThumbnails();
 }
 

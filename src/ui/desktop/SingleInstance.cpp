@@ -15,6 +15,7 @@ constexpr int answerWithinMs = 2000;
 constexpr int longestSocketPath = 100;      // the system's limit is 108 bytes
 constexpr qint64 longestMessage = 16 << 20; // bytes; nothing longer is listened to
 const QByteArray taken = QByteArrayLiteral("taken\n");
+constexpr char activationToken[] = "XDG_ACTIVATION_TOKEN"; // a Wayland desktop's leave to come to the front
 
 QString socketPathFor(const QString& scope) {
     const QByteArray hash =
@@ -60,7 +61,7 @@ bool SingleInstance::send(const QStringList& paths) {
     QByteArray message;
     QDataStream stream(&message, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_6_0);
-    stream << paths;
+    stream << paths << qgetenv(activationToken);
     socket.write(message);
     while (socket.bytesToWrite() > 0)
         if (!socket.waitForBytesWritten(answerWithinMs)) return false;
@@ -82,10 +83,12 @@ void SingleInstance::receive() {
             stream.setVersion(QDataStream::Qt_6_0);
             stream.startTransaction();
             QStringList paths;
-            stream >> paths;
+            QByteArray token;
+            stream >> paths >> token;
             if (!stream.commitTransaction()) return; // more is to come
             socket->write(taken);
             socket->flush();
+            if (!token.isEmpty()) qputenv(activationToken, token); // the toolkit takes it there
             Q_EMIT filesReceived(paths);
         };
         connect(socket, &QLocalSocket::readyRead, this, read);
