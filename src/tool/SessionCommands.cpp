@@ -11,10 +11,10 @@
 #include "tool/RecordJson.h"
 #include "tool/SessionItem.h"
 #include "tool/ToolContext.h"
+#include "tool/WaitFor.h"
 
 #include <CLI/CLI.hpp>
 
-#include <QEventLoop>
 #include <QFileInfo>
 
 #include <map>
@@ -38,15 +38,6 @@ std::vector<NamedPaths> playlistsFrom(const std::vector<std::vector<std::string>
         playlists.push_back(named);
     }
     return playlists;
-}
-
-template<class Object, class Signal, class Done>
-void waitFor(const Object& object, Signal signal, Done done) {
-    QEventLoop loop;
-    QObject::connect(&object, signal, &loop, [&] {
-        if (done()) loop.quit();
-    });
-    if (!done()) loop.exec();
 }
 
 /// The library itself adds the files, so that the tool's sessions are the library's.
@@ -196,6 +187,8 @@ void addSessionCommands(CLI::App& app, ToolContext& context) {
         const QString path = QString::fromStdString(arguments->item.file);
         const Result<SessionContents> contents = readSessionFile(path);
         if (!contents) return context.fail(path, contents.error().text);
+        if (!contents->hasPlaylists && !contents->lonePlaylist)
+            return context.fail(path, QStringLiteral("is no session: the archive holds no playlists"));
         context.print(QJsonDocument(sessionJson(*contents)));
     });
 

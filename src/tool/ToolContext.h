@@ -36,6 +36,7 @@ void addTimecodeCommand(CLI::App& app, ToolContext& context);
 void addSnapshotCommand(CLI::App& app, ToolContext& context);
 void addSessionCommands(CLI::App& app, ToolContext& context);
 void addExportCommands(CLI::App& app, ToolContext& context);
+void addLinkCommands(CLI::App& app, ToolContext& context);
 void addBenchCommands(CLI::App& app, ToolContext& context);
 
 } // namespace daylark::tool

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 
 #include <cstdio>
+#include <vector>
 
 using namespace daylark;
 
@@ -30,6 +31,8 @@ int main(int argc, char** argv) {
         if (type == QtFatalMsg)
             std::fprintf(stderr, "daylark-tool: %s\n", qUtf8Printable(text));
     });
+    // The toolkit takes options of its own out of the arguments, --session among them.
+    const std::vector<const char*> given(argv, argv + argc);
     QGuiApplication application(argc, argv);
     Preferences preferences(UserDefaults::userFile());
     tool::ToolContext context(preferences);
@@ -46,9 +49,10 @@ int main(int argc, char** argv) {
     addSnapshotCommand(app, context);
     addSessionCommands(app, context);
     addExportCommands(app, context);
+    addLinkCommands(app, context);
     addBenchCommands(app, context);
     try {
-        app.parse(argc, argv);
+        app.parse(int(given.size()), given.data());
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : 2;
     }

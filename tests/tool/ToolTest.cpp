@@ -275,4 +275,39 @@ TEST_F(Tool, BenchSessionReadsBackWhatItWrote) {
         EXPECT_GT(figures[QLatin1String(key)].toDouble(), 0) << key;
 }
 
+TEST_F(Tool, LinksAreWrittenAsTheLibraryCopiesThemAndOpenedAsItOpensThem) {
+    const QString session = file("links.dls");
+    makeSession(session);
+    const ToolRun list = tool({QStringLiteral("link"), session, QStringLiteral("--playlist"), QStringLiteral("1")});
+    ASSERT_EQ(list.status, 0) << list.err.constData();
+    const QByteArray folder = file("Day 1").toUtf8();
+    EXPECT_EQ(list.out, ("daylark://addplaylist/Day 1" + folder + "/a_shot.mov," + folder + "/b_shot.mp4,\n").replace(' ', "%20"));
+    const ToolRun items = tool({QStringLiteral("link"), session, QStringLiteral("--playlist"), QStringLiteral("1"),
+                                QStringLiteral("--items"), QStringLiteral("2,1")});
+    EXPECT_EQ(items.out, "daylark://link" + folder + "/b_shot.mp4\rdaylark://link" + folder + "/a_shot.mov\r");
+
+    const QString out = file("opened.dls");
+    const auto open = [&](const QString& link) {
+        return tool({QStringLiteral("open-link"), link, QStringLiteral("--session"), session, QStringLiteral("--out"), out});
+    };
+    const ToolRun opened = open(QString::fromUtf8(list.out));
+    ASSERT_EQ(opened.status, 0) << opened.err.constData();
+    EXPECT_TRUE(opened.object()[u"alerts"].toArray().isEmpty());
+    EXPECT_EQ(opened.object()[u"playlist"].toString(), QStringLiteral("Day 1"));
+    const QJsonArray playlists =
+        tool({QStringLiteral("session"), QStringLiteral("show"), out}).object()[u"playlists"].toArray();
+    ASSERT_EQ(playlists.size(), 3);
+    EXPECT_EQ(playlists[2][u"name"].toString(), QStringLiteral("Day 1"));
+    ASSERT_EQ(playlists[2][u"movieList"].toArray().size(), 2);
+    EXPECT_EQ(playlists[2][u"movieList"][0][u"mMovieDurationFrames"].toInt(), 30) << "probed like any other";
+    EXPECT_EQ(playlists[2][u"movieList"][1][u"sortOrder"].toInt(), 2);
+
+    const ToolRun partly = open(QStringLiteral("daylark://link%1,%2,%2x.mov").arg(file("Day 1/a_shot.mov"), file("gone.mov")));
+    EXPECT_EQ(partly.object()[u"alerts"].toArray(), QJsonArray{QStringLiteral("Some media files in this link weren't found")});
+    EXPECT_EQ(partly.object()[u"added"].toArray(), QJsonArray{file("Day 1/a_shot.mov")});
+    const ToolRun wrong = open(QStringLiteral("daylark://remove/v/a.mov"));
+    EXPECT_EQ(wrong.object()[u"alerts"].toArray(), QJsonArray{QStringLiteral("An invalid URL was passed to Daylark")});
+    EXPECT_EQ(tool({QStringLiteral("session"), QStringLiteral("show"), out}).object()[u"playlists"].toArray().size(), 2);
+}
+
 } // namespace
