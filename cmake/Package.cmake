@@ -1,6 +1,6 @@
 # What is installed (`cmake --install`) and the Debian package made of it (`cpack -G DEB`, as ./run.sh --package does).
 include(GNUInstallDirs)
-set(DAYLARK_APP_ID io.daylark.Daylark CACHE STRING "the program's name among all programs, for software catalogues")
+set(DAYLARK_APP_ID io.daylark.daylark CACHE STRING "the program's name among all programs, for software catalogues")
 set(DAYLARK_HOMEPAGE https://daylark.example CACHE STRING "where the program is at home; pictures/ stands there")
 set(DAYLARK_CONTACT "Daylark developers <maintainers@users.noreply.c-seed-453633fd.example>" CACHE STRING
     "who answers for a package made here")

@@ -12,7 +12,7 @@ _daylark_tool() {
     COMPREPLY=()
     # The command: one word, two where it has commands of its own.
     for ((i = 1; i < COMP_CWORD && ${#commands[@]} < 2; ++i)); do
-        if _daylark_tool_words Subcommands: "${commands[@]}" | grep -qxF -e "${COMP_WORDS[i]}"; then
+        if _daylark_tool_words Subcommands: "${commands[@]}" | grep -xF -e "${COMP_WORDS[i]}" >/dev/null; then
             commands+=("${COMP_WORDS[i]}")
         fi
     done
