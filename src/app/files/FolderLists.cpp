@@ -125,24 +125,18 @@ void FolderLists::start(const std::shared_ptr<Playlist>& playlist) {
 
 namespace {
 
-/// What somebody worked on stays behind the item that it stood behind, whatever became of its file.
-ItemList withItemsThatStay(const ObjectList<Movie>& before, const ItemList& items,
+/// What somebody worked on stays in its place by name, whatever became of its file.
+ItemList withItemsThatStay(const ObjectList<Movie>& before, ItemList items,
                            const std::unordered_set<const Movie*>& there) {
-    std::unordered_map<const Movie*, ItemList> behind; // null: in front of everything
-    const Movie* last = nullptr;
+    const FolderOrder order;
     for (const auto& movie : before) {
-        if (there.contains(movie.get()))
-            last = movie.get();
-        else if (mustStay(*movie))
-            behind[last].push_back(movie);
+        if (there.contains(movie.get()) || !mustStay(*movie)) continue;
+        const auto place = std::find_if(items.begin(), items.end(), [&](const auto& item) {
+            return order(movie->filepathString, item->filepathString);
+        });
+        items.insert(place, movie);
     }
-    ItemList all = behind[nullptr];
-    for (const auto& movie : items) {
-        all.push_back(movie);
-        if (const auto stays = behind.find(movie.get()); stays != behind.end())
-            all.insert(all.end(), stays->second.begin(), stays->second.end());
-    }
-    return all;
+    return items;
 }
 
 } // namespace
@@ -163,7 +157,7 @@ ItemList FolderLists::itemsFor(const Job& job, const FolderScan& scan, ItemList&
         items.push_back(movie);
         there.insert(movie.get());
     }
-    return withItemsThatStay(job.playlist.lock()->movieList, items, there);
+    return withItemsThatStay(job.playlist.lock()->movieList, std::move(items), there);
 }
 
 void FolderLists::apply(const Job& job, const FolderScan& scan) {

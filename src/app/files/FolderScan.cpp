@@ -3,7 +3,6 @@
 #include "media/facts/MediaTypes.h"
 #include "platform/FileBookmark.h"
 
-#include <QCollator>
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
@@ -16,23 +15,6 @@ namespace {
 
 FolderScan::State stateOf(const QFileInfo& file) {
     return {file.size(), file.lastModified()};
-}
-
-/// By name as people count ("shot 9" before "shot 10"), wherever in the folder; equal ones by path.
-void sortByName(std::vector<FolderScan::File>& files) {
-    QCollator collator{QLocale(QLocale::English)};
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    std::vector<std::pair<QCollatorSortKey, FolderScan::File>> keyed;
-    keyed.reserve(files.size());
-    for (FolderScan::File& file : files)
-        keyed.emplace_back(collator.sortKey(file.path.section(QLatin1Char('/'), -1)), std::move(file));
-    std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) {
-        const int order = a.first.compare(b.first);
-        return order != 0 ? order < 0 : a.second.path < b.second.path;
-    });
-    for (size_t at = 0; at < files.size(); ++at)
-        files[at] = std::move(keyed[at].second);
 }
 
 /// Items whose file is there no more may be one of the new files under its old bookmark.
@@ -52,6 +34,20 @@ void followRenames(FolderScan& scan, const std::vector<FolderScan::Known>& known
 }
 
 } // namespace
+
+FolderOrder::FolderOrder()
+    : collator_(QLocale(QLocale::English)) {
+    collator_.setNumericMode(true);
+    collator_.setCaseSensitivity(Qt::CaseInsensitive);
+}
+
+bool FolderOrder::operator()(const QString& path, const QString& other) const {
+    const auto name = [](const QString& whole) {
+        return QStringView(whole).mid(whole.lastIndexOf(QLatin1Char('/')) + 1);
+    };
+    const int order = collator_.compare(name(path), name(other));
+    return order != 0 ? order < 0 : path < other;
+}
 
 FolderScan scanFolder(const QString& folder, const std::vector<FolderScan::Known>& known, bool allowImageFiles,
                       const WalkWatch& watch) {
@@ -80,7 +76,8 @@ FolderScan scanFolder(const QString& folder, const std::vector<FolderScan::Known
     for (FolderScan::File& file : scan.files)
         if (file.known < 0 || known[size_t(file.known)].path != file.path)
             file.bookmarkData = createFileBookmark(file.path);
-    sortByName(scan.files);
+    std::sort(scan.files.begin(), scan.files.end(),
+              [order = FolderOrder()](const auto& a, const auto& b) { return order(a.path, b.path); });
     scan.folders = folders.values();
     scan.folders.sort();
     scan.isReadable = !watch.isCancelled();

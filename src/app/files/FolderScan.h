@@ -2,6 +2,7 @@
 
 #include "app/adding/MediaWalk.h"
 
+#include <QCollator>
 #include <QDateTime>
 #include <QHash>
 
@@ -30,6 +31,16 @@ struct FolderScan {
     bool isReadable = false; ///< else nothing is known of the folder: a share that is away has lost nothing
     std::vector<File> files; ///< by name
     QStringList folders;     ///< that were looked through, to be watched
+};
+
+/// By name as people count ("shot 9" before "shot 10"), wherever in the folder; equal ones by path. One thread each.
+class FolderOrder {
+public:
+    FolderOrder();
+    [[nodiscard]] bool operator()(const QString& path, const QString& other) const;
+
+private:
+    QCollator collator_;
 };
 
 [[nodiscard]] FolderScan scanFolder(const QString& folder, const std::vector<FolderScan::Known>& known,
