@@ -33,11 +33,12 @@ protected:
         player_ = std::make_unique<Player>(clock_, nullptr, small ? 1'500'000 : 0);
         QObject::connect(player_.get(), &Player::frameShown, player_.get(),
                          [this](const VideoFrame& frame, qint64 number) { look(number - 1, frame); });
-        QSignalSpy opened(player_.get(), &Player::opened);
+        QSignalSpy opened(player_.get(), &Player::opened), failed(player_.get(), &Player::openFailed);
         QObject::connect(player_.get(), &Player::opened, player_.get(),
                          [this] { count_ = player_->index().count(); });
         player_->open(path);
-        ASSERT_TRUE(bench::waitUntil([&] { return opened.count() == 1; }));
+        ASSERT_TRUE(bench::waitUntil([&] { return opened.count() + failed.count() == 1; }));
+        ASSERT_EQ(opened.count(), 1) << failed.value(0).value(0).toString().toStdString();
         tally_.setFrames(count_);
         ASSERT_LE(count_, expected_.count());
         ASSERT_GE(count_, std::max<qint64>(1, expected_.count() - expected_.mayLack));
