@@ -281,7 +281,8 @@ TEST_F(Tool, LinksAreWrittenAsTheLibraryCopiesThemAndOpenedAsItOpensThem) {
     const ToolRun list = tool({QStringLiteral("link"), session, QStringLiteral("--playlist"), QStringLiteral("1")});
     ASSERT_EQ(list.status, 0) << list.err.constData();
     const QByteArray folder = file("Day 1").toUtf8();
-    EXPECT_EQ(list.out, ("daylark://addplaylist/Day 1" + folder + "/a_shot.mov," + folder + "/b_shot.mp4,\n").replace(' ', "%20"));
+    QByteArray expected = "daylark://addplaylist/Day 1" + folder + "/a_shot.mov," + folder + "/b_shot.mp4,\n";
+    EXPECT_EQ(list.out, expected.replace(' ', "%20"));
     const ToolRun items = tool({QStringLiteral("link"), session, QStringLiteral("--playlist"), QStringLiteral("1"),
                                 QStringLiteral("--items"), QStringLiteral("2,1")});
     EXPECT_EQ(items.out, "daylark://link" + folder + "/b_shot.mp4\rdaylark://link" + folder + "/a_shot.mov\r");

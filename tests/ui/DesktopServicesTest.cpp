@@ -105,7 +105,8 @@ class ScriptedFileManager : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
 public:
-    using QDBusAbstractAdaptor::QDBusAbstractAdaptor;
+    explicit ScriptedFileManager(QObject* object)
+        : QDBusAbstractAdaptor(object) {}
     QStringList shown;
 public Q_SLOTS:
     void ShowItems(const QStringList& uris, const QString&) { shown = uris; }
