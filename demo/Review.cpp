@@ -31,6 +31,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QProcess>
+#include <QPushButton>
 #include <QScreen>
 #include <QSlider>
 #include <QTableView>
@@ -107,10 +108,15 @@ private:
     void reviewInViewer();
     void drawAndGrade();
     void undoAndRedo();
+    void workWithLists();
+    void findAndFilter();
+    void dragItems();
+    void removeDuplicates();
     void exportAndSave();
     void startAgain();
     void checkFiles();
     void saveInPanel(const QString& keys, const QString& path);
+    void answering(const QString& button, const std::function<void()>& act);
     void hold(QWidget& window, QRect geometry);
     void clickButton(QMainWindow& window, const QString& command);
     [[nodiscard]] QPoint itemMiddle(const QAbstractItemView* view, int row, int column = 0);
@@ -388,6 +394,124 @@ void Review::saveInPanel(const QString& keys, const QString& path) {
           QStringLiteral("%1 saves %2").arg(keys, QFileInfo(path).fileName()));
 }
 
+/// What `act` asks is answered by a click on this button, as soon as it stands there. The question runs a loop of its own,
+/// so the answer comes from a timer.
+void Review::answering(const QString& button, const std::function<void()>& act) {
+    QTimer answer;
+    bool answered = false;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [&] {
+        const QWidget* alert = QApplication::activeModalWidget();
+        if (!alert || answered) return;
+        for (const auto* each : alert->findChildren<QPushButton*>()) {
+            if (each->text() != button) continue;
+            answered = true;
+            answer.stop();
+            robot_.rest(300);
+            robot_.click(each);
+            return;
+        }
+    });
+    answer.start(100);
+    act();
+    check(robot_.waitFor([&] { return answered && !QApplication::activeModalWidget(); }),
+          QStringLiteral("\"%1\" is asked for").arg(button));
+    robot_.rest(200);
+}
+
+/// A smartlist of what is approved, answered while the flags change.
+void Review::workWithLists() {
+    hold(library(), QRect(40, 60, 1280, 720));
+    Library& lists = controller().library();
+    robot_.key(QStringLiteral("ctrl+shift+n"));
+    check(robot_.waitFor([&] { return lists.playlists().size() == 3 && lists.arrangedMovies().size() == 1; }),
+          QStringLiteral("a new smartlist asks for what is approved and finds the item flagged"));
+    const auto* rules = library().findChild<QWidget*>(QStringLiteral("smartRulesPanel"));
+    check(rules && rules->isVisible(), QStringLiteral("its rules stand open"));
+    shot(QStringLiteral("library-smartlist.png"));
+    robot_.key(QStringLiteral("Escape"));
+    hold(library(), QRect(40, 60, 1280, 720));
+    robot_.click(itemMiddle(library().playlistsPane().table(), 1, 1));
+    robot_.click(itemMiddle(library().itemsPane().activeView(), 0));
+    robot_.key(QStringLiteral("ctrl+1"));
+    robot_.click(itemMiddle(library().playlistsPane().table(), 2, 1));
+    check(robot_.waitFor([&] { return lists.arrangedMovies().size() == 2; }),
+          QStringLiteral("an item approved elsewhere is in the smartlist"));
+    robot_.key(QStringLiteral("ctrl+z"));
+    check(robot_.waitFor([&] {
+        robot_.rest(20);
+        return lists.playlists()[1]->movieList[0]->flagString == QLatin1String("900");
+    }),
+          QStringLiteral("and leaves it when that is taken back"));
+    findAndFilter();
+    dragItems();
+    removeDuplicates();
+}
+
+void Review::findAndFilter() {
+    Library& lists = controller().library();
+    robot_.click(itemMiddle(library().playlistsPane().table(), 0, 1));
+    robot_.click(itemMiddle(library().itemsPane().activeView(), 1));
+    const size_t all = lists.arrangedMovies().size();
+    robot_.key(QStringLiteral("ctrl+k"));
+    robot_.type(lists.arrangedMovies()[1]->filenameString.left(8));
+    check(robot_.waitFor([&] { return lists.filter().isOn() && lists.arrangedMovies().size() < all; }),
+          QStringLiteral("letters typed into the search field leave what they name"));
+    shot(QStringLiteral("library-filter.png"));
+    robot_.key(QStringLiteral("Escape"));
+    check(robot_.waitFor([&] { return lists.arrangedMovies().size() == all; }),
+          QStringLiteral("Escape brings the others back"));
+    robot_.key(QStringLiteral("ctrl+f"));
+    robot_.type(lists.playlists()[1]->movieList[0]->filenameString);
+    check(robot_.waitFor([&] { return lists.selectedPlaylistRows() == Library::Rows{1}; }),
+          QStringLiteral("find goes to the playlist with the match"));
+    shot(QStringLiteral("library-find.png"));
+    robot_.key(QStringLiteral("Escape"));
+    check(robot_.waitFor([&] { return !controller().find().panelIsShown(); }),
+          QStringLiteral("Escape closes the find panel"));
+}
+
+/// From the first playlist onto the second: a copy, a move, and an instance with Ctrl held.
+void Review::dragItems() {
+    Library& lists = controller().library();
+    const QTableView* rows = library().playlistsPane().table();
+    const auto drop = [&](int item, const QString& answer, const QString& held = {}) {
+        robot_.click(itemMiddle(rows, 0, 1));
+        const QAbstractItemView* items = library().itemsPane().activeView();
+        robot_.click(itemMiddle(items, item));
+        answering(answer, [&] { robot_.carry(itemMiddle(items, item), itemMiddle(rows, 1), held); });
+    };
+    const auto counts = [&] {
+        return QStringLiteral("%1 %2").arg(lists.playlists()[0]->count()).arg(lists.playlists()[1]->count());
+    };
+    check(counts() == QLatin1String("4 3"), QStringLiteral("4 and 3 items before"));
+    drop(0, QStringLiteral("Copy"));
+    check(robot_.waitFor([&] { return counts() == QLatin1String("4 4"); }), QStringLiteral("a copy stands in both"));
+    drop(1, QStringLiteral("Move"));
+    check(robot_.waitFor([&] { return counts() == QLatin1String("3 5"); }), QStringLiteral("a move takes it out"));
+    drop(0, QStringLiteral("Instance"), QStringLiteral("ctrl"));
+    check(robot_.waitFor([&] { return counts() == QLatin1String("3 6"); }) &&
+              lists.playlists()[0]->movieList[0] == lists.playlists()[1]->movieList[5],
+          QStringLiteral("an instance is the same item"));
+    shot(QStringLiteral("library-instance.png"));
+}
+
+/// The copy and the instance have one name; then everything is taken back.
+void Review::removeDuplicates() {
+    Library& lists = controller().library();
+    robot_.click(itemMiddle(library().playlistsPane().table(), 1, 1));
+    answering(QStringLiteral("Remove All Duplicates"), [&] { robot_.key(QStringLiteral("ctrl+alt+u")); });
+    check(robot_.waitFor([&] { return lists.playlists()[1]->count() == 5; }),
+          QStringLiteral("of copy and instance one stays"));
+    for (int steps = 0; steps < 12 && lists.playlists().size() == 3; ++steps) {
+        const QString text = controller().edits().history().undoText();
+        robot_.key(QStringLiteral("ctrl+z"));
+        static_cast<void>(robot_.waitFor([&] { return controller().edits().history().undoText() != text; }));
+    }
+    check(lists.playlists().size() == 2 && lists.playlists()[0]->count() == 4 && lists.playlists()[1]->count() == 3 &&
+              lists.playlists()[0]->movieList[0]->iCount == 0,
+          QStringLiteral("Ctrl+Z takes duplicates, drags and smartlist back"));
+}
+
 void Review::exportAndSave() {
     hold(library(), QRect(40, 60, 1280, 720));
     robot_.click(itemMiddle(library().playlistsPane().table(), 0, 1));
@@ -439,6 +563,7 @@ int Review::run() {
     if (failed_ == 0) {
         lookAround();
         reviewInViewer();
+        workWithLists();
         exportAndSave();
         startAgain();
         checkFiles();
