@@ -9,13 +9,12 @@
 namespace daylark {
 namespace {
 
-constexpr auto fourCc = MovBoxes::fourCc;
-
 /// Presentation minus decoding time of each sample, before any shift; none when the table is not sound.
 std::optional<std::vector<qint32>> compositionOffsets(const MovBoxes::Track& track, size_t samples) {
     std::vector<qint32> offsets(samples, 0);
     const auto table =
-        MovBoxes::find(track.content, {fourCc("mdia"), fourCc("minf"), fourCc("stbl"), fourCc("ctts")});
+        MovBoxes::find(track.content, {MovBoxes::fourCc("mdia"), MovBoxes::fourCc("minf"),
+                                       MovBoxes::fourCc("stbl"), MovBoxes::fourCc("ctts")});
     if (!table) return offsets;
     BoxBytes ctts(*table);
     ctts.skip(4);
