@@ -1,3 +1,4 @@
+#include "archive/PlistGuard.h"
 #include "archive/Records.h"
 
 #include "archive/BinaryPlistWriter.h"
@@ -145,6 +146,15 @@ TEST(HostileArchives, DeepNestingOfTheListItselfIsRefused) {
     for (int depth = 0; depth < 200'000; ++depth)
         nested = plist.array({nested});
     EXPECT_FALSE(unarchiveRoot(plist.finish(nested), {}));
+    for (const int levels : {100, 101}) { // the last that is read, in either form, and one more
+        BinaryPlistWriter chain;
+        Ref top = chain.array({});
+        for (int level = 1; level < levels; ++level)
+            top = chain.array({top});
+        EXPECT_EQ(bool(checkPropertyList(chain.finish(top))), levels == 100) << levels;
+        const QByteArray arrays = QByteArray("<array>").repeated(levels - 1);
+        EXPECT_EQ(bool(checkPropertyList("<plist>" + arrays)), levels == 100) << levels;
+    }
 
     const QByteArray opening = QByteArray("<array>").repeated(200'000);
     EXPECT_FALSE(unarchiveRoot(xmlArchive(opening + QByteArray("</array>").repeated(200'000), "1"), {}));
