@@ -3,6 +3,7 @@
 #include "archive/KeyedReader.h"
 #include "archive/KeyedWriter.h"
 #include "archive/PlistGuard.h"
+#include "archive/PublicEncoding.h"
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +29,17 @@ Result<PlistTree> parseArchive(const QByteArray& bytes) {
     if (plist_get_node_type(tree.get()) != PLIST_DICT || !holds("$objects", PLIST_ARRAY) ||
         !holds("$top", PLIST_DICT))
         return Error{u"The property list is not a keyed archive"_s};
+    // Of whatever else calls itself so, nobody knows how its objects are to be read.
+    if (const plist_t archiver = plist_dict_get_item(tree.get(), "$archiver");
+        archiver && (plist_get_node_type(archiver) != PLIST_STRING ||
+                     plist_string_val_compare(archiver, "NSKeyedArchiver") != 0))
+        return Error{u"The archive was written by another archiver"_s};
+    uint64_t version = kKeyedArchiveVersion;
+    if (const plist_t number = plist_dict_get_item(tree.get(), "$version")) {
+        if (plist_get_node_type(number) != PLIST_UINT) return Error{u"The archive's version is no number"_s};
+        plist_get_uint_val(number, &version);
+    }
+    if (version != uint64_t(kKeyedArchiveVersion)) return Error{u"The archive is of version %1, which is unknown"_s.arg(version)};
     return tree;
 }
 

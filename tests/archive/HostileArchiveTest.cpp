@@ -268,6 +268,21 @@ TEST(HostileArchives, EverySingleWrongByteIsSurvived) {
     EXPECT_GT(readable, 0);
 }
 
+TEST(HostileArchives, AnotherArchiverOrVersionIsSaidSo) {
+    const QByteArray bytes = archiveRoot(Value(u"take 1"_s));
+    ASSERT_TRUE(unarchiveRoot(bytes, {}));
+    QByteArray archiver = bytes, version = bytes;
+    archiver.replace("NSKeyedArchiver", "XXKeyedArchiver"); // as long
+    version.replace(QByteArray::fromHex("12000186a0"), QByteArray::fromHex("12000186a1"));
+    ASSERT_NE(version, bytes);
+    const auto another = unarchiveRoot(archiver, {});
+    ASSERT_FALSE(another);
+    EXPECT_TRUE(another.error().text.contains(u"another archiver"_s));
+    const auto later = unarchiveRoot(version, {});
+    ASSERT_FALSE(later);
+    EXPECT_TRUE(later.error().text.contains(u"100001"_s));
+}
+
 TEST(HostileArchives, WhatIsNoArchiveIsAnError) {
     for (const QByteArray& bytes :
          {QByteArray(), QByteArray("bplist00"), QByteArray(4096, '\0'), QByteArray("{\"json\": 1}"),
