@@ -242,7 +242,6 @@ void ItemsPane::makeLayout(const Commands& commands) {
     bar->addWidget(commands.button(QStringLiteral("item.open"), this));
     bar->addSpacing(12);
     bar->addWidget(filter_, 1);
-    bar->addStretch();
     bar->addWidget(sizeControls_);
     bar->addSpacing(12);
     bar->addWidget(commands.button(QStringLiteral("view.tiles"), this));

@@ -44,7 +44,8 @@ FilterControls::FilterControls(Library& library, const Commands& commands, QWidg
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
     layout->addWidget(button_);
-    layout->addWidget(field_, 1);
+    layout->addWidget(field_, 4);
+    layout->addStretch(1); // a field that is wide enough leaves its button where it is
 
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
         if (text != library_.filter().text()) library_.setFilter(MovieFilter::withText(text));
