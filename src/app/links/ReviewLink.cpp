@@ -34,7 +34,9 @@ std::optional<QString> percentDecoded(const QString& text) {
         bytes += low >= 0 ? char(high << 4 | low) : coded[at];
         if (low >= 0) at += 2;
     }
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    // Stateless, so that half a character at the end is an error and isn't waited for.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::ConvertInitialBom | QStringDecoder::Flag::Stateless);
     QString decoded = decoder(bytes);
     if (decoder.hasError()) return std::nullopt;
     return decoded;
