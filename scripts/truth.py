@@ -16,6 +16,8 @@ def text_of(folder, name):
 
 
 def table(head, rows):
+    if not rows:
+        return "Not measured yet.\n"
     lines = ["| " + " | ".join(head) + " |", "|" + "|".join("---" if i == 0 else "---:" for i in range(len(head))) + "|"]
     return "\n".join(lines + ["| " + " | ".join(str(cell) for cell in row) + " |" for row in rows]) + "\n"
 
@@ -23,9 +25,9 @@ def table(head, rows):
 def pictures(rows, key):
     sums = collections.OrderedDict()
     for row in sorted((r for r in rows if r["codec"]), key=lambda r: r[key]):
-        sum = sums.setdefault(row[key], [0, 0, 0, 0, 0])
+        so_far = sums.setdefault(row[key], [0, 0, 0, 0, 0])
         for i, value in enumerate((1, row["frames"], row["pictures"], row["free"], row["wrong"])):
-            sum[i] += value
+            so_far[i] += value
     total = [sum(column) for column in zip(*sums.values())] if sums else [0] * 5
     return [[name] + values for name, values in sums.items()] + [["**all**"] + total]
 

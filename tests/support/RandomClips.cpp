@@ -75,7 +75,8 @@ private:
 
 void Drawing::drawTimes() {
     const bool anyTimes = isIn({"mov", "mp4", "mkv", "ts", "m2ts", "webm"});
-    if (!anyTimes || !oneIn(3)) return;
+    const bool counted = spec_.encoder == QLatin1String("libsvtav1"); // takes no clock of milliseconds
+    if (!anyTimes || counted || !oneIn(3)) return;
     plain_ = false;
     const int manner = between(0, 3);
     if (manner == 3 && isIn({"ts", "m2ts"}) && spec_.rateDen == 1) {
