@@ -83,7 +83,7 @@ TEST_F(MediaAddingTest, ABundleBringsItsSessionOrItsOnePlaylistBehindWhatIsThere
 
     adding().addDLMFilesToSelectedPlaylist({whole});
     ASSERT_EQ(controller->progress().jobs().size(), 1u);
-    EXPECT_EQ(controller->progress().jobs()[0].title, u"Adding Media Files..."_s);
+    EXPECT_EQ(controller->progress().jobs()[0].texts.title, u"Adding Media Files..."_s);
     EXPECT_TRUE(controller->progress().jobs()[0].window);
     settleAdding();
     EXPECT_EQ(playlistNames(), (QStringList{u"Mine"_s, u"A"_s, u"B"_s}));
@@ -233,7 +233,7 @@ TEST_F(MediaAddingTest, ACancelledWalkAddsNothing) {
     adding().addMediaFoldersToSelectedPlaylist({dayFolder()});
     const auto jobs = controller->progress().jobs();
     ASSERT_EQ(jobs.size(), 1u);
-    EXPECT_EQ(jobs[0].title, u"Adding Media Files..."_s);
+    EXPECT_EQ(jobs[0].texts.title, u"Adding Media Files..."_s);
     controller->progress().cancel(jobs[0].id);
     adding().addMediaFilesToSelectedPlaylist({makeFile(u"after.mov"_s)});
     settleAdding();
