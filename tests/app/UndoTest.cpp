@@ -32,7 +32,12 @@ TEST_F(UndoTest, WhateverTheLibraryDoesGoesBackToTheBeginningAndForthToTheEnd) {
     edits.setNotes(library().movieAt(2), NotesField::notes2, AttributedString(u"grain"_s));
     editing.addEmptyPlaylist();
     editing.renamePlaylist(1, u"Day 2"_s);
-    library().addMovies(library().selectedPlaylist(), {library().playlists()[0]->movieList[0]}); // an instance
+    library().selectPlaylist(0);
+    alerts.answers = {Alerts::firstButton};
+    controller->itemTransfer().dropOnPlaylist({library().playlists()[0]->movieList[0]}, library().playlists()[1], true);
+    ASSERT_EQ(alerts.shown.size(), 1U) << "whether to instance it";
+    alerts.shown.clear();
+    library().selectPlaylist(1);
     editing.addDivider();
     library().movePlaylists({2}, 1);
     library().selectPlaylist(1);

@@ -33,7 +33,8 @@ TEST_F(LinksWindowTest, ItemsAreCopiedAsLinksByKeyAndThoseThatCameByOneAreMarked
     settleThumbnails();
     const auto hint = [this] { return tiles()->model()->index(0, Column::name).data(Qt::ToolTipRole).toString(); };
     EXPECT_TRUE(hint().contains(u"Came by a link"_s)) << qPrintable(hint());
-    const auto tile = [this] { return tiles()->viewport()->grab(tiles()->visualRect(tiles()->model()->index(0, 0))).toImage(); };
+    trigger("view.tiles");
+    const auto tile = [this] { return tiles()->viewport()->grab(tiles()->visualRect(tiles()->model()->index(0, tiles()->modelColumn()))).toImage(); };
     library().selectMovies({});
     const QImage marked = tile();
     library().selectPlaylist(0);

@@ -41,6 +41,7 @@ protected:
 
 TEST_F(WaylandTest, PlaysDrawsFillsTheScreenAndFloatsPanelsWithoutAComplaint) {
     const Complaints complaints;
+    preferences.autoSwitchToDrawingMode.set(false);
     first = record(bench::movie({.frames = 48, .group = 12}));
     show({first});
     ASSERT_TRUE(isShown(window.get()));
@@ -93,8 +94,8 @@ protected:
 };
 
 TEST_F(WaylandLibraryTest, ShowsItsItemsAndItsOtherWindowsWithoutAComplaint) {
-    const Complaints complaints;
     openWindow();
+    const Complaints complaints;
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     ASSERT_TRUE(dropFiles(table(), {makeFile(u"a.mov"_s), makeFile(u"b.mov"_s)}));
     settleAdding();

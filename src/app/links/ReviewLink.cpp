@@ -1,7 +1,6 @@
 #include "app/links/ReviewLink.h"
 
 #include <QByteArray>
-#include <QStringDecoder>
 #include <QUrl>
 
 #include <optional>
@@ -34,11 +33,9 @@ std::optional<QString> percentDecoded(const QString& text) {
         bytes += low >= 0 ? char(high << 4 | low) : coded[at];
         if (low >= 0) at += 2;
     }
-    // Stateless, so that half a character at the end is an error and isn't waited for.
-    QStringDecoder decoder(QStringDecoder::Utf8,
-                           QStringDecoder::Flag::ConvertInitialBom | QStringDecoder::Flag::Stateless);
-    QString decoded = decoder(bytes);
-    if (decoder.hasError()) return std::nullopt;
+    // What is no UTF-8 becomes replacement characters, which don't go back to what they were.
+    QString decoded = QString::fromUtf8(bytes);
+    if (decoded.toUtf8() != bytes) return std::nullopt;
     return decoded;
 }
 
