@@ -107,7 +107,6 @@ TEST_F(SampleTablesTest, WhoeverOpensAMovieTakesTheOneTable) {
 TEST_F(SampleTablesTest, SeveralWhoOpenAtOnceBuildOnceAndACancelledBuildIsTakenOver) {
     const QString path = made(u"movie.mkv"_qs);
     std::atomic<bool> go = false;
-    CancelFlag cancel = false;
     SampleTables tables({}, [&](const MediaFile& file) -> Result<SampleTable> {
         const bool first = builds++ == 0;
         while (!go)
