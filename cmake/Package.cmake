@@ -2,7 +2,7 @@
 include(GNUInstallDirs)
 set(DAYLARK_APP_ID io.daylark.daylark CACHE STRING "the program's name among all programs, for software catalogues")
 set(DAYLARK_HOMEPAGE https://daylark.example CACHE STRING "where the program is at home; pictures/ stands there")
-set(DAYLARK_CONTACT "Daylark developers <maintainers@users.noreply.c-seed-453633fd.example>" CACHE STRING
+set(DAYLARK_CONTACT "Daylark developers <developers@daylark.example>" CACHE STRING
     "who answers for a package made here")
 set(DAYLARK_RELEASE_DATE 2026-11-22)
 set(desktop ${CMAKE_SOURCE_DIR}/resources/desktop)
