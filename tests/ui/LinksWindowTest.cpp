@@ -34,7 +34,10 @@ TEST_F(LinksWindowTest, ItemsAreCopiedAsLinksByKeyAndThoseThatCameByOneAreMarked
     const auto hint = [this] { return tiles()->model()->index(0, Column::name).data(Qt::ToolTipRole).toString(); };
     EXPECT_TRUE(hint().contains(u"Came by a link"_s)) << qPrintable(hint());
     trigger("view.tiles");
-    const auto tile = [this] { return tiles()->viewport()->grab(tiles()->visualRect(tiles()->model()->index(0, tiles()->modelColumn()))).toImage(); };
+    const auto tile = [this] {
+        const QModelIndex first = tiles()->model()->index(0, tiles()->modelColumn());
+        return tiles()->viewport()->grab(tiles()->visualRect(first)).toImage();
+    };
     library().selectMovies({});
     const QImage marked = tile();
     library().selectPlaylist(0);
