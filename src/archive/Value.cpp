@@ -24,6 +24,21 @@ double numberToDouble(const Number& number) {
     return std::visit([](auto value) { return double(value); }, number);
 }
 
+Value::Value(const Value& other) = default;
+Value::Value(Value&& other) noexcept = default;
+Value& Value::operator=(const Value& other) = default;
+Value& Value::operator=(Value&& other) noexcept = default;
+Value::~Value() = default;
+
+Value::Value(AttributedString text)
+    : state_(std::make_shared<const AttributedString>(std::move(text))) {}
+
+Value::Value(Array array)
+    : state_(std::make_shared<const Array>(std::move(array))) {}
+
+Value::Value(Dictionary dictionary)
+    : state_(std::make_shared<const Dictionary>(std::move(dictionary))) {}
+
 Value::Value(const QString& string) {
     if (!string.isNull()) state_ = string;
 }

@@ -52,6 +52,12 @@ public:
     using Dictionary = std::vector<std::pair<Value, Value>>; ///< key and value, in archived order
 
     Value() = default; ///< nil
+    // Out of line: what copies and destroys fourteen kinds would otherwise be compiled in every source.
+    Value(const Value& other);
+    Value(Value&& other) noexcept;
+    Value& operator=(const Value& other);
+    Value& operator=(Value&& other) noexcept;
+    ~Value();
     Value(Number number)
         : state_(number) {}
     Value(bool number)
@@ -73,13 +79,10 @@ public:
         : state_(point) {}
     Value(QUuid uuid)
         : state_(uuid) {}
-    Value(AttributedString text)
-        : state_(std::make_shared<const AttributedString>(std::move(text))) {}
+    Value(AttributedString text);
     Value(Image image); ///< a nil image is nil
-    Value(Array array)
-        : state_(std::make_shared<const Array>(std::move(array))) {}
-    Value(Dictionary dictionary)
-        : state_(std::make_shared<const Dictionary>(std::move(dictionary))) {}
+    Value(Array array);
+    Value(Dictionary dictionary);
     Value(std::shared_ptr<Archivable> object); ///< a null pointer is nil
     template<class T>
     requires std::is_convertible_v<T*, Archivable*> Value(std::shared_ptr<T> record)

@@ -11,8 +11,8 @@ namespace daylark {
 
 /// Threads that carry one part's slow work, and the way back: jobs get values and answer with `deliver`,
 /// which runs on the receiver's thread and never after the receiver is gone. With one thread the jobs run in
-/// the order given. Owned by the part, whose destructor ends it first (it waits for the jobs); `run`,
-/// `wait` and `forgetWaiting` by the interface thread.
+/// the order given. Owned by the part, whose destructor ends it first (it waits for the jobs); `run` by any thread,
+/// `wait` and `forgetWaiting` by the one that owns it.
 class WorkQueue {
 public:
     enum class Pace { normal, background }; ///< background threads yield to playback and to the interface

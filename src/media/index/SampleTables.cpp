@@ -29,13 +29,7 @@ bool begins(const SampleTable& table, const MediaFile& file) {
 SampleTables::SampleTables(QString cacheFolder, Builder builder, qint64 budget)
     : folder_(std::move(cacheFolder))
     , build_(builder ? std::move(builder) : Builder(&buildSampleTable))
-    , budget_(budget) {
-    writing_.setMaxThreadCount(1);
-}
-
-SampleTables::~SampleTables() {
-    writing_.waitForDone();
-}
+    , budget_(budget) {}
 
 Result<SampleTables::Table> SampleTables::tableOf(const MediaFile& file) {
     std::unique_lock lock(mutex_);
@@ -102,7 +96,7 @@ Result<SampleTables::Table> SampleTables::made(const MediaFile& file) {
 
 /// Not by who waits for the movie: a disk may take its time.
 void SampleTables::keep(const TableFileKey& key, const Table& table) {
-    writing_.start([folder = folder_, key, table, budget = budget_] {
+    writing_.run([folder = folder_, key, table, budget = budget_] {
         writeTableFile(folder, key, *table);
         limitTableFiles(folder, budget);
     });

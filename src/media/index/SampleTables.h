@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/jobs/WorkQueue.h"
 
 #include <QString>
-#include <QThreadPool>
 
 #include <condition_variable>
 #include <functional>
@@ -32,7 +32,6 @@ public:
     /// `cacheFolder`: null for none; made when it is needed. `builder`: null for `buildSampleTable`.
     /// `budget`: bytes of memory; as much again may lie in the folder.
     explicit SampleTables(QString cacheFolder = {}, Builder builder = {}, qint64 budget = usualBudget);
-    ~SampleTables();
     SampleTables(const SampleTables&) = delete;
     SampleTables& operator=(const SampleTables&) = delete;
 
@@ -59,7 +58,7 @@ private:
     std::list<Entry> entries_; ///< the one used last stands first
     qint64 bytes_ = 0;
 
-    QThreadPool writing_; ///< one thread
+    WorkQueue writing_{1, WorkQueue::Pace::background}; ///< last: waits for what is being written
 };
 
 } // namespace daylark
