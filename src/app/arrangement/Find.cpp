@@ -58,7 +58,7 @@ void Find::addItemsToFoundArray() {
         if (foundMovies_.size() > before) foundPlaylists_.push_back(playlist);
     }
     if (foundMovies_.empty()) {
-        foundText_ = QStringLiteral("No Matches Found");
+        foundText_ = tr("No Matches Found");
         Q_EMIT changed();
         return;
     }

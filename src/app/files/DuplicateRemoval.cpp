@@ -61,17 +61,17 @@ void DuplicateRemoval::removeDuplicateItems() {
     const Duplicates found = duplicatesAmong(library_.arrangedMovies());
     if (found.all.empty()) {
         Alert alert;
-        alert.message = QStringLiteral("No duplicates found");
-        alert.buttons = QStringList{QStringLiteral("Okay")};
+        alert.message = tr("No duplicates found");
+        alert.buttons = QStringList{tr("Okay")};
         alerts_.show(alert);
         return;
     }
     const size_t modified = found.all.size() - found.unmodified.size();
     Alert question;
     question.message = duplicatesMessage(found.all.size(), modified);
-    question.buttons = QStringList{QStringLiteral("Remove All Duplicates")};
-    if (modified > 0) question.buttons << QStringLiteral("Keep Modified Duplicates");
-    question.buttons << QStringLiteral("Cancel");
+    question.buttons = QStringList{tr("Remove All Duplicates")};
+    if (modified > 0) question.buttons << tr("Keep Modified Duplicates");
+    question.buttons << tr("Cancel");
     question.tellsDismissal = true; // Escape and closing press no button
     const int answer = alerts_.run(question);
     if (playlist != library_.selectedPlaylist()) return;

@@ -15,8 +15,6 @@ namespace daylark {
 
 namespace {
 
-const QString addingOfLinkTitle = QStringLiteral("Adding Media Files...");
-const QString okay = QStringLiteral("Okay");
 constexpr qsizetype namesInAlert = 5;
 constexpr qsizetype longestNameInAlert = 200;
 
@@ -63,11 +61,11 @@ void LinkOpening::handleURLEvent(const QString& text) {
 void LinkOpening::startNext() {
     const ReviewLink& link = worker_->links.front();
     if (link.command == ReviewLink::Command::none) {
-        surroundings_.alerts.show({QStringLiteral("An invalid URL was passed to Daylark"), {}, {okay}});
+        surroundings_.alerts.show({tr("An invalid URL was passed to Daylark"), {}, {tr("Okay")}});
         linkDone();
         return;
     }
-    worker_->job = surroundings_.progress.begin({addingOfLinkTitle}, link.paths.size(), true);
+    worker_->job = surroundings_.progress.begin({tr("Adding Media Files...")}, link.paths.size(), true);
     worker_->cancelled = surroundings_.progress.cancelFlag(worker_->job);
     worker_->work.run([this, link, cancelled = worker_->cancelled] {
         auto files = std::make_shared<LinkedFiles>(lookForLinkedFiles(link.paths, {cancelled.get(), {}}));
@@ -136,11 +134,11 @@ void LinkOpening::tellMissing(const LinkedFiles& files) {
         names << (path.size() > longestNameInAlert ? QChar(0x2026) + path.right(longestNameInAlert) : path);
     if (const qsizetype more = files.missing.size() - names.size(); more > 0)
         names << (more == 1 ? tr("and 1 more") : tr("and %1 more").arg(more));
-    const QString message = !files.found.empty() ? QStringLiteral("Some media files in this link weren't found")
-                            : files.missing.size() == 1 ? QStringLiteral("Can't resolve link")
-                                                        : QStringLiteral("Can't resolve linked files");
+    const QString message = !files.found.empty() ? tr("Some media files in this link weren't found")
+                            : files.missing.size() == 1 ? tr("Can't resolve link")
+                                                        : tr("Can't resolve linked files");
     surroundings_.alerts.show({message, tr("Not found on this machine:") + QLatin1Char('\n') + names.join(QLatin1Char('\n')),
-                               {okay}});
+                               {tr("Okay")}});
 }
 
 } // namespace daylark

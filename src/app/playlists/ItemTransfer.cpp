@@ -19,7 +19,7 @@ void showOkay(Alerts& alerts, const QString& message, const QString& informative
     Alert alert;
     alert.message = message;
     alert.informativeText = informativeText;
-    alert.buttons = QStringList{QStringLiteral("Okay")};
+    alert.buttons = QStringList{ItemTransfer::tr("Okay")};
     alerts.show(alert);
 }
 
@@ -79,8 +79,7 @@ bool ItemTransfer::isInLibrary(const std::shared_ptr<Playlist>& playlist) const 
 
 bool ItemTransfer::selectionAllowsDrop() {
     if (surroundings_.library.selectedPlaylistRows().size() <= 1) return true;
-    showOkay(surroundings_.alerts, QStringLiteral("Too many playlists selected"),
-             QStringLiteral("Select only one and try again"));
+    showOkay(surroundings_.alerts, tr("Too many playlists selected"), tr("Select only one and try again"));
     return false;
 }
 
@@ -91,8 +90,8 @@ void ItemTransfer::dropOnPlaylist(const ItemList& items, const std::shared_ptr<P
     if (items.empty() || !selectionAllowsDrop() || !target || !target->isType(playlistType::list)) return;
     if (withModifier) {
         Alert question;
-        question.message = QStringLiteral("Instance items to \"%1\"?").arg(target->name);
-        question.buttons = QStringList{QStringLiteral("Instance"), QStringLiteral("Cancel")};
+        question.message = tr("Instance items to \"%1\"?").arg(target->name);
+        question.buttons = QStringList{tr("Instance"), tr("Cancel")};
         question.style = AlertStyle::informational;
         if (surroundings_.alerts.run(question) == Alerts::firstButton && isInLibrary(target))
             addInstances(target, items);
@@ -119,11 +118,11 @@ void ItemTransfer::copyOrMove(const ItemList& items, const std::shared_ptr<Playl
     // What stands in a list because of a rule or a folder cannot be taken out of it.
     const bool mayMove = source->takesItems();
     Alert question;
-    question.message = QStringLiteral("Add To Playlist");
-    question.informativeText = mayMove ? QStringLiteral("Would you like to Copy or Move these items?")
+    question.message = tr("Add To Playlist");
+    question.informativeText = mayMove ? tr("Would you like to Copy or Move these items?")
                                        : tr("Would you like to Copy these items?");
-    question.buttons = mayMove ? QStringList{QStringLiteral("Copy"), QStringLiteral("Move"), QStringLiteral("Cancel")}
-                               : QStringList{QStringLiteral("Copy"), QStringLiteral("Cancel")};
+    question.buttons = mayMove ? QStringList{tr("Copy"), tr("Move"), tr("Cancel")}
+                               : QStringList{tr("Copy"), tr("Cancel")};
     const int answer = surroundings_.alerts.run(question);
     const bool move = mayMove && answer == Alerts::secondButton;
     if ((answer != Alerts::firstButton && !move) || !isInLibrary(target) || !isInLibrary(source)) return;
@@ -147,7 +146,7 @@ void ItemTransfer::addAllItemsToNewPlaylist() {
 void ItemTransfer::addSelectedItemsToNewPlaylist() {
     const Library& library = surroundings_.library;
     if (library.selectedPlaylistRows().size() < 2) {
-        showOkay(surroundings_.alerts, QStringLiteral("Select More Than One Playlist"));
+        showOkay(surroundings_.alerts, tr("Select More Than One Playlist"));
         return;
     }
     Library::Playlists selected;

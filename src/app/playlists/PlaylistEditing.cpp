@@ -21,8 +21,8 @@ namespace {
 Alert removalQuestion(const QString& message, const QString& remove) {
     Alert alert;
     alert.message = message;
-    alert.informativeText = QStringLiteral("This can't be undone");
-    alert.buttons = QStringList{remove, QStringLiteral("Cancel")};
+    alert.informativeText = PlaylistEditing::tr("This can't be undone");
+    alert.buttons = QStringList{remove, PlaylistEditing::tr("Cancel")};
     return alert;
 }
 
@@ -62,7 +62,7 @@ void PlaylistEditing::addEmptySmartlist() {
 
 void PlaylistEditing::addEmptyFolderlist() {
     OpenPanel panel;
-    panel.title = QStringLiteral("Choose Folder To Display");
+    panel.title = tr("Choose Folder To Display");
     panel.chooseFiles = false;
     panel.chooseFolders = true;
     const QStringList folders = surroundings_.panels.runOpen(panel);
@@ -124,10 +124,8 @@ void PlaylistEditing::removeSelectedPlaylists() {
     const bool loneDivider = rows.size() == 1 && library.selectedPlaylist()->isType(playlistType::divider);
     if (!nothingToLose && !loneDivider) {
         const Alert question = rows.size() == 1
-                                   ? removalQuestion(QStringLiteral("Remove Selected Playlist?"),
-                                                     QStringLiteral("Remove Playlist"))
-                                   : removalQuestion(QStringLiteral("Remove Selected Playlists?"),
-                                                     QStringLiteral("Remove Playlists"));
+                                   ? removalQuestion(tr("Remove Selected Playlist?"), tr("Remove Playlist"))
+                                   : removalQuestion(tr("Remove Selected Playlists?"), tr("Remove Playlists"));
         if (surroundings_.alerts.run(question) != Alerts::firstButton) return;
         if (rows != library.selectedPlaylistRows()) return; // the question let something else happen
         kind = EditKind::final;
@@ -160,7 +158,7 @@ void PlaylistEditing::removeSelected(EditKind kind) {
 void PlaylistEditing::removeAllPlaylists(bool ask) {
     if (ask && !surroundings_.library.playlists().empty()) {
         const Alert question =
-            removalQuestion(QStringLiteral("Remove all media?"), QStringLiteral("Clear Session"));
+            removalQuestion(tr("Remove all media?"), tr("Clear Session"));
         if (surroundings_.alerts.run(question) != Alerts::firstButton) return;
     }
     surroundings_.find.closeFindPanel();
@@ -194,16 +192,16 @@ void PlaylistEditing::removeSelectedMovies() {
     const Library::Movies selected = library.selectedMovies();
     if (selected.empty()) {
         Alert alert;
-        alert.message = QStringLiteral("Select a movie and try again");
-        alert.buttons = QStringList{QStringLiteral("Okay")};
+        alert.message = tr("Select a movie and try again");
+        alert.buttons = QStringList{tr("Okay")};
         surroundings_.alerts.show(alert);
         return;
     }
     if (!mayRemoveSelectedMovies()) return;
     const Alert question =
         selected.size() == 1
-            ? removalQuestion(QStringLiteral("Remove Selected Movie?"), QStringLiteral("Remove Movie"))
-            : removalQuestion(QStringLiteral("Remove Selected Movies?"), QStringLiteral("Remove Movies"));
+            ? removalQuestion(tr("Remove Selected Movie?"), tr("Remove Movie"))
+            : removalQuestion(tr("Remove Selected Movies?"), tr("Remove Movies"));
     const auto playlist = library.selectedPlaylist();
     if (surroundings_.alerts.run(question) != Alerts::firstButton || playlist != library.selectedPlaylist())
         return;
@@ -262,9 +260,9 @@ void PlaylistEditing::moveMovies(const Movies& movies, const std::shared_ptr<Mov
     Library& library = surroundings_.library;
     if (library.selectedPlaylistRows().size() > 1) {
         Alert alert;
-        alert.message = QStringLiteral("Too many playlists selected");
-        alert.informativeText = QStringLiteral("Select one and try again");
-        alert.buttons = QStringList{QStringLiteral("Okay")};
+        alert.message = tr("Too many playlists selected");
+        alert.informativeText = tr("Select one and try again");
+        alert.buttons = QStringList{tr("Okay")};
         surroundings_.alerts.show(alert);
         return;
     }
