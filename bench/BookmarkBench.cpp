@@ -2,6 +2,7 @@
 #include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
+#include "platform/FailedWrites.h"
 #include "platform/Panels.h"
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
@@ -78,7 +79,8 @@ struct Viewer {
     NoPasteboard pasteboard;
     NoBrowser browser;
     ReviewEdits edits;
-    MoviePlayerController controller{{preferences, alerts, pasteboard, browser, edits, player, panels}};
+    FailedWrites failedWrites;
+    MoviePlayerController controller{{preferences, alerts, pasteboard, browser, edits, player, panels, failedWrites}};
     std::shared_ptr<Movie> movie;
 };
 

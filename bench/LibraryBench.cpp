@@ -76,8 +76,9 @@ struct Bench {
     NoBrowser browser;
     MonotonicClock clock;
     Player player{clock};
+    FailedWrites failedWrites;
     PlaylistController controller{{preferences, alerts, panels, pasteboard, browser,
-                                   {QStringLiteral("bench"), folder.path(), folder.path()}, player}};
+                                   {QStringLiteral("bench"), folder.path(), folder.path()}, player, failedWrites}};
     LibraryWindow window{controller};
 };
 

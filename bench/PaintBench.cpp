@@ -1,5 +1,6 @@
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
+#include "platform/FailedWrites.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
 #include "support/PlayerBench.h"
@@ -155,8 +156,9 @@ private:
     BenchPasteboard pasteboard_;
     BenchBrowser browser_;
     ReviewEdits edits_;
+    FailedWrites failedWrites_;
     MoviePlayerController controller_{
-        {preferences_, alerts_, pasteboard_, browser_, edits_, player_, panels_}};
+        {preferences_, alerts_, pasteboard_, browser_, edits_, player_, panels_, failedWrites_}};
     PictureView view_;
     std::shared_ptr<Movie> movie_;
     QSizeF size_;

@@ -1,3 +1,4 @@
+#include "ui/desktop/DesktopPanels.h"
 #include "ui/desktop/DesktopProgram.h"
 #include "ui/desktop/InterfaceWatchdog.h"
 #include "ui/desktop/ProgramArguments.h"
@@ -57,10 +58,20 @@ int main(int argc, char** argv) {
                          program.controller().openFiles(files);
                      });
     TerminationSignals ending;
-    QObject::connect(&ending, &TerminationSignals::received, &application, &QCoreApplication::quit);
+    bool isToldToEnd = false; // nobody may be there to read an alert
+    QObject::connect(&ending, &TerminationSignals::received, &application, [&isToldToEnd] {
+        isToldToEnd = true;
+        QCoreApplication::quit();
+    });
     InterfaceWatchdog watchdog; // from here on the loop turns
     program.start(asked.toOpen);
     const int code = QApplication::exec();
-    program.terminate();
-    return code;
+    const QString trouble = program.terminate();
+    if (trouble.isEmpty()) return code;
+    std::fprintf(stderr, "daylark: %s\n", qUtf8Printable(trouble));
+    Alert alert;
+    alert.message = QCoreApplication::translate("main", "Your last changes are not in their place");
+    alert.informativeText = trouble;
+    if (!isToldToEnd) DesktopAlerts().show(alert);
+    return 1;
 }

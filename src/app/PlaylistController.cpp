@@ -35,7 +35,7 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
     , thumbnails_(library_, surroundings_.preferences, progress_, surroundings_.player.sampleTables())
     , fileStates_(library_, surroundings_.preferences, progress_)
     , sessionFiles_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels,
-                     temporarySessionPath(surroundings_.places)})
+                     surroundings_.failedWrites, temporarySessionPath(surroundings_.places)})
     , sessionMigration_({library_, surroundings_.preferences, surroundings_.alerts, sessionFiles_,
                          fileStates_, thumbnails_})
     , mediaAdding_({library_, surroundings_.preferences, surroundings_.panels, sessionFiles_, progress_,
@@ -50,7 +50,8 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
     , duplicateRemoval_(library_, edits_, surroundings_.alerts)
     , notesExport_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels})
     , playerWindow_({surroundings_.preferences, surroundings_.alerts, surroundings_.pasteboard,
-                     surroundings_.fileBrowser, edits_, surroundings_.player, surroundings_.panels}) {
+                     surroundings_.fileBrowser, edits_, surroundings_.player, surroundings_.panels,
+                     surroundings_.failedWrites}) {
     playerWindow_.setLibrary(this);
     connectParts();
 }
@@ -137,13 +138,26 @@ void PlaylistController::openLinksOfPasteboard() {
     linkOpening_.handleURLEvent(surroundings_.pasteboard.text());
 }
 
-void PlaylistController::applicationWillTerminate() {
+QString PlaylistController::applicationWillTerminate() {
     // With the viewer still open, where its movie was left goes into the session too.
     if (playerWindow_.isOpen()) static_cast<void>(playerWindow_.windowShouldClose());
     thumbnails_.cancelAll();
     if (started_) sessionFiles_.saveTempSession(); // else the previous one still stands for what was there
     sessionFiles_.finishWriting();
     surroundings_.preferences.synchronise();
+    return started_ && sessionFiles_.isInMemoryAlone() ? rescueSession() : QString();
+}
+
+/// The last resort is a folder that goes with the login.
+QString PlaylistController::rescueSession() {
+    const QString runtime = surroundings_.places.runtime;
+    const Result<QString> rescued = runtime.isEmpty()
+                                        ? Error{tr("there is no other place")}
+                                        : sessionFiles_.rescueTo(runtime + QStringLiteral("/Daylark"));
+    if (!rescued) return tr("The session could not be written anywhere: %1.").arg(rescued.error().text);
+    return tr("The session could not be written to its own place. It lies in \"%1\" until you log out or the machine stops: "
+              "copy it to a disk with room and import it.")
+        .arg(*rescued);
 }
 
 void PlaylistController::checkToClose() {

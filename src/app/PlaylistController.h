@@ -18,6 +18,7 @@
 #include "app/files/Thumbnails.h"
 #include "review/ReviewEdits.h"
 #include "platform/Desktop.h"
+#include "platform/FailedWrites.h"
 #include "viewer/LibraryLink.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -41,6 +42,7 @@ public:
         FileBrowser& fileBrowser;
         SystemPlaces places;
         Player& player;
+        FailedWrites& failedWrites;
     };
     explicit PlaylistController(const Surroundings& surroundings, QObject* parent = nullptr);
     ~PlaylistController() override;
@@ -50,7 +52,9 @@ public:
     void awake();
     /// Files by `processFile`; folders become playlists, bundles are added, links are opened. Before `started` they wait.
     void openFiles(const QStringList& paths);
-    void applicationWillTerminate();
+    /// Writes what is to be written, and waits. What a person must be told when the session could not be: where it lies now, or
+    /// that it is lost. Empty when all is well.
+    QString applicationWillTerminate();
     void checkToClose(); ///< a last playlist named "File From Link" goes, and the program with it
 
     /// Opens the viewer on the arranged items at the (first) selected one; nothing when there are none.
@@ -75,6 +79,7 @@ public:
     [[nodiscard]] Preferences& preferences() { return surroundings_.preferences; }
     [[nodiscard]] Pasteboard& pasteboard() { return surroundings_.pasteboard; }
     [[nodiscard]] FileBrowser& fileBrowser() { return surroundings_.fileBrowser; }
+    [[nodiscard]] FailedWrites& failedWrites() { return surroundings_.failedWrites; }
     [[nodiscard]] bool mHidePlaylistWindow() const { return mHidePlaylistWindow_; }
 
     void setFlagOfSelectedMovies(const Sender& sender); ///< the tag's flag onto the selected items
@@ -99,6 +104,7 @@ private:
     void sessionIsThere(bool restored);
     void showPlace(const ReviewPlace& place);
     void probeWhatWasLeft();
+    [[nodiscard]] QString rescueSession();
     [[nodiscard]] Library::Movies moviesForViewer();
 
     Surroundings surroundings_;

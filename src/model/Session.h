@@ -3,6 +3,7 @@
 #include "archive/Archivable.h"
 #include "base/Result.h"
 #include "model/Playlist.h"
+#include "platform/AtomicFile.h"
 
 #include <QByteArray>
 #include <QString>
@@ -45,7 +46,8 @@ struct SessionContents {
 /// Reads a session file. Worker threads. Errors: not readable, no archive.
 [[nodiscard]] Result<SessionContents> readSessionFile(const QString& path);
 /// Writes bytes made by `encodeSession` whole or not at all. Worker threads.
-[[nodiscard]] Result<void> writeSessionFile(const QString& path, const QByteArray& bytes);
+[[nodiscard]] Result<void> writeSessionFile(const QString& path, const QByteArray& bytes,
+                                            Readers readers = Readers::byUmask);
 /// Sets a file that could not be read aside beside itself ("name (unreadable 2026-11-21 13.05.09).dls"), so that nothing
 /// overwrites it; the new path.
 [[nodiscard]] Result<QString> setFileAside(const QString& path);

@@ -1,6 +1,5 @@
 // Sessions on the disk.
 #include "model/Session.h"
-#include "platform/AtomicFile.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -23,9 +22,9 @@ Result<SessionContents> readSessionFile(const QString& path) {
     return contents;
 }
 
-Result<void> writeSessionFile(const QString& path, const QByteArray& bytes) {
+Result<void> writeSessionFile(const QString& path, const QByteArray& bytes, Readers readers) {
     if (bytes.isEmpty()) return Error{QStringLiteral("nothing to write to %1").arg(path)};
-    return writeFileAtomically(path, bytes);
+    return writeFileAtomically(path, bytes, readers);
 }
 
 Result<QString> setFileAside(const QString& path) {

@@ -5,6 +5,7 @@
 #include <QSaveFile>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace daylark {
@@ -26,10 +27,23 @@ void syncFolderOf(const QString& path) {
 
 } // namespace
 
-Result<void> writeFileAtomically(const QString& path, const QByteArray& bytes) {
+bool makePrivateFolder(const QString& path) {
+    const QFileInfo folder(path);
+    if (folder.isDir()) return true;
+    const QString above = folder.absolutePath();
+    if (above == folder.absoluteFilePath() || !makePrivateFolder(above)) return false;
+    return ::mkdir(QFile::encodeName(folder.absoluteFilePath()).constData(), 0700) == 0 || QFileInfo(path).isDir();
+}
+
+Result<void> writeFileAtomically(const QString& path, const QByteArray& bytes, Readers readers) {
+    // A device would be replaced by a file, and a pipe would never take it all.
+    if (const QFileInfo info(path); info.exists() && !info.isFile())
+        return atomicWriteError(path, QStringLiteral("it is no file"));
     QSaveFile file(path);
     file.setDirectWriteFallback(false);
     if (!file.open(QIODevice::WriteOnly)) return atomicWriteError(path, file.errorString());
+    // Before the first byte is in it.
+    if (readers == Readers::owner) file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     if (file.write(bytes) != bytes.size() || !file.flush()) {
         const QString reason = file.errorString();
         file.cancelWriting();

@@ -1,10 +1,12 @@
 #include "platform/Desktop.h"
 
-#include <QDir>
+#include "platform/AtomicFile.h"
+
 #include <QFile>
 #include <QStandardPaths>
 
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <vector>
@@ -23,6 +25,15 @@ QString loginNameOfUser() {
     return QString::number(getuid());
 }
 
+/// As the session gave it, not a stand-in in a folder that others write to.
+QString trustedRuntimeFolder() {
+    const QByteArray path = qgetenv("XDG_RUNTIME_DIR");
+    struct stat status {};
+    const bool isOurs = path.startsWith('/') && ::stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
+                        status.st_uid == ::getuid() && (status.st_mode & 0077) == 0;
+    return isOurs ? QFile::decodeName(path) : QString();
+}
+
 } // namespace
 
 SystemPlaces SystemPlaces::current() {
@@ -30,9 +41,10 @@ SystemPlaces SystemPlaces::current() {
     places.loginName = loginNameOfUser();
     const QString dataFolder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     places.applicationSupport = dataFolder + QStringLiteral("/Daylark");
-    QDir().mkpath(places.applicationSupport);
+    makePrivateFolder(places.applicationSupport);
     const QString cacheFolder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
     if (!cacheFolder.isEmpty()) places.cache = cacheFolder + QStringLiteral("/Daylark");
+    places.runtime = trustedRuntimeFolder();
     return places;
 }
 

@@ -27,6 +27,9 @@ struct SystemPlaces {
     QString loginName;
     QString applicationSupport; ///< the "Daylark" folder of the user's data folder; made when missing, silently
     QString cache; ///< a folder for what can be made anew; nothing is made there before it is needed. Null: none
+    /// A folder of the user's alone that lasts as long as the login, when there is one that can be trusted: 0700 and ours. Null:
+    /// none.
+    QString runtime = {};
     [[nodiscard]] static SystemPlaces current();
 };
 

@@ -167,7 +167,7 @@ Result<PreferenceValues> readPreferencesFile(const QString& path) {
 }
 
 Result<void> mergeIntoPreferencesFile(const QString& path, const PreferenceChanges& changes, int lockWaitMs) {
-    if (!QDir().mkpath(QFileInfo(path).absolutePath()))
+    if (!makePrivateFolder(QFileInfo(path).absolutePath()))
         return Error{QStringLiteral("could not make the folder of %1").arg(path)};
     const PreferencesLock lock(path + QStringLiteral(".lock"));
     if (!lock.tryFor(std::chrono::milliseconds(lockWaitMs)))
@@ -183,7 +183,7 @@ Result<void> mergeIntoPreferencesFile(const QString& path, const PreferenceChang
         else
             values.remove(it.key());
     }
-    return writeFileAtomically(path, formatPreferences(values));
+    return writeFileAtomically(path, formatPreferences(values), Readers::owner);
 }
 
 } // namespace daylark

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -27,8 +28,10 @@ constexpr int lockWaitMs = 1000;
 /// touches only what the mutex guards.
 class UserDefaults::Store {
 public:
-    explicit Store(const QString& file)
-        : file_(file) {
+    /// `trouble` is called by the worker, when it changes.
+    Store(const QString& file, std::function<void(const QString&)> trouble)
+        : file_(file)
+        , trouble_(std::move(trouble)) {
         if (file_.isEmpty()) return;
         if (Result<PreferenceValues> read = readPreferencesFile(file_)) stored = std::move(*read);
     }
@@ -61,6 +64,8 @@ public:
         flushed_.wait(lock, [&] { return flushesDone_ >= wanted; });
     }
 
+    [[nodiscard]] const QString& file() const { return file_; }
+
     QHash<QString, QVariant> registered;
     QMap<QString, QVariant> stored;
     QHash<QString, QVariant> overrides;
@@ -89,16 +94,22 @@ private:
         if (pending_.isEmpty()) return true;
         PreferenceChanges changes = std::exchange(pending_, {});
         lock.unlock();
-        const bool written = bool(mergeIntoPreferencesFile(file_, changes, waitMs));
+        const Result<void> written = mergeIntoPreferencesFile(file_, changes, waitMs);
+        if (const QString trouble = written ? QString() : written.error().text; trouble != told_) {
+            told_ = trouble;
+            trouble_(trouble);
+        }
         lock.lock();
         if (!written) {
             changes.insert(pending_);
             pending_ = std::move(changes);
         }
-        return written;
+        return bool(written);
     }
 
     const QString file_;
+    const std::function<void(const QString&)> trouble_;
+    QString told_; // the worker's
     std::mutex mutex_;
     std::condition_variable wake_, flushed_;
     PreferenceChanges pending_;
@@ -109,13 +120,20 @@ private:
 
 UserDefaults::UserDefaults(const QString& file, QObject* parent)
     : QObject(parent)
-    , store_(std::make_unique<Store>(file)) {}
+    , store_(std::make_unique<Store>(file, [this](const QString& trouble) {
+        QMetaObject::invokeMethod(
+            this, [this, trouble] { Q_EMIT troubleChanged(trouble); }, Qt::QueuedConnection);
+    })) {}
 
 UserDefaults::~UserDefaults() = default;
 
 QString UserDefaults::userFile() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            QStringLiteral("/Daylark/preferences.ini");
+}
+
+QString UserDefaults::file() const {
+    return store_->file();
 }
 
 void UserDefaults::registerDefaults(const Table& table) {

@@ -15,7 +15,8 @@ namespace daylark {
 /// applies where nothing is stored and is never written. Reading and writing work on memory; the store's file is written
 /// behind (on a worker, within a second, and at `synchronise`), through a temporary file renamed over it under a lock, and
 /// only the keys that changed are merged in, so two running copies and a crash while writing lose nothing.
-/// Owned by main (or a test); interface thread only. Failures to write are silent.
+/// Owned by main (or a test); interface thread only. What cannot be written is tried again until it can, and `troubleChanged`
+/// says so.
 class UserDefaults : public QObject {
     Q_OBJECT
 public:
@@ -38,10 +39,13 @@ public:
     void set(const QString& key, const QVariant& value); ///< stores; announces when the value differs
     void remove(const QString& key);                     ///< forgets what is stored; the registered default applies again
     void overrideForThisRun(const QString& key, const QVariant& value); ///< never stored
-    void synchronise(); ///< waits until the store's file holds everything
+    void synchronise(); ///< waits until the store's file holds everything, or cannot be written
+    [[nodiscard]] QString file() const; ///< empty: all in memory
 
 Q_SIGNALS:
     void changed(const QString& key);
+    /// What keeps the changes from the disk, in words; empty when all is well again.
+    void troubleChanged(const QString& trouble);
 
 private:
     class Store;

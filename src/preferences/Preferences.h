@@ -13,7 +13,7 @@ namespace daylark {
 /// Every preference, each declared once: its stored spelling letter by letter, its type, its default. What
 /// has no default is nothing until it is stored. The items stand over one store, which they register; stored
 /// keys that no item knows are kept. Made by main or a test and passed down; interface thread. Writing
-/// happens behind, and fails silently.
+/// happens behind; what keeps it from the disk is said by `store().troubleChanged`.
 class Preferences {
 public:
     /// `file` is the store; an empty path keeps everything in memory.
@@ -136,6 +136,8 @@ public:
     Preference<bool> playMovieWhenViewerLaunches{*this, "playMovieWhenViewerLaunches"};
     Preference<DrawingBackground> drawingBackgroundColour{*this, "drawingBackgroundColour"};
     Preference<int> cacheSizeMegabytes{*this, "cacheSizeMegabytes"}; ///< 0: by the machine
+    Preference<bool> autoSearchForMissingMedia{*this, "autoSearchForMissingMedia"}; ///< after every look at the files
+    Preference<QString> autoSearchPath{*this, "autoSearchPath"};                    ///< the folder that it looks through
     /// Spelt like this and read nowhere, so the real multiplier outlives the viewer's window; stores
     /// elsewhere hold it.
     Preference<double> rateMultiplierAtClose{*this, "rateMultplier"};

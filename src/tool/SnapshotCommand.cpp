@@ -82,8 +82,8 @@ void snapshot(ToolContext& context, const SnapshotArguments& arguments) {
     if (!frame) return context.fail(path, frame.error().text);
     const Scene scene = sceneOf(*item->movie, *frame, arguments.frame, size, context.preferences());
     const float quality = context.preferences().compressionQuality();
-    if (!writeSnapshot(renderScene(scene, size), out, format, quality))
-        context.fail(out, QStringLiteral("it cannot be written"));
+    if (const Result<void> written = writeSnapshot(renderScene(scene, size), out, format, quality); !written)
+        context.fail(out, written.error().text);
 }
 
 } // namespace

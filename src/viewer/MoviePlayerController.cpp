@@ -38,7 +38,7 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     , grade_(current_, surroundings.edits, list_)
     , geometry_(current_, surroundings.preferences, tools_, panels_)
     , scene_({current_, surroundings.player, geometry_, grade_, drawings_, visibility_})
-    , snapshots_(surroundings.preferences, surroundings.panels, list_, time_)
+    , snapshots_(surroundings.preferences, surroundings.panels, list_, time_, surroundings.failedWrites)
     , input_({surroundings.preferences, transport_, bookmarks_, panels_})
     , neighbours_(surroundings.player, list_, surroundings.preferences)
     , onscreenTextColour_(surroundings.preferences.onscreenTextColour()) {

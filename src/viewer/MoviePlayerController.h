@@ -31,6 +31,7 @@
 namespace daylark {
 
 class Alerts;
+class FailedWrites;
 class FileBrowser;
 class LibraryLink;
 class Panels;
@@ -51,6 +52,7 @@ public:
         ReviewEdits& edits;
         Player& player;
         Panels& panels;
+        FailedWrites& failedWrites;
     };
     explicit MoviePlayerController(const Surroundings& surroundings, QObject* parent = nullptr);
     ~MoviePlayerController() override; ///< ends a probing under way and waits for it (a second at most)
@@ -80,6 +82,7 @@ public:
     [[nodiscard]] Player& player() { return surroundings_.player; }
     [[nodiscard]] ReviewEdits& edits() { return surroundings_.edits; }
     [[nodiscard]] Preferences& preferences() { return surroundings_.preferences; }
+    [[nodiscard]] FailedWrites& failedWrites() { return surroundings_.failedWrites; }
     [[nodiscard]] std::shared_ptr<Movie> currentMovie() const { return current_.movie(); }
 
     void displayCurrentMovie(); ///< shows the movie now selected in the list

@@ -59,7 +59,7 @@ protected:
         preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
         player = std::make_unique<Player>(clock);
         controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-            *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player});
+            *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player, failedWrites});
         if (followed) replica = std::make_unique<test::Replica>(controller->edits().store());
         bool started = false;
         QObject::connect(controller.get(), &PlaylistController::started, [&started] { started = true; });
@@ -142,6 +142,7 @@ protected:
     ScriptedPanels panels;
     NotedPasteboard pasteboard;
     NotedBrowser browser;
+    FailedWrites failedWrites;
     std::unique_ptr<Player> player;
     std::unique_ptr<PlaylistController> controller;
     std::unique_ptr<test::Replica> replica;

@@ -151,7 +151,7 @@ TEST_F(LinksTest, LinksWaitForTheStartAndGoInTheirOrder) {
     preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
     player = std::make_unique<Player>(clock);
     controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player});
+        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player, failedWrites});
     controller->openFiles({linkTo({u"a.mov"_s}), u"daylark://what"_s, linkTo({u"b.mov"_s})});
     EXPECT_FALSE(controller->linkOpening().isBusy()) << "nothing is there to add to";
     controller->awake();

@@ -203,7 +203,7 @@ TEST_F(MediaAddingTest, FilesOpenedBeforeTheSessionIsThereWaitForIt) {
     preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
     player = std::make_unique<Player>(clock);
     controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player});
+        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player, failedWrites});
     controller->awake();
     controller->openFiles({makeFile(u"a.mov"_s), dayFolder()});
     ASSERT_TRUE(waitUntil([this] { return library().playlists().size() == 2; }));

@@ -90,7 +90,7 @@ TEST_F(StartupTest, QuittingWhileThePreviousSessionIsStillBeingReadLosesNothing)
     preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
     player = std::make_unique<Player>(clock);
     controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player});
+        *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player, failedWrites});
     controller->awake();
     quit(); // no event was handled in between
 

@@ -2,6 +2,7 @@
 
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
+#include "platform/FailedWrites.h"
 #include "platform/Panels.h"
 #include "support/PlayerBench.h"
 #include "support/PreparedPreferences.h"
@@ -81,10 +82,11 @@ protected:
     RememberingPasteboard pasteboard;
     RememberingBrowser browser;
     RememberingLibrary library;
+    FailedWrites failedWrites;
     ReviewEdits edits;
     test::Replica replica{edits.store()};
     UndoHistory& history = edits.history();
-    MoviePlayerController controller{{preferences, alerts, pasteboard, browser, edits, player, panels}};
+    MoviePlayerController controller{{preferences, alerts, pasteboard, browser, edits, player, panels, failedWrites}};
     Transport& transport = controller.transport();
     TimeDisplay& time = controller.time();
     ViewerBookmarks& bookmarks = controller.bookmarks();

@@ -4,6 +4,7 @@
 #include "app/sessions/SessionMigration.h"
 #include "base/jobs/WorkQueue.h"
 #include "platform/Alerts.h"
+#include "platform/FailedWrites.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
 
@@ -11,6 +12,7 @@
 
 #include <numeric>
 #include <set>
+#include <utility>
 
 namespace daylark {
 
@@ -23,12 +25,14 @@ const QString sessionExtension = QStringLiteral("dls");
 /// The worker, and what it knows of the files: those that it has read or written whole may be written over.
 class SessionFiles::Queue {
 public:
-    bool mayWriteOver(const QString& path) {
+    Result<void> mayWriteOver(const QString& path) {
         const QFileInfo file(path);
-        if (known_.count(path) || !file.exists()) return true;
-        if (!file.isFile()) return false;
+        if (known_.count(path) || !file.exists()) return {};
+        if (!file.isFile()) return Error{SessionFiles::tr("what stands there is no file")};
+        if (readSessionFile(path)) return {};
         // Whatever stands there and cannot be read may still be somebody's review: it is kept beside.
-        return readSessionFile(path) || setFileAside(path);
+        const Result<QString> aside = setFileAside(path);
+        return aside ? Result<void>() : Result<void>(aside.error());
     }
     void remember(const QString& path) { known_.insert(path); }
 
@@ -43,7 +47,7 @@ SessionFiles::SessionFiles(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(surroundings)
     , queue_(std::make_unique<Queue>())
-    , temporary_(surroundings.library, surroundings.temporarySessionPath) {
+    , temporary_(surroundings.library, surroundings.temporarySessionPath, surroundings.failedWrites) {
     connect(&temporary_, &TemporarySession::loaded, this, [this](bool restored) {
         if (restored) updatePlaylistsWithNewVariables(surroundings_.library);
         Q_EMIT temporarySessionLoaded(restored);
@@ -63,10 +67,13 @@ void SessionFiles::write(const QString& path, const SessionContents& contents,
     queue_->work.run([this, path, snapshot = std::move(snapshot), then = std::move(then)]() mutable {
         WriteOutcome outcome;
         outcome.folderExists = QFileInfo(QFileInfo(path).absolutePath()).isDir();
-        if (outcome.folderExists && queue_->mayWriteOver(path)) {
-            outcome.written = bool(writeSessionFile(path, encodeSession(*snapshot)));
-            if (outcome.written) queue_->remember(path);
-        }
+        Result<void> written = outcome.folderExists ? queue_->mayWriteOver(path) : Error{tr("its folder is gone")};
+        if (written) written = writeSessionFile(path, encodeSession(*snapshot));
+        outcome.written = bool(written);
+        if (outcome.written)
+            queue_->remember(path);
+        else
+            outcome.reason = written.error().text;
         snapshot.reset();
         WorkQueue::deliver(this, [then, outcome] { then(outcome); });
     });
@@ -95,10 +102,24 @@ void SessionFiles::writeSession(const QString& path, std::function<void(WriteOut
     SessionContents contents;
     contents.playlists = withAnswers(surroundings_.library.playlists(), surroundings_.library.smartLists());
     contents.hasPlaylists = true;
-    write(path, contents, [this, then = std::move(then), saved = edits_](WriteOutcome outcome) {
+    write(path, contents, [this, path, then = std::move(then), saved = edits_](WriteOutcome outcome) {
         if (outcome.written && edits_ == saved) setSessionIsModified(false);
+        tellOfSession(path, outcome);
         if (then) then(outcome);
     });
+}
+
+/// Written in one place, it is missing in no other.
+void SessionFiles::tellOfSession(const QString& path, const WriteOutcome& outcome) {
+    FailedWrites& failedWrites = surroundings_.failedWrites;
+    if (outcome.written) {
+        for (const QString& one : std::exchange(unwritten_, {}))
+            failedWrites.written(one);
+        return;
+    }
+    if (!unwritten_.contains(path)) unwritten_.append(path);
+    failedWrites.failed(
+        tr("Session"), path, outcome.reason, [this, path] { writeSession(path, {}); }, [this] { saveSessionAs(); });
 }
 
 void SessionFiles::saveSession() {
@@ -176,7 +197,15 @@ void SessionFiles::saveTempSession() {
 
 void SessionFiles::finishWriting() {
     queue_->work.wait();
-    temporary_.finishWriting();
+    inMemoryAlone_ = !temporary_.finishWriting();
+}
+
+Result<QString> SessionFiles::rescueTo(const QString& folder) {
+    const QString name = QFileInfo(surroundings_.temporarySessionPath).fileName();
+    const QString path = folder + u'/' + name;
+    if (!makePrivateFolder(folder)) return Error{tr("%1 cannot be made").arg(folder)};
+    const Result<void> written = writeSessionFile(path, encodeSession(temporary_.contents()), Readers::owner);
+    return written ? Result<QString>(path) : Result<QString>(written.error());
 }
 
 void SessionFiles::loadTempSession(bool restore) {

@@ -14,13 +14,15 @@
 namespace daylark {
 
 class Alerts;
+class FailedWrites;
 class Library;
 class Panels;
 class Preferences;
 
 /// Save, Save As, Import, the temporary session, the current path and the window's title. Files are read and
 /// written on a worker, one job at a time in order; the interface goes on. A write that fails leaves file and
-/// memory as they were and is not reported. Interface thread.
+/// memory as they were and is among the failed writes until the session is written, there or elsewhere.
+/// Interface thread.
 class SessionFiles : public QObject {
     Q_OBJECT
 public:
@@ -29,6 +31,7 @@ public:
         Preferences& preferences;
         Alerts& alerts;
         Panels& panels;
+        FailedWrites& failedWrites;
         QString temporarySessionPath; ///< "<application support>/<login>_daylarkSession.dls"
     };
     explicit SessionFiles(const Surroundings& surroundings, QObject* parent = nullptr);
@@ -43,6 +46,10 @@ public:
     /// What outlives the program; see there. Does nothing before `temporarySessionLoaded`.
     void saveTempSession();
     void finishWriting(); ///< waits; for termination
+    /// After `finishWriting`: whether what was edited is in memory alone, since nothing could be written.
+    [[nodiscard]] bool isInMemoryAlone() const { return inMemoryAlone_; }
+    /// Writes what the temporary session would hold into this folder, for want of its own place; the path. Waits.
+    [[nodiscard]] Result<QString> rescueTo(const QString& folder);
     /// Reads on a worker; `temporarySessionLoaded` follows. Without `restore` the library stays empty.
     void loadTempSession(bool restore);
     [[nodiscard]] TemporarySession& temporarySession() { return temporary_; }
@@ -68,6 +75,7 @@ Q_SIGNALS:
 private:
     struct WriteOutcome {
         bool folderExists = false, written = false;
+        QString reason; ///< why it is not written
     };
     struct ReadOutcome {
         bool exists = false, readable = false;
@@ -76,6 +84,7 @@ private:
     void write(const QString& path, const SessionContents& contents, std::function<void(WriteOutcome)> then);
     void read(const QString& path, std::function<void(ReadOutcome)> then);
     void writeSession(const QString& path, std::function<void(WriteOutcome)> then);
+    void tellOfSession(const QString& path, const WriteOutcome& outcome);
     [[nodiscard]] QString askForPath(const QString& proposedName);
     void askAndSave();
     [[nodiscard]] bool mayWriteOverOtherSession(); ///< asks, or saves elsewhere
@@ -89,10 +98,12 @@ private:
     std::unique_ptr<Queue> queue_;
     QString currentSessionPath_, title_ = QStringLiteral("Untitled Session");
     QStringList imports_; ///< the first is under way
+    QStringList unwritten_; ///< paths at which the session was to be, among the failed writes
     quint64 edits_ = 0;   ///< counts what was edited, to tell whether a save holds it
     bool modified_ = false;
     bool panelOpen_ = false;
     bool pathIsOfOtherSession_ = false;
+    bool inMemoryAlone_ = false;
     TemporarySession temporary_;
 };
 

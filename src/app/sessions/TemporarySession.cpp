@@ -1,6 +1,7 @@
 #include "app/sessions/TemporarySession.h"
 
 #include "app/playlists/Library.h"
+#include "platform/FailedWrites.h"
 
 #include <QFileInfo>
 
@@ -8,10 +9,12 @@
 
 namespace daylark {
 
-TemporarySession::TemporarySession(Library& library, const QString& path, QObject* parent)
+TemporarySession::TemporarySession(Library& library, const QString& path, FailedWrites& failedWrites,
+                                   QObject* parent)
     : QObject(parent)
     , library_(library)
     , path_(path)
+    , failedWrites_(failedWrites)
     , journal_(path) {
     connect(&library_.store(), &ReviewStore::applied, this,
             [this](const Edit& edit) { journal_.append(edit.changes); });
@@ -19,6 +22,11 @@ TemporarySession::TemporarySession(Library& library, const QString& path, QObjec
     connect(&journal_, &Journal::grown, this, &TemporarySession::save);
     connect(&journal_, &Journal::troubleChanged, this, [this](const QString& reason) {
         trouble_ = reason.isEmpty() ? QString() : QStringLiteral("Changes are not stored: %1").arg(reason);
+        const QString journal = QFileInfo(path_).path() + u'/' + QFileInfo(path_).completeBaseName() + QLatin1String(".journal");
+        if (reason.isEmpty())
+            failedWrites_.written(journal);
+        else // the journal tries again of itself
+            failedWrites_.failed(tr("Changes"), journal, reason);
         Q_EMIT troubleChanged(trouble_);
     });
 }
@@ -71,38 +79,57 @@ void TemporarySession::save() {
         startWrite();
 }
 
-void TemporarySession::startWrite() {
+SessionContents TemporarySession::contents() const {
     SessionContents contents;
     contents.playlists = library_.playlists();
     contents.hasPlaylists = true;
     if (!library_.selectedPlaylistRows().empty())
         contents.lastSelectedPlaylistIndex = library_.selectedPlaylistRows().front();
     contents.version = SessionContents::Version{};
+    return contents;
+}
+
+void TemporarySession::startWrite() {
     writing_ = true;
-    work_.run([this, path = path_, snapshot = std::make_shared<SessionContents>(snapshotOf(contents)),
+    work_.run([this, path = path_, snapshot = std::make_shared<SessionContents>(snapshotOf(contents())),
                ids = library_.store().records().idsByPosition(), sequence = journal_.sequence()]() mutable {
         const QByteArray bytes = encodeSession(*snapshot), fingerprint = sessionFingerprint(bytes);
         snapshot.reset();
         // Whatever stands there and cannot be read may still be somebody's review: it is kept beside.
-        if (!fileIsKnown_ && QFileInfo(path).isFile() && !readSessionFile(path)) static_cast<void>(setFileAside(path));
-        // First the journal learns of the file: whichever of the two a crash leaves, they fit each other.
-        static_cast<void>(journal_.announceSession(fingerprint, ids, sequence));
-        fileIsKnown_ = bool(writeSessionFile(path, bytes));
-        if (fileIsKnown_) journal_.sessionIsThere(fingerprint);
-        WorkQueue::deliver(this, [this] {
+        Result<void> written;
+        if (!fileIsKnown_ && QFileInfo(path).isFile() && !readSessionFile(path))
+            if (const Result<QString> aside = setFileAside(path); !aside) written = aside.error();
+        if (written) {
+            // First the journal learns of the file: whichever of the two a crash leaves, they fit each other.
+            static_cast<void>(journal_.announceSession(fingerprint, ids, sequence));
+            written = writeSessionFile(path, bytes, Readers::owner);
+        }
+        fileIsWritten_ = bool(written);
+        fileIsKnown_ = fileIsKnown_ || fileIsWritten_; // one that failed left the old one whole
+        if (fileIsWritten_) journal_.sessionIsThere(fingerprint);
+        WorkQueue::deliver(this, [this, written] {
+            tellOfFile(written);
             writing_ = false;
             if (std::exchange(again_, false)) startWrite();
         });
     });
 }
 
-void TemporarySession::finishWriting() {
+void TemporarySession::tellOfFile(const Result<void>& written) {
+    if (written)
+        failedWrites_.written(path_);
+    else
+        failedWrites_.failed(tr("Session of this run"), path_, written.error().text, [this] { save(); });
+}
+
+bool TemporarySession::finishWriting() {
     work_.wait();
     while (std::exchange(again_, false)) {
         startWrite();
         work_.wait();
     }
-    static_cast<void>(journal_.flush());
+    const bool journalIsWritten = journal_.flush();
+    return !isLoaded_ || fileIsWritten_ || journalIsWritten;
 }
 
 } // namespace daylark

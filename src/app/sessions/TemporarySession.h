@@ -9,16 +9,17 @@
 
 namespace daylark {
 
+class FailedWrites;
 class Library;
 
 /// The session that outlives the program: the file that the viewer's closing and termination write, and the
 /// crash journal that holds every edit since. A start takes both together. The file is read and written on a
-/// worker; the interface goes on. Interface thread. A write of the file that fails is not reported (its edits
-/// stay in the journal); a journal that cannot be written is, by `troubleChanged`.
+/// worker; the interface goes on. Interface thread. Either one that cannot be written is among the failed writes until it can,
+/// the journal also in `trouble`.
 class TemporarySession : public QObject {
     Q_OBJECT
 public:
-    TemporarySession(Library& library, const QString& path, QObject* parent = nullptr);
+    TemporarySession(Library& library, const QString& path, FailedWrites& failedWrites, QObject* parent = nullptr);
     ~TemporarySession() override; ///< waits for writes under way
 
     /// Reads what the last run left and begins this run's journal; `loaded` follows. Without `restore` the
@@ -28,7 +29,10 @@ public:
     /// before `loaded`: what stands on the disk has not been taken over yet.
     void save();
     [[nodiscard]] bool isLoaded() const { return isLoaded_; }
-    void finishWriting(); ///< waits until file and journal are on the disk; for termination
+    /// Waits until file and journal are on the disk; for termination. False when neither holds the last edits, which then are
+    /// in memory alone.
+    bool finishWriting();
+    [[nodiscard]] SessionContents contents() const; ///< what the file would hold now
     [[nodiscard]] QString trouble() const { return trouble_; } ///< what keeps edits from being stored; empty: nothing
 
 Q_SIGNALS:
@@ -38,13 +42,16 @@ Q_SIGNALS:
 private:
     void takeOver(JournalStart& start, bool restore);
     void startWrite();
+    void tellOfFile(const Result<void>& written);
     void noteSelection();
 
     Library& library_;
     const QString path_;
+    FailedWrites& failedWrites_;
     bool isLoaded_ = false;
     qint64 selectedRow_ = -1; ///< as the journal has it
     bool writing_ = false, again_ = false;
+    bool fileIsWritten_ = true; ///< by the last try; the worker's while it writes
     bool fileIsKnown_ = false; ///< read or written whole, so that it may be written over; the worker's
     QString trouble_;
     Journal journal_;

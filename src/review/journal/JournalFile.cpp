@@ -12,6 +12,8 @@ namespace daylark {
 
 namespace {
 
+constexpr qsizetype reserve = qsizetype(1) << 20, leastReserve = reserve / 2; // bytes ahead; thousands of steps
+
 Error journalError(const QString& path) {
     return {QStringLiteral("could not write %1: %2").arg(path, qt_error_string())};
 }
@@ -44,7 +46,7 @@ Result<void> JournalFile::begin(const JournalRecord& base) {
 
 Result<void> JournalFile::replaceWith(const QByteArray& bytes) {
     const QString path = place_.journalPath();
-    if (Result<void> written = writeFileAtomically(path, bytes); !written) return written;
+    if (Result<void> written = writeFileAtomically(path, bytes, Readers::owner); !written) return written;
     return goOn(bytes.size());
 }
 
@@ -64,6 +66,8 @@ Result<void> JournalFile::goOn(qsizetype soundBytes) {
         close();
         return error;
     }
+    reserved_ = 0;
+    reserveAhead();
     qsizetype at = journalHeader().size();
     for (const JournalRecord& record : parseJournal(bytes).records) {
         const qsizetype length = journalRecordBytes(record).size();
@@ -87,11 +91,23 @@ Result<void> JournalFile::append(const std::vector<JournalRecord>& records) {
     if (!writeWhole(file_, bytes, size_) || ::fdatasync(file_) != 0) {
         const Error error = journalError(place_.journalPath());
         static_cast<void>(::ftruncate(file_, off_t(size_)));
+        reserved_ = 0; // went with what was cut off
+        reserveAhead();
         return error;
     }
     size_ += bytes.size();
+    reserveAhead();
     entries_.insert(entries_.end(), coming.begin(), coming.end());
     return {};
+}
+
+/// Blocks behind the end, which the file's length doesn't show. A file system that has no such thing, or no room left, goes
+/// without.
+void JournalFile::reserveAhead() {
+    if (reserved_ - size_ >= leastReserve) return;
+#ifdef FALLOC_FL_KEEP_SIZE
+    if (::fallocate(file_, FALLOC_FL_KEEP_SIZE, off_t(size_), off_t(reserve)) == 0) reserved_ = size_ + reserve;
+#endif
 }
 
 QByteArray JournalFile::bytesOf(const Entry& entry) const {

@@ -10,7 +10,8 @@ namespace daylark {
 
 /// The journal's file as its writer sees it: whole records go in at the end and are on the disk when a call
 /// returns; what could not be written whole is cut off again, so that the file never holds half a record with
-/// another behind it. Remembers where its records stand, which makes it short again without being read. One
+/// another behind it. Room on the disk is reserved ahead, where the file system can, so that a disk that others
+/// fill still takes the next steps. Remembers where its records stand, which makes it short again without being read. One
 /// thread. Every error leaves the file as it was.
 class JournalFile {
 public:
@@ -42,11 +43,12 @@ private:
     };
     [[nodiscard]] Result<void> replaceWith(const QByteArray& bytes);
     [[nodiscard]] QByteArray bytesOf(const Entry& entry) const;
+    void reserveAhead();
     void close();
 
     JournalPlace place_;
     int file_ = -1;
-    qsizetype size_ = 0;
+    qsizetype size_ = 0, reserved_ = 0; ///< bytes; the file's length and what the disk has given it
     std::vector<Entry> entries_;
 };
 

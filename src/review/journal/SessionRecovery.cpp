@@ -93,7 +93,7 @@ void keepAside(const LeftJournal& left, const QString& sessionPath, QStringList&
         }
         if (recovered && recovered->steps > 0) {
             const QString path = recoveredPath(sessionPath);
-            if (!writeSessionFile(path, encodeSession(recovered->contents))) return; // until the next start
+            if (!writeSessionFile(path, encodeSession(recovered->contents), Readers::owner)) return; // until the next start
             kept.append(path);
         } else if (!recovered) {
             const Result<QString> aside = setFileAside(left.place.journalPath());

@@ -25,10 +25,11 @@ struct DesktopProgram::Objects {
         : preferences(places.preferencesFile)
         , player(clock, nullptr, cacheBudget(preferences), &sound,
                  std::make_shared<SampleTables>(places.system.cache))
-        , controller({preferences, alerts, panels, pasteboard, fileBrowser, places.system, player})
+        , controller({preferences, alerts, panels, pasteboard, fileBrowser, places.system, player, failedWrites})
         , library(controller)
         , viewer(controller.playerWindow()) {}
 
+    FailedWrites failedWrites;
     Preferences preferences;
     /// The preference in bytes; 0 leaves it to the machine.
     static qint64 cacheBudget(const Preferences& preferences) {
@@ -61,11 +62,23 @@ DesktopProgram::DesktopProgram(const Places& places)
         &objects_->preferences.cacheSizeMegabytes, &PreferenceItem::changed, &objects_->player,
         [this] { objects_->player.setCacheBudget(Objects::cacheBudget(objects_->preferences)); });
     QObject::connect(&objects_->controller, &PlaylistController::viewerToClose, &objects_->viewer, &QWidget::close);
+    followPreferencesFile();
     connectThumbnails();
 }
 
 DesktopProgram::~DesktopProgram() {
     terminate();
+}
+
+/// They are tried again of themselves, so nothing is offered.
+void DesktopProgram::followPreferencesFile() {
+    UserDefaults& store = objects_->preferences.store();
+    QObject::connect(&store, &UserDefaults::troubleChanged, &objects_->failedWrites, [this, &store](const QString& trouble) {
+        if (trouble.isEmpty())
+            objects_->failedWrites.written(store.file());
+        else
+            objects_->failedWrites.failed(LibraryWindow::tr("Preferences"), store.file(), trouble);
+    });
 }
 
 /// The viewer asks for thumbnails and shows them in its list; the library makes them.
@@ -93,11 +106,11 @@ void DesktopProgram::start(const QStringList& paths) {
     objects_->controller.openFiles(paths);
 }
 
-void DesktopProgram::terminate() {
-    if (std::exchange(terminated_, true)) return;
+QString DesktopProgram::terminate() {
+    if (std::exchange(terminated_, true)) return {};
     if (objects_->viewer.isVisible())
         objects_->viewer.close(); // its open notes and the last frame belong to the session
-    objects_->controller.applicationWillTerminate();
+    return objects_->controller.applicationWillTerminate();
 }
 
 PlaylistController& DesktopProgram::controller() {

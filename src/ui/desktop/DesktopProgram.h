@@ -37,10 +37,11 @@ public:
     [[nodiscard]] ViewerWindow& viewerWindow();
 
     /// The end in its order: viewer closed, temporary session written, panels away. Once; the destructor does
-    /// it if nobody did.
-    void terminate();
+    /// it if nobody did. What a person must be told then, else empty: see the controller's.
+    QString terminate();
 
 private:
+    void followPreferencesFile();
     void connectThumbnails();
 
     struct Objects;

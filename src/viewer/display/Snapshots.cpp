@@ -1,11 +1,14 @@
 #include "viewer/display/Snapshots.h"
 
 #include "model/Movie.h"
+#include "platform/AtomicFile.h"
+#include "platform/FailedWrites.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
 #include "viewer/review/ViewerList.h"
 #include "viewer/transport/TimeDisplay.h"
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QImageWriter>
 
@@ -32,12 +35,13 @@ QString extensionOf(SnapshotFormat format) {
 } // namespace
 
 Snapshots::Snapshots(Preferences& preferences, Panels& panels, ViewerList& list, TimeDisplay& time,
-                     QObject* parent)
+                     FailedWrites& failedWrites, QObject* parent)
     : QObject(parent)
     , preferences_(preferences)
     , panels_(panels)
     , list_(list)
-    , time_(time) {}
+    , time_(time)
+    , failedWrites_(failedWrites) {}
 
 QSize Snapshots::targetSize(const QSize& area, const Preferences& preferences) {
     const SnapshotScale scale = preferences.snapshotImageScale();
@@ -86,26 +90,49 @@ void Snapshots::takeSnapshot() {
     if (picture.isNull()) return;
     Q_EMIT flash();
     const SnapshotFormat format = preferences_.snapshotFileFormat();
+    const QString path = askForPath(proposedName(), format);
+    if (path.isEmpty()) return;
+    ++snapshotNumber_;
+    write({picture, format, preferences_.compressionQuality()}, path);
+}
+
+QString Snapshots::askForPath(const QString& proposedName, SnapshotFormat format) {
     SavePanel panel;
     panel.title = tr("Save Snapshot As...");
     panel.prompt = tr("Save Snapshot");
-    panel.proposedName = proposedName();
+    panel.proposedName = proposedName;
     if (const QString extension = extensionOf(format); !extension.isEmpty()) panel.allowedTypes = {extension};
-    const QString path = panels_.runSave(panel);
-    if (path.isEmpty()) return;
-    ++snapshotNumber_;
-    const float quality = preferences_.compressionQuality();
-    // A failure stays silent: nothing interrupts a review for a still.
-    writing_.run([picture, path, format, quality] { (void)writeSnapshot(picture, path, format, quality); });
+    return panels_.runSave(panel);
 }
 
-bool writeSnapshot(const QImage& image, const QString& path, SnapshotFormat format, float quality) {
+/// A failure interrupts no review: it waits at the viewer's foot.
+void Snapshots::write(const Still& still, const QString& path) {
+    writing_.run([this, still, path] {
+        const Result<void> written = writeSnapshot(still.picture, path, still.format, still.quality);
+        WorkQueue::deliver(this, [this, still, path, written] {
+            if (written) return failedWrites_.written(path);
+            const auto elsewhere = [this, still, path] {
+                const QString other = askForPath(QFileInfo(path).fileName(), still.format);
+                if (other.isEmpty()) return;
+                if (other != path) failedWrites_.written(path); // not wanted there any more
+                write(still, other);
+            };
+            failedWrites_.failed(
+                tr("Snapshot"), path, written.error().text, [this, still, path] { write(still, path); }, elsewhere);
+        });
+    });
+}
+
+Result<void> writeSnapshot(const QImage& image, const QString& path, SnapshotFormat format, float quality) {
     const QString extension = extensionOf(format);
-    if (extension.isEmpty()) return false;
-    QImageWriter writer(path,
+    if (extension.isEmpty()) return Error{QStringLiteral("could not write %1: no format of pictures").arg(path)};
+    QBuffer bytes;
+    bytes.open(QIODevice::WriteOnly);
+    QImageWriter writer(&bytes,
                         extension == QLatin1String("tif") ? QByteArrayLiteral("tiff") : extension.toLatin1());
     if (extension == QLatin1String("jpg")) writer.setQuality(std::clamp(qRound(quality * 100), 0, 100));
-    return writer.write(image);
+    if (!writer.write(image)) return Error{QStringLiteral("could not write %1: %2").arg(path, writer.errorString())};
+    return writeFileAtomically(path, bytes.data());
 }
 
 } // namespace daylark

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Result.h"
 #include "base/jobs/WorkQueue.h"
 #include "preferences/PreferenceWords.h"
 
@@ -13,14 +14,15 @@
 
 namespace daylark {
 
+class FailedWrites;
 class Panels;
 class TimeDisplay;
 class Preferences;
 class ViewerList;
 
 /// Stills of the player area as it is shown: rendered anew from its layers at the wanted size, so nothing
-/// covers it. Names, counter and format by the preferences; written on a worker. Failures to write are
-/// silent. Owned by the viewer's controller; interface thread.
+/// covers it. Names, counter and format by the preferences; written on a worker. One that cannot be written is
+/// among the failed writes. Owned by the viewer's controller; interface thread.
 class Snapshots : public QObject {
     Q_OBJECT
 public:
@@ -30,7 +32,7 @@ public:
         std::function<QImage(QSize)> render;
     };
     Snapshots(Preferences& preferences, Panels& panels, ViewerList& list, TimeDisplay& time,
-              QObject* parent = nullptr);
+              FailedWrites& failedWrites, QObject* parent = nullptr);
     void setArea(Area area) { area_ = std::move(area); }
 
     void takeTimedSnapshot(); ///< what the command does
@@ -48,17 +50,26 @@ Q_SIGNALS:
     void flash(); ///< acknowledge on the picture
 
 private:
+    struct Still {
+        QImage picture;
+        SnapshotFormat format = SnapshotFormat::none;
+        float quality = 0;
+    };
+    [[nodiscard]] QString askForPath(const QString& proposedName, SnapshotFormat format);
+    void write(const Still& still, const QString& path);
+
     Preferences& preferences_;
     Panels& panels_;
     ViewerList& list_;
     TimeDisplay& time_;
+    FailedWrites& failedWrites_;
     Area area_;
     int snapshotNumber_ = 1;
     WorkQueue writing_; ///< last: waits for what is being written
 };
 
-/// `quality` 0 to 1 counts for JPEG only. False when it could not, or for no format. Any thread.
-[[nodiscard]] bool writeSnapshot(const QImage& image, const QString& path, SnapshotFormat format,
+/// Whole or not at all. `quality` 0 to 1 counts for JPEG only. Errors: no format, not writable. Any thread.
+[[nodiscard]] Result<void> writeSnapshot(const QImage& image, const QString& path, SnapshotFormat format,
                                  float quality);
 
 } // namespace daylark
