@@ -127,6 +127,7 @@ public:
     Preference<bool> hideFileExtensionInNotes{*this, "hideFileExtensionInNotes", true};
     Preference<RendererChoice> pictureRenderer{*this, "pictureRenderer", RendererChoice::automatic};
     Preference<bool> displayPlaybackStatistics{*this, "displayPlaybackStatistics", false};
+    Preference<bool> exactLoops{*this, "exactLoops", true}; ///< a range turns at its last frame, not near it
 
     // Stored only.
     Preference<QString> sessionPath{*this, "Session Path"};

@@ -139,7 +139,7 @@ TEST_F(DeviceSoundTest, ADeviceThatIsLostOrMissingIsNoClockAndSoundComesInAgainB
         const double moment = *sound.position() - desk.played + beeps()[0];
         EXPECT_NEAR(moment, std::round(moment), 0.06) << "what is said to be heard is what is heard";
     };
-    sound.setLoops(true);
+    sound.setLap({0, 60});
     ASSERT_TRUE(waitUntil([&] { return desk.made == 1; })); // its file is open
     desk.present = false;
     desk.lost = true; // while nothing plays

@@ -36,7 +36,7 @@ protected:
     /// One read by the plan; false when it has nothing more to ask for.
     bool readNext(const ReadDemand& demand) {
         const int direction = demand.dragging ? demand.heading : demand.direction;
-        cache.setTravel({demand.target, direction, frames, false});
+        cache.setTravel({demand.target, direction, {}});
         const auto next = nextFrameToRead(demand, state(), cache);
         if (!next) return false;
         EXPECT_TRUE(*next >= 0 && *next < frames);

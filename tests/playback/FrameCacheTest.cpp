@@ -46,10 +46,10 @@ using Frames = std::vector<qint64>;
 TEST_F(FrameCacheTest, KeepsWhatLiesAheadAndHalfAsMuchBehindWithinTheBudget) {
     FrameCache cache(room(5));
     cache.reset(1);
-    cache.setTravel({20, 1, 60, false});
+    cache.setTravel({20, 1, {}});
     fill(cache);
     EXPECT_EQ(held(cache), (Frames{19, 20, 21, 22, 23}));
-    cache.setTravel({40, -1, 60, false});
+    cache.setTravel({40, -1, {}});
     fill(cache);
     EXPECT_EQ(held(cache), (Frames{37, 38, 39, 40, 41}));
     EXPECT_TRUE(cache.wouldKeep(38));
@@ -61,18 +61,21 @@ TEST_F(FrameCacheTest, KeepsWhatLiesAheadAndHalfAsMuchBehindWithinTheBudget) {
 TEST_F(FrameCacheTest, InALoopTheStartLiesAheadOfTheEnd) {
     FrameCache cache(room(5));
     cache.reset(1);
-    cache.setTravel({58, 1, 60, true});
+    cache.setTravel({58, 1, {0, 59}});
     fill(cache);
     EXPECT_EQ(held(cache), (Frames{0, 1, 57, 58, 59}));
-    cache.setTravel({1, -1, 60, true});
+    cache.setTravel({1, -1, {0, 59}});
     fill(cache);
     EXPECT_EQ(held(cache), (Frames{0, 1, 2, 58, 59}));
+    cache.setTravel({34, 1, {30, 35}}); // a range: what lies outside goes first, however near
+    fill(cache);
+    EXPECT_EQ(held(cache), (Frames{30, 31, 33, 34, 35}));
 }
 
 TEST_F(FrameCacheTest, TheLastPictureStaysHoweverSmallTheBudget) {
     FrameCache cache(1);
     cache.reset(1);
-    cache.setTravel({30, 1, 60, false});
+    cache.setTravel({30, 1, {}});
     EXPECT_TRUE(cache.put(1, 10, pictures()[10]));
     EXPECT_FALSE(cache.put(1, 5, pictures()[5]));
     EXPECT_TRUE(cache.put(1, 30, pictures()[30]));
@@ -84,7 +87,7 @@ TEST_F(FrameCacheTest, TheLastPictureStaysHoweverSmallTheBudget) {
 TEST_F(FrameCacheTest, WhatIsHeldElsewhereAndASmallerBudgetTakeRoomAtOnce) {
     FrameCache cache(room(10));
     cache.reset(1);
-    cache.setTravel({20, 1, 60, false});
+    cache.setTravel({20, 1, {}});
     fill(cache);
     EXPECT_EQ(cache.byteCount(), room(10));
     cache.addElsewhere(room(4));
@@ -100,7 +103,7 @@ TEST_F(FrameCacheTest, WhatIsHeldElsewhereAndASmallerBudgetTakeRoomAtOnce) {
 TEST_F(FrameCacheTest, WhatDecodersHoldTakesRoomUntilTheNextMovieButLeavesHalf) {
     FrameCache cache(room(20));
     cache.reset(1);
-    cache.setTravel({20, 1, 60, false});
+    cache.setTravel({20, 1, {}});
     fill(cache);
     cache.setBeside(1, room(7));
     EXPECT_EQ(cache.byteCount(), room(13));

@@ -2,6 +2,7 @@
 #include "playback/sound/SoundReadAhead.h"
 
 #include "support/PlayerBench.h"
+#include "support/WaveFile.h"
 
 #include <QDataStream>
 #include <QFile>
@@ -42,7 +43,7 @@ public:
         playing.reset();
         ++fades;
     }
-    void setLoops(bool value) override { loops = value; }
+    void setLap(const SoundLap& value) override { lap = value; }
     void setVolume(float value) override { volume = value; }
     std::optional<double> position() const override { return heard; }
 
@@ -51,7 +52,8 @@ public:
     std::optional<double> playing, heard;
     float volume = -1, rate = 0;
     int starts = 0, fades = 0;
-    bool available = true, loops = false;
+    bool available = true;
+    SoundLap lap;
 };
 
 class PlayerSoundTest : public ::testing::Test {
@@ -173,7 +175,7 @@ TEST_F(PlayerSoundTest, PauseSeekAndCloseBeginTheSoundAnewAndALoopDoesNot) {
     ASSERT_TRUE(waitUntil([&] { return player.isRolling(); }));
     EXPECT_NEAR(*sound.playing, 30.0 / 24, 1e-6);
     player.setLoops(true);
-    EXPECT_TRUE(sound.loops);
+    EXPECT_EQ(sound.lap, (SoundLap{0, 2}));
     hear(48.5);
     EXPECT_EQ(player.currentFrame(), 1);
     hear(53);
@@ -185,6 +187,26 @@ TEST_F(PlayerSoundTest, PauseSeekAndCloseBeginTheSoundAnewAndALoopDoesNot) {
     EXPECT_EQ(sound.volume, 0.25f);
     player.close();
     EXPECT_TRUE(sound.movie.isNull());
+}
+
+TEST_F(PlayerSoundTest, TheSoundOfARangeTurnsWithIt) {
+    player.setRange(11, 15);
+    player.setCurrentTime(player.index().timeOf(10));
+    start(1);
+    EXPECT_EQ(sound.lap, (SoundLap{10 / 24.0, 15 / 24.0}));
+    hear(14.5);
+    EXPECT_EQ(player.currentFrame(), 15);
+    hear(15.5);
+    EXPECT_EQ(player.currentFrame(), 11);
+    hear(10 + 3 * 5 + 2.5);
+    EXPECT_EQ(player.currentFrame(), 13);
+    EXPECT_EQ(sound.starts, 1);
+    player.setRange(11, 20); // in the middle of the run: what was read ahead goes by the old range
+    EXPECT_EQ(sound.starts, 2);
+    EXPECT_NEAR(*sound.playing, 12.5 / 24, 1e-3);
+    EXPECT_EQ(sound.lap, (SoundLap{10 / 24.0, 20 / 24.0}));
+    EXPECT_EQ(player.currentFrame(), 13);
+    EXPECT_TRUE(player.isRolling());
 }
 
 TEST_F(PlayerSoundTest, AnotherSoundComesInWhereThePictureIs) {
@@ -249,7 +271,7 @@ TEST(SoundReadAheadTest, WhatIsTakenGoesOnEvenlyAndStandsWhereItBelongs) {
     auto pictures = std::make_shared<SampleIndex>();
     pictures->timeScale = 24000; // 2.6 s, a lap that is no whole number of anything
     pictures->endTicks = 62401;
-    readAhead.setLoops(true);
+    readAhead.setLap({0, 62401 / 24000.0});
     readAhead.setMovie(spec.path, pictures, {});
     readAhead.start(3, rate * 2);
     ASSERT_TRUE(waitUntil(isReady));
@@ -268,24 +290,36 @@ TEST(SoundReadAheadTest, WhatIsTakenGoesOnEvenlyAndStandsWhereItBelongs) {
     EXPECT_EQ(missed[0], 0.0f);
 }
 
+TEST(SoundReadAheadTest, ALapIsCutToTheSampleHoweverOftenItComesRound) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("saw.wav"));
+    constexpr int rate = 48000, period = 32000;
+    const auto level = [](qint64 position) { return int(position % period); };
+    ASSERT_TRUE(writeWave(path, rate, rate * 4, level));
+    SoundReadAhead readAhead(rate, [] {});
+    readAhead.setMovie(path, std::make_shared<SampleIndex>(), {MovieSound::Kind::added, path, {}});
+    // Five frames of 23.976 a second: 10010 samples, from a moment before it.
+    const double frame = 1001.0 / 24000;
+    readAhead.setLap({20 * frame, 25 * frame});
+    const auto isReady = [&] { return readAhead.state() == SoundReadAhead::State::ready; };
+    readAhead.start(1, 10 * 2002);
+    std::vector<float> pair(2);
+    for (qint64 n = 10 * 2002; n < rate * 4; ++n) {
+        if ((n - 20020) % 480 == 0) {
+            ASSERT_TRUE(waitUntil(isReady));
+        }
+        readAhead.take(1, pair.data(), 1);
+        const qint64 moment = n < 50050 ? n : 40040 + (n - 50050) % 10010;
+        ASSERT_NEAR(pair[0] * 32768, level(moment), 1) << n;
+    }
+}
+
 TEST(SoundReadAheadTest, AReadThatARestartOvertookGivesNothingToTheNextRun) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("saw.wav"));
     constexpr int rate = 48000, seconds = 20, period = 32000;
     const auto level = [](qint64 position) { return int(position % period); };
-    QByteArray wave;
-    QDataStream out(&wave, QIODevice::WriteOnly);
-    out.setByteOrder(QDataStream::LittleEndian);
-    const auto mark = [&out](const char* text) { out.writeRawData(text, 4); };
-    mark("RIFF"), out << quint32(36 + 4 * rate * seconds), mark("WAVE");
-    mark("fmt "), out << quint32(16) << quint16(1) << quint16(2) << quint32(rate) << quint32(4 * rate)
-                      << quint16(4) << quint16(16);
-    mark("data"), out << quint32(4 * rate * seconds);
-    for (qint64 n = 0; n < rate * seconds; ++n)
-        out << qint16(level(n)) << qint16(level(n));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(wave) == wave.size());
-    file.close();
+    ASSERT_TRUE(writeWave(path, rate, rate * seconds, level));
 
     SoundReadAhead readAhead(rate, [] {});
     readAhead.setMovie(path, std::make_shared<SampleIndex>(), {MovieSound::Kind::added, path, {}});

@@ -167,6 +167,64 @@ TEST_F(PlayerTest, ALoopGoesOnFromTheOtherEndInBothDirections) {
     EXPECT_TRUE(ended.isEmpty());
 }
 
+TEST_F(PlayerTest, ARangeTurnsAtItsVeryLastFrameAndShowsNothingFromBeyond) {
+    open(bench::movie({.frames = frameCount, .group = 25, .bFrames = 2}));
+    for (const qint64 length : {1, 2, 5, 13})
+        for (const float rate : {1.0f, 0.5f, 2.0f, -1.0f, -0.5f, -2.0f}) {
+            SCOPED_TRACE(::testing::Message() << length << " frames at " << rate);
+            const qint64 first = 41, last = first + length - 1;
+            player.setRate(0);
+            player.setCurrentTime(player.index().timeOf(first - 1));
+            ASSERT_EQ(settledPicture(player), first);
+            player.setRange(first, last);
+            start(rate);
+            shown.clear();
+            const SampleIndex& index = player.index();
+            for (int turn = 1; turn <= 60; ++turn) {
+                clock.now += qint64(1e9 * index.step / index.timeScale / double(std::abs(rate))) + 1;
+                player.tick();
+                const qint64 step = rate > 0 ? turn : -turn;
+                ASSERT_EQ(player.currentFrame(), first + (step % length + length) % length);
+                ASSERT_EQ(settledPicture(player), player.currentFrame());
+            }
+            for (const qint64 frame : shown)
+                ASSERT_TRUE(frame >= first && frame <= last) << frame;
+            clock.now += qint64(1e9 * 200); // nobody looked for minutes
+            player.tick();
+            EXPECT_TRUE(player.currentFrame() >= first && player.currentFrame() <= last);
+        }
+}
+
+TEST_F(PlayerTest, ARangeMayEndARunAsTheMovieDoesAndLetsGoWhatStandsBeyondIt) {
+    open(bench::movie({.frames = frameCount, .group = 25, .bFrames = 2}));
+    QSignalSpy ended(&player, &Player::didEnd);
+    player.setRange(10, 14, Player::RangeEnd::ends);
+    player.setCurrentTime(player.index().timeOf(6));
+    start(1);
+    for (int turn = 0; turn < 12; ++turn)
+        turnOneFrame();
+    EXPECT_EQ(ended.count(), 1);
+    EXPECT_EQ(settledPicture(player), 14) << "came to it from before";
+    start(1);
+    EXPECT_EQ(player.currentFrame(), 10) << "a run onto its end begins at its beginning";
+    player.setRate(0);
+    player.setCurrentTime(player.index().timeOf(11));
+    start(-1);
+    for (int turn = 0; turn < 5; ++turn)
+        turnOneFrame();
+    EXPECT_EQ(ended.count(), 2);
+    EXPECT_EQ(settledPicture(player), 10);
+    player.setCurrentTime(player.index().timeOf(14)); // frame 15
+    start(1);
+    turnOneFrame();
+    EXPECT_EQ(settledPicture(player), 16);
+    player.setRange(1, 0);
+    player.setCurrentTime(player.index().timeOf(11));
+    for (int turn = 0; turn < 5; ++turn)
+        turnOneFrame();
+    EXPECT_GT(player.currentFrame(), 14);
+}
+
 TEST_F(PlayerTest, LatePicturesAreLeftOutAndNeverShownOutOfOrder) {
     open(bench::movie({.frames = frameCount, .group = 25, .bFrames = 2}));
     start(1);

@@ -17,7 +17,7 @@ struct Reading {
         cache.reset(1);
     }
     void follow(const ReadDemand& demand) {
-        cache.setTravel({demand.target, demand.direction, frames, demand.loops});
+        cache.setTravel({demand.target, demand.direction, demand.lap});
         ReadState state = this->state();
         while (const auto next = nextFrameToRead(demand, state, cache)) {
             ASSERT_GE(*next, 0);
@@ -56,7 +56,7 @@ std::vector<qint64> range(qint64 first, qint64 last) {
 TEST(ReadPlanTest, ForwardsEachFrameIsReadOnceAndInOrder) {
     Reading reading(100);
     for (qint64 target = 0; target < 100; ++target)
-        reading.follow({target, 1, true, false});
+        reading.follow({target, 1, true, {}});
     EXPECT_EQ(reading.read, range(0, 99));
 }
 
@@ -67,7 +67,7 @@ TEST(ReadPlanTest, BackwardsEachGroupIsReadOnceAndForwards) {
         for (qint64 n = group; n < group + 10; ++n)
             expected.push_back(n);
     for (qint64 target = 99; target >= 0; --target)
-        reading.follow({target, -1, true, false});
+        reading.follow({target, -1, true, {}});
     EXPECT_EQ(reading.read, expected);
 }
 
@@ -88,17 +88,23 @@ TEST(ReadPlanTest, AJumpReadsItsTargetFirstAndAColdStepBackItsGroupForwards) {
 
 TEST(ReadPlanTest, ARunInALoopReadsOnAtTheOtherEnd) {
     Reading forwards(100);
-    forwards.follow({98, 1, true, true});
+    forwards.follow({98, 1, true, {0, 99}});
     EXPECT_TRUE(forwards.cache.contains(0) && forwards.cache.contains(5));
     Reading backwards(100);
-    backwards.follow({1, -1, true, true});
+    backwards.follow({1, -1, true, {0, 99}});
     EXPECT_TRUE(backwards.cache.contains(99) && backwards.cache.contains(90));
+    Reading range(100);
+    range.follow({53, 1, true, {50, 54}});
+    EXPECT_EQ(range.read, (std::vector<qint64>{53, 54, 50, 51, 52})) << "and then there is nothing more to read";
+    Reading towards(100);
+    towards.follow({45, 1, true, {50, 54}});
+    EXPECT_TRUE(towards.holds(45, 54) && !towards.cache.contains(55));
 }
 
 TEST(ReadPlanTest, BackwardsTheGroupBeforeIsReadAheadWhole) {
     Reading reading(1000);
     reading.keyEvery = 200;
-    reading.follow({799, -1, true, false});
+    reading.follow({799, -1, true, {}});
     EXPECT_TRUE(reading.holds(400, 799));
     EXPECT_FALSE(reading.cache.contains(399));
 }
@@ -106,10 +112,10 @@ TEST(ReadPlanTest, BackwardsTheGroupBeforeIsReadAheadWhole) {
 TEST(ReadPlanTest, ARunBackwardsWaitsForTheGroupBeforeOnlyNearItsOwnBeginning) {
     Reading reading(1000);
     reading.keyEvery = 200;
-    EXPECT_EQ(reading.readyToRoll({799, -1, true, false}), 1);
-    EXPECT_EQ(reading.readyToRoll({610, -1, true, false}), 210);
-    EXPECT_EQ(reading.readyToRoll({10, -1, true, false}), 1) << "nothing comes before the first group";
-    EXPECT_EQ(reading.readyToRoll({610, 1, true, false}), 1);
+    EXPECT_EQ(reading.readyToRoll({799, -1, true, {}}), 1);
+    EXPECT_EQ(reading.readyToRoll({610, -1, true, {}}), 210);
+    EXPECT_EQ(reading.readyToRoll({10, -1, true, {}}), 1) << "nothing comes before the first group";
+    EXPECT_EQ(reading.readyToRoll({610, 1, true, {}}), 1);
 }
 
 TEST(ReadPlanTest, StandingTheRestOfTheGroupIsReadInTheEnd) {
@@ -134,7 +140,7 @@ TEST(ReadPlanTest, StandingAmongPicturesThatStandAloneSomeFramesBehindAreReadInT
 
 TEST(ReadPlanTest, WhatIsKeptReadyEndsAfterSoManyFrames) {
     Reading running(200);
-    running.follow({10, 1, true, false});
+    running.follow({10, 1, true, {}});
     EXPECT_EQ(running.read.back(), 10 + 64);
     Reading standing(200);
     standing.keyEvery = 100;
@@ -153,7 +159,7 @@ TEST(ReadPlanTest, WhatIsKeptReadyEndsAfterSoManyFrames) {
 TEST(ReadPlanTest, NothingIsReadOutsideTheMovie) {
     Reading reading(5);
     for (const qint64 target : {-1, 5, 400})
-        reading.follow({target, 1, true, true});
+        reading.follow({target, 1, true, {0, 4}});
     EXPECT_TRUE(reading.read.empty());
 }
 

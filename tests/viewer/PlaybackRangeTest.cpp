@@ -99,6 +99,7 @@ TEST_F(PlaybackRangeTest, AShortMovieSwitchesTrimmingOffForThoseAfterIt) {
 }
 
 TEST_F(PlaybackRangeTest, ARunIsHeldInTheRangeByTheLookOnceASecondOnly) {
+    preferences.exactLoops.set(false);
     showVisited(100);
     range.toggleTrimHandles();
     goTo(2);
@@ -123,6 +124,34 @@ TEST_F(PlaybackRangeTest, ARunIsHeldInTheRangeByTheLookOnceASecondOnly) {
     transport.pauseMovie();
     goTo(3);
     EXPECT_EQ(frameAfterTheLook(), 3) << "paused, every frame may be looked at";
+}
+
+TEST_F(PlaybackRangeTest, AnExactLoopIsThePlayersToKeepAndBringsARunInAtOnce) {
+    showVisited(100);
+    range.toggleTrimHandles();
+    goTo(2);
+    transport.playMovieForwards();
+    EXPECT_EQ(player.currentFrame(), 9) << "not a second later";
+    goTo(92);
+    EXPECT_EQ(frameAfterTheLook(), 92) << "a look that falls on the last frame doesn't cut it off";
+    ASSERT_TRUE(bench::waitUntil([&] { return player.isRolling(); }));
+    clock.now += 1'500'000'000 / 24; // a frame and a half
+    player.tick();
+    EXPECT_EQ(player.currentFrame(), 9);
+    preferences.exactLoops.set(false);
+    goTo(91);
+    EXPECT_EQ(frameAfterTheLook(), 9) << "the look's again";
+    preferences.exactLoops.set(true);
+    goTo(95);
+    EXPECT_EQ(frameAfterTheLook(), 9);
+    // Handles stand for the movie's ends: what comes there is for the repeat mode to say.
+    preferences.repeatType.set(RepeatMode::playMovieOnce);
+    goTo(92);
+    ASSERT_TRUE(bench::waitUntil([&] { return player.isRolling(); }));
+    clock.now += 1'500'000'000 / 24;
+    player.tick();
+    EXPECT_FALSE(transport.movieIsPlayingForwards());
+    EXPECT_EQ(player.currentFrame(), 92);
 }
 
 TEST_F(PlaybackRangeTest, HandlesEditedElsewhereAreAppliedAtOnce) {

@@ -39,23 +39,26 @@ void FrameCache::setTravel(const Travel& travel) {
 
 qint64 FrameCache::cost(qint64 frame) const {
     const qint64 ahead = (frame - travel_.playhead) * travel_.direction;
-    if (!travel_.loops || travel_.frames <= 0) return ahead >= 0 ? ahead : -2 * ahead;
-    const qint64 around = ahead >= 0 ? ahead : ahead + travel_.frames;
-    return std::min(around, 2 * (travel_.frames - around));
+    const Lap& lap = travel_.lap;
+    if (!lap.holds(frame) || !lap.holds(travel_.playhead)) {
+        const qint64 outside = lap.isEmpty() || lap.holds(frame) ? 0 : 2 * lap.count(); // the run won't come there
+        return outside + (ahead >= 0 ? ahead : -2 * ahead);
+    }
+    const qint64 around = ahead >= 0 ? ahead : ahead + lap.count();
+    return std::min(around, 2 * (lap.count() - around));
 }
 
-// The cost grows away from the playhead on both sides, so its maximum stands at an end of the map, or, when
-// the movie is a ring, beside the point where the way on equals twice the way back.
+// The cost grows away from the playhead on both sides, so its maximum stands at an end of the map, or, within a
+// lap, which is a ring, beside the point where the way on equals twice the way back.
 FrameCache::Pictures::const_iterator FrameCache::dearest() const {
     auto best = pictures_.begin();
     const auto consider = [&](Pictures::const_iterator candidate) {
         if (candidate != pictures_.end() && cost(candidate->first) > cost(best->first)) best = candidate;
     };
     consider(std::prev(pictures_.end()));
-    if (travel_.loops && travel_.frames > 0) {
-        qint64 peak = travel_.playhead - travel_.direction * (travel_.frames / 3);
-        peak = (peak % travel_.frames + travel_.frames) % travel_.frames;
-        const auto after = pictures_.lower_bound(peak);
+    if (const Lap& lap = travel_.lap; lap.holds(travel_.playhead)) {
+        const qint64 back = travel_.playhead - lap.first - travel_.direction * (lap.count() / 3);
+        const auto after = pictures_.lower_bound(lap.first + (back + lap.count()) % lap.count());
         consider(after);
         if (after != pictures_.begin()) consider(std::prev(after));
     }

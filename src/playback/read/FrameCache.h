@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/decode/VideoFrame.h"
+#include "playback/read/Lap.h"
 
 #include <algorithm>
 #include <map>
@@ -23,8 +24,7 @@ public:
     struct Travel {
         qint64 playhead = 0;
         int direction = 1; ///< 1 or -1
-        qint64 frames = 0; ///< of the movie
-        bool loops = false;
+        Lap lap = {}; ///< of a run
     };
 
     explicit FrameCache(qint64 budget)

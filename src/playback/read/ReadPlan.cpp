@@ -95,12 +95,10 @@ std::optional<qint64> nextFrameToRead(const ReadDemand& demand, const ReadState&
     if (!cache.contains(demand.target)) return readTowards(demand.target, demand, state, cache);
 
     const qint64 reach = reachAhead(demand, state, cache);
-    for (qint64 ahead = 1; ahead <= std::min(reach, state.frames - 1); ++ahead) {
-        qint64 frame = demand.target + ahead * demand.direction;
-        if (frame < 0 || frame >= state.frames) {
-            if (!demand.loops || !demand.playing) break;
-            frame = (frame + state.frames) % state.frames;
-        }
+    qint64 frame = demand.target;
+    for (qint64 ahead = 1; ahead <= reach; ++ahead) {
+        frame = demand.playing ? demand.lap.after(frame, demand.direction) : frame + demand.direction;
+        if (frame < 0 || frame >= state.frames || frame == demand.target) break;
         if (!cache.contains(frame))
             return cache.wouldKeep(frame) ? std::optional(readTowards(frame, demand, state, cache))
                                           : std::nullopt;

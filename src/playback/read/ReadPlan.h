@@ -1,5 +1,7 @@
 #pragma once
 
+#include "playback/read/Lap.h"
+
 #include <QtGlobal>
 
 #include <functional>
@@ -14,7 +16,7 @@ struct ReadDemand {
     qint64 target = -1; ///< the frame under the playhead; -1 for nothing
     int direction = 1;  ///< of travel: 1 or -1
     bool playing = false;
-    bool loops = false;
+    Lap lap = {}; ///< of a run
     bool dragging = false; ///< a hand is still looking for its place: something near is wanted soon
     int heading = 1;       ///< while it drags: which way it moves, 1 or -1,
     qint64 reach = 0;      ///< and the frames that it passes in half a second

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace daylark {
@@ -69,6 +70,7 @@ public:
     void step(int direction);
     void setRate(float rate);
     void setLoops(bool loops);
+    void setRange(const Lap& range, RangeEnd atEnd);
     void setVolume(float volume);
     void setDragging(bool dragging);
     void setCacheBudget(qint64 bytes);
@@ -117,10 +119,18 @@ private:
     [[nodiscard]] qint64 endOfFrame(qint64 frame) const;
     [[nodiscard]] int direction() const { return rate_ < 0 ? -1 : 1; }
     [[nodiscard]] qint64 last() const { return index_->count() - 1; }
+    [[nodiscard]] std::optional<Lap> rangeAhead() const;
+    /// The frames that a run from the current one doesn't leave, and what becomes of it at their end.
+    [[nodiscard]] Lap stretch() const { return rangeAhead().value_or(Lap{0, last()}); }
+    [[nodiscard]] bool turns() const { return rangeAhead() ? rangeEnd_ == RangeEnd::turns : loops_; }
+    [[nodiscard]] Lap lap() const { return turns() ? stretch() : Lap(); }
+    void handLapToSound();
 
     quint64 generation_ = 0;
     bool holdDemands_ = false; // while listeners of `opened` choose where to start
     bool loops_ = false;
+    Lap range_;
+    RangeEnd rangeEnd_ = RangeEnd::turns;
     SeekingHand hand_;
     int travel_ = 1;     // direction of the last movement
     int endedAt_ = 0;    // 1 or -1 after playing onto that end, until the position changes
@@ -153,6 +163,7 @@ void Player::Engine::forget() {
     shown_ = {};
     tally_ = {};
     decoderName_.clear();
+    range_ = {};
     hand_.forgetAsked();
     endedAt_ = 0;
     travel_ = 1;
@@ -230,7 +241,7 @@ void Player::Engine::demand() {
     hand_.ask(frame_);
     const ReadDemand demand = currentDemand();
     const int direction = demand.dragging ? demand.heading : demand.direction;
-    cache_.setTravel({frame_, direction, index_->count(), loops_ && rate_ != 0});
+    cache_.setTravel({frame_, direction, rate_ != 0 ? lap() : Lap()});
     decoder_.want(generation_, demand);
 }
 
@@ -238,7 +249,7 @@ ReadDemand Player::Engine::currentDemand() const {
     return {.target = frame_,
             .direction = rate_ != 0 ? direction() : travel_,
             .playing = rate_ != 0,
-            .loops = loops_,
+            .lap = lap(),
             .dragging = hand_.isSeeking(),
             .heading = hand_.heading(),
             .reach = hand_.reach()};
@@ -288,7 +299,7 @@ void Player::Engine::setRate(float rate) {
     const bool sameDirection = rolling_ && rate * rate_ > 0;
     if (endedAt_ != 0 &&
         rate * float(endedAt_) > 0) { // a run onto the end where it stands begins at the other end
-        frame_ = rate > 0 ? 0 : last();
+        frame_ = rate > 0 ? stretch().first : stretch().last;
         ticks_ = index_->timeOf(frame_).value;
         endedAt_ = 0;
         Q_EMIT q_.positionChanged();
@@ -314,8 +325,30 @@ void Player::Engine::setRate(float rate) {
 void Player::Engine::setLoops(bool loops) {
     if (loops == loops_) return;
     loops_ = loops;
-    run_.setLoops(loops);
+    handLapToSound();
     demand();
+}
+
+void Player::Engine::setRange(const Lap& range, RangeEnd atEnd) {
+    if (range == range_ && atEnd == rangeEnd_) return;
+    range_ = range;
+    rangeEnd_ = atEnd;
+    handLapToSound();
+    demand();
+}
+
+/// The range, where a run from the current frame comes to it.
+std::optional<Lap> Player::Engine::rangeAhead() const {
+    const Lap range{std::max<qint64>(range_.first, 0), std::min(range_.last, last())};
+    const bool comesThere = !range.isEmpty() && (direction() > 0 ? frame_ <= range.last : frame_ >= range.first);
+    return comesThere ? std::optional(range) : std::nullopt;
+}
+
+void Player::Engine::handLapToSound() {
+    const Lap lap = this->lap();
+    if (!open_ || lap.isEmpty()) return run_.setLap({});
+    const auto scale = double(index_->timeScale);
+    run_.setLap({double(index_->timeOf(lap.first).value) / scale, double(endOfFrame(lap.last)) / scale});
 }
 
 qint64 Player::Engine::endOfFrame(qint64 frame) const {
@@ -324,6 +357,7 @@ qint64 Player::Engine::endOfFrame(qint64 frame) const {
 
 void Player::Engine::startRun() {
     runFrom_ = frame_;
+    handLapToSound();
     run_.placeAt(double(direction() > 0 ? index_->timeOf(frame_).value : endOfFrame(frame_)));
 }
 
@@ -344,9 +378,10 @@ bool Player::Engine::isReadyToRoll() const {
     };
     const ReadDemand demand = currentDemand();
     const qint64 wanted = readyToRoll(demand, {index_->count(), -1, keyFrameBefore}, cache_);
+    qint64 frame = frame_;
     for (qint64 ahead = 1; ahead <= wanted; ++ahead) {
-        const qint64 frame = frame_ + ahead * demand.direction;
-        if (frame < 0 || frame > last()) break;
+        frame = demand.lap.after(frame, demand.direction);
+        if (frame < 0 || frame > last() || frame == frame_) break;
         if (!cache_.contains(frame)) return decoder_.isResting(); // no more to come
     }
     return true;
@@ -383,21 +418,24 @@ void Player::Engine::tick() {
 
 void Player::Engine::advance() {
     double position = run_.position();
-    const auto length = double(index_->endTicks);
-    if (direction() > 0 ? position >= length : position <= 0) {
-        if (!loops_ || length <= 0) return end();
-        const double passed = std::floor(position / length) * length;
-        position = std::fmod(position, length);
+    const Lap lap = stretch();
+    const auto from = double(index_->timeOf(lap.first).value), until = double(endOfFrame(lap.last));
+    if (direction() > 0 ? position >= until : position <= from) {
+        const double length = until - from;
+        if (!turns() || length <= 0) return end();
+        const double passed = std::floor((position - from) / length) * length;
+        position = from + std::fmod(position - from, length);
         if (direction() < 0) position += length;
         run_.comeRound(position, passed);
-        tally_.drop((direction() > 0 ? last() - runFrom_ : runFrom_) + 1);
-        runFrom_ = direction() > 0 ? 0 : last();
+        tally_.drop((direction() > 0 ? lap.last - runFrom_ : runFrom_ - lap.first) + 1);
+        runFrom_ = direction() > 0 ? lap.first : lap.last;
     }
     const qint64 frame = frameAtPosition(position);
     ticks_ = std::clamp<qint64>(ticksAtPosition(position), 0, index_->endTicks);
     if (frame == frame_) return;
     frame_ = frame;
     endedAt_ = 0;
+    handLapToSound(); // a run that has come round the movie may have come to the range
     const quint64 generation = generation_;
     Q_EMIT q_.positionChanged();
     if (generation != generation_) return;
@@ -407,8 +445,9 @@ void Player::Engine::advance() {
 
 void Player::Engine::end() {
     const int direction = this->direction();
-    frame_ = direction > 0 ? last() : 0;
-    ticks_ = direction > 0 ? index_->endTicks : 0;
+    const Lap stretch = this->stretch();
+    frame_ = direction > 0 ? stretch.last : stretch.first;
+    ticks_ = frame_ == last() && direction > 0 ? index_->endTicks : index_->timeOf(frame_).value;
     endedAt_ = direction;
     tally_.drop((frame_ - runFrom_) * direction); // the last one is shown now, however late
     const quint64 generation = generation_;
@@ -497,6 +536,9 @@ bool Player::isRolling() const {
 }
 void Player::setLoops(bool loops) {
     engine_->setLoops(loops);
+}
+void Player::setRange(qint64 first, qint64 last, RangeEnd atEnd) {
+    engine_->setRange({first - 1, last - 1}, atEnd);
 }
 void Player::setNeighbours(std::vector<NeighbourMovie> movies) {
     engine_->neighbours_.want(std::move(movies));

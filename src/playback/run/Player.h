@@ -76,7 +76,15 @@ public:
     void setCacheBudget(qint64 bytes); ///< as in the constructor; holds at once
     [[nodiscard]] PlayerStatistics statistics() const;
 
-    void setLoops(bool loops);    ///< at an end (either direction) goes on from the other instead of `didEnd`
+    void setLoops(bool loops); ///< at an end (either direction) goes on from the other instead of `didEnd`
+    enum class RangeEnd {
+        turns, ///< a run goes on from the range's other end, to the frame and the sample
+        ends   ///< as at the end of the movie: `didEnd`
+    };
+    /// Frames (from 1, inclusive) that a run which comes to them doesn't leave, in either direction: no picture
+    /// from beyond is shown. One that stands beyond their end goes its way. `last` < `first`: none. Holds for the
+    /// movie that is open.
+    void setRange(qint64 first, qint64 last, RangeEnd atEnd = RangeEnd::turns);
     void setVolume(float volume); ///< 0 to 1
     [[nodiscard]] float volume() const;
 
@@ -95,7 +103,7 @@ Q_SIGNALS:
     void frameShown(const daylark::VideoFrame& frame, qint64 number);
     void positionChanged(); ///< currentFrame or currentTime changed, its picture perhaps still to come
     void rateChanged(float rate);
-    void didEnd(); ///< played onto an end without looping; the rate is 0
+    void didEnd(); ///< played onto an end, of the movie or the range, without looping; the rate is 0
 
 private:
     class Engine;

@@ -33,8 +33,17 @@ void RunClock::setSound(const MovieSound& sound) {
     if (wasSounding) this->sound(SoundOutput::Start::joins);
 }
 
-void RunClock::setLoops(bool loops) {
-    if (sound_) sound_->setLoops(loops);
+void RunClock::setLap(const SoundLap& lap) {
+    if (lap == lap_) return;
+    const bool nothingAhead = passed_ == 0 && lap.from == 0 && lap_.from == 0; // the movie's own end, a long way off
+    lap_ = lap;
+    if (!sound_) return;
+    if (!sounding_ || nothingAhead) return sound_->setLap(lap);
+    setBase(position());
+    sounding_ = false;
+    sound_->stop();
+    sound_->setLap(lap);
+    sound(SoundOutput::Start::joins);
 }
 
 void RunClock::setVolume(float volume) {

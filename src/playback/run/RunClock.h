@@ -28,13 +28,14 @@ public:
     void leaveMovie();
     /// Another sound for the same movie; one that is heard is followed by the new one where the run stands.
     void setSound(const MovieSound& sound);
-    void setLoops(bool loops);
+    /// Where runs come round, from now on; one under way keeps its place, its sound comes in anew.
+    void setLap(const SoundLap& lap);
     void setVolume(float volume); ///< 0 to 1
 
     void placeAt(double ticks) { base_ = furthest_ = ticks; } ///< where the next run begins
     void start(float rate);                                   ///< from where it was placed, now
     void setRate(float rate);                                 ///< of the run under way; the same direction
-    /// A run that loops has come round to these ticks; the sound goes on by itself.
+    /// A run has come round to these ticks, whole laps of `passed` ticks; the sound goes on by itself.
     void comeRound(double ticks, double passed);
     void stop(); ///< the sound falls silent at once
     [[nodiscard]] double position();
@@ -48,6 +49,7 @@ private:
     QString path_;
     std::shared_ptr<const SampleIndex> index_; ///< null: no movie
     MovieSound movieSound_;
+    SoundLap lap_;
     float rate_ = 0;
     bool sounding_ = false; ///< the sound plays this run
     double passed_ = 0;     ///< ticks by which the sound of this run is ahead of the picture, whole rounds

@@ -407,8 +407,8 @@ void DeviceSound::stop() {
 void DeviceSound::fade() {
     feeder_->stop(true);
 }
-void DeviceSound::setLoops(bool loops) {
-    feeder_->readAhead().setLoops(loops);
+void DeviceSound::setLap(const SoundLap& lap) {
+    feeder_->readAhead().setLap(lap);
 }
 void DeviceSound::setVolume(float volume) {
     feeder_->volume_ = std::clamp(volume, 0.0f, 1.0f);

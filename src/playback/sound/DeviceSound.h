@@ -20,7 +20,7 @@ public:
     void setRate(float rate) override;
     void stop() override;
     void fade() override;
-    void setLoops(bool loops) override;
+    void setLap(const SoundLap& lap) override;
     void setVolume(float volume) override;
     [[nodiscard]] std::optional<double> position() const override;
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "media/container/SampleIndex.h"
+#include "media/sound/MovieSound.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <memory>
@@ -10,18 +10,10 @@
 
 namespace daylark {
 
-/// Which sound a movie is heard with. A file that isn't there or has no sound is silence.
-struct MovieSound {
-    enum class Kind {
-        own,
-        none,
-        added ///< the first sound track of another file, beginning with the movie; silent after its end
-    };
-    Kind kind = Kind::own;
-    QString addedPath; ///< of the added file, or found by its bookmark
-    QByteArray addedBookmark;
-
-    bool operator==(const MovieSound&) const = default;
+/// The stretch that a run comes round in again and again, seconds of the movie; `until` 0: none.
+struct SoundLap {
+    double from = 0, until = 0;
+    bool operator==(const SoundLap&) const = default;
 };
 
 /// What makes a movie's sound heard while the player plays forwards, up to twice its natural rate. A run of
@@ -47,11 +39,11 @@ public:
     virtual void setRate(float rate) = 0; ///< of the run under way, which goes on without a break
     virtual void stop() = 0;              ///< falls silent at once
     virtual void fade() = 0;              ///< ends the run too; falls silent softly, the picture moves on
-    /// Whether a run goes on with the movie's beginning after its end, without a break; what is less than a
-    /// second ahead may still go by the old answer.
-    virtual void setLoops(bool loops) = 0;
+    /// Where a run that comes to `until` goes on from, to the sample, without a break; what is less than a second
+    /// ahead may still go by the old answer.
+    virtual void setLap(const SoundLap& lap) = 0;
     virtual void setVolume(float volume) = 0; ///< 0 to 1, heard at once
-    /// The moment of the movie that is heard now, seconds, counted on beyond the end in a run that loops; the
+    /// The moment of the movie that is heard now, seconds, counted on beyond the end of its lap; the
     /// beginning of the run while the sound is about to start. None while there is nothing to go by.
     [[nodiscard]] virtual std::optional<double> position() const = 0;
 };

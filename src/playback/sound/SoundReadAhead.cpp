@@ -37,7 +37,6 @@ void SoundReadAhead::setMovie(const QString& path, std::shared_ptr<const SampleI
         const std::lock_guard lock(mutex_);
         ++reading_;
         known_ = pictures && sound.kind != MovieSound::Kind::none ? State::opening : State::none;
-        length_ = pictures ? double(pictures->endTicks) * rate_ / pictures->timeScale : 0;
         movie_ = Movie{path, std::move(pictures), sound};
         running_ = false;
         cancel_ = true;
@@ -66,9 +65,9 @@ void SoundReadAhead::stop() {
     if (known_ == State::filling) cancel_ = true;
 }
 
-void SoundReadAhead::setLoops(bool loops) {
+void SoundReadAhead::setLap(const SoundLap& lap) {
     const std::lock_guard lock(mutex_);
-    loops_ = loops;
+    lap_ = lap;
 }
 
 void SoundReadAhead::skipTo(quint64 run, qint64 position) {
@@ -160,7 +159,7 @@ std::unique_ptr<AudioReader> SoundReadAhead::readerOf(const Movie& movie) const 
 void SoundReadAhead::readSome(std::unique_lock<std::mutex>& lock) {
     const quint64 reading = reading_;
     const qint64 position = next_ + held();
-    const double lap = loops_ && length_ >= shortestLap ? length_ : 0;
+    const SoundLap lap = lap_;
     lock.unlock();
     std::vector<float> pairs(size_t(chunk) * 2);
     const bool done = read(position, pairs, lap);
@@ -180,15 +179,16 @@ void SoundReadAhead::readSome(std::unique_lock<std::mutex>& lock) {
     lock.lock();
 }
 
-/// `lap`: the length after which the movie begins again; 0: it does not.
-bool SoundReadAhead::read(qint64 position, std::vector<float>& pairs, double lap) {
+/// Each time round begins on the sample nearest to its moment, however often it has come round.
+bool SoundReadAhead::read(qint64 position, std::vector<float>& pairs, const SoundLap& lap) {
+    const double length = (lap.until - lap.from) * rate_, until = lap.until * rate_;
     for (qint64 done = 0; done < chunk;) {
         qint64 from = position + done, count = chunk - done;
-        if (lap > 0 && from >= 0) {
-            const double laps = std::floor((double(from) + 0.5) / lap);
-            const qint64 start = std::llround(laps * lap), end = std::llround((laps + 1) * lap);
+        if (length >= shortestLap) {
+            const double laps = std::max(0.0, std::floor((double(from) + 0.5 - until) / length) + 1);
+            const qint64 end = std::llround(until + laps * length);
             if (end > from) count = std::min(count, end - from);
-            from -= start;
+            if (laps > 0) from += std::llround(lap.from * rate_) - std::llround(until + (laps - 1) * length);
         }
         if (!reader_->read(from, pairs.data() + done * 2, count, &cancel_)) return false;
         done += count;

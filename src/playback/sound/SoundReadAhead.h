@@ -38,8 +38,8 @@ public:
     /// `run` tells one run from the next.
     void start(quint64 run, qint64 position); ///< what is taken next stands here
     void stop();
-    /// Positions beyond the movie's end stand for its beginning again, for what is read from now on.
-    void setLoops(bool loops);
+    /// Positions beyond the lap's end stand for its beginning again, for what is read from now on.
+    void setLap(const SoundLap& lap);
     void skipTo(quint64 run, qint64 position); ///< what is taken next in that run stands here
     [[nodiscard]] State state() const;
     /// Gives the next `count` pairs of that run; silence when it is over.
@@ -55,7 +55,7 @@ private:
     [[nodiscard]] std::unique_ptr<AudioReader> readerOf(const Movie& movie) const;
     void open(const Movie& movie, std::unique_lock<std::mutex>& lock);
     void readSome(std::unique_lock<std::mutex>& lock);
-    [[nodiscard]] bool read(qint64 position, std::vector<float>& pairs, double lap);
+    [[nodiscard]] bool read(qint64 position, std::vector<float>& pairs, const SoundLap& lap);
     [[nodiscard]] qint64 held() const { return qint64(pairs_.size()) / 2 - taken_; }
 
     const int rate_;
@@ -67,8 +67,7 @@ private:
     std::optional<Movie> movie_; ///< to be opened
     State known_ = State::none;  ///< none, opening or filling
     bool running_ = false, stopping_ = false;
-    bool loops_ = false;
-    double length_ = 0;        ///< of the movie, in samples
+    SoundLap lap_;
     quint64 taker_ = 0;        ///< the run that may take
     quint64 reading_ = 0;      ///< counts up with every change of what is to be read
     qint64 next_ = 0;          ///< position of the next pair to be taken

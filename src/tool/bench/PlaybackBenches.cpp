@@ -65,7 +65,7 @@ public:
     double ready(qint64 frame, int direction) {
         QElapsedTimer timer;
         timer.start();
-        cache_.setTravel({frame, direction, frames(), false});
+        cache_.setTravel({frame, direction, {}});
         decoder_.want(generation_, {frame, direction, false, false});
         std::unique_lock lock(mutex_);
         answered_.wait(lock, [&] { return cache_.contains(frame); });
@@ -112,7 +112,7 @@ void benchDecode(ToolContext& context, const QString& path) {
     for (qint64 n = 0; n < frames; ++n) {
         const Result<VideoFrame> picture = (*reader)->read(n);
         if (!picture) return context.fail(path, picture.error().text);
-        cache.setTravel({n, 1, frames, false});
+        cache.setTravel({n, 1, {}});
         cache.put(1, n, *picture);
     }
     const double seconds = millisecondsOf(timer) / 1000;

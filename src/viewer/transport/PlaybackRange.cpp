@@ -10,6 +10,12 @@
 
 namespace daylark {
 
+namespace {
+
+constexpr double wellInside = 0.3; // of a frame
+
+} // namespace
+
 PlaybackRange::PlaybackRange(CurrentMovie& current, Player& player, Transport& transport,
                              Preferences& preferences, Alerts& alerts, QObject* parent)
     : QObject(parent)
@@ -27,6 +33,10 @@ PlaybackRange::PlaybackRange(CurrentMovie& current, Player& player, Transport& t
     connect(&preferences_.trimHandles, &PreferenceItem::changed, this, [this] {
         if (storing_ == 0) setPlaybackRange();
     });
+    connect(this, &PlaybackRange::changed, this, &PlaybackRange::handToPlayer);
+    connect(&preferences_.exactLoops, &PreferenceItem::changed, this, &PlaybackRange::handToPlayer);
+    connect(&preferences_.repeatType, &PreferenceItem::changed, this, &PlaybackRange::handToPlayer);
+    connect(&player_, &Player::rateChanged, this, &PlaybackRange::bringIn);
 }
 
 void PlaybackRange::setMovie(const std::shared_ptr<Movie>& movie) {
@@ -113,10 +123,11 @@ void PlaybackRange::alertDidEnd(int returnCode, const QString& contextInfo) {
     }
 }
 
-// A frame before the end, not at it, so that a look a second does not miss it. Wanted.
+// A frame before the end, not at it, so that a look a second does not miss it. Wanted; where the player itself
+// turns at the end, a look that falls there must not cut the last frames off.
 void PlaybackRange::holdRange() {
+    if (isExact()) return bringIn();
     if (!loopMovie_ || !player_.isOpen()) return;
-    constexpr double wellInside = 0.3; // of a frame
     const qint64 frame = player_.currentFrame();
     if (transport_.movieIsPlayingForwards()) {
         if (frame < firstFrameForLoop_ || frame >= lastFrameForLoop_ - 1)
@@ -125,6 +136,26 @@ void PlaybackRange::holdRange() {
         if (frame > lastFrameForLoop_ || frame <= firstFrameForLoop_ + 1)
             transport_.goToFrame(lastFrameForLoop_, wellInside);
     }
+}
+
+bool PlaybackRange::isExact() const {
+    return loopMovie_ && preferences_.exactLoops();
+}
+
+/// A bookmark's loop turns; handles are the movie's ends for the time being, and what comes there is for the repeat mode
+/// to say.
+void PlaybackRange::handToPlayer() {
+    if (!isExact()) return player_.setRange(1, 0);
+    const bool ends = preferences_.trimHandles() && preferences_.repeatType() != RepeatMode::loopMovie;
+    player_.setRange(firstFrameForLoop_, lastFrameForLoop_, ends ? Player::RangeEnd::ends : Player::RangeEnd::turns);
+    bringIn();
+}
+
+void PlaybackRange::bringIn() {
+    if (!isExact() || !player_.isOpen() || player_.rate() == 0) return;
+    const qint64 frame = player_.currentFrame();
+    if (frame >= firstFrameForLoop_ && frame <= lastFrameForLoop_) return;
+    transport_.goToFrame(player_.rate() > 0 ? firstFrameForLoop_ : lastFrameForLoop_, wellInside);
 }
 
 void PlaybackRange::loopRange(qint64 first, qint64 last, Bars bars) {

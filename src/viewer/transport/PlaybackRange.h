@@ -18,8 +18,9 @@ template<class T>
 class Preference;
 
 /// The frames that playback keeps to: the movie without its handles while "trimHandles" is on, or one
-/// bookmark. Handles are frame counts in the preferences, the same for every movie. A range is held by a look
-/// once a second, so a run may leave it for as long. Handle range and bookmark loop never run together: the
+/// bookmark. Handles are frame counts in the preferences, the same for every movie. With "exactLoops" the player itself
+/// keeps to the range, and what runs outside is brought in at once; without, a range is held by a look once a second, so a
+/// run may leave it for as long. Handle range and bookmark loop never run together: the
 /// one that comes ends the other. Handles that leave no frame switch trimming off and say so. Interface
 /// thread.
 ///
@@ -74,6 +75,9 @@ private:
     template<class T>
     void store(Preference<T>& preference, const T& value);
     [[nodiscard]] qint64 frameCount() const;
+    [[nodiscard]] bool isExact() const; ///< a range is in force, and the player's to keep
+    void handToPlayer();
+    void bringIn(); ///< a run outside the range
 
     Player& player_;
     Transport& transport_;
