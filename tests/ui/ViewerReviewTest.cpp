@@ -52,6 +52,48 @@ TEST_F(ViewerReviewTest, NoteTypedJustBeforeTheMovieChangesStaysWithItsMovie) {
     EXPECT_SHOWN(2);
 }
 
+TEST_F(ViewerReviewTest, ANoteIsTypedOnWhileTheMoviePlaysStepsAndChanges) {
+    openTwo();
+    key(Qt::Key_N, Qt::ControlModifier);
+    RichTextField* field = window->notes()->field(NotesField::notes);
+    typeInto(field, "one");
+    key(Qt::Key_Right, Qt::AltModifier);
+    key(Qt::Key_Right, Qt::AltModifier);
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_SHOWN(2);
+    key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_TRUE(transport.isRunning());
+    key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_FALSE(transport.isRunning());
+    key(Qt::Key_PageDown, Qt::ControlModifier);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(controller.currentMovie(), second);
+    EXPECT_TRUE(field->hasFocus());
+    QTest::keyClicks(field, QStringLiteral("two"));
+    key(Qt::Key_PageUp, Qt::ControlModifier);
+    ASSERT_TRUE(settled());
+    EXPECT_TRUE(field->hasFocus());
+    EXPECT_EQ(field->toPlainText(), QStringLiteral("one"));
+    EXPECT_EQ(second->notes.value_or(AttributedString()).string(), QStringLiteral("two"));
+}
+
+TEST_F(ViewerReviewTest, ARangeBecomesABookmark) {
+    openFrames(48);
+    preferences.handleHead.set(9);
+    preferences.handleTail.set(18);
+    key(Qt::Key_Semicolon, Qt::ControlModifier);
+    EXPECT_TRUE(first->bookmarkStore.empty()) << "no range yet";
+    key(Qt::Key_R);
+    key(Qt::Key_Semicolon, Qt::ControlModifier);
+    ASSERT_EQ(first->bookmarkStore.size(), 1U);
+    const Bookmark& bookmark = *first->bookmarkStore.front();
+    EXPECT_EQ(std::tuple(bookmark.firstFrame, bookmark.lastFrame, bookmark.duration), std::tuple(10, 30, 21));
+    EXPECT_EQ(bookmark.lastTC, QStringLiteral("00:00:01:05"));
+    EXPECT_EQ(preferences.bookmarkDuration(), 1);
+    key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(first->bookmarkStore.empty());
+}
+
 TEST_F(ViewerReviewTest, NotesReachTheRecordAMomentAfterTheLastKeyAndBeforeClosing) {
     openTwo();
     int changes = 0; // of the notes; what was found in the file is told as well

@@ -55,7 +55,7 @@ protected:
         const QImage shown = window->picture()->grab(view->pictureRect().toAlignedRect()).toImage();
         return readBarCode(shown).value_or(-1);
     }
-    [[nodiscard]] int counterOnStrip() const { return window->transportBar()->counterText().toInt(); }
+    [[nodiscard]] int counterOnStrip() const { return window->transportBar()->counterText().section(u' ', 0, 0).toInt(); }
     template<class Widget>
     [[nodiscard]] Widget* child(const char* name) const {
         return window->findChild<Widget*>(QLatin1String(name));

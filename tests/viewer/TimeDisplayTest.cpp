@@ -38,6 +38,7 @@ TEST_F(TimeDisplayTest, CounterAndTimecodeKeepTheirTextsWhileBothAreSwitchedOff)
     goTo(12);
     EXPECT_EQ(time.currentFrameNumberForDisplay(), QStringLiteral("1011"));
     EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("1012"));
+    EXPECT_EQ(time.stripFrameOfFrames(), QStringLiteral("1012 / %1").arg(1000 + player.index().count()));
     preferences.counterStartFrame.set(-12);
     EXPECT_EQ(time.stripFrameNumber(), QStringLiteral("-001"));
 }

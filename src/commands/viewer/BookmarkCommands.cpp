@@ -8,6 +8,10 @@ void bindBookmarkCommands(CommandSet& commands, MoviePlayerController& controlle
     ViewerBookmarks& bookmarks = controller.bookmarks();
     commands.bind(
         QStringLiteral("viewer.addBookmark"), [&bookmarks] { bookmarks.addBookmark(); }, &when.hasMovie);
+    const PlaybackRange& range = controller.range();
+    commands.bind(
+        QStringLiteral("viewer.bookmarkFromRange"), [&bookmarks] { bookmarks.addBookmarkFromRange(); },
+        &commands.when([&range] { return range.isLooping(); }).follows(range, &PlaybackRange::changed));
     const auto bind = [&](const char* id, std::function<void()> run) {
         commands.bind(QLatin1String(id), std::move(run), &when.hasBookmarks);
     };

@@ -32,7 +32,7 @@ Menu ViewerMenus::movie() {
 
 Menu ViewerMenus::bookmarks() {
     Menu menu{tr("&Bookmarks"),
-              {"viewer.addBookmark", "viewer.editBookmarkText", "viewer.loopBookmark", "viewer.goToBookmark",
+              {"viewer.addBookmark", "viewer.bookmarkFromRange", "viewer.editBookmarkText", "viewer.loopBookmark", "viewer.goToBookmark",
                "viewer.deleteBookmark", Menu::line, "viewer.previousBookmark", "viewer.nextBookmark",
                Menu::line}};
     menu.entries.insert(menu.entries.end(), std::begin(viewerCommand::muting),
@@ -73,7 +73,8 @@ std::vector<Menu> ViewerMenus::bar() {
           "viewer.stepForward", "viewer.stepBackward", "viewer.firstFrame", "viewer.lastFrame", Menu::line}},
         movie(),
         {tr("&Range"),
-         {"viewer.markIn", "viewer.markOut", Menu::line, "viewer.trimHandles", "viewer.resetHandles"}},
+         {"viewer.markIn", "viewer.markOut", Menu::line, "viewer.trimHandles", "viewer.resetHandles", Menu::line,
+          "viewer.bookmarkFromRange"}},
         bookmarks(),
         {tr("&Drawing"),
          {"viewer.drawingTools", "viewer.toggleDrawing", "viewer.narrowerTool", "viewer.widerTool",

@@ -44,12 +44,13 @@ void ViewerTable::add(CommandTable& table, const std::vector<Line>& lines) {
 }
 
 void ViewerTable::addTransport(CommandTable& table) {
-    add(table, {{"playPause", tr("&Play/Pause"), "play", {Qt::Key_Space}, {}, any},
+    // The second keys, with Ctrl or Alt, work while a note is being typed.
+    add(table, {{"playPause", tr("&Play/Pause"), "play", {Qt::Key_Space, Qt::CTRL | Qt::Key_Space}, {}, any},
                 {"playForwards", tr("Play &Forwards"), "fastForward", {Qt::Key_L, Qt::Key_Up}, {}, any},
                 {"playBackwards", tr("Play &Backwards"), "fastBackward", {Qt::Key_J, Qt::Key_Down}, {}, any},
                 {"pause", tr("P&ause"), "pause", {Qt::Key_K}, {}, any},
-                {"stepForward", tr("&Next Frame"), "stepForward", {Qt::Key_Right}, {}, repeats},
-                {"stepBackward", tr("P&revious Frame"), "stepBackward", {Qt::Key_Left}, {}, repeats},
+                {"stepForward", tr("&Next Frame"), "stepForward", {Qt::Key_Right, Qt::ALT | Qt::Key_Right}, {}, repeats},
+                {"stepBackward", tr("P&revious Frame"), "stepBackward", {Qt::Key_Left, Qt::ALT | Qt::Key_Left}, {}, repeats},
                 {"firstFrame", tr("F&irst Frame"), "firstFrame", {Qt::Key_Comma, Qt::Key_Home}, {}, any},
                 {"lastFrame", tr("&Last Frame"), "lastFrame", {Qt::Key_Period, Qt::Key_End}, {}, any},
                 {"markIn", tr("Mark &In"), "setIn", {Qt::Key_I}},
@@ -63,8 +64,8 @@ void ViewerTable::addMovie(CommandTable& table) {
     add(table, {{"copyPath", tr("&Copy File Path"), "copy"},
                 {"copyFilename", tr("Copy &Filename"), "copy"},
                 {"copyTimecode", tr("Copy &Timecode")},
-                {"previousMovie", tr("&Previous Movie"), "previousMovie", {Qt::Key_PageUp}},
-                {"nextMovie", tr("&Next Movie"), "nextMovie", {Qt::Key_PageDown}},
+                {"previousMovie", tr("&Previous Movie"), "previousMovie", {Qt::Key_PageUp, Qt::CTRL | Qt::Key_PageUp}},
+                {"nextMovie", tr("&Next Movie"), "nextMovie", {Qt::Key_PageDown, Qt::CTRL | Qt::Key_PageDown}},
                 {"reveal", tr("&Reveal in File Browser"), "reveal", {Qt::CTRL | Qt::Key_R}},
                 {"writeNotes", tr("&Write Notes"), "notes", {Qt::CTRL | Qt::Key_N}},
                 {"close", tr("&Close Viewer"), "close", {Qt::CTRL | Qt::Key_W}}});
@@ -96,6 +97,7 @@ void ViewerTable::addMovie(CommandTable& table) {
 void ViewerTable::addBookmarks(CommandTable& table) {
     add(table,
         {{"addBookmark", tr("&Add Bookmark"), "addBookmark", {Qt::Key_Semicolon}, {}, any},
+         {"bookmarkFromRange", tr("Bookmark from &Range"), "bookmarkRange", {Qt::CTRL | Qt::Key_Semicolon}},
          {"editBookmarkText", tr("&Edit Bookmark Text"), "", {Qt::Key_F2}},
          {"loopBookmark", tr("&Loop Bookmark"), "loop", {Qt::CTRL | Qt::Key_L}},
          {"goToBookmark", tr("&Go to First Frame of Bookmark"), "goToFirst"},

@@ -120,24 +120,31 @@ qint64 ViewerBookmarks::currentFrame() const {
 // Making and removing.
 
 void ViewerBookmarks::addBookmark() {
-    add(nullptr);
+    addHere(nullptr);
 }
 
 void ViewerBookmarks::addBookmarkWithDrawing(const Drawing& drawing) {
-    add(&drawing);
+    addHere(&drawing);
 }
 
-void ViewerBookmarks::add(const Drawing* drawing) {
-    if (!movie_ || !player_.isOpen()) return;
-    const OneAction action(*this, tr("Add Bookmark"));
+void ViewerBookmarks::addBookmarkFromRange() {
+    if (range_.isLooping()) add(range_.firstFrameForLoop(), range_.lastFrameForLoop(), nullptr, tr("Bookmark from Range"));
+}
+
+void ViewerBookmarks::addHere(const Drawing* drawing) {
     const qint64 frame = time_.currentFrameNumber();
-    const qint64 duration = preferences_.bookmarkDuration();
-    const auto bookmark = std::make_shared<Bookmark>(frame, duration, time_.framesPerSecond());
+    add(frame, frame + preferences_.bookmarkDuration() - 1, drawing, tr("Add Bookmark"));
+}
+
+void ViewerBookmarks::add(qint64 first, qint64 last, const Drawing* drawing, const QString& title) {
+    if (!movie_ || !player_.isOpen()) return;
+    const OneAction action(*this, title);
+    const auto bookmark = std::make_shared<Bookmark>(first, last - first + 1, time_.framesPerSecond());
     if (drawing) bookmark->addDrawingToBookmark(*drawing);
-    bookmark->firstTC = time_.computeTimecodeFromFrameNumber(frame);
-    bookmark->lastTC = time_.computeTimecodeFromFrameNumber(frame + duration - 1);
+    bookmark->firstTC = time_.computeTimecodeFromFrameNumber(first);
+    bookmark->lastTC = time_.computeTimecodeFromFrameNumber(last);
     edits_.addBookmarks(movie_, {bookmark});
-    waitForTimecode(bookmark, frame, frame + duration - 1);
+    waitForTimecode(bookmark, first, last);
     sortBookmarks();
 }
 

@@ -46,6 +46,7 @@ public:
 
     void addBookmark();
     void addBookmarkWithDrawing(const Drawing& drawing);
+    void addBookmarkFromRange(); ///< over the frames that playback keeps to, handles' or a bookmark's; none: nothing
     void deleteAllBookmarks();    ///< asks
     void deleteActiveBookmarks(); ///< does not ask
     bool loadActiveBookmarks();   ///< always true
@@ -90,7 +91,8 @@ private:
 
     [[nodiscard]] bool isOfThisMovie(const std::shared_ptr<Bookmark>& bookmark) const;
     [[nodiscard]] qint64 frameCount() const; ///< the sample index's when open, else the record's
-    void add(const Drawing* drawing);
+    void add(qint64 first, qint64 last, const Drawing* drawing, const QString& title);
+    void addHere(const Drawing* drawing);
     void waitForTimecode(const std::shared_ptr<Bookmark>& bookmark, std::optional<qint64> first,
                          std::optional<qint64> last);
     void edited();

@@ -69,7 +69,16 @@ QString TimeDisplay::timecodeWithPrefix() const {
 
 QString TimeDisplay::stripFrameNumber() const {
     if (!movie_ || !player_.isOpen()) return {};
-    const qint64 value = qint64(preferences_.counterStartFrame()) - 1 + currentFrameNumber();
+    return counterText(currentFrameNumber());
+}
+
+QString TimeDisplay::stripFrameOfFrames() const {
+    const QString number = stripFrameNumber();
+    return number.isEmpty() ? number : number + QStringLiteral(" / ") + counterText(player_.index().count());
+}
+
+QString TimeDisplay::counterText(qint64 frame) const {
+    const qint64 value = qint64(preferences_.counterStartFrame()) - 1 + frame;
     return QString::asprintf("%04lli", static_cast<long long>(value));
 }
 

@@ -38,6 +38,7 @@ public:
     [[nodiscard]] QString durationText() const;
 
     [[nodiscard]] QString stripFrameNumber() const; ///< the counter's text whatever is switched on; empty without a movie
+    [[nodiscard]] QString stripFrameOfFrames() const; ///< that and the last frame's: "0039 / 0139"
     [[nodiscard]] QString stripTimecode() const;    ///< the timecode's text whatever is switched on; empty without a movie
     /// Ticks under the position slider: one a frame up to 239 frames, and the slider snaps to them; none above.
     [[nodiscard]] qint64 tickCount() const;
@@ -52,6 +53,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    [[nodiscard]] QString counterText(qint64 frame) const;
     void setMovie(const std::shared_ptr<Movie>& movie);
     [[nodiscard]] QString timecodeWithPrefix() const;
 
