@@ -2,6 +2,7 @@
 
 #include "archive/KeyedArchive.h"
 #include "archive/Value.h"
+#include "model/bundle/MovieBundle.h"
 #include "platform/NamedImages.h"
 
 #include <QHash>
@@ -99,6 +100,7 @@ const ArchiveClasses& recordClasses() {
         {QStringLiteral("Bookmark"), emptyRecord<Bookmark>},
         {QStringLiteral("MovieBookmark"), emptyRecord<MovieBookmark>},
         {QStringLiteral("Playlist"), emptyRecord<Playlist>},
+        {QStringLiteral("DLMovieBundle"), emptyRecord<DLMovieBundle>},
     };
     return classes;
 }

@@ -18,6 +18,7 @@ namespace {
 
 constexpr size_t kernelPiece = 16 << 20; ///< between two looks at the cancel flag
 constexpr size_t readPiece = 1 << 20;
+const QString changedMeanwhile = QStringLiteral("The file changed while it was copied");
 
 class Handle {
 public:
@@ -39,15 +40,16 @@ enum class Progress { done, cancelled, failed, differs };
 /// Moves the bytes of one open file into another, empty one.
 class ContentCopy {
 public:
-    ContentCopy(int from, int to, qint64 size, const CopyWatch& watch)
+    ContentCopy(int from, int to, FilePart part, const CopyWatch& watch)
         : from_(from)
         , to_(to)
-        , size_(size)
+        , begin_(off_t(part.offset))
+        , size_(off_t(part.length))
         , watch_(watch) {}
 
     /// Errors are left in errno.
-    Progress run() {
-        if (size_ > 0 && ::ioctl(to_, FICLONE, from_) == 0) {
+    Progress run(bool wholeFile) {
+        if (wholeFile && size_ > 0 && ::ioctl(to_, FICLONE, from_) == 0) {
             report(size_);
             return Progress::done;
         }
@@ -80,17 +82,17 @@ private:
         if (watch_.progress) watch_.progress(bytes);
     }
 
-    /// The next run of data; where nothing tells of holes, all of the rest.
+    /// The next run of data, counted as in the copy; where nothing tells of holes, all of the rest.
     Extent dataFrom(off_t at) const {
-        const off_t begin = ::lseek(from_, at, SEEK_DATA);
+        const off_t begin = ::lseek(from_, begin_ + at, SEEK_DATA);
         if (begin < 0) return errno == ENXIO ? Extent{size_, size_} : Extent{at, size_};
         const off_t end = ::lseek(from_, begin, SEEK_HOLE);
-        return {std::min(begin, size_), end < 0 ? size_ : std::min(end, size_)};
+        return {std::min(begin - begin_, size_), end < 0 ? size_ : std::min(end - begin_, size_)};
     }
 
     ssize_t copyPiece(off_t at, size_t length) {
         while (byKernel_) {
-            off_t in = at, out = at;
+            off_t in = begin_ + at, out = at;
             const ssize_t count = ::copy_file_range(from_, &in, to_, &out, std::min(length, kernelPiece), 0);
             if (count > 0) return count;
             if (count < 0 && errno == EINTR) continue;
@@ -98,7 +100,7 @@ private:
             byKernel_ = false; // not between these two, or a file system that says 0 of what it can't
         }
         buffer_.resize(readPiece);
-        const ssize_t count = again([&] { return ::pread(from_, buffer_.data(), std::min(length, readPiece), at); });
+        const ssize_t count = again([&] { return ::pread(from_, buffer_.data(), std::min(length, readPiece), begin_ + at); });
         for (ssize_t done = 0; done < count;) {
             const ssize_t written =
                 again([&] { return ::pwrite(to_, buffer_.data() + done, size_t(count - done), at + done); });
@@ -117,7 +119,7 @@ private:
     }
 
     int from_, to_;
-    off_t size_;
+    off_t begin_, size_;
     const CopyWatch& watch_;
     bool byKernel_ = true;
     std::vector<char> buffer_;
@@ -143,9 +145,9 @@ void keepTimesAndPermissions(int to, const struct stat& source) {
     static_cast<void>(::futimens(to, times));
 }
 
-} // namespace
-
-CopyOutcome copyFile(const QString& from, const QString& to, UnfinishedFile::Existing existing, const CopyWatch& watch) {
+/// `part`: null for the whole file.
+CopyOutcome copy(const QString& from, const FilePart* part, const QString& to, UnfinishedFile::Existing existing,
+                 const CopyWatch& watch) {
     using End = CopyOutcome::End;
     if (watch.cancelled && *watch.cancelled) return ended(End::cancelled);
     // What is no file (a pipe, a device) must not make us wait for somebody at its other end.
@@ -155,23 +157,35 @@ CopyOutcome copyFile(const QString& from, const QString& to, UnfinishedFile::Exi
     struct stat before {}, after {}, there {};
     if (::fstat(source, &before) != 0) return failed();
     if (!S_ISREG(before.st_mode)) return failed(S_ISDIR(before.st_mode) ? EISDIR : EINVAL);
+    const FilePart wanted = part ? *part : FilePart{0, before.st_size};
+    if (wanted.offset < 0 || wanted.length < 0 || wanted.offset > before.st_size - wanted.length) return failed(EINVAL);
     if (existing == UnfinishedFile::Existing::keep && ::lstat(QFile::encodeName(to).constData(), &there) == 0)
         return failed(EEXIST);
-    Result<UnfinishedFile> copy = UnfinishedFile::beside(to);
-    if (!copy) return ended(End::failed, copy.error().text);
-    switch (ContentCopy(source, copy->handle(), before.st_size, watch).run()) {
+    Result<UnfinishedFile> made = UnfinishedFile::beside(to);
+    if (!made) return ended(End::failed, made.error().text);
+    switch (ContentCopy(source, made->handle(), wanted, watch).run(!part)) {
     case Progress::cancelled: return ended(End::cancelled);
     case Progress::failed: return failed();
-    case Progress::differs: return ended(End::failed, QStringLiteral("The file changed while it was copied"));
+    case Progress::differs: return ended(End::failed, changedMeanwhile);
     case Progress::done: break;
     }
-    if (::fstat(source, &after) != 0 || !isSameState(before, after))
-        return ended(End::failed, QStringLiteral("The file changed while it was copied"));
-    keepTimesAndPermissions(copy->handle(), before);
-    const Result<void> finished = copy->commit(existing);
-    if (finished) return {End::copied, before.st_size, {}};
+    if (::fstat(source, &after) != 0 || !isSameState(before, after)) return ended(End::failed, changedMeanwhile);
+    keepTimesAndPermissions(made->handle(), before);
+    const Result<void> finished = made->commit(existing);
+    if (finished) return {End::copied, wanted.length, {}};
     const bool exists = existing == UnfinishedFile::Existing::keep && ::lstat(QFile::encodeName(to).constData(), &there) == 0;
     return ended(exists ? End::destination_exists : End::failed, finished.error().text);
+}
+
+} // namespace
+
+CopyOutcome copyFile(const QString& from, const QString& to, UnfinishedFile::Existing existing, const CopyWatch& watch) {
+    return copy(from, nullptr, to, existing, watch);
+}
+
+CopyOutcome copyPartOfFile(const QString& from, FilePart part, const QString& to, UnfinishedFile::Existing existing,
+                           const CopyWatch& watch) {
+    return copy(from, &part, to, existing, watch);
 }
 
 } // namespace daylark

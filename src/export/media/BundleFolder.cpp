@@ -1,0 +1,94 @@
+#include "export/media/BundleFolder.h"
+
+#include "model/bundle/MovieBundle.h"
+#include "platform/AtomicFile.h"
+#include "platform/NamedImages.h"
+#include "platform/desktop/FolderIcon.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFileInfo>
+
+#include <cerrno>
+
+namespace daylark {
+
+namespace {
+
+constexpr int iconSide = 256;
+using End = BundleReport::End;
+
+BundleReport failed(const QString& path, const QString& reason) {
+    return {End::failed, 0, path, reason};
+}
+
+/// Null when it is there; with what stood in the way else.
+QString makeFolder(const QString& path) {
+    if (QFileInfo(path).isDir()) return {};
+    errno = 0;
+    return QDir().mkpath(path) ? QString() : qt_error_string(QFileInfo::exists(path) ? EEXIST : errno);
+}
+
+QByteArray iconOf(const Movie& movie) {
+    QImage icon = movie.thumbnail.decode();
+    if (icon.isNull()) icon = namedImage(QStringLiteral("DLM_filmstrip.png"), iconSide);
+    QByteArray png;
+    QBuffer out(&png);
+    return icon.save(&out, "PNG") ? png : QByteArray();
+}
+
+/// Copies the media into the folder. A folder that has its name goes once there is a copy to take its place.
+CopyOutcome copyMedia(const QString& from, const QString& to, const CopyWatch& watch) {
+    CopyOutcome outcome = copyFile(from, to, UnfinishedFile::Existing::replace, watch);
+    if (outcome.end != CopyOutcome::End::failed || !QFileInfo(to).isDir() || QFileInfo(to).isSymLink()) return outcome;
+    const QString aside = to + QStringLiteral(".replaced");
+    if (!QFileInfo(from).isReadable() || !QDir().rename(to, aside)) return outcome;
+    outcome = copyFile(from, to, UnfinishedFile::Existing::keep, watch);
+    if (outcome)
+        QDir(aside).removeRecursively();
+    else
+        QDir().rename(aside, to);
+    return outcome;
+}
+
+} // namespace
+
+BundleSource BundleSource::of(const std::shared_ptr<Movie>& movie) {
+    return {snapshotOf(movie), movie->fileReference(false)};
+}
+
+BundleReport writeBundleFolder(const BundleSource& source, const QString& folder, const CopyWatch& watch) {
+    const bool isNew = !QFileInfo::exists(folder);
+    if (const QString obstacle = makeFolder(folder); !obstacle.isNull()) return failed(folder, obstacle);
+    const QDir inside(folder);
+    const QString archive = inside.filePath(QStringLiteral("data.dls"));
+    if (const Result<void> written = writeFileAtomically(archive, encodeMovieRoot(source.movie)); !written)
+        return failed(archive, written.error().text);
+    const FileCheck file = checkFile(source.file);
+    const QString name = QFileInfo(source.movie->filenameString).fileName(); // a name, never a way elsewhere
+    const QString copy = inside.filePath(name.isEmpty() ? QFileInfo(file.path).fileName() : name);
+    CopyOutcome copied{CopyOutcome::End::source_missing, 0, qt_error_string(ENOENT)};
+    if (file.found) copied = copyMedia(file.path, copy, watch);
+    if (copied.end == CopyOutcome::End::cancelled) {
+        if (isNew) {
+            QFile::remove(archive);
+            QDir().rmdir(folder); // only as long as nobody put anything into it
+        }
+        return {End::cancelled, 0, {}, {}};
+    }
+    setFolderIcon(folder, iconOf(*source.movie));
+    if (!copied) return failed(file.found ? copy : file.path, copied.reason);
+    return {End::written, copied.bytes, {}, {}};
+}
+
+BundleReport writeBundleFile(const BundleSource& source, const QString& path) {
+    const QByteArray archive = encodeBundleRoot(exportDLM(*source.movie));
+    if (const QString obstacle = makeFolder(path); !obstacle.isNull()) return failed(path, obstacle);
+    const QString file = path + QStringLiteral(".dlm");
+    if (const Result<void> written = writeFileAtomically(file, archive); !written) return failed(file, written.error().text);
+    // By the theme's name: a picture's file would be something in the folder.
+    setFolderIconName(path, QStringLiteral("application-x-daylark-bundle"));
+    return {End::written, 0, {}, {}};
+}
+
+} // namespace daylark
