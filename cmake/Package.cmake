@@ -84,9 +84,10 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${DAYLARK_HOMEPAGE})
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, hicolor-icon-theme")
+# Plugins that no library names: the display, and the TIFF that thumbnails are kept in.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, qt6-image-formats-plugins, hicolor-icon-theme")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "fonts-paratype, fonts-dejavu-core, libgl1-mesa-dri, qt6-image-formats-plugins, qt6-wayland, xdg-utils")
+    "fonts-paratype, fonts-dejavu-core, libgl1-mesa-dri, qt6-wayland, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "xdg-desktop-portal, bash-completion")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "review player for film and visual-effects dailies")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Daylark plays the dailies of a film or visual-effects production exactly

@@ -22,5 +22,7 @@ for ((waited = 0; waited < 100; ++waited)); do
     pgrep -x daylark >/dev/null || break
     sleep 0.1
 done
-daylark-tool session show "$XDG_DATA_HOME"/Daylark/*_daylarkSession.dls | grep -F '"filenameString": "clip.mov"'
+daylark-tool session show "$XDG_DATA_HOME"/Daylark/*_daylarkSession.dls >"$home/session.json"
+grep -F '"filenameString": "clip.mov"' "$home/session.json"
+grep -F '"creatingThumbnailText": ""' "$home/session.json" # its thumbnail was made
 $came

@@ -7,7 +7,7 @@ package=$(find "$stage/out" -maxdepth 1 -name 'daylark_*.deb')
 [ -n "$package" ] || { cat "$stage/cpack.log"; exit 1; }
 lintian --allow-root --no-cfg --fail-on error --info "$package" || fail "lintian"
 depends=$(dpkg-deb -f "$package" Depends)
-for library in libavcodec59 libqt6widgets6 libplist3 libsoundtouch1 libpulse0 libc6 qt6-qpa-plugins; do
+for library in libavcodec59 libqt6widgets6 libplist3 libsoundtouch1 libpulse0 libc6 qt6-qpa-plugins qt6-image-formats-plugins; do
     [[ $depends == *"$library"* ]] || fail "the package doesn't ask for $library: $depends"
 done
 dpkg-deb -c "$package" >"$stage/contents"
