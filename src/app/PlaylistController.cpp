@@ -39,7 +39,7 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
     , sessionMigration_({library_, surroundings_.preferences, surroundings_.alerts, sessionFiles_,
                          fileStates_, thumbnails_})
     , mediaAdding_({library_, surroundings_.preferences, surroundings_.panels, sessionFiles_, progress_,
-                    thumbnails_, fileStates_})
+                    thumbnails_, fileStates_, surroundings_.failedWrites})
     , linkOpening_({library_, surroundings_.alerts, progress_, thumbnails_})
     , linkCopying_(library_, surroundings_.pasteboard)
     , folderLists_({library_, surroundings_.preferences, thumbnails_, fileStates_})
@@ -48,7 +48,16 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
                         surroundings_.panels})
     , itemTransfer_({library_, playlistEditing_, fileStates_, edits_, find_, surroundings_.alerts})
     , duplicateRemoval_(library_, edits_, surroundings_.alerts)
-    , notesExport_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels})
+    , exportWriter_(surroundings_.failedWrites)
+    , notesExport_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels, exportWriter_})
+    , manifestExport_({library_, sessionFiles_, surroundings_.panels, exportWriter_})
+    , fileExistence_(library_)
+    , relinking_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels, progress_,
+                  fileStates_, thumbnails_})
+    , mediaGathering_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels, progress_,
+                       surroundings_.failedWrites})
+    , bundleExport_({library_, surroundings_.panels, progress_, surroundings_.failedWrites})
+    , mediaReveal_(library_, surroundings_.preferences, surroundings_.fileBrowser)
     , playerWindow_({surroundings_.preferences, surroundings_.alerts, surroundings_.pasteboard,
                      surroundings_.fileBrowser, edits_, surroundings_.player, surroundings_.panels,
                      surroundings_.failedWrites}) {
@@ -65,12 +74,15 @@ void PlaylistController::connectParts() {
         if (playerWindow_.isOpen() && playerWindow_.list().follow(moviesForViewer()))
             viewerPlaylist_ = library_.selectedPlaylist();
     });
+    connect(&relinking_, &Relinking::relinked, &playerWindow_, &MoviePlayerController::followFiles);
     connect(&sessionFiles_, &SessionFiles::sessionImported, this, [this] {
         fileStates_.updateAllFilePaths();
         sessionMigration_.checkMovies();
     });
     connect(&sessionMigration_, &SessionMigration::questionDismissed, this, &PlaylistController::terminate,
             Qt::QueuedConnection);
+    connect(&sessionFiles_, &SessionFiles::bundleChosen, this,
+            [this](const QString& bundle) { mediaAdding_.addDLMFilesToSelectedPlaylist({bundle}); });
     connect(&sessionFiles_, &SessionFiles::bringToFront, this, &PlaylistController::libraryToFront);
     connect(&itemTransfer_, &ItemTransfer::dropAccepted, this, &PlaylistController::libraryToFront);
     connect(&linkOpening_, &LinkOpening::mediaComes, this, [this] {
@@ -234,18 +246,24 @@ void PlaylistController::bringLibraryToFront() {
     Q_EMIT libraryToFront();
 }
 
+PlaylistController::Work PlaylistController::workBegins(const QString& title, const QString& text) {
+    const int id = progress_.begin({title, text, ProgressBoard::Count::untold}, 0, true);
+    return {id, progress_.cancelFlag(id)};
+}
+
+void PlaylistController::workAdvances(int id, qint64 done, qint64 total) {
+    progress_.advance(id, done, total);
+}
+
+void PlaylistController::workEnds(int id) {
+    progress_.end(id);
+}
+
 // Commands on the selected items.
 
 void PlaylistController::setFlagOfSelectedMovies(const Sender& sender) {
     const Library::Movies movies = library_.selectedMovies();
     if (!movies.empty()) edits_.setFlag(movies, sender.tag);
-}
-
-void PlaylistController::revealSelectedInFileBrowser() {
-    QStringList paths;
-    for (const auto& movie : library_.selectedMovies())
-        paths.append(movie->filepathString);
-    if (!paths.isEmpty()) surroundings_.fileBrowser.reveal(paths);
 }
 
 } // namespace daylark

@@ -10,9 +10,16 @@
 #include "app/playlists/ItemTransfer.h"
 #include "app/playlists/Library.h"
 #include "app/adding/MediaAdding.h"
+#include "app/media/BundleExport.h"
+#include "app/media/MediaGathering.h"
+#include "app/media/MediaReveal.h"
+#include "app/program/ExportWriter.h"
+#include "app/program/ManifestExport.h"
 #include "app/program/NotesExport.h"
 #include "app/playlists/PlaylistEditing.h"
 #include "app/program/ProgressBoard.h"
+#include "app/relinking/FileExistence.h"
+#include "app/relinking/Relinking.h"
 #include "app/sessions/SessionFiles.h"
 #include "app/sessions/SessionMigration.h"
 #include "app/files/Thumbnails.h"
@@ -75,6 +82,12 @@ public:
     [[nodiscard]] DuplicateRemoval& duplicateRemoval() { return duplicateRemoval_; }
     [[nodiscard]] Find& find() { return find_; }
     [[nodiscard]] NotesExport& notesExport() { return notesExport_; }
+    [[nodiscard]] ManifestExport& manifestExport() { return manifestExport_; }
+    [[nodiscard]] FileExistence& fileExistence() { return fileExistence_; }
+    [[nodiscard]] Relinking& relinking() { return relinking_; }
+    [[nodiscard]] MediaGathering& mediaGathering() { return mediaGathering_; }
+    [[nodiscard]] BundleExport& bundleExport() { return bundleExport_; }
+    [[nodiscard]] MediaReveal& mediaReveal() { return mediaReveal_; }
     [[nodiscard]] MoviePlayerController& playerWindow() { return playerWindow_; }
     [[nodiscard]] Preferences& preferences() { return surroundings_.preferences; }
     [[nodiscard]] Pasteboard& pasteboard() { return surroundings_.pasteboard; }
@@ -83,7 +96,6 @@ public:
     [[nodiscard]] bool mHidePlaylistWindow() const { return mHidePlaylistWindow_; }
 
     void setFlagOfSelectedMovies(const Sender& sender); ///< the tag's flag onto the selected items
-    void revealSelectedInFileBrowser();
     void openLinksOfPasteboard();
 
     // LibraryLink
@@ -91,6 +103,9 @@ public:
     void viewerReordered() override;
     void saveTempSession() override;
     void bringLibraryToFront() override;
+    [[nodiscard]] Work workBegins(const QString& title, const QString& text) override;
+    void workAdvances(int id, qint64 done, qint64 total) override;
+    void workEnds(int id) override;
 
 Q_SIGNALS:
     void started();
@@ -124,7 +139,14 @@ private:
     PlaylistEditing playlistEditing_;
     ItemTransfer itemTransfer_;
     DuplicateRemoval duplicateRemoval_;
+    ExportWriter exportWriter_;
     NotesExport notesExport_;
+    ManifestExport manifestExport_;
+    FileExistence fileExistence_;
+    Relinking relinking_;
+    MediaGathering mediaGathering_;
+    BundleExport bundleExport_;
+    MediaReveal mediaReveal_;
     MoviePlayerController playerWindow_;
     std::weak_ptr<Playlist> viewerPlaylist_; ///< whose items the viewer goes through
     QStringList waitingFiles_;

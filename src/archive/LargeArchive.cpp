@@ -39,9 +39,10 @@ class ShortenedPlist {
 public:
     using Place = LargeArchive::Place;
 
-    explicit ShortenedPlist(QFile& file, QByteArray mark)
+    ShortenedPlist(QFile& file, QByteArray mark, qint64 large)
         : file_(file)
-        , mark_(std::move(mark)) {}
+        , mark_(std::move(mark))
+        , large_(large) {}
 
     /// The places that were left out are then in `places`.
     Result<QByteArray> read() {
@@ -57,9 +58,9 @@ public:
     std::vector<Place> places;
 
 private:
-    /// An object that is left out, and how long what stands for it is.
+    /// An object that is left out, and by how much what follows it moves.
     struct Cut {
-        qint64 begin = 0, end = 0, newLength = 0;
+        qint64 begin = 0, end = 0, shift = 0;
     };
 
     QByteArray bytesAt(qint64 offset, qint64 length) {
@@ -93,16 +94,17 @@ private:
         std::sort(sorted.begin(), sorted.end());
         sorted.push_back(table_);
         for (size_t at = 0; at + 1 < sorted.size(); ++at) {
-            if (sorted[at + 1] - sorted[at] < LargeArchive::largeData) continue;
+            if (sorted[at + 1] - sorted[at] < large_) continue;
             const QByteArray head = bytesAt(sorted[at], 10);
             if (head.size() < 10 || quint8(head[0]) != 0x4F || (quint8(head[1]) & 0xF0U) != 0x10U) continue;
             const int power = quint8(head[1]) & 0x0FU;
             if (power > 3) continue;
             const quint64 length = bigEndian(head.constData() + 2, 1 << power);
             const qint64 begin = sorted[at] + 2 + (1 << power);
-            if (length < quint64(LargeArchive::largeData) || length > quint64(sorted[at + 1] - begin)) continue;
+            if (length < quint64(large_) || length > quint64(sorted[at + 1] - begin)) continue;
             places.push_back({begin, qint64(length)});
-            cuts_.push_back({sorted[at], begin + qint64(length), standIn(cuts_.size()).size()});
+            const qint64 end = begin + qint64(length), before = cuts_.empty() ? 0 : cuts_.back().shift;
+            cuts_.push_back({sorted[at], end, before + standIn(cuts_.size()).size() - (end - sorted[at])});
         }
     }
 
@@ -116,12 +118,9 @@ private:
     }
 
     [[nodiscard]] qint64 moved(qint64 offset) const {
-        qint64 by = 0;
-        for (const Cut& cut : cuts_) {
-            if (cut.begin >= offset) break;
-            by += cut.newLength - (cut.end - cut.begin);
-        }
-        return offset + by;
+        const auto next = std::lower_bound(cuts_.begin(), cuts_.end(), offset,
+                                           [](const Cut& cut, qint64 at) { return cut.begin < at; });
+        return next == cuts_.begin() ? offset : offset + std::prev(next)->shift;
     }
 
     Result<QByteArray> rebuilt() {
@@ -150,26 +149,26 @@ private:
 
     QFile& file_;
     QByteArray mark_, trailer_;
-    qint64 table_ = 0;
+    qint64 large_, table_ = 0;
     std::vector<qint64> offsets_;
     std::vector<Cut> cuts_;
 };
 
 } // namespace
 
-Result<LargeArchive> LargeArchive::read(const QString& path, const ArchiveClasses& classes) {
+Result<LargeArchive> LargeArchive::read(const QString& path, const ArchiveClasses& classes, qint64 large) {
     QFile file(path);
     if (!QFileInfo(path).isFile()) return Error{QStringLiteral("%1 is no file").arg(path)}; // a pipe would never end
     if (!file.open(QIODevice::ReadOnly))
         return Error{QStringLiteral("could not read %1: %2").arg(path, file.errorString())};
     LargeArchive archive;
     QByteArray bytes;
-    if (file.size() <= largeData || !file.peek(headerSize).startsWith("bplist")) {
+    if (file.size() <= large || !file.peek(headerSize).startsWith("bplist")) {
         if (file.size() > mostInMemory) return tooLarge();
         bytes = file.readAll();
     } else {
         archive.mark_ = QUuid::createUuid().toRfc4122();
-        ShortenedPlist shortened(file, archive.mark_);
+        ShortenedPlist shortened(file, archive.mark_, large);
         Result<QByteArray> read = shortened.read();
         if (!read) return read.error();
         bytes = *std::move(read);

@@ -17,10 +17,12 @@ public:
     struct Place {
         qint64 offset = 0, length = 0;
     };
-    static constexpr qint64 largeData = 16 << 20; ///< data of at least so many bytes stay on the disk
+    static constexpr qint64 largeData = 16 << 20;
 
-    /// Worker threads. Memory goes with what else the file holds, at most 512 MiB. Errors: not readable, no archive, too much.
-    [[nodiscard]] static Result<LargeArchive> read(const QString& path, const ArchiveClasses& classes);
+    /// Data of at least `large` bytes stay on the disk, in files of more than that. Worker threads. Memory goes with what else
+    /// the file holds, at most 512 MiB. Errors: not readable, no archive, too much.
+    [[nodiscard]] static Result<LargeArchive> read(const QString& path, const ArchiveClasses& classes,
+                                                   qint64 large = largeData);
 
     [[nodiscard]] const Value& root() const { return root_; }
     /// Where the bytes are that this data stands for; none when it is what it says.

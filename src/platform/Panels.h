@@ -20,6 +20,8 @@ struct SavePanel {
     QStringList accessoryTitles;
     QString accessoryCurrent;
     std::function<QString(const QString& title, const QString& name)> accessoryChosen;
+    QString nameLabel;    ///< before the name; empty: the panel's own
+    bool package = false; ///< it becomes a folder that a person takes for a file: an existing one is chosen, not entered
 };
 
 struct OpenPanel {

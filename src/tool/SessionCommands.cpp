@@ -7,6 +7,7 @@
 #include "media/facts/TimecodeTrack.h"
 #include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
+#include "platform/FailedWrites.h"
 #include "platform/Panels.h"
 #include "tool/RecordJson.h"
 #include "tool/SessionItem.h"
@@ -48,9 +49,11 @@ void makeSession(ToolContext& context, const QString& out, const std::vector<Nam
     ScriptedAlerts alerts;
     ScriptedPanels panels;
     Thumbnails thumbnails(library, context.preferences(), progress);
-    SessionFiles files({library, context.preferences(), alerts, panels, QString()});
+    FailedWrites failedWrites;
+    SessionFiles files({library, context.preferences(), alerts, panels, failedWrites, QString()});
     FileStates fileStates(library, context.preferences(), progress);
-    MediaAdding adding({library, context.preferences(), panels, files, progress, thumbnails, fileStates});
+    MediaAdding adding({library, context.preferences(), panels, files, progress, thumbnails, fileStates,
+                        failedWrites});
     for (const NamedPaths& named : playlists) {
         const auto playlist = std::make_shared<Playlist>();
         playlist->name = named.name;

@@ -37,6 +37,9 @@ void addSnapshotCommand(CLI::App& app, ToolContext& context);
 void addSessionCommands(CLI::App& app, ToolContext& context);
 void addExportCommands(CLI::App& app, ToolContext& context);
 void addLinkCommands(CLI::App& app, ToolContext& context);
+void addListCommands(CLI::App& app, ToolContext& context);
+void addCopyCommands(CLI::App& app, ToolContext& context);
+void addRelinkCommand(CLI::App& app, ToolContext& context);
 void addBenchCommands(CLI::App& app, ToolContext& context);
 
 } // namespace daylark::tool

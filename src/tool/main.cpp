@@ -5,6 +5,7 @@
 
 #include <QGuiApplication>
 
+#include <csignal>
 #include <cstdio>
 #include <vector>
 
@@ -26,6 +27,7 @@ void overridePreferences(Preferences& preferences, const std::vector<std::string
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen"); // no display is ever needed
+    std::signal(SIGXFSZ, SIG_IGN); // files that may not grow are failed writes like others
     // Standard error carries our lines only; what the toolkit has to say about the environment is not for scripts.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
         if (type == QtFatalMsg)
@@ -50,6 +52,9 @@ int main(int argc, char** argv) {
     addSessionCommands(app, context);
     addExportCommands(app, context);
     addLinkCommands(app, context);
+    addListCommands(app, context);
+    addCopyCommands(app, context);
+    addRelinkCommand(app, context);
     addBenchCommands(app, context);
     try {
         app.parse(int(given.size()), given.data());

@@ -199,6 +199,139 @@ TEST_F(Tool, SessionsAreMadeShownAndEdited) {
     EXPECT_EQ(tool({QStringLiteral("notes"), edited}).status, 2) << "neither list nor playlist, format and file";
 }
 
+TEST_F(Tool, EveryNotesFormatAndTheManifestAreWritten) {
+    const QString session = file("formats.dls");
+    makeSession(session);
+    const auto written = [&](const QStringList& command, const char* name) {
+        const ToolRun run = tool(command + QStringList{QStringLiteral("--out"), file(name)});
+        EXPECT_EQ(run.status, 0) << run.err.constData();
+        QFile out(file(name));
+        return out.open(QIODevice::ReadOnly) ? out.readAll() : QByteArray();
+    };
+    const QStringList notes{QStringLiteral("notes"), session, QStringLiteral("--playlist"), QStringLiteral("1"),
+                            QStringLiteral("--format")};
+    EXPECT_TRUE(written(notes + QStringList{QStringLiteral("rtf")}, "n.rtf").startsWith("{\\rtf1"));
+    EXPECT_TRUE(written(notes + QStringList{QStringLiteral("csv-utf8")}, "n.csv").contains("\r\n\"b_shot\",\"\""));
+    const QStringList manifest{QStringLiteral("manifest"), session, QStringLiteral("--playlist"), QStringLiteral("1"),
+                               QStringLiteral("--title"), QStringLiteral("Week 47")};
+    EXPECT_EQ(written(manifest, "m.csv"), "Review Order,Version Name,Playlist Name,Session Name\r"
+                                          "1,a_shot,Day 1,Week 47\r2,b_shot,Day 1,Week 47\r");
+}
+
+TEST_F(Tool, RelinkFindsWhatWasMovedAndSaysWhatTheLibrarySays) {
+    const QString session = file("moving.dls"), out = file("moved.dls");
+    QDir(file("")).mkpath(QStringLiteral("Shots/a"));
+    const QString first = file("Shots/a/first.mov"), second = file("Shots/a/second.mov");
+    ASSERT_TRUE(QFile::copy(file("Day 1/a_shot.mov"), first) && QFile::copy(file("Day 1/a_shot.mov"), second));
+    ASSERT_EQ(tool({QStringLiteral("session"), QStringLiteral("new"), session, QStringLiteral("--playlist"),
+                    QStringLiteral("Shots"), first, second, QStringLiteral("--playlist"), QStringLiteral("Other"),
+                    file("Day 1/b_shot.mp4")})
+                  .status,
+              0);
+    const auto relink = [&](const QStringList& more) {
+        const ToolRun run = tool(QStringList{QStringLiteral("relink"), session, QStringLiteral("--root"), file("Attic"),
+                                             QStringLiteral("--out"), out} + more);
+        EXPECT_EQ(run.status, 0) << run.err.constData();
+        return run.object();
+    };
+    QDir(file("")).mkpath(QStringLiteral("Attic/deep"));
+    EXPECT_EQ(relink({})[u"title"].toString(), QStringLiteral("There Are No Missing Files"));
+    EXPECT_EQ(relink({QStringLiteral("--playlist"), QStringLiteral("1")})[u"title"].toString(),
+              QStringLiteral("No Files Are Missing"));
+    ASSERT_TRUE(QFile::rename(first, file("Attic/deep/first.mov")) && QFile::remove(second));
+    const QJsonObject some = relink({});
+    EXPECT_EQ(some[u"found"].toInt(), 1);
+    EXPECT_EQ(some[u"missing"].toInt(), 2);
+    EXPECT_EQ(some[u"title"].toString(), QStringLiteral("Some Files Found"));
+    EXPECT_EQ(some[u"text"].toString(),
+              QStringLiteral("1 matching file has been relinked.  1 file was not found."));
+    const auto pathsIn = [&] {
+        QStringList paths;
+        const QJsonObject shown = tool({QStringLiteral("session"), QStringLiteral("show"), out}).object();
+        for (const QJsonValue& playlist : shown[u"playlists"].toArray())
+            for (const QJsonValue& movie : playlist[u"movieList"].toArray())
+                paths << movie[u"filepathString"].toString();
+        return paths;
+    };
+    EXPECT_EQ(pathsIn(), (QStringList{file("Attic/deep/first.mov"), second, file("Day 1/b_shot.mp4")}));
+    ASSERT_TRUE(QFile::copy(file("Day 1/b_shot.mp4"), file("Attic/b_shot.mp4")));
+    EXPECT_EQ(relink({QStringLiteral("--playlist"), QStringLiteral("2"), QStringLiteral("--force")})[u"found"].toInt(), 1);
+    EXPECT_EQ(pathsIn(), (QStringList{first, second, file("Attic/b_shot.mp4")}));
+    EXPECT_EQ(tool({QStringLiteral("relink"), session, QStringLiteral("--root"), file("none"), QStringLiteral("--out"), out})
+                  .status,
+              1);
+}
+
+TEST_F(Tool, GatherAndBundleCopyAndSayWhatTheyDidAndWhatNot) {
+    makeSession(file("copies.dls"));
+    const QStringList gather{QStringLiteral("gather"), file("copies.dls"), QStringLiteral("--playlist"), QStringLiteral("1"),
+                             QStringLiteral("--to"), file("gathered")};
+    const ToolRun first = tool(gather);
+    ASSERT_EQ(first.status, 0) << first.err.constData();
+    EXPECT_EQ(first.object()[u"copied"].toArray(), (QJsonArray{file("Day 1/a_shot.mov"), file("Day 1/b_shot.mp4")}));
+    EXPECT_EQ(first.object()[u"copiedBytes"].toInteger(),
+              QFileInfo(file("Day 1/a_shot.mov")).size() + QFileInfo(file("Day 1/b_shot.mp4")).size());
+    ASSERT_TRUE(QFile::remove(file("gathered/b_shot.mp4")));
+    const ToolRun again = tool(gather + QStringList{QStringLiteral("--items"), QStringLiteral("1,2")});
+    EXPECT_EQ(again.object()[u"copied"].toArray(), QJsonArray{file("Day 1/b_shot.mp4")});
+    EXPECT_EQ(again.object()[u"skipped"].toArray(), QJsonArray{file("Day 1/a_shot.mov")});
+
+    const QStringList bundle{QStringLiteral("bundle"), file("copies.dls"), QStringLiteral("--playlist"), QStringLiteral("1"),
+                             QStringLiteral("--item"), QStringLiteral("2"), QStringLiteral("--to"), file("b.dlm")};
+    const ToolRun made = tool(bundle);
+    EXPECT_EQ(made.status, 0) << made.err.constData();
+    EXPECT_EQ(made.object()[u"copiedBytes"].toInteger(), QFileInfo(file("b.dlm/b_shot.mp4")).size());
+    EXPECT_TRUE(made.object()[u"failed"].toArray().isEmpty());
+    EXPECT_TRUE(QFile::exists(file("b.dlm/data.dls")));
+
+    // A disk without room, for the one and the other.
+    const QString limited = QStringLiteral("ulimit -f 4; exec \"$0\" \"$@\"");
+    for (const QStringList& arguments : {gather, bundle}) {
+        QDir(file("gathered")).removeRecursively();
+        QDir(file("b.dlm")).removeRecursively();
+        QProcess shell;
+        shell.start(QStringLiteral("sh"),
+                    QStringList{QStringLiteral("-c"), limited, programFolder() + QStringLiteral("/daylark-tool")} + arguments);
+        ASSERT_TRUE(shell.waitForFinished(-1));
+        EXPECT_EQ(shell.exitCode(), 1);
+        const QJsonArray failed = QJsonDocument::fromJson(shell.readAllStandardOutput())[u"failed"].toArray();
+        ASSERT_FALSE(failed.isEmpty());
+        EXPECT_FALSE(failed[0][u"reason"].toString().isEmpty() || failed[0][u"path"].toString().isEmpty());
+        EXPECT_TRUE(QDir(file("gathered")).entryList(QDir::Files | QDir::Hidden).isEmpty());
+        EXPECT_FALSE(QFile::exists(file("b.dlm/b_shot.mp4")));
+    }
+}
+
+TEST_F(Tool, DuplicatesAndFindSayWhatTheLibrarySays) {
+    QDir(file("Day 1")).mkpath(QStringLiteral("again"));
+    QFile::copy(file("Day 1/a_shot.mov"), file("Day 1/again/a_shot.mov"));
+    const QString session = file("lists.dls");
+    tool({QStringLiteral("session"), QStringLiteral("new"), session, QStringLiteral("--playlist"), QStringLiteral("One"),
+          file("Day 1"), QStringLiteral("--playlist"), QStringLiteral("Two"), file("Day 1/b_shot.mp4")});
+    QDir(file("Day 1/again")).removeRecursively();
+    const QStringList same{QStringLiteral("duplicates"), session, QStringLiteral("--playlist"), QStringLiteral("1")};
+    const QJsonObject asked = tool(same).object();
+    EXPECT_EQ(asked[u"message"].toString(), QStringLiteral("1 duplicate found."));
+    EXPECT_EQ(asked[u"buttons"].toArray(), (QJsonArray{QStringLiteral("Remove All Duplicates"), QStringLiteral("Cancel")}));
+    // The second button removes what is not modified, whatever it is called.
+    EXPECT_EQ(asked[u"removes"].toArray(), (QJsonArray{QJsonArray{2}, QJsonArray{2}}));
+    const ToolRun done = tool(same + QStringList{QStringLiteral("--answer"), QStringLiteral("1"), QStringLiteral("--out"),
+                                                 file("clean.dls")});
+    EXPECT_EQ(done.status, 0) << done.err.constData();
+    const QJsonObject clean = tool({QStringLiteral("duplicates"), file("clean.dls"), QStringLiteral("--playlist"),
+                                    QStringLiteral("1")}).object();
+    EXPECT_EQ(clean[u"message"].toString(), QStringLiteral("No duplicates found"));
+    EXPECT_EQ(clean[u"removes"].toArray(), QJsonArray{QJsonArray()});
+
+    const QJsonObject found = tool({QStringLiteral("find"), session, QStringLiteral("B_SHOT")}).object();
+    EXPECT_EQ(found[u"text"].toString(), QStringLiteral("2 Matches"));
+    EXPECT_EQ(found[u"matches"].toArray(), (QJsonArray{QJsonArray{1, 3}, QJsonArray{2, 1}}));
+    const QJsonObject names = tool({QStringLiteral("find"), session, QStringLiteral("Day 1/"), QStringLiteral("--scope"),
+                                    QStringLiteral("Search Filenames")}).object();
+    EXPECT_EQ(names[u"text"].toString(), QStringLiteral("No Matches Found"));
+    EXPECT_TRUE(names[u"matches"].toArray().isEmpty());
+}
+
 TEST_F(Tool, ABookmarkAddedHasTheTimecodeOfTheMoviesTrack) {
     QDir(file("")).mkdir(QStringLiteral("Coded"));
     MovieSpec spec;

@@ -11,6 +11,8 @@
 #include <QDBusObjectPath>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -242,6 +244,44 @@ TEST_F(DesktopServicesTest, PanelsAskThePortalAndFallBackOnTheirOwnDialog) {
         dialog->reject();
     });
     EXPECT_TRUE(panels.runOpen(open).isEmpty());
+}
+
+TEST_F(DesktopServicesTest, AFolderThatPassesForAFileIsChosenAndNotEntered) {
+    DesktopBus none(u"unix:path=/nowhere/at/all"_s);
+    DesktopPanels panels(none);
+    ASSERT_TRUE(QDir(folder.path()).mkdir(u"clip.dlm"_s) && QDir(folder.path()).mkdir(u"other"_s));
+    SavePanel save;
+    save.title = u"Export"_s;
+    save.nameLabel = u"Export As"_s;
+    save.allowedTypes = QStringList{u"dlm"_s};
+    save.package = true;
+    QStringList labels;
+    int questions = 0;
+    const auto answer = [&](const QString& name, int button) {
+        QObject here; // what isn't asked any more is not answered later
+        QTimer::singleShot(200, &here, [&labels, name] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            labels << dialog->labelText(QFileDialog::FileName);
+            dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(name);
+            QTest::keyClick(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s), Qt::Key_Return);
+            if (QApplication::activeModalWidget() == dialog) dialog->reject(); // it went into the folder
+        });
+        QTimer::singleShot(600, &here, [&questions, button] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box) return;
+            ++questions;
+            box->buttons().value(button)->click();
+        });
+        return panels.runSave(save);
+    };
+    EXPECT_EQ(answer(file(u"clip"_s), 0), file(u"clip.dlm"_s));
+    EXPECT_EQ(answer(file(u"new"_s), 0), file(u"new.dlm"_s));
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(labels.value(0), u"Export As"_s);
+    EXPECT_EQ(answer(file(u"clip.dlm"_s), 1), QString()) << "not agreed to";
+    save.package = false;
+    EXPECT_EQ(answer(file(u"clip.dlm"_s), 0), QString()) << "any other folder is entered";
 }
 
 TEST_F(DesktopServicesTest, FilesAreShownByTheFileManagerElseTheirFolderIsOpened) {

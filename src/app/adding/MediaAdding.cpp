@@ -9,6 +9,8 @@
 #include "app/sessions/SessionMigration.h"
 #include "base/jobs/WorkQueue.h"
 #include "media/facts/MediaTypes.h"
+#include "model/bundle/BundleReading.h"
+#include "platform/FailedWrites.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
 
@@ -62,7 +64,9 @@ struct MediaAdding::Group {
     bool mayMakePlaylist = true; ///< when there is none that could take them
     bool fromDesktop = false;
     QString sessionPath;                   ///< instead of items: a session to import
-    std::optional<SessionContents> bundle; ///< instead of items: what a bundle holds
+    std::optional<SessionContents> bundle; ///< instead of items: the session that a bundle holds
+    Movies records;                        ///< items that come with their reviews
+    QString unwritten, reason;             ///< instead of items: a bundle's movie that has no place on the disk
     std::weak_ptr<Playlist> target;
     bool hadTarget = false;
 };
@@ -110,14 +114,28 @@ void MediaAdding::Worker::lookThroughFolders(const Request& request, const QStri
 
 void MediaAdding::Worker::lookIntoBundles(const Request& request, const QStringList& bundles,
                                           const WalkWatch& watch, const Deliver& deliver) {
+    Group movies = groupFor(request);
     for (const QString& bundle : bundles) {
         if (watch.isCancelled()) return;
-        Result<SessionContents> contents = readSessionFile(QDir(bundle).filePath(QStringLiteral("data.dls")));
+        QString unwritten;
+        Result<BundleContents> contents = readBundle(bundle, {watch.cancelled}, unwritten);
+        if (!unwritten.isNull()) {
+            Group failed = groupFor(request);
+            failed.unwritten = bundle;
+            failed.reason = unwritten;
+            deliver(std::move(failed));
+        }
         if (!contents) continue;
+        // The records go over whole: nothing is left on this side.
+        if (contents->movie) movies.records.push_back(std::move(contents->movie));
+        if (!contents->session) continue;
         Group group = groupFor(request);
-        group.bundle = *std::move(contents); // the records go over whole: nothing is left on this side
+        group.bundle = std::move(contents->session);
         deliver(std::move(group));
     }
+    movies.ownPlaylist = request.kind == Request::Kind::dropOnPlaylists;
+    movies.fromDesktop = request.kind == Request::Kind::desktop;
+    if (!movies.records.empty()) deliver(std::move(movies));
 }
 
 void MediaAdding::Worker::lookAtDesktopFile(const Request& request, const QString& path,
@@ -137,9 +155,11 @@ void MediaAdding::Worker::lookAtDesktopFile(const Request& request, const QStrin
 void MediaAdding::Worker::look(const Request& request, const WalkWatch& watch, const Deliver& deliver) {
     QStringList folders, files, bundles;
     for (const QString& path : request.paths) {
-        const bool folder = QFileInfo(path).isDir();
-        const bool bundle = folder && request.takesBundles() && isBundlePath(path);
-        (bundle ? bundles : folder ? folders : files).append(path);
+        const QString bundle = request.takesBundles() ? bundleOfPath(path) : QString();
+        if (!bundle.isNull())
+            bundles.append(bundle);
+        else
+            (QFileInfo(path).isDir() ? folders : files).append(path);
     }
     lookIntoBundles(request, bundles, watch, deliver);
     if (!bundles.isEmpty() && folders.isEmpty() && files.isEmpty()) return;
@@ -231,6 +251,16 @@ void MediaAdding::addFoldersFromOpenDialog() {
     if (!folders.isEmpty()) addMediaFoldersToSelectedPlaylist(folders);
 }
 
+void MediaAdding::addBundlesFromOpenDialog() {
+    OpenPanel panel;
+    panel.title = tr("Add Daylark Movies");
+    panel.prompt = tr("Add");
+    panel.chooseFiles = false;
+    panel.chooseFolders = true;
+    const QStringList bundles = surroundings_.panels.runOpen(panel);
+    if (!bundles.isEmpty()) addDLMFilesToSelectedPlaylist(bundles);
+}
+
 void MediaAdding::processFile(const QString& path) {
     openPaths({path});
 }
@@ -241,7 +271,7 @@ void MediaAdding::openPaths(const QStringList& paths) {
 
 void MediaAdding::dropOnPlaylists(const QStringList& paths) {
     if (paths.isEmpty()) return;
-    if (isSessionPath(paths.front()))
+    if (isSessionPath(paths.front()) && bundleOfPath(paths.front()).isNull())
         surroundings_.sessionFiles.dragSessionImport(paths.front());
     else
         enqueue({Request::Kind::dropOnPlaylists, paths, {}, false, false});
@@ -249,7 +279,7 @@ void MediaAdding::dropOnPlaylists(const QStringList& paths) {
 
 void MediaAdding::dropOnMovies(const QStringList& paths) {
     if (paths.isEmpty()) return;
-    if (isSessionPath(paths.front()))
+    if (isSessionPath(paths.front()) && bundleOfPath(paths.front()).isNull())
         surroundings_.sessionFiles.dragSessionImport(paths.front());
     else
         enqueue({Request::Kind::dropOnMovies, paths, {}, false, false});
@@ -309,13 +339,17 @@ std::shared_ptr<Playlist> MediaAdding::targetOf(const Group& group) {
 
 MediaAdding::Movies MediaAdding::addItems(const std::shared_ptr<Playlist>& playlist, const Group& group) {
     Movies movies;
-    movies.reserve(group.media.size());
+    movies.reserve(group.media.size() + group.records.size());
     // The first new item leaves a gap of one after the items shown, as in sessions made before.
     qint64 number = surroundings_.library.shownCount(playlist) + 1;
     for (const FoundMedia& media : group.media) {
         auto movie = std::make_shared<Movie>(media.path, media.bookmarkData);
         movie->sortOrder = number++;
         movies.push_back(std::move(movie));
+    }
+    for (const auto& movie : group.records) {
+        movie->sortOrder = number++;
+        movies.push_back(movie);
     }
     surroundings_.library.addMovies(playlist, movies);
     return movies;
@@ -340,13 +374,18 @@ void MediaAdding::addBundle(const SessionContents& contents) {
 }
 
 QString MediaAdding::titleOf(const Group& group) {
-    const size_t count = group.media.size();
+    const size_t count = group.media.size() + group.records.size();
     return count == 0 ? tr("Add Playlist") : count == 1 ? tr("Add Item") : tr("Add %1 Items").arg(count);
 }
 
 void MediaAdding::apply(const Group& group) {
     if (group.bundle) {
         addBundle(*group.bundle);
+        return;
+    }
+    if (!group.unwritten.isNull()) {
+        surroundings_.failedWrites.failed(tr("Movie of a bundle"), group.unwritten, group.reason,
+                                          [this, path = group.unwritten] { addDLMFilesToSelectedPlaylist({path}); });
         return;
     }
     if (!group.sessionPath.isNull()) {

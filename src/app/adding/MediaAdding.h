@@ -10,6 +10,7 @@
 
 namespace daylark {
 
+class FailedWrites;
 class FileStates;
 class Library;
 class Panels;
@@ -32,6 +33,7 @@ public:
         ProgressBoard& progress;
         Thumbnails& thumbnails;
         FileStates& fileStates;
+        FailedWrites& failedWrites;
     };
     explicit MediaAdding(const Surroundings& surroundings, QObject* parent = nullptr);
     ~MediaAdding() override;
@@ -39,9 +41,10 @@ public:
     void addMediaFilesToSelectedPlaylist(const QStringList& paths);
     void addMediaFoldersToSelectedPlaylist(const QStringList& folders);
     void createPlaylistsWithFolders(const QStringList& folders);
-    /// Bundles ("*.dlm" folders): the playlists of the session inside are added behind the others, or the one
-    /// playlist that is archived there. A bundle without a readable "data.dls" is skipped.
+    /// Bundles ("*.dlm"): a movie with its review becomes an item of the selected playlist. Of a session inside, the playlists
+    /// are added behind the others, or the one playlist that is archived there. A bundle without a readable archive is skipped.
     void addDLMFilesToSelectedPlaylist(const QStringList& bundles);
+    void addBundlesFromOpenDialog();
     void addMediaFromOpenDialog();
     void addFoldersFromOpenDialog();
     void processFile(const QString& path); ///< opened from the desktop or the command line

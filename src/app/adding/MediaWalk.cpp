@@ -1,6 +1,7 @@
 #include "app/adding/MediaWalk.h"
 
 #include "media/facts/MediaTypes.h"
+#include "model/bundle/BundleReading.h"
 #include "platform/FileBookmark.h"
 
 #include <QDir>
@@ -27,10 +28,6 @@ void collectFiles(const QString& folder, const WalkWatch& watch, QStringList& fi
 
 } // namespace
 
-bool isBundlePath(const QString& path) {
-    return QFileInfo(QDir::cleanPath(path)).suffix() == QLatin1String("dlm");
-}
-
 QStringList filesUnderFolder(const QString& folder, const WalkWatch& watch) {
     QStringList files;
     if (!isBundlePath(folder)) collectFiles(QDir::cleanPath(folder), watch, files);
@@ -43,7 +40,8 @@ std::vector<FoundMedia> mediaAmong(const QStringList& paths, bool allowImageFile
         if (watch.isCancelled()) return media;
         const MediaType type = mediaTypeOfPath(path);
         if (type == MediaType::other || (type == MediaType::image && !allowImageFiles)) continue;
-        if (QFileInfo(path).isDir()) continue; // a folder may be named like a movie
+        // A folder, a pipe or a device may be named like a movie.
+        if (const QFileInfo file(path); file.exists() && !file.isFile()) continue;
         media.push_back({path, createFileBookmark(path)});
         if (watch.found) watch.found(qint64(media.size()));
     }

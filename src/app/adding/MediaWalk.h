@@ -24,9 +24,6 @@ struct WalkWatch {
     [[nodiscard]] bool isCancelled() const { return cancelled && *cancelled; }
 };
 
-/// Whether the path is named like a movie bundle ("*.dlm").
-[[nodiscard]] bool isBundlePath(const QString& path);
-
 /// Every file under a folder, depth first, sorted by path within each folder; hidden entries are skipped,
 /// linked folders are not descended into. A folder that is itself a bundle ("*.dlm", a folder on the disk) or cannot
 /// be read gives nothing; of a bundle inside it the media are files like others.

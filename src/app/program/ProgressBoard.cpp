@@ -1,6 +1,9 @@
 #include "app/program/ProgressBoard.h"
 
+#include <QLocale>
+
 #include <algorithm>
+#include <limits>
 
 namespace daylark {
 
@@ -16,6 +19,17 @@ auto jobWithId(Jobs& jobs, int id) {
 QString ProgressBoard::Job::line() const {
     if (texts.count == Count::untold || total <= 0) return texts.title;
     return tr("%1 %2 of %3").arg(texts.title).arg(done).arg(total);
+}
+
+ProgressBoard::Job::Bar ProgressBoard::Job::bar() const {
+    const qint64 unit = total / (std::numeric_limits<int>::max() / 2) + 1;
+    return {int(done / unit), int(total / unit)};
+}
+
+QString ProgressBoard::bytesText(qint64 done, qint64 total) {
+    const QLocale locale;
+    const auto text = [&locale](qint64 bytes) { return locale.formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat); };
+    return tr("%1 of %2").arg(text(done), text(total));
 }
 
 int ProgressBoard::begin(const Texts& texts, qint64 total, bool window) {

@@ -32,8 +32,16 @@ public:
         bool window = false;        ///< shown in the progress window, not only in the status line
         std::shared_ptr<CancelFlag> cancelled;
         [[nodiscard]] QString line() const; ///< the title, with the count where it is told
+        /// `done` and `total` in numbers that a progress bar takes: bytes would be too many.
+        struct Bar {
+            int value = 0, maximum = 0;
+        };
+        [[nodiscard]] Bar bar() const;
     };
     using QObject::QObject;
+
+    /// "1.5 GB of 20 GB", for a second line.
+    [[nodiscard]] static QString bytesText(qint64 done, qint64 total);
 
     int begin(const Texts& texts, qint64 total, bool window);
     void say(int id, const Texts& texts); ///< other texts from now on

@@ -3,6 +3,7 @@
 #include "app/playlists/Library.h"
 #include "app/sessions/SessionMigration.h"
 #include "base/jobs/WorkQueue.h"
+#include "model/bundle/BundleReading.h"
 #include "platform/Alerts.h"
 #include "platform/FailedWrites.h"
 #include "platform/Panels.h"
@@ -19,6 +20,7 @@ namespace daylark {
 namespace {
 
 const QString sessionExtension = QStringLiteral("dls");
+const QString saveSessionTitle = QStringLiteral("Save Session As...");
 
 } // namespace
 
@@ -151,11 +153,11 @@ bool SessionFiles::mayWriteOverOtherSession() {
     }
 }
 
-QString SessionFiles::askForPath(const QString& proposedName) {
+QString SessionFiles::askForPath(const QString& title, const QString& proposedName) {
     if (panelOpen_) return {};
     SavePanel panel;
-    panel.title = QStringLiteral("Save Session As...");
-    panel.prompt = QStringLiteral("Save");
+    panel.title = title;
+    panel.prompt = tr("Save");
     panel.proposedName = proposedName;
     panel.allowedTypes = QStringList{sessionExtension};
     panelOpen_ = true;
@@ -165,19 +167,54 @@ QString SessionFiles::askForPath(const QString& proposedName) {
 }
 
 void SessionFiles::askAndSave() {
-    const QString path = askForPath({});
+    const QString path = askForPath(saveSessionTitle, {});
     if (path.isEmpty()) return;
     setCurrentSessionPath(path);
     writeSession(path, {});
 }
 
 void SessionFiles::saveSessionAs() {
-    const QString name = currentSessionPath_.isEmpty() ? QStringLiteral("Untitled Session")
+    const QString name = currentSessionPath_.isEmpty() ? tr("Untitled Session")
                                                        : QFileInfo(currentSessionPath_).completeBaseName();
-    const QString path = askForPath(name);
+    const QString path = askForPath(saveSessionTitle, name);
     if (path.isEmpty()) return;
     writeSession(path, {});
     setCurrentSessionPath(path); // after the write, unlike Save; wanted
+}
+
+// Copies for others.
+
+void SessionFiles::exportPlaylists(const QString& path, const std::vector<std::shared_ptr<Playlist>>& playlists) {
+    SessionContents contents;
+    contents.playlists = withAnswers(playlists, surroundings_.library.smartLists());
+    contents.hasPlaylists = true;
+    write(path, contents, [this, path, playlists](const WriteOutcome& outcome) {
+        if (outcome.written)
+            surroundings_.failedWrites.written(path);
+        else
+            surroundings_.failedWrites.failed(tr("Exported session"), path, outcome.reason,
+                                              [this, path, playlists] { exportPlaylists(path, playlists); });
+    });
+}
+
+void SessionFiles::exportSessionAsReviewed() {
+    const QString path =
+        askForPath(saveSessionTitle, surroundings_.preferences.sessionTitle() + QStringLiteral("_reviewed"));
+    if (path.isEmpty()) return;
+    exportPlaylists(path, surroundings_.library.playlists());
+    setSessionTitle(QFileInfo(path).completeBaseName());
+}
+
+void SessionFiles::exportSelectedPlaylistsAsSession() {
+    const Library& library = surroundings_.library;
+    std::vector<std::shared_ptr<Playlist>> playlists;
+    for (const qsizetype row : library.selectedPlaylistRows())
+        playlists.push_back(library.playlists()[size_t(row)]);
+    if (playlists.empty()) return;
+    QString name = playlists.front()->name;
+    name.replace(QLatin1Char('/'), QLatin1Char(':')); // a name, not a path
+    const QString path = askForPath(tr("Save Playlist As..."), name);
+    if (!path.isEmpty()) exportPlaylists(path, playlists);
 }
 
 // The temporary session.
@@ -216,11 +253,15 @@ void SessionFiles::loadTempSession(bool restore) {
 
 void SessionFiles::importSession() {
     OpenPanel panel;
-    panel.title = QStringLiteral("Import Session");
+    panel.title = tr("Import Session");
     panel.allowedTypes = QStringList{sessionExtension};
     const QStringList paths = surroundings_.panels.runOpen(panel);
-    if (!paths.isEmpty() && QFileInfo(paths.front()).suffix() == sessionExtension)
+    if (paths.isEmpty() || QFileInfo(paths.front()).suffix() != sessionExtension) return;
+    const QString bundle = bundleOfPath(paths.front());
+    if (bundle.isNull())
         dragSessionImport(paths.front());
+    else
+        Q_EMIT bundleChosen(bundle);
 }
 
 void SessionFiles::dragSessionImport(const QString& path) {
@@ -241,8 +282,8 @@ void SessionFiles::importContents(const QString& path, ReadOutcome outcome) {
     if (!outcome.readable) {
         Alert alert;
         alert.message =
-            QStringLiteral("This file can not be read.\nPlease check you have correct file permissions.");
-        alert.buttons = QStringList{QStringLiteral("Okay")};
+            tr("This file can not be read.\nPlease check you have correct file permissions.");
+        alert.buttons = QStringList{tr("Okay")};
         surroundings_.alerts.show(alert);
         return;
     }
@@ -259,9 +300,9 @@ void SessionFiles::importContents(const QString& path, ReadOutcome outcome) {
         setCurrentSessionPath(path);
     } else {
         Alert question;
-        question.message = QStringLiteral("Replace Current Session?");
-        question.buttons = QStringList{QStringLiteral("Replace Session"), QStringLiteral("Add To Session"),
-                                       QStringLiteral("Cancel")};
+        question.message = tr("Replace Current Session?");
+        question.buttons = QStringList{tr("Replace Session"), tr("Add To Session"),
+                                       tr("Cancel")};
         switch (surroundings_.alerts.run(question)) {
         case Alerts::firstButton:
             clearSession();

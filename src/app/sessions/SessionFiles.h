@@ -40,6 +40,10 @@ public:
     void saveSession();
     void saveSessionAs();
     void importSession();
+    /// A copy of the whole session under a name of its own. The window and the title are called like it from then on, while a
+    /// later Save still goes to the session's own file; wanted.
+    void exportSessionAsReviewed();
+    void exportSelectedPlaylistsAsSession(); ///< in their order; nothing changes here
     void dragSessionImport(const QString& path);
     void clearSession(); ///< every playlist goes, without a question; the current path is forgotten
 
@@ -68,6 +72,7 @@ public:
 Q_SIGNALS:
     void temporarySessionLoaded(bool restored);
     void sessionImported(); ///< the conversions and the found-state refresh follow
+    void bundleChosen(const QString& bundle); ///< to be imported is what is no session: a movie's bundle
     void bringToFront();
     void titleChanged(const QString& title);
     void modifiedChanged(bool modified);
@@ -85,7 +90,8 @@ private:
     void read(const QString& path, std::function<void(ReadOutcome)> then);
     void writeSession(const QString& path, std::function<void(WriteOutcome)> then);
     void tellOfSession(const QString& path, const WriteOutcome& outcome);
-    [[nodiscard]] QString askForPath(const QString& proposedName);
+    void exportPlaylists(const QString& path, const std::vector<std::shared_ptr<Playlist>>& playlists);
+    [[nodiscard]] QString askForPath(const QString& title, const QString& proposedName);
     void askAndSave();
     [[nodiscard]] bool mayWriteOverOtherSession(); ///< asks, or saves elsewhere
     void storeSessionPath();

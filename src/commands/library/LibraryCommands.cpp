@@ -4,6 +4,7 @@
 #include "commands/CommandId.h"
 #include "commands/HistoryCommands.h"
 #include "model/StatusCodes.h"
+#include "preferences/Preferences.h"
 
 namespace daylark {
 
@@ -101,7 +102,67 @@ void bindSession(CommandSet& commands, PlaylistController& c, const Conditions& 
     commands.bind(id("notes.exportPlaylist"), [&c] {
         c.notesExport().exportNotes({QStringLiteral("Export Playlist Notes..."), 0});
     });
+    commands.bind(
+        id("manifest.export"), [&c] { c.manifestExport().exportPlaylistManifest(); }, &when.playlistSelected);
     commands.bind(id("session.clear"), [&c] { c.playlistEditing().removeAllPlaylists(true); });
+}
+
+/// One search of a person's at a time; the one that the program makes by itself disturbs none.
+void bindRelinking(CommandSet& commands, PlaylistController& c, const Conditions& when) {
+    Relinking& relinking = c.relinking();
+    Library& library = c.library();
+    const auto whileIdle = [&](auto also) -> const Condition& {
+        return commands.when([&relinking, also] { return !relinking.isBusy() && also(); })
+            .follows(relinking, &Relinking::busyChanged)
+            .follows(library, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged,
+                     &Library::playlistSelectionChanged, &Library::playlistsChanged);
+    };
+    const Condition& itemSelected = whileIdle([&library] { return !library.selectedMovieRows().empty(); });
+    const Condition& listSelected = whileIdle([&library] { return !library.selectedPlaylistRows().empty(); });
+    const Condition& listsThere = whileIdle([&library] { return !library.playlists().empty(); });
+    commands.bind(id("relink.movie"), [&relinking] { relinking.linkMovieToFile(); }, &itemSelected);
+    commands.bind(id("relink.selected"), [&relinking] { relinking.autolinkSelectedPlaylists(); }, &listSelected);
+    commands.bind(id("relink.session"), [&relinking] { relinking.autolinkCurrentSession(); }, &listsThere);
+    commands.bind(id("relink.forced"), [&relinking] { relinking.forcelinkSelectedPlaylists(); }, &listSelected);
+    Preferences& preferences = c.preferences();
+    const Condition& automatic = commands.when([&preferences] { return preferences.autoSearchForMissingMedia(); })
+                                     .follows(preferences.autoSearchForMissingMedia, &PreferenceItem::changed);
+    commands.bind(
+        id("relink.automatic"), [&preferences] { preferences.autoSearchForMissingMedia.flip(); }, nullptr, &automatic);
+    const Condition& maySearch = commands
+                                     .when([&relinking, &preferences] {
+                                         return !relinking.isSearchingByItself() && !preferences.autoSearchPath().isEmpty();
+                                     })
+                                     .follows(relinking, &Relinking::busyChanged)
+                                     .follows(preferences.autoSearchPath, &PreferenceItem::changed);
+    commands.bind(id("relink.now"), [&relinking] { relinking.autoLinkMissingMediaOnNewThread(); }, &maySearch);
+    commands.bind(id("relink.root"), [&relinking] { relinking.setAutoSearchPath(); });
+    commands.bind(id("files.update"), [&c] { c.fileStates().updateAllFilePaths(); });
+    commands.bind(
+        id("files.checkSelected"), [&c] { c.fileExistence().checkFilesExistForSelectedPlaylists(); },
+        &when.playlistSelected);
+    commands.bind(
+        id("files.checkAll"), [&c] { c.fileExistence().checkFilesExistForAllPlaylists(); }, &when.playlistsThere);
+}
+
+/// What is handed on as files: copies of media, sessions and movies for others.
+void bindMediaOut(CommandSet& commands, PlaylistController& c, const Conditions& when) {
+    const auto gather = [&](const char* command, const char* title, const Condition& enabled) {
+        commands.bind(
+            id(command), [&c, title] { c.mediaGathering().gatherMediaFiles({id(title), 0}); }, &enabled);
+    };
+    gather("gather.selected", "Gather Selected Media...", when.itemsSelected);
+    gather("gather.selectedFiles", "Gather Selected Media Files...", when.itemsSelected);
+    gather("gather.playlists", "Gather Media In Selected Playlists...", when.playlistSelected);
+    gather("gather.playlist", "Gather Media In Playlist...", when.playlistSelected);
+    commands.bind(id("export.reviewed"), [&c] { c.sessionFiles().exportSessionAsReviewed(); });
+    commands.bind(
+        id("export.playlists"), [&c] { c.sessionFiles().exportSelectedPlaylistsAsSession(); }, &when.playlistSelected);
+    commands.bind(
+        id("export.movie"), [&c] { c.bundleExport().launchExport(); }, &when.itemsSelected);
+    commands.bind(
+        id("export.movieFile"), [&c] { c.bundleExport().saveDLMToDisk(); }, &when.itemsSelected);
+    commands.bind(id("session.addBundle"), [&c] { c.mediaAdding().addBundlesFromOpenDialog(); });
 }
 
 void bindPlaylists(CommandSet& commands, PlaylistController& c, const Conditions& when,
@@ -143,7 +204,7 @@ void bindItems(CommandSet& commands, PlaylistController& c, const Conditions& wh
         id("items.remove"), [&c] { c.playlistEditing().removeSelectedMovies(); }, &when.itemsMayGo);
     commands.bind(
         id("items.removeDuplicates"), [&c] { c.duplicateRemoval().removeDuplicateItems(); }, &when.listTakesItems);
-    onSelected("item.reveal", [&c] { c.revealSelectedInFileBrowser(); });
+    onSelected("item.reveal", [&c] { c.mediaReveal().revealInFinder(); });
     onSelected("item.moveUp", [&c] { moveSelectedItems(c, false); });
     onSelected("item.moveDown", [&c] { moveSelectedItems(c, true); });
     for (int tag = status::none; tag <= status::skip; ++tag)
@@ -243,6 +304,8 @@ LibraryWindowState bindLibraryCommands(CommandSet& commands, PlaylistController&
     bindSession(commands, controller, when);
     bindPlaylists(commands, controller, when, window);
     bindItems(commands, controller, when);
+    bindRelinking(commands, controller, when);
+    bindMediaOut(commands, controller, when);
     bindThumbnails(commands, controller, when);
     bindFind(commands, controller, when);
     bindFilters(commands, controller.library());

@@ -15,6 +15,7 @@ public:
     static Menu thumbnails();
     static Menu filters();
     static Menu found();
+    static Menu missing();
     static std::vector<Menu> bar();
     static Menu ofItems(bool onItem);
 };
@@ -42,6 +43,12 @@ Menu LibraryMenus::found() {
             {"find.show", "find.next", "find.previous", Menu::line, "find.copies", "find.instances"}};
 }
 
+Menu LibraryMenus::missing() {
+    return {tr("&Missing Media"),
+            {"relink.movie", "relink.selected", "relink.session", "relink.forced", Menu::line, "relink.automatic",
+             "relink.now", "relink.root", Menu::line, "files.update", "files.checkSelected", "files.checkAll"}};
+}
+
 Menu LibraryMenus::filters() {
     Menu menu{tr("&Filter")};
     for (const MovieFilter::Choice& choice : MovieFilter::choices()) {
@@ -59,9 +66,12 @@ std::vector<Menu> LibraryMenus::bar() {
     return {
         {tr("&File"),
          {"session.newPlaylist", "session.newSmartlist", "session.newFolderlist", "session.newDivider",
-          "session.newDatedDivider", Menu::line, "session.addMedia", "session.addFolder", Menu::line, "session.import",
+          "session.newDatedDivider", Menu::line, "session.addMedia", "session.addFolder", "session.addBundle", Menu::line,
+          "session.import",
           "session.save", "session.saveAs", Menu::line,
-          "notes.exportMovie", "notes.exportPlaylist", Menu::line, "session.clear", Menu::line, "app.quit"}},
+          "notes.exportMovie", "notes.exportPlaylist", "manifest.export", Menu::line,
+          "export.reviewed", "export.playlists", "export.movie", "export.movieFile", Menu::line,
+          "gather.selected", "gather.playlists", Menu::line, "session.clear", Menu::line, "app.quit"}},
         {tr("&Edit"),
          {"edit.undo", "edit.redo", Menu::line, "edit.selectAll", Menu::line, "item.copyPath",
           "item.copyFilename", "item.copyLink", "playlists.copyLink", "session.pasteLink", Menu::line,
@@ -71,7 +81,7 @@ std::vector<Menu> LibraryMenus::bar() {
           "items.removeDuplicates", Menu::line, found(), Menu::line, "app.preferences"}},
         {tr("&Item"),
          {"item.open", Menu::line, flags(), thumbnails(), Menu::line, "item.moveUp", "item.moveDown",
-          Menu::line, "item.reveal"}},
+          Menu::line, missing(), "item.reveal"}},
         {tr("&View"),
          {"view.tiles", "view.list", Menu::line, "view.smallerTiles", "view.largerTiles", Menu::line,
           "view.playlistOrder", "view.removeSorting", "view.bakeOrder", Menu::line, "filter.search", filters(),
@@ -87,8 +97,8 @@ Menu LibraryMenus::ofItems(bool onItem) {
                  "notes.exportPlaylist"}};
     return {{},
             {"item.open", Menu::line, flags(), thumbnails(), Menu::line, "item.copyPath", "item.copyFilename",
-             "item.copyLink", "item.reveal", Menu::line, "item.moveUp", "item.moveDown", Menu::line, "notes.exportMovie",
-             Menu::line, "items.remove", "items.removeDuplicates"}};
+             "item.copyLink", "item.reveal", "relink.movie", Menu::line, "item.moveUp", "item.moveDown", Menu::line,
+             "notes.exportMovie", "gather.selectedFiles", "export.movie", Menu::line, "items.remove", "items.removeDuplicates"}};
 }
 
 } // namespace
@@ -101,7 +111,8 @@ Menu playlistMenu(bool onPlaylist) {
     if (onPlaylist)
         return {{},
                 {"item.open", Menu::line, "playlists.rename", "playlists.editRules", "playlists.moveUp", "playlists.moveDown",
-                 Menu::line, "playlists.copyLink", "session.addMedia", "notes.exportPlaylist", Menu::line,
+                 Menu::line, "playlists.copyLink", "session.addMedia", "notes.exportPlaylist", "manifest.export",
+                 "gather.playlist", "export.playlists", "relink.selected", Menu::line,
                  "playlists.combineSelected", "playlists.remove", "playlists.removeWithoutQuestion", Menu::line,
                  "session.newPlaylist", "session.newSmartlist", "session.newFolderlist", "session.newDivider",
                  "session.newDatedDivider"}};

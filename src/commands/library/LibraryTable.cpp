@@ -16,6 +16,8 @@ public:
     static void addSession(CommandTable& table);
     static void addEdit(CommandTable& table);
     static void addItems(CommandTable& table);
+    static void addRelinking(CommandTable& table);
+    static void addMediaOut(CommandTable& table);
     static void addView(CommandTable& table);
     static void addFilters(CommandTable& table);
     static CommandTable make();
@@ -43,6 +45,7 @@ void LibraryTable::addSession(CommandTable& table) {
         {id("session.saveAs"), tr("Save Session &As..."), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_S}},
         {id("notes.exportMovie"), tr("Export &Movie Notes..."), id("export"), {Qt::CTRL | Qt::Key_E}},
         {id("notes.exportPlaylist"), tr("&Export Playlist Notes..."), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_E}},
+        {id("manifest.export"), tr("Export Playlist Mani&fest..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_E}},
         {id("session.clear"), tr("&Clear Session"), {}},
         {id("app.quit"), tr("&Quit"), {}, {Qt::CTRL | Qt::Key_Q}}};
     table.insert(table.end(), session.begin(), session.end());
@@ -174,6 +177,35 @@ void LibraryTable::addItems(CommandTable& table) {
     table.insert(table.end(), places.begin(), places.end());
 }
 
+void LibraryTable::addRelinking(CommandTable& table) {
+    const CommandTable relinking{
+        {id("relink.movie"), tr("&Link Video File..."), id("link"), {Qt::CTRL | Qt::ALT | Qt::Key_L}},
+        {id("relink.selected"), tr("Find Missing Media of Selected &Playlists..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_M}},
+        {id("relink.session"), tr("Find Missing Media of &Session..."), {}, {Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::Key_M}},
+        {id("relink.forced"), tr("&Force Relink of Selected Playlists..."), {}},
+        {id("relink.automatic"), tr("&Search Automatically"), {}, {}, tr("Search Automatically for Missing Media")},
+        {id("relink.now"), tr("Search &Now"), {}, {}, tr("Search Now for Missing Media")},
+        {id("relink.root"), tr("Choose Folder of Automatic &Searches..."), id("folderlist")},
+        {id("files.update"), tr("&Update File Paths"), {}, {Qt::Key_F5}},
+        {id("files.checkSelected"), tr("Mark Missing Files of &Playlist"), {}},
+        {id("files.checkAll"), tr("Mark Missing Files of &All Playlists"), {}}};
+    table.insert(table.end(), relinking.begin(), relinking.end());
+}
+
+void LibraryTable::addMediaOut(CommandTable& table) {
+    const CommandTable out{
+        {id("gather.selected"), tr("&Gather Selected Media..."), id("media"), {Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::Key_G}},
+        {id("gather.selectedFiles"), tr("&Gather Selected Media Files..."), {}},
+        {id("gather.playlists"), tr("Gather Media In Selected Play&lists..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_G}},
+        {id("gather.playlist"), tr("&Gather Media In Playlist..."), {}},
+        {id("export.reviewed"), tr("Export Session As &Reviewed..."), {}},
+        {id("export.playlists"), tr("Export Selected Playlists As Sessio&n..."), {}},
+        {id("export.movie"), tr("Export Da&ylark Movie..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_B}},
+        {id("export.movieFile"), tr("Export Daylar&k Movie File..."), {}},
+        {id("session.addBundle"), tr("Add Daylark Mo&vie..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_D}}};
+    table.insert(table.end(), out.begin(), out.end());
+}
+
 void LibraryTable::addView(CommandTable& table) {
     const CommandTable view{
         {id("view.tiles"), tr("As &Tiles"), id("tiles"), {Qt::CTRL | Qt::Key_T}, tr("Items as Tiles")},
@@ -232,6 +264,8 @@ CommandTable LibraryTable::make() {
     addSession(table);
     addEdit(table);
     addItems(table);
+    addRelinking(table);
+    addMediaOut(table);
     addView(table);
     addFilters(table);
     return table;

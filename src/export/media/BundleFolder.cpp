@@ -87,7 +87,8 @@ BundleReport writeBundleFile(const BundleSource& source, const QString& path) {
     const QString file = path + QStringLiteral(".dlm");
     if (const Result<void> written = writeFileAtomically(file, archive); !written) return failed(file, written.error().text);
     // By the theme's name: a picture's file would be something in the folder.
-    setFolderIconName(path, QStringLiteral("application-x-daylark-bundle"));
+    for (const QString& each : {path, file})
+        setIconName(each, QStringLiteral("application-x-daylark-bundle"));
     return {End::written, 0, {}, {}};
 }
 

@@ -41,8 +41,8 @@ void setFolderIcon(const QString& folder, const QByteArray& png) {
                    QString::fromLatin1(QUrl::fromLocalFile(picture).toEncoded()));
 }
 
-void setFolderIconName(const QString& folder, const QString& icon) {
-    storeAttribute(folder, QStringLiteral("metadata::custom-icon-name"), icon);
+void setIconName(const QString& path, const QString& icon) {
+    storeAttribute(path, QStringLiteral("metadata::custom-icon-name"), icon);
 }
 
 } // namespace daylark

@@ -12,7 +12,7 @@ namespace daylark {
 /// that ask the desktop's own store find it there too.
 void setFolderIcon(const QString& folder, const QByteArray& png);
 
-/// An icon of the desktop's theme, in the desktop's own store: nothing is put into the folder.
-void setFolderIconName(const QString& folder, const QString& icon);
+/// An icon of the desktop's theme for a folder or a file, in the desktop's own store: nothing is put into the folder.
+void setIconName(const QString& path, const QString& icon);
 
 } // namespace daylark

@@ -1,5 +1,6 @@
 #include "ui/desktop/DesktopPanels.h"
 
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "ui/desktop/DesktopBus.h"
 #include "ui/desktop/PortalFileChooser.h"
@@ -17,7 +18,6 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
@@ -53,7 +53,7 @@ QString startFolder(const QString& last) {
 /// The panels' own widget, because the desktop's has no room for the accessory view.
 void prepareDialog(QFileDialog& dialog, const QString& title, const QString& prompt) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setWindowTitle(title);
+    dialog.setWindowTitle(plain::windowTitle(title));
     if (!prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, prompt);
     dialog.resize(760, 480);
 }
@@ -66,14 +66,17 @@ void addAccessory(QFileDialog& dialog, const SavePanel& panel) {
     choice->addItems(panel.accessoryTitles);
     choice->setCurrentText(panel.accessoryCurrent);
     choice->setAccessibleName(panel.accessoryLabel);
-    auto* label = new QLabel(panel.accessoryLabel, &dialog);
+    auto* label = new PlainLabel(panel.accessoryLabel, &dialog);
     label->setBuddy(choice);
     const int row = grid->rowCount();
     grid->addWidget(label, row, 0);
     grid->addWidget(choice, row, 1);
     QObject::connect(choice, &QComboBox::textActivated, &dialog,
                      [chosen = panel.accessoryChosen, name](const QString& title) {
-                         if (chosen) name->setText(chosen(title, name->text()));
+                         if (!chosen) return;
+                         name->setText(chosen(title, name->text()));
+                         // What a name typed without one gets from now on.
+                         static_cast<QFileDialog*>(name->window())->setDefaultSuffix(QFileInfo(name->text()).suffix());
                      });
 }
 
@@ -106,13 +109,11 @@ private:
 
 int DesktopAlerts::run(const Alert& alert) {
     DismissibleBox box(alert.tellsDismissal, QApplication::activeWindow());
-    box.setWindowTitle(QGuiApplication::applicationDisplayName());
-    box.setText(QStringLiteral("<b>%1</b>")
-                    .arg(alert.message.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"))));
-    if (!alert.informativeText.isEmpty()) // it may hold what a stranger wrote: shown letter by letter
-        box.setInformativeText(QStringLiteral("<span>%1</span>")
-                                   .arg(alert.informativeText.toHtmlEscaped().replace(QLatin1Char('\n'),
-                                                                                      QLatin1String("<br>"))));
+    box.setWindowTitle(plain::windowTitle(QGuiApplication::applicationDisplayName()));
+    // They may hold what a stranger wrote: shown letter by letter.
+    box.setText(QStringLiteral("<b>%1</b>").arg(plain::markUp(alert.message)));
+    if (!alert.informativeText.isEmpty())
+        box.setInformativeText(QStringLiteral("<span>%1</span>").arg(plain::markUp(alert.informativeText)));
     const bool warning = alert.style == AlertStyle::warning;
     box.setIconPixmap(theme::icon(warning ? QStringLiteral("warning") : QStringLiteral("info"))
                           .pixmap(QSize(32, 32), box.devicePixelRatio()));
@@ -123,15 +124,48 @@ int DesktopAlerts::run(const Alert& alert) {
         const auto role = at == 0 || alert.tellsDismissal ? QMessageBox::AcceptRole
                           : last                          ? QMessageBox::RejectRole
                                                           : QMessageBox::ActionRole;
-        buttons.push_back(box.addButton(titles[at], role));
+        buttons.push_back(box.addButton(plain::menuTitle(titles[at]), role));
     }
     box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
     if (!alert.tellsDismissal) box.setEscapeButton(buttons.back());
+    if (!alert.details.isEmpty()) box.setDetailedText(alert.details); // with a button of its own
     box.exec();
     for (size_t at = 0; at < buttons.size(); ++at)
         if (box.clickedButton() == buttons[at]) return firstButton + int(at);
     return alert.tellsDismissal ? dismissed : firstButton + int(buttons.size()) - 1;
 }
+
+namespace {
+
+bool replaceAgreed(const QString& path) {
+    DesktopAlerts alerts;
+    return alerts.run({QStringLiteral("“%1” already exists.").arg(QFileInfo(path).fileName()),
+                       QStringLiteral("Replacing it will overwrite what it holds."),
+                       {QStringLiteral("Replace"), QStringLiteral("Cancel")},
+                       AlertStyle::warning}) == Alerts::firstButton;
+}
+
+/// Takes an existing folder of the wanted type for the file that it is to a person; the toolkit's dialog would enter it.
+class SaveDialog : public QFileDialog {
+public:
+    SaveDialog(const SavePanel& panel, QWidget* parent)
+        : QFileDialog(parent)
+        , packageTypes_(panel.package ? panel.allowedTypes : QStringList()) {}
+
+protected:
+    void accept() override {
+        const QFileInfo chosen(selectedFiles().value(0));
+        if (!chosen.isDir() || !packageTypes_.contains(chosen.suffix(), Qt::CaseInsensitive))
+            QFileDialog::accept();
+        else if (replaceAgreed(chosen.filePath()))
+            QDialog::accept();
+    }
+
+private:
+    QStringList packageTypes_;
+};
+
+} // namespace
 
 QString DesktopPanels::withExtension(const SavePanel& panel, const QString& path, const QString& answered) {
     const bool typed = panel.allowedTypes.isEmpty() ||
@@ -139,16 +173,12 @@ QString DesktopPanels::withExtension(const SavePanel& panel, const QString& path
     const QString whole = typed ? path : path + QLatin1Char('.') + panel.allowedTypes.first();
     if (whole == answered || !QFileInfo::exists(whole)) return whole;
     // The dialog asked about the name that it answered only.
-    DesktopAlerts alerts;
-    const int answer = alerts.run({QStringLiteral("“%1” already exists.").arg(QFileInfo(whole).fileName()),
-                                   QStringLiteral("Replacing it will overwrite what it holds."),
-                                   {QStringLiteral("Replace"), QStringLiteral("Cancel")},
-                                   AlertStyle::warning});
-    return answer == Alerts::firstButton ? whole : QString();
+    return replaceAgreed(whole) ? whole : QString();
 }
 
 std::optional<QString> DesktopPanels::saveByPortal(const SavePanel& panel) {
-    if (!portalServes(bus_, 1)) return std::nullopt;
+    // The desktop's dialog has no label for the name, and enters folders.
+    if (panel.package || !portalServes(bus_, 1)) return std::nullopt;
     PortalFileChooser::Request request;
     request.save = true;
     request.title = panel.title;
@@ -195,7 +225,7 @@ std::optional<QStringList> DesktopPanels::openByPortal(const OpenPanel& panel) {
 
 QString DesktopPanels::runSave(const SavePanel& panel) {
     if (const auto path = saveByPortal(panel)) return *path;
-    QFileDialog dialog(QApplication::activeWindow());
+    SaveDialog dialog(panel, QApplication::activeWindow());
     prepareDialog(dialog, panel.title, panel.prompt);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -203,6 +233,7 @@ QString DesktopPanels::runSave(const SavePanel& panel) {
     dialog.setDirectory(startFolder(folder_));
     dialog.selectFile(panel.proposedName);
     if (!panel.prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, panel.prompt);
+    if (!panel.nameLabel.isEmpty()) dialog.setLabelText(QFileDialog::FileName, panel.nameLabel);
     if (!panel.allowedTypes.isEmpty()) dialog.setDefaultSuffix(panel.allowedTypes.first());
     addAccessory(dialog, panel);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};

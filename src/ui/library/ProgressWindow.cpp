@@ -1,10 +1,10 @@
 #include "ui/library/ProgressWindow.h"
 
 #include "app/program/ProgressBoard.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QProgressBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -33,10 +33,8 @@ ProgressWindow::ProgressWindow(ProgressBoard& board, QWidget* parent)
 
 ProgressWindow::Row ProgressWindow::makeRow(int job) {
     Row row{job, new QWidget(this)};
-    row.title = new QLabel(row.widget);
-    row.title->setTextFormat(Qt::PlainText);
-    row.text = new QLabel(row.widget);
-    row.text->setTextFormat(Qt::PlainText);
+    row.title = new PlainLabel(row.widget);
+    row.text = new PlainLabel(row.widget);
     row.text->setFont(theme::smallFont());
     row.text->setStyleSheet(QStringLiteral("color: #a4a4a4;"));
     row.bar = new QProgressBar(row.widget);
@@ -91,9 +89,10 @@ void ProgressWindow::refresh() {
         row->title->setText(job.line());
         row->text->setText(job.texts.text);
         row->text->setVisible(!job.texts.text.isEmpty());
-        setWindowTitle(rows_.size() == 1 ? job.texts.title : tr("Progress"));
-        row->bar->setRange(0, int(job.total));
-        row->bar->setValue(int(job.done));
+        setWindowTitle(plain::windowTitle(rows_.size() == 1 ? job.texts.title : tr("Progress")));
+        const auto bar = job.bar();
+        row->bar->setRange(0, bar.maximum);
+        row->bar->setValue(bar.value);
     }
     if (rows_.empty()) {
         appear_.stop();

@@ -3,12 +3,12 @@
 #include <QTimer>
 #include <QWidget>
 
-class QLabel;
 class QProgressBar;
 class QVBoxLayout;
 
 namespace daylark {
 
+class PlainLabel;
 class ProgressBoard;
 
 /// A small window with the jobs that want one. It never takes the keyboard or the mouse away, and appears
@@ -26,8 +26,8 @@ private:
     struct Row {
         int job = 0;
         QWidget* widget = nullptr;
-        QLabel* title = nullptr;
-        QLabel* text = nullptr; ///< hidden while there is nothing more to say
+        PlainLabel* title = nullptr;
+        PlainLabel* text = nullptr; ///< hidden while there is nothing more to say
         QProgressBar* bar = nullptr;
     };
     Row makeRow(int job);

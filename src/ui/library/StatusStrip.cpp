@@ -1,10 +1,10 @@
 #include "ui/library/StatusStrip.h"
 
 #include "app/PlaylistController.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QProgressBar>
 #include <QToolButton>
 
@@ -23,14 +23,14 @@ QString countedItems(qsizetype count) {
 StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     : QWidget(parent)
     , controller_(controller)
-    , counts_(new QLabel(this))
-    , trouble_(new QLabel(this))
-    , job_(new QLabel(this))
+    , counts_(new PlainLabel(this))
+    , trouble_(new PlainLabel(this))
+    , job_(new PlainLabel(this))
     , bar_(new QProgressBar(this))
     , cancel_(new QToolButton(this)) {
     setFixedHeight(std::max(28, fontMetrics().height() + 8));
     setAccessibleName(tr("Status"));
-    for (QLabel* label : {counts_, job_}) {
+    for (PlainLabel* label : {counts_, job_}) {
         label->setFont(theme::smallFont());
         label->setStyleSheet(QStringLiteral("color: #a4a4a4;"));
     }
@@ -64,6 +64,7 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     connect(&controller_.fileStates(), &FileStates::updated, this, &StatusStrip::refresh);
     connect(&controller_.sessionFiles().temporarySession(), &TemporarySession::troubleChanged, this,
             &StatusStrip::refresh);
+    connect(&controller_.sessionFiles().temporarySession(), &TemporarySession::loaded, this, &StatusStrip::refresh);
     refresh();
 }
 
@@ -79,9 +80,10 @@ void StatusStrip::refresh() {
     counts_->setText(parts.join(QStringLiteral(" · ")));
 
     const QString trouble = controller_.sessionFiles().temporarySession().trouble();
-    trouble_->setVisible(!trouble.isEmpty());
-    trouble_->setText(tr("Changes are not stored"));
-    trouble_->setToolTip(trouble);
+    const QString notice = controller_.sessionFiles().temporarySession().notice();
+    trouble_->setVisible(!trouble.isEmpty() || !notice.isEmpty());
+    trouble_->setText(trouble.isEmpty() ? tr("A second copy, with a session of its own") : tr("Changes are not stored"));
+    trouble_->setToolTip(plain::toolTip(trouble.isEmpty() ? notice : trouble));
 
     const auto& jobs = controller_.progress().jobs();
     const bool busy = !jobs.empty();
@@ -94,14 +96,15 @@ void StatusStrip::refresh() {
     QString text = job.line();
     if (jobs.size() > 1) text += tr(" · %1 more").arg(jobs.size() - 1);
     job_->setText(text);
-    bar_->setRange(0, int(job.total));
-    bar_->setValue(int(job.done));
+    const auto bar = job.bar();
+    bar_->setRange(0, bar.maximum);
+    bar_->setValue(bar.value);
     cancel_->setEnabled(job.cancelled && !job.cancelled->load());
 }
 
 QString StatusStrip::text() const {
     QStringList shown;
-    for (const QLabel* label : {counts_, trouble_, job_})
+    for (const PlainLabel* label : {counts_, trouble_, job_})
         if (!label->isHidden()) shown << label->text();
     return shown.join(QStringLiteral(" · "));
 }

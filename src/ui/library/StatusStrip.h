@@ -2,12 +2,12 @@
 
 #include <QWidget>
 
-class QLabel;
 class QProgressBar;
 class QToolButton;
 
 namespace daylark {
 
+class PlainLabel;
 class PlaylistController;
 
 /// The line at the library's foot: how many items, how many of them selected and missing, whether edits cannot be
@@ -21,9 +21,9 @@ public:
 
 private:
     PlaylistController& controller_;
-    QLabel* counts_;
-    QLabel* trouble_; ///< what keeps edits from being stored
-    QLabel* job_;
+    PlainLabel* counts_;
+    PlainLabel* trouble_; ///< what keeps edits from being stored
+    PlainLabel* job_;
     QProgressBar* bar_;
     QToolButton* cancel_;
     int jobId_ = 0;
