@@ -12,12 +12,8 @@ protected:
     }
     QByteArray exportTo(const QString& name, const QString& title) {
         panels.saveAnswers = {path(name)};
-        bool done = false;
-        const auto connection =
-            QObject::connect(&controller->notesExport(), &NotesExport::exported, [&done] { done = true; });
         controller->notesExport().exportNotes({title, 0});
-        EXPECT_TRUE(waitUntil([&done] { return done; }));
-        QObject::disconnect(connection);
+        EXPECT_TRUE(waitUntil([&] { return QFileInfo::exists(path(name)); })); // whole as soon as it is there
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
@@ -50,6 +46,47 @@ TEST_F(NotesExportTest, TheOrderInWhichBookmarksWereSaidStaysOnTheMovies) {
     preferences->printBookmarksInNotes.set(true);
     EXPECT_TRUE(exportTo(u"with.csv"_s, u"Export Playlist Notes..."_s).contains("00:00:01:00"));
     EXPECT_EQ(movie->bookmarkStore.front()->firstFrame, 1);
+    controller->edits().history().undo();
+    EXPECT_EQ(movie->bookmarkStore.front()->firstFrame, 2);
+    preferences->notesExportFormat.set(u"RTF (Rich Text)"_s);
+    EXPECT_TRUE(exportTo(u"with.rtf"_s, u"Export Playlist Notes..."_s).contains("00:00:01:00"));
+    EXPECT_EQ(movie->bookmarkStore.front()->firstFrame, 2) << "a rich text leaves the order alone";
+}
+
+TEST_F(NotesExportTest, AFailedWriteIsToldWithoutAnAlertAndCanBeTriedAgain) {
+    panels.saveAnswers = {path(u"no such folder/notes.csv"_s)};
+    controller->notesExport().exportNotes({u"Export Playlist Notes..."_s, 0});
+    ASSERT_TRUE(waitUntil([this] { return !failedWrites.list().empty(); }));
+    EXPECT_TRUE(alerts.shown.empty());
+    EXPECT_EQ(failedWrites.list().front().path, path(u"no such folder/notes.csv"_s));
+    QDir(folder.path()).mkdir(u"no such folder"_s);
+    const auto again = failedWrites.list().front().tryAgain;
+    again();
+    EXPECT_TRUE(waitUntil([this] { return failedWrites.list().empty(); }));
+    QFile written(path(u"no such folder/notes.csv"_s));
+    EXPECT_TRUE(written.open(QIODevice::ReadOnly) && written.readAll().startsWith("Filename,"));
+}
+
+TEST_F(NotesExportTest, TheManifestListsWhatIsShownInItsOrder) {
+    const auto exported = [this](const QString& name) {
+        panels.saveAnswers = {path(name)};
+        controller->manifestExport().exportPlaylistManifest();
+        EXPECT_TRUE(waitUntil([&] { return QFileInfo::exists(path(name)); }));
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    EXPECT_EQ(exported(u"all.csv"_s), "Review Order,Version Name,Playlist Name,Session Name\r"
+                                      "1,a,Day 1,Untitled Session\r2,b,Day 1,Untitled Session\r");
+    const SavePanel& panel = panels.savesShown.back();
+    EXPECT_EQ(panel.title, u"Save As..."_s);
+    EXPECT_EQ(panel.prompt, u"Save"_s);
+    EXPECT_EQ(panel.proposedName, u"Day 1_manifest.csv"_s);
+    EXPECT_EQ(panel.allowedTypes, QStringList{u"csv"_s});
+    library().setFilter(MovieFilter::withText(u"b.mov"_s));
+    EXPECT_TRUE(exported(u"some.csv"_s).endsWith("Session Name\r1,b,Day 1,Untitled Session\r"));
+    library().selectPlaylists({});
+    controller->manifestExport().exportPlaylistManifest();
+    EXPECT_EQ(panels.savesShown.size(), 2u);
 }
 
 TEST_F(NotesExportTest, AnEmptyScopeShowsOneAlertAndNothingElse) {

@@ -1,4 +1,5 @@
 #include "export/notes/NotesFormat.h"
+#include "export/notes/PlaylistManifest.h"
 #include "preferences/Preferences.h"
 
 #include <gtest/gtest.h>
@@ -108,9 +109,45 @@ TEST_F(NotesTest, AFormatIsFoundByItsNameAndByTheTitleThatIsStored) {
         EXPECT_EQ(formats.titled(format->title()), format.get());
         EXPECT_FALSE(format->extension().isEmpty() || format->extension().startsWith(u'.'));
     }
+    EXPECT_EQ(formats.titled(u"RTF (Rich Text)"_s), formats.named(u"rtf"_s)) << "as it is stored everywhere";
     EXPECT_EQ(formats.titled(preferences.notesExportFormat()), formats.named(u"csv"_s)) << "the first format";
     EXPECT_EQ(formats.named(u"CSV"_s), nullptr);
     EXPECT_EQ(formats.titled(QString()), nullptr);
+}
+
+TEST_F(NotesTest, ARichTextHoldsUnitsBracesAndLinesThatItsReadersUnderstand) {
+    AttributedString notes;
+    TextAttributes serif;
+    serif.fontFamily = u"Söhne;{1}"_s;
+    notes.append(u"é\U0001F3AC"_s, serif);
+    notes.append(QString(u"half "_s + QChar(0xD83C) + u"\r\nb\rc\nd"_s + QChar(QChar::ParagraphSeparator) + u"e"_s));
+    const auto item = movie(u"a.mov"_s);
+    item->notes = notes;
+    addBookmark(*item, u"2"_s, u"2"_s, 2, 2, u""_s, QString()); // an empty description is one
+    addBookmark(*item, u"1"_s, u"1"_s, 1, 1, QString(), QString());
+    const NotesFormat& rtf = *formats.named(u"rtf"_s);
+    EXPECT_FALSE(rtf.bookmarkOrderStays());
+    preferences.printBookmarksInNotes.set(true);
+    const QByteArray bytes = rtf.write(notesReport({item}, preferences, rtf.bookmarkOrder()));
+    EXPECT_TRUE(bytes.startsWith("{\\rtf1\\ansi") && bytes.endsWith("}\n"));
+    EXPECT_TRUE(bytes.contains("{\\f1\\fnil\\fcharset0 S\\u246\\'3fhne\\{1\\};}")) << bytes.constData();
+    EXPECT_TRUE(bytes.contains("{\\f1\\fs24\\cf1 \\u233\\'3f\\u-10180\\'3f\\u-8276\\'3f}")) << bytes.constData();
+    EXPECT_TRUE(bytes.contains("half \\u-3\\'3f\\par\nb\\par\nc\\par\nd\\par\ne}"));
+    EXPECT_TRUE(bytes.contains("{\\f0\\fs24\\cf3 2 - 2  :  Frames 2 - 2  :  }\\par\n"
+                               "{\\f0\\fs24\\cf3 1 - 1  :  Frames 1 - 1}\\par\n\\par\n"))
+        << "in stored order";
+    EXPECT_EQ(std::count_if(bytes.begin(), bytes.end(), [](char c) { return uchar(c) >= 0x7f; }), 0);
+    preferences.printBookmarksInNotes.set(false);
+    EXPECT_FALSE(rtf.write(notesReport({item}, preferences, rtf.bookmarkOrder())).contains("Frames"));
+}
+
+TEST(PlaylistManifest, ListsVersionsInTheirOrderAndCleansNothing) {
+    EXPECT_EQ(playlistManifest({u"a.mov"_s, u"shot,01.v2.mov"_s, u".mov"_s}, u"Day 1"_s, u"Review"_s),
+              "Review Order,Version Name,Playlist Name,Session Name\r"
+              "1,a,Day 1,Review\r2,shot,01.v2,Day 1,Review\r3,.mov,Day 1,Review\r");
+    EXPECT_EQ(playlistManifest({}, u"D"_s, u"R"_s), "Review Order,Version Name,Playlist Name,Session Name\r");
+    const QByteArray cut = playlistManifest({u"é.mov"_s}, u"Tag"_s, u"Größe"_s);
+    EXPECT_TRUE(cut.endsWith("\r1,\xc3\xa9,Tag,Gr\xc3\xb6\xc3")) << "as many bytes as characters";
 }
 
 } // namespace

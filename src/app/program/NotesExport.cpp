@@ -1,26 +1,15 @@
 #include "app/program/NotesExport.h"
 
 #include "app/playlists/Library.h"
-#include "base/jobs/WorkQueue.h"
+#include "app/program/ExportWriter.h"
+#include "export/notes/ExportTexts.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
 
-#include <QFile>
-
 namespace daylark {
 
 namespace {
-
-// Offered since every version knows it by this title; nothing writes it yet.
-const QString richTextFormat = QStringLiteral("RTF (Rich Text)");
-
-QString notesFileName(const QString& playlistName, const QString& extension) {
-    if (extension.isNull()) return {};
-    QString name = playlistName;
-    name.replace(QLatin1Char('/'), QLatin1Char(':')); // a name, not a path
-    return name + QLatin1String("_notes.") + extension;
-}
 
 QString withExtension(const QString& name, const QString& extension) {
     const qsizetype stop = name.lastIndexOf(QLatin1Char('.'));
@@ -29,21 +18,14 @@ QString withExtension(const QString& name, const QString& extension) {
 
 } // namespace
 
-class NotesExport::Writer {
-public:
-    WorkQueue work;
-};
-
 NotesExport::NotesExport(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(surroundings)
-    , writer_(std::make_unique<Writer>()) {}
-
-NotesExport::~NotesExport() = default;
+    , formats_(std::make_shared<const NotesFormats>()) {}
 
 QString NotesExport::extensionOf(const QString& formatTitle) const {
-    if (const NotesFormat* format = formats_.titled(formatTitle)) return format->extension();
-    return formatTitle == richTextFormat ? QStringLiteral("rtf") : QString();
+    const NotesFormat* format = formats_->titled(formatTitle);
+    return format ? format->extension() : QString();
 }
 
 QStringList NotesExport::formatTitles() {
@@ -51,7 +33,7 @@ QStringList NotesExport::formatTitles() {
     QStringList titles;
     for (const auto& format : formats.all())
         titles << format->title();
-    return titles << richTextFormat;
+    return titles;
 }
 
 void NotesExport::exportNotes(const Sender& sender) {
@@ -68,18 +50,8 @@ void NotesExport::exportNotes(const Sender& sender) {
         return;
     }
     const QString path = askForPath();
-    const QString chosen = surroundings_.preferences.notesExportFormat();
-    if (const NotesFormat* format = formats_.titled(chosen); !path.isEmpty() && format) {
-        write(path, *format, movies);
-    } else if (!path.isEmpty() && chosen == richTextFormat) {
-        Alert alert;
-        alert.message = tr("Rich text notes can't be exported yet");
-        alert.informativeText =
-            tr("Choose \"%1\" and try again").arg(formats_.all().front()->title());
-        alert.buttons = QStringList{tr("Okay")};
-        alert.style = AlertStyle::informational;
-        surroundings_.alerts.show(alert);
-    }
+    const NotesFormat* format = formats_->titled(surroundings_.preferences.notesExportFormat());
+    if (!path.isEmpty() && format) write(path, *format, movies); // a setting that is no format writes nothing
     library.setSort(QStringLiteral("sortOrder"), true);
 }
 
@@ -90,11 +62,13 @@ QString NotesExport::askForPath() {
     panel.title = tr("Export Notes");
     panel.prompt = tr("Save");
     panel.allowedTypes = QStringList{QStringLiteral("csv"), QStringLiteral("rtf")};
+    const QString extension = extensionOf(preferences.notesExportFormat());
+    if (extension == QLatin1String("rtf")) panel.allowedTypes.swapItemsAt(0, 1); // what a name without one gets
     panel.accessoryLabel = tr("Format:");
     panel.accessoryTitles = formatTitles();
     panel.accessoryCurrent = preferences.notesExportFormat();
-    panel.proposedName =
-        notesFileName(playlist ? playlist->name : QString(), extensionOf(panel.accessoryCurrent));
+    if (!extension.isNull())
+        panel.proposedName = exportFileName(playlist ? playlist->name : QString(), QLatin1String("_notes.") + extension);
     panel.accessoryChosen = [this](const QString& title, const QString& name) {
         surroundings_.preferences.notesExportFormat.set(title);
         return withExtension(name, extensionOf(title));
@@ -106,7 +80,7 @@ QString NotesExport::askForPath() {
 /// it.
 void NotesExport::keepOrder(const NotesMovies& movies, BookmarkOrder order) {
     ReviewStore& store = surroundings_.library.store();
-    const EditInfo info{tr("Order of Bookmarks"), EditKind::background};
+    const EditInfo info{tr("Order of Bookmarks")};
     const ReviewStore::Group together(store, info);
     for (const auto& movie : movies)
         store.setBookmarks(movie, bookmarksInOrder(*movie, order), info);
@@ -115,16 +89,8 @@ void NotesExport::keepOrder(const NotesMovies& movies, BookmarkOrder order) {
 void NotesExport::write(const QString& path, const NotesFormat& format, const NotesMovies& movies) {
     const NotesReport report = notesReport(movies, surroundings_.preferences, format.bookmarkOrder());
     if (format.bookmarkOrderStays() && report.printsBookmarks) keepOrder(movies, format.bookmarkOrder());
-    writer_->work.run([this, path, report, &format] {
-        const QByteArray bytes = format.write(report);
-        // Written in place, not beside and renamed: whatever watches the file sees it grow, as it always did.
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size())
-            return;
-        if (!file.flush()) return;
-        file.close();
-        WorkQueue::deliver(this, [this, path] { Q_EMIT exported(path); });
-    });
+    surroundings_.writer.write(tr("Notes"), path,
+                               [report, formats = formats_, &format] { return format.write(report); });
 }
 
 } // namespace daylark

@@ -11,12 +11,13 @@
 namespace daylark {
 
 class Alerts;
+class ExportWriter;
 class Library;
 class Panels;
 class Preferences;
 
 /// "Export Movie Notes..." and "Export Playlist Notes...": scope, dialog, document, file. Interface thread;
-/// the file is written by a worker, and a failed write is not reported.
+/// the file is the writer's, and a failed write raises no alert.
 class NotesExport : public QObject {
     Q_OBJECT
 public:
@@ -25,15 +26,12 @@ public:
         Preferences& preferences;
         Alerts& alerts;
         Panels& panels;
+        ExportWriter& writer;
     };
     explicit NotesExport(const Surroundings& surroundings, QObject* parent = nullptr);
-    ~NotesExport() override; ///< waits for a write under way
 
     void exportNotes(const Sender& sender);
     [[nodiscard]] static QStringList formatTitles(); ///< as the save dialog offers them
-
-Q_SIGNALS:
-    void exported(const QString& path); ///< the file has been written
 
 private:
     QString askForPath();
@@ -43,9 +41,7 @@ private:
     extensionOf(const QString& formatTitle) const; ///< null for a setting that is no format
 
     Surroundings surroundings_;
-    NotesFormats formats_;
-    class Writer;
-    std::unique_ptr<Writer> writer_;
+    std::shared_ptr<const NotesFormats> formats_; ///< the writer's jobs hold them too
 };
 
 } // namespace daylark

@@ -1,3 +1,4 @@
+#include "export/notes/ExportTexts.h"
 #include "export/notes/NotesFormat.h"
 
 #include <QStringList>
@@ -66,8 +67,7 @@ QByteArray CsvNotes::write(const NotesReport& report) const {
     text += QLatin1String("\r\r"); // an empty line stands under the header
     for (const NotesReport::Item& item : report.items)
         text += createCSVDataForMovie(item, report.printsBookmarks);
-    // As many bytes as the text has UTF-16 units: text beyond ASCII loses its last bytes.
-    return text.toUtf8().left(text.size());
+    return utf8CutToUnits(text);
 }
 
 } // namespace

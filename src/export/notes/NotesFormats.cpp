@@ -2,10 +2,14 @@
 
 namespace daylark {
 
-std::unique_ptr<NotesFormat> csvNotesFormat(); // CsvNotes.cpp
+std::unique_ptr<NotesFormat> csvNotesFormat();     // CsvNotes.cpp
+std::unique_ptr<NotesFormat> rtfNotesFormat();     // RtfNotes.cpp
+std::unique_ptr<NotesFormat> utf8CsvNotesFormat(); // Utf8CsvNotes.cpp
 
 NotesFormats::NotesFormats() {
     formats_.push_back(csvNotesFormat());
+    formats_.push_back(rtfNotesFormat());
+    formats_.push_back(utf8CsvNotesFormat());
 }
 
 NotesFormats::~NotesFormats() = default;

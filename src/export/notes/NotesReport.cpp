@@ -1,5 +1,6 @@
 #include "export/notes/NotesReport.h"
 
+#include "export/notes/ExportTexts.h"
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
 
@@ -9,20 +10,16 @@ namespace daylark {
 
 namespace {
 
-/// The name up to its last full stop; a leading full stop is no extension.
-QString nameWithoutExtension(const QString& name) {
-    const qsizetype stop = name.lastIndexOf(QLatin1Char('.'));
-    return stop > 0 && stop < name.size() - 1 ? name.left(stop) : name;
-}
-
 NotesReport::Item itemOf(const Movie& movie, const Preferences& preferences, BookmarkOrder order) {
     NotesReport::Item item;
     item.name = preferences.hideFileExtensionInNotes() ? nameWithoutExtension(movie.filenameString)
                                                        : movie.filenameString;
     item.notes = movie.notes.value_or(AttributedString());
     item.notes2 = movie.notes2.value_or(AttributedString());
-    if (movie.flagString != QString::number(status::none))
+    if (!movie.flagString.isEmpty() && movie.flagString != QString::number(status::none)) {
         item.flag = preferences.statusName(movie.flagString);
+        if (item.flag.isNull()) item.flag = QStringLiteral(""); // a flag all the same
+    }
     if (!preferences.printBookmarksInNotes()) return item;
     for (const auto& bookmark : bookmarksInOrder(movie, order))
         item.bookmarks.push_back({bookmark->firstTC, bookmark->lastTC, bookmark->firstFrame,

@@ -17,7 +17,7 @@ struct NotesReport {
     struct Bookmark {
         QString firstTC, lastTC;
         qint64 firstFrame = 0, lastFrame = 0; ///< counted from 1
-        QString description, note;            ///< empty when absent
+        QString description, note;            ///< null when absent
     };
     struct Item {
         QString name;                    ///< of the file, as the preference shows it
