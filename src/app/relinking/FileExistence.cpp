@@ -1,0 +1,66 @@
+#include "app/relinking/FileExistence.h"
+
+#include "app/playlists/Library.h"
+
+#include <QFileInfo>
+
+#include <unordered_set>
+#include <utility>
+
+namespace daylark {
+
+namespace {
+
+/// Five blanks, unlike `fileNotFoundText`; wanted.
+const QString notFoundInSelectedPlaylist = QStringLiteral("File Not     Found");
+
+struct Look {
+    std::weak_ptr<Movie> movie;
+    QString path;
+    bool exists = false;
+};
+
+} // namespace
+
+FileExistence::FileExistence(Library& library, QObject* parent)
+    : QObject(parent)
+    , library_(library) {}
+
+void FileExistence::checkFilesExistForAllPlaylists() {
+    Movies movies;
+    std::unordered_set<const Movie*> seen;
+    for (const auto& playlist : library_.playlists())
+        for (const auto& movie : playlist->movieList)
+            if (seen.insert(movie.get()).second) movies.push_back(movie);
+    check(movies, fileNotFoundText);
+}
+
+void FileExistence::checkFilesExistForSelectedPlaylists() {
+    const auto playlist = library_.selectedPlaylist();
+    if (playlist) check(library_.itemsOf(*playlist), notFoundInSelectedPlaylist);
+}
+
+void FileExistence::check(const Movies& movies, const QString& notFound) {
+    if (movies.empty()) return;
+    std::vector<Look> looks;
+    for (const auto& movie : movies)
+        looks.push_back({movie, movie->filepathString});
+    ++checking_;
+    work_.run([this, looks = std::move(looks), notFound]() mutable {
+        for (Look& look : looks)
+            look.exists = QFileInfo::exists(look.path);
+        WorkQueue::deliver(this, [this, looks = std::move(looks), notFound] {
+            --checking_;
+            for (const Look& look : looks) {
+                const auto movie = look.movie.lock();
+                if (!movie || (look.exists && movie->thumbnail.isNil())) continue;
+                const QString text = look.exists ? QStringLiteral("") : notFound;
+                if (movie->creatingThumbnailText == text) continue;
+                library_.store().modify(movie, {{}, EditKind::background},
+                                        [&text](Movie& item) { item.creatingThumbnailText = text; });
+            }
+        });
+    });
+}
+
+} // namespace daylark

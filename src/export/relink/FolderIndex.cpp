@@ -1,0 +1,185 @@
+#include "export/relink/FolderIndex.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <memory>
+#include <set>
+#include <utility>
+
+namespace daylark {
+
+namespace {
+
+enum class Kind { file, folder, linkedFolder, other };
+
+struct Child {
+    std::string name;
+    Kind kind = Kind::other;
+};
+
+using FolderIdentity = std::pair<dev_t, ino_t>;
+
+struct CloseFolder {
+    void operator()(DIR* open) const { ::closedir(open); }
+};
+using OpenFolder = std::unique_ptr<DIR, CloseFolder>;
+
+/// Texts are what the program knows files by: a name that is none could never be opened again.
+bool isText(const std::string& name) {
+    if (std::all_of(name.begin(), name.end(), [](unsigned char byte) { return byte < 0x80; })) return true;
+    const QByteArray bytes = QByteArray::fromStdString(name);
+    return QFile::encodeName(QFile::decodeName(bytes)) == bytes;
+}
+
+Kind kindOf(mode_t mode) {
+    return S_ISREG(mode) ? Kind::file : S_ISDIR(mode) ? Kind::folder : Kind::other;
+}
+
+/// Devices, pipes and sockets are nothing to play; to open one could wait for ever.
+Kind kindOf(int folder, const dirent& entry) {
+    if (entry.d_type == DT_REG) return Kind::file;
+    if (entry.d_type == DT_DIR) return Kind::folder;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return Kind::other;
+    struct stat info {};
+    if (::fstatat(folder, entry.d_name, &info, AT_SYMLINK_NOFOLLOW) != 0) return Kind::other;
+    if (!S_ISLNK(info.st_mode)) return kindOf(info.st_mode);
+    if (::fstatat(folder, entry.d_name, &info, 0) != 0) return Kind::other; // leads nowhere
+    return S_ISDIR(info.st_mode) ? Kind::linkedFolder : kindOf(info.st_mode);
+}
+
+std::string joined(const std::string& folder, const std::string& name) {
+    return folder.back() == '/' ? folder + name : folder + '/' + name;
+}
+
+} // namespace
+
+/// One look through a folder. Folders are kept on a list of our own, so that deep trees cost no stack; each is closed before
+/// the next is opened.
+class FolderIndex::Walk {
+public:
+    Walk(FolderIndex& index, const IndexWatch& watch)
+        : index_(index)
+        , watch_(watch) {}
+
+    /// False when cancelled.
+    bool through(const std::string& root) {
+        noteFoldersAbove(root);
+        if (!descend(root)) return false;
+        linked_ = true;
+        for (size_t at = 0; at < links_.size(); ++at) { // it may grow meanwhile
+            const std::string link = links_[at];
+            if (!descend(link)) return false;
+        }
+        return true;
+    }
+
+private:
+    struct Level {
+        qint32 folder = 0;
+        std::vector<Child> children;
+        size_t next = 0;
+    };
+
+    bool descend(const std::string& top) {
+        std::vector<Level> levels;
+        if (!enter(top, levels)) return !isCancelled();
+        while (!levels.empty()) {
+            Level& level = levels.back();
+            if (level.next == level.children.size()) {
+                levels.pop_back();
+                continue;
+            }
+            Child& child = level.children[level.next++];
+            if (child.kind == Kind::file) {
+                addFile(std::move(child.name), level.folder);
+                continue;
+            }
+            const std::string path = joined(index_.folders_[size_t(level.folder)], child.name);
+            if (child.kind == Kind::linkedFolder)
+                links_.push_back(path);
+            else if (!enter(path, levels) && isCancelled()) // `level` may have moved
+                return false;
+        }
+        return !isCancelled();
+    }
+
+    /// Reads a folder and puts it on top; false when it cannot be read or was looked through before.
+    bool enter(const std::string& path, std::vector<Level>& levels) {
+        if (isCancelled()) return false;
+        const OpenFolder open(::opendir(path.c_str()));
+        struct stat info {};
+        if (!open || ::fstat(::dirfd(open.get()), &info) != 0) return false;
+        const FolderIdentity identity(info.st_dev, info.st_ino);
+        if (above_.contains(identity) || !visited_.insert(identity).second) return false;
+        Level level;
+        level.folder = qint32(index_.folders_.size());
+        index_.folders_.push_back(path);
+        while (const dirent* entry = ::readdir(open.get())) {
+            if (entry->d_name[0] == '.') continue; // hidden; and the folder itself and the one above
+            Child child{entry->d_name, kindOf(::dirfd(open.get()), *entry)};
+            if (child.kind != Kind::other && isText(child.name)) level.children.push_back(std::move(child));
+        }
+        std::sort(level.children.begin(), level.children.end(),
+                  [](const Child& a, const Child& b) { return a.name < b.name; });
+        levels.push_back(std::move(level));
+        if (watch_.progress) watch_.progress(index_.count());
+        return true;
+    }
+
+    void addFile(std::string name, qint32 folder) {
+        const auto [known, isNew] = index_.last_.try_emplace(std::move(name), -1);
+        if (linked_ && !isNew && known->second < firstLinked_) return; // found without links
+        const qint32 file = qint32(index_.files_.size());
+        if (!linked_) firstLinked_ = file + 1;
+        index_.files_.push_back({folder, std::exchange(known->second, file)});
+    }
+
+    /// A link to one of these would lead out of the folder and round about into it again.
+    void noteFoldersAbove(const std::string& root) {
+        const QByteArray real = QFile::encodeName(QDir(QFile::decodeName(root.c_str())).canonicalPath());
+        for (qsizetype slash = real.lastIndexOf('/'); slash >= 0 && real.size() > 1;
+             slash = slash > 0 ? real.lastIndexOf('/', slash - 1) : -1) {
+            struct stat info {};
+            const QByteArray above = slash == 0 ? QByteArray("/") : real.left(slash);
+            if (::stat(above.constData(), &info) == 0) above_.insert({info.st_dev, info.st_ino});
+        }
+    }
+
+    [[nodiscard]] bool isCancelled() const { return watch_.cancelled && *watch_.cancelled; }
+
+    FolderIndex& index_;
+    const IndexWatch& watch_;
+    std::set<FolderIdentity> visited_, above_;
+    std::vector<std::string> links_; ///< to folders, in the order met
+    bool linked_ = false;            ///< by one of these
+    qint32 firstLinked_ = 0;
+};
+
+FolderIndex FolderIndex::ofFolder(const QString& folder, const IndexWatch& watch) {
+    FolderIndex index;
+    const QByteArray root = QFile::encodeName(QDir::cleanPath(folder));
+    if (root.isEmpty() || root.contains('\0')) return index;
+    return Walk(index, watch).through(root.toStdString()) ? index : FolderIndex();
+}
+
+QString FolderIndex::path(const QString& name) const {
+    const QStringList all = allPaths(name);
+    return all.isEmpty() ? QString() : all.last();
+}
+
+QStringList FolderIndex::allPaths(const QString& name) const {
+    const std::string bytes = QFile::encodeName(name).toStdString();
+    QStringList paths;
+    const auto found = last_.find(bytes);
+    for (qint32 at = found == last_.end() ? -1 : found->second; at >= 0; at = files_[size_t(at)].earlier)
+        paths.prepend(QFile::decodeName(joined(folders_[size_t(files_[size_t(at)].folder)], bytes).c_str()));
+    return paths;
+}
+
+} // namespace daylark
