@@ -17,6 +17,7 @@ struct Alert {
     QStringList buttons; ///< empty means one "OK"
     AlertStyle style = AlertStyle::warning;
     bool tellsDismissal = false; ///< closed without a button, it answers `Alerts::dismissed`
+    QString details = {};        ///< what more there is to know, shown when it is asked for
 };
 
 /// Shows alerts. Interface thread; `run` returns when answered, while the windows stay alive behind it.
