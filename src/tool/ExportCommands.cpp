@@ -1,4 +1,5 @@
 #include "export/notes/NotesFormat.h"
+#include "export/notes/PlaylistManifest.h"
 #include "platform/AtomicFile.h"
 #include "tool/SessionItem.h"
 #include "tool/ToolContext.h"
@@ -38,9 +39,42 @@ void listFormats(ToolContext& context) {
     context.print(QJsonDocument(list));
 }
 
+/// The items in the playlist's own order, as the library shows them without a filter.
+void writeManifest(ToolContext& context, const QString& path, int playlistNumber, const QString& title, const QString& out) {
+    const Result<SessionContents> contents = readSessionFile(path);
+    if (!contents) return context.fail(path, contents.error().text);
+    const auto playlist = findPlaylist(context, *contents, path, playlistNumber);
+    if (!playlist) return;
+    const auto items = itemsOf(context, *playlist, path, {});
+    QStringList filenames;
+    for (const auto& movie : *items)
+        filenames << movie->filenameString;
+    const Result<void> written = writeFileAtomically(out, playlistManifest(filenames, playlist->name, title));
+    if (!written) context.fail(out, written.error().text);
+}
+
+void addManifestCommand(CLI::App& app, ToolContext& context) {
+    struct Arguments {
+        std::string file, title, out;
+        int playlist = 1;
+    };
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* manifest = app.add_subcommand("manifest", "The manifest of a playlist");
+    manifest->footer("Example: daylark-tool manifest day.dls --playlist 1 --title Review --out manifest.csv");
+    manifest->add_option("FILE", arguments->file, "the session file")->required();
+    manifest->add_option("--playlist", arguments->playlist, "which playlist, counted from 1")->required();
+    manifest->add_option("--title", arguments->title, "what the session is called")->required();
+    manifest->add_option("--out", arguments->out, "the file to write")->required();
+    manifest->callback([=, &context] {
+        writeManifest(context, QString::fromStdString(arguments->file), arguments->playlist,
+                      QString::fromStdString(arguments->title), QString::fromStdString(arguments->out));
+    });
+}
+
 } // namespace
 
 void addExportCommands(CLI::App& app, ToolContext& context) {
+    addManifestCommand(app, context);
     struct Arguments {
         std::string file, out, format;
         int playlist = 1;

@@ -135,7 +135,11 @@ protected:
         settleAdding();
         settleThumbnails();
         settleFiles();
-        ASSERT_TRUE(waitUntil([this] { return !controller->fileStates().isUpdating(); }));
+        ASSERT_TRUE(waitUntil([this] {
+            return !controller->relinking().isBusy() && !controller->fileExistence().isChecking() &&
+                   !controller->fileStates().isUpdating();
+        }));
+        settleThumbnails();
         ASSERT_TRUE(waitUntil([this] { return !viewer().currentMovie() || player->pictureIsCurrent(); }));
         controller->edits().history().endRun();
     }
