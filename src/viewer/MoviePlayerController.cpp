@@ -156,6 +156,13 @@ void MoviePlayerController::movieOpened() {
     bookmarks_.loadActiveBookmarks();
 }
 
+void MoviePlayerController::followFiles(const std::vector<std::shared_ptr<Movie>>& movies) {
+    if (!open_) return;
+    if (std::find(movies.begin(), movies.end(), currentMovie()) == movies.end()) return neighbours_.refresh();
+    frameOfStep_ = surroundings_.player.isOpen() ? surroundings_.player.currentFrame() : -1;
+    displayCurrentMovie();
+}
+
 /// A step that was taken back or done again is looked at: its movie, at its frame.
 void MoviePlayerController::showPlace(const ReviewPlace& place) {
     if (!open_ || !place.movie) return;

@@ -85,6 +85,8 @@ public:
     [[nodiscard]] FailedWrites& failedWrites() { return surroundings_.failedWrites; }
     [[nodiscard]] std::shared_ptr<Movie> currentMovie() const { return current_.movie(); }
 
+    /// Their files are others now: one on screen is opened anew, at the frame where it stands.
+    void followFiles(const std::vector<std::shared_ptr<daylark::Movie>>& movies);
     void displayCurrentMovie(); ///< shows the movie now selected in the list
     // On every movie selected in the list.
     void setFlagImage(const Sender& sender); ///< the tag's flag
