@@ -1,5 +1,6 @@
 #include "ui/desktop/DesktopPanels.h"
 #include "ui/desktop/DesktopProgram.h"
+#include "ui/desktop/EndInTime.h"
 #include "ui/desktop/InterfaceWatchdog.h"
 #include "ui/desktop/ProgramArguments.h"
 #include "ui/library/LibraryWindow.h"
@@ -16,12 +17,15 @@
 #include <QDir>
 #include <QTimer>
 
+#include <csignal>
 #include <cstdio>
 
 /// Builds the program, or hands its files to the one that runs already.
 int main(int argc, char** argv) {
     using namespace daylark;
+    constexpr unsigned secondsToEnd = 5;
     TerminationSignals::holdBack();
+    std::signal(SIGXFSZ, SIG_IGN); // a limit on files is a write that failed, not the end
     QApplication application(argc, argv);
     // A pen draws through every point that it was at; by default quick moves are melted into one.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
@@ -47,7 +51,7 @@ int main(int argc, char** argv) {
     if (asked.nothingLeft()) return 1;
 
     const DesktopProgram::Places places = DesktopProgram::Places::current();
-    SingleInstance instance(places.system.applicationSupport);
+    SingleInstance instance(places.system.applicationSupport, places.system.runtime);
     if (instance.handOver(asked.toOpen)) return 0;
 
     theme::apply(application);
@@ -67,11 +71,15 @@ int main(int argc, char** argv) {
     program.start(asked.toOpen);
     const int code = QApplication::exec();
     const QString trouble = program.terminate();
-    if (trouble.isEmpty()) return code;
+    if (trouble.isEmpty()) {
+        const EndInTime limit(secondsToEnd, code);
+        return code;
+    }
     std::fprintf(stderr, "daylark: %s\n", qUtf8Printable(trouble));
     Alert alert;
     alert.message = QCoreApplication::translate("main", "Your last changes are not in their place");
     alert.informativeText = trouble;
     if (!isToldToEnd) DesktopAlerts().show(alert);
+    const EndInTime limit(secondsToEnd, 1);
     return 1;
 }

@@ -1,14 +1,33 @@
 #include "annotate/DrawingCanvas.h"
 
 #include <algorithm>
+#include <functional>
+#include <unordered_map>
 
 namespace daylark {
 
 Drawing eachStrokeOnce(const Drawing& drawing) {
+    // By a few numbers first: a drawing of a file may have a hundred thousand strokes.
+    const auto signOf = [](const Stroke& stroke) {
+        size_t sign = stroke.points.size();
+        const auto mix = [&sign](double number) { sign = sign * 1099511628211U ^ std::hash<double>()(number); };
+        const std::vector<QPointF>& points = stroke.points;
+        for (size_t at = 0; at < points.size(); at += std::max<size_t>(1, points.size() / 2)) {
+            mix(points[at].x());
+            mix(points[at].y());
+        }
+        mix(stroke.width);
+        return sign;
+    };
     Drawing once;
-    for (const Stroke& stroke : drawing.strokes)
-        if (std::find(once.strokes.begin(), once.strokes.end(), stroke) == once.strokes.end())
-            once.strokes.push_back(stroke);
+    std::unordered_multimap<size_t, size_t> known; // sign and place
+    for (const Stroke& stroke : drawing.strokes) {
+        const size_t sign = signOf(stroke);
+        const auto [first, last] = known.equal_range(sign);
+        if (std::any_of(first, last, [&](const auto& one) { return once.strokes[one.second] == stroke; })) continue;
+        known.emplace(sign, once.strokes.size());
+        once.strokes.push_back(stroke);
+    }
     return once;
 }
 

@@ -9,7 +9,15 @@ namespace daylark {
 namespace {
 
 constexpr qint64 kMaxPixels = 64LL * 1000 * 1000;
+constexpr qsizetype kMaxBytes = qsizetype(256) << 20;
 constexpr int kTiffLzw = 1; // the TIFF writer's name for LZW
+
+/// The reader's name for what the bytes begin with; null for what is none of ours.
+QByteArray formatOf(const QByteArray& bytes) {
+    if (bytes.startsWith(QByteArrayView("II*\0", 4)) || bytes.startsWith(QByteArrayView("MM\0*", 4))) return "tiff";
+    if (bytes.startsWith("\x89PNG\r\n\x1a\n")) return "png";
+    return bytes.startsWith("\xff\xd8\xff") ? "jpeg" : QByteArray();
+}
 
 } // namespace
 
@@ -42,11 +50,14 @@ Image Image::fromQImage(const QImage& image) {
 }
 
 QImage Image::decode() const {
-    if (encoded_.isEmpty()) return {};
+    const QByteArray format = formatOf(encoded_);
+    if (format.isNull() || encoded_.size() > kMaxBytes) return {};
     QBuffer buffer;
     buffer.setData(encoded_);
     buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
+    QImageReader reader(&buffer, format);
+    reader.setAutoDetectImageFormat(false);
+    reader.setDecideFormatFromContent(false);
     const QSize size = reader.size();
     if (size.isEmpty() || qint64(size.width()) * size.height() > kMaxPixels) return {};
     return reader.read();

@@ -2,9 +2,9 @@
 
 #include <QString>
 
-/// Text that came from a file, a name or a person, made ready for showing: letter by letter, never as mark-up, and no more of it
-/// than a person would read, so that showing it costs the same whatever stands there. What is kept, edited or written elsewhere
-/// is the text itself. Pure functions, linear in what they keep; any thread.
+/// Text that came from a file, a name or a person, made ready for showing: letter by letter, never as mark-up, and no
+/// more of it than a person would read, so that showing it costs the same whatever stands there. What is kept, edited or
+/// written elsewhere is the text itself. Pure functions, linear in what they keep; any thread.
 namespace daylark::plain {
 
 constexpr qsizetype lineLength = 300;       ///< UTF-16 units of a line: a name, a cell, a title

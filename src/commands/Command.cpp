@@ -1,5 +1,6 @@
 #include "commands/Command.h"
 
+#include "base/PlainText.h"
 #include "preferences/Preferences.h"
 
 #include <algorithm>
@@ -34,13 +35,13 @@ QString withoutMnemonic(const QString& menuTitle) {
 
 QString commandText(const Command& command, const Preferences& preferences) {
     if (command.status.isEmpty()) return command.text;
-    return preferences.statusName(command.status).replace(u'&', QStringLiteral("&&"));
+    return plain::menuTitle(preferences.statusName(command.status));
 }
 
 QString commandName(const Command& command, const Preferences& preferences) {
     if (command.status.isEmpty())
         return command.name.isEmpty() ? withoutMnemonic(command.text) : command.name;
-    return command.name.arg(preferences.statusName(command.status));
+    return command.name.arg(plain::line(preferences.statusName(command.status)));
 }
 
 } // namespace daylark

@@ -1,5 +1,6 @@
 #include "commands/HistoryCommands.h"
 
+#include "base/PlainText.h"
 #include "review/UndoHistory.h"
 
 #include <QCoreApplication>
@@ -32,7 +33,7 @@ public:
 };
 
 QString asMenuTitle(QString text) {
-    return u'&' + text.replace(u'&', QStringLiteral("&&"));
+    return u'&' + plain::menuTitle(text);
 }
 
 } // namespace

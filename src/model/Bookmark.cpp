@@ -2,6 +2,7 @@
 
 #include "archive/Decoder.h"
 #include "archive/Encoder.h"
+#include "model/DecodedNumbers.h"
 
 #include <QUuid>
 
@@ -94,11 +95,11 @@ void Bookmark::encodeWithCoder(Encoder& coder) const {
 }
 
 void Bookmark::initWithCoder(const Decoder& coder) {
-    firstFrame = coder.decodeInt64("firstFrame");
+    firstFrame = decoded::frames(coder, "firstFrame");
     mute = coder.decodeBool("mute");
-    lastFrame = coder.decodeInt64("lastFrame");
-    duration = coder.decodeInt64("duration");
-    fps = coder.decodeFloat("fps");
+    lastFrame = decoded::frames(coder, "lastFrame");
+    duration = decoded::frames(coder, "duration");
+    fps = decoded::rate(coder, "fps");
     overlayString = coder.decodeString("overlayString");
     overlayString2 = coder.decodeString("overlayString2");
     firstTC = coder.decodeString("firstTC");

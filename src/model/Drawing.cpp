@@ -39,6 +39,12 @@ void readField(const Value& drawing, QStringView key, std::vector<Stroke>& strok
         take(strokes[i], (*array)[i]);
 }
 
+/// No picture is so large; what lies farther out, or is no number, cannot be painted.
+bool isOnAPicture(double coordinate) {
+    constexpr double farOut = 1e6; // pixels
+    return std::abs(coordinate) <= farOut;
+}
+
 std::vector<QPointF> pointsOfStroke(const Value& boxed, std::size_t& pointsLeft) {
     std::vector<QPointF> points;
     const Value::Array* array = boxed.array();
@@ -46,7 +52,7 @@ std::vector<QPointF> pointsOfStroke(const Value& boxed, std::size_t& pointsLeft)
     points.reserve(std::min(array->size(), pointsLeft));
     for (const Value& element : *array) {
         const QPointF* point = element.point();
-        if (!point || !std::isfinite(point->x()) || !std::isfinite(point->y())) continue;
+        if (!point || !isOnAPicture(point->x()) || !isOnAPicture(point->y())) continue;
         if (pointsLeft == 0) break;
         --pointsLeft;
         points.push_back(*point);
@@ -103,12 +109,12 @@ Drawing Drawing::fromValue(const Value& value) {
         strokes[i].points = pointsOfStroke((*lines)[i], pointsLeft);
     readField(value, u"brushTypeArray", strokes, [](Stroke& stroke, const Value& entry) {
         const Number* number = entry.number();
-        stroke.brushType = number ? int(numberToInt64(*number)) : 1;
+        stroke.brushType = number ? qint32(numberToInt64(*number)) : 1;
     });
     readField(value, u"colourArray", strokes,
               [](Stroke& stroke, const Value& entry) { stroke.colour = entry.colour(); });
     readField(value, u"widthArray", strokes,
-              [](Stroke& stroke, const Value& entry) { stroke.width = realOfValue(entry, 10.0); });
+              [](Stroke& stroke, const Value& entry) { stroke.width = std::clamp(realOfValue(entry, 10.0), -1e4, 1e4); });
     readField(value, u"opacityArray", strokes,
               [](Stroke& stroke, const Value& entry) { stroke.opacity = realOfValue(entry, 1.0); });
     return drawing;

@@ -11,7 +11,7 @@ struct MediaTime {
     qint64 scale = 600; ///< ticks a second; may carry flags in its high 32 bits when read from an archive
     qint64 flags = 0;
 
-    [[nodiscard]] double seconds() const { return scale ? double(value) / double(qint32(scale)) : 0.0; }
+    [[nodiscard]] double seconds() const { return qint32(scale) ? double(value) / double(qint32(scale)) : 0.0; }
     bool operator==(const MediaTime&) const = default;
 };
 

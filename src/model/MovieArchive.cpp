@@ -3,6 +3,7 @@
 
 #include "archive/Decoder.h"
 #include "archive/Encoder.h"
+#include "model/DecodedNumbers.h"
 
 namespace daylark {
 
@@ -146,13 +147,13 @@ void Movie::decodeProperties(const Decoder& coder) {
     frameRateText = coder.decodeString("frameRateText");
     duration = coder.decodeNumber("duration");
     durationText = coder.decodeString("durationText");
-    mMovieAspectRatio = coder.decodeFloat("mMovieAspectRatio");
+    mMovieAspectRatio = decoded::finite(coder, "mMovieAspectRatio");
     if (const Value height = coder.decode("mMovieHeight"); !height.isNil())
         mMovieHeight = height.number() ? qint32(numberToInt64(*height.number())) : 0;
     mMovieWidth = coder.decodeInt32("mMovieWidth");
-    mMovieDurationFrames = coder.decodeInt64("mMovieDurationFrames");
-    mMovieDurationSeconds = coder.decodeFloat("mMovieDurationSeconds");
-    mMovieFPS = coder.decodeFloat("mMovieFPS");
+    mMovieDurationFrames = decoded::frames(coder, "mMovieDurationFrames");
+    mMovieDurationSeconds = decoded::finite(coder, "mMovieDurationSeconds");
+    mMovieFPS = decoded::rate(coder, "mMovieFPS");
     mMovieTimeValuePerStep = coder.decodeInt32("mMovieTimeValuePerStep");
     mMovieAdjustedDurationTimeValue = coder.decodeInt32("mMovieAdjustedDurationTimeValue");
     creatingThumbnailText = coder.decodeString("creatingThumbnailText");
@@ -160,18 +161,18 @@ void Movie::decodeProperties(const Decoder& coder) {
     movieAspectRatioString = coder.decodeString("movieAspectRatioString");
     mMovieResolutionString = coder.decodeString("mMovieResolutionString");
     sortOrder = coder.decodeInt32("sortOrder"); // written with 64 bits, read with 32, as every reader does
-    iCount = coder.decodeInt32("iCount");
+    iCount = std::clamp(coder.decodeInt32("iCount"), 0, 1 << 30); // playlists that it stands in
 }
 
 void Movie::decodeReview(const Decoder& coder) {
-    exposure = coder.decodeDouble("exposure");
-    contrast = coder.decodeDouble("contrast");
-    saturation = coder.decodeDouble("saturation");
-    gamma = coder.decodeDouble("gamma");
-    brightness = coder.decodeDouble("brightness");
-    redChannel = coder.decodeDouble("redChannel");
-    greenChannel = coder.decodeDouble("greenChannel");
-    blueChannel = coder.decodeDouble("blueChannel");
+    exposure = decoded::finite(coder, "exposure", 0);
+    contrast = decoded::finite(coder, "contrast", 1);
+    saturation = decoded::finite(coder, "saturation", 1);
+    gamma = decoded::finite(coder, "gamma", 1);
+    brightness = decoded::finite(coder, "brightness", 0);
+    redChannel = decoded::finite(coder, "redChannel", 1);
+    greenChannel = decoded::finite(coder, "greenChannel", 1);
+    blueChannel = decoded::finite(coder, "blueChannel", 1);
     applyGrade = coder.decodeBool("applyGrade");
     mLastFrameVisited = {coder.decodeInt64("lastFrameVisitedTimeValue"),
                          coder.decodeInt64("lastFrameVisitedTimeScale"), 0};
@@ -185,7 +186,7 @@ void Movie::decodeReview(const Decoder& coder) {
     fileCreationDate = coder.decodeDate("fileCreationDate");
     statusColour = coder.decodeColour("statusColour");
     isOneFrame = coder.decodeBool("isOneFrame");
-    mThumbnailFrame = coder.decodeInt64("thumbnailFrame");
+    mThumbnailFrame = decoded::frames(coder, "thumbnailFrame");
 }
 
 } // namespace daylark

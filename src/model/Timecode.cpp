@@ -24,7 +24,8 @@ QString timecodeOfCount(qint64 count, float rate) {
     const qint64 hours = (whole / 3600) % 24, minutes = (whole / 60) % 60, seconds = whole % 60;
     // Seconds come from single precision and frames from whole numbers; far into a long movie they may part,
     // as in every note exported so far.
-    const qint64 frames = count % qint64(rate);
+    const auto rateInt = qint64(rate);
+    const qint64 frames = rateInt == -1 ? 0 : count % rateInt; // which the processor would not divide at the end of its range
     using Unsigned = unsigned long;
     return QString::asprintf("%02lu:%02lu:%02lu:%02lu", Unsigned(hours), Unsigned(minutes), Unsigned(seconds),
                              Unsigned(frames));

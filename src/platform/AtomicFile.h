@@ -17,8 +17,8 @@ enum class Readers {
 bool makePrivateFolder(const QString& path);
 
 /// Writes a file whole or not at all: a temporary file beside the target, flushed to the disk, renamed over it. A crash, a
-/// kill, a full disk or a read-only folder leaves the old file as it was. What stands there and is no file (a device, a pipe, a folder) is
-/// refused. Worker threads.
+/// kill, a full disk or a read-only folder leaves the old file as it was. What stands there and is no file (a device, a pipe,
+/// a folder) is refused. Worker threads.
 [[nodiscard]] Result<void> writeFileAtomically(const QString& path, const QByteArray& bytes,
                                                Readers readers = Readers::byUmask);
 

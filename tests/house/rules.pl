@@ -38,16 +38,62 @@ for my $file (sort grep { !m{^base/jobs/} && !$threads{$_} } keys %text) {
     push @faults, "src/$file has a flag of its own: base/jobs/CancelFlag" if $text{$file} =~ /std::atomic(?:<bool>|_bool)\s*[>*\w]*[Cc]ancel/;
 }
 
+# Text that came from a file, a name or a person is shown letter by letter (base/PlainText, ui/common/PlainLabel). What could take
+# mark-up stands in these files alone, each of which says why.
+my %markUp = map { $_ => 1 } qw(ui/desktop/DesktopPanels.cpp ui/library/LibraryWindow.cpp ui/common/RichTextField.h
+    ui/common/RichTextField.cpp ui/common/text/PastedText.cpp ui/common/text/PastedText.h);
+my $literal = qr/(?:[\w:]*tr\(\s*(?:"(?:[^"\\]|\\.)*"\s*)+\)|QStringLiteral\(\s*(?:"(?:[^"\\]|\\.)*"\s*)+\)|QString\(\)|\{\})/;
+sub argument_from { # the first argument after this place, brackets balanced; with the others where $all
+    my ($code, $at, $all) = @_;
+    my $depth = 0;
+    my $end = $at;
+    while ($end < length $code) {
+        my $rest = substr $code, $end;
+        if ($rest =~ /^"(?:[^"\\]|\\.)*"/ || $rest =~ /^'(?:[^'\\]|\\.)'/) { $end += $+[0]; next }
+        my $c = substr $rest, 0, 1;
+        last if !$depth && ($c eq ')' || (!$all && $c eq ','));
+        ++$depth if $c =~ /[(\[{]/;
+        --$depth if $c =~ /[)\]}]/;
+        ++$end;
+    }
+    return substr($code, $at, $end - $at) =~ s/^\s+|\s+$//gr;
+}
+for my $file (sort grep { m{^ui/} } keys %text) {
+    my $code = $text{$file};
+    push @faults, "src/$file: a QLabel takes mark-up; PlainLabel shows letters"
+        if $file ne 'ui/common/PlainLabel.h' && $code =~ /\bnew QLabel\b|\bQLabel\s+\w+\s*[({;]|public QLabel\b/;
+    push @faults, "src/$file: shows mark-up ($1)"
+        if !$markUp{$file} && $code =~ /\b(QMessageBox|QTextBrowser|QTextEdit\s*\w*[({;]|QTextDocument|setHtml|QErrorMessage|QWhatsThis|RichText|QStaticText|setWhatsThis|setStatusTip|setInformativeText)\b/
+        && $1 !~ /^QTextEdit/;
+    while ($code =~ /\b(setToolTip|QToolTip::showText|setWindowTitle|addAction|addMenu)\(/g) {
+        my ($call, $at) = ($1, pos $code);
+        my $argument = argument_from($code, $at, $call =~ /ToolTip/);
+        $argument = argument_from($code, $at + length($1)) # after an icon
+            if $call eq 'addAction' && $argument =~ /icon\(|Swatch\(/ && substr($code, $at) =~ /^(\s*\Q$argument\E\s*,)/;
+        next if $argument =~ /QLineEdit::|^tr\([\w.]+\)$/ || ($file eq 'ui/commands/Commands.cpp' && $argument =~ /\.title$/); # the tables' own
+        next if $argument =~ /plain::|^(?:\d, )?$literal$/ || $argument =~ /toolTip\(\)$/;
+        next if $call eq 'addAction' && $argument !~ /"|[tT]itle|[nN]ame|text/; # an action, or an icon: its text comes second
+        next if $call eq 'addMenu' && $argument =~ /^\w+(?:->\w+\(\))?$/; # a menu that is there
+        push @faults, "src/$file: $call($argument): base/PlainText makes it fit to be shown";
+    }
+    while ($code =~ /case Qt::ToolTipRole:(.*?)(?=\n\s*(?:case (?!Qt::AccessibleTextRole)|default:))/gs) {
+        my $case = $1;
+        for (grep { /\breturn\b/ } split /;/, $case) {
+            push @faults, "src/$file: a tool tip past base/PlainText: $_" unless /plain::toolTip|facts\.label|tr\("/ || /AccessibleTextRole/;
+        }
+    }
+}
+
 # Kept although nothing in src calls them: names, and why.
 my %excepted;
 for (split /\n/, <<'END') {
-addDLMFilesToSelectedPlaylist createPlaylistsWithFolders processFile updateThumbnailForMovie updateThumbnailsSequentially : entrances under their own names; bundles, links and scripts call them
-addAudioFile removeAddedMovieAudio removeOriginalMovieAudio revertToOriginalMovieAudio checkForModifiedAudio : a movie's own or added sound; commands for it come
+createPlaylistsWithFolders processFile updateThumbnailForMovie updateThumbnailsSequentially : entrances under their own names; bundles, links and scripts call them
+checkForModifiedAudio : asked by name from outside
 addDrawingToMovie removeDrawingFromMovieForFrame removeLastStrokesFromBookmarks removeLastStrokeFromDrawing removeAllBookmarks frameIsBookmarked drawingsDictionary computeTimecodeWithOffset updateFirstFrame fileIsFound : the record's own operations, whole, for those who have a record alone
 setSnapshotDestination takeQuietSnapshot checkToClose : actions of the first versions; nothing offers them any more, their names stay taken
 currentStrokesDictionary mHidePlaylistWindow movieReachedEnd firstFrameForLoop lastFrameForLoop currentSessionPath sessionIsModified interactiveMode : state by the name under which others know it
 columnCount : the model asks it through its base
-itemsPane playlistsPane statusStrip counterText rangeBarGeometry pictureRect isFirst isUpdating waitForWriting sessionMigration : what a test or the demo's robot looks at, clicks or waits for
+itemsPane playlistsPane statusStrip counterText rangeBarGeometry pictureRect isFirst isChecking isUpdating waitForWriting sessionMigration : what a test or the demo's robot looks at, clicks or waits for
 resolver DAYLARK_GL_FUNCTIONS : called in a form that spelling doesn't show
 u24 : the boxes' third width
 END

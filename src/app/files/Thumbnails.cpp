@@ -2,6 +2,7 @@
 
 #include "app/playlists/Library.h"
 #include "app/program/ProgressBoard.h"
+#include "base/jobs/Patience.h"
 #include "base/jobs/WorkQueue.h"
 #include "media/facts/MovieProbe.h"
 #include "media/index/SampleTables.h"
@@ -235,7 +236,9 @@ void Thumbnails::dispatch() {
 Thumbnails::Outcome Thumbnails::carryOut(const Task& task, SampleTables& tables) {
     Outcome outcome;
     if (*task.cancelled) return outcome;
-    const FileCheck check = checkFile(task.file);
+    const auto answer = askWithPatience<FileCheck>([file = task.file] { return checkFile(file); }, fileSystemPatience,
+                                                   task.cancelled.get());
+    const FileCheck check = answer.value_or(FileCheck{false, task.file.path});
     // A missing file says so; "no thumbnail" would hide it from the viewer, which passes missing files over. What its item
     // shows stays.
     if (task.onlyIfFound || !check.found) outcome.check = check;

@@ -21,8 +21,9 @@ TemporarySession::TemporarySession(Library& library, const QString& path, Failed
     connect(&library_, &Library::playlistSelectionChanged, this, &TemporarySession::noteSelection);
     connect(&journal_, &Journal::grown, this, &TemporarySession::save);
     connect(&journal_, &Journal::troubleChanged, this, [this](const QString& reason) {
-        trouble_ = reason.isEmpty() ? QString() : QStringLiteral("Changes are not stored: %1").arg(reason);
-        const QString journal = QFileInfo(path_).path() + u'/' + QFileInfo(path_).completeBaseName() + QLatin1String(".journal");
+        trouble_ = reason.isEmpty() ? QString() : tr("Changes are not stored: %1").arg(reason);
+        const QFileInfo session(path_);
+        const QString journal = session.path() + u'/' + session.completeBaseName() + QLatin1String(".journal");
         if (reason.isEmpty())
             failedWrites_.written(journal);
         else // the journal tries again of itself
@@ -38,13 +39,37 @@ TemporarySession::~TemporarySession() {
 void TemporarySession::load(bool restore) {
     work_.run([this, path = path_, restore] {
         // The records go over whole: nothing is left on this side.
-        auto start = std::make_shared<JournalStart>(startFromJournals(path, restore));
+        auto place = std::make_shared<Place>(ownPlace(path));
+        auto start = std::make_shared<JournalStart>(startFromJournals(place->path, restore));
         fileIsKnown_ = restore;
-        WorkQueue::deliver(this, [this, start, restore] { takeOver(*start, restore); });
+        WorkQueue::deliver(this, [this, place, start, restore] { takeOver(*place, *start, restore); });
     });
 }
 
-void TemporarySession::takeOver(JournalStart& start, bool restore) {
+/// Beside the first copy's: "mia_daylarkSession-2.dls" and so on. Where no file can be made nothing can be overwritten either.
+TemporarySession::Place TemporarySession::ownPlace(const QString& path) {
+    constexpr int mostCopies = 16;
+    const QFileInfo first(path);
+    Place place{path, {}, {}};
+    for (int number = 1; number <= mostCopies; ++number) {
+        const QString base = first.path() + u'/' + first.completeBaseName() + (number == 1 ? QString() : u'-' + QString::number(number));
+        OwnerLock::Taken taken = OwnerLock::take(base + QStringLiteral(".owner"));
+        if (taken.lock || taken.holder.isEmpty()) {
+            if (number > 1) place.path = base + u'.' + first.suffix();
+            place.lock = std::move(taken.lock);
+            return place;
+        }
+        if (number == 1)
+            place.notice = tr("Another copy of Daylark is at work (on %1): this one keeps a session of its own").arg(taken.holder);
+    }
+    return place;
+}
+
+void TemporarySession::takeOver(Place& place, JournalStart& start, bool restore) {
+    path_ = place.path;
+    lock_ = std::move(place.lock);
+    notice_ = place.notice;
+    journal_.keepBeside(path_);
     ReviewStore& store = library_.store();
     const ReviewRecords::Playlists madeMeanwhile = store.playlists();
     library_.setPlaylists(start.contents.playlists);

@@ -2,10 +2,13 @@
 
 #include "base/jobs/WorkQueue.h"
 #include "model/Session.h"
+#include "platform/lock/OwnerLock.h"
 #include "review/journal/Journal.h"
 
 #include <QObject>
 #include <QString>
+
+#include <optional>
 
 namespace daylark {
 
@@ -14,7 +17,8 @@ class Library;
 
 /// The session that outlives the program: the file that the viewer's closing and termination write, and the
 /// crash journal that holds every edit since. A start takes both together. The file is read and written on a
-/// worker; the interface goes on. Interface thread. Either one that cannot be written is among the failed writes until it can,
+/// worker; the interface goes on. A second copy of the program on the same folder, on this host or another, has a
+/// file and a journal of its own beside the first one's, and says so. Interface thread. Either one that cannot be written is among the failed writes until it can,
 /// the journal also in `trouble`.
 class TemporarySession : public QObject {
     Q_OBJECT
@@ -33,6 +37,8 @@ public:
     /// in memory alone.
     bool finishWriting();
     [[nodiscard]] SessionContents contents() const; ///< what the file would hold now
+    /// What a second copy tells of itself, in words; empty in the first. From `loaded` on.
+    [[nodiscard]] QString notice() const { return notice_; }
     [[nodiscard]] QString trouble() const { return trouble_; } ///< what keeps edits from being stored; empty: nothing
 
 Q_SIGNALS:
@@ -40,20 +46,28 @@ Q_SIGNALS:
     void troubleChanged(const QString& trouble);
 
 private:
-    void takeOver(JournalStart& start, bool restore);
+    /// Where this copy keeps its session, and that nobody else does.
+    struct Place {
+        QString path;
+        std::optional<OwnerLock> lock;
+        QString notice;
+    };
+    [[nodiscard]] static Place ownPlace(const QString& path);
+    void takeOver(Place& place, JournalStart& start, bool restore);
     void startWrite();
     void tellOfFile(const Result<void>& written);
     void noteSelection();
 
     Library& library_;
-    const QString path_;
+    QString path_; ///< from `loaded` on this copy's own
+    std::optional<OwnerLock> lock_;
     FailedWrites& failedWrites_;
     bool isLoaded_ = false;
     qint64 selectedRow_ = -1; ///< as the journal has it
     bool writing_ = false, again_ = false;
     bool fileIsWritten_ = true; ///< by the last try; the worker's while it writes
     bool fileIsKnown_ = false; ///< read or written whole, so that it may be written over; the worker's
-    QString trouble_;
+    QString trouble_, notice_;
     Journal journal_;
     WorkQueue work_; // before the journal goes, so that nobody speaks to it any more
 };

@@ -1,8 +1,8 @@
 #include "media/container/MediaFile.h"
 
-#include <QDateTime>
+#include "media/container/RegularFile.h"
+
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <thread>
@@ -22,7 +22,26 @@ Error av::errorOf(const char* what, int code) {
 namespace {
 
 constexpr auto openingLimit = 4s;
+constexpr auto readingLimit = 30s; // a packet: others may be stepped over on the way
 constexpr int lowestTrustedProbe = 5; // a score below comes from chance matches in arbitrary bytes
+
+/// The readers that a review needs, by the library's names: movies, sound, stills. None of them opens a second file: left out is
+/// whatever lists pieces, describes streams, goes to the network or runs a script.
+constexpr char reviewFormats[] =
+    // movies
+    "mov,mp4,m4a,3gp,3g2,mj2,mxf,avi,matroska,webm,mpegts,mpeg,mpegvideo,m4v,h264,hevc,av1,obu,ivf,flv,"
+    "asf,asf_o,dv,gxf,nut,ogg,rm,mjpeg,mjpeg_2000,dnxhd,vc1,dirac,yuv4mpegpipe,lxf,r3d,"
+    // sound
+    "wav,w64,aiff,au,caf,flac,mp3,aac,ac3,eac3,dts,dtshd,truehd,mlp,amr,wv,tta,ape,voc,"
+    // stills
+    "image2,gif,apng,ico,png_pipe,jpeg_pipe,jpegls_pipe,jpegxl_pipe,jpegxl_anim,j2k_pipe,tiff_pipe,"
+    "bmp_pipe,dpx_pipe,exr_pipe,webp_pipe,psd_pipe,sgi_pipe,sunrast_pipe,pbm_pipe,pgm_pipe,pgmyuv_pipe,"
+    "ppm_pipe,pam_pipe,pfm_pipe,phm_pipe,pcx_pipe,qdraw_pipe,pictor_pipe,gif_pipe,qoi_pipe,photocd_pipe,"
+    "xbm_pipe,xpm_pipe,xwd_pipe,hdr_pipe,cri_pipe,dds_pipe,gem_pipe";
+
+Error noKnownFormat() {
+    return {QStringLiteral("no known format")};
+}
 
 struct OpeningOptions {
     AVDictionary* dictionary = nullptr;
@@ -30,6 +49,7 @@ struct OpeningOptions {
         // A "%04d" in a name is part of the name, and a file must not make us open others.
         av_dict_set(&dictionary, "pattern_type", "none", 0);
         av_dict_set(&dictionary, "protocol_whitelist", "file", 0);
+        av_dict_set(&dictionary, "format_whitelist", reviewFormats, 0);
         av_dict_set(&dictionary, "probesize", "5000000", 0);
     }
     ~OpeningOptions() { av_dict_free(&dictionary); }
@@ -117,15 +137,14 @@ int MediaFile::interrupted(void* opaque) {
 }
 
 Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel, Opening opening) {
-    const QFileInfo info(path);
-    if (!info.exists()) return Error{QStringLiteral("no such file")};
-    if (!info.isFile()) return Error{QStringLiteral("not a file")};
-    if (info.size() == 0) return Error{QStringLiteral("the file is empty")};
+    const Result<RegularFile> regular = RegularFile::at(path, cancel);
+    if (!regular) return regular.error();
+    if (path.endsWith(QLatin1String(".y"), Qt::CaseInsensitive)) return noKnownFormat(); // one plane of three files
     av_log_set_level(AV_LOG_QUIET);
     MediaFile file;
     file.path_ = path;
-    file.size_ = info.size();
-    file.modified_ = info.lastModified().toMSecsSinceEpoch();
+    file.size_ = regular->size;
+    file.modified_ = regular->modified;
     file.interrupt_ = std::make_unique<Interrupt>();
     file.interrupt_->cancel = cancel;
     file.interrupt_->deadline = std::chrono::steady_clock::now() + openingLimit;
@@ -134,9 +153,10 @@ Result<MediaFile> MediaFile::open(const QString& path, const CancelFlag* cancel,
     OpeningOptions options;
     const QByteArray url = "file:" + QFile::encodeName(path);
     int code = avformat_open_input(&context, url.constData(), nullptr, &options.dictionary);
+    if (code == AVERROR(EINVAL)) return noKnownFormat(); // that is how the library refuses what the list lacks
     if (code < 0) return av::errorOf("opening", code);
     file.format_.reset(context);
-    if (context->probe_score < lowestTrustedProbe) return Error{QStringLiteral("no known format")};
+    if (context->probe_score < lowestTrustedProbe) return noKnownFormat();
     code = findStreams(context, opening);
     if (code < 0) return av::errorOf("reading the streams", code);
     if (interrupted(file.interrupt_.get())) return av::errorOf("opening", AVERROR_EXIT);
@@ -178,6 +198,7 @@ int MediaFile::readPacket(AVPacket* packet) const {
     for (;;) {
         av_packet_unref(packet);
         if (cancelled()) return AVERROR_EXIT;
+        interrupt_->deadline = std::chrono::steady_clock::now() + readingLimit;
         const int code = av_read_frame(format_.get(), packet);
         if (code == AVERROR(EAGAIN)) continue;
         // A read error in the middle is the end of what can be read.

@@ -11,8 +11,10 @@ namespace daylark {
 /// An opened media file with its first real video stream (cover pictures don't count) and its first sound
 /// stream, if it has them; at least one of them, unless it was opened for facts. Only the packets of one
 /// stream are delivered: the video stream's, unless `deliver` says otherwise. Every wait on the file can be
-/// cancelled; opening gives up after a few seconds whatever the file says. Internal to media/. One thread at
-/// a time. Fails for what is no regular file, is empty, or has no known format.
+/// cancelled; opening gives up after a few seconds whatever the file says, reading a packet after half a minute. Internal
+/// to media/. One thread at a time. Fails for what is no regular file, is empty, or has none of the formats that a review
+/// needs: a file that names others (a list of pieces, a description of streams) is none of these, whatever it is called, and
+/// no other file is ever opened for it.
 class MediaFile {
 public:
     /// What a decoder's threads share out: one picture's slices bring it out soonest, several pictures at a

@@ -2,6 +2,7 @@
 
 #include "media/container/MediaFile.h"
 #include "media/container/MovBoxes.h"
+#include "media/container/RegularFile.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -139,6 +140,7 @@ void AVTimecodeReader::outputTimecodeDescriptionForSampleBuffer(const TimecodeSa
 
 /// False: the container is not of the kind that has timecode tracks.
 bool AVTimecodeReader::readTrack() {
+    if (!RegularFile::at(sourceAsset_, cancel_)) return true;
     const Result<MovBoxes> boxes = MovBoxes::read(sourceAsset_);
     if (!boxes) return false;
     const std::vector<MovBoxes::Track> tracks = boxes->tracks();

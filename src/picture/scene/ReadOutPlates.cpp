@@ -1,5 +1,7 @@
 #include "picture/scene/ReadOutPlates.h"
 
+#include "base/PlainText.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -18,14 +20,14 @@ const QColor headsUpShade(0, 0, 0, 150);
 
 void ReadOutPlates::setTexts(const ReadOuts& texts, QSize size) {
     plates_.clear();
-    QFont numbers = texts.numbers, plain = texts.words;
+    QFont numbers = texts.numbers, words = texts.words;
     numbers.setPixelSize(std::clamp(size.height() / 36, 13, 28));
-    plain.setPixelSize(numbers.pixelSize());
+    words.setPixelSize(numbers.pixelSize());
     const QRectF room = QRectF(QPointF(), QSizeF(size)).marginsRemoved(QMarginsF(1, 1, 1, 1) * headsUpMargin);
     const auto add = [this](const QString& text, const QRectF& where, Qt::Alignment alignment,
                             const QFont& font, const QColor& colour, bool shaded = true) {
         if (!text.isEmpty() && where.isValid())
-            plates_.push_back({text, where, int(alignment) | Qt::TextWordWrap, font, colour, shaded});
+            plates_.push_back({plain::paragraph(text), where, int(alignment) | Qt::TextWordWrap, font, colour, shaded});
     };
 
     // What the person chose for texts on the picture holds for all of them.
@@ -39,20 +41,20 @@ void ReadOutPlates::setTexts(const ReadOuts& texts, QSize size) {
         add(texts.statistics, room.adjusted(0, below, 0, 0), Qt::AlignLeft | Qt::AlignTop, small, texts.text);
     }
     const QString name =
-        QFontMetrics(plain).elidedText(texts.filename, Qt::ElideMiddle, int(room.width() * 0.6));
-    add(name, room, Qt::AlignRight | Qt::AlignTop, plain, colour);
-    add(texts.message, room, Qt::AlignCenter, plain, texts.dimText, false);
+        QFontMetrics(words).elidedText(plain::line(texts.filename), Qt::ElideMiddle, int(room.width() * 0.6));
+    add(name, room, Qt::AlignRight | Qt::AlignTop, words, colour);
+    add(texts.message, room, Qt::AlignCenter, words, texts.dimText, false);
 
-    plain.setPixelSize(std::clamp(size.height() / 28, 15, 40));
+    words.setPixelSize(std::clamp(size.height() / 28, 15, 40));
     const qreal aside = room.width() * 0.2; // beside the timecode, never over it
-    add(texts.overlayText, room.adjusted(aside, 0, -aside, 0), Qt::AlignHCenter | Qt::AlignBottom, plain,
+    add(texts.overlayText, room.adjusted(aside, 0, -aside, 0), Qt::AlignHCenter | Qt::AlignBottom, words,
         texts.overlayColour);
 }
 
 ReadOutPlates::Image ReadOutPlates::made(const Plate& plate, qreal pixelRatio) {
     const QRectF text = QFontMetricsF(plate.font)
                             .boundingRect(plate.room.marginsRemoved(platePadding), plate.flags, plate.text);
-    const QRectF bounds = text.marginsAdded(platePadding);
+    const QRectF bounds = text.marginsAdded(platePadding).intersected(plate.room); // never beyond its frame
     const QPoint first(int(std::floor(bounds.left() * pixelRatio)),
                        int(std::floor(bounds.top() * pixelRatio)));
     const QSize pixels(int(std::ceil(bounds.right() * pixelRatio)) - first.x(),

@@ -28,6 +28,7 @@ constexpr qsizetype longJournal = qsizetype(8) << 20; // bytes that a start read
 class Journal::Writer {
 public:
     struct Opening {
+        QString sessionPath;
         std::optional<JournalPlace> place;
         JournalRecord first; ///< a base to begin with, or the numbering to go on with
         bool goesOn = false;
@@ -45,9 +46,8 @@ public:
         QByteArray shortenTo;
     };
 
-    Writer(QString sessionPath, std::function<void(QString)> trouble, std::function<void()> grown)
-        : sessionPath_(std::move(sessionPath))
-        , trouble_(std::move(trouble))
+    Writer(std::function<void(QString)> trouble, std::function<void()> grown)
+        : trouble_(std::move(trouble))
         , grown_(std::move(grown))
         , thread_([this] { run(); }) {}
 
@@ -96,7 +96,6 @@ private:
     void shorten();
     void tell(const QString& trouble);
 
-    const QString sessionPath_;
     const std::function<void(QString)> trouble_;
     const std::function<void()> grown_;
 
@@ -107,6 +106,7 @@ private:
     Figures figures_;
     bool stopping_ = false;
 
+    QString sessionPath_;
     std::shared_ptr<Opening> opening_; // the thread's own, as is what follows
     std::optional<JournalFile> file_;
     std::vector<JournalRecord> unwritten_;
@@ -162,6 +162,7 @@ void Journal::Writer::run() {
 
 void Journal::Writer::take(Job& job) {
     if (job.opening) {
+        sessionPath_ = job.opening->sessionPath;
         latest_ = job.opening->first.sequence;
         opening_ = std::move(job.opening);
     }
@@ -222,8 +223,8 @@ void Journal::Writer::tell(const QString& trouble) {
 
 Journal::Journal(const QString& sessionPath, QObject* parent)
     : QObject(parent)
+    , sessionPath_(sessionPath)
     , writer_(std::make_unique<Writer>(
-          sessionPath,
           [this](const QString& trouble) {
               QMetaObject::invokeMethod(
                   this, [this, trouble] { Q_EMIT troubleChanged(trouble); }, Qt::QueuedConnection);
@@ -237,10 +238,15 @@ Journal::~Journal() {
     writer_.reset();
 }
 
+void Journal::keepBeside(const QString& sessionPath) {
+    if (!begun_) sessionPath_ = sessionPath;
+}
+
 void Journal::begin(JournalStart& start, const std::vector<RecordId>& ids) {
     if (std::exchange(begun_, true)) return;
     sequence_ = start.sequence;
     auto opening = std::make_shared<Writer::Opening>();
+    opening->sessionPath = sessionPath_;
     opening->place = std::exchange(start.place, std::nullopt);
     opening->goesOn = start.goesOn && opening->place.has_value();
     opening->soundBytes = start.soundBytes;

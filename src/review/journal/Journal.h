@@ -24,6 +24,8 @@ public:
     explicit Journal(const QString& sessionPath, QObject* parent = nullptr);
     ~Journal() override;
 
+    /// The session file that it goes with, when that is another one than at first; before `begin`.
+    void keepBeside(const QString& sessionPath);
     /// Takes over what `start` found; the session's records now go by these numbers. Once, before any step.
     void begin(JournalStart& start, const std::vector<RecordId>& ids);
     void append(Changes step);                              ///< nothing before `begin`
@@ -52,6 +54,7 @@ Q_SIGNALS:
 
 private:
     class Writer;
+    QString sessionPath_;
     std::unique_ptr<Writer> writer_;
     quint64 sequence_ = 0;
     bool begun_ = false;

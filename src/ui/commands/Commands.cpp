@@ -1,5 +1,6 @@
 #include "ui/commands/Commands.h"
 
+#include "base/PlainText.h"
 #include "ui/common/Theme.h"
 
 #include <QAction>
@@ -66,7 +67,7 @@ void Commands::showLooks(const QString& id) const {
     // Menus show what follows a tab where they show shortcuts.
     action->setText(all ? set_.text(id) : set_.text(id) + u'\t' + keys_.keysOf(id).front().label());
     action->setIconText(set_.name(id));
-    action->setToolTip(label.isEmpty() ? set_.name(id) : QStringLiteral("%1 (%2)").arg(set_.name(id), label));
+    action->setToolTip(plain::toolTip(label.isEmpty() ? set_.name(id) : QStringLiteral("%1 (%2)").arg(set_.name(id), label)));
 }
 
 void Commands::showState(const QString& id) const {

@@ -1,11 +1,11 @@
 #include "ui/commands/KeysDialog.h"
 
 #include "ui/commands/Commands.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
-#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QSet>
@@ -21,7 +21,7 @@ KeysDialog::KeysDialog(const Commands& commands, const std::vector<Menu>& menus,
                        QWidget* parent, const Lines& pointer)
     : QDialog(parent)
     , table_(new QTableWidget(0, 2, this)) {
-    setWindowTitle(title);
+    setWindowTitle(plain::windowTitle(title));
     table_->setObjectName(QStringLiteral("keys"));
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setSelectionMode(QAbstractItemView::NoSelection);
@@ -37,7 +37,7 @@ KeysDialog::KeysDialog(const Commands& commands, const std::vector<Menu>& menus,
     connect(&commands.keys(), &KeyMap::changed, this,
             [this, &commands, menus, pointer] { list(commands, menus, pointer); });
 
-    auto* places = new QLabel(tr("Single letters and signs go by their place on the keyboard: they are "
+    auto* places = new PlainLabel(tr("Single letters and signs go by their place on the keyboard: they are "
                                  "named as a US keyboard prints them."),
                               this);
     places->setWordWrap(true);

@@ -1,5 +1,6 @@
 #include "ui/common/FlagPopUp.h"
 
+#include "base/PlainText.h"
 #include "commands/viewer/ViewerCommands.h"
 #include "model/Movie.h"
 #include "model/StatusCodes.h"
@@ -41,11 +42,11 @@ void FlagPopUp::showFlagOf(const Movie* movie) {
     const int tag = known && code > status::none && code <= status::skip ? code : status::none;
     const QString title = tag == status::none ? tr("No Flag") : flagTitle(tag, preferences_);
     setIcon(theme::icon(flagIcon(tag)));
-    setText(QStringLiteral(" ") + fontMetrics()
-                                      .elidedText(title, Qt::ElideRight, flagPopUpWidth - 40)
-                                      .replace(u'&', QStringLiteral("&&")));
-    setToolTip(tr("Flag: %1").arg(title));
-    setAccessibleName(toolTip());
+    setText(QStringLiteral(" ") +
+            plain::menuTitle(fontMetrics().elidedText(plain::line(title), Qt::ElideRight, flagPopUpWidth - 40)));
+    const QString says = tr("Flag: %1").arg(plain::line(title));
+    setToolTip(plain::toolTip(says));
+    setAccessibleName(says);
     setEnabled(movie != nullptr);
 }
 

@@ -1,5 +1,6 @@
 #include "ui/common/PanelTitle.h"
 
+#include "base/PlainText.h"
 #include "ui/common/Theme.h"
 
 #include <QGuiApplication>
@@ -37,10 +38,11 @@ PanelTitle::PanelTitle(const QString& title, QWidget* parent)
 }
 
 void PanelTitle::setTitle(const QString& title) {
-    title_ = title;
-    close_->setToolTip(tr("Hide %1").arg(title));
-    close_->setAccessibleName(close_->toolTip());
-    setAccessibleName(title);
+    title_ = plain::line(title);
+    const QString hides = tr("Hide %1").arg(title_);
+    close_->setToolTip(plain::toolTip(hides));
+    close_->setAccessibleName(hides);
+    setAccessibleName(title_);
     update();
 }
 

@@ -1,11 +1,16 @@
 #include "ui/common/RichTextField.h"
 
+#include "base/PlainText.h"
 #include "ui/common/Theme.h"
+#include "ui/common/text/PastedText.h"
 
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextDocument>
+
+#include <algorithm>
+#include <utility>
 
 namespace daylark {
 
@@ -104,19 +109,15 @@ AttributedString attributedFrom(const QTextDocument& document) {
     return text;
 }
 
-/// Pasted text keeps its emphasis; its fonts and colours stay where it came from.
-AttributedString emphasisOf(const AttributedString& text) {
-    AttributedString plain;
-    qsizetype from = 0;
-    for (const AttributedString::Run& run : text.runs()) {
-        TextAttributes kept;
-        kept.bold = run.attributes.bold;
-        kept.italic = run.attributes.italic;
-        kept.underline = run.attributes.underline;
-        plain.append(text.string().mid(from, run.length).remove(QChar::ObjectReplacementCharacter), kept);
-        from += run.length;
-    }
-    return plain;
+/// What is laid out without being felt.
+constexpr qsizetype shownOfTooLong = 2'000;
+constexpr qsizetype mostUnits = 200'000, mostPieces = 5'000, mostLines = 10'000;
+
+bool isTooLong(const AttributedString& text) {
+    return text.length() > mostUnits || qsizetype(text.runs().size()) > mostPieces ||
+           std::count_if(text.string().begin(), text.string().end(), [](QChar c) {
+               return c == u'\n' || c == u'\r' || c == QChar::ParagraphSeparator;
+           }) > mostLines;
 }
 
 } // namespace
@@ -124,9 +125,12 @@ AttributedString emphasisOf(const AttributedString& text) {
 RichTextField::RichTextField(QWidget* parent)
     : QTextEdit(parent) {
     setTabChangesFocus(true);
+    setDocument(new ClosedDocument(this));
     setUndoRedoEnabled(false); // one history over everything: the window's
     connect(document(), &QTextDocument::contentsChange, this, [this] {
-        if (!loading_) Q_EMIT edited();
+        if (loading_) return;
+        say({});
+        Q_EMIT edited();
     });
 }
 
@@ -135,13 +139,29 @@ void RichTextField::setAttributed(const AttributedString& text) {
     document()->clear();
     QTextCursor cursor(document());
     cursor.setCharFormat({});
-    insertAttributed(cursor, text);
-    moveCursor(QTextCursor::End);
+    whole_.reset();
+    if (isTooLong(text)) {
+        whole_ = text;
+        insertAttributed(cursor, AttributedString(plain::paragraph(text.string(), shownOfTooLong)));
+    } else {
+        insertAttributed(cursor, text);
+    }
+    setReadOnly(whole_.has_value());
+    moveCursor(whole_ ? QTextCursor::Start : QTextCursor::End);
     loading_ = false;
+    say(whole_ ? tr("This text is too long to be shown: its beginning, to be read only") : QString());
 }
 
 AttributedString RichTextField::attributed() const {
-    return attributedFrom(*document());
+    return whole_ ? *whole_ : attributedFrom(*document());
+}
+
+void RichTextField::say(const QString& words) {
+    if (std::exchange(said_, words) != words) Q_EMIT said(words);
+}
+
+QVariant RichTextField::loadResource(int, const QUrl&) {
+    return {};
 }
 
 void RichTextField::toggleBold() {
@@ -215,23 +235,22 @@ void RichTextField::keyPressEvent(QKeyEvent* event) {
 }
 
 bool RichTextField::canInsertFromMimeData(const QMimeData* source) const {
-    return source->hasText() || source->hasHtml();
+    return !isReadOnly() && (source->hasText() || source->hasHtml() || source->hasImage()); // a picture, to be told of it
 }
 
 void RichTextField::insertFromMimeData(const QMimeData* source) {
-    QTextCursor cursor = textCursor();
-    cursor.beginEditBlock();
-    cursor.removeSelectedText();
-    if (source->hasHtml()) {
-        QTextDocument pasted;
-        pasted.setHtml(source->html());
-        insertAttributed(cursor, emphasisOf(attributedFrom(pasted)));
-    } else {
-        insertAttributed(cursor, AttributedString(source->text()));
+    const PastedText pasted = PastedText::from(
+        *source, std::clamp<qsizetype>(mostUnits - document()->characterCount(), 0, PastedText::mostUnits));
+    if (pasted.text.length() > 0) {
+        QTextCursor cursor = textCursor();
+        cursor.beginEditBlock();
+        cursor.removeSelectedText();
+        insertAttributed(cursor, pasted.text);
+        cursor.endEditBlock();
+        setTextCursor(cursor);
+        ensureCursorVisible();
     }
-    cursor.endEditBlock();
-    setTextCursor(cursor);
-    ensureCursorVisible();
+    say(pasted.leftOut());
 }
 
 } // namespace daylark

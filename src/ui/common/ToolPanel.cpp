@@ -1,5 +1,6 @@
 #include "ui/common/ToolPanel.h"
 
+#include "base/PlainText.h"
 #include "ui/common/PanelTitle.h"
 #include "ui/common/Theme.h"
 
@@ -37,7 +38,7 @@ ToolPanel::ToolPanel(const QString& title, QWidget* content, QWidget* viewer)
 }
 
 void ToolPanel::setTitle(const QString& title) {
-    setWindowTitle(title);
+    setWindowTitle(plain::windowTitle(title));
     title_->setTitle(title);
 }
 

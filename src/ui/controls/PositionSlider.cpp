@@ -1,5 +1,6 @@
 #include "ui/controls/PositionSlider.h"
 
+#include "base/PlainText.h"
 #include "ui/common/Theme.h"
 
 #include <QMouseEvent>
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <unordered_set>
 
 namespace daylark {
 
@@ -104,7 +106,7 @@ void PositionSlider::mouseMoveEvent(QMouseEvent* event) {
         const int y = event->position().toPoint().y();
         if (!dragging_ && y >= readyY && y < readyY + 2 * readyHeight + 2)
             text += tr("\nBlue strip: frames that are ready");
-        QToolTip::showText(mapToGlobal(QPoint(hoverX_ - 40, -76)), text, this); // clear of the playhead
+        QToolTip::showText(mapToGlobal(QPoint(hoverX_ - 40, -76)), plain::toolTip(text), this); // clear of the playhead
     }
     update();
 }
@@ -139,9 +141,13 @@ void PositionSlider::paintReady(QPainter& painter) const {
 }
 
 void PositionSlider::paintBars(QPainter& painter) const {
+    std::unordered_set<quint64> painted; // what lies on the same pixels is painted once, however many there are
     for (const Bar& bar : bars_) {
         const int from = xOf(bar.from);
         const int to = std::max(xOf(bar.to), from + 4);
+        const quint64 place =
+            quint64(quint32(from)) << 34 | quint64(quint32(to)) << 2 | quint64(bar.muted) << 1 | quint64(bar.active);
+        if (!painted.insert(place).second) continue;
         painter.fillRect(QRect(from, barsY, std::min(to, width() - sliderMargin + 4) - from, barHeight),
                          bar.muted    ? mutedBarColour
                          : bar.active ? activeBarColour

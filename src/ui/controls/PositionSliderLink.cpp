@@ -5,7 +5,8 @@
 #include "ui/controls/ReadyStrip.h"
 #include "viewer/MoviePlayerController.h"
 
-#include <algorithm>
+#include <memory>
+#include <unordered_set>
 
 namespace daylark {
 
@@ -53,14 +54,15 @@ void PositionSliderLink::showBookmarks() {
     std::vector<PositionSlider::Bar> bars;
     if (controller_.player().isOpen()) {
         const SampleIndex& index = controller_.player().index();
-        const auto& active = controller_.bookmarks().activeBookmarks();
+        const auto& lit = controller_.bookmarks().activeBookmarks();
+        const std::unordered_set<std::shared_ptr<Bookmark>> active(lit.begin(), lit.end());
         for (const auto& bookmark : controller_.bookmarks().bookmarks()) {
             if (!bookmark || bookmark->firstFrame > index.count()) continue;
             PositionSlider::Bar bar;
             bar.from = double(index.timeOf(bookmark->firstFrame - 1).value);
             bar.to = double(index.timeOf(bookmark->lastFrame - 1).value);
             bar.muted = bookmark->mute;
-            bar.active = std::find(active.begin(), active.end(), bookmark) != active.end();
+            bar.active = active.contains(bookmark);
             bars.push_back(bar);
         }
     }

@@ -5,6 +5,7 @@
 #include "ui/commands/Commands.h"
 #include "ui/common/FlagPopUp.h"
 #include "ui/common/FoldingStrip.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "ui/controls/VolumeButton.h"
 #include "ui/controls/ZoomButton.h"
@@ -12,7 +13,6 @@
 
 #include <QActionGroup>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMenu>
 #include <QToolButton>
 
@@ -46,7 +46,7 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     setFixedHeight(stripHeight);
     setObjectName(QStringLiteral("transportBar"));
     elapsed_ = readOut(QStringLiteral("elapsed"), tr("Elapsed time"), QStringLiteral("0:00:00"));
-    counter_ = readOut(QStringLiteral("counter"), tr("Frame"), QStringLiteral("000000"));
+    counter_ = readOut(QStringLiteral("counter"), tr("Frame"), QStringLiteral("00000 / 00000"));
     timecode_ = readOut(QStringLiteral("timecode"), tr("Timecode"), QStringLiteral("TC 00:00:00:00"));
     rate_ = readOut(QStringLiteral("rate"), tr("Rate"), QStringLiteral("×−00.0"));
     rate_->setAlignment(Qt::AlignCenter);
@@ -99,11 +99,11 @@ void TransportBar::letItFold() {
     new FoldingStrip(*this, leaving, 420); // the row owns it
 }
 
-QLabel* TransportBar::readOut(const QString& name, const QString& accessibleName, const QString& widest) {
-    auto* label = new QLabel(this);
+PlainLabel* TransportBar::readOut(const QString& name, const QString& accessibleName, const QString& widest) {
+    auto* label = new PlainLabel(this);
     label->setObjectName(name);
     label->setAccessibleName(accessibleName);
-    label->setToolTip(accessibleName);
+    label->setToolTip(plain::toolTip(accessibleName));
     label->setFont(theme::numberFont());
     label->setMinimumWidth(QFontMetrics(label->font()).horizontalAdvance(widest) + 8);
     return label;
@@ -130,7 +130,7 @@ QToolButton* TransportBar::repeatPopUp() {
     auto* group = new QActionGroup(choices);
     for (const RepeatChoice& choice : repeatChoices) {
         const QString title = wordOf(choice.mode);
-        QAction* action = choices->addAction(theme::icon(QLatin1String(choice.icon)), title);
+        QAction* action = choices->addAction(theme::icon(QLatin1String(choice.icon)), plain::menuTitle(title));
         action->setCheckable(true);
         action->setIconVisibleInMenu(false); // a mark beside the one in force says more
         action->setData(title);
@@ -151,7 +151,7 @@ void TransportBar::setRepeatType(const QString& title) {
 
 void TransportBar::showTimes() {
     elapsed_->setText(controller_.currentMovie() ? controller_.time().currentTimeForDisplay() : QString());
-    counter_->setText(controller_.time().stripFrameNumber());
+    counter_->setText(controller_.time().stripFrameOfFrames());
     timecode_->setText(controller_.time().stripTimecode());
 }
 
@@ -171,7 +171,7 @@ void TransportBar::showState() {
                        .arg(rate < 0 ? QStringLiteral("−") : QString())
                        .arg(std::abs(rate), 0, 'f', 1));
     rate_->setEnabled(running);
-    rate_->setToolTip(tr("Rate %1").arg(controller_.time().approxFrameRate()));
+    rate_->setToolTip(plain::toolTip(tr("Rate %1").arg(controller_.time().approxFrameRate())));
 }
 
 void TransportBar::showRepeatType() {
@@ -183,7 +183,7 @@ void TransportBar::showRepeatType() {
         repeat_->setText(QStringLiteral(" ") + action->text()); // a little air beside the icon
         repeat_->setIcon(action->icon());
     }
-    repeat_->setToolTip(tr("Repeat: %1").arg(current));
+    repeat_->setToolTip(plain::toolTip(tr("Repeat: %1").arg(current)));
     repeat_->setAccessibleName(repeat_->toolTip());
 }
 

@@ -3,12 +3,12 @@
 #include <QMap>
 #include <QWidget>
 
-class QLabel;
 class QMenu;
 class QToolButton;
 
 namespace daylark {
 
+class PlainLabel;
 class Commands;
 class FlagPopUp;
 class MoviePlayerController;
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] QMenu* repeatMenu() const; ///< the six modes
 
 private:
-    [[nodiscard]] QLabel* readOut(const QString& name, const QString& accessibleName, const QString& widest);
+    [[nodiscard]] PlainLabel* readOut(const QString& name, const QString& accessibleName, const QString& widest);
     [[nodiscard]] QToolButton* repeatPopUp();
     [[nodiscard]] QToolButton* commandButton(const QString& id);
     void setRepeatType(const QString& title);
@@ -39,10 +39,10 @@ private:
     MoviePlayerController& controller_;
     Commands& commands_;
     QMap<QString, QToolButton*> buttons_; ///< by command
-    QLabel* elapsed_;
-    QLabel* counter_;
-    QLabel* timecode_;
-    QLabel* rate_;
+    PlainLabel* elapsed_;
+    PlainLabel* counter_;
+    PlainLabel* timecode_;
+    PlainLabel* rate_;
     QToolButton* repeat_;
     VolumeButton* volume_;
     FlagPopUp* flag_;

@@ -1,5 +1,6 @@
 #include "ui/controls/VolumeButton.h"
 
+#include "base/PlainText.h"
 #include "ui/common/Theme.h"
 #include "viewer/transport/Transport.h"
 
@@ -79,7 +80,7 @@ QString VolumeButton::iconName(float volume) {
 void VolumeButton::displayVolume(float volume) {
     if (const QString name = iconName(volume); !name.isEmpty()) setIcon(theme::icon(name));
     const int percent = int(std::lround(volume * volumeSteps));
-    setToolTip(tr("Volume %1 %").arg(percent));
+    setToolTip(plain::toolTip(tr("Volume %1 %").arg(percent)));
     const QSignalBlocker quiet(slider_);
     slider_->setValue(percent);
 }

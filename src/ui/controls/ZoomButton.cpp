@@ -1,5 +1,6 @@
 #include "ui/controls/ZoomButton.h"
 
+#include "base/PlainText.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/Theme.h"
 #include "viewer/display/ViewerGeometry.h"
@@ -36,8 +37,8 @@ void ZoomButton::showZoom() {
     const DisplayGeometry& lies = geometry_.geometry();
     setIcon(theme::icon(lies.isFitted() ? QStringLiteral("zoomFit") : QStringLiteral("zoomIn")));
     const int percent = int(std::lround(std::min(lies.viewerScaleX(), 1e6) * 100));
-    setToolTip(lies.isFitted() ? tr("Zoom: fits the viewer")
-                               : tr("Zoom: %1 % of the viewer's width").arg(percent));
+    setToolTip(plain::toolTip(lies.isFitted() ? tr("Zoom: fits the viewer")
+                               : tr("Zoom: %1 % of the viewer's width").arg(percent)));
     setAccessibleName(tr("Zoom"));
 }
 

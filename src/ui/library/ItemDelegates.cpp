@@ -1,5 +1,6 @@
 #include "ui/library/ItemDelegates.h"
 
+#include "base/PlainText.h"
 #include "ui/library/MoviesModel.h"
 #include "ui/library/PlaylistsModel.h"
 #include "ui/common/Theme.h"
@@ -42,7 +43,7 @@ void paintThumbnail(QPainter& painter, const QRect& frame, const MoviesModel& mo
     painter.fillRect(frame, Qt::black);
     const QPixmap picture = model.thumbnailAt(index.row());
     const auto movie = model.movieAt(index.row());
-    const QString text = movie ? movie->creatingThumbnailText : QString();
+    const QString text = movie ? plain::line(movie->creatingThumbnailText) : QString();
     if (!picture.isNull()) {
         QRect target = frame;
         const double wider =
@@ -234,13 +235,13 @@ void TileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->setFont(QApplication::font());
     painter->setPen(selected ? theme::selectedText : colour);
     painter->drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
-                      nameMetrics.elidedText(movie->filenameString, Qt::ElideMiddle, line.width()));
+                      nameMetrics.elidedText(plain::line(movie->filenameString), Qt::ElideMiddle, line.width()));
     const QFontMetrics factsMetrics(theme::smallFont());
     line = QRect(inside.left(), line.bottom() + 3, inside.width(), factsMetrics.height());
     painter->setFont(theme::smallFont());
     painter->setPen(selected ? QColor(0xe6, 0xe6, 0xe6) : QColor(0xa4, 0xa4, 0xa4));
     painter->drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
-                      factsMetrics.elidedText(model_.factsOf(*movie), Qt::ElideRight, line.width()));
+                      factsMetrics.elidedText(plain::line(model_.factsOf(*movie)), Qt::ElideRight, line.width()));
     QRect place(inside.left(), line.bottom() + 4, iconSide, iconSide);
     for (const QString& name : MoviesModel::iconNames(*movie)) {
         theme::icon(name).paint(painter, place);
@@ -248,7 +249,7 @@ void TileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     }
     place.setRight(inside.right());
     painter->drawText(place, Qt::AlignRight | Qt::AlignVCenter,
-                      factsMetrics.elidedText(model_.flagName(*movie), Qt::ElideRight, place.width()));
+                      factsMetrics.elidedText(plain::line(model_.flagName(*movie)), Qt::ElideRight, place.width()));
     painter->restore();
 }
 

@@ -1,10 +1,10 @@
 #include "ui/library/ItemInformation.h"
 
 #include "app/playlists/Library.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/library/MoviesModel.h"
 #include "ui/common/Theme.h"
 
-#include <QLabel>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -43,11 +43,11 @@ ItemInformation::ItemInformation(Library& library, const MoviesModel& model, QWi
     auto* layout = new QVBoxLayout(inside);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(8);
-    picture_ = new QLabel(inside);
+    picture_ = new PlainLabel(inside);
     picture_->setFixedHeight((boxWidth - 36) * 9 / 16);
     picture_->setAlignment(Qt::AlignCenter);
     picture_->setStyleSheet(QStringLiteral("background: black;"));
-    title_ = new QLabel(inside);
+    title_ = new PlainLabel(inside);
     title_->setWordWrap(true);
     title_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout->addWidget(picture_);
@@ -77,7 +77,7 @@ ItemInformation::ItemInformation(Library& library, const MoviesModel& model, QWi
 void ItemInformation::show(const QString& fact, const QString& value) {
     auto found = shown_.find(fact);
     if (found == shown_.end()) {
-        Fact labels{new QLabel(fact), new QLabel};
+        Fact labels{new PlainLabel(fact), new PlainLabel};
         labels.name->setFont(theme::smallFont());
         labels.name->setForegroundRole(QPalette::PlaceholderText);
         labels.name->setContentsMargins(0, 8, 0, 0);
@@ -125,15 +125,15 @@ void ItemInformation::refresh() {
         picture_->setPixmap(thumbnail.scaled(boxWidth - 24, picture_->height(), Qt::KeepAspectRatio,
                                              Qt::SmoothTransformation));
     else
-        picture_->setText(movie.creatingThumbnailText.simplified());
-    title_->setText(wrappable(movie.filenameString));
-    title_->setToolTip(movie.filenameString);
+        picture_->setText(plain::line(movie.creatingThumbnailText).simplified());
+    title_->setText(wrappable(plain::line(movie.filenameString)));
+    title_->setToolTip(plain::toolTip(movie.filenameString));
     show(QLatin1String(column(Column::flag).label), model_.flagName(movie));
     show(tr("Origin"), model_.cameByLink(movie) ? tr("Came by a link") : QString());
     for (const Column::Id id :
          {Column::resolution, Column::rate, Column::frames, Column::duration, Column::size, Column::created,
           Column::bookmarkCount, Column::path, Column::notesText, Column::notes2Text}) {
-        const QString fact = column(id).factOf(movie);
+        const QString fact = plain::paragraph(column(id).factOf(movie));
         show(QLatin1String(column(id).label), id == Column::path ? wrappable(fact) : fact);
     }
 }

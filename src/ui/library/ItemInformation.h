@@ -3,11 +3,11 @@
 #include <QHash>
 #include <QWidget>
 
-class QLabel;
 class QVBoxLayout;
 
 namespace daylark {
 
+class PlainLabel;
 class Library;
 class MoviesModel;
 
@@ -25,11 +25,11 @@ private:
     Library& library_;
     const MoviesModel& model_;
     QVBoxLayout* facts_;
-    QLabel* picture_;
-    QLabel* title_;
+    PlainLabel* picture_;
+    PlainLabel* title_;
     struct Fact {
-        QLabel* name;
-        QLabel* value;
+        PlainLabel* name;
+        PlainLabel* value;
     };
     QHash<QString, Fact> shown_;
 };

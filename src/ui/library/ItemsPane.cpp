@@ -4,6 +4,7 @@
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/DropHint.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/ReorderView.h"
 #include "ui/common/ThumbnailCache.h"
 #include "ui/library/DragPicture.h"
@@ -15,7 +16,6 @@
 
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QLabel>
 #include <QListView>
 #include <QMenu>
 #include <QSlider>
@@ -377,7 +377,7 @@ void ItemsPane::showColumnsMenu(const QPoint& position) {
     for (int column = 0; column < Column::tableTotal; ++column) {
         if (column == Column::name) continue; // an item without a name could not be told from another
         QAction* action =
-            menu.addAction(model_->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
+            menu.addAction(plain::menuTitle(model_->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString()));
         action->setCheckable(true);
         action->setChecked(!header->isSectionHidden(column));
         connect(action, &QAction::toggled, this, [this, header, column](bool shown) {

@@ -2,11 +2,13 @@
 
 #include "app/PlaylistController.h"
 #include "app/playlists/SmartQuestion.h"
+#include "base/PlainText.h"
 #include "commands/library/LibraryCommands.h"
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/commands/KeysDialog.h"
 #include "ui/commands/LibraryKeys.h"
+#include "ui/common/FailedWritesBar.h"
 #include "ui/common/Theme.h"
 #include "ui/library/ItemsPane.h"
 #include "ui/library/MoviesModel.h"
@@ -41,7 +43,7 @@ LibraryWindow::LibraryWindow(PlaylistController& controller, QWidget* parent)
     connectController();
     restoreLooks();
     showTab();
-    setWindowTitle(controller_.sessionFiles().windowTitle() + QStringLiteral("[*]"));
+    setWindowTitle(plain::windowTitle(controller_.sessionFiles().windowTitle()) + QStringLiteral("[*]"));
 }
 
 LibraryWindow::~LibraryWindow() {
@@ -67,6 +69,7 @@ void LibraryWindow::makeCentre() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(splitter_, 1);
+    layout->addWidget(new FailedWritesBar(controller_.failedWrites(), centre));
     layout->addWidget(status_);
     setCentralWidget(centre);
 
@@ -117,7 +120,7 @@ void LibraryWindow::addCommands() {
 void LibraryWindow::connectController() {
     SessionFiles& session = controller_.sessionFiles();
     connect(&session, &SessionFiles::titleChanged, this,
-            [this](const QString& title) { setWindowTitle(title + QStringLiteral("[*]")); });
+            [this](const QString& title) { setWindowTitle(plain::windowTitle(title) + QStringLiteral("[*]")); });
     connect(&session, &SessionFiles::modifiedChanged, this, &QWidget::setWindowModified);
     connect(&session, &SessionFiles::bringToFront, this, &LibraryWindow::bringToFront);
     connect(&controller_, &PlaylistController::libraryToFront, this, &LibraryWindow::bringToFront);
@@ -125,7 +128,6 @@ void LibraryWindow::connectController() {
     connect(&controller_, &PlaylistController::terminate, this, &QWidget::close, Qt::QueuedConnection);
     connect(&controller_, &PlaylistController::started, this, [this] { playlists_->table()->setFocus(); });
     connectPreferences();
-    connect(&controller_.notesExport(), &NotesExport::exported, items_, &ItemsPane::showSortIndicator);
 }
 
 void LibraryWindow::connectPreferences() {

@@ -2,6 +2,7 @@
 
 #include "app/links/LinkOpening.h"
 #include "app/playlists/Library.h"
+#include "base/PlainText.h"
 #include "preferences/Preferences.h"
 #include "ui/common/Theme.h"
 #include "ui/common/ThumbnailCache.h"
@@ -25,18 +26,24 @@ MoviesModel::MoviesModel(Library& library, Preferences& preferences, ThumbnailCa
     const auto takeOver = [this] {
         beginResetModel();
         rows_ = library_.arrangedMovies();
-        rowsOfMovie_.clear();
-        rowsOfMovie_.reserve(qsizetype(rows_.size()));
-        for (size_t row = 0; row < rows_.size(); ++row)
-            rowsOfMovie_.insert(rows_[row].get(), int(row));
+        rowsOfMovie_.clear(); // made when it is asked for: not while a search is typed
         endResetModel();
     };
     takeOver();
     connect(&library_, &Library::arrangedMoviesChanged, this, takeOver);
     connect(&library_, &Library::movieUpdated, this, [this](const std::shared_ptr<Movie>& movie) {
-        for (const int row : rowsOfMovie_.values(movie.get()))
+        for (const int row : rowsOf(*movie))
             Q_EMIT dataChanged(index(row, 0), index(row, Column::tableTotal - 1));
     });
+}
+
+QList<int> MoviesModel::rowsOf(const Movie& movie) {
+    if (rowsOfMovie_.isEmpty()) {
+        rowsOfMovie_.reserve(qsizetype(rows_.size()));
+        for (size_t row = 0; row < rows_.size(); ++row)
+            rowsOfMovie_.insert(rows_[row].get(), int(row));
+    }
+    return rowsOfMovie_.values(&movie);
 }
 
 int MoviesModel::rowCount(const QModelIndex& parent) const {
@@ -52,11 +59,11 @@ QString MoviesModel::hintOf(const Movie& movie, int section) const {
     if (section == Column::flag) return flagName(movie);
     if (facts.image) return facts.hasIcon(movie) ? QString::fromLatin1(facts.hint) : QString();
     if (section == Column::thumbnail || section == Column::name) {
-        QStringList lines{movie.filenameString};
+        QStringList lines{plain::line(movie.filenameString)};
         if (const QString flag = flagName(movie); !flag.isEmpty()) lines << flag;
         if (const QString said = factsOf(movie); !said.isEmpty()) lines << said;
         if (cameByLink(movie)) lines << tr("Came by a link");
-        if (!movie.creatingThumbnailText.isEmpty()) lines << movie.creatingThumbnailText.simplified();
+        if (!movie.creatingThumbnailText.isEmpty()) lines << plain::line(movie.creatingThumbnailText).simplified();
         return lines.join(QLatin1Char('\n'));
     }
     return facts.textOf(movie);
@@ -68,11 +75,11 @@ QVariant MoviesModel::data(const QModelIndex& index, int role) const {
     const Column& facts = column(index.column());
     switch (role) {
     case Qt::DisplayRole:
-        return facts.id == Column::flag ? flagName(*movie) : facts.textOf(*movie);
+        return plain::line(facts.id == Column::flag ? flagName(*movie) : facts.textOf(*movie));
     case Qt::ToolTipRole:
-        return hintOf(*movie, facts.id);
+        return plain::toolTip(hintOf(*movie, facts.id));
     case Qt::AccessibleTextRole:
-        return hintOf(*movie, facts.id);
+        return plain::paragraph(hintOf(*movie, facts.id));
     case Qt::DecorationRole: {
         const QString name = facts.iconOf(*movie);
         return name.isEmpty() ? QVariant() : QVariant(theme::icon(name));
@@ -102,7 +109,7 @@ QVariant MoviesModel::headerData(int section, Qt::Orientation orientation, int r
         return *facts.icon ? QVariant(theme::icon(QString::fromLatin1(facts.icon))) : QVariant();
     case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
-        return QString::fromLatin1(facts.label);
+        return QString::fromLatin1(facts.label); // ours
     case Qt::TextAlignmentRole:
         return int((*facts.icon ? Qt::AlignHCenter : sideOf(facts)) | Qt::AlignVCenter);
     default:

@@ -44,6 +44,7 @@ public:
 
 private:
     [[nodiscard]] QString hintOf(const Movie& movie, int column) const;
+    [[nodiscard]] QList<int> rowsOf(const Movie& movie);
 
     Library& library_;
     Preferences& preferences_;

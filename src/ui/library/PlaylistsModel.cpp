@@ -2,6 +2,7 @@
 
 #include "app/playlists/Library.h"
 #include "app/playlists/PlaylistEditing.h"
+#include "base/PlainText.h"
 #include "ui/common/Theme.h"
 
 #include <algorithm>
@@ -22,17 +23,18 @@ QString typeIconName(const Playlist& playlist) {
 }
 
 QString playlistHint(const Playlist& playlist, size_t items) {
-    QString count = playlist.name + u'\n' + (items == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(items));
+    QString count = plain::line(playlist.name) + u'\n' +
+                    (items == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(items));
     if (playlist.isType(playlistType::smart)) count += QStringLiteral("\nSmartlist");
     if (playlist.isType(playlistType::folder))
-        count += QStringLiteral("\nShows the folder ") + playlist.directoryPath.toLocalFile();
+        count += QStringLiteral("\nShows the folder ") + plain::line(playlist.directoryPath.toLocalFile());
     switch (playlist.status) {
     case 1:
         return count + QStringLiteral("\nSome files are missing");
     case 2:
         return count + QStringLiteral("\nAll files are missing");
     default:
-        return isDividerRow(playlist) ? playlist.name : count;
+        return isDividerRow(playlist) ? plain::line(playlist.name) : count;
     }
 }
 
@@ -77,13 +79,14 @@ QVariant PlaylistsModel::data(const QModelIndex& index, int role) const {
     const bool divider = isDividerRow(playlist);
     switch (role) {
     case Qt::DisplayRole:
-        if (index.column() == nameColumn) return playlist.name;
+        if (index.column() == nameColumn) return plain::line(playlist.name);
         return divider ? QString() : countOf(playlist);
     case Qt::EditRole:
         return playlist.name;
     case Qt::ToolTipRole:
+        return plain::toolTip(playlistHint(playlist, library_.itemsOf(playlist).size()));
     case Qt::AccessibleTextRole:
-        return playlistHint(playlist, library_.itemsOf(playlist).size());
+        return plain::paragraph(playlistHint(playlist, library_.itemsOf(playlist).size()));
     case Qt::DecorationRole:
         return index.column() == nameColumn && !divider ? QVariant(theme::icon(typeIconName(playlist)))
                                                         : QVariant();

@@ -1,5 +1,6 @@
 #include "ui/panels/BookmarkPanel.h"
 
+#include "base/PlainText.h"
 #include "preferences/Preferences.h"
 #include "commands/viewer/ViewerCommands.h"
 #include "ui/commands/Commands.h"
@@ -32,7 +33,7 @@ QToolButton* menuButton(const Commands& commands, const QString& iconName, const
     button->setMinimumSize(24, 24);
     button->setPopupMode(QToolButton::InstantPopup);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setToolTip(title);
+    button->setToolTip(plain::toolTip(title));
     button->setAccessibleName(title);
     auto* menu = new QMenu(button);
     for (const char* const* id = first; id != last; ++id)
@@ -104,7 +105,8 @@ BookmarkPanel::~BookmarkPanel() {
 QHBoxLayout* BookmarkPanel::buttonStrip(Commands& commands) {
     auto* strip = new QHBoxLayout;
     strip->setSpacing(4);
-    for (const char* id : {"viewer.addBookmark", "viewer.previousBookmark", "viewer.nextBookmark"})
+    for (const char* id :
+         {"viewer.addBookmark", "viewer.bookmarkFromRange", "viewer.previousBookmark", "viewer.nextBookmark"})
         strip->addWidget(commands.button(QLatin1String(id), this));
     strip->addSpacing(12);
     using namespace viewerCommand;
@@ -207,7 +209,7 @@ void BookmarkPanel::showRowMenu(const QPoint& position) {
     QMenu menu(this);
     for (const BookmarkButton& button : BookmarkTable::buttons) {
         if (button.tag == bookmarkTag::mute) menu.addSeparator();
-        menu.addAction(table_->buttonTitle(button, row), table_,
+        menu.addAction(plain::menuTitle(table_->buttonTitle(button, row)), table_,
                        [this, row, tag = button.tag] { Q_EMIT table_->buttonPressed(row, tag); });
     }
     menu.exec(table_->viewport()->mapToGlobal(position));

@@ -1,5 +1,6 @@
 #include "ui/panels/BookmarkRows.h"
 
+#include "base/PlainText.h"
 #include "ui/common/Theme.h"
 #include "viewer/review/ViewerBookmarks.h"
 
@@ -105,10 +106,11 @@ QVariant BookmarkRows::data(const QModelIndex& index, int role) const {
     if (!bookmark) return {};
     switch (role) {
     case Qt::DisplayRole:
+        return plain::line(textOf(*bookmark, index.column()));
     case Qt::EditRole:
         return textOf(*bookmark, index.column());
     case Qt::ToolTipRole:
-        return isText(index.column()) ? textOf(*bookmark, index.column()) : QString();
+        return isText(index.column()) ? plain::toolTip(textOf(*bookmark, index.column())) : QString();
     case Qt::DecorationRole:
         return index.column() == activeColumn ? QVariant(theme::icon(imageName(bookmark))) : QVariant();
     case Qt::AccessibleDescriptionRole:

@@ -1,5 +1,6 @@
 #include "ui/panels/BookmarkTable.h"
 
+#include "base/PlainText.h"
 #include "ui/panels/BookmarkRows.h"
 #include "ui/common/Theme.h"
 #include "viewer/review/ViewerBookmarks.h"
@@ -243,7 +244,7 @@ bool BookmarkTable::viewportEvent(QEvent* event) {
         if (const auto hit = hitAt(help->pos())) {
             const auto button = std::find_if(buttons.begin(), buttons.end(),
                                              [&](const BookmarkButton& b) { return b.tag == hit->tag; });
-            QToolTip::showText(help->globalPos(), buttonTitle(*button, hit->cell.row()), this,
+            QToolTip::showText(help->globalPos(), plain::toolTip(buttonTitle(*button, hit->cell.row())), this,
                                buttonRect(hit->cell.row(), hit->tag));
             return true;
         }

@@ -1,6 +1,7 @@
 #include "ui/panels/ControlsPanel.h"
 
 #include "ui/commands/Commands.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/controls/PositionSlider.h"
 #include "ui/controls/PositionSliderLink.h"
 #include "ui/controls/RangeIndicator.h"
@@ -10,7 +11,6 @@
 
 #include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPropertyAnimation>
 #include <QSlider>
 #include <QToolButton>
@@ -37,7 +37,7 @@ ControlsPanel::ControlsPanel(MoviePlayerController& controller, Commands& comman
     rangeRow->addWidget(range);
 
     elapsed_ = readOut(tr("Elapsed time"), QStringLiteral("0:00:00"));
-    counter_ = readOut(tr("Frame"), QStringLiteral("000000"));
+    counter_ = readOut(tr("Frame"), QStringLiteral("00000 / 00000"));
     timecode_ = readOut(tr("Timecode"), QStringLiteral("TC 00:00:00:00"));
     auto* buttons = new QHBoxLayout;
     buttons->setContentsMargins(12, 0, 12, 8);
@@ -78,10 +78,10 @@ ControlsPanel::ControlsPanel(MoviePlayerController& controller, Commands& comman
     showTimes();
 }
 
-QLabel* ControlsPanel::readOut(const QString& name, const QString& widest) {
-    auto* label = new QLabel(this);
+PlainLabel* ControlsPanel::readOut(const QString& name, const QString& widest) {
+    auto* label = new PlainLabel(this);
     label->setAccessibleName(name);
-    label->setToolTip(name);
+    label->setToolTip(plain::toolTip(name));
     label->setFont(theme::numberFont());
     label->setMinimumWidth(QFontMetrics(label->font()).horizontalAdvance(widest) + 8);
     return label;
@@ -89,7 +89,7 @@ QLabel* ControlsPanel::readOut(const QString& name, const QString& widest) {
 
 void ControlsPanel::showTimes() {
     elapsed_->setText(controller_.currentMovie() ? controller_.time().currentTimeForDisplay() : QString());
-    counter_->setText(controller_.time().stripFrameNumber());
+    counter_->setText(controller_.time().stripFrameOfFrames());
     timecode_->setText(controller_.time().stripTimecode());
 }
 

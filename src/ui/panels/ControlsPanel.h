@@ -2,10 +2,10 @@
 
 #include <QWidget>
 
-class QLabel;
 
 namespace daylark {
 
+class PlainLabel;
 class Commands;
 class MoviePlayerController;
 class PositionSlider;
@@ -25,12 +25,12 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    QLabel* readOut(const QString& name, const QString& widest);
+    PlainLabel* readOut(const QString& name, const QString& widest);
     void showTimes();
 
     MoviePlayerController& controller_;
     PositionSlider* slider_;
-    QLabel *elapsed_, *counter_, *timecode_;
+    PlainLabel *elapsed_, *counter_, *timecode_;
 };
 
 } // namespace daylark

@@ -3,6 +3,7 @@
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/Binding.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -11,7 +12,6 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QGridLayout>
-#include <QLabel>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -89,10 +89,10 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(4);
     grid->setColumnStretch(1, 1);
-    grid->addWidget(new QLabel(tr("Width"), this), 0, 0);
+    grid->addWidget(new PlainLabel(tr("Width"), this), 0, 0);
     grid->addWidget(width_, 0, 1);
     grid->addWidget(widthNumber_, 0, 2);
-    grid->addWidget(new QLabel(tr("Opacity"), this), 1, 0);
+    grid->addWidget(new PlainLabel(tr("Opacity"), this), 1, 0);
     grid->addWidget(opacity_, 1, 1);
     grid->addWidget(opacityNumber_, 1, 2);
     width_->setAccessibleName(tr("Width of the tool"));
@@ -109,9 +109,9 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     background->addItems(allWords<DrawingBackground>());
     background->setCurrentText(visibility.drawingBackground());
     connect(background, &QComboBox::textActivated, &visibility, &DrawingVisibility::setDrawingBackground);
-    grid->addWidget(new QLabel(tr("Shown"), this), 2, 0);
+    grid->addWidget(new PlainLabel(tr("Shown"), this), 2, 0);
     grid->addWidget(shows, 2, 1, 1, 2);
-    grid->addWidget(new QLabel(tr("Behind"), this), 3, 0);
+    grid->addWidget(new PlainLabel(tr("Behind"), this), 3, 0);
     grid->addWidget(background, 3, 1, 1, 2);
     auto* automatic = new QCheckBox(tr("Take up the brush when opened"), this);
     automatic->setFocusPolicy(Qt::NoFocus);
@@ -157,7 +157,7 @@ QToolButton* DrawingPanel::addTool(QHBoxLayout& row, const QString& title, const
     button->setIcon(theme::icon(icon));
     button->setIconSize({24, 24});
     button->setFixedSize(36, 36);
-    button->setToolTip(hint);
+    button->setToolTip(plain::toolTip(hint));
     button->setAccessibleName(title);
     connect(button, &QToolButton::clicked, this, [this, title] {
         controller_.drawingTools().chooseInteractiveTool({title});
@@ -196,7 +196,7 @@ QLayout* DrawingPanel::colours() {
         button->setIcon(swatch(colour, 16));
         button->setIconSize({16, 16});
         button->setFixedSize(24, 24);
-        button->setToolTip(name);
+        button->setToolTip(plain::toolTip(name));
         button->setAccessibleName(name);
         connect(button, &QToolButton::clicked, this,
                 [this, chosen = colour] { controller_.drawingTools().setBrushColour(chosen); });

@@ -1,13 +1,13 @@
 #include "ui/panels/GradingPanel.h"
 
 #include "ui/commands/Commands.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QDoubleSpinBox>
 #include <QEvent>
 #include <QGridLayout>
-#include <QLabel>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QToolButton>
@@ -64,8 +64,8 @@ GradingPanel::GradingPanel(MoviePlayerController& controller, const Commands& co
 
 void GradingPanel::addRow(QGridLayout& grid, int tag, const QString& name, double least, double most) {
     Row row;
-    auto* label = new QLabel(name, this);
-    label->setToolTip(tr("Double-click resets %1").arg(name));
+    auto* label = new PlainLabel(name, this);
+    label->setToolTip(plain::toolTip(tr("Double-click resets %1").arg(name)));
     label->setProperty("tag", tag);
     label->installEventFilter(this);
     row.slider = new QSlider(Qt::Horizontal, this);
@@ -89,7 +89,7 @@ void GradingPanel::addRow(QGridLayout& grid, int tag, const QString& name, doubl
     row.reset->setIcon(theme::icon(QStringLiteral("reset")));
     row.reset->setIconSize({16, 16});
     row.reset->setFixedSize(24, 24);
-    row.reset->setToolTip(tr("Reset %1").arg(name));
+    row.reset->setToolTip(plain::toolTip(tr("Reset %1").arg(name)));
     row.reset->setAccessibleName(row.reset->toolTip());
     const int line = grid.rowCount();
     grid.addWidget(label, line, 0);

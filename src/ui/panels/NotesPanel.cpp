@@ -1,13 +1,13 @@
 #include "ui/panels/NotesPanel.h"
 
 #include "preferences/Preferences.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/RichTextField.h"
 #include "ui/common/Theme.h"
 
 #include <QApplication>
 #include <QColorDialog>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMenu>
 #include <QPainter>
 #include <QPixmap>
@@ -61,6 +61,13 @@ NotesPanel::NotesPanel(ReviewEdits& edits, Preferences& preferences, QWidget* pa
     layout->addWidget(formatButtons());
     addField(NotesField::notes, QStringLiteral("notes"));
     addField(NotesField::notes2, QStringLiteral("notes2"));
+    status_ = new PlainLabel(this);
+    status_->setObjectName(QStringLiteral("notesStatus"));
+    status_->setFont(theme::smallFont());
+    status_->setForegroundRole(QPalette::PlaceholderText);
+    status_->setWordWrap(true);
+    status_->hide();
+    layout->addWidget(status_);
     last_ = field(NotesField::notes);
     setMinimumWidth(240);
     showTitles();
@@ -94,7 +101,7 @@ NotesPanel::~NotesPanel() {
 
 void NotesPanel::addField(NotesField which, const QString& name) {
     Field& field = fields_[size_t(which)];
-    field.title = new QLabel(this);
+    field.title = new PlainLabel(this);
     field.title->setForegroundRole(QPalette::PlaceholderText);
     field.text = new RichTextField(this);
     field.text->setObjectName(name);
@@ -104,6 +111,10 @@ void NotesPanel::addField(NotesField which, const QString& name) {
     connect(field.text, &RichTextField::edited, this, [this, &field] {
         field.dirty = true;
         pause_.start();
+    });
+    connect(field.text, &RichTextField::said, this, [this](const QString& words) {
+        status_->setText(words);
+        status_->setVisible(!words.isEmpty());
     });
 }
 
@@ -118,7 +129,7 @@ QWidget* NotesPanel::formatButtons() {
         button->setIcon(theme::icon(iconName));
         button->setIconSize({16, 16});
         button->setMinimumSize(28, 24);
-        button->setToolTip(text);
+        button->setToolTip(plain::toolTip(text));
         button->setAccessibleName(text);
         button->setFocusPolicy(Qt::NoFocus); // the text keeps its selection
         button->setObjectName(iconName);
@@ -171,7 +182,7 @@ void NotesPanel::showTitles() {
     const QString titles[] = {preferences_.notes1Title(), preferences_.notes2Title()};
     for (size_t at = 0; at < fields_.size(); ++at) {
         const QString& title = titles[at];
-        fields_[at].title->setText(QString(title).replace(u'&', QStringLiteral("&&")));
+        fields_[at].title->setText(title);
         fields_[at].text->setAccessibleName(title);
     }
 }

@@ -8,10 +8,10 @@
 #include <array>
 #include <memory>
 
-class QLabel;
 
 namespace daylark {
 
+class PlainLabel;
 class RichTextField;
 class Preferences;
 
@@ -31,7 +31,7 @@ public:
 
 private:
     struct Field {
-        QLabel* title = nullptr;
+        PlainLabel* title = nullptr;
         RichTextField* text = nullptr;
         bool dirty = false;
     };
@@ -46,6 +46,7 @@ private:
     Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
     std::array<Field, 2> fields_;
+    PlainLabel* status_ = nullptr; ///< what of a text is not here; hidden while there is nothing to say
     RichTextField* last_ = nullptr; ///< the field that had the focus last
     QTimer pause_;
 };

@@ -3,6 +3,7 @@
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/Binding.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "viewer/MoviePlayerController.h"
 
@@ -10,7 +11,6 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QGridLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QSlider>
 #include <QSpinBox>
@@ -148,7 +148,7 @@ void OptionsPanel::addFullScreenRows() {
 }
 
 void OptionsPanel::heading(const QString& text) {
-    auto* label = new QLabel(text, this);
+    auto* label = new PlainLabel(text, this);
     label->setFont(theme::smallFont());
     label->setForegroundRole(QPalette::PlaceholderText);
     const int row = grid_->rowCount();
@@ -164,7 +164,7 @@ void OptionsPanel::addRow(QWidget* left, QWidget* right) {
 }
 
 void OptionsPanel::addRow(const QString& label, QWidget* right) {
-    addRow(new QLabel(label, this), right);
+    addRow(new PlainLabel(label, this), right);
 }
 
 QWidget* OptionsPanel::inOneRow(const QList<QWidget*>& widgets) {
@@ -199,7 +199,7 @@ QSpinBox* OptionsPanel::number(const QString& name, Preference<int>& preference,
     auto* field = new QSpinBox(this);
     field->setRange(least, most);
     field->setAccessibleName(name);
-    field->setToolTip(name);
+    field->setToolTip(plain::toolTip(name));
     field->setFixedWidth(optionFieldWidth);
     givesKeyboardBack(field);
     binding::toInteger(field, preference);

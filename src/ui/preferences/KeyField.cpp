@@ -7,7 +7,7 @@
 namespace daylark {
 
 KeyField::KeyField(QWidget* parent)
-    : QLabel(parent) {
+    : PlainLabel(parent) {
     setFocusPolicy(Qt::ClickFocus);
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
@@ -23,7 +23,7 @@ bool KeyField::event(QEvent* event) {
         event->accept(); // no shortcut of the window's
         return true;
     }
-    if (event->type() != QEvent::KeyPress) return QLabel::event(event);
+    if (event->type() != QEvent::KeyPress) return PlainLabel::event(event);
     event->accept();
     const auto& key = *static_cast<QKeyEvent*>(event);
     const KeyStroke stroke = KeyStroke::of(key);

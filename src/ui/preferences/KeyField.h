@@ -1,14 +1,13 @@
 #pragma once
 
 #include "commands/keys/KeyStroke.h"
-
-#include <QLabel>
+#include "ui/common/PlainLabel.h"
 
 namespace daylark {
 
 /// Waits for one key, with its modifiers, and passes it on instead of doing anything with it. Escape and the
 /// loss of the keyboard end the waiting. Interface thread.
-class KeyField : public QLabel {
+class KeyField : public PlainLabel {
     Q_OBJECT
 public:
     explicit KeyField(QWidget* parent = nullptr);

@@ -3,12 +3,12 @@
 #include "commands/library/LibraryCommands.h"
 #include "commands/viewer/ViewerCommands.h"
 #include "preferences/Preferences.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "ui/preferences/KeyField.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSet>
@@ -49,7 +49,7 @@ KeysPage::KeysPage(Preferences& preferences, QWidget* parent)
     , keys_(preferences)
     , search_(new QLineEdit(this))
     , list_(new QTreeWidget(this))
-    , nothingFound_(new QLabel(tr("No command or key is called so."), list_->viewport()))
+    , nothingFound_(new PlainLabel(tr("No command or key is called so."), list_->viewport()))
     , foot_(new QStackedWidget(this))
     , field_(new KeyField(this)) {
     search_->setObjectName(QStringLiteral("keySearch"));
@@ -65,7 +65,7 @@ KeysPage::KeysPage(Preferences& preferences, QWidget* parent)
     foot_->addWidget(makeQuestion());
     foot_->setFixedHeight(footHeight);
     auto* places =
-        new QLabel(tr("Keys alone or with Shift go by their place: they are named as a US keyboard "
+        new PlainLabel(tr("Keys alone or with Shift go by their place: they are named as a US keyboard "
                       "prints them. With Ctrl, Alt or Meta they go by what they print."),
                    this);
     places->setWordWrap(true);
@@ -150,7 +150,7 @@ QWidget* KeysPage::makeButtons() {
     const auto add = [&](const char* name, const QString& title, const QString& hint) {
         auto* button = new QPushButton(title, buttons);
         button->setObjectName(QLatin1String(name));
-        button->setToolTip(hint);
+        button->setToolTip(plain::toolTip(hint));
         button->setAutoDefault(false);
         layout->addWidget(button);
         return button;
@@ -172,7 +172,7 @@ QWidget* KeysPage::makeButtons() {
 
 QWidget* KeysPage::makeQuestion() {
     auto* asking = new QWidget(this);
-    question_ = new QLabel(asking);
+    question_ = new PlainLabel(asking);
     question_->setObjectName(QStringLiteral("keyQuestion"));
     question_->setWordWrap(true);
     question_->setStyleSheet(QStringLiteral("QLabel { color: %1; }").arg(theme::warning.name()));
@@ -221,14 +221,14 @@ void KeysPage::showKeys() {
     forEachItem(*list_, [this](QTreeWidgetItem& item) {
         const QString id = item.data(0, idRole).toString();
         item.setText(0, nameOf(id));
-        item.setToolTip(0, item.text(0));
+        item.setToolTip(0, plain::toolTip(item.text(0)));
         item.setText(1, keys_.label(id));
         const bool changed = keys_.isChanged(id);
         item.setForeground(1, changed ? QBrush(theme::warning) : QBrush(theme::text));
         const QString first = labelOf(KeyMap::defaultsOf(id));
-        item.setToolTip(1, !changed          ? QString()
+        item.setToolTip(1, plain::toolTip(!changed          ? QString()
                            : first.isEmpty() ? tr("At first: no key")
-                                             : tr("At first: %1").arg(first));
+                                             : tr("At first: %1").arg(first)));
     });
     showChosen();
 }
@@ -241,7 +241,7 @@ void KeysPage::showChosen() {
     clear_->setEnabled(!keys_.keysOf(id).empty());
     reset_->setEnabled(keys_.isChanged(id));
     const QString first = labelOf(KeyMap::defaultsOf(id));
-    reset_->setToolTip(first.isEmpty() ? tr("The command had no key at first") : tr("Back to %1").arg(first));
+    reset_->setToolTip(plain::toolTip(first.isEmpty() ? tr("The command had no key at first") : tr("Back to %1").arg(first)));
     resetAll_->setEnabled(keys_.isChanged());
 }
 
@@ -284,7 +284,7 @@ void KeysPage::give(const KeyMap::Strokes& strokes) {
     KeyMap::Strokes clashing = strokes;
     std::erase_if(clashing, [&](const KeyStroke& at) { return keys_.clashes({at}, id).isEmpty(); });
     question_->setText(tr("%1 is the key of %2.").arg(labelOf(clashing), names.join(tr(" and "))));
-    take_->setToolTip(tr("“%1” gets the key; the other loses it").arg(nameOf(id)));
+    take_->setToolTip(plain::toolTip(tr("“%1” gets the key; the other loses it").arg(nameOf(id))));
     foot_->setCurrentIndex(foot_->count() - 1);
     take_->setFocus();
 }

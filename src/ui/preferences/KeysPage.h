@@ -4,7 +4,6 @@
 
 #include <QWidget>
 
-class QLabel;
 class QLineEdit;
 class QPushButton;
 class QStackedWidget;
@@ -13,6 +12,7 @@ class QTreeWidgetItem;
 
 namespace daylark {
 
+class PlainLabel;
 class KeyField;
 struct Menu;
 
@@ -47,10 +47,10 @@ private:
     KeyMap keys_;
     QLineEdit* search_;
     QTreeWidget* list_;
-    QLabel* nothingFound_;
+    PlainLabel* nothingFound_;
     QStackedWidget* foot_; ///< buttons, the waiting for a key, the question whose it is to be
     KeyField* field_;
-    QLabel* question_ = nullptr;
+    PlainLabel* question_ = nullptr;
     QPushButton *change_ = nullptr, *add_ = nullptr, *clear_ = nullptr, *reset_ = nullptr,
                 *resetAll_ = nullptr, *take_ = nullptr;
     Wish wish_ = Wish::change;

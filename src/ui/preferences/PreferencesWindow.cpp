@@ -4,13 +4,13 @@
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
 #include "ui/common/Binding.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "ui/preferences/KeysPage.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -93,7 +93,7 @@ public:
         return button;
     }
     void heading(const QString& title) {
-        auto* label = new QLabel(title);
+        auto* label = new PlainLabel(title);
         label->setForegroundRole(QPalette::PlaceholderText);
         label->setContentsMargins(0, 8, 0, 0);
         grid_->addWidget(label, grid_->rowCount(), 1);
@@ -101,7 +101,7 @@ public:
 
 private:
     void add(const QString& title, QWidget* control) {
-        auto* label = new QLabel(title + QLatin1Char(':'));
+        auto* label = new PlainLabel(title + QLatin1Char(':'));
         label->setBuddy(control);
         control->setAccessibleName(title);
         const int row = grid_->rowCount();
@@ -184,6 +184,7 @@ QWidget* PreferencesWindow::viewerPage() {
     page->choice(tr("A movie starts at"), preferences_.loadFrame, binding::wordChoices<StartFrame>());
     page->check(tr("Play when the viewer opens"), preferences_.playMovieWhenViewerLaunches);
     page->choice(tr("Repeat"), preferences_.repeatType, binding::wordChoices<RepeatMode>());
+    page->check(tr("Exact loops: a range turns at its very last frame"), preferences_.exactLoops);
     page->slider(tr("Volume"), preferences_.volume);
     page->choice(tr("The picture is drawn by"), preferences_.pictureRenderer,
                  {{tr("Graphics hardware, where there is"), wordOf(RendererChoice::automatic)},
@@ -284,6 +285,9 @@ QWidget* PreferencesWindow::mediaPage() {
     auto* page = new Page;
     page->check(tr("Find files by their path (network volumes)"), preferences_.networkMode);
     page->check(tr("Take still images as well as movies"), preferences_.allowImageFiles);
+    page->check(tr("Search for missing media automatically"), preferences_.autoSearchForMissingMedia)
+        ->setToolTip(tr("After every look at the files, under this folder"));
+    page->text(tr("Search under"), preferences_.autoSearchPath);
     page->choice(tr("Thumbnails show the"), preferences_.thumbnailFrame,
                  binding::wordChoices<ThumbnailFrame>());
     QSpinBox* cache =

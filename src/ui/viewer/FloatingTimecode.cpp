@@ -1,11 +1,11 @@
 #include "ui/viewer/FloatingTimecode.h"
 
 #include "preferences/Preferences.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "ui/viewer/ViewerPanelHost.h"
 
 #include <QCloseEvent>
-#include <QLabel>
 #include <QMouseEvent>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -17,7 +17,7 @@ namespace {} // namespace
 FloatingTimecode::FloatingTimecode(Preferences& preferences, QWidget* viewer)
     : QWidget(viewer, Qt::Tool)
     , preferences_(preferences)
-    , field_(new QLabel(this)) {
+    , field_(new PlainLabel(this)) {
     setObjectName(QStringLiteral("timecodeWindow"));
     setWindowTitle(tr("Timecode"));
     setAttribute(Qt::WA_ShowWithoutActivating);

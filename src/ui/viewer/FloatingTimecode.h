@@ -2,10 +2,10 @@
 
 #include <QWidget>
 
-class QLabel;
 
 namespace daylark {
 
+class PlainLabel;
 class Preferences;
 
 /// The timecode in a window of its own that can be put and sized freely, its figures as large as the window.
@@ -17,7 +17,7 @@ public:
     FloatingTimecode(Preferences& preferences, QWidget* viewer);
     void showText(const QString& text, const QColor& colour);
     void setShown(bool shown);
-    [[nodiscard]] QLabel* field() const { return field_; }
+    [[nodiscard]] PlainLabel* field() const { return field_; }
 
 Q_SIGNALS:
     void closed(); ///< by its close box
@@ -31,7 +31,7 @@ private:
     void remember();
 
     Preferences& preferences_;
-    QLabel* field_;
+    PlainLabel* field_;
     QColor colour_;
 };
 

@@ -1,5 +1,6 @@
 #include "ui/viewer/FullScreen.h"
 
+#include "base/PlainText.h"
 #include "ui/viewer/LostScreens.h"
 #include "ui/viewer/MouseZones.h"
 #include "ui/viewer/MovieListOverlay.h"
@@ -67,7 +68,7 @@ void FullScreen::fillScreensMenu() {
         QString name = QStringLiteral("%1 %2").arg(screen->manufacturer(), screen->model()).trimmed();
         if (name.isEmpty()) name = screen->name();
         QAction* item = screens_->addAction(
-            QStringLiteral("%1 (%2 × %3)").arg(name).arg(size.width()).arg(size.height()));
+            plain::menuTitle(QStringLiteral("%1 (%2 × %3)").arg(name).arg(size.width()).arg(size.height())));
         item->setCheckable(true);
         item->setChecked(screen == window_.screen());
         connect(item, &QAction::triggered, this, [this, at = QPointer<QScreen>(screen)] { enter(at); });

@@ -1,5 +1,6 @@
 #include "ui/viewer/PlaylistDrawer.h"
 
+#include "base/PlainText.h"
 #include "model/Movie.h"
 #include "review/ReviewEdits.h"
 #include "model/StatusCodes.h"
@@ -54,9 +55,9 @@ public:
         if (!movie) return {};
         switch (role) {
         case Qt::DisplayRole:
-            return movie->filenameString;
+            return plain::line(movie->filenameString);
         case Qt::ToolTipRole:
-            return movie->filepathString;
+            return plain::toolTip(movie->filepathString);
         case Qt::DecorationRole:
             return pictures_.pixmap(movie->thumbnail);
         case Qt::AccessibleDescriptionRole:

@@ -1,5 +1,6 @@
 #include "ui/viewer/ViewerWindow.h"
 
+#include "base/PlainText.h"
 #include "commands/viewer/ViewerCommands.h"
 #include "model/Movie.h"
 #include "playback/run/Player.h"
@@ -7,6 +8,7 @@
 #include "ui/commands/Commands.h"
 #include "ui/commands/KeysDialog.h"
 #include "ui/commands/ViewerKeys.h"
+#include "ui/common/FailedWritesBar.h"
 #include "ui/common/FlagPopUp.h"
 #include "ui/common/RichTextField.h"
 #include "ui/common/Theme.h"
@@ -118,6 +120,7 @@ void ViewerWindow::buildLayout() {
     rangeRow->addWidget(new RangeIndicator(controller_.range(), foot));
     rows->addLayout(rangeRow);
     rows->addWidget(bar_);
+    rows->addWidget(new FailedWritesBar(controller_.failedWrites(), foot));
     auto* strip = new QToolBar(tr("Controls"), this);
     strip->setObjectName(QStringLiteral("viewerControls"));
     strip->setMovable(false);
@@ -351,10 +354,9 @@ void ViewerWindow::movieChanged() {
     const auto movie = controller_.currentMovie();
     notes_->setMovie(movie);
     setWindowTitle(movie
-                       ? QString(movie->filenameString).replace(QLatin1String("[*]"), QLatin1String("[*][*]"))
-                       : tr("Viewer"));
+                       ? plain::windowTitle(movie->filenameString) : tr("Viewer"));
     panelHost_->window(ViewerPanel::controls)
-        ->setTitle(movie ? movie->filenameString : tr("Playback Controls"));
+        ->setTitle(movie ? plain::line(movie->filenameString) : tr("Playback Controls"));
     bar_->showFlag();
     bar_->showState();
     showPosition();

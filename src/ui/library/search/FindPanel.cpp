@@ -5,6 +5,7 @@
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/Binding.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 
 #include <QAction>
@@ -12,7 +13,6 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
 
@@ -22,7 +22,7 @@ FindPanel::FindPanel(PlaylistController& controller, const Commands& commands, Q
     : QWidget(parent)
     , controller_(controller)
     , field_(new QLineEdit(this))
-    , status_(new QLabel(this)) {
+    , status_(new PlainLabel(this)) {
     setObjectName(QStringLiteral("findPanel"));
     setAccessibleName(tr("Find"));
     makeLayout(commands);

@@ -2,11 +2,11 @@
 
 #include <QWidget>
 
-class QLabel;
 class QLineEdit;
 
 namespace daylark {
 
+class PlainLabel;
 class Commands;
 class PlaylistController;
 
@@ -32,7 +32,7 @@ private:
 
     PlaylistController& controller_;
     QLineEdit* field_;
-    QLabel* status_;
+    PlainLabel* status_;
 };
 
 } // namespace daylark

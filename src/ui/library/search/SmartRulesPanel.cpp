@@ -4,12 +4,12 @@
 #include "app/playlists/SmartQuestion.h"
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 
 #include <QComboBox>
 #include <QDateEdit>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -30,7 +30,7 @@ QToolButton* iconButton(const QString& icon, const QString& name, QWidget* paren
     button->setAutoRaise(true);
     button->setMinimumSize(24, 24);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setToolTip(name);
+    button->setToolTip(plain::toolTip(name));
     button->setAccessibleName(name);
     return button;
 }
@@ -125,7 +125,8 @@ QWidget* SmartRuleRow::newEditor() {
         auto* box = new QComboBox(this);
         box->setEditable(true);
         for (const auto& playlist : controller_.library().playlists())
-            if (!playlist->asksRules() && !playlist->isType(playlistType::divider) && box->findText(playlist->name) < 0)
+            if (playlist->name.size() <= plain::lineLength && !playlist->asksRules() &&
+                !playlist->isType(playlistType::divider) && box->findText(playlist->name) < 0)
                 box->addItem(playlist->name);
         box->setCurrentText(rule_.value);
         box->setMinimumContentsLength(12);
@@ -169,7 +170,7 @@ SmartRulesPanel::SmartRulesPanel(PlaylistController& controller, const std::shar
     , smartlist_(smartlist)
     , match_(new QComboBox(this))
     , list_(new QVBoxLayout)
-    , count_(new QLabel(this)) {
+    , count_(new PlainLabel(this)) {
     setObjectName(QStringLiteral("smartRulesPanel"));
     setMinimumWidth(520);
     match_->addItem(tr("all"), false);
@@ -180,9 +181,9 @@ SmartRulesPanel::SmartRulesPanel(PlaylistController& controller, const std::shar
     auto* close = new QPushButton(tr("Close"), this);
     close->setDefault(true);
     auto* head = new QHBoxLayout;
-    head->addWidget(new QLabel(tr("Items of all playlists for which"), this));
+    head->addWidget(new PlainLabel(tr("Items of all playlists for which"), this));
     head->addWidget(match_);
-    head->addWidget(new QLabel(tr("of these hold:"), this));
+    head->addWidget(new PlainLabel(tr("of these hold:"), this));
     head->addStretch();
     auto* foot = new QHBoxLayout;
     foot->addWidget(add);
@@ -221,7 +222,7 @@ void SmartRulesPanel::follow() {
         close();
         return;
     }
-    setWindowTitle(tr("Rules of %1").arg(smartlist->name));
+    setWindowTitle(plain::windowTitle(tr("Rules of %1").arg(plain::line(smartlist->name))));
     if (!filling_ && !(smartlist->smartRules == shownRules())) showRules(smartlist->smartRules);
     refreshCount();
 }

@@ -8,12 +8,12 @@
 #include <vector>
 
 class QComboBox;
-class QLabel;
 class QToolButton;
 class QVBoxLayout;
 
 namespace daylark {
 
+class PlainLabel;
 class Playlist;
 class PlaylistController;
 
@@ -64,7 +64,7 @@ private:
     std::weak_ptr<Playlist> smartlist_;
     QComboBox* match_;
     QVBoxLayout* list_;
-    QLabel* count_;
+    PlainLabel* count_;
     std::vector<SmartRuleRow*> rows_;
     bool filling_ = false;
 };

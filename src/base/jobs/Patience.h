@@ -1,0 +1,47 @@
+#pragma once
+
+#include "base/jobs/CancelFlag.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace daylark {
+
+/// How long a question to a file system may take: a share whose server is gone never answers, and nothing ends such a
+/// wait.
+constexpr std::chrono::seconds fileSystemPatience{5};
+
+/// Asks on a thread of its own and waits for the answer at most so long, or until it is cancelled. Nothing means that
+/// none came: the thread is left behind with what it was given, and its answer is dropped. `ask` therefore holds all that
+/// it touches by value. Any thread but the interface's.
+template<class Answer>
+[[nodiscard]] std::optional<Answer> askWithPatience(std::function<Answer()> ask, std::chrono::milliseconds most,
+                                                    const CancelFlag* cancel = nullptr) {
+    struct Shared {
+        std::mutex mutex;
+        std::condition_variable answered;
+        std::optional<Answer> answer;
+    };
+    const auto shared = std::make_shared<Shared>();
+    std::thread([shared, ask = std::move(ask)] {
+        Answer answer = ask();
+        {
+            const std::lock_guard lock(shared->mutex);
+            shared->answer = std::move(answer);
+        }
+        shared->answered.notify_one();
+    }).detach();
+    constexpr std::chrono::milliseconds lookForCancel{50};
+    const auto end = std::chrono::steady_clock::now() + most;
+    std::unique_lock lock(shared->mutex);
+    while (!shared->answer && std::chrono::steady_clock::now() < end && !(cancel && cancel->load()))
+        shared->answered.wait_for(lock, lookForCancel);
+    return std::move(shared->answer);
+}
+
+} // namespace daylark
