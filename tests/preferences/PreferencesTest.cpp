@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <set>
 
 namespace daylark {
@@ -109,8 +111,14 @@ TEST(Preferences, StoredValuesOfOtherTypesReadAsNumberObjectsDo) {
     Preferences preferences;
     preferences.handleHead.store(-2.7);
     EXPECT_EQ(preferences.handleHead(), -2);
-    preferences.handleHead.store(1e30);
-    EXPECT_EQ(preferences.handleHead(), 0);
+    for (const double stored : {1e30, 2147483648.0, -2147483649.0}) {
+        preferences.handleHead.store(stored);
+        EXPECT_EQ(preferences.handleHead(), 0) << stored;
+    }
+    for (const int ends : {std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        preferences.handleHead.store(double(ends));
+        EXPECT_EQ(preferences.handleHead(), ends);
+    }
     preferences.showMask.store(u"YES"_s);
     EXPECT_TRUE(preferences.showMask());
     preferences.showMask.store(u"NO"_s);

@@ -146,6 +146,7 @@ TEST_F(ReviewStoreTest, ChangesAreToldOnceAfterAllAreDoneWithWhatStoodThere) {
         EXPECT_TRUE(changes.empty());
     }
     EXPECT_FALSE(store.modify(a, {u"Flag"_s}, [](Movie& movie) { movie.setFlag(901); }));
+    EXPECT_FALSE(store.setSortOrder(a, {u"Order"_s}, a->sortOrder));
     ASSERT_EQ(edits.size(), 2U) << "nothing changed: nothing told";
     EXPECT_EQ(edits[0].info.title, u"Flag of 2 Items"_s);
     EXPECT_EQ(edits[1].info.title, u"Echo"_s);

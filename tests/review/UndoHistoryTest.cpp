@@ -183,6 +183,14 @@ TEST_F(UndoHistoryTest, AStepSaysWhereItChangedSomething) {
     }
     history.redo();
     EXPECT_EQ(place.movie, c);
+    {
+        const ReviewStore::Group group(store, {u"Of Two"_s});
+        store.modify(a, {}, [](Movie& movie) { movie.gamma = 2; });
+        store.modify(c, mark, {}, [](Bookmark& bookmark) { bookmark.overlayString = u"y"_s; });
+    }
+    history.undo();
+    EXPECT_EQ(place.movie, a);
+    EXPECT_LT(place.frame, 0) << "another item's";
 }
 
 } // namespace

@@ -91,12 +91,9 @@ void KeyMap::store() {
 
 QString KeyMap::commandAt(const KeyStroke& stroke, KeyScope pressedIn) const {
     if (stroke.isEmpty()) return {};
-    const Command* found = nullptr;
-    for (const auto& [id, entry] : keys_) {
-        if (!isWithin(pressedIn, entry.command->scope) || !holds(entry.strokes, stroke)) continue;
-        if (!found || isWithin(entry.command->scope, found->scope)) found = entry.command;
-    }
-    return found ? found->id : QString();
+    for (const auto& [id, entry] : keys_)
+        if (isWithin(pressedIn, entry.command->scope) && holds(entry.strokes, stroke)) return id; // no other has it there
+    return {};
 }
 
 const KeyMap::Strokes& KeyMap::keysOf(const QString& id) const {
