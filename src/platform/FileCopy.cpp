@@ -161,7 +161,7 @@ CopyOutcome copy(const QString& from, const FilePart* part, const QString& to, U
     if (wanted.offset < 0 || wanted.length < 0 || wanted.offset > before.st_size - wanted.length) return failed(EINVAL);
     if (existing == UnfinishedFile::Existing::keep && ::lstat(QFile::encodeName(to).constData(), &there) == 0)
         return failed(EEXIST);
-    Result<UnfinishedFile> made = UnfinishedFile::beside(to);
+    Result<UnfinishedFile> made = UnfinishedFile::nameless(to);
     if (!made) return ended(End::failed, made.error().text);
     switch (ContentCopy(source, made->handle(), wanted, watch).run(!part)) {
     case Progress::cancelled: return ended(End::cancelled);

@@ -78,6 +78,13 @@ int renameToNew(const QByteArray& from, const QByteArray& to) {
     return ::rename(from.constData(), to.constData());
 }
 
+/// A name for a file that has none.
+int linkTo(int handle, const QByteArray& path) {
+    const QByteArray opened = "/proc/self/fd/" + QByteArray::number(handle);
+    const int linked = ::linkat(AT_FDCWD, opened.constData(), AT_FDCWD, path.constData(), AT_SYMLINK_FOLLOW);
+    return linked == 0 || errno != ENOENT ? linked : ::linkat(handle, "", AT_FDCWD, path.constData(), AT_EMPTY_PATH);
+}
+
 } // namespace
 
 Result<UnfinishedFile> UnfinishedFile::beside(const QString& finalPath) {
@@ -104,6 +111,14 @@ Result<UnfinishedFile> UnfinishedFile::beside(const QString& finalPath) {
     return systemError(EEXIST);
 }
 
+Result<UnfinishedFile> UnfinishedFile::nameless(const QString& finalPath) {
+    const QFileInfo file(finalPath);
+    const QByteArray folder = QFile::encodeName(file.absolutePath());
+    const int handle = ::open(folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+    if (handle < 0) return beside(finalPath); // which says why, if it isn't the file system
+    return UnfinishedFile(handle, {}, QFile::encodeName(file.absoluteFilePath()));
+}
+
 UnfinishedFile::UnfinishedFile(int handle, QByteArray temporary, QByteArray target)
     : handle_(handle)
     , temporary_(std::move(temporary))
@@ -112,7 +127,8 @@ UnfinishedFile::UnfinishedFile(int handle, QByteArray temporary, QByteArray targ
 UnfinishedFile::UnfinishedFile(UnfinishedFile&& other) noexcept
     : handle_(std::exchange(other.handle_, -1))
     , temporary_(std::exchange(other.temporary_, {}))
-    , final_(std::exchange(other.final_, {})) {}
+    , final_(std::exchange(other.final_, {}))
+    , committed_(other.committed_) {}
 
 UnfinishedFile& UnfinishedFile::operator=(UnfinishedFile&& other) noexcept {
     if (this == &other) return *this;
@@ -120,6 +136,7 @@ UnfinishedFile& UnfinishedFile::operator=(UnfinishedFile&& other) noexcept {
     handle_ = std::exchange(other.handle_, -1);
     temporary_ = std::exchange(other.temporary_, {});
     final_ = std::exchange(other.final_, {});
+    committed_ = other.committed_;
     return *this;
 }
 
@@ -153,15 +170,30 @@ Result<void> UnfinishedFile::write(const QByteArray& bytes) {
 }
 
 Result<void> UnfinishedFile::commit(Existing existing) {
-    if (handle_ < 0 || temporary_.isEmpty()) return systemError(EBADF);
+    if (handle_ < 0 || committed_) return systemError(EBADF);
     // A full disk may show only here, where blocks are really given out.
     if (::fsync(handle_) != 0) return systemError();
-    const int renamed = existing == Existing::replace ? ::rename(temporary_.constData(), final_.constData())
-                                                      : renameToNew(temporary_, final_);
-    if (renamed != 0) return systemError();
+    if (giveName(existing) != 0) return systemError();
+    committed_ = true;
     temporary_.clear();
     syncFolderOf(finalPath());
     return {};
+}
+
+/// 0, or errno is set.
+int UnfinishedFile::giveName(Existing existing) {
+    if (temporary_.isEmpty()) {
+        if (linkTo(handle_, final_) == 0) return 0;
+        if (errno != EEXIST || existing == Existing::keep) return -1;
+        // Only a name can be put in the place of another.
+        const qsizetype slash = final_.lastIndexOf('/') + 1;
+        const QByteArray suffix = '.' + QByteArray::number(qint64(::getpid())) + '-' + QByteArray::number(handle_) + ending;
+        const QByteArray name = final_.left(slash) + hiddenName(final_.mid(slash), suffix);
+        if (linkTo(handle_, name) != 0) return -1;
+        temporary_ = name;
+    }
+    return existing == Existing::replace ? ::rename(temporary_.constData(), final_.constData())
+                                         : renameToNew(temporary_, final_);
 }
 
 void syncFolderOf(const QString& path) {

@@ -17,6 +17,8 @@ public:
 
     /// The folder must exist. Errors: the reason in the system's words, without a path.
     [[nodiscard]] static Result<UnfinishedFile> beside(const QString& finalPath);
+    /// As above for who writes by the handle alone: without any name where the file system can, so that a kill leaves nothing.
+    [[nodiscard]] static Result<UnfinishedFile> nameless(const QString& finalPath);
     UnfinishedFile(UnfinishedFile&& other) noexcept;
     UnfinishedFile& operator=(UnfinishedFile&& other) noexcept;
     UnfinishedFile(const UnfinishedFile&) = delete;
@@ -25,7 +27,7 @@ public:
 
     /// Open for reading and writing, empty, at its beginning. Stays ours.
     [[nodiscard]] int handle() const { return handle_; }
-    /// For writers that open a file by its name themselves.
+    /// For writers that open a file by its name themselves; null while it has none.
     [[nodiscard]] QString path() const;
     [[nodiscard]] QString finalPath() const;
     /// Writes all of it at the handle's position. Errors as above.
@@ -38,9 +40,11 @@ public:
 private:
     UnfinishedFile(int handle, QByteArray temporary, QByteArray target);
     void discard();
+    [[nodiscard]] int giveName(Existing existing);
 
     int handle_ = -1;
-    QByteArray temporary_, final_; ///< as the file system spells them; no temporary one: committed
+    QByteArray temporary_, final_; ///< as the file system spells them; no temporary one: committed, or nameless
+    bool committed_ = false;
 };
 
 /// Makes what was renamed or made in the file's folder last through a power cut. Not every file system can.

@@ -167,8 +167,34 @@ TEST_F(FileCopyTest, KilledAtAnyMomentTheFinalNameIsWholeAndTheNextCopyClearsAwa
             EXPECT_TRUE(name == QFileInfo(copy_).fileName() || name.startsWith(u'.')) << qPrintable(name);
     }
     ASSERT_TRUE(copyFile(source_, copy_, Existing::replace));
-    EXPECT_EQ(files(), QStringList{QFileInfo(copy_).fileName()});
     EXPECT_TRUE(content(copy_) == bytes);
+    // What was killed under a hidden name is taken over by the next one.
+    test::ChildProcess([this] {
+        Result<UnfinishedFile> left = UnfinishedFile::beside(copy_);
+        ::raise(left && left->write("half") ? SIGKILL : SIGTERM);
+        return 0;
+    }).wait();
+    EXPECT_EQ(files().size(), 2);
+    {
+        Result<UnfinishedFile> next = UnfinishedFile::beside(copy_);
+        EXPECT_TRUE(next && next->write("whole") && next->commit(Existing::replace));
+    }
+    EXPECT_EQ(files(), QStringList{QFileInfo(copy_).fileName()});
+    EXPECT_EQ(content(copy_), "whole");
+}
+
+TEST_F(FileCopyTest, AFileWithoutANameGetsOneWholeOrReplacesOne) {
+    const auto made = [this](Existing existing, const QByteArray& bytes) {
+        Result<UnfinishedFile> file = UnfinishedFile::nameless(copy_);
+        return file && file->write(bytes) && file->commit(existing) && !file->commit(existing);
+    };
+    EXPECT_TRUE(made(Existing::keep, "one"));
+    EXPECT_FALSE(made(Existing::keep, "two"));
+    EXPECT_EQ(content(copy_), "one");
+    EXPECT_TRUE(made(Existing::replace, "three"));
+    EXPECT_EQ(content(copy_), "three");
+    EXPECT_EQ(files(), QStringList{name_});
+    EXPECT_FALSE(UnfinishedFile::nameless(to_.filePath(u"no folder/x"_s)));
 }
 
 TEST_F(FileCopyTest, FilesInWorkForOneNameDontDisturbEachOther) {

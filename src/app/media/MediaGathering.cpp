@@ -19,6 +19,7 @@ namespace daylark {
 namespace {
 
 constexpr qint64 progressIntervalMs = 100;
+constexpr size_t largestToldOneByOne = 1000;
 
 } // namespace
 
@@ -118,6 +119,9 @@ void MediaGathering::copy(Scope scope, const Sources& sources, const QString& fo
         };
         watch.fileDone = [&](size_t files) {
             filesDone = files;
+            // Files by the thousand that are all there already would be told faster than anybody can show it.
+            if (count > largestToldOneByOne && files < count && sinceReport.elapsed() < progressIntervalMs) return;
+            if (count > largestToldOneByOne) sinceReport.restart();
             WorkQueue::deliver(this, [this, job, scope, files, count] { say(job, scope, files, count); });
         };
         const auto report = std::make_shared<const GatherReport>(gatherMedia(sources, folder, watch));
