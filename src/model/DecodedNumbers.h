@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
-/// Numbers as records take them out of an archive: a stranger's file may hold any, and the arithmetic below relies on what is left
-/// here. Sensible numbers come through unchanged. Any thread.
+/// Numbers as records take them out of an archive: a stranger's file may hold any, and the arithmetic below relies on what
+/// is left here. Sensible numbers come through unchanged. Any thread.
 namespace daylark::decoded {
 
 constexpr qint64 mostFrames = qint64(1) << 53; ///< whole in double precision, with room to add in 64 bits

@@ -52,7 +52,8 @@ TemporarySession::Place TemporarySession::ownPlace(const QString& path) {
     const QFileInfo first(path);
     Place place{path, {}, {}};
     for (int number = 1; number <= mostCopies; ++number) {
-        const QString base = first.path() + u'/' + first.completeBaseName() + (number == 1 ? QString() : u'-' + QString::number(number));
+        const QString further = number == 1 ? QString() : u'-' + QString::number(number);
+        const QString base = first.path() + u'/' + first.completeBaseName() + further;
         OwnerLock::Taken taken = OwnerLock::take(base + QStringLiteral(".owner"));
         if (taken.lock || taken.holder.isEmpty()) {
             if (number > 1) place.path = base + u'.' + first.suffix();
@@ -60,7 +61,8 @@ TemporarySession::Place TemporarySession::ownPlace(const QString& path) {
             return place;
         }
         if (number == 1)
-            place.notice = tr("Another copy of Daylark is at work (on %1): this one keeps a session of its own").arg(taken.holder);
+            place.notice = tr("Another copy of Daylark is at work (on %1): this one keeps a session of its own")
+                               .arg(taken.holder);
     }
     return place;
 }

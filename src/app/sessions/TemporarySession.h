@@ -15,11 +15,11 @@ namespace daylark {
 class FailedWrites;
 class Library;
 
-/// The session that outlives the program: the file that the viewer's closing and termination write, and the
-/// crash journal that holds every edit since. A start takes both together. The file is read and written on a
-/// worker; the interface goes on. A second copy of the program on the same folder, on this host or another, has a
-/// file and a journal of its own beside the first one's, and says so. Interface thread. Either one that cannot be written is among the failed writes until it can,
-/// the journal also in `trouble`.
+/// The session that outlives the program: the file that the viewer's closing and termination write, and the crash journal
+/// that holds every edit since. A start takes both together. The file is read and written on a worker; the interface goes
+/// on. A second copy of the program on the same folder, on this host or another, has a file and a journal of its own
+/// beside the first one's, and says so. Interface thread. Either one that cannot be written is among the failed writes
+/// until it can, the journal also in `trouble`.
 class TemporarySession : public QObject {
     Q_OBJECT
 public:

@@ -62,8 +62,10 @@ bool isVideo(const AVStream* stream) {
            !(stream->disposition & (AV_DISPOSITION_ATTACHED_PIC | AV_DISPOSITION_TIMED_THUMBNAILS));
 }
 
+/// A drawing in words may name other files; its reader is none of ours, by whatever way it was found.
 bool isRealVideo(const AVStream* stream) {
-    return isVideo(stream) && stream->codecpar->codec_id != AV_CODEC_ID_NONE;
+    const AVCodecID codec = stream->codecpar->codec_id;
+    return isVideo(stream) && codec != AV_CODEC_ID_NONE && codec != AV_CODEC_ID_SVG;
 }
 
 /// For people: by the codec's own name, or the four letters under which the container knows it.

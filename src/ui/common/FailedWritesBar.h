@@ -8,8 +8,9 @@ namespace daylark {
 
 class FailedWrites;
 
-/// The quiet bar at a window's foot: what could not be written and why, a line each, until it is written. Each line offers what
-/// its part does: "Save As…", "Try Again". Not there while there is nothing to say. Takes no keyboard by itself. Interface thread.
+/// The quiet bar at a window's foot: what could not be written and why, a line each, until it is written. Each line
+/// offers what its part does: "Save As…", "Try Again". Not there while there is nothing to say. Takes no keyboard by
+/// itself. Interface thread.
 class FailedWritesBar : public QWidget {
     Q_OBJECT
 public:
