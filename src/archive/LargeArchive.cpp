@@ -13,9 +13,9 @@ namespace daylark {
 namespace {
 
 constexpr qint64 mostInMemory = 512 << 20;
-constexpr qint64 headerSize = 8;
+constexpr qint64 markSize = 8;
 
-Error damaged() {
+Error brokenTable() {
     return {QStringLiteral("The property list is damaged")};
 }
 Error tooLarge() {
@@ -46,9 +46,9 @@ public:
 
     /// The places that were left out are then in `places`.
     Result<QByteArray> read() {
-        if (!readTable()) return damaged();
+        if (!readTable()) return brokenTable();
         findLargeData();
-        qint64 size = table_ - headerSize + offsets_.size() * 8;
+        qint64 size = table_ - markSize + offsets_.size() * 8;
         for (const Cut& cut : cuts_)
             size -= cut.end - cut.begin;
         if (size > mostInMemory) return tooLarge();
@@ -70,10 +70,10 @@ private:
     bool readTable() {
         const qint64 end = file_.size() - kPlistTrailerSize;
         trailer_ = bytesAt(end, kPlistTrailerSize);
-        if (end < headerSize || trailer_.size() != kPlistTrailerSize) return false;
+        if (end < markSize || trailer_.size() != kPlistTrailerSize) return false;
         const int width = quint8(trailer_[6]);
         const quint64 count = bigEndian(trailer_.constData() + 8, 8), table = bigEndian(trailer_.constData() + 24, 8);
-        if (width < 1 || width > 8 || table < quint64(headerSize) || table > quint64(end) || count == 0 ||
+        if (width < 1 || width > 8 || table < quint64(markSize) || table > quint64(end) || count == 0 ||
             count > (quint64(end) - table) / quint64(width) || count > quint64(mostInMemory / 16))
             return false;
         table_ = qint64(table);
@@ -82,7 +82,7 @@ private:
         offsets_.reserve(size_t(count));
         for (qint64 at = 0; at < bytes.size(); at += width) {
             const quint64 offset = bigEndian(bytes.constData() + at, width);
-            if (offset < quint64(headerSize) || offset >= table) return false;
+            if (offset < quint64(markSize) || offset >= table) return false;
             offsets_.push_back(qint64(offset));
         }
         return true;
@@ -132,11 +132,11 @@ private:
             return part.size() == end - at;
         };
         for (size_t number = 0; number < cuts_.size(); ++number) {
-            if (!keep(cuts_[number].begin)) return damaged();
+            if (!keep(cuts_[number].begin)) return brokenTable();
             bytes.append(standIn(number));
             at = cuts_[number].end;
         }
-        if (!keep(table_)) return damaged();
+        if (!keep(table_)) return brokenTable();
         const qint64 table = bytes.size();
         constexpr int width = 8;
         for (const qint64 offset : offsets_)
@@ -163,7 +163,7 @@ Result<LargeArchive> LargeArchive::read(const QString& path, const ArchiveClasse
         return Error{QStringLiteral("could not read %1: %2").arg(path, file.errorString())};
     LargeArchive archive;
     QByteArray bytes;
-    if (file.size() <= large || !file.peek(headerSize).startsWith("bplist")) {
+    if (file.size() <= large || !file.peek(markSize).startsWith("bplist")) {
         if (file.size() > mostInMemory) return tooLarge();
         bytes = file.readAll();
     } else {

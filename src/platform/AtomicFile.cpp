@@ -1,5 +1,7 @@
 #include "platform/AtomicFile.h"
 
+#include "platform/UnfinishedFile.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -14,15 +16,6 @@ namespace {
 
 Error atomicWriteError(const QString& path, const QString& reason) {
     return {QStringLiteral("could not write %1: %2").arg(path, reason)};
-}
-
-/// Makes the rename itself last through a power cut. Not every file system can; the file is whole either way.
-void syncFolderOf(const QString& path) {
-    const int folder = ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(),
-                              O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0) return;
-    ::fsync(folder);
-    ::close(folder);
 }
 
 } // namespace
