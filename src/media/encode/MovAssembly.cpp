@@ -13,14 +13,14 @@
 namespace daylark {
 namespace {
 
-using Type = MovBoxes::Type;
+using BoxType = MovBoxes::Type;
 
-constexpr Type fourCc(const char (&text)[5]) {
+constexpr BoxType four(const char (&text)[5]) {
     return MovBoxes::fourCc(text);
 }
 
 template<class Number>
-void append(QByteArray& bytes, Number number) {
+void appendBig(QByteArray& bytes, Number number) {
     const Number big = qToBigEndian(number);
     bytes.append(reinterpret_cast<const char*>(&big), sizeof big);
 }
@@ -30,16 +30,16 @@ void put(QByteArray& bytes, qsizetype at, Number number) {
     if (at + qsizetype(sizeof number) <= bytes.size()) qToBigEndian(number, bytes.data() + at);
 }
 
-QByteArray boxed(Type type, QByteArrayView content) {
+QByteArray boxed(BoxType type, QByteArrayView content) {
     QByteArray bytes;
-    append<quint32>(bytes, quint32(content.size() + 8));
-    append<quint32>(bytes, type);
+    appendBig<quint32>(bytes, quint32(content.size() + 8));
+    appendBig<quint32>(bytes, type);
     return bytes.append(content);
 }
 
 /// Every sample lies in the file itself.
 bool isSelfContained(QByteArrayView track) {
-    const auto references = MovBoxes::find(track, {fourCc("mdia"), fourCc("minf"), fourCc("dinf"), fourCc("dref")});
+    const auto references = MovBoxes::find(track, {four("mdia"), four("minf"), four("dinf"), four("dref")});
     if (!references || references->size() < 8) return true; // nothing says otherwise
     for (const auto& entry : MovBoxes::children(references->sliced(8)))
         if (entry.content.size() < 4 || (entry.content[3] & 1) == 0) return false;
@@ -52,9 +52,9 @@ struct OldSound {
     quint32 samples = 0, bytes = 0;
 };
 OldSound oldSoundOf(const MovBoxes::Track& track, QByteArrayView sampleTable) {
-    const auto sizes = MovBoxes::find(sampleTable, {fourCc("stsz")});
+    const auto sizes = MovBoxes::find(sampleTable, {four("stsz")});
     const auto descriptions = MovBoxes::sampleDescriptions(track);
-    if (track.handler != fourCc("soun") || !sizes || descriptions.empty()) return {};
+    if (track.handler != four("soun") || !sizes || descriptions.empty()) return {};
     BoxBytes table(*sizes);
     table.skip(4);
     if (table.u32() != 1) return {};
@@ -76,8 +76,8 @@ struct ChunkTable {
 };
 std::optional<ChunkTable> chunkTableOf(QByteArrayView sampleTable) {
     ChunkTable table;
-    const auto narrow = MovBoxes::find(sampleTable, {fourCc("stco")}), wide = MovBoxes::find(sampleTable, {fourCc("co64")});
-    const auto runs = MovBoxes::find(sampleTable, {fourCc("stsc")});
+    const auto narrow = MovBoxes::find(sampleTable, {four("stco")}), wide = MovBoxes::find(sampleTable, {four("co64")});
+    const auto runs = MovBoxes::find(sampleTable, {four("stsc")});
     if ((!narrow && !wide) || !runs) return std::nullopt;
     BoxBytes offsets(narrow ? *narrow : *wide);
     offsets.skip(4);
@@ -121,7 +121,7 @@ Result<MovAssembly> MovAssembly::of(const QString& movie, bool withSound) {
     Result<MovBoxes> boxes = MovBoxes::read(movie);
     if (!boxes) return boxes.error();
     if (boxes->isFragmented()) return Error{QStringLiteral("its samples lie in fragments")};
-    const auto header = MovBoxes::find(boxes->movie(), {fourCc("mvhd")});
+    const auto header = MovBoxes::find(boxes->movie(), {four("mvhd")});
     if (!header) return Error{QStringLiteral("no movie header")};
     BoxBytes bytes(*header);
     const bool wide = bytes.u8() == 1;
@@ -148,9 +148,9 @@ Result<void> MovAssembly::addSound(const QString& file) {
 
 Result<void> MovAssembly::addTracks(int file, bool withSound, bool onlySound, quint32 idsFrom) {
     for (MovBoxes::Track& track : files_[size_t(file)].boxes.tracks()) {
-        const bool isSound = track.handler == fourCc("soun");
+        const bool isSound = track.handler == four("soun");
         if (isSound ? !withSound : onlySound) continue;
-        const auto sampleTable = MovBoxes::find(track.content, {fourCc("mdia"), fourCc("minf"), fourCc("stbl")});
+        const auto sampleTable = MovBoxes::find(track.content, {four("mdia"), four("minf"), four("stbl")});
         if (!sampleTable || !isSelfContained(track.content)) return Error{QStringLiteral("a track without samples of its own")};
         const Result<std::vector<MovBoxes::Sample>> samples = files_[size_t(file)].boxes.samples(track);
         const auto table = samples ? chunkTableOf(*sampleTable) : std::nullopt; // in order, by then
@@ -183,14 +183,14 @@ Result<void> MovAssembly::readOtherBoxes() {
         const QByteArray head = file.read(16);
         BoxBytes bytes(head);
         quint64 size = bytes.u32();
-        const Type type = bytes.u32();
+        const BoxType type = bytes.u32();
         if (size == 1) size = bytes.u64();
         if (size < 8 || size > quint64(file.size() - at)) break; // to the end, or nonsense behind the last box
-        const bool isKept = type == fourCc("ftyp") || type == fourCc("uuid") || type == fourCc("udta");
+        const bool isKept = type == four("ftyp") || type == four("uuid") || type == four("udta");
         if (isKept && qint64(size) <= most) {
             file.seek(at);
             const QByteArray box = file.read(qint64(size));
-            before_ = type == fourCc("ftyp") ? box + before_ : before_ + box;
+            before_ = type == four("ftyp") ? box + before_ : before_ + box;
         }
         at += qint64(size);
     }
@@ -224,9 +224,9 @@ Result<void> MovAssembly::copyChunks(int handle, const ExportWatch& watch) {
     if (total > 2 * there) return Error{QStringLiteral("tables that contradict each other")};
     std::stable_sort(places.begin(), places.end(), [](const Place& a, const Place& b) { return a.share < b.share; });
     QByteArray head;
-    append<quint32>(head, 1);
-    append<quint32>(head, fourCc("mdat"));
-    append<quint64>(head, quint64(total + 16));
+    appendBig<quint32>(head, 1);
+    appendBig<quint32>(head, four("mdat"));
+    appendBig<quint64>(head, quint64(total + 16));
     if (const Result<void> written = writeAll(handle, head); !written) return written;
 
     std::vector<std::unique_ptr<QFile>> sources;
@@ -258,12 +258,12 @@ QByteArray MovAssembly::header() const {
     QByteArray content;
     const auto addTracksOf = [&](int file) {
         for (const Track& track : tracks_)
-            if (track.file == file) content += boxed(fourCc("trak"), trackBox(track, track.boxes.content, 0));
+            if (track.file == file) content += boxed(four("trak"), trackBox(track, track.boxes.content, 0));
     };
     bool tracksStand = false;
     quint64 longest = 0;
     for (const Track& track : tracks_)
-        if (const auto head = MovBoxes::find(track.boxes.content, {fourCc("tkhd")})) {
+        if (const auto head = MovBoxes::find(track.boxes.content, {four("tkhd")})) {
             BoxBytes bytes(*head);
             const bool wide = bytes.u8() == 1;
             bytes.skip(wide ? 27 : 19);
@@ -271,7 +271,7 @@ QByteArray MovAssembly::header() const {
             if (!bytes.failed() && duration != (wide ? ~0ULL : 0xFFFFFFFFULL)) longest = std::max(longest, duration);
         }
     for (const auto& box : MovBoxes::children(files_.front().boxes.movie())) {
-        if (box.type == fourCc("trak")) {
+        if (box.type == four("trak")) {
             if (tracksStand) continue;
             tracksStand = true;
             for (int file = 0; file < int(files_.size()); ++file)
@@ -279,7 +279,7 @@ QByteArray MovAssembly::header() const {
             continue;
         }
         QByteArray bytes = box.content.toByteArray();
-        if (box.type == fourCc("mvhd") && !bytes.isEmpty()) {
+        if (box.type == four("mvhd") && !bytes.isEmpty()) {
             const bool wide = bytes[0] == 1;
             if (soundChanges_ && wide)
                 put<quint64>(bytes, 24, longest);
@@ -289,22 +289,22 @@ QByteArray MovAssembly::header() const {
         }
         content += boxed(box.type, bytes);
     }
-    return boxed(fourCc("moov"), content);
+    return boxed(four("moov"), content);
 }
 
 /// A track's box, down to the table that says where its samples lie.
 QByteArray MovAssembly::trackBox(const Track& track, QByteArrayView content, int depth) const {
-    constexpr Type way[] = {fourCc("mdia"), fourCc("minf"), fourCc("stbl")};
+    constexpr BoxType way[] = {four("mdia"), four("minf"), four("stbl")};
     QByteArray bytes;
     for (const auto& box : MovBoxes::children(content)) {
         if (depth < 3 && box.type == way[depth]) {
             bytes += boxed(box.type, trackBox(track, box.content, depth + 1));
-        } else if (depth == 3 && (box.type == fourCc("stco") || box.type == fourCc("co64"))) {
-            bytes += boxed(fourCc("co64"), offsets(track));
-        } else if (depth == 0 && box.type == fourCc("tref")) {
+        } else if (depth == 3 && (box.type == four("stco") || box.type == four("co64"))) {
+            bytes += boxed(four("co64"), offsets(track));
+        } else if (depth == 0 && box.type == four("tref")) {
             const QByteArray kept = references(box.content);
             if (!kept.isEmpty()) bytes += boxed(box.type, kept);
-        } else if (depth == 0 && box.type == fourCc("tkhd") && !box.content.isEmpty()) {
+        } else if (depth == 0 && box.type == four("tkhd") && !box.content.isEmpty()) {
             QByteArray head = box.content.toByteArray();
             put<quint32>(head, head[0] == 1 ? 20 : 12, track.id);
             bytes += boxed(box.type, head);
@@ -317,9 +317,9 @@ QByteArray MovAssembly::trackBox(const Track& track, QByteArrayView content, int
 
 QByteArray MovAssembly::offsets(const Track& track) const {
     QByteArray bytes(4, '\0');
-    append<quint32>(bytes, quint32(track.chunks.size()));
+    appendBig<quint32>(bytes, quint32(track.chunks.size()));
     for (const Chunk& chunk : track.chunks)
-        append<quint64>(bytes, quint64(chunk.to));
+        appendBig<quint64>(bytes, quint64(chunk.to));
     return bytes;
 }
 
@@ -332,7 +332,7 @@ QByteArray MovAssembly::references(QByteArrayView content) const {
         while (reader.rest().size() >= 4) {
             const quint32 id = reader.u32();
             if (std::any_of(tracks_.begin(), tracks_.end(), [id](const Track& track) { return track.id == id; }))
-                append<quint32>(ids, id);
+                appendBig<quint32>(ids, id);
         }
         if (!ids.isEmpty()) bytes += boxed(kind.type, ids);
     }

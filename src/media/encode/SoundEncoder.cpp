@@ -6,7 +6,7 @@
 namespace daylark {
 namespace {
 
-constexpr qint64 piece = 8192; // frames
+constexpr qint64 framesAtOnce = 8192; // frames
 
 AVCodecID plainCodec(SoundDepth depth) {
     switch (depth) {
@@ -128,13 +128,13 @@ Result<void> SoundEncoder::openCodec(AVCodecID id, const AVOutputFormat& contain
     av_channel_layout_uninit(&from);
     av_channel_layout_uninit(&to);
     if (code < 0) return av::errorOf("preparing the sound", code);
-    waiting_ = av_audio_fifo_alloc(codec_->sample_fmt, channels, int(piece));
+    waiting_ = av_audio_fifo_alloc(codec_->sample_fmt, channels, int(framesAtOnce));
     return {};
 }
 
 Result<void> SoundEncoder::encodeSome(const std::function<Result<void>(AVPacket*)>& packet, const CancelFlag* cancel) {
     if (ended_) return {};
-    const qint64 count = std::min(piece, length_ - read_);
+    const qint64 count = std::min(framesAtOnce, length_ - read_);
     std::vector<double> frames(size_t(std::max<qint64>(count, 1)) * size_t(sound_.form().channels));
     const Result<void> read = sound_.read(read_, frames.data(), count, cancel);
     if (!read) return read;
