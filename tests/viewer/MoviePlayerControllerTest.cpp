@@ -53,6 +53,32 @@ TEST_F(MoviePlayerControllerTest, OfManySelectionsInARowOnlyTheLastIsShown) {
     EXPECT_EQ(first->mLastFrameVisited, MediaTime{}) << "what was never shown has no place";
 }
 
+TEST_F(MoviePlayerControllerTest, OffTheNetworkAnAnswerAboutOneFileIsNeverAnothersRecord) {
+    preferences.networkMode.set(false);
+    const QTemporaryDir folder;
+    const auto copied = [&](const char* name, int frames) {
+        const QString path = folder.filePath(QLatin1String(name));
+        EXPECT_TRUE(QFile::copy(bench::movie({.frames = frames, .group = 12}), path));
+        const auto movie = record(path);
+        edits.refresh(movie, [](Movie& fresh) { fresh.applyFileCheck(checkFile(fresh.fileReference(false))); });
+        return movie;
+    };
+    const auto first = copied("first.mov", 30), second = copied("second.mov", 48);
+    show({first, second});
+    for (const auto& movie : {first, second})
+        ASSERT_TRUE(QFile::rename(movie->filepathString, movie->filepathString + u".moved.mov"_qs));
+    for (int round = 0; round < 5; ++round) {
+        controller.list().setSelectionIndex(1);
+        controller.list().setSelectionIndex(0);
+        controller.list().setSelectionIndex(1);
+        ASSERT_TRUE(bench::waitUntil([&] { return player.isOpen() && player.index().count() == 48; }));
+        controller.list().setSelectionIndex(0);
+        ASSERT_TRUE(bench::waitUntil([&] { return player.isOpen() && player.index().count() == 30; }));
+    }
+    EXPECT_TRUE(second->filenameString.startsWith(u"second")) << qPrintable(second->filenameString);
+    EXPECT_TRUE(first->filenameString.startsWith(u"first")) << qPrintable(first->filenameString);
+}
+
 TEST_F(MoviePlayerControllerTest, AMissingFileIsToldAndTheRunEnds) {
     show({first, record(QStringLiteral("/nowhere/gone.mov"))});
     transport.playMovieForwards();

@@ -63,8 +63,10 @@ TEST_F(ViewerBookmarksTest, TextsOfAllActiveBookmarksAreJoinedAndFollowThePositi
         bookmarks.addBookmark();
     }
     bookmarks.setOverlayString(bookmarks.bookmarks()[0], QStringLiteral("A"));
+    QSignalSpy told(&bookmarks, &ViewerBookmarks::activeBookmarksChanged);
     bookmarks.setOverlayString(bookmarks.bookmarks()[1], QStringLiteral("B"));
     EXPECT_EQ(bookmarks.overlayTextData(), QStringLiteral("  A  B"));
+    EXPECT_EQ(told.count(), 1) << "another text of the same bookmarks";
     goTo(12);
     EXPECT_EQ(bookmarks.overlayTextData(), QStringLiteral("  A"));
     goTo(26);

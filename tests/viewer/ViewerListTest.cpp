@@ -24,6 +24,8 @@ TEST_F(ViewerListTest, DraggedRowsStandTogetherAndTheSelectionStaysOnItsMovies) 
     list.setSelectionIndexes({1, 3});
     QSignalSpy shown(&list, &ViewerList::selectionChanged);
     QSignalSpy reordered(&list, &ViewerList::reordered);
+    list.setSelectionIndexes({1, 2, 3}); // the same is on screen
+    list.setSelectionIndexes({1, 3});
     list.moveMovies({1, 3}, 5);
     EXPECT_EQ(order(), QStringLiteral("acebd"));
     EXPECT_EQ(list.selectionIndexes(), (ViewerList::Rows{3, 4}));
