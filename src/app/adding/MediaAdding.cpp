@@ -25,7 +25,7 @@ namespace daylark {
 
 namespace {
 
-constexpr qint64 progressIntervalMs = 100;
+constexpr qint64 walkReportMs = 100;
 
 QString lastPathComponent(const QString& path) {
     return path.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
@@ -302,7 +302,7 @@ void MediaAdding::startNext() {
         QElapsedTimer sinceReport;
         sinceReport.start();
         const auto report = [this, job, &sinceReport](qint64 found) {
-            if (sinceReport.elapsed() < progressIntervalMs) return;
+            if (sinceReport.elapsed() < walkReportMs) return;
             sinceReport.restart();
             WorkQueue::deliver(this, [this, job, found] { surroundings_.progress.say(job, textsFor(found)); });
         };

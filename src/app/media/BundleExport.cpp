@@ -16,7 +16,7 @@ namespace daylark {
 
 namespace {
 
-constexpr qint64 progressIntervalMs = 100;
+constexpr qint64 bundleReportMs = 100;
 
 ProgressBoard::Texts exportTexts() {
     return {BundleExport::tr("Exporting Daylark Movie"), BundleExport::tr("Large files may take several minutes"),
@@ -88,7 +88,7 @@ void BundleExport::write(Form form, const std::shared_ptr<Movie>& movie, const Q
         sinceReport.start();
         const qint64 total = form == Form::folder ? QFileInfo(checkFile(source.file).path).size() : 0;
         const CopyWatch watch{cancelled.get(), [&](qint64 bytes) {
-                                  if (bytes < total && sinceReport.elapsed() < progressIntervalMs) return;
+                                  if (bytes < total && sinceReport.elapsed() < bundleReportMs) return;
                                   sinceReport.restart();
                                   WorkQueue::deliver(this, [this, job, bytes, total] {
                                       ProgressBoard::Texts texts = exportTexts();

@@ -18,7 +18,7 @@ namespace daylark {
 
 namespace {
 
-constexpr qint64 progressIntervalMs = 100;
+constexpr qint64 gatheringReportMs = 100;
 constexpr size_t largestToldOneByOne = 1000;
 
 } // namespace
@@ -109,7 +109,7 @@ void MediaGathering::copy(Scope scope, const Sources& sources, const QString& fo
         size_t filesDone = 0;
         GatherWatch watch{cancelled.get()};
         watch.bytes = [&](qint64 done, qint64 total) {
-            if (done > 0 && done < total && sinceReport.elapsed() < progressIntervalMs) return;
+            if (done > 0 && done < total && sinceReport.elapsed() < gatheringReportMs) return;
             sinceReport.restart();
             WorkQueue::deliver(this, [this, job, scope, count, files = filesDone, done, total] {
                 worker_->bytes[job] = ProgressBoard::bytesText(done, total);
@@ -120,7 +120,7 @@ void MediaGathering::copy(Scope scope, const Sources& sources, const QString& fo
         watch.fileDone = [&](size_t files) {
             filesDone = files;
             // Files by the thousand that are all there already would be told faster than anybody can show it.
-            if (count > largestToldOneByOne && files < count && sinceReport.elapsed() < progressIntervalMs) return;
+            if (count > largestToldOneByOne && files < count && sinceReport.elapsed() < gatheringReportMs) return;
             if (count > largestToldOneByOne) sinceReport.restart();
             WorkQueue::deliver(this, [this, job, scope, files, count] { say(job, scope, files, count); });
         };
