@@ -20,6 +20,8 @@ if(CMAKE_SYSTEM_NAME STREQUAL Linux)
   # -D_REENTRANT comes along, which threads give anyway; a definition that others lack would keep headers from being shared.
   set_target_properties(PkgConfig::PULSE PROPERTIES INTERFACE_COMPILE_OPTIONS "")
 endif()
+pkg_check_modules(MINIUPNPC REQUIRED IMPORTED_TARGET miniupnpc)
+find_library(NATPMP_LIBRARY natpmp REQUIRED) # has no description of its own
 pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 find_package(CLI11 REQUIRED)
 

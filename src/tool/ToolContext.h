@@ -40,6 +40,8 @@ void addLinkCommands(CLI::App& app, ToolContext& context);
 void addListCommands(CLI::App& app, ToolContext& context);
 void addCopyCommands(CLI::App& app, ToolContext& context);
 void addRelinkCommand(CLI::App& app, ToolContext& context);
+void addAudioCommand(CLI::App& app, ToolContext& context);
+void addPortMapCommand(CLI::App& app, ToolContext& context);
 void addBenchCommands(CLI::App& app, ToolContext& context);
 
 } // namespace daylark::tool

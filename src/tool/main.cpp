@@ -55,6 +55,8 @@ int main(int argc, char** argv) {
     addListCommands(app, context);
     addCopyCommands(app, context);
     addRelinkCommand(app, context);
+    addAudioCommand(app, context);
+    addPortMapCommand(app, context);
     addBenchCommands(app, context);
     try {
         app.parse(int(given.size()), given.data());

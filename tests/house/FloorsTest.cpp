@@ -21,6 +21,7 @@ QMap<QString, QSet<QString>> allowedFloors() {
         return QSet<QString>(list.begin(), list.end());
     };
     return {{QStringLiteral("base"), set("base")},
+            {QStringLiteral("net"), set("base net")},
             {QStringLiteral("archive"), set("base archive")},
             {QStringLiteral("platform"), set("base platform")},
             {QStringLiteral("preferences"), set("base platform preferences")},
@@ -41,7 +42,7 @@ QMap<QString, QSet<QString>> allowedFloors() {
             {QStringLiteral("ui"), set("base archive platform preferences model review media playback "
                                        "annotate picture viewer export app commands ui")},
             {QStringLiteral("tool"), set("base archive platform preferences model review media playback "
-                                         "annotate picture viewer export app commands tool")}};
+                                         "annotate picture viewer export app commands net tool")}};
 }
 
 struct Include {
