@@ -69,15 +69,15 @@ protected:
         return found;
     }
     static QByteArray facts(const QString& path) {
-        return answerOf("ffprobe",
-                        {u"-v"_qs, u"error"_qs, u"-select_streams"_qs, u"v"_qs, u"-show_entries"_qs,
-                         u"stream=codec_name,codec_tag_string,width,height,color_range,color_space,color_transfer,color_primaries,"
-                         "sample_aspect_ratio,r_frame_rate,nb_frames,duration,start_time:stream_tags=timecode:stream_side_data=rotation"_qs,
-                         u"-of"_qs, u"default"_qs, path});
+        const QString entries = u"stream=codec_name,codec_tag_string,width,height,color_range,color_space,color_transfer,"
+                                "color_primaries,sample_aspect_ratio,r_frame_rate,nb_frames,duration,start_time:"
+                                "stream_tags=timecode:stream_side_data=rotation"_qs;
+        return answerOf("ffprobe", {u"-v"_qs, u"error"_qs, u"-select_streams"_qs, u"v"_qs, u"-show_entries"_qs, entries, path});
     }
     static qsizetype soundStreams(const QString& path) {
-        const QByteArray indexes = answerOf("ffprobe", {u"-v"_qs, u"error"_qs, u"-select_streams"_qs, u"a"_qs, u"-show_entries"_qs,
-                                                        u"stream=index"_qs, u"-of"_qs, u"default=nk=1:nw=1"_qs, path});
+        const QByteArray indexes =
+            answerOf("ffprobe", {u"-v"_qs, u"error"_qs, u"-select_streams"_qs, u"a"_qs, u"-show_entries"_qs, u"stream=index"_qs,
+                                 u"-of"_qs, u"default=nk=1:nw=1"_qs, path});
         const QList<QByteArray> lines = indexes.split('\n');
         QSet<QByteArray> found(lines.begin(), lines.end()); // a program's streams are told twice
         found.remove({});
@@ -104,11 +104,13 @@ TEST_F(MovieExportTest, QuickTimeFilesKeepPicturesTimecodeColoursRotationAndEdit
     const QString plain = make("plain.mov", h264, tags);
     const QString turned = folder.filePath(u"turned.mov"_qs), cut = folder.filePath(u"cut.mp4"_qs);
     ASSERT_TRUE(ffmpeg({u"-i"_qs, plain, u"-c"_qs, u"copy"_qs, u"-metadata:s:v"_qs, u"rotate=90"_qs, turned}));
-    ASSERT_TRUE(ffmpeg({u"-ss"_qs, u"1.3"_qs, u"-i"_qs, plain, u"-c"_qs, u"copy"_qs, u"-map"_qs, u"0:v"_qs, u"-map"_qs, u"0:a"_qs, cut}));
+    ASSERT_TRUE(ffmpeg({u"-ss"_qs, u"1.3"_qs, u"-i"_qs, plain, u"-c"_qs, u"copy"_qs, u"-map"_qs, u"0:v"_qs,
+        u"-map"_qs, u"0:a"_qs, cut}));
     const QString edited = make("edited.mov", {u"-c:v"_qs, u"mjpeg"_qs, u"-c:a"_qs, u"pcm_s16le"_qs},
                                 {u"-video_track_timescale"_qs, u"25000"_qs});
     ASSERT_TRUE(truth::replaceEditList(edited, {{10, 60}, {30, 20}, {5, 90}}, 1000, 40));
-    const QString longSound = sound("long.wav", 6, "pcm_s24le", 48000), shortSound = sound("short.wav", 1.5, "pcm_s16le", 44100, "mono");
+    const QString longSound = sound("long.wav", 6, "pcm_s24le", 48000), shortSound = sound("short.wav", 1.5,
+        "pcm_s16le", 44100, "mono");
     for (const QString& movie : {plain, turned, cut, edited}) {
         SCOPED_TRACE(QFileInfo(movie).fileName().toStdString());
         const QByteArray shown = pictures(movie), said = facts(movie);
@@ -179,7 +181,8 @@ TEST_F(MovieExportTest, EveryOtherContainerIsCopiedPacketByPacket) {
     const QStringList mpeg{u"-c:v"_qs, u"mpeg2video"_qs, u"-bf"_qs, u"2"_qs, u"-c:a"_qs, u"pcm_s16le"_qs};
     const QStringList stream{u"-c:v"_qs, u"libx264"_qs, u"-c:a"_qs, u"mp2"_qs};
     const QString replacement = sound("new.wav", 2, "pcm_s16le", 48000);
-    for (const QString& movie : {make("a.mkv", h264), make("b.mxf", mpeg, {u"-timecode"_qs, u"02:00:00:00"_qs}), make("c.ts", stream),
+    for (const QString& movie : {make("a.mkv", h264), make("b.mxf", mpeg, {u"-timecode"_qs, u"02:00:00:00"_qs}),
+        make("c.ts", stream),
                                  make("d.avi", {u"-c:v"_qs, u"mjpeg"_qs, u"-c:a"_qs, u"pcm_s16le"_qs}),
                                  make("fragments.mp4", h264, {u"-movflags"_qs, u"frag_keyframe+empty_moov"_qs})}) {
         SCOPED_TRACE(QFileInfo(movie).fileName().toStdString());
@@ -192,7 +195,8 @@ TEST_F(MovieExportTest, EveryOtherContainerIsCopiedPacketByPacket) {
             EXPECT_EQ(soundStreams(saved), sound.kind == Kind::none ? 0 : 1);
         }
     }
-    EXPECT_TRUE(answerOf("ffprobe", {u"-v"_qs, u"error"_qs, u"-show_entries"_qs, u"format_tags=timecode:stream_tags=timecode"_qs,
+    EXPECT_TRUE(answerOf("ffprobe", {u"-v"_qs, u"error"_qs, u"-show_entries"_qs,
+        u"format_tags=timecode:stream_tags=timecode"_qs,
                                      folder.filePath(u"saved.mxf"_qs)})
                     .contains("02:00:00:00"));
 }

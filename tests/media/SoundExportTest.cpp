@@ -50,10 +50,12 @@ protected:
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(reinterpret_cast<const char*>(samples.data()), qint64(samples.size() * sizeof(double)));
-        return {u"-f"_qs, u"f64le"_qs, u"-ar"_qs, QString::number(rate), u"-ch_layout"_qs, QLatin1String(layout), u"-i"_qs, path};
+        return {u"-f"_qs, u"f64le"_qs, u"-ar"_qs, QString::number(rate), u"-ch_layout"_qs, QLatin1String(layout),
+            u"-i"_qs, path};
     }
     /// A file of these sounds, a stream each, with three seconds of pictures where its name is a movie's.
-    QString make(const char* name, const std::vector<QStringList>& sounds, const char* codec, const QStringList& extra = {}) const {
+    QString make(const char* name, const std::vector<QStringList>& sounds, const char* codec,
+        const QStringList& extra = {}) const {
         const QString path = folder.filePath(QLatin1String(name));
         const bool pictures = !path.endsWith(u".wav"_qs) && !path.endsWith(u".flac"_qs);
         QStringList arguments, maps;
@@ -179,7 +181,8 @@ TEST_F(SoundExportTest, AnAddedFileTakesThePlaceOfTheOwnSoundForTheMoviesLength)
         double seconds;
     };
     for (const Case& each : {Case{"short.wav", "pcm_s24le", "mono", 44100, 1, 1.3},
-                             Case{"long.wav", "pcm_s24le", "5.1", 96000, 6, 5}, Case{"exact.flac", "flac", "stereo", 48000, 2, 3}}) {
+                             Case{"long.wav", "pcm_s24le", "5.1", 96000, 6, 5}, Case{"exact.flac", "flac", "stereo",
+                                 48000, 2, 3}}) {
         SCOPED_TRACE(each.file);
         const int bits = qstrcmp(each.codec, "flac") == 0 ? 16 : 24;
         const auto samples = noise(qint64(each.seconds * each.rate), each.channels, bits, 7);
@@ -235,11 +238,13 @@ TEST_F(SoundExportTest, BeyondFourGigabytesTheHeaderCountsIn64Bits) {
     file.write(waveSamples(last.data(), qint64(last.size()), form.depth));
     file.close();
     EXPECT_EQ(head.left(4), "RF64");
-    EXPECT_EQ(answerOf("ffprobe", {u"-v"_qs, u"error"_qs, u"-show_entries"_qs, u"stream=duration_ts,channel_layout"_qs, u"-of"_qs,
+    EXPECT_EQ(answerOf("ffprobe", {u"-v"_qs, u"error"_qs, u"-show_entries"_qs,
+        u"stream=duration_ts,channel_layout"_qs, u"-of"_qs,
                                    u"csv=p=0"_qs, wave()})
                   .trimmed(),
               "7.1," + QByteArray::number(frames));
-    const QByteArray bytes = answerOf("ffmpeg", {u"-v"_qs, u"error"_qs, u"-ss"_qs, QString::number(200 * 60 - 1), u"-i"_qs, wave(),
+    const QByteArray bytes = answerOf("ffmpeg", {u"-v"_qs, u"error"_qs, u"-ss"_qs, QString::number(200 * 60 - 1),
+        u"-i"_qs, wave(),
                                                  u"-f"_qs, u"f64le"_qs, u"-"_qs});
     ASSERT_EQ(size_t(bytes.size()), last.size() * sizeof(double));
     EXPECT_EQ(std::memcmp(bytes.constData(), last.data(), size_t(bytes.size())), 0);

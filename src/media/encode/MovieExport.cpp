@@ -59,7 +59,8 @@ Result<void> assemble(const Job& job, MovAssembly& assembly, const AVOutputForma
     if (!apart) return apart.error();
     MovieCopy copy(apart->path(), container);
     copy.setOption("movie_timescale", QByteArray::number(assembly.timeScale()));
-    if (const auto copied = copy.copy(nullptr, false, added->encoder.get(), std::max(0.0, added->start), job.watch); !copied) return copied;
+    const Result<void> copied = copy.copy(nullptr, false, added->encoder.get(), std::max(0.0, added->start), job.watch);
+    if (!copied) return copied;
     if (const auto lifted = assembly.addSound(apart->path()); !lifted) return lifted;
     return assembly.write(file.handle(), job.watch);
 }

@@ -19,7 +19,7 @@ enum class SoundDepth { bits16, bits24, bits32, float32, float64 };
 struct SoundForm {
     int rate = 48000; ///< frames a second
     int channels = 2;
-    quint32 speakers = 0; ///< which speaker each channel is for, a bit each in channel order, as WAVE files say it; 0: nobody says
+    quint32 speakers = 0; ///< a bit for each channel's, in their order, as WAVE files have them; 0: nobody says
     SoundDepth depth = SoundDepth::bits16;
 };
 
