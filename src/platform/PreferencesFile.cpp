@@ -1,6 +1,7 @@
 #include "platform/PreferencesFile.h"
 
 #include "platform/AtomicFile.h"
+#include "platform/lock/Leftovers.h"
 
 #include <QColor>
 #include <QDir>
@@ -121,17 +122,6 @@ private:
     int file_;
 };
 
-/// What copies of the program left that were killed while writing. Called under the lock, so nobody is
-/// writing now.
-void removeLeftoversOf(const QString& path) {
-    const QFileInfo info(path);
-    QDir folder = info.dir();
-    const QStringList leftovers =
-        folder.entryList({info.fileName() + QStringLiteral(".??????")}, QDir::Files);
-    for (const QString& leftover : leftovers)
-        folder.remove(leftover);
-}
-
 } // namespace
 
 QByteArray formatPreferences(const PreferenceValues& values) {
@@ -172,7 +162,7 @@ Result<void> mergeIntoPreferencesFile(const QString& path, const PreferenceChang
     const PreferencesLock lock(path + QStringLiteral(".lock"));
     if (!lock.tryFor(std::chrono::milliseconds(lockWaitMs)))
         return Error{QStringLiteral("%1 is locked").arg(path)};
-    removeLeftoversOf(path);
+    removeLeftoversOf(path); // nobody else is writing now
     Result<PreferenceValues> read = readPreferencesFile(path);
     if (!read) // writing now would lose what others have stored
         return read.error();

@@ -2,6 +2,7 @@
 
 #include "app/playlists/Library.h"
 #include "platform/FailedWrites.h"
+#include "platform/lock/Leftovers.h"
 
 #include <QFileInfo>
 
@@ -58,6 +59,9 @@ TemporarySession::Place TemporarySession::ownPlace(const QString& path) {
         if (taken.lock || taken.holder.isEmpty()) {
             if (number > 1) place.path = base + u'.' + first.suffix();
             place.lock = std::move(taken.lock);
+            if (place.lock)
+                for (const QString& written : {place.path, base + QStringLiteral(".journal")})
+                    removeLeftoversOf(written);
             return place;
         }
         if (number == 1)

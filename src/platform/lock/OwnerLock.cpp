@@ -39,8 +39,8 @@ QByteArray bootOf() {
 /// host, boot, process, begin: a line each.
 QByteArray ourselves() {
     const qint64 process = ::getpid();
-    return QSysInfo::machineHostName().toUtf8() + '\n' + bootOf() + '\n' + QByteArray::number(process) + '\n' + beginOf(process) +
-           '\n';
+    return QSysInfo::machineHostName().toUtf8() + '\n' + bootOf() + '\n' + QByteArray::number(process) + '\n' +
+           beginOf(process) + '\n';
 }
 
 bool isDead(const QByteArray& owner) {
