@@ -6,6 +6,7 @@ namespace daylark {
 
 int ScriptedAlerts::run(const Alert& alert) {
     shown.push_back(alert);
+    if (meanwhile) meanwhile();
     if (answers.empty() && alert.tellsDismissal) return dismissed;
     if (answers.empty()) return firstButton + std::max(0, int(alert.buttons.size()) - 1);
     const int answer = answers.front();

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 namespace daylark {
@@ -37,6 +38,7 @@ class ScriptedAlerts : public Alerts {
 public:
     std::deque<int> answers;
     std::vector<Alert> shown;
+    std::function<void()> meanwhile; ///< happens while an alert stands
     [[nodiscard]] int run(const Alert& alert) override;
 };
 

@@ -42,6 +42,20 @@ TEST_F(DuplicateRemovalTest, TheItemWithReviewWorkStaysAndTheSecondButtonRemoves
     EXPECT_EQ(question().buttons, QStringList{u"Okay"_s});
 }
 
+TEST_F(DuplicateRemovalTest, AnAnswerIsForThePlaylistThatWasAskedAbout) {
+    const auto day = addPlaylist(u"Day"_s, {u"1/a.mov"_s, u"2/a.mov"_s});
+    const auto other = addPlaylist(u"Other"_s, {u"b.mov"_s});
+    library().selectPlaylist(0);
+    alerts.meanwhile = [this] { library().selectPlaylist(1); };
+    ask(Alerts::firstButton);
+    EXPECT_EQ(day->count() + other->count(), 3);
+    library().selectPlaylist(0);
+    library().selectMovies({0});
+    alerts.answers = {Alerts::firstButton};
+    controller->playlistEditing().removeSelectedMovies();
+    EXPECT_EQ(day->count() + other->count(), 3);
+}
+
 TEST_F(DuplicateRemovalTest, ModifiedOnesCanBeKept) {
     const auto day =
         addPlaylist(u"Day"_s, {u"1/a.mov"_s, u"2/a.mov"_s, u"3/a.mov"_s, u"1/c.mov"_s, u"2/c.mov"_s});

@@ -145,6 +145,18 @@ TEST_F(MediaStatesTest, OnlyForcedRequestsReplaceAThumbnail) {
     EXPECT_EQ(movie->thumbnail.decode().pixelColor(50, 28), QColor(Qt::red));
 }
 
+TEST_F(MediaStatesTest, AThumbnailThatAPersonSetMeanwhileStays) {
+    addPlaylist(u"Day"_s, {});
+    add({makeClip(u"a.mov"_s)});
+    const auto movie = library().arrangedMovies()[0];
+    ASSERT_TRUE(movie->thumbnail.isNil()) << "still being made";
+    QImage picture(640, 360, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    controller->thumbnails().recreateCurrentThumbnail(movie, picture, {u"Set Thumbnail Image"_s, 0});
+    settleThumbnails();
+    EXPECT_EQ(movie->thumbnail.decode().pixelColor(50, 28), QColor(Qt::red));
+}
+
 TEST_F(MediaStatesTest, AMissingItemKeepsItsThumbnailWhoeverAsksForAnother) {
     addPlaylist(u"Day"_s, {});
     add({makeClip(u"a.mov"_s)});

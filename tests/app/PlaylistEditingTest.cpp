@@ -62,6 +62,15 @@ TEST_F(PlaylistEditingTest, MovingItemsRenumbersThemAndShowsThePlaylistsOwnOrder
     EXPECT_EQ(playlist->movieList.front()->filenameString, u"b.mov"_s);
 }
 
+TEST_F(PlaylistEditingTest, ItemsStandWhereTheirNumbersSayWhoeverChangesThem) {
+    addPlaylist(u"Day"_s, {u"a.mov"_s, u"b.mov"_s, u"c.mov"_s});
+    const auto first = library().arrangedMovies()[0];
+    library().store().setSortOrder(first, {u"Order"_s}, 99);
+    EXPECT_EQ(library().arrangedMovies().back(), first);
+    controller->edits().history().undo();
+    EXPECT_EQ(library().arrangedMovies().front(), first);
+}
+
 TEST_F(PlaylistEditingTest, AnOrderMadeInTheViewerIsThePlaylistsOwnOrder) {
     const auto playlist = addPlaylist(u"Day"_s, {u"c.mov"_s, u"b.mov"_s, u"a.mov"_s});
     library().setSort(u"filenameString"_s, true);
