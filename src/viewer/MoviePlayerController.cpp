@@ -1,5 +1,6 @@
 #include "viewer/MoviePlayerController.h"
 
+#include "base/jobs/Patience.h"
 #include "media/facts/TimecodeTrack.h"
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
@@ -10,18 +11,6 @@
 #include <QStringList>
 
 namespace daylark {
-
-namespace {
-
-/// An added file takes the place of the movie's own sound.
-MovieSound soundOf(const Movie& movie) {
-    using Kind = MovieSound::Kind;
-    if (movie.movieHasUserAudio())
-        return {Kind::added, movie.mUserAudioTrack, movie.mUserAudioTrackBookmarkData};
-    return {movie.shouldRemoveAudioTracks ? Kind::none : Kind::own, {}, {}};
-}
-
-} // namespace
 
 MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
@@ -39,6 +28,8 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     , geometry_(current_, surroundings.preferences, tools_, panels_)
     , scene_({current_, surroundings.player, geometry_, grade_, drawings_, visibility_})
     , snapshots_(surroundings.preferences, surroundings.panels, list_, time_, surroundings.failedWrites)
+    , audio_({current_, surroundings.edits, surroundings.player, surroundings.panels, surroundings.alerts,
+              surroundings.failedWrites})
     , input_({surroundings.preferences, transport_, bookmarks_, panels_})
     , neighbours_(surroundings.player, list_, surroundings.preferences)
     , onscreenTextColour_(surroundings.preferences.onscreenTextColour()) {
@@ -75,6 +66,11 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
 MoviePlayerController::~MoviePlayerController() {
     probeCancel_ = true;
     if (timecodeCancel_) *timecodeCancel_ = true;
+}
+
+void MoviePlayerController::setLibrary(LibraryLink* library) {
+    library_ = library;
+    audio_.setLibrary(library);
 }
 
 void MoviePlayerController::open(std::vector<std::shared_ptr<Movie>> movies, qsizetype selectionIndex) {
@@ -126,7 +122,8 @@ void MoviePlayerController::openCurrentMovie() {
     if (surroundings_.preferences.networkMode())
         return player.open(currentMovie()->filepathString, soundOf(*currentMovie()));
     fileWork_.run([this, opening = ++opening_, file = currentMovie()->fileReference(false)] {
-        WorkQueue::deliver(this, [this, opening, check = checkFile(file)] {
+        const auto answer = askWithPatience<FileCheck>([file] { return checkFile(file); }, fileSystemPatience);
+        WorkQueue::deliver(this, [this, opening, check = answer.value_or(FileCheck{false, file.path})] {
             if (opening != opening_ || !currentMovie()) return; // another movie by now
             if (check.found && check.path != currentMovie()->filepathString) {
                 surroundings_.edits.refresh(currentMovie(),

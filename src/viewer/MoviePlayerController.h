@@ -17,6 +17,7 @@
 #include "viewer/review/ViewerBookmarks.h"
 #include "viewer/review/ViewerGrade.h"
 #include "viewer/review/ViewerList.h"
+#include "viewer/sound/MovieAudio.h"
 #include "viewer/transport/NeighbourMovies.h"
 #include "viewer/transport/PlaybackRange.h"
 #include "viewer/transport/TimeDisplay.h"
@@ -57,7 +58,7 @@ public:
     explicit MoviePlayerController(const Surroundings& surroundings, QObject* parent = nullptr);
     ~MoviePlayerController() override; ///< ends a probing under way and waits for it (a second at most)
 
-    void setLibrary(LibraryLink* library) { library_ = library; } ///< before the first `open`
+    void setLibrary(LibraryLink* library); ///< before the first `open`
 
     /// Shows the window on these movies at this position.
     void open(std::vector<std::shared_ptr<Movie>> movies, qsizetype selectionIndex);
@@ -78,6 +79,7 @@ public:
     [[nodiscard]] ViewerGeometry& geometry() { return geometry_; }
     [[nodiscard]] ViewerScene& scene() { return scene_; }
     [[nodiscard]] Snapshots& snapshots() { return snapshots_; }
+    [[nodiscard]] MovieAudio& audio() { return audio_; }
     [[nodiscard]] ViewerInput& input() { return input_; }
     [[nodiscard]] Player& player() { return surroundings_.player; }
     [[nodiscard]] ReviewEdits& edits() { return surroundings_.edits; }
@@ -143,6 +145,7 @@ private:
     ViewerGeometry geometry_;
     ViewerScene scene_;
     Snapshots snapshots_;
+    MovieAudio audio_;
     ViewerInput input_;
     NeighbourMovies neighbours_;
     QTimer timer_;

@@ -136,7 +136,7 @@ protected:
         settleThumbnails();
         settleFiles();
         ASSERT_TRUE(waitUntil([this] {
-            return !controller->relinking().isBusy() && !controller->fileExistence().isChecking() &&
+            return !viewer().audio().isBusy() && !controller->relinking().isBusy() && !controller->fileExistence().isChecking() &&
                    !controller->fileStates().isUpdating();
         }));
         settleThumbnails();

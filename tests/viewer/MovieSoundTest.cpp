@@ -4,6 +4,7 @@
 #include "viewer/ViewerFixture.h"
 
 #include <QDataStream>
+#include <QDir>
 #include <QFile>
 
 #include <cmath>
@@ -83,11 +84,15 @@ TEST_F(MovieSoundTest, TheMovieIsHeardWithTheSoundThatItsRecordSays) {
     show({movie});
     expectBeeps(beepsFromTheBeginning(2.1), {0, 1, 2});
 
-    edits.refresh(movie, [](Movie& m) { m.removeOriginalMovieAudio(); });
+    controller.audio().removeMovieAudioTracks();
     EXPECT_TRUE(fallsSilent()) << "in the middle of a run, too";
     EXPECT_EQ(player.rate(), 1.0f);
 
-    edits.refresh(movie, [this](Movie& m) { m.addAudioFile(createFileBookmark(added)); });
+    panels.openAnswers = {{added}};
+    controller.audio().addAudioTrack();
+    ASSERT_TRUE(waitUntil([this] { return movie->movieHasUserAudio(); }));
+    EXPECT_EQ(panels.opensShown.back().title, u"Link Audio File"_qs);
+    EXPECT_FALSE(panels.opensShown.back().allowMultiple);
     expectBeeps(beepsFromTheBeginning(4.6),
                 {0.5, 2.5, 4.5}); // silent after its end, and again with the movie
 
@@ -95,8 +100,78 @@ TEST_F(MovieSoundTest, TheMovieIsHeardWithTheSoundThatItsRecordSays) {
     ASSERT_TRUE(settled());
     expectBeeps(beepsFromTheBeginning(0.6), {0.5});
 
-    edits.refresh(movie, [](Movie& m) { m.revertToOriginalMovieAudio(); });
+    goTo(30);
+    controller.audio().revertMovieAudioTracks();
+    EXPECT_EQ(player.currentFrame(), 29);
     expectBeeps(beepsFromTheBeginning(1.1), {0, 1});
+
+    // Each is a step.
+    history.undo();
+    EXPECT_TRUE(movie->movieHasUserAudio());
+    expectBeeps(beepsFromTheBeginning(0.6), {0.5});
+    history.undo();
+    EXPECT_TRUE(controller.audio().isSilenced());
+    history.undo();
+    EXPECT_FALSE(controller.audio().isChanged());
+    expectBeeps(beepsFromTheBeginning(1.1), {0, 1});
+    history.redo();
+    EXPECT_TRUE(controller.audio().isSilenced());
+}
+
+TEST_F(MovieSoundTest, SoundAndMovieAreSavedUnderTheNamesProposedWhileTheViewerGoesOn) {
+    show({movie});
+    const QString wave = folder.filePath(u"out.wav"_qs), copy = folder.filePath(u"out.mov"_qs);
+    panels.openAnswers = {{added}};
+    controller.audio().addAudioTrack();
+    ASSERT_TRUE(waitUntil([this] { return movie->movieHasUserAudio(); }));
+    panels.saveAnswers = {wave, copy};
+    controller.audio().saveMovieAudioTracks();
+    controller.audio().saveMovieAs();
+    EXPECT_EQ(library.works, (QStringList{u"Saving Audio: out.wav"_qs, u"Saving Movie: out.mov"_qs}));
+    ASSERT_TRUE(waitUntil([this] { return library.ended.size() == 2; }));
+    EXPECT_GT(library.advances, 0);
+    ASSERT_EQ(panels.savesShown.size(), 2U);
+    EXPECT_EQ(panels.savesShown[0].title, u"Save Audio As..."_qs);
+    EXPECT_EQ(panels.savesShown[0].prompt, u"Save Audio"_qs);
+    EXPECT_EQ(panels.savesShown[0].proposedName, u"movie.wav"_qs);
+    EXPECT_EQ(panels.savesShown[1].title, u"Save Movie As..."_qs);
+    EXPECT_EQ(panels.savesShown[1].prompt, u"Save"_qs);
+    EXPECT_EQ(panels.savesShown[1].proposedName, u"movie (New Audio).mov"_qs);
+    EXPECT_EQ(QFileInfo(wave).size(), 44 + 4 * 44100 * 2) << "as long as the movie, as deep as the added file";
+    // The new movie is heard with that sound by itself.
+    const auto saved = record(copy);
+    show({saved});
+    expectBeeps(beepsFromTheBeginning(2.7), {0.5, 2.5});
+    EXPECT_TRUE(alerts.shown.empty());
+}
+
+TEST_F(MovieSoundTest, WhatCantBeSavedIsSaidOnceAndNothingIsSaidOfWhatWasCancelled) {
+    show({movie});
+    const QString nowhere = folder.filePath(u"gone/out"_qs);
+    panels.saveAnswers = {nowhere + u".wav"_qs, nowhere + u".mov"_qs};
+    controller.audio().saveMovieAudioTracks();
+    ASSERT_TRUE(waitUntil([this] { return library.ended.size() == 1; }));
+    ASSERT_EQ(alerts.shown.size(), 1U);
+    EXPECT_TRUE(alerts.shown[0].message.contains(u"out.wav"_qs));
+    EXPECT_FALSE(alerts.shown[0].informativeText.isEmpty());
+    controller.audio().saveMovieAs();
+    ASSERT_TRUE(waitUntil([this] { return library.ended.size() == 2; }));
+    EXPECT_EQ(alerts.shown.size(), 1U) << "a movie waits for another attempt instead";
+    ASSERT_EQ(failedWrites.list().size(), 1U);
+    EXPECT_EQ(failedWrites.list()[0].path, nowhere + u".mov"_qs);
+    QDir(folder.path()).mkdir(u"gone"_qs);
+    const auto again = failedWrites.list()[0].tryAgain;
+    again();
+    ASSERT_TRUE(waitUntil([this] { return library.ended.size() == 3; }));
+    EXPECT_TRUE(failedWrites.list().empty());
+    EXPECT_TRUE(QFile::exists(nowhere + u".mov"_qs));
+
+    library.cancelNext = true;
+    panels.saveAnswers = {nowhere + u".wav"_qs};
+    controller.audio().saveMovieAudioTracks();
+    ASSERT_TRUE(waitUntil([this] { return library.ended.size() == 4; }));
+    EXPECT_EQ(alerts.shown.size(), 1U);
+    EXPECT_FALSE(QFile::exists(nowhere + u".wav"_qs));
 }
 
 TEST_F(MovieSoundTest, AnAddedFileThatIsMissingOrUnreadableIsSilenceWithoutAlert) {

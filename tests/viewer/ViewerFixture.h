@@ -37,6 +37,17 @@ public:
     void viewerReordered() override { calls << QStringLiteral("viewerReordered"); }
     void saveTempSession() override { calls << QStringLiteral("saveTempSession"); }
     void bringLibraryToFront() override { calls << QStringLiteral("bringLibraryToFront"); }
+    Work workBegins(const QString& title, const QString& text) override {
+        works << title + u": "_qs + text;
+        return {int(works.size()), cancelled = std::make_shared<CancelFlag>(cancelNext)};
+    }
+    void workAdvances(int, qint64, qint64) override { ++advances; }
+    void workEnds(int id) override { ended << id; }
+    QStringList works;
+    QList<int> ended;
+    int advances = 0;
+    bool cancelNext = false;
+    std::shared_ptr<CancelFlag> cancelled;
     std::vector<qsizetype> shownIndexes;
     QStringList calls;
 };

@@ -152,6 +152,7 @@ ViewerWindowState bindViewerCommands(CommandSet& commands, MoviePlayerController
         commands.bind(id(name), run, &when.hasMovie);
     bindHistoryCommands(commands, controller.edits().history(),
                         [&controller] { return !controller.drawings().canvas().isDrawing(); });
+    bindAudioCommands(commands, controller, when);
     bindBookmarkCommands(commands, controller, when);
     bindDrawingCommands(commands, controller, when);
     bindGradeCommands(commands, controller, when);

@@ -32,7 +32,8 @@ Menu ViewerMenus::movie() {
 
 Menu ViewerMenus::bookmarks() {
     Menu menu{tr("&Bookmarks"),
-              {"viewer.addBookmark", "viewer.bookmarkFromRange", "viewer.editBookmarkText", "viewer.loopBookmark", "viewer.goToBookmark",
+              {"viewer.addBookmark", "viewer.bookmarkFromRange", "viewer.editBookmarkText", "viewer.loopBookmark",
+               "viewer.goToBookmark",
                "viewer.deleteBookmark", Menu::line, "viewer.previousBookmark", "viewer.nextBookmark",
                Menu::line}};
     menu.entries.insert(menu.entries.end(), std::begin(viewerCommand::muting),
@@ -72,6 +73,8 @@ std::vector<Menu> ViewerMenus::bar() {
          {"viewer.playPause", "viewer.playForwards", "viewer.playBackwards", "viewer.pause", Menu::line,
           "viewer.stepForward", "viewer.stepBackward", "viewer.firstFrame", "viewer.lastFrame", Menu::line}},
         movie(),
+        {tr("A&udio"),
+         {"viewer.linkAudio", "viewer.revertAudio", "viewer.removeAudio", Menu::line, "viewer.saveAudio", "viewer.saveMovie"}},
         {tr("&Range"),
          {"viewer.markIn", "viewer.markOut", Menu::line, "viewer.trimHandles", "viewer.resetHandles", Menu::line,
           "viewer.bookmarkFromRange"}},

@@ -14,6 +14,7 @@ struct ViewerConditions {
 };
 
 // The families, each in a file of its own; only `bindViewerCommands` calls them.
+void bindAudioCommands(CommandSet& commands, MoviePlayerController& controller, const ViewerConditions& when);
 void bindBookmarkCommands(CommandSet& commands, MoviePlayerController& controller,
                           const ViewerConditions& when);
 void bindDrawingCommands(CommandSet& commands, MoviePlayerController& controller,

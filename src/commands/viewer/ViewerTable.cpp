@@ -66,6 +66,11 @@ void ViewerTable::addMovie(CommandTable& table) {
                 {"copyTimecode", tr("Copy &Timecode")},
                 {"previousMovie", tr("&Previous Movie"), "previousMovie", {Qt::Key_PageUp, Qt::CTRL | Qt::Key_PageUp}},
                 {"nextMovie", tr("&Next Movie"), "nextMovie", {Qt::Key_PageDown, Qt::CTRL | Qt::Key_PageDown}},
+                {"linkAudio", tr("&Link Audio File..."), "", {}, tr("Link Audio File...")},
+                {"revertAudio", tr("&Revert to Original Audio")},
+                {"removeAudio", tr("Re&move Audio")},
+                {"saveAudio", tr("&Save Audio As...")},
+                {"saveMovie", tr("Save Mo&vie As...")},
                 {"reveal", tr("&Reveal in File Browser"), "reveal", {Qt::CTRL | Qt::Key_R}},
                 {"writeNotes", tr("&Write Notes"), "notes", {Qt::CTRL | Qt::Key_N}},
                 {"close", tr("&Close Viewer"), "close", {Qt::CTRL | Qt::Key_W}}});
