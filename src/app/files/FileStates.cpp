@@ -3,8 +3,8 @@
 #include "app/playlists/Library.h"
 #include "app/program/ProgressBoard.h"
 #include "base/jobs/CancelFlag.h"
-#include "base/jobs/Patience.h"
 #include "base/jobs/WorkQueue.h"
+#include "export/relink/PatientFileCheck.h"
 #include "preferences/Preferences.h"
 
 #include <QElapsedTimer>
@@ -30,19 +30,6 @@ struct FileCheckAnswer {
     std::weak_ptr<Movie> movie;
     FileCheck check;
 };
-
-/// Where a share could be mounted: the path's first two names.
-QString shareOf(const QString& path) {
-    return path.section(QLatin1Char('/'), 0, 2);
-}
-
-/// A file on a share that does not answer is not found; the next look may find it.
-FileCheck checkPatiently(const FileReference& file, std::set<QString>& silent, const CancelFlag& cancelled) {
-    if (silent.count(shareOf(file.path))) return {false, file.path};
-    const auto check = askWithPatience<FileCheck>([file] { return checkFile(file); }, fileSystemPatience, &cancelled);
-    if (!check && !cancelled) silent.insert(shareOf(file.path));
-    return check.value_or(FileCheck{false, file.path});
-}
 
 } // namespace
 
@@ -96,10 +83,10 @@ void FileStates::Worker::start(FileStates& states) {
         QElapsedTimer sinceBatch;
         sinceBatch.start();
         Answers batch;
-        std::set<QString> silent; // shares that did not answer: each is waited for once
+        PatientFileCheck check;
         for (const FileCheckTask& task : list) {
             if (*cancelled) break;
-            batch.push_back({task.movie, checkPatiently(task.file, silent, *cancelled)});
+            batch.push_back({task.movie, check(task.file, cancelled.get())});
             if (batch.size() < checksPerBatch && sinceBatch.elapsed() < batchIntervalMs) continue;
             deliver(std::exchange(batch, {}));
             sinceBatch.restart();

@@ -1,8 +1,7 @@
 #include "app/relinking/FileExistence.h"
 
 #include "app/playlists/Library.h"
-
-#include <QFileInfo>
+#include "export/relink/PatientFileCheck.h"
 
 #include <unordered_set>
 #include <utility>
@@ -24,7 +23,12 @@ struct Look {
 
 FileExistence::FileExistence(Library& library, QObject* parent)
     : QObject(parent)
-    , library_(library) {}
+    , library_(library)
+    , cancelled_(std::make_shared<CancelFlag>(false)) {}
+
+FileExistence::~FileExistence() {
+    *cancelled_ = true;
+}
 
 void FileExistence::checkFilesExistForAllPlaylists() {
     Movies movies;
@@ -46,9 +50,11 @@ void FileExistence::check(const Movies& movies, const QString& notFound) {
     for (const auto& movie : movies)
         looks.push_back({movie, movie->filepathString});
     ++checking_;
-    work_.run([this, looks = std::move(looks), notFound]() mutable {
+    work_.run([this, looks = std::move(looks), notFound, cancelled = cancelled_]() mutable {
+        PatientFileCheck exists;
         for (Look& look : looks)
-            look.exists = QFileInfo::exists(look.path);
+            look.exists = exists({look.path, {}, true}, cancelled.get()).found; // by its path, not by its bookmark
+        if (*cancelled) return;
         WorkQueue::deliver(this, [this, looks = std::move(looks), notFound] {
             --checking_;
             for (const Look& look : looks) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/jobs/CancelFlag.h"
 #include "base/jobs/WorkQueue.h"
 #include "model/Movie.h"
 
@@ -18,6 +19,7 @@ class FileExistence : public QObject {
     Q_OBJECT
 public:
     explicit FileExistence(Library& library, QObject* parent = nullptr);
+    ~FileExistence() override; ///< ends a look under way
     void checkFilesExistForAllPlaylists();
     void checkFilesExistForSelectedPlaylists(); ///< of the first selected list alone
     [[nodiscard]] bool isChecking() const { return checking_ > 0; }
@@ -28,6 +30,7 @@ private:
 
     Library& library_;
     int checking_ = 0;
+    std::shared_ptr<CancelFlag> cancelled_;
     WorkQueue work_;
 };
 

@@ -19,14 +19,14 @@ namespace daylark {
 
 namespace {
 
-constexpr qint64 progressIntervalMs = 100;
+constexpr qint64 searchToldEveryMs = 100;
 constexpr qsizetype mostChoicesTold = 20;
 
-QString lastPathComponent(const QString& path) {
+QString nameAtEndOf(const QString& path) {
     return path.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
 }
 
-ProgressBoard::Texts textsFor(qint64 files) {
+ProgressBoard::Texts searchTextsFor(qint64 files) {
     return {Relinking::tr("Searching for Media Files..."),
             files > 0 ? Relinking::tr("%1 files looked at").arg(files) : QString(),
             ProgressBoard::Count::untold};
@@ -41,7 +41,7 @@ QString textOfChoices(const std::vector<QStringList>& choices) {
             break;
         }
         lines << Relinking::tr("%1 is there %2 times. Linked to %3, not to %4")
-                     .arg(lastPathComponent(paths.last()))
+                     .arg(nameAtEndOf(paths.last()))
                      .arg(paths.size())
                      .arg(paths.last(), paths.mid(0, paths.size() - 1).join(QLatin1String(", ")));
     }
@@ -94,7 +94,7 @@ void Relinking::linkMovieToFile() {
     const Movies selected = library.selectedMovies();
     if (chosen.isEmpty() || selected.empty()) return;
     const auto& movie = selected.front();
-    if (lastPathComponent(movie->filenameString) != lastPathComponent(chosen.front())) {
+    if (nameAtEndOf(movie->filenameString) != nameAtEndOf(chosen.front())) {
         const Alert question{tr("The filenames don't match.  Link anyway?"), {}, {tr("Link Anyway"), tr("Cancel")},
                              AlertStyle::warning};
         if (surroundings_.alerts.run(question) != Alerts::firstButton) return;
@@ -200,15 +200,15 @@ void Relinking::start(const std::shared_ptr<Search>& search) {
     MediaSearch how{search->root};
     if (search->scope == Scope::forced) how.sought = MediaSearch::Sought::all;
     if (search->scope == Scope::session) how.answers = MediaSearch::Answers::byTurn;
-    search->job = surroundings_.progress.begin(textsFor(0), 0, !byItself);
+    search->job = surroundings_.progress.begin(searchTextsFor(0), 0, !byItself);
     const auto cancelled = surroundings_.progress.cancelFlag(search->job);
     (byItself ? cancelledByItself_ : cancelled_) = cancelled;
     QElapsedTimer sinceTold;
     sinceTold.start();
     const auto tell = [this, job = search->job, sinceTold](qint64 files) mutable {
-        if (sinceTold.elapsed() < progressIntervalMs) return;
+        if (sinceTold.elapsed() < searchToldEveryMs) return;
         sinceTold.restart();
-        WorkQueue::deliver(this, [this, job, files] { surroundings_.progress.say(job, textsFor(files)); });
+        WorkQueue::deliver(this, [this, job, files] { surroundings_.progress.say(job, searchTextsFor(files)); });
     };
     (byItself ? workByItself_ : work_).run([this, search, how, items = std::move(items), cancelled, tell] {
         auto result = std::make_shared<const std::optional<MediaSearchResult>>(

@@ -1,5 +1,6 @@
 #include "export/relink/MediaSearch.h"
 
+#include "export/relink/PatientFileCheck.h"
 #include "platform/FileBookmark.h"
 
 #include <QSet>
@@ -12,11 +13,12 @@ namespace {
 std::vector<size_t> soughtAmong(const std::vector<SoughtMedia>& items, const MediaSearch& search,
                                 const IndexWatch& watch, MediaSearchResult& result) {
     std::vector<size_t> sought;
+    PatientFileCheck check;
     for (size_t at = 0; at < items.size(); ++at) {
         if (watch.cancelled && *watch.cancelled) return {};
         const SoughtMedia& media = items[at];
         if (search.sought == MediaSearch::Sought::missing && !result.checks.contains(media.item))
-            result.checks.insert(media.item, checkFile(media.file));
+            result.checks.insert(media.item, check(media.file, watch.cancelled));
         if (search.sought == MediaSearch::Sought::all || !result.checks[media.item].found) sought.push_back(at);
     }
     return sought;
