@@ -10,6 +10,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <sys/stat.h>
 
 namespace daylark {
 namespace {
@@ -93,17 +94,18 @@ Result<qint64> saveMovieWithSound(const QString& movie, const MovieSound& sound,
     const AVOutputFormat* container = containerOf(path);
     if (!container) container = own;
     if (!container) return Error{QStringLiteral("no such kind of movie can be written")};
-    Result<UnfinishedFile> file = UnfinishedFile::beside(path);
-    if (!file) return file.error();
     Result<MovAssembly> assembly = Error{};
     if (isQuickTime(container)) assembly = MovAssembly::of(movie, sound.kind == MovieSound::Kind::own);
+    Result<UnfinishedFile> file = assembly ? UnfinishedFile::nameless(path) : UnfinishedFile::beside(path);
+    if (!file) return file.error();
     Result<void> written =
         assembly ? assemble(job, *assembly, *container, *file) : copyStreams(job, *container, *file);
     if (written && watch.isCancelled()) written = Error{QStringLiteral("cancelled")};
-    const qint64 size = QFileInfo(file->path()).size();
+    struct stat info {};
+    if (written && ::fstat(file->handle(), &info) != 0) written = Error{qt_error_string()};
     if (written) written = file->commit(UnfinishedFile::Existing::replace);
     if (!written) return written.error();
-    return size;
+    return qint64(info.st_size);
 }
 
 } // namespace daylark

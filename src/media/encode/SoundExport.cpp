@@ -66,7 +66,7 @@ Result<SavedSound> saveSoundAsWave(const QString& movie, const MovieSound& sound
         if (!frames) return frames.error();
         saved.frames = *frames;
     }
-    Result<UnfinishedFile> file = UnfinishedFile::beside(path);
+    Result<UnfinishedFile> file = UnfinishedFile::nameless(path);
     if (!file) return file.error();
     const auto write = [&](const QByteArray& bytes) {
         saved.bytes += bytes.size();
