@@ -197,7 +197,7 @@ void LibraryTable::addMediaOut(CommandTable& table) {
         {id("gather.selected"), tr("&Gather Selected Media..."), id("media"), {Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::Key_G}},
         {id("gather.selectedFiles"), tr("&Gather Selected Media Files..."), {}},
         {id("gather.playlists"), tr("Gather Media In Selected Play&lists..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_G}},
-        {id("gather.playlist"), tr("&Gather Media In Playlist..."), {}},
+        {id("gather.playlist"), tr("Gat&her Media In Playlist..."), {}},
         {id("export.reviewed"), tr("Export Session As &Reviewed..."), {}},
         {id("export.playlists"), tr("Export Selected Playlists As Sessio&n..."), {}},
         {id("export.movie"), tr("Export Da&ylark Movie..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_B}},
