@@ -238,6 +238,7 @@ Thumbnails::Outcome Thumbnails::carryOut(const Task& task, SampleTables& tables)
     if (*task.cancelled) return outcome;
     const auto answer = askWithPatience<FileCheck>([file = task.file] { return checkFile(file); }, fileSystemPatience,
                                                    task.cancelled.get());
+    if (*task.cancelled) return outcome; // what was cut short says nothing about the file
     const FileCheck check = answer.value_or(FileCheck{false, task.file.path});
     // A missing file says so; "no thumbnail" would hide it from the viewer, which passes missing files over. What its item
     // shows stays.
