@@ -60,9 +60,9 @@ TEST(DesktopPasteboardTest, RichTextHasItsPlainTextBesideIt) {
 }
 
 TEST(DesktopAlertsTest, WhatAStrangerWroteIsShownLetterByLetter) {
-    const QString path = u"/v/<img src=x> & <b>a</b>.mov"_s;
-    QString shown;
-    QTimer::singleShot(100, [&shown] {
+    const QString path = u"/v/two  blanks/<img src=x> & <b>a</b>.mov"_s;
+    QString shown, details;
+    QTimer::singleShot(100, [&shown, &details] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         ASSERT_TRUE(box);
         auto* text = box->findChild<QLabel*>(u"qt_msgbox_informativelabel"_s);
@@ -71,9 +71,13 @@ TEST(DesktopAlertsTest, WhatAStrangerWroteIsShownLetterByLetter) {
             document.setHtml(text->text());
             shown = Qt::mightBeRichText(text->text()) ? document.toPlainText() : text->text();
         }
+        details = box->detailedText();
         box->reject();
     });
-    DesktopAlerts().show({u"Can't resolve link"_s, u"Not found on this machine:\n"_s + path, {u"Okay"_s}});
+    Alert alert{u"Can't resolve link"_s, u"Not found on this machine:\n"_s + path, {u"Okay"_s}};
+    alert.details = path;
+    DesktopAlerts().show(alert);
+    EXPECT_EQ(details, path);
     EXPECT_EQ(shown, u"Not found on this machine:\n"_s + path);
 }
 

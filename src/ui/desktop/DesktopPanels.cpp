@@ -110,10 +110,11 @@ private:
 int DesktopAlerts::run(const Alert& alert) {
     DismissibleBox box(alert.tellsDismissal, QApplication::activeWindow());
     box.setWindowTitle(plain::windowTitle(QGuiApplication::applicationDisplayName()));
-    // They may hold what a stranger wrote: shown letter by letter.
-    box.setText(QStringLiteral("<b>%1</b>").arg(plain::markUp(alert.message)));
+    // They may hold what a stranger wrote: shown letter by letter, blanks in a row too.
+    const QString asWritten = QStringLiteral("<%1 style=\"white-space: pre-wrap\">%2</%1>");
+    box.setText(asWritten.arg(QStringLiteral("b"), plain::markUp(alert.message)));
     if (!alert.informativeText.isEmpty())
-        box.setInformativeText(QStringLiteral("<span>%1</span>").arg(plain::markUp(alert.informativeText)));
+        box.setInformativeText(asWritten.arg(QStringLiteral("span"), plain::markUp(alert.informativeText)));
     const bool warning = alert.style == AlertStyle::warning;
     box.setIconPixmap(theme::icon(warning ? QStringLiteral("warning") : QStringLiteral("info"))
                           .pixmap(QSize(32, 32), box.devicePixelRatio()));
