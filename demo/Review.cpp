@@ -8,6 +8,7 @@
 #include "app/PlaylistController.h"
 #include "model/Session.h"
 #include "playback/run/Player.h"
+#include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/Theme.h"
 #include "ui/desktop/DesktopProgram.h"
@@ -113,10 +114,13 @@ private:
     void dragItems();
     void removeDuplicates();
     void exportAndSave();
+    void findMovedFolder();
+    void handOn();
     void startAgain();
     void checkFiles();
     void saveInPanel(const QString& keys, const QString& path);
-    void answering(const QString& button, const std::function<void()>& act);
+    void chooseInPanel(const QString& keys, const QString& path);
+    void answering(const QString& button, const std::function<void()>& act, const QString& picture = {});
     void hold(QWidget& window, QRect geometry);
     void clickButton(QMainWindow& window, const QString& command);
     [[nodiscard]] QPoint itemMiddle(const QAbstractItemView* view, int row, int column = 0);
@@ -394,9 +398,27 @@ void Review::saveInPanel(const QString& keys, const QString& path) {
           QStringLiteral("%1 saves %2").arg(keys, QFileInfo(path).fileName()));
 }
 
+/// As above for a panel that asks for a folder.
+void Review::chooseInPanel(const QString& keys, const QString& path) {
+    QTimer answer;
+    bool answered = false;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [&] {
+        if (!QApplication::activeModalWidget() || answered) return;
+        answered = true;
+        answer.stop();
+        robot_.rest(400);
+        robot_.key(QStringLiteral("ctrl+a"));
+        robot_.type(path);
+        robot_.key(QStringLiteral("Return"));
+    });
+    answer.start(100);
+    robot_.key(keys);
+    check(robot_.waitFor([&] { return answered; }), QStringLiteral("%1 asks for a folder").arg(keys));
+}
+
 /// What `act` asks is answered by a click on this button, as soon as it stands there. The question runs a loop of its own,
 /// so the answer comes from a timer.
-void Review::answering(const QString& button, const std::function<void()>& act) {
+void Review::answering(const QString& button, const std::function<void()>& act, const QString& picture) {
     QTimer answer;
     bool answered = false;
     QObject::connect(&answer, &QTimer::timeout, &answer, [&] {
@@ -407,6 +429,7 @@ void Review::answering(const QString& button, const std::function<void()>& act) 
             answered = true;
             answer.stop();
             robot_.rest(300);
+            if (!picture.isEmpty()) shot(picture);
             robot_.click(each);
             return;
         }
@@ -517,8 +540,61 @@ void Review::exportAndSave() {
     hold(library(), QRect(40, 60, 1280, 720));
     robot_.click(itemMiddle(library().playlistsPane().table(), 0, 1));
     saveInPanel(QStringLiteral("ctrl+shift+e"), out_.filePath(QStringLiteral("Day 1_notes.csv")));
+    controller().preferences().notesExportFormat.set(QStringLiteral("RTF (Rich Text)"));
+    saveInPanel(QStringLiteral("ctrl+shift+e"), out_.filePath(QStringLiteral("Day 1_notes.rtf")));
+    saveInPanel(QStringLiteral("ctrl+alt+e"), out_.filePath(QStringLiteral("Day 1_manifest.csv")));
+    findMovedFolder();
+    handOn();
     saveInPanel(QStringLiteral("ctrl+shift+s"), out_.filePath(QStringLiteral("review.dls")));
     shot(QStringLiteral("library-reviewed.png"));
+}
+
+/// A day is moved away on the disk, missed, and found again under another folder.
+void Review::findMovedFolder() {
+    Library& lists = controller().library();
+    const QString moved = out_.filePath(QStringLiteral("moved"));
+    QDir(moved).removeRecursively(); // of an earlier run
+    out_.mkpath(QStringLiteral("moved/further"));
+    check(QDir().rename(dailies_.filePath(QStringLiteral("Day 2")), moved + QStringLiteral("/further/Day 2")),
+          QStringLiteral("a folder of dailies is moved away"));
+    robot_.key(QStringLiteral("F5"));
+    check(robot_.waitFor([&] { return lists.playlists()[1]->status == 2 && lists.playlists()[0]->status == 0; }),
+          QStringLiteral("F5 sees that all of the second day is missing"));
+    robot_.click(itemMiddle(library().playlistsPane().table(), 1, 1));
+    shot(QStringLiteral("library-missing.png"));
+    answering(QStringLiteral("Okay"), [&] { chooseInPanel(QStringLiteral("ctrl+alt+m"), moved); },
+              QStringLiteral("library-relinked.png"));
+    check(robot_.waitFor([&] { return lists.playlists()[1]->status == 0 && controller().thumbnails().isIdle(); }) &&
+              lists.playlists()[1]->movieList[0]->filepathString.startsWith(moved),
+          QStringLiteral("a search under its new place finds everything"));
+    shot(QStringLiteral("library-found.png"));
+    robot_.click(itemMiddle(library().playlistsPane().table(), 0, 1));
+}
+
+/// The first day's media in one folder, and its first movie with the review as a bundle that is opened again.
+void Review::handOn() {
+    Library& lists = controller().library();
+    const QString gathered = out_.filePath(QStringLiteral("gathered")), bundle = out_.filePath(QStringLiteral("first.dlm"));
+    QDir(gathered).removeRecursively(); // of an earlier run
+    QDir(bundle).removeRecursively();
+    out_.mkpath(QStringLiteral("gathered"));
+    answering(QStringLiteral("Okay"), [&] { chooseInPanel(QStringLiteral("ctrl+alt+g"), gathered); });
+    check(QDir(gathered).entryList(QDir::Files).size() == 4, QStringLiteral("four movies are gathered"));
+    robot_.click(itemMiddle(library().itemsPane().activeView(), 0));
+    saveInPanel(QStringLiteral("ctrl+alt+b"), bundle);
+    check(robot_.waitFor([&] { return !controller().bundleExport().isBusy(); }) &&
+              QFileInfo::exists(bundle + QStringLiteral("/data.dls")) &&
+              QFileInfo(bundle + u'/' + firstMovie().filenameString).size() > 0,
+          QStringLiteral("the bundle holds the record and the movie"));
+    chooseInPanel(QStringLiteral("ctrl+alt+d"), bundle);
+    check(robot_.waitFor([&] { return lists.arrangedMovies().size() == 5; }) &&
+              lists.arrangedMovies().back()->filepathString.startsWith(bundle) &&
+              lists.arrangedMovies().back()->flagString == firstMovie().flagString,
+          QStringLiteral("it opens with its flag and its own copy of the movie"));
+    check(robot_.waitFor([&] { return controller().thumbnails().isIdle(); }), QStringLiteral("and is looked at"));
+    shot(QStringLiteral("library-bundle.png"));
+    robot_.key(QStringLiteral("ctrl+z"));
+    check(robot_.waitFor([&] { return lists.arrangedMovies().size() == 4; }), QStringLiteral("and is taken back"));
 }
 
 void Review::startAgain() {
@@ -550,6 +626,11 @@ void Review::checkFiles() {
               text.count(QLatin1Char('\r')) == 2 + 4 && text.contains(QStringLiteral(",Approved,")) &&
               text.contains(QString(demoNote).remove(QLatin1Char(','))),
           QStringLiteral("the notes file holds four movies, the flag and the note"));
+    QFile rich(out_.filePath(QStringLiteral("Day 1_notes.rtf"))), manifest(out_.filePath(QStringLiteral("Day 1_manifest.csv")));
+    check(rich.open(QIODevice::ReadOnly) && rich.readAll().contains("\\cf1 " + demoNote.toLatin1()),
+          QStringLiteral("the rich text has the note in red"));
+    check(manifest.open(QIODevice::ReadOnly) && manifest.readAll().count('\r') == 1 + 4,
+          QStringLiteral("the manifest lists four versions"));
     for (const char* name : {"library-empty.png", "library-tiles.png", "library-list.png", "viewer.png",
                              "viewer-panels.png", "library-reviewed.png"}) {
         const QImage picture(out_.filePath(QString::fromLatin1(name)));
