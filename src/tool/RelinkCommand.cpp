@@ -53,7 +53,7 @@ void relink(ToolContext& context, const Arguments& arguments) {
     for (qsizetype row = 0; row < qsizetype(library.playlists().size()); ++row)
         if (!arguments.playlist || row + 1 == arguments.playlist) rows.push_back(row);
     library.selectPlaylists(rows);
-    context.preferences().overrideForThisRun(QStringLiteral("autoSearchForMissingMedia"), QStringLiteral("0"));
+    context.preferences().overrideForThisRun(context.preferences().autoSearchForMissingMedia.key(), QStringLiteral("0"));
     fileStates.updateAllFilePaths();
     settle();
     alerts.answers = {Alerts::firstButton};

@@ -81,10 +81,10 @@ TEST_F(ViewerReviewTest, ARangeBecomesABookmark) {
     openFrames(48);
     preferences.handleHead.set(9);
     preferences.handleTail.set(18);
-    key(Qt::Key_Semicolon, Qt::ControlModifier);
+    key(Qt::Key_M, Qt::ShiftModifier);
     EXPECT_TRUE(first->bookmarkStore.empty()) << "no range yet";
     key(Qt::Key_R);
-    key(Qt::Key_Semicolon, Qt::ControlModifier);
+    key(Qt::Key_M, Qt::ShiftModifier);
     ASSERT_EQ(first->bookmarkStore.size(), 1U);
     const Bookmark& bookmark = *first->bookmarkStore.front();
     EXPECT_EQ(std::tuple(bookmark.firstFrame, bookmark.lastFrame, bookmark.duration), std::tuple(10, 30, 21));

@@ -102,7 +102,7 @@ void ViewerTable::addMovie(CommandTable& table) {
 void ViewerTable::addBookmarks(CommandTable& table) {
     add(table,
         {{"addBookmark", tr("&Add Bookmark"), "addBookmark", {Qt::Key_Semicolon}, {}, any},
-         {"bookmarkFromRange", tr("Bookmark from &Range"), "bookmarkRange", {Qt::CTRL | Qt::Key_Semicolon}},
+         {"bookmarkFromRange", tr("Bookmark from &Range"), "bookmarkRange", {Qt::SHIFT | Qt::Key_M}},
          {"editBookmarkText", tr("&Edit Bookmark Text"), "", {Qt::Key_F2}},
          {"loopBookmark", tr("&Loop Bookmark"), "loop", {Qt::CTRL | Qt::Key_L}},
          {"goToBookmark", tr("&Go to First Frame of Bookmark"), "goToFirst"},
