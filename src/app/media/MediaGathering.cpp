@@ -147,7 +147,7 @@ void MediaGathering::ended(int job, Scope scope, const Sources& sources, const Q
         const QString reason = report.failed.size() == 1
                                    ? tr("%1: %2").arg(left.front().name, first.reason)
                                    : tr("%1 and %2 more: %3").arg(left.front().name).arg(left.size() - 1).arg(first.reason);
-        surroundings_.failedWrites.failed(tr("Copies of media"), folder, reason,
+        surroundings_.failedWrites.failed(tr("Media for"), folder, reason,
                                           [this, scope, left, folder] { copy(scope, left, folder, true); });
     }
     if (scope == Scope::selected || cancelled || again) return;
