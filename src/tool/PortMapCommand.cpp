@@ -53,6 +53,7 @@ void mapPort(ToolContext& context, const PortMapArguments& arguments) {
                                                 {QStringLiteral("publicPort"), mapping.publicPort},
                                                 {QStringLiteral("protocol"), name},
                                                 {QStringLiteral("lifetimeSeconds"), mapping.lifetimeSeconds}}));
+        std::fflush(stdout); // whoever reads it doesn't wait for the end
         if (arguments.seconds >= 0) time.start(arguments.seconds * 1000);
     });
     const QString asked = QStringLiteral("%1 port %2").arg(name).arg(port);
