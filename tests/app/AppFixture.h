@@ -59,7 +59,8 @@ protected:
         preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
         player = std::make_unique<Player>(clock);
         controller = std::make_unique<PlaylistController>(PlaylistController::Surroundings{
-            *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}}, *player, failedWrites});
+            *preferences, alerts, panels, pasteboard, browser, {u"mia"_s, folder.path(), {}, runtimeFolder}, *player,
+            failedWrites});
         if (followed) replica = std::make_unique<test::Replica>(controller->edits().store());
         bool started = false;
         QObject::connect(controller.get(), &PlaylistController::started, [&started] { started = true; });
@@ -143,6 +144,7 @@ protected:
     NotedPasteboard pasteboard;
     NotedBrowser browser;
     FailedWrites failedWrites;
+    QString runtimeFolder;
     std::unique_ptr<Player> player;
     std::unique_ptr<PlaylistController> controller;
     std::unique_ptr<test::Replica> replica;

@@ -1,5 +1,7 @@
 #include "archive/Records.h"
 
+#include <QBuffer>
+
 #include <gmock/gmock.h>
 
 #include <plist/plist.h>
@@ -176,6 +178,24 @@ TEST(Images, WhatIsNoPictureDecodesToNone) {
     EXPECT_TRUE(Image::fromEncoded("II*\0 not really", {1, 1}).decode().isNull());
     EXPECT_TRUE(Image::named(u"flag_Red.png"_s).decode().isNull());
     EXPECT_TRUE(Image::fromQImage({}).isNil());
+}
+
+/// Other readers follow what a picture names: a vector picture opened files, and a pipe among them hung the program.
+TEST(Images, OnlyPicturesOfPixelsAreDecodedWhateverTheyAreCalled) {
+    const QByteArray vector =
+        R"(<svg xmlns="http://www.w3.org/2000/svg" width="8" height="8"><rect width="8" height="8"/></svg>)";
+    QImage picture(4, 4, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    const auto as = [&picture](const char* format) {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        EXPECT_TRUE(picture.save(&buffer, format)) << format;
+        return buffer.data();
+    };
+    for (const QByteArray& other : {vector, QByteArray("<?xml version='1.0'?>" + vector), as("bmp"), as("ppm"), as("xpm")})
+        EXPECT_TRUE(Image::fromEncoded(other, {8, 8}, u"thumbnail.png"_s).decode().isNull()) << other.left(8).toStdString();
+    for (const char* format : {"tiff", "png", "jpeg"})
+        EXPECT_EQ(Image::fromEncoded(as(format), {4, 4}).decode().size(), picture.size()) << format;
 }
 
 TEST(Images, OneNameWithTwoPicturesStaysTwo) {

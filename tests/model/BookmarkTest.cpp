@@ -58,8 +58,11 @@ TEST(TimecodeTest, StartsAtTheTracksTimeInSinglePrecision) {
 
 TEST(TimecodeTest, ExtremeFrameNumbersGiveSomeText) {
     for (const qint64 frame : {std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max()})
-        for (const float fps : {1.0F, -25.0F, 1e9F, 1e30F})
+        for (const float fps : {1.0F, -1.0F, -25.0F, 1e9F, 1e30F}) {
             EXPECT_FALSE(timecodeText(frame, fps, startAt(-32768, 32767, 32767, -32768)).isEmpty());
+            for (const qint64 beside : {-1, 0, 1}) // one of them makes the smallest count there is
+                EXPECT_FALSE(timecodeText(qint64(quint64(frame) + quint64(beside)), fps).isEmpty());
+        }
 }
 
 TEST(TimecodeTest, DurationShowsHoursOnlyBeyond3599Seconds) {

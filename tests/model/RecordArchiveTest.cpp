@@ -9,6 +9,7 @@
 
 #include <plist/plist.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 
@@ -263,6 +264,50 @@ TEST(RecordArchiveTest, MissingKeysGiveNilAndZero) {
     EXPECT_FALSE(playlist->isDivider.has_value());
     EXPECT_TRUE(playlist->movieList.isNil);
     EXPECT_FALSE(decoded<Bookmark>("Bookmark", {})->drawings.hasKeys);
+}
+
+/// With numbers that a stranger's file may hold, whatever is computed from a record stays defined (the suite runs with
+/// undefined-behaviour checks) and says something.
+TEST(RecordArchiveTest, NumbersThatNoMovieHasAreBoundedWhereTheyAreRead) {
+    using Limits = std::numeric_limits<double>;
+    const std::vector<Number> strange{Number(qint64(-1)),
+                                      Number(std::numeric_limits<qint64>::min()),
+                                      Number(std::numeric_limits<qint64>::max()),
+                                      Number(std::numeric_limits<qint64>::min() + 1),
+                                      Number(0.0),
+                                      Number(-0.49),
+                                      Number(1e-300),
+                                      Number(1e300),
+                                      Number(-Limits::infinity()),
+                                      Number(Limits::infinity()),
+                                      Number(Limits::quiet_NaN())};
+    for (const Number& number : strange) {
+        std::map<std::string, Value> fields, marks;
+        for (const QByteArray& key : QByteArray(movieKeys).split(' '))
+            fields[key.toStdString()] = Value(number);
+        for (const char* key : {"firstFrame", "lastFrame", "duration", "fps"})
+            marks[key] = Value(number);
+        const auto movie = decoded<Movie>("Movie", fields);
+        const auto bookmark = decoded<Bookmark>("Bookmark", marks);
+        ASSERT_TRUE(movie && bookmark);
+        EXPECT_GE(bookmark->fps, 0);
+        EXPECT_LE(bookmark->fps, 100'000);
+        EXPECT_GE(movie->mMovieFPS, 0);
+        EXPECT_TRUE(std::isfinite(movie->mMovieDurationSeconds) && std::isfinite(movie->mMovieAspectRatio));
+        for (const double graded : {movie->exposure, movie->contrast, movie->gamma, movie->redChannel})
+            EXPECT_TRUE(std::isfinite(graded));
+        movie->addICount();
+        EXPECT_TRUE(std::isfinite(movie->mLastFrameVisited.seconds()));
+        EXPECT_FALSE(durationTextOf(movie->mMovieDurationSeconds).isEmpty());
+        bookmark->updateDuration();
+        bookmark->updateFirstFrame();
+        bookmark->updateLastFrame();
+        bookmark->computeTimecodeWithOffset();
+        EXPECT_FALSE(bookmark->firstTC.isEmpty() || bookmark->lastTC.isEmpty());
+        movie->bookmarkStore.push_back(bookmark);
+        EXPECT_LE(movie->bookmarksForFrame(1).size(), 1U);
+        EXPECT_LE(std::abs(bookmark->firstFrame), qint64(1) << 60) << "there is room to add";
+    }
 }
 
 TEST(RecordArchiveTest, WrongTypesGiveNilAndZero) {
