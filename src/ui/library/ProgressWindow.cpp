@@ -4,10 +4,12 @@
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -100,11 +102,19 @@ void ProgressWindow::refresh() {
     }
 }
 
+/// Over the window that a person works in: the viewer, too, behind which the library may be hidden.
 void ProgressWindow::appear() {
-    if (rows_.empty() || !parentWidget() || !parentWidget()->isVisible()) return;
+    if (rows_.empty()) return;
+    const QWidget* over = QApplication::activeWindow();
+    while (over && over->parentWidget())
+        over = over->parentWidget()->window();
+    if (!over) over = parentWidget();
+    if (!over || !over->isVisible()) return;
     adjustSize();
-    const QRect frame = parentWidget()->frameGeometry();
+    const QRect frame = over->frameGeometry();
     move(frame.center().x() - width() / 2, frame.bottom() - height() - 64);
+    winId(); // makes the window, which can then be told what it belongs to
+    windowHandle()->setTransientParent(over->windowHandle());
     show();
 }
 
