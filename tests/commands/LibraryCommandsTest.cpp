@@ -50,7 +50,11 @@ TEST_F(LibraryCommandsTest, EveryCommandDoesSomethingAndStateFollowsTheLibrary) 
     addPlaylist(u"P"_s, {u"1.mov"_s, u"2.mov"_s});
     EXPECT_TRUE(enabled("playlists.remove"));
     EXPECT_TRUE(enabled("item.open"));
+    EXPECT_FALSE(enabled("playlists.moveUp") || enabled("playlists.moveDown")) << "there is one alone";
     EXPECT_FALSE(enabled("item.flag.904"));
+    run("items.remove");
+    ASSERT_EQ(alerts.shown.size(), 1U);
+    EXPECT_EQ(alerts.shown.back().message, u"Select a movie and try again"_s);
     library().selectMovies({1});
     EXPECT_TRUE(enabled("item.flag.904"));
     run("item.flag.904");
@@ -64,6 +68,7 @@ TEST_F(LibraryCommandsTest, EveryCommandDoesSomethingAndStateFollowsTheLibrary) 
     EXPECT_FALSE(checked("view.playlistOrder"));
     addPlaylist(u"Q"_s, {});
     EXPECT_FALSE(enabled("item.open"));
+    EXPECT_TRUE(enabled("playlists.moveUp") && enabled("playlists.moveDown"));
     library().selectPlaylists({0, 1});
     EXPECT_FALSE(enabled("session.addMedia"));
     library().selectPlaylists({});

@@ -22,6 +22,7 @@ struct Conditions {
     const Condition& onePlaylistAtMost;
     const Condition& playlistOrder;
     const Condition& playlistsThere;
+    const Condition& playlistMayMove;
     const Condition& itemsMayGo;
     const Condition& listTakesItems;
     const Condition& smartlistSelected;
@@ -49,12 +50,14 @@ Conditions conditionsOf(CommandSet& commands, PlaylistController& controller) {
             commands.when([&library] { return !library.playlists().empty(); })
                 .follows(library, &Library::playlistsChanged),
             commands
-                .when([&controller, &library] {
-                    return !library.selectedMovieRows().empty() &&
-                           controller.playlistEditing().mayRemoveSelectedMovies();
+                .when([&library] {
+                    return !library.selectedPlaylistRows().empty() && library.playlists().size() > 1;
                 })
+                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
+            // Of no item it says what is missing.
+            commands.when([&controller] { return controller.playlistEditing().mayRemoveSelectedMovies(); })
                 .follows(library, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged,
-                         &Library::playlistUpdated, &Library::movieUpdated),
+                         &Library::playlistSelectionChanged, &Library::playlistUpdated, &Library::movieUpdated),
             commands.when(ofSelected([](const Playlist& playlist) { return playlist.takesItems(); }))
                 .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
             commands
@@ -171,9 +174,9 @@ void bindPlaylists(CommandSet& commands, PlaylistController& c, const Conditions
     commands.bind(
         id("playlists.copyLink"), [&c] { c.linkCopying().copyPlaylistLink(); }, &when.playlistSelected);
     commands.bind(
-        id("playlists.moveUp"), [&c] { moveSelectedPlaylists(c, false); }, &when.playlistSelected);
+        id("playlists.moveUp"), [&c] { moveSelectedPlaylists(c, false); }, &when.playlistMayMove);
     commands.bind(
-        id("playlists.moveDown"), [&c] { moveSelectedPlaylists(c, true); }, &when.playlistSelected);
+        id("playlists.moveDown"), [&c] { moveSelectedPlaylists(c, true); }, &when.playlistMayMove);
     commands.bind(id("playlists.editRules"), window.editRules, &when.smartlistSelected);
     commands.bind(
         id("playlists.combineAll"), [&c] { c.itemTransfer().addAllItemsToNewPlaylist(); }, &when.playlistsThere);

@@ -149,10 +149,12 @@ void LibraryWindow::restoreLooks() {
     const Preferences& preferences = controller_.preferences();
     const QByteArray geometry = preferences.libraryWindowGeometry();
     if (geometry.isEmpty() || !restoreGeometry(geometry)) resize(1280, 720);
-    // The screen may have become smaller since.
+    // The screen may have become smaller since; and the frame, which isn't there yet, takes its place, too.
     const QRect available = screen()->availableGeometry();
-    if (!isMaximized() && !isFullScreen() && !available.contains(frameGeometry())) {
-        resize(size().boundedTo(available.size() - QSize(8, 40)));
+    const QSize most = available.size() - QSize(8, 40);
+    const bool fits = available.contains(frameGeometry()) && width() <= most.width() && height() <= most.height();
+    if (!isMaximized() && !isFullScreen() && !fits) {
+        resize(size().boundedTo(most));
         move(std::clamp(x(), available.left(), std::max(available.left(), available.right() - width())),
              std::clamp(y(), available.top(), std::max(available.top(), available.bottom() - height() - 32)));
     }
