@@ -215,6 +215,13 @@ TEST_F(SoundExportTest, NothingIsTouchedWhereThereIsNoSoundOrItIsGivenUp) {
     EXPECT_FALSE(save(folder.filePath(u"nowhere.mov"_qs)));
     EXPECT_FALSE(save(movie, {}, givenUp));
     EXPECT_TRUE(cancel);
+    // In the silence behind the sound, too.
+    const QString brief = make("brief.mov", {input(noise(4800, 2, 16), 48000, "stereo")}, "pcm_s16le");
+    cancel = false;
+    qint64 last = 0;
+    const ExportWatch soon{&cancel, [&](qint64 done, qint64) { cancel = (last = done) > 40000; }};
+    EXPECT_FALSE(save(brief, {}, soon));
+    EXPECT_LT(last, 100000);
     EXPECT_FALSE(saveSoundAsWave(movie, {}, folder.filePath(u"no/folder.wav"_qs)));
     const QByteArray before = QByteArray::number(QFileInfo(movie).size());
     EXPECT_FALSE(saveSoundAsWave(movie, {}, movie)) << "not over the movie itself";

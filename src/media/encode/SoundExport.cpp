@@ -79,9 +79,9 @@ Result<SavedSound> saveSoundAsWave(const QString& movie, const MovieSound& sound
         written = source.read(done, frames.data(), count, watch.cancelled);
         if (written) written = write(waveSamples(frames.data(), count * saved.form.channels, saved.form.depth));
         watch.tell(done + count, saved.frames);
+        if (written && watch.isCancelled()) written = Error{QStringLiteral("cancelled")}; // silence is decoded from nothing
     }
     if (written) written = write(waveEnd(saved.form, saved.frames));
-    if (written && watch.isCancelled()) written = Error{QStringLiteral("cancelled")};
     if (written) written = file->commit(UnfinishedFile::Existing::replace);
     if (!written) return written.error();
     return saved;
