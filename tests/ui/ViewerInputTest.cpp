@@ -3,6 +3,7 @@
 #include "commands/viewer/ViewerCommands.h"
 #include "ui/panels/BookmarkPanel.h"
 #include "ui/panels/BookmarkTable.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/viewer/FloatingTimecode.h"
 #include "ui/viewer/FullScreen.h"
 #include "ui/commands/KeysDialog.h"
