@@ -59,13 +59,13 @@ TEST_F(FailedWritesBarTest, ManyAreCountedAndNoneIsTakenForMarkUp) {
     openWindow();
     for (int at = 0; at < 5; ++at)
         failedWrites.failed(u"Notes"_s, u"/x/<img src=\"file:///dev/zero\">%1&.csv"_s.arg(at), QString(100'000, u'r'));
-    ASSERT_EQ(lines().size(), 3);
+    ASSERT_TRUE(waitUntil([this] { return lines().size() == 3; }));
     EXPECT_TRUE(lines().front().contains(u"<img"_s) && lines().front().contains(u"0&.csv"_s));
     EXPECT_LT(lines().front().size(), 600);
     EXPECT_FALSE(button("failedWriteTryAgain")) << "nobody offered it";
     for (int at = 0; at < 5; ++at)
         failedWrites.written(u"/x/<img src=\"file:///dev/zero\">%1&.csv"_s.arg(at));
-    EXPECT_FALSE(bar()->isVisible());
+    EXPECT_TRUE(waitUntil([this] { return !bar()->isVisible(); }));
 }
 
 // What is pasted.

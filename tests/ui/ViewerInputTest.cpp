@@ -366,7 +366,7 @@ TEST_F(ViewerInputTest, PageOfKeysNamesEveryCommandThatHasOne) {
         EXPECT_TRUE(keys.contains(commands.keys().label(command.id))) << qPrintable(command.id);
     }
     EXPECT_EQ(keys.size(), expected);
-    for (const char* key : {"Space", "J / Down", "K", "L / Up", "[", "]", "A", "C", "O", "P", "N", "D", "T", "F",
+    for (const char* key : {"Space / Ctrl+Space", "J / Down", "K", "L / Up", "[", "]", "A", "C", "O", "P", "N", "D", "T", "F",
                             "B", "S", "H", "Esc", ";", "'", ", / Home", ". / End", "F11 / Ctrl+F"})
         EXPECT_EQ(keys.count(QLatin1String(key)), 1) << key;
     const QAction* bookmark = commands.action(QStringLiteral("viewer.addBookmark"));

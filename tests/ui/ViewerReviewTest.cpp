@@ -185,7 +185,7 @@ TEST_F(ViewerReviewTest, FlagKeysFlagTheMovieAndThePopUpShowsTheNameOfThePrefere
     EXPECT_EQ(first->flagString, QStringLiteral("904"));
     EXPECT_EQ(first->flag.name(), QStringLiteral("flag_Red.png"));
     EXPECT_EQ(second->flagString, QStringLiteral("900"));
-    EXPECT_TRUE(child<FlagPopUp>("flagPopUp")->toolTip().contains(QStringLiteral("Redo & Resend")));
+    EXPECT_TRUE(child<FlagPopUp>("flagPopUp")->toolTip().contains(QStringLiteral("Redo &amp; Resend")));
     key(Qt::Key_0, Qt::ControlModifier);
     EXPECT_EQ(first->flagString, QStringLiteral("900"));
     EXPECT_TRUE(first->flag.isNil());
