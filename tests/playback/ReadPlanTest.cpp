@@ -73,15 +73,15 @@ TEST(ReadPlanTest, BackwardsEachGroupIsReadOnceAndForwards) {
 
 TEST(ReadPlanTest, AJumpReadsItsTargetFirstAndAColdStepBackItsGroupForwards) {
     Reading reading(100);
-    reading.follow({57, 1, false, false});
+    reading.follow({57, 1, false, {}});
     ASSERT_FALSE(reading.read.empty());
     EXPECT_EQ(reading.read.front(), 57);
     reading.read.clear();
-    reading.follow({56, -1, false, false});
+    reading.follow({56, -1, false, {}});
     EXPECT_EQ(reading.read, range(40, 49))
         << "its own group is ready; near its beginning the one before is wanted";
     Reading cold(100);
-    cold.follow({56, -1, false, false});
+    cold.follow({56, -1, false, {}});
     ASSERT_GE(cold.read.size(), 7u);
     EXPECT_EQ(std::vector<qint64>(cold.read.begin(), cold.read.begin() + 7), range(50, 56));
 }
@@ -120,7 +120,7 @@ TEST(ReadPlanTest, ARunBackwardsWaitsForTheGroupBeforeOnlyNearItsOwnBeginning) {
 
 TEST(ReadPlanTest, StandingTheRestOfTheGroupIsReadInTheEnd) {
     Reading reading(100);
-    reading.follow({57, 1, false, false});
+    reading.follow({57, 1, false, {}});
     EXPECT_TRUE(reading.holds(50, 65));
     EXPECT_EQ(reading.read.front(), 57);
     EXPECT_FALSE(reading.holds(49, 49));
@@ -129,12 +129,12 @@ TEST(ReadPlanTest, StandingTheRestOfTheGroupIsReadInTheEnd) {
 TEST(ReadPlanTest, StandingAmongPicturesThatStandAloneSomeFramesBehindAreReadInTheEnd) {
     Reading reading(100);
     reading.keyEvery = 1;
-    reading.follow({99, 1, false, false});
+    reading.follow({99, 1, false, {}});
     EXPECT_TRUE(reading.holds(91, 99));
     EXPECT_EQ(reading.read.front(), 99);
-    reading.follow({50, 1, false, false});
+    reading.follow({50, 1, false, {}});
     EXPECT_TRUE(reading.holds(42, 58));
-    reading.follow({2, 1, false, false});
+    reading.follow({2, 1, false, {}});
     EXPECT_TRUE(reading.holds(0, 2));
 }
 
@@ -144,15 +144,15 @@ TEST(ReadPlanTest, WhatIsKeptReadyEndsAfterSoManyFrames) {
     EXPECT_EQ(running.read.back(), 10 + 64);
     Reading standing(200);
     standing.keyEvery = 100;
-    standing.follow({100, 1, false, false});
+    standing.follow({100, 1, false, {}});
     EXPECT_EQ(standing.read, range(100, 108));
-    standing.follow({108, 1, false, false}); // a few frames on are read over, more are jumped to
+    standing.follow({108, 1, false, {}}); // a few frames on are read over, more are jumped to
     EXPECT_EQ(standing.read, range(100, 116));
     standing.read.clear();
-    standing.follow({116 + 16, 1, false, false});
+    standing.follow({116 + 16, 1, false, {}});
     EXPECT_EQ(standing.read.front(), 117);
     standing.read.clear();
-    standing.follow({140 + 17, 1, false, false});
+    standing.follow({140 + 17, 1, false, {}});
     EXPECT_EQ(standing.read.front(), 157);
 }
 

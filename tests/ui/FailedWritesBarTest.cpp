@@ -60,7 +60,7 @@ TEST_F(FailedWritesBarTest, ManyAreCountedAndNoneIsTakenForMarkUp) {
     for (int at = 0; at < 5; ++at)
         failedWrites.failed(u"Notes"_s, u"/x/<img src=\"file:///dev/zero\">%1&.csv"_s.arg(at), QString(100'000, u'r'));
     ASSERT_TRUE(waitUntil([this] { return lines().size() == 3; }));
-    EXPECT_TRUE(lines().front().contains(u"<img"_s) && lines().front().contains(u"0&.csv"_s));
+    EXPECT_TRUE(lines().front().contains(u"zero\">0&.csv"_s)) << qPrintable(lines().front());
     EXPECT_LT(lines().front().size(), 600);
     EXPECT_FALSE(button("failedWriteTryAgain")) << "nobody offered it";
     for (int at = 0; at < 5; ++at)

@@ -66,7 +66,7 @@ public:
         QElapsedTimer timer;
         timer.start();
         cache_.setTravel({frame, direction, {}});
-        decoder_.want(generation_, {frame, direction, false, false});
+        decoder_.want(generation_, {.target = frame, .direction = direction});
         std::unique_lock lock(mutex_);
         answered_.wait(lock, [&] { return cache_.contains(frame); });
         return millisecondsOf(timer);
