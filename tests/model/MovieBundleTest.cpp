@@ -90,7 +90,7 @@ TEST_F(MovieBundleTest, AFoldersMediaIsTheFileBesideWhereverItCameFrom) {
     EXPECT_EQ(contents->movie->iCount, 0);
     // Without one the path stays; a name that leads elsewhere is a name.
     write(u"secret.mov"_s, "not in the bundle");
-    write(u"b.dlm/data.dls"_s, encodeMovieRoot([this] {
+    write(u"b.dlm/data.dls"_s, encodeMovieRoot([] {
               auto movie = movieAt(u"/gone/x.mov"_s);
               movie->filenameString = u"../secret.mov"_s;
               return movie;
