@@ -321,7 +321,8 @@ TEST_F(Tool, DuplicatesAndFindSayWhatTheLibrarySays) {
     const QJsonObject clean = tool({QStringLiteral("duplicates"), file("clean.dls"), QStringLiteral("--playlist"),
                                     QStringLiteral("1")}).object();
     EXPECT_EQ(clean[u"message"].toString(), QStringLiteral("No duplicates found"));
-    EXPECT_EQ(clean[u"removes"].toArray(), QJsonArray{QJsonArray()});
+    EXPECT_EQ(clean[u"removes"].toArray().size(), 1);
+    EXPECT_TRUE(clean[u"removes"].toArray().at(0).toArray().isEmpty());
 
     const QJsonObject found = tool({QStringLiteral("find"), session, QStringLiteral("B_SHOT")}).object();
     EXPECT_EQ(found[u"text"].toString(), QStringLiteral("2 Matches"));
