@@ -62,9 +62,9 @@ TEST_F(MoviePlayerControllerTest, OffTheNetworkAnAnswerAboutOneFileIsNeverAnothe
         EXPECT_TRUE(QFile::copy(bench::movie({.frames = frames, .group = 12}), path));
         return std::make_shared<Movie>(path, createFileBookmark(path));
     };
-    const auto first = copied("first.mov", 30), second = copied("second.mov", 48);
-    show({first, second});
-    for (const auto& movie : {first, second})
+    const auto one = copied("first.mov", 30), other = copied("second.mov", 48);
+    show({one, other});
+    for (const auto& movie : {one, other})
         ASSERT_TRUE(QFile::rename(movie->filepathString, movie->filepathString + u".moved.mov"_qs));
     for (int round = 0; round < 5; ++round) {
         controller.list().setSelectionIndex(1);
@@ -74,8 +74,8 @@ TEST_F(MoviePlayerControllerTest, OffTheNetworkAnAnswerAboutOneFileIsNeverAnothe
         controller.list().setSelectionIndex(0);
         ASSERT_TRUE(bench::waitUntil([&] { return player.isOpen() && player.index().count() == 30; }));
     }
-    EXPECT_TRUE(second->filenameString.startsWith(u"second")) << qPrintable(second->filenameString);
-    EXPECT_TRUE(first->filenameString.startsWith(u"first")) << qPrintable(first->filenameString);
+    EXPECT_TRUE(other->filenameString.startsWith(u"second")) << qPrintable(other->filenameString);
+    EXPECT_TRUE(one->filenameString.startsWith(u"first")) << qPrintable(one->filenameString);
 }
 
 TEST_F(MoviePlayerControllerTest, AMissingFileIsToldAndTheRunEnds) {
