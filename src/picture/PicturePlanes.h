@@ -3,6 +3,7 @@
 #include "media/decode/VideoFrame.h"
 
 #include <QSize>
+#include <QString>
 
 #include <array>
 #include <memory>
@@ -17,6 +18,10 @@ namespace daylark {
 ///
 ///     rgb = toRgb * (c - offset)            (for RGB pictures toRgb is the identity and offset 0)
 ///
+/// Half and single precision numbers are RGB (or grey) themselves, divided by nothing: 1 is a display's white or, scene-linear,
+/// a reflectance of 1. They may be negative, above 1, infinite or no number at all: whoever computes with them takes what is
+/// no number for 0 and holds the rest to +-`PicturePlanes::largest`.
+///
 /// Chroma sample (i, j) sits at luma position (i * 2^log2ChromaWidth + chromaX, j * 2^log2ChromaHeight +
 /// chromaY), in luma samples, where (0, 0) is the centre of the first luma sample. Formats that are not planar,
 /// or stored in the other byte order, have been brought into this form without loss. Keeps what it points to
@@ -27,9 +32,15 @@ struct PicturePlanes {
         qsizetype stride = 0;        ///< bytes from row to row
         QSize size;                  ///< samples
     };
+    /// How a sample is stored, in this machine's byte order: a whole number of `depth` bits, a half, a float.
+    enum class Numbers { whole, half, real };
+    static constexpr float largest = 1e30F;
     std::array<Plane, 4> planes;
-    int bytesPerSample = 1;          ///< 1, or 2 (native byte order)
-    int depth = 8;                   ///< bits that count, in the low end
+    Numbers numbers = Numbers::whole;
+    int bytesPerSample = 1;          ///< 1 or 2; 2 for halves, 4 for floats
+    int depth = 8;                   ///< bits that count, in the low end; of whole numbers
+    bool isSceneLinear = false;      ///< proportional to light: to be brought to a display by a view
+    QString colourSpace;             ///< by the name that the file itself gives; null: it says nothing
     int log2ChromaWidth = 0, log2ChromaHeight = 0;
     double chromaX = 0, chromaY = 0; ///< luma samples
     std::array<std::array<double, 3>, 3> toRgb{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
@@ -40,6 +51,8 @@ struct PicturePlanes {
     [[nodiscard]] bool isNull() const { return !planes[0].data; }
     [[nodiscard]] bool isGrey() const { return !planes[1].data; }
     [[nodiscard]] bool hasAlpha() const { return planes[3].data; }
+    /// What a sample is divided by.
+    [[nodiscard]] double codes() const { return numbers == Numbers::whole ? double((1 << depth) - 1) : 1; }
     [[nodiscard]] QSize size() const { return planes[0].size; } ///< samples, before orientation and pixel aspect
 };
 

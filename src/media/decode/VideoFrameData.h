@@ -12,6 +12,9 @@ public:
     av::FramePtr frame;
     AVRational pixelAspect{1, 1};
     Orientation orientation;
+    bool isHalf = false;        ///< the frame's 16 bits a sample are halves, for which the library has no planar format
+    bool isSceneLinear = false; ///< of halves and floats: proportional to light
+    QString colourSpace;        ///< as the file names it; null: it says nothing
 };
 
 /// What the stream says of how its pictures are to be turned.
