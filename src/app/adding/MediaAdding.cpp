@@ -7,6 +7,7 @@
 #include "app/program/ProgressBoard.h"
 #include "app/sessions/SessionFiles.h"
 #include "app/sessions/SessionMigration.h"
+#include "base/jobs/ReportPace.h"
 #include "base/jobs/WorkQueue.h"
 #include "media/facts/MediaTypes.h"
 #include "model/bundle/BundleReading.h"
@@ -15,7 +16,6 @@
 #include "preferences/Preferences.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
 
 #include <deque>
@@ -24,8 +24,6 @@
 namespace daylark {
 
 namespace {
-
-constexpr qint64 walkReportMs = 100;
 
 QString lastPathComponent(const QString& path) {
     return path.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
@@ -299,16 +297,15 @@ void MediaAdding::startNext() {
     worker_->job = job;
     worker_->cancelled = surroundings_.progress.cancelFlag(job);
     worker_->work.run([this, request = worker_->requests.front(), job, cancelled = worker_->cancelled] {
-        QElapsedTimer sinceReport;
-        sinceReport.start();
-        const auto report = [this, job, &sinceReport](qint64 found) {
-            if (sinceReport.elapsed() < walkReportMs) return;
-            sinceReport.restart();
+        ReportPace pace;
+        const auto report = [this, job, &pace](qint64 found) {
+            if (!pace.isDue()) return;
             WorkQueue::deliver(this, [this, job, found] { surroundings_.progress.say(job, textsFor(found)); });
         };
-        Worker::look(request, {cancelled.get(), report}, [this](Group group) {
-            WorkQueue::deliver(this,
-                               [this, group = std::make_shared<Group>(std::move(group))] { apply(*group); });
+        Worker::look(request, {cancelled.get(), report}, [this, cancelled](Group group) {
+            WorkQueue::deliver(this, [this, cancelled, group = std::make_shared<Group>(std::move(group))] {
+                if (!*cancelled) apply(*group); // a walk that was over when it was cancelled adds nothing either
+            });
         });
         WorkQueue::deliver(this, [this] { requestDone(); });
     });

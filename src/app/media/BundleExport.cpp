@@ -1,22 +1,16 @@
 #include "app/media/BundleExport.h"
 
 #include "app/playlists/Library.h"
-#include "app/program/ProgressBoard.h"
-#include "base/jobs/WorkQueue.h"
+#include "base/jobs/ReportPace.h"
 #include "media/facts/MovieProbe.h"
 #include "platform/FailedWrites.h"
 #include "platform/Panels.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
-
-#include <map>
 
 namespace daylark {
 
 namespace {
-
-constexpr qint64 bundleReportMs = 100;
 
 ProgressBoard::Texts exportTexts() {
     return {BundleExport::tr("Exporting Daylark Movie"), BundleExport::tr("Large files may take several minutes"),
@@ -25,26 +19,10 @@ ProgressBoard::Texts exportTexts() {
 
 } // namespace
 
-/// The exports by their jobs; the thread ends first.
-class BundleExport::Worker {
-public:
-    std::map<int, std::shared_ptr<CancelFlag>> jobs;
-    WorkQueue work;
-};
-
 BundleExport::BundleExport(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(surroundings)
-    , worker_(std::make_unique<Worker>()) {}
-
-BundleExport::~BundleExport() {
-    for (const auto& [job, cancelled] : worker_->jobs)
-        *cancelled = true;
-}
-
-bool BundleExport::isBusy() const {
-    return !worker_->jobs.empty();
-}
+    , jobs_(surroundings.progress) {}
 
 void BundleExport::launchExport() {
     exportDMB();
@@ -76,20 +54,15 @@ QString BundleExport::askForPath(const Movie& movie) {
 }
 
 void BundleExport::write(Form form, const std::shared_ptr<Movie>& movie, const QString& path) {
-    ProgressBoard& progress = surroundings_.progress;
-    const int job = progress.begin(exportTexts(), 0, true);
-    const auto cancelled = progress.cancelFlag(job);
-    worker_->jobs[job] = cancelled;
+    const auto [job, cancelled] = jobs_.begin(exportTexts());
     // The legacy movie is opened for a bundle file: its properties stay on the record.
     const bool opensLegacyMovie = form == Form::file && !movie->mMovieHasBeenVisited;
-    worker_->work.run([this, job, form, path, cancelled, opensLegacyMovie, source = BundleSource::of(movie),
-                       weak = std::weak_ptr(movie)]() mutable {
-        QElapsedTimer sinceReport;
-        sinceReport.start();
+    jobs_.run([this, job = job, form, path, cancelled = cancelled, opensLegacyMovie, source = BundleSource::of(movie),
+               weak = std::weak_ptr(movie)]() mutable {
+        ReportPace pace;
         const qint64 total = form == Form::folder ? QFileInfo(checkFile(source.file).path).size() : 0;
         const CopyWatch watch{cancelled.get(), [&](qint64 bytes) {
-                                  if (bytes < total && sinceReport.elapsed() < bundleReportMs) return;
-                                  sinceReport.restart();
+                                  if (bytes < total && !pace.isDue()) return;
                                   WorkQueue::deliver(this, [this, job, bytes, total] {
                                       ProgressBoard::Texts texts = exportTexts();
                                       texts.text += QStringLiteral(" · ") + ProgressBoard::bytesText(bytes, total);
@@ -116,8 +89,7 @@ void BundleExport::write(Form form, const std::shared_ptr<Movie>& movie, const Q
 
 void BundleExport::ended(int job, Form form, const std::weak_ptr<Movie>& movie, const QString& path,
                          const BundleReport& report) {
-    worker_->jobs.erase(job);
-    surroundings_.progress.end(job); // in every case
+    jobs_.end(job); // in every case
     FailedWrites& failedWrites = surroundings_.failedWrites;
     if (report.end == BundleReport::End::written) failedWrites.written(path);
     if (report.end != BundleReport::End::failed) return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/program/PartJobs.h"
 #include "export/media/BundleFolder.h"
 
 #include <QObject>
@@ -11,7 +12,6 @@ namespace daylark {
 class FailedWrites;
 class Library;
 class Panels;
-class ProgressBoard;
 
 /// "Export Daylark Movie...": the first selected movie with its review, for somebody else. Folders and files are a worker's;
 /// what fails is among the failed writes. Interface thread.
@@ -25,13 +25,12 @@ public:
         FailedWrites& failedWrites;
     };
     explicit BundleExport(const Surroundings& surroundings, QObject* parent = nullptr);
-    ~BundleExport() override; ///< ends what is under way
 
     void launchExport();
     void exportDMB();     ///< the bundle folder
     void saveDLMToDisk(); ///< the bundle file
 
-    [[nodiscard]] bool isBusy() const;
+    [[nodiscard]] bool isBusy() const { return jobs_.isBusy(); }
 
 private:
     enum class Form { folder, file };
@@ -39,9 +38,8 @@ private:
     void write(Form form, const std::shared_ptr<Movie>& movie, const QString& path);
     void ended(int job, Form form, const std::weak_ptr<Movie>& movie, const QString& path, const BundleReport& report);
 
-    class Worker;
     Surroundings surroundings_;
-    std::unique_ptr<Worker> worker_;
+    PartJobs jobs_;
 };
 
 } // namespace daylark

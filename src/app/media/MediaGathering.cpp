@@ -1,49 +1,27 @@
 #include "app/media/MediaGathering.h"
 
 #include "app/playlists/Library.h"
-#include "app/program/ProgressBoard.h"
-#include "base/jobs/WorkQueue.h"
+#include "base/jobs/ReportPace.h"
 #include "platform/Alerts.h"
 #include "platform/FailedWrites.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
-
-#include <map>
 
 namespace daylark {
 
 namespace {
 
-constexpr qint64 gatheringReportMs = 100;
 constexpr size_t largestToldOneByOne = 1000;
 
 } // namespace
 
-/// The gatherings by their jobs; the threads end first.
-class MediaGathering::Worker {
-public:
-    std::map<int, std::shared_ptr<CancelFlag>> jobs;
-    std::map<int, QString> bytes; ///< what is said of a job's bytes
-    WorkQueue work;
-};
-
 MediaGathering::MediaGathering(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(surroundings)
-    , worker_(std::make_unique<Worker>()) {}
-
-MediaGathering::~MediaGathering() {
-    for (const auto& [job, cancelled] : worker_->jobs)
-        *cancelled = true;
-}
-
-bool MediaGathering::isBusy() const {
-    return !worker_->jobs.empty();
-}
+    , jobs_(surroundings.progress) {}
 
 void MediaGathering::gatherMediaFiles(const Sender& sender) {
     if (surroundings_.library.playlists().empty()) return;
@@ -93,26 +71,21 @@ void MediaGathering::say(int job, Scope scope, size_t done, size_t count) {
     const size_t number = scope == Scope::selected ? std::min(done + 1, count) : done + 1;
     const QString title = done == 0 ? tr("Gathering Media: File %1 of %2").arg(1).arg(count)
                                     : tr("Gathering Media File %1 of %2").arg(number).arg(count);
-    surroundings_.progress.say(job, {title, worker_->bytes[job], ProgressBoard::Count::untold});
+    surroundings_.progress.say(job, {title, bytes_[job], ProgressBoard::Count::untold});
 }
 
 void MediaGathering::copy(Scope scope, const Sources& sources, const QString& folder, bool again) {
-    ProgressBoard& progress = surroundings_.progress;
     const size_t count = sources.size();
-    const int job = progress.begin({tr("Gathering Media: File %1 of %2").arg(1).arg(count), {}, ProgressBoard::Count::untold},
-                                   0, true);
-    const auto cancelled = progress.cancelFlag(job);
-    worker_->jobs[job] = cancelled;
-    worker_->work.run([this, job, scope, count, sources, folder, cancelled, again] {
-        QElapsedTimer sinceReport;
-        sinceReport.start();
+    const auto [job, cancelled] =
+        jobs_.begin({tr("Gathering Media: File %1 of %2").arg(1).arg(count), {}, ProgressBoard::Count::untold});
+    jobs_.run([this, job = job, scope, count, sources, folder, cancelled = cancelled, again] {
+        ReportPace pace;
         size_t filesDone = 0;
         GatherWatch watch{cancelled.get()};
         watch.bytes = [&](qint64 done, qint64 total) {
-            if (done > 0 && done < total && sinceReport.elapsed() < gatheringReportMs) return;
-            sinceReport.restart();
+            if (done > 0 && done < total && !pace.isDue()) return;
             WorkQueue::deliver(this, [this, job, scope, count, files = filesDone, done, total] {
-                worker_->bytes[job] = ProgressBoard::bytesText(done, total);
+                bytes_[job] = ProgressBoard::bytesText(done, total);
                 surroundings_.progress.advance(job, done, total);
                 say(job, scope, files, count);
             });
@@ -120,8 +93,7 @@ void MediaGathering::copy(Scope scope, const Sources& sources, const QString& fo
         watch.fileDone = [&](size_t files) {
             filesDone = files;
             // Files by the thousand that are all there already would be told faster than anybody can show it.
-            if (count > largestToldOneByOne && files < count && sinceReport.elapsed() < gatheringReportMs) return;
-            if (count > largestToldOneByOne) sinceReport.restart();
+            if (count > largestToldOneByOne && files < count && !pace.isDue()) return;
             WorkQueue::deliver(this, [this, job, scope, files, count] { say(job, scope, files, count); });
         };
         const auto report = std::make_shared<const GatherReport>(gatherMedia(sources, folder, watch));
@@ -133,10 +105,8 @@ void MediaGathering::copy(Scope scope, const Sources& sources, const QString& fo
 
 void MediaGathering::ended(int job, Scope scope, const Sources& sources, const QString& folder, const GatherReport& report,
                            bool again) {
-    const bool cancelled = *worker_->jobs[job];
-    worker_->jobs.erase(job);
-    worker_->bytes.erase(job);
-    surroundings_.progress.end(job);
+    const bool cancelled = jobs_.end(job);
+    bytes_.erase(job);
     if (report.failed.empty()) {
         if (!cancelled) surroundings_.failedWrites.written(folder);
     } else {

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "app/program/PartJobs.h"
 #include "export/media/GatheredMedia.h"
 #include "platform/Sender.h"
 
 #include <QObject>
-
-#include <memory>
 
 namespace daylark {
 
@@ -14,7 +13,6 @@ class FailedWrites;
 class Library;
 class Panels;
 class Preferences;
-class ProgressBoard;
 
 /// "Gather Selected Media..." and its like: copies movies' files into one folder. The session isn't changed: the movies keep
 /// the files that they had. The list is the one of the moment in which it was asked for; copies are a worker's, one gathering
@@ -31,7 +29,6 @@ public:
         FailedWrites& failedWrites;
     };
     explicit MediaGathering(const Surroundings& surroundings, QObject* parent = nullptr);
-    ~MediaGathering() override; ///< ends what is under way
 
     /// The sender's title tells selected movies from selected playlists; other titles, nothing.
     void gatherMediaFiles(const Sender& sender);
@@ -40,7 +37,7 @@ public:
     void copySelectedFilesToURL(const QString& folder);
     void copyPlaylistFilesToURL(const QString& folder); ///< says when it is done
 
-    [[nodiscard]] bool isBusy() const;
+    [[nodiscard]] bool isBusy() const { return jobs_.isBusy(); }
 
 private:
     enum class Scope { selected, playlists };
@@ -50,9 +47,9 @@ private:
     void ended(int job, Scope scope, const Sources& sources, const QString& folder, const GatherReport& report, bool again);
     [[nodiscard]] QString askForFolder();
 
-    class Worker;
     Surroundings surroundings_;
-    std::unique_ptr<Worker> worker_;
+    std::map<int, QString> bytes_; ///< what is said of a job's bytes
+    PartJobs jobs_;
 };
 
 } // namespace daylark

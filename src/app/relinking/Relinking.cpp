@@ -4,12 +4,11 @@
 #include "app/files/Thumbnails.h"
 #include "app/playlists/Library.h"
 #include "app/program/ProgressBoard.h"
+#include "base/jobs/ReportPace.h"
 #include "platform/Alerts.h"
 #include "platform/FileBookmark.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
-
-#include <QElapsedTimer>
 
 #include <algorithm>
 #include <unordered_map>
@@ -19,7 +18,6 @@ namespace daylark {
 
 namespace {
 
-constexpr qint64 searchToldEveryMs = 100;
 constexpr qsizetype mostChoicesTold = 20;
 
 QString nameAtEndOf(const QString& path) {
@@ -203,11 +201,8 @@ void Relinking::start(const std::shared_ptr<Search>& search) {
     search->job = surroundings_.progress.begin(searchTextsFor(0), 0, !byItself);
     const auto cancelled = surroundings_.progress.cancelFlag(search->job);
     (byItself ? cancelledByItself_ : cancelled_) = cancelled;
-    QElapsedTimer sinceTold;
-    sinceTold.start();
-    const auto tell = [this, job = search->job, sinceTold](qint64 files) mutable {
-        if (sinceTold.elapsed() < searchToldEveryMs) return;
-        sinceTold.restart();
+    const auto tell = [this, job = search->job, pace = ReportPace()](qint64 files) mutable {
+        if (!pace.isDue()) return;
         WorkQueue::deliver(this, [this, job, files] { surroundings_.progress.say(job, searchTextsFor(files)); });
     };
     (byItself ? workByItself_ : work_).run([this, search, how, items = std::move(items), cancelled, tell] {
