@@ -31,6 +31,17 @@ protected:
         contents.playlists = playlists;
         ASSERT_TRUE(bool(writeSessionFile(file, encodeSession(contents))));
     }
+    void makeClipFromTen() const { // of 30 frames, from ten o'clock
+        MovieSpec spec;
+        spec.path = path(u"clip.mov"_s);
+        spec.encoder = u"mjpeg"_s;
+        spec.pixelFormat = u"yuvj420p"_s;
+        spec.bFrames = 0;
+        spec.groupSize = 1;
+        spec.frames = 30;
+        spec.timecode = u"10:00:00:00"_s;
+        ASSERT_TRUE(bool(makeMovie(spec)));
+    }
     /// The question at the next start runs before `started` is over, so its answer is prepared here.
     void startAnswering(std::deque<int> answers) {
         alerts.answers = std::move(answers);
@@ -149,15 +160,7 @@ TEST_F(SessionMigrationTest, AnItemOfUnknownRateGetsItsBookmarksTimecodesWithThe
 }
 
 TEST_F(SessionMigrationTest, BookmarksTimecodesCountFromTheStartOfTheTimecodeTrack) {
-    MovieSpec spec;
-    spec.path = path(u"clip.mov"_s);
-    spec.encoder = u"mjpeg"_s;
-    spec.pixelFormat = u"yuvj420p"_s;
-    spec.bFrames = 0;
-    spec.groupSize = 1;
-    spec.frames = 30;
-    spec.timecode = u"10:00:00:00"_s;
-    ASSERT_TRUE(bool(makeMovie(spec)));
+    makeClipFromTen();
     const auto known = olderMovie(u"clip.mov"_s), unknown = olderMovie(u"clip.mov"_s, 2);
     known->mMovieFPS = 24;
     known->mMovieBookmarkArray = {olderBookmark(25, u"a"_s)};
@@ -169,6 +172,24 @@ TEST_F(SessionMigrationTest, BookmarksTimecodesCountFromTheStartOfTheTimecodeTra
     };
     EXPECT_TRUE(waitUntil([&] { return text(0) == u"10:00:01:00"_s && text(1) == u"10:00:01:02"_s; }))
         << text(0).toStdString() << " and " << text(1).toStdString();
+}
+
+TEST_F(SessionMigrationTest, ABookmarkMadeLongerBeforeTheTrackIsReadKeepsItsTimecode) {
+    makeClipFromTen();
+    const auto older = olderMovie(u"clip.mov"_s);
+    older->mMovieFPS = 24;
+    older->mMovieBookmarkArray = {olderBookmark(25, u"a"_s), olderBookmark(5, u"b"_s)};
+    start();
+    addPlaylist(u"Day 1"_s, {});
+    library().addMovies(library().playlists().front(), {older});
+    alerts.answers = {Alerts::firstButton};
+    controller->sessionMigration().checkMovies();
+    const auto movie = library().arrangedMovies().at(0);
+    const auto at25 = movie->bookmarkStore.at(0), longer = movie->bookmarkStore.at(1);
+    controller->edits().store().modify(movie, longer, {}, [](Bookmark& bookmark) { bookmark.lastFrame = 9; });
+    const QString before = longer->firstTC;
+    ASSERT_TRUE(waitUntil([&] { return at25->firstTC == u"10:00:01:00"_s; })) << at25->firstTC.toStdString();
+    EXPECT_EQ(longer->firstTC, before);
 }
 
 TEST_F(SessionMigrationTest, ANewSessionEmptiesTheLibraryAndTheNetworkModeStaysOn) {

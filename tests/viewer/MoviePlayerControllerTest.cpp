@@ -66,6 +66,13 @@ TEST_F(MoviePlayerControllerTest, OffTheNetworkAnAnswerAboutOneFileIsNeverAnothe
     show({one, other});
     for (const auto& movie : {one, other})
         ASSERT_TRUE(QFile::rename(movie->filepathString, movie->filepathString + u".moved.mov"_qs));
+    QStringList namesOfOther; // whatever it was called on the way
+    QObject::connect(&controller, &MoviePlayerController::movieProbed,
+                     [&](const std::shared_ptr<Movie>&) { namesOfOther << other->filenameString; });
+    controller.open({one, other}, 0);
+    controller.open({one, other}, 1);
+    ASSERT_TRUE(bench::waitUntil([&] { return player.isOpen() && player.index().count() == 48; }));
+    EXPECT_TRUE(namesOfOther.filter(u"first"_qs).isEmpty()) << qPrintable(namesOfOther.join(u' '));
     for (int round = 0; round < 5; ++round) {
         controller.list().setSelectionIndex(1);
         controller.list().setSelectionIndex(0);
