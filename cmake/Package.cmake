@@ -1,7 +1,10 @@
 # What is installed (`cmake --install`) and the Debian package made of it (`cpack -G DEB`, as ./run.sh --package does).
 include(GNUInstallDirs)
-set(DAYLARK_APP_ID io.daylark.daylark CACHE STRING "the program's name among all programs, for software catalogues")
-set(DAYLARK_HOMEPAGE https://daylark.example CACHE STRING "where the program is at home; pictures/ stands there")
+# The program has no home on the network yet. Names under "example" belong to nobody and never will: whoever publishes a
+# package puts their own here.
+set(DAYLARK_APP_ID example.daylark.daylark CACHE STRING "the program's name among all programs, for software catalogues")
+set(DAYLARK_HOMEPAGE "" CACHE STRING "where the program is at home; empty: nowhere, and nothing says so")
+set(DAYLARK_PICTURES https://daylark.example/pictures CACHE STRING "where a catalogue finds what is in docs/pictures")
 set(DAYLARK_CONTACT "Daylark developers <developers@daylark.example>" CACHE STRING
     "who answers for a package made here")
 set(DAYLARK_RELEASE_DATE 2026-11-22)
@@ -18,6 +21,10 @@ foreach(picture VIEWER TILES)
   math(EXPR ${picture}_WIDTH "0x${width}")
   math(EXPR ${picture}_HEIGHT "0x${height}")
 endforeach()
+set(homepage)
+if(DAYLARK_HOMEPAGE)
+  set(homepage "\n  <url type=\"homepage\">${DAYLARK_HOMEPAGE}</url>")
+endif()
 configure_file(${desktop}/metainfo.xml.in ${made}/${DAYLARK_APP_ID}.metainfo.xml @ONLY)
 configure_file(${desktop}/man/daylark.1.in ${made}/daylark.1 @ONLY)
 configure_file(${desktop}/changelog.in ${made}/changelog @ONLY)
@@ -81,7 +88,9 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXE
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${DAYLARK_HOMEPAGE})
+if(DAYLARK_HOMEPAGE)
+  set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${DAYLARK_HOMEPAGE})
+endif()
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Plugins that no library names: the display, and the TIFF that thumbnails are kept in.
