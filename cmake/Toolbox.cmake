@@ -14,6 +14,8 @@ if(DAYLARK_GUI)
 endif()
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil libswscale libswresample)
+pkg_check_modules(OPENCOLORIO REQUIRED IMPORTED_TARGET OpenColorIO)
+pkg_check_modules(OPENIMAGEIO REQUIRED IMPORTED_TARGET OpenImageIO)
 pkg_check_modules(SOUNDTOUCH REQUIRED IMPORTED_TARGET soundtouch)
 if(CMAKE_SYSTEM_NAME STREQUAL Linux)
   pkg_check_modules(PULSE REQUIRED IMPORTED_TARGET libpulse)
@@ -25,6 +27,8 @@ find_library(NATPMP_LIBRARY natpmp REQUIRED) # has no description of its own
 pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 find_package(CLI11 REQUIRED)
 
+include(GNUInstallDirs)
+set(DAYLARK_MODULES ${CMAKE_INSTALL_LIBDIR}/daylark) # seen from where programs lie: ../${DAYLARK_MODULES}
 add_library(daylark_settings INTERFACE)
 # Several sources in one: what one calls a thing may hide another's name, which is no fault.
 target_compile_options(daylark_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror
