@@ -3,6 +3,8 @@
 #include "model/StatusCodes.h"
 #include "platform/FileBookmark.h"
 
+#include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -32,9 +34,24 @@ bool hasText(const std::optional<AttributedString>& text) {
     return text && text->length() > 0;
 }
 
+/// The first picture may be the one that is missing.
+bool anyPictureExists(const QString& path, const MovieRun& run) {
+    const QDir folder = QFileInfo(path).dir();
+    if (folder.exists(run.run.nameOf(run.run.first)) || folder.exists(run.run.nameOf(run.run.last))) return true;
+    QDirIterator walk(folder.path(), QDir::Files);
+    while (walk.hasNext()) {
+        walk.next();
+        const auto number = run.run.numberIn(walk.fileName());
+        if (number && run.run.frameOf(*number)) return true;
+    }
+    return false;
+}
+
 } // namespace
 
 FileCheck checkFile(const FileReference& reference) {
+    if (reference.run && !reference.path.isEmpty() && anyPictureExists(reference.path, *reference.run))
+        return {true, reference.path};
     if (reference.networkMode)
         return {!reference.path.isEmpty() && QFileInfo::exists(reference.path), reference.path};
     const Result<QString> resolved = resolveFileBookmark(reference.bookmarkData, reference.path);
@@ -70,9 +87,14 @@ bool Movie::fileIsFound(bool networkMode) {
     return check.found;
 }
 
+QString Movie::linkPath() const {
+    const qsizetype end = filepathString.lastIndexOf(QLatin1Char('/')) + 1;
+    return frameRun ? filepathString.left(end) + frameRun->run.addressText() : filepathString;
+}
+
 FileReference Movie::fileReference(bool networkMode) const {
     const bool byUrl = networkMode && filepathURL.isLocalFile();
-    return {byUrl ? filepathURL.toLocalFile() : filepathString, filepathBookmarkData, networkMode};
+    return {byUrl ? filepathURL.toLocalFile() : filepathString, filepathBookmarkData, networkMode, frameRun};
 }
 
 void Movie::applyFileCheck(const FileCheck& check) {

@@ -8,6 +8,7 @@
 #include "model/Drawing.h"
 #include "model/Grade.h"
 #include "model/MediaTime.h"
+#include "model/runs/MovieRun.h"
 
 #include <QByteArray>
 #include <QColor>
@@ -31,6 +32,7 @@ struct FileReference {
     QString path;
     QByteArray bookmarkData;
     bool networkMode = true;
+    std::optional<MovieRun> run = {}; ///< is there as long as one of its pictures is
 };
 [[nodiscard]] FileCheck checkFile(const FileReference& reference); ///< worker threads
 
@@ -79,7 +81,17 @@ public:
     QByteArray mUserAudioTrackBookmarkData;
     bool isModified = false;     ///< memory only: the sound was changed in this run
     bool isOneFrame = false;
+    QString inputColourSpace; ///< how its numbers are to be read, as a person gave it; empty: as the file says
+    std::optional<Number> firstFrameNumber; ///< the production's number of the first frame, given by hand
+    std::optional<MovieRun> frameRun; ///< the item is a run of numbered pictures, its path the first one's
 
+    /// What opens it: its path, or its run's address.
+    [[nodiscard]] QString mediaAddress(const RunView& view = {}) const {
+        return daylark::mediaAddress(filepathString, frameRun, view);
+    }
+    /// What it is called where people look: its file's name, or its run's ("sh010.1001-1100#.exr").
+    [[nodiscard]] QString shownName() const { return frameRun ? frameRun->run.text() : filenameString; }
+    [[nodiscard]] QString linkPath() const; ///< what a link to it names: its path, or its run's pattern beside its pictures
     [[nodiscard]] bool fileIsFound(bool networkMode); ///< `checkFile` and `applyFileCheck` in one; worker-less callers only
     [[nodiscard]] FileReference fileReference(bool networkMode) const;
     void applyFileCheck(const FileCheck& check);
@@ -115,7 +127,7 @@ public:
     void removeAllBookmarks();
 
     [[nodiscard]] const char* archiveClassName() const override { return "Movie"; }
-    void encodeWithCoder(Encoder& coder) const override; ///< 58 keys in their order
+    void encodeWithCoder(Encoder& coder) const override; ///< 58 keys in their order, then our own
     void initWithCoder(const Decoder& coder) override;
 
 private:

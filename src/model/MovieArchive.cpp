@@ -39,6 +39,10 @@ void Movie::encodeWithCoder(Encoder& coder) const {
     encodeFileAndIcons(coder);
     encodeProperties(coder);
     encodeReview(coder);
+    // After the 58, and only where there is something to be said: a session without them is the same to the byte.
+    if (!inputColourSpace.isEmpty()) coder.encodeString("inputColourSpace", inputColourSpace);
+    if (firstFrameNumber) coder.encodeNumber("firstFrameNumber", firstFrameNumber);
+    if (frameRun) coder.encode("frameRun", frameRun->toValue());
 }
 
 void Movie::encodeFileAndIcons(Encoder& coder) const {
@@ -113,6 +117,7 @@ void Movie::initWithCoder(const Decoder& coder) {
     decodeFileAndIcons(coder);
     decodeProperties(coder);
     decodeReview(coder);
+    frameRun = MovieRun::fromValue(coder.decode("frameRun"));
     isModified = false;
     hasAdjustments = 0;
 }
@@ -187,6 +192,8 @@ void Movie::decodeReview(const Decoder& coder) {
     statusColour = coder.decodeColour("statusColour");
     isOneFrame = coder.decodeBool("isOneFrame");
     mThumbnailFrame = decoded::frames(coder, "thumbnailFrame");
+    inputColourSpace = coder.decodeString("inputColourSpace");
+    firstFrameNumber = coder.decodeNumber("firstFrameNumber");
 }
 
 } // namespace daylark

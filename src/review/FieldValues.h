@@ -74,6 +74,13 @@ inline Value box(const ObjectList<MovieBookmark>& list) {
     return array;
 }
 
+inline Value box(const std::optional<MovieRun>& run) {
+    return run ? run->toValue() : Value();
+}
+
+inline void unbox(const Value& value, std::optional<MovieRun>& run) {
+    run = MovieRun::fromValue(value);
+}
 inline void unbox(const Value& value, QString& text) {
     text = value.string();
 }

@@ -103,6 +103,9 @@ const Table<Movie>& movieTable() {
         DAYLARK_FIELD(Movie, statusColour),
         DAYLARK_FIELD(Movie, isOneFrame),
         DAYLARK_FIELD(Movie, mThumbnailFrame),
+        DAYLARK_FIELD(Movie, frameRun),
+        DAYLARK_FIELD(Movie, inputColourSpace),
+        DAYLARK_FIELD(Movie, firstFrameNumber),
     });
     return table;
 }
