@@ -66,6 +66,7 @@ daylark_gzip(${made}/changelog ${made}/changelog.gz)
 add_custom_target(daylark-package-files ALL DEPENDS ${icons} ${manuals})
 
 install(TARGETS daylark daylark-tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS daylark_formats LIBRARY DESTINATION ${DAYLARK_MODULES})
 install(FILES ${desktop}/daylark.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${desktop}/daylark.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES ${made}/${DAYLARK_APP_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
@@ -96,7 +97,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Plugins that no library names: the display, and the TIFF that thumbnails are kept in.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, qt6-image-formats-plugins, hicolor-icon-theme")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "fonts-paratype, fonts-dejavu-core, libgl1-mesa-dri, qt6-wayland, xdg-utils")
+    "fonts-paratype, fonts-dejavu-core, libgl1-mesa-dri, qt6-wayland, qt6-translations-l10n, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "xdg-desktop-portal, bash-completion")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "review player for film and visual-effects dailies")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Daylark plays the dailies of a film or visual-effects production exactly

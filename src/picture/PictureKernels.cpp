@@ -32,6 +32,34 @@ KERNEL_BODY pickBody(const quint8* in, int step, quint8* out, int count) {
     pickSteps<0>(in, step, out, count);
 }
 
+/// A half by its bits: its fraction and exponent moved to a float's places, whose bias the factor makes good, tiny numbers
+/// included. Infinity becomes 65536, what is no number 0.
+struct Half {
+    quint16 bits;
+};
+
+static inline __attribute__((always_inline)) float valueOf(Half half) {
+    const quint32 size = quint32(half.bits & 0x7fffU);
+    const float value = __builtin_bit_cast(float, size << 13) * 0x1p112F;
+    const quint32 signedBits = __builtin_bit_cast(quint32, value) | quint32(half.bits & 0x8000U) << 16;
+    return size > 0x7c00U ? 0.0F : __builtin_bit_cast(float, signedBits);
+}
+
+static inline __attribute__((always_inline)) float valueOf(float value) {
+    constexpr float most = 1e30F;
+    value = value == value ? value : 0.0F;
+    value = value < most ? value : most;
+    return value > -most ? value : -most;
+}
+
+static inline __attribute__((always_inline)) float valueOf(quint8 value) {
+    return float(int(value));
+}
+
+static inline __attribute__((always_inline)) float valueOf(quint16 value) {
+    return float(int(value));
+}
+
 template<class Sample, int Taps, bool Add>
 KERNEL_BODY blendTaps(const quint8* const* rows, const float* weights, float* __restrict out, int count) {
     const auto* row0 = reinterpret_cast<const Sample*>(rows[0]);
@@ -41,10 +69,10 @@ KERNEL_BODY blendTaps(const quint8* const* rows, const float* weights, float* __
     const float w0 = weights[0], w1 = weights[Taps > 1 ? 1 : 0];
     const float w2 = weights[Taps > 2 ? 2 : 0], w3 = weights[Taps > 3 ? 3 : 0];
     for (int x = 0; x < count; ++x) {
-        float sum = w0 * float(int(row0[x]));
-        if (Taps > 1) sum += w1 * float(int(row1[x]));
-        if (Taps > 2) sum += w2 * float(int(row2[x]));
-        if (Taps > 3) sum += w3 * float(int(row3[x]));
+        float sum = w0 * valueOf(row0[x]);
+        if (Taps > 1) sum += w1 * valueOf(row1[x]);
+        if (Taps > 2) sum += w2 * valueOf(row2[x]);
+        if (Taps > 3) sum += w3 * valueOf(row3[x]);
         out[x] = Add ? out[x] + sum : sum;
     }
 }
@@ -239,6 +267,12 @@ KERNEL_BODY packBody(const float* const* channels, const float* alpha, float alp
         ATTRIBUTE static void blend16(const quint8* const* r, const float* w, int t, float* o, int n) { \
             blendBody<quint16>(r, w, t, o, n); \
         } \
+        ATTRIBUTE static void blendHalf(const quint8* const* r, const float* w, int t, float* o, int n) { \
+            blendBody<Half>(r, w, t, o, n); \
+        } \
+        ATTRIBUTE static void blendReal(const quint8* const* r, const float* w, int t, float* o, int n) { \
+            blendBody<float>(r, w, t, o, n); \
+        } \
         ATTRIBUTE static void toStrip(const float* r, qsizetype d, float* s, int n) { toStripBody(r, d, s, n); } \
         ATTRIBUTE static void fromStrip(const quint32* s, quint32* r, qsizetype d, int n) { \
             fromStripBody(s, r, d, n); \
@@ -257,7 +291,7 @@ KERNEL_BODY packBody(const float* const* channels, const float* alpha, float alp
         ATTRIBUTE static void pack16(const float* const* c, const float* a, float s, const float* m, quint64* o, int n) { \
             packBody(c, a, s, m, o, n); \
         } \
-        static constexpr PictureKernels table{pick8, blend8, blend16, \
+        static constexpr PictureKernels table{pick8, blend8, blend16, blendHalf, blendReal, \
                                               toStrip, fromStrip, resample, doubled, multiply, raise, pack8, pack16}; \
     };
 // clang-format on

@@ -13,9 +13,12 @@ struct PictureKernels {
 
     /// out[x] = in[x * step]: one component of packed ones.
     void (*pick8)(const quint8* in, int step, quint8* out, int count);
-    /// out[x] = sum of weights[t] * rows[t][x]; rows of 8-bit and of 16-bit samples.
+    /// out[x] = sum of weights[t] * rows[t][x]; rows of 8-bit and of 16-bit samples, of halves and of floats. What is no number
+    /// counts as 0, what is beyond `PicturePlanes::largest` as that.
     void (*blend8)(const quint8* const* rows, const float* weights, int taps, float* out, int count);
     void (*blend16)(const quint8* const* rows, const float* weights, int taps, float* out, int count);
+    void (*blendHalf)(const quint8* const* rows, const float* weights, int taps, float* out, int count);
+    void (*blendReal)(const quint8* const* rows, const float* weights, int taps, float* out, int count);
     /// Eight rows, `stride` apart, side by side.
     void (*toStrip)(const float* rows, qsizetype stride, float* strip, int count);
     /// Eight rows of finished pixels from a strip of them.

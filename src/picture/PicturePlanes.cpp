@@ -142,6 +142,12 @@ QSize sizeOfPlane(const AVFrame& frame, const AVPixFmtDescriptor& format, int pl
 
 constexpr int nativeForeignFlag = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? AV_PIX_FMT_FLAG_BE : 0;
 
+/// Planes of floats in this machine's byte order.
+bool isReal(const AVPixFmtDescriptor& format) {
+    return (format.flags & AV_PIX_FMT_FLAG_FLOAT) && (format.flags & (AV_PIX_FMT_FLAG_PLANAR | AV_PIX_FMT_FLAG_RGB)) !=
+           AV_PIX_FMT_FLAG_RGB && format.comp[0].depth == 32 && !(format.flags & nativeForeignFlag);
+}
+
 /// Planes of whole samples in this machine's byte order, all as deep: they can be used where they lie.
 bool isUsableInPlace(const AVPixFmtDescriptor& format) {
     if (format.flags & (AV_PIX_FMT_FLAG_PAL | AV_PIX_FMT_FLAG_BITSTREAM | AV_PIX_FMT_FLAG_FLOAT))
@@ -339,9 +345,10 @@ PicturePlanes planesOfFrame(const AVFrame& frame, std::shared_ptr<const void> ke
         picture.log2ChromaWidth = format->log2_chroma_w;
         picture.log2ChromaHeight = format->log2_chroma_h;
     }
-    if (isUsableInPlace(*format)) {
-        picture.depth = format->comp[0].depth;
-        picture.bytesPerSample = picture.depth > 8 ? 2 : 1;
+    if (isReal(*format)) picture.numbers = PicturePlanes::Numbers::real;
+    if (isUsableInPlace(*format) || isReal(*format)) {
+        picture.depth = isReal(*format) ? 16 : format->comp[0].depth; // of floats nobody asks
+        picture.bytesPerSample = isReal(*format) ? 4 : picture.depth > 8 ? 2 : 1;
         for (int i = 0; i < format->nb_components; ++i) {
             const int plane = planeOf(*format, i), source = format->comp[i].plane;
             picture.planes[size_t(plane)] = {frame.data[source], frame.linesize[source],
@@ -355,7 +362,10 @@ PicturePlanes planesOfFrame(const AVFrame& frame, std::shared_ptr<const void> ke
         picture.bytesPerSample = picture.depth > 8 ? 2 : 1;
         unpack(picture, frame, *format);
     }
-    if (!isRgb(*format)) setColour(picture, frame, *format);
+    if (isReal(*format) && !isRgb(*format)) // grey: there are no colour differences in floats
+        picture.toRgb = {{{1, 0, 0}, {1, 0, 0}, {1, 0, 0}}};
+    else if (!isRgb(*format))
+        setColour(picture, frame, *format);
     setChromaPosition(picture, frame);
     return picture;
 }
@@ -366,6 +376,9 @@ PicturePlanes planesOf(const VideoFrame& frame) {
     if (frame.isNull()) return {};
     PicturePlanes picture = planesOfFrame(*frame.data()->frame, std::make_shared<VideoFrame>(frame));
     picture.orientation = frame.data()->orientation;
+    if (frame.data()->isHalf) picture.numbers = PicturePlanes::Numbers::half;
+    picture.isSceneLinear = frame.data()->isSceneLinear;
+    picture.colourSpace = frame.data()->colourSpace;
     return picture;
 }
 

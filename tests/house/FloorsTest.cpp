@@ -28,6 +28,7 @@ QMap<QString, QSet<QString>> allowedFloors() {
             {QStringLiteral("model"), set("base archive platform model")},
             {QStringLiteral("review"), set("base archive platform model review")},
             {QStringLiteral("media"), set("base archive platform model media")},
+            {QStringLiteral("formats"), set("base media formats")}, // a module: of media/ only the seam
             {QStringLiteral("playback"), set("base archive platform model media playback")},
             {QStringLiteral("annotate"), set("base archive platform model annotate")},
             {QStringLiteral("picture"), set("base archive platform model media annotate picture")},

@@ -596,6 +596,36 @@ TEST_F(PictureKernelsTest, PlainAndWideSamplingAgree) {
     EXPECT_EQ(a[size_t(3 * room + 7)], 7U * 8 + 3);
 }
 
+TEST_F(PictureKernelsTest, HalvesAndFloatsAreTheirNumbers) {
+    // Every half there is, by the arithmetic of its parts.
+    std::vector<quint16> halves(65536);
+    std::vector<float> read(halves.size());
+    for (size_t i = 0; i < halves.size(); ++i)
+        halves[i] = quint16(i);
+    const float one = 1;
+    for (const PictureKernels* kernels : {&plain, &own}) {
+        const auto* row = reinterpret_cast<const quint8*>(halves.data());
+        kernels->blendHalf(&row, &one, 1, read.data(), int(halves.size()));
+        for (size_t i = 0; i < halves.size(); ++i) {
+            const int exponent = int(i >> 10 & 31), fraction = int(i & 1023);
+            double value = exponent == 0    ? std::ldexp(fraction, -24)
+                           : exponent == 31 ? (fraction ? 0 : 65536)
+                                            : std::ldexp(1024 + fraction, exponent - 25);
+            if (i & 0x8000) value = -value;
+            ASSERT_EQ(double(read[i]), value) << i;
+        }
+    }
+    const float huge = std::numeric_limits<float>::infinity();
+    std::vector<float> odd{0.25F, -3, 1e20F, huge, -huge, std::nanf(""), 1e-40F, 8};
+    const auto* rows = reinterpret_cast<const quint8*>(odd.data());
+    const std::vector<float> wanted{0.25F, -3, 1e20F, PicturePlanes::largest, -PicturePlanes::largest, 0, 1e-40F, 8};
+    for (const PictureKernels* kernels : {&plain, &own}) {
+        std::vector<float> out(odd.size());
+        kernels->blendReal(&rows, &one, 1, out.data(), int(odd.size()));
+        EXPECT_EQ(out, wanted);
+    }
+}
+
 TEST_F(PictureKernelsTest, PlainAndWideColourAgree) {
     expectAgreement("raise", 1e-6, [&](const PictureKernels& kernels, float* values) {
         kernels.raise(values, 0.45F, 20, 0, count);

@@ -24,6 +24,7 @@ struct SampleIndex {
         bool key = false;
     };
     std::vector<Sample> samples;
+    std::vector<qint64> missing = {};     ///< of a run of pictures: the frames (from 0) that have none of their own, in order
     int timeBaseNum = 1, timeBaseDen = 1; ///< the stream's
     qint32 timeScale = 600;               ///< ticks a second of this movie's player clock
     qint32 step = 0;                      ///< ticks of one frame; 0 when the rate varies or there is none

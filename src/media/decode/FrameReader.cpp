@@ -2,6 +2,7 @@
 
 #include "media/decode/PictureDecoder.h"
 #include "media/index/SampleTables.h"
+#include "media/sequence/RunReader.h"
 
 #include <algorithm>
 #include <limits>
@@ -272,6 +273,7 @@ void DecodingReader::startAt(qint64 keyFrame) {
 
 Result<std::unique_ptr<FrameReader>> FrameReader::open(const QString& path, const CancelFlag* cancel,
                                                        SampleTables* tables) {
+    if (const std::optional<RunAddress> run = RunAddress::of(path)) return openRun(*run, cancel);
     Result<MediaFile> file = MediaFile::open(path, cancel);
     if (!file) return file.error();
     if (!file->video()) return file->noPicture();

@@ -19,8 +19,8 @@ class SampleTables;
 /// for the decoder's threads.
 class FrameReader {
 public:
-    /// Opens the file and builds its sample index, or takes it from `tables`. Errors: no such file, no format,
-    /// no video. `cancel` and `tables` may be null.
+    /// Opens the file and builds its sample index, or takes it from `tables`; or a run of pictures, by its
+    /// `RunAddress`. Errors: no such file, no format, no video. `cancel` and `tables` may be null.
     [[nodiscard]] static Result<std::unique_ptr<FrameReader>>
     open(const QString& path, const CancelFlag* cancel = nullptr, SampleTables* tables = nullptr);
     virtual ~FrameReader() = default;

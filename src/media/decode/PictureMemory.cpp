@@ -105,6 +105,20 @@ bool PictureMemory::fill(AVCodecContext& codec, AVFrame& frame) {
     return true;
 }
 
+AVBufferRef* PictureMemory::block(size_t bytes) {
+    const size_t size = roundedUp(std::max<size_t>(bytes + slack, 1), pageSize);
+    auto block = std::make_unique<Block>(Block{shared_from_this(), take(size), size});
+    if (!block->bytes) return nullptr;
+    AVBufferRef* buffer =
+        av_buffer_create(static_cast<uint8_t*>(block->bytes), size, &PictureMemory::takeBack, block.get(), 0);
+    if (!buffer) {
+        free(block->bytes, size);
+        return nullptr;
+    }
+    static_cast<void>(block.release()); // takeBack frees it
+    return buffer;
+}
+
 void* PictureMemory::take(size_t size) {
     {
         const std::lock_guard lock(mutex_);

@@ -20,6 +20,8 @@ class PictureMemory : public std::enable_shared_from_this<PictureMemory> {
 public:
     /// Makes the codec take its pictures' memory from here; before it is opened. This object must outlive it.
     void serve(AVCodecContext& codec);
+    /// A block for a picture that no codec makes, given back by the last who lets it go; null where there is no memory.
+    [[nodiscard]] AVBufferRef* block(size_t bytes);
     ~PictureMemory();
     /// Of all blocks, whoever holds them, and of those kept idle.
     [[nodiscard]] size_t byteCount() const { return bytes_; }

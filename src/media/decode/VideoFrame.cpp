@@ -57,6 +57,14 @@ qsizetype VideoFrame::byteCount() const {
     return bytes;
 }
 
+bool VideoFrame::isSceneLinear() const {
+    return data_ && data_->isSceneLinear;
+}
+
+QString VideoFrame::colourSpace() const {
+    return data_ ? data_->colourSpace : QString();
+}
+
 int VideoFrame::bitDepth() const {
     const AVPixFmtDescriptor* format =
         data_ ? av_pix_fmt_desc_get(AVPixelFormat(data_->frame->format)) : nullptr;

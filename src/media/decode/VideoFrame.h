@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QSize>
+#include <QString>
 
 #include <memory>
 
@@ -17,7 +18,7 @@ struct Orientation {
     [[nodiscard]] bool flipsY() const { return rotation == 180 || rotation == 270; }
 };
 
-/// One decoded picture, as the decoder gave it (planes, 8 to 16 bit), behind an opaque handle. Never changes
+/// One decoded picture, as the decoder gave it (planes, 8 to 16 bit, half, float), behind an opaque handle. Never changes
 /// once made; copies share it. Any thread.
 class VideoFrame {
 public:
@@ -33,6 +34,8 @@ public:
     displaySize() const; ///< as it is to be shown: pixel aspect and rotation applied (pixels)
     [[nodiscard]] qsizetype byteCount() const; ///< what it holds of memory
     [[nodiscard]] int bitDepth() const;        ///< of one component
+    [[nodiscard]] bool isSceneLinear() const;  ///< proportional to light: a view brings it to a display
+    [[nodiscard]] QString colourSpace() const; ///< by the name that the file itself gives; null: it says nothing
     [[nodiscard]] const Data* data() const { return data_.get(); }
 
 private:

@@ -6,6 +6,7 @@
 #include "media/index/SampleTable.h"
 #include "media/index/SampleTables.h"
 #include "media/decode/VideoFrameData.h"
+#include "media/sequence/RunReader.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -91,10 +92,9 @@ float snappedRate(float fps) {
     return fps;
 }
 
-LegacyProperties legacyPropertiesOf(const MediaFile& file, const SampleIndex& index) {
+LegacyProperties legacyPropertiesOf(NaturalSize size, const SampleIndex& index) {
     LegacyProperties legacy;
     legacy.hasVideo = true;
-    const NaturalSize size = naturalSizeOf(file);
     legacy.mMovieResolutionString = resolutionTextOf(size);
     legacy.mMovieWidth = qint32(size.width);
     legacy.mMovieHeight = qint32(size.height);
@@ -114,9 +114,43 @@ LegacyProperties legacyPropertiesOf(const MediaFile& file, const SampleIndex& in
     return legacy;
 }
 
+/// A run of pictures is a movie of as many frames as it has numbers, as large as all its files together.
+Result<ProbeResult> probeRun(const RunAddress& address, const CancelFlag* cancel) {
+    const Result<RunFiles> files = RunFiles::look(address, cancel);
+    if (!files) return files.error();
+    const Result<const PictureFiles*> reader = pictureFiles();
+    if (!reader) return reader.error();
+    const Result<PictureFacts> facts = factsOf(*files, **reader, cancel);
+    if (!facts) return facts.error();
+    const SampleIndex index = indexOf(*files, facts->framesPerSecond);
+    const NaturalSize size{double(facts->size.width()) * facts->pixelAspect, double(facts->size.height())};
+    ProbeResult result;
+    AssetProperties& asset = result.asset;
+    asset.mMovieFPS = float(double(index.timeScale) / index.step);
+    asset.frameRateText = frameRateTextOf(*asset.mMovieFPS);
+    asset.mMovieDurationSeconds = float(index.duration().seconds());
+    asset.mMovieDurationFrames = index.count();
+    asset.mMovieResolutionString = resolutionTextOf(size);
+    asset.mMovieAspectRatio = float(size.width / size.height);
+    result.legacy = legacyPropertiesOf(size, index);
+    qint64 bytes = 0;
+    for (const qint64 number : files->numbers) {
+        if (cancel && cancel->load()) return Error{QStringLiteral("cancelled")};
+        bytes += QFileInfo(files->address.pathOf(number)).size();
+    }
+    asset.fileSizeText = result.legacy.fileSizeText = fileSizeTextOf(bytes);
+    asset.fileCreationDate = result.legacy.fileCreationDate =
+        creationDateOf(QFileInfo(files->address.pathOf(files->numbers.front())));
+    asset.durationText = durationTextOf(*asset.mMovieDurationSeconds);
+    result.legacy.durationText = durationTextOf(result.legacy.mMovieDurationSeconds);
+    result.run = files->address.movie.run;
+    return result;
+}
+
 } // namespace
 
 Result<ProbeResult> probeMovie(const QString& path, const CancelFlag* cancel, SampleTables* tables) {
+    if (const std::optional<RunAddress> run = RunAddress::of(path)) return probeRun(*run, cancel);
     Result<MediaFile> file = MediaFile::open(path, cancel, MediaFile::Opening::forFacts);
     if (!file) return file.error();
     if (file->hasUnknownPicture()) return file->noPicture();
@@ -126,7 +160,7 @@ Result<ProbeResult> probeMovie(const QString& path, const CancelFlag* cancel, Sa
         const Result<SampleTables::Table> table = (tables ? *tables : own).tableOf(*file);
         if (!table) return table.error();
         result.asset = assetPropertiesOf(*file, (*table)->index);
-        result.legacy = legacyPropertiesOf(*file, (*table)->index);
+        result.legacy = legacyPropertiesOf(naturalSizeOf(*file), (*table)->index);
     }
     const QFileInfo info(path);
     result.asset.fileSizeText = result.legacy.fileSizeText = fileSizeTextOf(info.size());

@@ -3,6 +3,7 @@
 #include "archive/Value.h"
 #include "base/Result.h"
 #include "media/decode/FrameReader.h"
+#include "model/runs/FrameRun.h"
 
 #include <QString>
 
@@ -48,6 +49,7 @@ struct LegacyProperties {
 struct ProbeResult {
     AssetProperties asset;
     LegacyProperties legacy;
+    std::optional<FrameRun> run; ///< of a run of pictures: as far as its pictures have come
 };
 
 /// Reads a file's properties. Worker threads; ends within a second for broken, empty, truncated and endless files.
@@ -58,6 +60,8 @@ struct ProbeResult {
 /// The two property passes on a record (interface thread; no disk). The legacy pass does nothing on a record that has been
 /// visited, and marks it visited.
 void applyAssetProperties(Movie& movie, const AssetProperties& properties);
+/// A run that has grown reaches farther; nothing else about it changes.
+void applyRun(Movie& movie, const std::optional<FrameRun>& run);
 void applyLegacyProperties(Movie& movie, const LegacyProperties& properties);
 
 } // namespace daylark

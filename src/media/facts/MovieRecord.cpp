@@ -20,6 +20,12 @@ void applyAssetProperties(Movie& movie, const AssetProperties& properties) {
     movie.durationText = durationTextOf(movie.mMovieDurationSeconds);
 }
 
+void applyRun(Movie& movie, const std::optional<FrameRun>& run) {
+    if (run && movie.frameRun && !movie.frameRun->isFixed && movie.frameRun->run.hasNamesOf(*run) &&
+        movie.frameRun->run.first == run->first && movie.frameRun->run.step == run->step)
+        movie.frameRun->run.last = run->last;
+}
+
 void applyLegacyProperties(Movie& movie, const LegacyProperties& properties) {
     if (movie.mMovieHasBeenVisited) return;
     movie.fileSizeText = properties.fileSizeText;

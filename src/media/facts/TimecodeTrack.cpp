@@ -3,6 +3,7 @@
 #include "media/container/MediaFile.h"
 #include "media/container/MovBoxes.h"
 #include "media/container/RegularFile.h"
+#include "media/sequence/RunFacts.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -130,6 +131,10 @@ std::optional<SmpteTime> smpteTimeOfText(QStringView text) {
 
 std::vector<SmpteTime> AVTimecodeReader::readTimecodeSamples() {
     timecodeSamples_.clear();
+    if (const std::optional<RunAddress> run = RunAddress::of(sourceAsset_)) {
+        if (const auto start = timecodeOfRun(*run, cancel_)) timecodeSamples_.push_back(*start);
+        return std::move(timecodeSamples_);
+    }
     if (!readTrack()) readStartTimecode();
     return std::move(timecodeSamples_);
 }

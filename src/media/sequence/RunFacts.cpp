@@ -1,0 +1,57 @@
+#include "media/sequence/RunFacts.h"
+
+#include "media/sequence/RunReader.h"
+
+#include <cmath>
+
+namespace daylark {
+
+namespace {
+
+struct ReadFacts {
+    RunFiles files;
+    PictureFacts facts;
+    qint64 number = 0; ///< of the picture that they are of
+};
+
+std::optional<ReadFacts> factsAt(const RunAddress& address, const CancelFlag* cancel) {
+    const Result<const PictureFiles*> reader = pictureFiles();
+    Result<RunFiles> files = RunFiles::look(address, cancel);
+    if (!files || !reader) return std::nullopt;
+    constexpr size_t mostTries = 20;
+    for (size_t at = 0; at < files->numbers.size() && at < mostTries && !(cancel && cancel->load()); ++at) {
+        const qint64 number = files->numbers[at];
+        if (Result<PictureFacts> facts = (*reader)->facts(address.pathOf(number)))
+            return ReadFacts{std::move(*files), std::move(*facts), number};
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<SmpteTime> timecodeOfRun(const RunAddress& address, const CancelFlag* cancel) {
+    const std::optional<ReadFacts> read = factsAt(address, cancel);
+    if (!read || !read->facts.timecode) return std::nullopt;
+    const auto [hours, minutes, seconds, frames] = *read->facts.timecode;
+    const SampleIndex index = indexOf(read->files, read->facts.framesPerSecond);
+    const auto quanta = std::max<qint64>(1, std::llround(double(index.timeScale) / index.step));
+    const FrameRun& run = read->files.address.movie.run;
+    // The picture may not be the first frame: that one's is as many frames earlier, round the clock.
+    const qint64 day = 24 * 3600 * quanta;
+    qint64 frame = ((qint64(hours) * 60 + minutes) * 60 + seconds) * quanta + frames - run.frameOf(read->number).value_or(0);
+    frame = (frame % day + day) % day;
+    SmpteTime time;
+    time.flags = 1; // valid
+    time.frames = qint16(frame % quanta);
+    time.seconds = qint16(frame / quanta % 60);
+    time.minutes = qint16(frame / quanta / 60 % 60);
+    time.hours = qint16(frame / quanta / 3600);
+    return time;
+}
+
+QStringList layersOfRun(const RunAddress& address, const CancelFlag* cancel) {
+    const std::optional<ReadFacts> read = factsAt(address, cancel);
+    return read ? read->facts.layers : QStringList();
+}
+
+} // namespace daylark

@@ -1,0 +1,80 @@
+#include "media/sequence/StandInPicture.h"
+
+#include "media/decode/VideoFrameData.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace daylark {
+
+namespace {
+
+std::shared_ptr<VideoFrame::Data> emptyPicture(QSize size) {
+    auto data = std::make_shared<VideoFrame::Data>();
+    data->frame.reset(av_frame_alloc());
+    if (!data->frame) return nullptr;
+    data->frame->format = AV_PIX_FMT_GBRP;
+    data->frame->width = std::max(1, size.width());
+    data->frame->height = std::max(1, size.height());
+    if (av_frame_get_buffer(data->frame.get(), 0) < 0) return nullptr;
+    for (int plane = 0; plane < 3; ++plane)
+        std::memset(data->frame->data[plane], 0, size_t(data->frame->linesize[plane]) * size_t(data->frame->height));
+    return data;
+}
+
+/// Signs are told apart without words: a crossed frame, the number that is missing, its file.
+QImage painted(QSize size, qint64 number, const QString& name) {
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(QColor(32, 32, 32));
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double unit = std::min(size.width(), size.height()) / 100.0;
+    painter.setPen(QPen(QColor(64, 64, 64), std::max(1.0, unit)));
+    painter.drawLine(0, 0, size.width(), size.height());
+    painter.drawLine(0, size.height(), size.width(), 0);
+    QFont font;
+    font.setPixelSize(std::max(4, int(unit * 22)));
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(QColor(220, 150, 60));
+    const QRectF whole(0, 0, size.width(), size.height());
+    painter.drawText(whole.adjusted(0, 0, 0, -unit * 12), Qt::AlignCenter, QString::number(number));
+    int pixels = std::max(4, int(unit * 6));
+    font.setBold(false);
+    do {
+        font.setPixelSize(pixels);
+    } while (QFontMetrics(font).horizontalAdvance(name) > size.width() * 0.9 && --pixels > 4);
+    painter.setFont(font);
+    painter.setPen(QColor(190, 190, 190));
+    painter.drawText(whole.adjusted(0, unit * 28, 0, 0), Qt::AlignCenter, name);
+    return image;
+}
+
+} // namespace
+
+VideoFrame blackPicture(QSize size) {
+    return VideoFrame(emptyPicture(size));
+}
+
+VideoFrame slatePicture(QSize size, qint64 number, const QString& name) {
+    const auto data = emptyPicture(size);
+    if (!data) return {};
+    const AVFrame& frame = *data->frame;
+    const QImage image = painted(QSize(frame.width, frame.height), number, name);
+    if (image.isNull()) return VideoFrame(data);
+    for (int y = 0; y < frame.height; ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        for (int x = 0; x < frame.width; ++x) {
+            frame.data[0][y * frame.linesize[0] + x] = uchar(qGreen(row[x]));
+            frame.data[1][y * frame.linesize[1] + x] = uchar(qBlue(row[x]));
+            frame.data[2][y * frame.linesize[2] + x] = uchar(qRed(row[x]));
+        }
+    }
+    return VideoFrame(data);
+}
+
+} // namespace daylark

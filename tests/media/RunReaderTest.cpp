@@ -1,0 +1,318 @@
+#include "media/facts/MovieProbe.h"
+#include "media/facts/TimecodeTrack.h"
+#include "media/sequence/RunFacts.h"
+#include "media/sequence/RunFiles.h"
+#include "model/Movie.h"
+#include "picture/PicturePlanes.h"
+#include "picture/PictureRenderer.h"
+#include "support/BarCode.h"
+#include "support/PictureMaker.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <random>
+
+namespace daylark {
+namespace {
+
+using namespace Qt::StringLiterals;
+using test::barCodePicture;
+using test::WrittenPicture;
+using test::writePicture;
+
+class RunReaderTest : public ::testing::Test {
+protected:
+    QString pathOf(int number) const { return folder.filePath(u"sh010.%1.exr"_s.arg(number, 4, 10, QLatin1Char('0'))); }
+    void make(std::initializer_list<int> numbers) {
+        for (const int number : numbers)
+            writePicture(barCodePicture(pathOf(number), number));
+    }
+    RunAddress address(qint64 first, qint64 last, MissingPicture missing = MissingPicture::held) const {
+        RunAddress address;
+        address.folder = folder.path();
+        address.movie.run = {u"sh010."_s, u".exr"_s, 4, false, first, last, 1};
+        address.view.missing = missing;
+        return address;
+    }
+    static std::unique_ptr<FrameReader> opened(const RunAddress& address) {
+        auto reader = FrameReader::open(address.text());
+        EXPECT_TRUE(reader) << reader.error().text.toStdString();
+        return reader ? std::move(*reader) : nullptr;
+    }
+    static std::optional<int> number(FrameReader& reader, qint64 n) {
+        const Result<VideoFrame> frame = reader.read(n);
+        EXPECT_TRUE(frame) << n << " " << frame.error().text.toStdString();
+        return frame ? readBarCode(renderFrame(*frame)) : std::nullopt;
+    }
+    QTemporaryDir folder;
+};
+
+TEST_F(RunReaderTest, EveryPictureIsItsNumbersForwardsBackwardsAndInJumps) {
+    constexpr int first = 1001, count = 30;
+    for (int number = first; number < first + count; ++number)
+        writePicture(barCodePicture(pathOf(number), number));
+    const auto reader = opened(address(first, first + count - 1));
+    ASSERT_TRUE(reader);
+    ASSERT_EQ(reader->index().count(), count);
+    EXPECT_TRUE(reader->index().missing.empty());
+    for (int n = 0; n < count; ++n)
+        ASSERT_EQ(number(*reader, n), first + n);
+    for (int n = count - 1; n >= 0; --n)
+        ASSERT_EQ(number(*reader, n), first + n);
+    std::mt19937 random(5);
+    for (int jump = 0; jump < 60; ++jump) {
+        const int n = int(random() % count);
+        ASSERT_EQ(number(*reader, n), first + n);
+        if (jump % 3 == 0 && n + 1 < count) {
+            ASSERT_EQ(number(*reader, n + 1), first + n + 1);
+        }
+    }
+    EXPECT_FALSE(reader->read(count));
+    EXPECT_FALSE(reader->read(-1));
+}
+
+TEST_F(RunReaderTest, AMissingPictureMovesNoOtherAndIsHeldBlackOrASlate) {
+    make({1001, 1002, 1005, 1006});
+    const auto held = opened(address(1000, 1006));
+    ASSERT_TRUE(held);
+    EXPECT_EQ(held->index().missing, (std::vector<qint64>{0, 3, 4}));
+    const int shown[] = {1001, 1001, 1002, 1002, 1002, 1005, 1006};
+    for (int n = 0; n < 7; ++n)
+        EXPECT_EQ(number(*held, n), shown[n]) << n;
+    const auto black = opened(address(1000, 1006, MissingPicture::black));
+    const QImage nothing = renderFrame(*black->read(3));
+    EXPECT_EQ(nothing.size(), QSize(192, 108));
+    for (const QPoint at : {QPoint(96, 54), QPoint(3, 3)})
+        EXPECT_EQ(nothing.pixelColor(at), QColor(Qt::black));
+    const auto slate = opened(address(1000, 1006, MissingPicture::slate));
+    const QImage one = renderFrame(*slate->read(3)), other = renderFrame(*slate->read(4));
+    EXPECT_NE(one, other) << "each says which it stands for";
+    EXPECT_EQ(readBarCode(one), std::nullopt);
+    EXPECT_EQ(number(*slate, 5), 1005);
+}
+
+TEST_F(RunReaderTest, AHalfWrittenPictureIsMissingUntilItIsWhole) {
+    make({1001, 1002, 1003});
+    QFile file(pathOf(1002));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray whole = file.readAll();
+    file.close();
+    const auto write = [&](const QByteArray& bytes) {
+        QFile out(pathOf(1002));
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(bytes);
+    };
+    for (const qsizetype length : {whole.size() / 2, whole.size() - 100, qsizetype(40), qsizetype(0)}) {
+        write(whole.left(length));
+        const auto reader = opened(address(1001, 1003));
+        EXPECT_EQ(number(*reader, 1), 1001) << length;
+        EXPECT_EQ(number(*reader, 2), 1003) << length;
+        write(whole);
+        EXPECT_EQ(number(*reader, 1), 1002) << "looked for anew";
+    }
+    write(whole.left(50));
+    EXPECT_TRUE(probeMovie(address(1002, 1003).text())) << "the first header that can be read will do";
+}
+
+TEST_F(RunReaderTest, PicturesOfEveryKindKeepTheirNumbers) {
+    struct Kind {
+        const char *extension, *numbers;
+        PicturePlanes::Numbers read;
+        double tolerance;
+    };
+    using Numbers = PicturePlanes::Numbers;
+    for (const Kind& kind : {Kind{"exr", "half", Numbers::half, 1e-3}, Kind{"exr", "float", Numbers::real, 1e-6},
+                             Kind{"dpx", "uint10", Numbers::whole, 2e-3}, Kind{"dpx", "uint8", Numbers::whole, 3e-3},
+                             Kind{"tif", "uint8", Numbers::whole, 3e-3}, Kind{"tif", "uint16", Numbers::whole, 2e-5},
+                             Kind{"tif", "float", Numbers::real, 1e-6}, Kind{"png", "uint8", Numbers::whole, 3e-3},
+                             Kind{"png", "uint16", Numbers::whole, 2e-5}, Kind{"jpg", "uint8", Numbers::whole, 0.03},
+                             Kind{"tga", "uint8", Numbers::whole, 3e-3}, Kind{"webp", "uint8", Numbers::whole, 0.06},
+                             Kind{"hdr", "float", Numbers::real, 0.01}}) {
+        const QString what = u"%1 %2"_s.arg(QLatin1String(kind.extension), QLatin1String(kind.numbers));
+        for (const int number : {7, 8}) {
+            WrittenPicture picture =
+                barCodePicture(folder.filePath(u"a.%1.%2"_s.arg(number).arg(QLatin1String(kind.extension))), number);
+            picture.numbers = kind.numbers;
+            writePicture(picture);
+        }
+        RunAddress run;
+        run.folder = folder.path();
+        run.movie.run = {u"a."_s, u"."_s + QLatin1String(kind.extension), 0, false, 7, 8, 1};
+        const auto reader = opened(run);
+        ASSERT_TRUE(reader) << what.toStdString();
+        EXPECT_EQ(number(*reader, 1), 8) << what.toStdString();
+        const Result<VideoFrame> frame = reader->read(0);
+        ASSERT_TRUE(frame);
+        const PicturePlanes planes = planesOf(*frame);
+        EXPECT_EQ(planes.numbers, kind.read) << what.toStdString();
+        const QImage image = renderFrame(*frame, {}, true);
+        const QColor colour = image.pixelColor(96, 80);
+        EXPECT_NEAR(colour.redF(), 200 / 255.0, kind.tolerance + 1e-4) << what.toStdString();
+        EXPECT_NEAR(colour.blueF(), 40 / 255.0, kind.tolerance + 1e-4) << what.toStdString();
+    }
+}
+
+TEST_F(RunReaderTest, LightBeyondWhiteIsThereWhenItIsDarkened) {
+    for (const char* numbers : {"half", "float"}) {
+        WrittenPicture bright = barCodePicture(pathOf(1), 4711, {192, 108}, 8); // white is eight times white
+        bright.numbers = numbers;
+        writePicture(bright);
+        const auto reader = opened(address(1, 1));
+        const Result<VideoFrame> frame = reader->read(0);
+        ASSERT_TRUE(frame);
+        EXPECT_TRUE(frame->isSceneLinear());
+        EXPECT_GE(frame->byteCount(), 192 * 108 * 3 * (numbers[0] == 'h' ? 2 : 4)) << "counts at its size";
+        EXPECT_EQ(renderFrame(*frame).pixelColor(96, 80), QColor(Qt::white));
+        PictureRequest darker;
+        darker.colour.map = {{{0.125, 0, 0, 0}, {0, 0.125, 0, 0}, {0, 0, 0.125, 0}}};
+        const QColor seen = renderPicture(*frame, darker).pixelColor(96, 80);
+        EXPECT_NEAR(seen.red(), 200, 1) << numbers;
+        EXPECT_NEAR(seen.green(), 120, 1) << numbers;
+        EXPECT_NEAR(seen.blue(), 40, 1) << numbers;
+        EXPECT_EQ(readBarCode(renderPicture(*frame, darker)), 4711);
+    }
+}
+
+TEST_F(RunReaderTest, LayersPartsAndSingleChannels) {
+    WrittenPicture picture = barCodePicture(pathOf(1), 11);
+    test::addLayer(picture, u"diffuse"_s, 22);
+    test::addChannel(picture, "A", [](int x, int) { return x < 96 ? 0.5F : 1.0F; });
+    test::addChannel(picture, "Z", [](int x, int) { return x < 10 ? 1e10F : 100.0F + float(x); });
+    WrittenPicture part = barCodePicture(QString(), 33);
+    part.path = picture.path;
+    part.partName = "right";
+    picture.partName = "left";
+    picture.further = {part};
+    writePicture(picture);
+    const QStringList layers = layersOfRun(address(1, 1));
+    for (const QString& name : {u"diffuse"_s, u"A"_s, u"Z"_s, u"right"_s, u"diffuse.R"_s})
+        EXPECT_TRUE(layers.contains(name)) << name.toStdString() << " of " << layers.join(u' ').toStdString();
+    const auto shown = [&](const QString& layer) {
+        RunAddress run = address(1, 1);
+        run.movie.layer = layer;
+        const auto reader = opened(run);
+        const Result<VideoFrame> frame = reader ? reader->read(0) : Error{};
+        return frame ? renderFrame(*frame) : QImage();
+    };
+    EXPECT_EQ(readBarCode(shown({})), 11);
+    EXPECT_EQ(readBarCode(shown(u"diffuse"_s)), 22);
+    EXPECT_EQ(readBarCode(shown(u"right"_s)), 33);
+    EXPECT_EQ(shown(u"diffuse.R"_s).pixelColor(96, 80), QColor(200, 200, 200));
+    EXPECT_NEAR(shown(u"A"_s).pixelColor(20, 80).green(), 128, 1);
+    const QImage depth = shown(u"Z"_s); // 110 to 291, what is as good as infinite left out
+    EXPECT_EQ(depth.pixelColor(10, 80).green(), 0);
+    EXPECT_EQ(depth.pixelColor(191, 80).green(), 255);
+    EXPECT_EQ(depth.pixelColor(3, 80).green(), 255);
+    EXPECT_NEAR(shown(u"Z[100,400]"_s).pixelColor(100, 80).green(), 85, 1);
+    RunAddress none = address(1, 1);
+    none.movie.layer = u"specular"_s;
+    EXPECT_FALSE(opened(none)->read(0));
+}
+
+TEST_F(RunReaderTest, DataWindowsPixelShapesAndTiles) {
+    WrittenPicture inner = barCodePicture(pathOf(1), 1, {96, 54});
+    inner.x = 48, inner.y = 27, inner.fullWidth = 192, inner.fullHeight = 108;
+    writePicture(inner);
+    WrittenPicture outer = barCodePicture(pathOf(2), 2, {192, 108});
+    outer.x = -20, outer.y = -30, outer.fullWidth = 100, outer.fullHeight = 50;
+    outer.tiles = true;
+    writePicture(outer);
+    WrittenPicture wide = barCodePicture(pathOf(3), 3);
+    wide.reals = {{"PixelAspectRatio", 2.0F}};
+    writePicture(wide);
+    const auto reader = opened(address(1, 3));
+    const QImage placed = renderFrame(*reader->read(0));
+    EXPECT_EQ(placed.size(), QSize(192, 108));
+    EXPECT_EQ(placed.pixelColor(20, 20), QColor(Qt::black));
+    EXPECT_EQ(readBarCode(placed.copy(48, 27, 96, 54)), 1);
+    const QImage cut = renderFrame(*reader->read(1));
+    EXPECT_EQ(cut.size(), QSize(100, 50));
+    EXPECT_EQ(cut.pixelColor(50, 25), QColor(200, 120, 40)) << "a picture of tiles, cut to its display window";
+    EXPECT_EQ(reader->read(2)->displaySize(), QSize(384, 108));
+}
+
+TEST_F(RunReaderTest, DeepPicturesAndOtherThingsAreRefusedWithAReason) {
+    WrittenPicture deep = barCodePicture(pathOf(1), 1, {16, 16});
+    deep.deep = true;
+    writePicture(deep);
+    const auto refused = FrameReader::open(address(1, 1).text());
+    ASSERT_FALSE(refused);
+    EXPECT_TRUE(refused.error().text.contains(u"deep"_s)) << refused.error().text.toStdString();
+    QFile text(pathOf(2));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write(QByteArray(4000, 'x'));
+    text.close();
+    EXPECT_FALSE(FrameReader::open(address(2, 2).text()));
+    EXPECT_FALSE(FrameReader::open(address(5, 9).text())) << "none there";
+    EXPECT_FALSE(probeMovie(address(5, 9).text()));
+}
+
+TEST_F(RunReaderTest, RateAndTimecodeAreTheHeadersUnlessAHandSaysOtherwise) {
+    for (const int number : {1001, 1002, 1003}) {
+        WrittenPicture picture = barCodePicture(pathOf(number), number);
+        picture.rate = 25;
+        if (number > 1001) picture.timecode = test::packedTimecode(10, 59, 59, number - 1001 + 22);
+        writePicture(picture);
+    }
+    RunAddress run = address(1000, 1003);
+    Result<ProbeResult> probed = probeMovie(run.text());
+    ASSERT_TRUE(probed);
+    EXPECT_EQ(probed->asset.mMovieFPS, 25.0F);
+    EXPECT_EQ(probed->asset.mMovieDurationFrames, 4);
+    EXPECT_EQ(probed->legacy.mMovieDurationFrames, 4);
+    EXPECT_EQ(probed->legacy.mMovieTimeValuePerStep, 1);
+    EXPECT_EQ(probed->legacy.mMovieWidth, 192);
+    // The first picture has none: counted from the header of what has been read first.
+    EXPECT_TRUE(AVTimecodeReader(run.text()).readTimecodeSamples().empty());
+    run.movie.run.first = 1002;
+    const auto samples = AVTimecodeReader(run.text()).readTimecodeSamples();
+    ASSERT_EQ(samples.size(), 1U);
+    EXPECT_EQ(timecodeText(1, 25, samples[0]), u"10:59:59:23"_s);
+    EXPECT_EQ(timecodeText(3, 25, samples[0]), u"11:00:00:00"_s);
+    run.movie.rate = {24000, 1001};
+    probed = probeMovie(run.text());
+    ASSERT_TRUE(probed);
+    EXPECT_FLOAT_EQ(*probed->asset.mMovieFPS, 23.976025F);
+    EXPECT_EQ(opened(run)->index().step, 1001);
+    make({1001, 1002, 1003}); // without a rate: the preference's
+    run.movie.rate = {};
+    run.view.usualRate = {30, 1};
+    EXPECT_EQ(probeMovie(run.text())->asset.mMovieFPS, 30.0F);
+}
+
+TEST_F(RunReaderTest, ARunGrowsAtItsEndUnlessItKeepsItsEnds) {
+    make({1001, 1002, 1003, 1004, 1005});
+    RunAddress run = address(1001, 1003);
+    EXPECT_EQ(opened(run)->index().count(), 5);
+    Movie movie(pathOf(1001));
+    movie.frameRun = run.movie;
+    applyRun(movie, probeMovie(run.text())->run);
+    EXPECT_EQ(movie.frameRun->run.last, 1005);
+    EXPECT_EQ(movie.frameRun->run.first, 1001);
+    run.movie.isFixed = true;
+    EXPECT_EQ(opened(run)->index().count(), 3);
+}
+
+TEST_F(RunReaderTest, WhatATypedPathMeans) {
+    make({1001, 1002, 1004});
+    const auto meant = [this](const QString& name) {
+        const Result<RunAddress> run = runMeantBy(folder.filePath(name));
+        return run ? run->movie.run.text() : run.error().text;
+    };
+    for (const QString& name : {u"sh010.####.exr"_s, u"sh010.%04d.exr"_s, u"sh010.#.exr"_s, u"sh010.1001-1004#.exr"_s, u"."_s,
+                                u"sh010.1002.exr"_s})
+        EXPECT_EQ(meant(name), u"sh010.1001-1004#.exr"_s) << name.toStdString();
+    EXPECT_EQ(meant(u"sh010.1002-1003#.exr"_s), u"sh010.1002-1003#.exr"_s);
+    EXPECT_FALSE(runMeantBy(folder.filePath(u"sh020.####.exr"_s)));
+    for (const int number : {1, 2, 3})
+        writePicture(barCodePicture(folder.filePath(u"sh010.%1.exr"_s.arg(number)), number));
+    EXPECT_FALSE(runMeantBy(folder.path())) << "two runs: which?";
+    EXPECT_EQ(meant(u"sh010.@.exr"_s), u"sh010.1-3@.exr"_s);
+    EXPECT_EQ(mediaMeantBy(u"/no/such.mov"_s, {}).operator*(), u"/no/such.mov"_s);
+}
+
+} // namespace
+} // namespace daylark

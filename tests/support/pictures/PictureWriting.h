@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace daylark::test {
+
+/// One picture file as the foreign library is asked to write it: interleaved floats, white at 1.
+struct WrittenPicture {
+    std::string path, numbers = "half"; ///< "uint8", "uint16", "half", "float", "uint10" for DPX
+    int x = 0, y = 0, width = 0, height = 0;       ///< the data window
+    int fullWidth = 0, fullHeight = 0;             ///< the display window; 0: as the data window
+    std::vector<std::string> channels;
+    std::vector<float> pixels;
+    std::vector<std::pair<std::string, std::string>> texts;
+    std::vector<std::pair<std::string, float>> reals;
+    std::vector<float> chromaticities; ///< eight
+    int rate = 0, rateScale = 1;
+    unsigned timecode = 0; ///< as its standard packs it
+    bool tiles = false, deep = false;
+    std::string partName;
+    std::vector<WrittenPicture> further; ///< parts
+};
+
+} // namespace daylark::test
+
+/// The module's one function; false with what went wrong in `trouble`.
+extern "C" bool daylarkWritePicture(const daylark::test::WrittenPicture& picture, std::string& trouble);
