@@ -18,6 +18,7 @@ constexpr double nearPoints = 0.25; ///< points of a line closer than this are o
 constexpr double gentleTurn = 0.94; ///< cosine of the turn up to which a mitred joint looks like a round one
 constexpr int bandHeight = 160;     ///< pixels that one thread paints at a time
 constexpr size_t pointsWorthThreads = 4000;
+constexpr size_t pointsAtOnce = 4000, strokesAtOnce = 400; ///< between two looks at the time
 
 QColor strokeColour(const Stroke& stroke) {
     return stroke.colour.isValid() ? stroke.colour : QColor(Qt::black);
@@ -74,6 +75,12 @@ QPainterPath pathOf(const std::vector<QPointF>& points, const PictureMapping& ma
     return path;
 }
 
+void clear(QImage& layer, const QRect& pixels) {
+    QPainter painter(&layer);
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    painter.fillRect(pixels, Qt::transparent);
+}
+
 } // namespace
 
 void paintStrokes(QPainter& layer, const Drawing& drawing, const PictureMapping& mapping,
@@ -101,7 +108,7 @@ QRect StrokeLayer::toPixels(const QRectF& part) const {
     return QRectF(part.topLeft() * ratio_, part.size() * ratio_).toAlignedRect() & finished_.rect();
 }
 
-void StrokeLayer::paintBands(const QRect& pixels, const StrokeSelection& selection, bool clear) {
+void StrokeLayer::paintBands(QImage& image, const QRect& pixels, const StrokeSelection& selection, bool clear) {
     if (pixels.isEmpty()) return;
     size_t points = 0;
     const size_t end = std::min(selection.end, painted_.strokes.size());
@@ -109,14 +116,14 @@ void StrokeLayer::paintBands(const QRect& pixels, const StrokeSelection& selecti
         points += painted_.strokes[stroke].points.size();
     const int height = points < pointsWorthThreads ? pixels.height() : bandHeight;
     const int count = (pixels.height() + height - 1) / height;
-    uchar* const bits = finished_.bits(); // no band detaches
-    const qsizetype stride = finished_.bytesPerLine();
-    const int width = finished_.width();
+    uchar* const bits = image.bits(); // no band detaches
+    const qsizetype stride = image.bytesPerLine();
+    const int width = image.width();
     const auto band = [this, pixels, selection, clear, height, bits, stride, width](int number) {
         const int top = pixels.top() + number * height;
         const int rows = std::min(height, pixels.bottom() + 1 - top);
-        QImage image(bits + top * stride, width, rows, stride, QImage::Format_ARGB32_Premultiplied);
-        QPainter painter(&image);
+        QImage lines(bits + top * stride, width, rows, stride, QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&lines);
         const QRect here(pixels.left(), 0, pixels.width(), rows);
         painter.setClipRect(here);
         if (clear) {
@@ -137,7 +144,33 @@ void StrokeLayer::paintBands(const QRect& pixels, const StrokeSelection& selecti
 }
 
 void StrokeLayer::paintAnew(const QRect& pixels) {
-    paintBands(pixels, {}, true);
+    paintBands(finished_, pixels, {}, true);
+}
+
+/// All that touches this part is painted without being felt.
+bool StrokeLayer::isSoonPainted(const QRect& pixels) const {
+    const QRectF part(QPointF(pixels.topLeft()) / ratio_, QSizeF(pixels.size()) / ratio_);
+    size_t points = 0, strokes = 0;
+    for (const Stroke& stroke : painted_.strokes) {
+        if (!strokeBounds(stroke, mapping_).intersects(part)) continue;
+        points += stroke.points.size();
+        if (points > pointsAtOnce || ++strokes > strokesAtOnce) return false;
+    }
+    return true;
+}
+
+/// As many strokes of `painted_` as are painted between two looks at the time.
+size_t StrokeLayer::endOfSome(size_t first, size_t end) const {
+    size_t points = 0, at = first;
+    while (at < end && at - first < strokesAtOnce && points < pointsAtOnce)
+        points += painted_.strokes[at++].points.size();
+    return at;
+}
+
+bool StrokeLayer::standsAt(const PictureMapping& mapping, const QSize& area, double devicePixelRatio) const {
+    const QSize pixels(std::max(1, qRound(area.width() * devicePixelRatio)),
+                       std::max(1, qRound(area.height() * devicePixelRatio)));
+    return finished_.size() == pixels && ratio_ == devicePixelRatio && mapping == mapping_;
 }
 
 void StrokeLayer::forgetGrowing() {
@@ -145,53 +178,72 @@ void StrokeLayer::forgetGrowing() {
     grownPoints_ = 0;
     const QRect used = toPixels(grown_);
     grown_ = {};
-    if (used.isEmpty()) return;
-    QPainter painter(&growing_);
-    painter.setCompositionMode(QPainter::CompositionMode_Clear);
-    painter.fillRect(used, Qt::transparent);
+    if (!used.isEmpty()) clear(growing_, used);
 }
 
 QRectF StrokeLayer::update(const DrawingCanvas& canvas, const PictureMapping& mapping, const QSize& area,
-                           double devicePixelRatio) {
+                           double devicePixelRatio, QDeadlineTimer until) {
+    const QRectF whole(QPointF(0, 0), QSizeF(area));
+    QRectF changed = place(mapping, area, devicePixelRatio);
+    if (compare_ || painted_.strokes.size() > canvas.finishedCount()) changed |= takeBack(canvas);
+    if (remake_) changed |= goOnRemaking(until);
+    if (!remake_ && painted_.strokes.size() < canvas.finishedCount()) changed |= finish(canvas, until);
+    behind_ = remake_ || painted_.strokes.size() < canvas.finishedCount();
+    return (canvas.isDrawing() ? changed | growStroke(canvas) : changed) & whole;
+}
+
+/// Makes the layer fit the area, and moves or forgets what stands on it where the picture lies elsewhere.
+QRectF StrokeLayer::place(const PictureMapping& mapping, const QSize& area, double devicePixelRatio) {
+    if (standsAt(mapping, area, devicePixelRatio)) return {};
     const QSize pixels(std::max(1, qRound(area.width() * devicePixelRatio)),
                        std::max(1, qRound(area.height() * devicePixelRatio)));
-    const QRectF whole(QPointF(0, 0), QSizeF(area));
     const bool anew = finished_.size() != pixels || ratio_ != devicePixelRatio;
-    QRectF changed;
-    if (anew || mapping != mapping_) {
-        const QPointF moved = (mapping.picture.topLeft() - mapping_.picture.topLeft()) * devicePixelRatio;
-        PictureMapping back = mapping;
-        back.picture.moveTopLeft(mapping_.picture.topLeft());
-        const auto isWhole = [](double number) { return std::abs(number - std::round(number)) < 1e-3; };
-        const bool onlyMoved = !anew && back == mapping_ && isWhole(moved.x()) && isWhole(moved.y());
-        if (!anew) forgetGrowing();
-        mapping_ = mapping;
-        ratio_ = devicePixelRatio;
-        if (anew) {
-            finished_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-            finished_.fill(Qt::transparent);
-            growing_ = {};
-            grownPoints_ = 0;
-            grown_ = {};
-        }
-        changed = whole;
-        if (onlyMoved) {
-            moveBy(moved.toPoint());
-        } else {
-            // Painted below, with whatever is new.
-            if (!anew && painted_.hasStrokes()) finished_.fill(Qt::transparent);
-            painted_ = {};
-        }
+    const QPointF moved = (mapping.picture.topLeft() - mapping_.picture.topLeft()) * devicePixelRatio;
+    PictureMapping back = mapping;
+    back.picture.moveTopLeft(mapping_.picture.topLeft());
+    const auto isWhole = [](double number) { return std::abs(number - std::round(number)) < 1e-3; };
+    const bool onlyMoved = !anew && back == mapping_ && isWhole(moved.x()) && isWhole(moved.y());
+    const bool wasRemade = remake_.has_value();
+    if (!anew) forgetGrowing();
+    mapping_ = mapping;
+    ratio_ = devicePixelRatio;
+    remake_.reset();
+    if (anew) {
+        finished_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+        finished_.fill(Qt::transparent);
+        growing_ = {};
+        grownPoints_ = 0;
+        grown_ = {};
     }
-    if (compare_ || painted_.strokes.size() > canvas.finishedCount()) changed |= takeBack(canvas);
-    if (painted_.strokes.size() < canvas.finishedCount()) changed |= finish(canvas);
-    return (canvas.isDrawing() ? changed | growStroke(canvas) : changed) & whole;
+    if (onlyMoved) {
+        moveBy(moved.toPoint());
+        if (wasRemade) remake(finished_.rect());
+    } else {
+        // Painted by `finish`, with whatever is new.
+        if (!anew && painted_.hasStrokes()) finished_.fill(Qt::transparent);
+        painted_ = {};
+    }
+    return {QPointF(0, 0), QSizeF(area)};
+}
+
+/// What is seen here now: at once, or when it is whole.
+void StrokeLayer::comeIn(const QRect& pixels) {
+    if (pixels.isEmpty()) return;
+    if (!remake_ && isSoonPainted(pixels)) return paintAnew(pixels);
+    clear(finished_, pixels);
+    remake(pixels);
+}
+
+void StrokeLayer::remake(QRect pixels) {
+    if (remake_) pixels |= remake_->pixels;
+    remake_ = Remake{finished_.copy(), pixels, 0};
+    clear(remake_->image, pixels);
 }
 
 /// The layer's pixels stand elsewhere; what comes in at the edges is painted.
 void StrokeLayer::moveBy(const QPoint& pixels) {
     const QRect all = finished_.rect(), kept = all.translated(pixels) & all;
-    if (kept.isEmpty()) return paintAnew(all);
+    if (kept.isEmpty()) return comeIn(all);
     uchar* const bits = finished_.bits();
     const qsizetype stride = finished_.bytesPerLine();
     const bool down = pixels.y() > 0;
@@ -201,10 +253,10 @@ void StrokeLayer::moveBy(const QPoint& pixels) {
                      bits + (to - pixels.y()) * stride + (kept.left() - pixels.x()) * 4,
                      size_t(kept.width()) * 4);
     }
-    paintAnew({all.left(), all.top(), all.width(), kept.top()});
-    paintAnew({all.left(), kept.bottom() + 1, all.width(), all.bottom() - kept.bottom()});
-    paintAnew({all.left(), kept.top(), kept.left(), kept.height()});
-    paintAnew({kept.right() + 1, kept.top(), all.right() - kept.right(), kept.height()});
+    comeIn({all.left(), all.top(), all.width(), kept.top()});
+    comeIn({all.left(), kept.bottom() + 1, all.width(), all.bottom() - kept.bottom()});
+    comeIn({all.left(), kept.top(), kept.left(), kept.height()});
+    comeIn({kept.right() + 1, kept.top(), all.right() - kept.right(), kept.height()});
 }
 
 /// Strokes painted that are no more are painted over: what lay beneath them shows again.
@@ -219,22 +271,48 @@ QRectF StrokeLayer::takeBack(const DrawingCanvas& canvas) {
     QRectF gone;
     for (size_t stroke = same; stroke < painted; ++stroke)
         gone |= strokeBounds(painted_.strokes[stroke], mapping_);
-    while (painted_.strokes.size() > same)
-        painted_.strokes.pop_back();
-    paintAnew(toPixels(gone));
-    return gone;
+    if (same == painted && !remake_) return {};
+    painted_.strokes.resize(same);
+    const QRect pixels = toPixels(gone);
+    if (!remake_ && isSoonPainted(pixels)) {
+        paintAnew(pixels);
+        return gone;
+    }
+    remake(pixels);
+    return {};
 }
 
-QRectF StrokeLayer::finish(const DrawingCanvas& canvas) {
+QRectF StrokeLayer::goOnRemaking(const QDeadlineTimer& until) {
+    const size_t end = painted_.strokes.size();
+    do {
+        const size_t next = endOfSome(remake_->next, end);
+        paintBands(remake_->image, remake_->pixels, {remake_->next, next, {}}, false);
+        remake_->next = next;
+    } while (remake_->next < end && !until.hasExpired());
+    if (remake_->next < end) return {};
+    finished_ = remake_->image;
+    const QRect pixels = remake_->pixels;
+    remake_.reset();
+    return {QPointF(pixels.topLeft()) / ratio_, QSizeF(pixels.size()) / ratio_};
+}
+
+QRectF StrokeLayer::finish(const DrawingCanvas& canvas, const QDeadlineTimer& until) {
     const Drawing& drawing = canvas.shown();
-    const size_t first = painted_.strokes.size(), end = canvas.finishedCount();
+    const size_t end = canvas.finishedCount();
     QRectF changed = grown_;
     forgetGrowing();
-    for (size_t stroke = first; stroke < end; ++stroke) {
-        changed |= strokeBounds(drawing.strokes[stroke], mapping_);
-        painted_.strokes.push_back(drawing.strokes[stroke]);
-    }
-    paintBands(toPixels(changed), {first, end, {}}, false);
+    do {
+        const size_t first = painted_.strokes.size();
+        QRectF some;
+        size_t points = 0;
+        for (size_t at = first; at < end && at - first < strokesAtOnce && points < pointsAtOnce; ++at) {
+            some |= strokeBounds(drawing.strokes[at], mapping_);
+            points += drawing.strokes[at].points.size();
+            painted_.strokes.push_back(drawing.strokes[at]);
+        }
+        paintBands(finished_, toPixels(some), {first, painted_.strokes.size(), {}}, false);
+        changed |= some;
+    } while (painted_.strokes.size() < end && !until.hasExpired());
     return changed;
 }
 

@@ -152,6 +152,56 @@ TEST(StrokeLayerTest, AMovedPictureAndStrokesTakenBackLookAsIfPaintedAfresh) {
     }
 }
 
+/// Given no time at all, each update does a part; what comes of them is what is painted at once.
+TEST(StrokeLayerTest, ThousandsOfStrokesComeInPartsAndWhatIsPaintedOverStandsUntilItIsWhole) {
+    const QDeadlineTimer noTime(0);
+    const auto finish = [&](StrokeLayer& layer, const DrawingCanvas& canvas, const PictureMapping& mapping) {
+        int updates = 0;
+        do
+            static_cast<void>(layer.update(canvas, mapping, area, 1, noTime));
+        while (++updates < 100 && layer.isBehind());
+        return updates;
+    };
+    Drawing many;
+    for (int at = 0; at < 3000; ++at)
+        many.strokes.push_back({.points = {{at % 600 + 0.0, at / 10 + 0.0}, {at % 600 + 20.0, at / 10 + 30.0}},
+                                .brushType = at % 7 == 0 ? 0 : 1, .colour = QColor::fromHsv(at % 360, 255, 255),
+                                .width = 4, .opacity = 0.5});
+    DrawingCanvas canvas;
+    canvas.setStrokes(many);
+    PictureMapping mapping = plain();
+    StrokeLayer layer;
+    EXPECT_GT(finish(layer, canvas, mapping), 3);
+    EXPECT_EQ(largestDifference(shown(layer), shownAtOnce(canvas, mapping)), 0);
+
+    // The last one, over everything, is taken back: it stays until the rest has been painted again.
+    many.strokes.push_back({.points = {{0, 0}, {640, 360}}, .colour = Qt::white, .width = 300});
+    canvas.setStrokes(many);
+    finish(layer, canvas, mapping);
+    const QImage before = shown(layer);
+    many.strokes.pop_back();
+    canvas.setStrokes(many);
+    layer.strokesChanged();
+    EXPECT_TRUE(layer.update(canvas, mapping, area, 1, noTime).isEmpty());
+    EXPECT_TRUE(layer.isBehind());
+    EXPECT_EQ(largestDifference(shown(layer), before), 0);
+
+    // Meanwhile the picture moves twice and is zoomed, and strokes go on coming and going.
+    mapping.picture.translate(30, -20);
+    static_cast<void>(layer.update(canvas, mapping, area, 1, noTime));
+    mapping.picture.translate(-10, 5);
+    many.strokes.erase(many.strokes.begin() + 5);
+    canvas.setStrokes(many);
+    layer.strokesChanged();
+    static_cast<void>(layer.update(canvas, mapping, area, 1, noTime));
+    draw(canvas, {{10, 10}, {300, 200}}, DrawingCanvas::brush);
+    EXPECT_GT(finish(layer, canvas, mapping), 1);
+    EXPECT_EQ(largestDifference(shown(layer), shownAtOnce(canvas, mapping)), 0);
+    mapping.picture.setSize({400, 225});
+    EXPECT_GT(finish(layer, canvas, mapping), 3);
+    EXPECT_EQ(largestDifference(shown(layer), shownAtOnce(canvas, mapping)), 0);
+}
+
 TEST(StrokeLayerTest, SharpTurnsAreRoundAndAStrokeIsNoDenserThere) {
     DrawingCanvas canvas;
     draw(canvas, {{100, 100}, {300, 100}, {300, 300}}, DrawingCanvas::brush, 0.5);

@@ -8,6 +8,8 @@ namespace daylark {
 
 namespace {
 
+constexpr int stepMs = 20;
+
 QSize pointsOf(const Scene& scene) {
     return scene.geometry.area().toSize();
 }
@@ -24,13 +26,16 @@ void ScenePainter::paintOverlay(QPainter& painter, const Scene& scene, double ra
             if (!bar.isEmpty()) painter.fillRect(scene.geometry.toTopLeft(bar), black);
     }
     if (!scene.hasStrokes()) return;
-    static_cast<void>(updateStrokes(scene, ratio));
+    // Stepwise it goes on by itself; many parts may be painted meanwhile.
+    if (!isBehind() || !strokes_.standsAt(scene.mapping(), pointsOf(scene), ratio))
+        static_cast<void>(updateStrokes(scene, ratio));
     strokes_.paint(painter, painter.hasClipping() ? painter.clipBoundingRect() : whole);
 }
 
 QRectF ScenePainter::updateStrokes(const Scene& scene, double ratio) {
     if (!scene.drawing) return {};
-    return strokes_.update(*scene.drawing, scene.mapping(), pointsOf(scene), ratio);
+    const QDeadlineTimer until(pace_ == Pace::whole ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(stepMs));
+    return strokes_.update(*scene.drawing, scene.mapping(), pointsOf(scene), ratio, until);
 }
 
 std::vector<PictureLayer> ScenePainter::readOuts(const Scene& scene, double ratio) {

@@ -16,17 +16,25 @@ namespace daylark {
 /// whoever shows a scene; one thread at a time.
 class ScenePainter {
 public:
+    /// `stepwise`: drawings that take longer than a moment come in several updates (`isBehind`), for a window that stays
+    /// alive meanwhile.
+    enum class Pace { whole, stepwise };
+    explicit ScenePainter(Pace pace = Pace::whole)
+        : pace_(pace) {}
+
     /// Background, mask and drawings, in the area's points; of what the painter is clipped to only that.
     /// `ratio`: the painter's pixels a point.
     void paintOverlay(QPainter& painter, const Scene& scene, double ratio);
     void strokesChanged() { strokes_.strokesChanged(); } ///< they may be others than those painted
     /// Brings the drawing up to its canvas; where it changed, in the area's points (empty: nowhere).
     [[nodiscard]] QRectF updateStrokes(const Scene& scene, double ratio);
+    [[nodiscard]] bool isBehind() const { return strokes_.isBehind(); } ///< `updateStrokes` has more to do
 
     [[nodiscard]] std::vector<PictureLayer> readOuts(const Scene& scene, double ratio);
     void paintReadOuts(QPainter& painter, const Scene& scene, double ratio); ///< `painter` paints in points
 
 private:
+    Pace pace_;
     StrokeLayer strokes_;
     ReadOutPlates plates_;
 };
