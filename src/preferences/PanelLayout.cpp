@@ -26,10 +26,13 @@ PanelLayoutPreferences::PanelLayoutPreferences(Preferences& owner, const QString
     , viewerHeight(owner, layoutKey("favouriteHeight", suffix))
     , viewerX(owner, layoutKey("favouritePositionX", suffix))
     , viewerY(owner, layoutKey("favouritePositionY", suffix))
+    , arrangement(owner, layoutKey("panelArrangement", suffix))
+    , viewerMaximised(owner, layoutKey("viewerMaximised", suffix))
     , grading(owner, "gradingWindow", suffix)
     , drawing(owner, "drawingWindow", suffix)
     , options(owner, "optionsWindow", suffix)
     , notes(owner, "notesWindow", suffix)
-    , bookmarks(owner, "bookmarkWindow", suffix) {}
+    , bookmarks(owner, "bookmarkWindow", suffix)
+    , colour(owner, "colourWindow", suffix) {}
 
 } // namespace daylark

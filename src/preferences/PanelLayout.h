@@ -18,7 +18,9 @@ struct PanelLayoutPreferences {
     PanelLayoutPreferences(Preferences& owner, const QString& suffix);
     Preference<QStringList> panelsToRestore; ///< their layout names
     Preference<int> viewerWidth, viewerHeight, viewerX, viewerY;
-    PanelPlacePreferences grading, drawing, options, notes, bookmarks;
+    Preference<QString> arrangement; ///< which stood docked and where: the toolkit's own bytes as base64 text
+    Preference<bool> viewerMaximised;
+    PanelPlacePreferences grading, drawing, options, notes, bookmarks, colour;
 };
 
 } // namespace daylark

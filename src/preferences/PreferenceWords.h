@@ -13,16 +13,18 @@ namespace daylark {
 /// `otherwise`, which may be a value without a word of its own. Values only; any thread.
 
 enum class RepeatMode { loopMovie, oneShot, pingPong, playMovieOnce, playPlaylistOnce, loopPlaylist, none };
-enum class StartFrame { first, second, middle, current, lastVisited, firstBookmark, none };
+enum class StartFrame { first, second, middle, current, lastVisited, firstBookmark, sameFrame, none };
 enum class ThumbnailFrame { first, second, middle, last, other };
 enum class SnapshotFormat { jpeg, png, tiff, none };
-enum class SnapshotScale { sameAsWindow, half, quarter, setWidth };
+enum class SnapshotScale { sameAsWindow, half, quarter, setWidth, pictureSize };
 enum class SnapshotNameSource { sameAsSource, userDefined, none };
 enum class SnapshotNameFormat { frameNumberLast, snapshotNumberLast, snapshotNumberFirst };
 enum class DrawingsShown { always, onlyWhenPaused, withDrawingTools, unchanged };
 enum class DrawingBackground { picture, black, white };
 enum class TimecodePlace { fixed, floating };
 enum class RendererChoice { automatic, software, openGl };
+enum class FirstFrameNumber { one, thousandAndOne, timecode };
+enum class MissingPictures { hold, black, slate };
 enum class FindInput { filepathsAndNames, filenames };
 enum class FindSearch { allPlaylists };
 
@@ -38,7 +40,8 @@ struct PreferenceWords<RepeatMode> {
 template<>
 struct PreferenceWords<StartFrame> {
     static constexpr std::array spelt{"First Frame",   "Second Frame",       "Middle Frame",
-                                      "Current Frame", "Last Visited Frame", "First Bookmark"};
+                                      "Current Frame", "Last Visited Frame", "First Bookmark",
+                                      "Same Frame"};
     static constexpr StartFrame otherwise = StartFrame::none;
 };
 template<>
@@ -54,7 +57,7 @@ struct PreferenceWords<SnapshotFormat> {
 template<>
 struct PreferenceWords<SnapshotScale> {
     static constexpr std::array spelt{"Same As Window", "Half Window Size", "Quarter Window Size",
-                                      "Set Width (maintains window ratio)"};
+                                      "Set Width (maintains window ratio)", "Picture Size"};
     static constexpr SnapshotScale otherwise = SnapshotScale::sameAsWindow;
 };
 template<>
@@ -87,6 +90,16 @@ template<>
 struct PreferenceWords<RendererChoice> {
     static constexpr std::array spelt{"Automatic", "Software", "OpenGL"};
     static constexpr RendererChoice otherwise = RendererChoice::automatic;
+};
+template<>
+struct PreferenceWords<FirstFrameNumber> {
+    static constexpr std::array spelt{"1", "1001", "Timecode"};
+    static constexpr FirstFrameNumber otherwise = FirstFrameNumber::one;
+};
+template<>
+struct PreferenceWords<MissingPictures> {
+    static constexpr std::array spelt{"Held", "Black", "Slate"};
+    static constexpr MissingPictures otherwise = MissingPictures::hold;
 };
 template<>
 struct PreferenceWords<FindInput> {

@@ -52,7 +52,7 @@ public:
     Preference<bool> displayFilename{*this, "displayFilename", false};
     Preference<RepeatMode> repeatType{*this, "repeatType", RepeatMode::loopMovie};
     Preference<StartFrame> loadFrame{*this, "loadFrame", StartFrame::lastVisited};
-    Preference<int> initialTabItem{*this, "initialTabItem", 1}; ///< 1: tiles, 0: list
+    Preference<int> initialTabItem{*this, "initialTabItem", 1}; ///< 1: tiles, 0: list, 2: as it was left
     Preference<int> counterStartFrame{*this, "counterStartFrame", 1};
     Preference<ThumbnailFrame> thumbnailFrame{*this, "thumbnailFrame", ThumbnailFrame::middle};
     Preference<double> movieMaskRatio{*this, "movieMaskRatio", "2.35"};
@@ -128,10 +128,32 @@ public:
     Preference<RendererChoice> pictureRenderer{*this, "pictureRenderer", RendererChoice::automatic};
     Preference<bool> displayPlaybackStatistics{*this, "displayPlaybackStatistics", false};
     Preference<bool> exactLoops{*this, "exactLoops", true}; ///< a range turns at its last frame, not near it
+    Preference<bool> wheelZoomsWithShift{*this, "wheelZoomsWithShift", true}; ///< at the pointer; else it steps
+    Preference<bool> panelsReturnFromFullScreen{*this, "panelsReturnFromFullScreen", true};
+    Preference<bool> layoutsKeepDocking{*this, "layoutsKeepDocking", true};   ///< and a maximised window
+    Preference<bool> dockWherePanelsCover{*this, "dockWherePanelsCover", true}; ///< when all are shown
+    Preference<bool> longHandlesInPassing{*this, "longHandlesInPassing", true}; ///< else always an alert
+    Preference<bool> dimCommonBeginnings{*this, "dimCommonBeginnings", true}; ///< what a list's names all begin with
+    Preference<bool> displayFileExtensions{*this, "displayFileExtensions", true}; ///< in the names of items
+    Preference<bool> sharpThumbnails{*this, "sharpThumbnails", true}; ///< at the size that they are shown in
+    Preference<bool> tellOfManyChanges{*this, "tellOfManyChanges", true}; ///< a passing line with "Undo"
+    Preference<bool> startAtLastReviewed{*this, "startAtLastReviewed", true}; ///< else at the first item
+    Preference<bool> runsBecomeMovies{*this, "runsBecomeMovies", true}; ///< numbered pictures; else each is an image
+    Preference<double> runFrameRate{*this, "runFrameRate", 24.0};       ///< where the pictures say none
+    Preference<MissingPictures> missingPictures{*this, "missingPictures", MissingPictures::hold};
 
     // Stored only.
     Preference<QString> sessionPath{*this, "Session Path"};
     Preference<QString> commandKeys{*this, "commandKeys"}; ///< which keys a person has chosen; see `KeyMap`
+    Preference<QString> language{*this, "language"}; ///< "de"; empty: the desktop's. From the next start on
+    Preference<QString> recentSessions{*this, "recentSessions"};     ///< paths, a line each; the newest first
+    Preference<QString> lastReviewedItem{*this, "lastReviewedItem"}; ///< the path of what the viewer showed last
+    Preference<QString> colourConfiguration{*this, "colourConfiguration"}; ///< a file; empty: $OCIO, else our own
+    Preference<QString> colourDisplay{*this, "colourDisplay"};             ///< by its name in the configuration
+    Preference<QString> colourView{*this, "colourView"};
+    Preference<QString> colourLook{*this, "colourLook"};
+    Preference<FirstFrameNumber> firstFrameNumber{*this, "firstFrameNumber"}; ///< of items without one of their own
+    Preference<int> restoreColourWindow{*this, "restoreColourWindow"};        ///< 1: open
     Preference<bool> viewDualNotes{*this, "viewDualNotes"};
     Preference<bool> openWithLaunchesViewer{*this, "openWithLaunchesViewer"};
     Preference<bool> playMovieWhenViewerLaunches{*this, "playMovieWhenViewerLaunches"};
@@ -148,6 +170,8 @@ public:
     Preference<QByteArray> libraryWindowGeometry{*this, "libraryWindow_geometry"};
     Preference<QByteArray> libraryWindowColumns{*this, "libraryWindow_columns"};
     Preference<int> libraryWindowTileSize{*this, "libraryWindow_tileSize"}; ///< per cent
+    Preference<int> libraryWindowNameWidth{*this, "libraryWindow_nameWidth"}; ///< points; at least
+    Preference<bool> libraryWindowShowsList{*this, "libraryWindow_showsList"}; ///< how it was left
     Preference<QString> viewerWindowGeometry{*this, "viewerWindow_geometry"};
     Preference<QString> viewerWindowPanels{*this, "viewerWindow_panels"};
     Preference<QString> timecodeWindowGeometry{*this, "timecodeWindow_geometry"};
