@@ -1,9 +1,13 @@
 #include "viewer/ViewerInput.h"
 
 #include "preferences/Preferences.h"
+#include "viewer/display/ViewerGeometry.h"
 #include "viewer/display/ViewerPanels.h"
 #include "viewer/review/ViewerBookmarks.h"
 #include "viewer/transport/Transport.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace daylark {
 
@@ -20,6 +24,12 @@ void ViewerInput::scrollWheel(double deltaY, bool command) {
         command ? around_.bookmarks.goToNextBookmark() : around_.transport.jumpToNextFrame();
     else if (deltaY > 0)
         command ? around_.bookmarks.goToPreviousBookmark() : around_.transport.jumpToPreviousFrame();
+}
+
+void ViewerInput::zoomWheel(double deltaY, const QPointF& at) {
+    if (!around_.preferences.wheelZoomsWithShift()) return scrollWheel(deltaY, false);
+    constexpr double notch = 120, mostNotches = 4; // a touchpad may tell any number at once
+    around_.geometry.zoomAbout(at, std::pow(1.2, std::clamp(deltaY / notch, -mostNotches, mostNotches)));
 }
 
 void ViewerInput::movieList(bool show) {

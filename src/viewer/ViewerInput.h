@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointF>
 #include <QString>
 
 namespace daylark {
@@ -8,6 +9,7 @@ namespace daylark {
 class Transport;
 class Preferences;
 class ViewerBookmarks;
+class ViewerGeometry;
 class ViewerPanels;
 
 /// What wheel, clicks and the screen's edges do in the viewer, and what every key does besides its command.
@@ -20,6 +22,7 @@ public:
         Transport& transport;
         ViewerBookmarks& bookmarks;
         ViewerPanels& panels;
+        ViewerGeometry& geometry;
     };
     explicit ViewerInput(const Surroundings& surroundings, QObject* parent = nullptr);
 
@@ -27,6 +30,9 @@ public:
     /// One event, one step: below zero forwards, above zero backwards, of a frame or (Command held) to a
     /// bookmark.
     void scrollWheel(double deltaY, bool command);
+    /// With Shift: zooms about the point of the area (y upwards), a notch of 120 by a fifth; where that is not wanted
+    /// ("wheelZoomsWithShift"), it steps as without.
+    void zoomWheel(double deltaY, const QPointF& at);
     void mouseDown();                            ///< a click on the picture
     void mouseEntered(const QString& namedArea); ///< "movieListArea", "notesArea", "playbackArea"
     void mouseExited() {}                        ///< wanted

@@ -27,7 +27,7 @@ TEST_F(NeighbourMoviesTest, EveryStartPositionIsForeseenWhereTheTransportPutsIt)
                 movie->bookmarkStore = {std::make_shared<Bookmark>(90, 2, 24.0f)};
             preferences.loadFrame.store(
                 QString::fromLatin1(start == std::string("Beyond") ? "First Bookmark" : start));
-            const StartPosition foreseen(*movie, preferences, player.currentTime());
+            const StartPosition foreseen(*movie, preferences, {player.currentTime(), player.currentFrame()});
             controller.list().setSelectionIndex(1);
             ASSERT_TRUE(settled());
             EXPECT_EQ(player.currentFrame(), foreseen.frameIn(player.index(), false)) << start << trimmed;

@@ -46,6 +46,11 @@ void DisplayGeometry::scaleView(double factor) {
     resizeView(view_.size() * factor, false);
 }
 
+void DisplayGeometry::zoomAbout(const QPointF& point, double factor) {
+    fitted_ = false;
+    view_ = QRectF(point + (view_.topLeft() - point) * factor, view_.size() * factor);
+}
+
 void DisplayGeometry::resizeView(const QSizeF& size, bool wholePoints) {
     // Half the difference passes through single precision.
     const auto half = [&](double before, double after) {

@@ -40,6 +40,7 @@ public:
     void actualPixels();
     void zoomIn();                          ///< each side times 1.2 about the view's centre
     void zoomOut();                         ///< each side divided by 1.2
+    void zoomAbout(const QPointF& point, double factor); ///< the point of the area stays where it is
     void moveViewTo(const QPointF& origin); ///< the hand tool; moved, it is not fitted any more
 
     [[nodiscard]] bool knowsMovie() const { return aspect_ > 0; }

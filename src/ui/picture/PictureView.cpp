@@ -18,6 +18,8 @@ namespace daylark {
 
 namespace {
 
+constexpr int strokesShownEveryMs = 100; ///< while a large drawing is being painted
+
 /// What draws where windows are shown; empty with a reason when there is no OpenGL 3.3.
 struct OpenGlProbe {
     QString device, problem;
@@ -40,6 +42,8 @@ PictureView::PictureView(QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Picture"));
     setObjectName(QStringLiteral("picture"));
+    strokesBehind_.setSingleShot(true);
+    connect(&strokesBehind_, &QTimer::timeout, this, &PictureView::goOnWithStrokes);
 }
 
 PictureView::~PictureView() {
@@ -54,7 +58,7 @@ void PictureView::follow(const ViewerScene& viewer) {
 
 void PictureView::setScene(const Scene& scene) {
     const bool frame = scene.frame.data() != scene_.frame.data();
-    const bool made = frame || !(scene.colour == scene_.colour);
+    const bool made = frame || !(scene.colour == scene_.colour) || scene.display != scene_.display;
     const bool place = !(scene.geometry == scene_.geometry) ||
                        scene.mirrorLeftRight != scene_.mirrorLeftRight ||
                        scene.mirrorUpsideDown != scene_.mirrorUpsideDown;
@@ -80,6 +84,15 @@ void PictureView::showStrokes(bool replaced) {
     if (replaced) painter_.strokesChanged();
     const QRectF changed = painter_.updateStrokes(scene_, devicePixelRatioF());
     if (!changed.isEmpty()) refreshOverlay(changed.toAlignedRect());
+    if (painter_.isBehind()) strokesBehind_.start();
+}
+
+void PictureView::goOnWithStrokes() {
+    strokesDue_ |= painter_.updateStrokes(scene_, devicePixelRatioF());
+    if (painter_.isBehind()) strokesBehind_.start();
+    if (painter_.isBehind() && strokesSeen_.isValid() && !strokesSeen_.hasExpired(strokesShownEveryMs)) return;
+    strokesSeen_.start();
+    if (const QRectF due = std::exchange(strokesDue_, {}); !due.isEmpty()) refreshOverlay(due.toAlignedRect());
 }
 
 void PictureView::setMoving(bool moving) {
@@ -92,6 +105,17 @@ void PictureView::setMoving(bool moving) {
     if (worker_) worker_->forget();
     asked_ = 0;
     refresh();
+    refine();
+}
+
+bool PictureView::isRefinable() const {
+    return !moving_ && !surface_ && scene_.display && scene_.display->hasQuickForm();
+}
+
+void PictureView::refine() {
+    if (!isRefinable() || refined_ == wanted_ || image_.isNull() || !isVisible()) return;
+    refined_ = ++wanted_;
+    wantPicture();
 }
 
 // While the picture that they belong to is being made, they wait for it.
@@ -147,7 +171,9 @@ void PictureView::wantPicture() {
     const ScenePlacement placement = placementOf(scene_, devicePixels());
     if (placement.request.size.isEmpty()) return update();
     asked_ = wanted_;
-    worker_->want({wanted_, scene_.frame, placement.request, placement.visible.topLeft()});
+    PictureRequest request = placement.request;
+    request.quickly = refined_ != wanted_;
+    worker_->want({wanted_, scene_.frame, request, placement.visible.topLeft()});
 }
 
 // Any that is newer than the one shown will do until the wanted one is there.
@@ -157,6 +183,7 @@ void PictureView::takePicture(quint64 serial, const QImage& image, QPoint at) {
     imageAt_ = at;
     shown_ = serial;
     update();
+    if (serial == wanted_) refine();
 }
 
 void PictureView::paintPicture(QPainter& painter) {
@@ -165,9 +192,12 @@ void PictureView::paintPicture(QPainter& painter) {
         image_ = {};
         shown_ = wanted_;
     } else if (shown_ != wanted_ && (asked_ != wanted_ || image_.isNull())) {
-        image_ = renderPicture(scene_.frame, placement.request);
+        PictureRequest request = placement.request;
+        request.quickly = true;
+        image_ = renderPicture(scene_.frame, request);
         imageAt_ = placement.visible.topLeft();
         shown_ = wanted_;
+        if (isRefinable()) QMetaObject::invokeMethod(this, &PictureView::refine, Qt::QueuedConnection);
     }
     const qreal ratio = devicePixelRatioF();
     const QRectF covered(QPointF(imageAt_) / ratio, QSizeF(image_.size()) / ratio);
@@ -189,6 +219,7 @@ void PictureView::paintEvent(QPaintEvent* event) {
     painter.setClipRect(event->rect()); // no more than that is painted
     painter_.paintOverlay(painter, scene_, ratio);
     painter.restore();
+    if (painter_.isBehind()) strokesBehind_.start();
     painter_.paintReadOuts(painter, scene_, ratio);
 }
 
@@ -235,7 +266,11 @@ void PictureView::mousePressEvent(QMouseEvent* event) {
 // Touchpads tell pixels, some of them nothing else.
 void PictureView::wheelEvent(QWheelEvent* event) {
     const QPoint turned = event->angleDelta().isNull() ? event->pixelDelta() : event->angleDelta();
-    Q_EMIT wheelTurned(turned.y(), event->modifiers() & Qt::ControlModifier);
+    const Qt::KeyboardModifiers held = event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier);
+    if (held == Qt::ShiftModifier)
+        Q_EMIT wheelZoomed(turned.y() != 0 ? turned.y() : turned.x(), event->position()); // some desktops turn it aside
+    else
+        Q_EMIT wheelTurned(turned.y(), event->modifiers() & Qt::ControlModifier);
     event->accept();
 }
 
@@ -256,6 +291,7 @@ void PictureView::adoptRenderer() {
                 overlay_.update(devicePixels(), ratio, [this, ratio](QPainter& painter) {
                     painter_.paintOverlay(painter, scene_, ratio);
                 });
+            if (painter_.isBehind()) strokesBehind_.start();
             for (PictureLayer& plate : painter_.readOuts(scene_, ratio))
                 layers.push_back(std::move(plate));
             return layers;

@@ -6,7 +6,9 @@
 #include "picture/scene/ScenePainter.h"
 #include "preferences/PreferenceWords.h"
 
+#include <QElapsedTimer>
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -63,6 +65,7 @@ Q_SIGNALS:
     void pressed(); ///< a click that no tool took
     /// One event of the wheel, up above zero; `command`: with Ctrl held.
     void wheelTurned(double deltaY, bool command);
+    void wheelZoomed(double deltaY, const QPointF& at); ///< with Shift held; where, from the upper left
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -80,18 +83,26 @@ private:
     void refreshOverlay(const QRect& part = {}); ///< `part`: only there, in the area's points
     void refresh();     ///< paints again
     void wantPicture(); ///< has the worker make the current one
+    /// A display whose exact form takes long is shown by its quick one first; at rest the exact one follows.
+    void refine();
+    [[nodiscard]] bool isRefinable() const;
     void takePicture(quint64 serial, const QImage& image, QPoint at);
     void paintPicture(QPainter& painter);
     void paintSurface(); ///< what the OpenGL surface is to show
+    void goOnWithStrokes(); ///< of a drawing too large to be painted at once
     void adoptRenderer();
     void giveUpOpenGl(const QString& reason);
 
     Scene scene_;
-    ScenePainter painter_;
+    ScenePainter painter_{ScenePainter::Pace::stepwise};
+    QTimer strokesBehind_;         ///< runs while the painter is behind
+    QElapsedTimer strokesSeen_;    ///< since what came of them was last put on screen
+    QRectF strokesDue_;            ///< what came since
     bool moving_ = false;
     quint64 wanted_ = 1, shown_ = 0; ///< numbers of the picture that is to be, and that is, on screen
     quint64 frameWanted_ = 0;        ///< `wanted_` when the frame was set
     quint64 asked_ = 0;              ///< the worker was asked for this one last
+    quint64 refined_ = 0;            ///< the one that was asked for in its exact form
     qint64 skipped_ = 0;
     QImage image_; ///< the visible part as it was made last
     QPoint imageAt_;

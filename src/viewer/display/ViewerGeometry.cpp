@@ -34,6 +34,11 @@ void ViewerGeometry::setMovie(const std::shared_ptr<Movie>& movie) {
     movie_ = movie;
     geometry_.setMovie(movie ? movie->mMovieWidth : 0, movie ? movie->mMovieHeight : 0,
                        movie ? movie->mMovieAspectRatio : 0);
+    // Versions are compared at one frame and in one place.
+    if (movie && !geometry_.isFitted() && preferences_.loadFrame() == StartFrame::sameFrame) {
+        Q_EMIT changed();
+        return;
+    }
     scaleMovieToFitViewer();
 }
 
@@ -69,6 +74,13 @@ void ViewerGeometry::scaleMovie(const Sender& sender) {
     else
         return;
     tools_.setInteractiveModeState(scroll);
+    Q_EMIT changed();
+}
+
+void ViewerGeometry::zoomAbout(const QPointF& point, double factor) {
+    if (!movie_ || !(factor > 0)) return;
+    geometry_.zoomAbout(point, factor);
+    if (!tools_.isDrawMode()) tools_.setInteractiveModeState(QStringLiteral("scroll"));
     Q_EMIT changed();
 }
 

@@ -32,6 +32,8 @@ public:
     void scaleMovie(const Sender& sender); ///< "1:1 Pixels (Actual Size)", "Fit Image To Viewer", "Zoom In",
                                            ///< "Zoom Out" and their short forms
     void scaleMovieToFitViewer();
+    /// By the wheel, the point of the area (y upwards) stays under the pointer; a pen in hand goes on drawing.
+    void zoomAbout(const QPointF& point, double factor);
     void scaleWindow(
         const Sender& sender); ///< "1:1 (Actual Size)" … "Favourite Viewer Size"; nothing in full screen
     void setPixelAspectRatio(const Sender& sender);

@@ -2,6 +2,7 @@
 
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
+#include "viewer/RunPreferences.h"
 #include "viewer/review/ViewerList.h"
 
 #include <algorithm>
@@ -24,8 +25,9 @@ NeighbourMovies::NeighbourMovies(Player& player, const ViewerList& list, const P
     connect(&list_, &ViewerList::moviesChanged, this, &NeighbourMovies::refresh, Qt::QueuedConnection);
     connect(&player_, &Player::rateChanged, &settle_, qOverload<>(&QTimer::start));
     connect(&player_, &Player::positionChanged, this, [this] {
-        if (player_.isOpen() && player_.rate() == 0 && preferences_.loadFrame() == StartFrame::current)
-            settle_.start();
+        const StartFrame start = preferences_.loadFrame();
+        if (start != StartFrame::current && start != StartFrame::sameFrame) return;
+        if (player_.isOpen() && player_.rate() == 0) settle_.start();
     });
 }
 
@@ -34,16 +36,17 @@ void NeighbourMovies::refresh() {
     std::vector<qsizetype> places{list_.findNextMovie(), list_.findPreviousMovie()};
     if (places.front() < 0) places.push_back(0); // the list may be played round
     const bool running = player_.rate() > 0;
-    const MediaTime current = player_.currentTime();
+    const StartPosition::Previous current{player_.currentTime(), player_.currentFrame()};
     std::vector<NeighbourMovie> wishes;
-    Told told{list_.selectedMovie() ? list_.selectedMovie()->filepathString : QString(), running, {}};
+    const RunView view = runViewOf(preferences_);
+    Told told{list_.selectedMovie() ? list_.selectedMovie()->mediaAddress(view) : QString(), running, {}};
     for (const qsizetype place : places) {
         if (place < 0 || place == list_.selectionIndex() || place >= list_.count()) continue;
         const Movie& movie = *list_.movies()[size_t(place)];
-        const std::pair wish(movie.filepathString, StartPosition(movie, preferences_, current));
+        const std::pair wish(movie.mediaAddress(view), StartPosition(movie, preferences_, current));
         if (std::find(told.wishes.begin(), told.wishes.end(), wish) != told.wishes.end()) continue;
         told.wishes.push_back(wish);
-        wishes.push_back({movie.filepathString, [start = wish.second, running](const SampleIndex& index) {
+        wishes.push_back({wish.first, [start = wish.second, running](const SampleIndex& index) {
                               return start.frameIn(index, running);
                           }});
     }

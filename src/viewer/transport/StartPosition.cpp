@@ -26,7 +26,7 @@ StartPosition StartPosition::atFirstFrame(const Preferences& preferences) {
     return start;
 }
 
-StartPosition::StartPosition(const Movie& movie, const Preferences& preferences, const MediaTime& current)
+StartPosition::StartPosition(const Movie& movie, const Preferences& preferences, const Previous& previous)
     : StartPosition(preferences) {
     const StartFrame start = preferences.loadFrame();
     if (start == StartFrame::first) rule_ = Rule::firstFrame;
@@ -34,7 +34,13 @@ StartPosition::StartPosition(const Movie& movie, const Preferences& preferences,
     if (start == StartFrame::middle) rule_ = Rule::middle;
     if (start == StartFrame::current || start == StartFrame::lastVisited) {
         rule_ = Rule::time;
-        time_ = start == StartFrame::current ? current : movie.mLastFrameVisited;
+        time_ = start == StartFrame::current ? previous.time : movie.mLastFrameVisited;
+    }
+    // Versions are compared by their frames, whatever their rates; the first movie starts where it was left.
+    if (start == StartFrame::sameFrame) {
+        rule_ = previous.frame > 0 ? Rule::sameFrame : Rule::time;
+        frame_ = previous.frame;
+        time_ = movie.mLastFrameVisited;
     }
     if (start != StartFrame::firstBookmark) return;
     const auto first = std::find_if(movie.bookmarkStore.begin(), movie.bookmarkStore.end(),
@@ -60,6 +66,8 @@ std::optional<MediaTime> StartPosition::timeIn(const SampleIndex& index) const {
     case Rule::frame:
         return frame_ > index.count() ? index.timeOf(index.count() - 1 - tail_)
                                       : timeWithin(index, frame_, wellInside);
+    case Rule::sameFrame:
+        return timeWithin(index, frame_, wellInside);
     }
     return std::nullopt;
 }

@@ -18,8 +18,12 @@ class Preferences;
 /// made ready. A plain value that holds what it depends on; any thread.
 class StartPosition {
 public:
-    /// `current`: where the movie before it stands.
-    StartPosition(const Movie& movie, const Preferences& preferences, const MediaTime& current);
+    /// Where the movie before it stands: its time, and its frame from 1 (0: there was none).
+    struct Previous {
+        MediaTime time;
+        qint64 frame = 0;
+    };
+    StartPosition(const Movie& movie, const Preferences& preferences, const Previous& previous);
     [[nodiscard]] static StartPosition
     atFirstFrame(const Preferences& preferences); ///< whatever is preferred
 
@@ -31,13 +35,13 @@ public:
     bool operator==(const StartPosition&) const = default;
 
 private:
-    enum class Rule { asLoaded, firstFrame, secondFrame, middle, time, frame };
+    enum class Rule { asLoaded, firstFrame, secondFrame, middle, time, frame, sameFrame };
     explicit StartPosition(const Preferences& preferences);
 
     Rule rule_ = Rule::asLoaded;
     qint64 head_ = 0, tail_ = 0; ///< frames that are trimmed
     MediaTime time_;             ///< for `time`
-    qint64 frame_ = 0;           ///< for `frame`
+    qint64 frame_ = 0;           ///< for `frame` and `sameFrame`
 };
 
 } // namespace daylark

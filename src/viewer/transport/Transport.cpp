@@ -4,7 +4,6 @@
 #include "preferences/Preferences.h"
 #include "viewer/CurrentMovie.h"
 #include "viewer/review/ViewerList.h"
-#include "viewer/transport/StartPosition.h"
 
 #include <utility>
 
@@ -191,11 +190,11 @@ void Transport::goToFrame(qint64 frame, double fraction) {
     if (player_.isOpen()) player_.setCurrentTime(timeWithin(player_.index(), frame, fraction));
 }
 
-void Transport::applyStartPosition(const MediaTime& previousMovieTime) {
+void Transport::applyStartPosition(const StartPosition::Previous& previous) {
     if (!movie_ || !player_.isOpen()) return;
     const StartPosition start = std::exchange(startAtFirstFrame_, false)
                                     ? StartPosition::atFirstFrame(preferences_)
-                                    : StartPosition(*movie_, preferences_, previousMovieTime);
+                                    : StartPosition(*movie_, preferences_, previous);
     if (const auto time = start.timeIn(player_.index())) player_.setCurrentTime(*time);
 }
 

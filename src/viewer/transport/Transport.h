@@ -2,6 +2,7 @@
 
 #include "model/Movie.h"
 #include "platform/Sender.h"
+#include "viewer/transport/StartPosition.h"
 
 #include <QObject>
 
@@ -47,7 +48,7 @@ public:
     /// Lands the fraction of a frame into the frame (from 1): where bookmarks and start positions put the playhead.
     void goToFrame(qint64 frame, double fraction);
 
-    void applyStartPosition(const MediaTime& previousMovieTime); ///< by the preference "loadFrame"
+    void applyStartPosition(const StartPosition::Previous& previous); ///< by the preference "loadFrame"
     void resumeAfterMovieChange(); ///< a run carries over in its direction; a one-frame movie pauses
     void reset();                  ///< both flags clear, rate 0
 
