@@ -2,6 +2,7 @@
 
 #include "ui/controls/PositionSlider.h"
 #include "ui/controls/RangeIndicator.h"
+#include "ui/common/notice/PassingLine.h"
 
 #include <QLabel>
 #include <QTemporaryDir>
@@ -17,6 +18,26 @@ protected:
     [[nodiscard]] RangeIndicator* bar() const { return child<RangeIndicator>("rangeIndicator"); }
     [[nodiscard]] QString text(const char* label) const { return child<QLabel>(label)->text(); }
 };
+
+TEST_F(ViewerRangeTest, AMovieShorterThanItsHandlesIsSaidInPassingUnlessAPersonAsked) {
+    first = record(bench::movie({.frames = 48, .group = 12}));
+    second = record(bench::movie({.frames = 12, .group = 12})); // less than nine and eight
+    show({first, second});
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    key(Qt::Key_R);
+    EXPECT_TRUE(preferences.trimHandles());
+    key(Qt::Key_PageDown);
+    ASSERT_TRUE(settled());
+    ASSERT_TRUE(bench::waitUntil([this] { return child<QWidget>("passingLine")->isVisible(); }));
+    EXPECT_TRUE(child<PassingLine>("passingLine")->text().startsWith(u"Handles are longer than movie"));
+    EXPECT_TRUE(alerts.shown.empty());
+    EXPECT_FALSE(preferences.trimHandles());
+    key(Qt::Key_Right); // no question has the keys
+    EXPECT_EQ(player.currentFrame(), 2);
+    key(Qt::Key_R);
+    ASSERT_TRUE(bench::waitUntil([this] { return alerts.shown.size() == 1; }));
+    EXPECT_EQ(alerts.shown.back().message, QStringLiteral("Handles are longer than movie"));
+}
 
 TEST_F(ViewerRangeTest, KeysMarkTheRangeAndTheBarUnderTheSliderShowsIt) {
     openFrames(100);

@@ -84,6 +84,7 @@ TEST_F(PlaybackRangeTest, HandlesThatLeaveNoFrameSwitchTrimmingOffAndSaySo) {
 }
 
 TEST_F(PlaybackRangeTest, AShortMovieSwitchesTrimmingOffForThoseAfterIt) {
+    preferences.longHandlesInPassing.set(false);
     const auto longOne = record(bench::movie({.frames = 100, .group = 12}));
     const auto shortOne = record(bench::movie({.frames = 12, .group = 12}));
     preferences.trimHandles.set(true);

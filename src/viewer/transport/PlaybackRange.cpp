@@ -81,6 +81,14 @@ void PlaybackRange::toggleTrimHandles() {
 }
 
 void PlaybackRange::setPlaybackRange() {
+    apply(Occasion::asked);
+}
+
+void PlaybackRange::applyToMovieShown() {
+    apply(Occasion::movieShown);
+}
+
+void PlaybackRange::apply(Occasion occasion) {
     if (frameCount() == 0) return; // nothing on screen to apply it to; the next movie shown gets it
     if (!preferences_.trimHandles()) return endLoop();
     Q_EMIT bookmarkLoopsOffNeeded();
@@ -90,7 +98,7 @@ void PlaybackRange::setPlaybackRange() {
     if (head + tail >= frames) {
         store(preferences_.trimHandles, false);
         endLoop();
-        return warnOfLongHandles();
+        return warnOfLongHandles(occasion);
     }
     firstFrameForLoop_ = head + 1;
     lastFrameForLoop_ = frames - tail;
@@ -99,11 +107,16 @@ void PlaybackRange::setPlaybackRange() {
 }
 
 /// Later, because it waits for an answer and the range may be applied in the middle of anything.
-void PlaybackRange::warnOfLongHandles() {
+void PlaybackRange::warnOfLongHandles(Occasion occasion) {
+    const QString message = tr("Handles are longer than movie");
+    if (occasion == Occasion::movieShown && preferences_.longHandlesInPassing()) {
+        Q_EMIT handlesTooLong(message);
+        return;
+    }
     QMetaObject::invokeMethod(
         this,
-        [this] {
-            const int code = alerts_.run({tr("Handles are longer than movie"),
+        [this, message] {
+            const int code = alerts_.run({message,
                                           tr("Choose another value"),
                                           {},
                                           AlertStyle::warning});

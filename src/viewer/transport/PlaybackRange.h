@@ -39,6 +39,7 @@ public:
     void toggleTrimHandles();
     /// The preferences onto the movie; also when anybody else changes handles that apply, or trimming.
     void setPlaybackRange();
+    void applyToMovieShown(); ///< the same, with a movie that has just come
     /// A sheet of the viewer was closed; the button as `Alerts` numbers them.
     void alertDidEnd(int returnCode, const QString& contextInfo);
     /// The look once a second: brings a run back that left the range, or is a frame before its end.
@@ -65,12 +66,17 @@ public:
 
 Q_SIGNALS:
     void changed();                ///< loop or bars
+    /// They leave no frame of the movie that has come, and trimming is off: to be said in passing, since nobody has just
+    /// asked for anything.
+    void handlesTooLong(const QString& message);
     void bookmarkLoopsOffNeeded(); ///< a handle range is about to be applied
 
 private:
     /// No range is in force until the next `setPlaybackRange`.
     void setMovie(const std::shared_ptr<Movie>& movie);
-    void warnOfLongHandles();
+    enum class Occasion { asked, movieShown };
+    void apply(Occasion occasion);
+    void warnOfLongHandles(Occasion occasion);
     void setBars(const BarState& bars);
     template<class T>
     void store(Preference<T>& preference, const T& value);
