@@ -129,6 +129,7 @@ TEST_F(PanelsTest, PanelsLeaveTheKeyboardToTheViewerUntilSomethingIsTypedInto) {
 }
 
 TEST_F(PanelsTest, PanelsOpenOnTheScreenClearOfTheStripAndComeBackWhereTheyWereLeft) {
+    preferences.dockWherePanelsCover.set(false);
     openFrames(24);
     trigger("viewer.showAllPanels");
     const QRect screen = window->screen()->availableGeometry();
@@ -198,6 +199,88 @@ TEST_F(PanelsTest, TwoLayoutsAreKeptAndTheMenuBringsThemBack) {
     EXPECT_TRUE(isOpen(ViewerPanel::notes) && isOpen(ViewerPanel::grading));
     EXPECT_EQ(panel(ViewerPanel::grading)->pos(), QPoint(77, 88));
     EXPECT_EQ(panel(ViewerPanel::notes)->size(), QSize(280, 280));
+}
+
+TEST_F(PanelsTest, FullScreenGivesBackWhatItPutAwayDockedOnesDocked) {
+    openFrames(24);
+    for (const char* id : {"viewer.playlistDrawer", "viewer.notes", "viewer.gradeTools", "viewer.options"})
+        trigger(id);
+    panel(ViewerPanel::notes)->setFloating(false);
+    window->fullScreen()->enter();
+    for (const ViewerPanel which : rememberedPanels)
+        EXPECT_FALSE(isOpen(which));
+    trigger("viewer.gradeTools");
+    trigger("viewer.gradeTools"); // closed there by hand
+    window->fullScreen()->leave();
+    EXPECT_TRUE(isOpen(ViewerPanel::notes) && !panel(ViewerPanel::notes)->isFloating());
+    EXPECT_TRUE(isOpen(ViewerPanel::playlistDrawer) && isOpen(ViewerPanel::options));
+    EXPECT_TRUE(panel(ViewerPanel::options)->isFloating());
+    EXPECT_FALSE(isOpen(ViewerPanel::grading) || isOpen(ViewerPanel::bookmarks));
+    EXPECT_TRUE(stripButton("viewer.notes")->isChecked());
+    EXPECT_EQ(restores(ViewerPanel::notes), 1);
+    preferences.panelsReturnFromFullScreen.set(false);
+    window->fullScreen()->enter();
+    window->fullScreen()->leave();
+    for (const ViewerPanel which : rememberedPanels)
+        EXPECT_FALSE(isOpen(which));
+}
+
+TEST_F(PanelsTest, LayoutsKeepWhatStoodDockedAndAMaximisedWindow) {
+    openFrames(24);
+    trigger("viewer.notes");
+    trigger("viewer.gradeTools");
+    panel(ViewerPanel::notes)->setFloating(false);
+    alerts.answers = {Alerts::firstButton, Alerts::secondButton};
+    trigger("viewer.savePanelLayout");
+    EXPECT_TRUE(window->commands().action(QStringLiteral("viewer.dockPanels"))->isEnabled());
+    trigger("viewer.floatPanels");
+    EXPECT_TRUE(panel(ViewerPanel::notes)->isFloating());
+    EXPECT_FALSE(window->commands().action(QStringLiteral("viewer.floatPanels"))->isEnabled());
+    trigger("viewer.restorePanelLayout1");
+    EXPECT_FALSE(panel(ViewerPanel::notes)->isFloating());
+    EXPECT_TRUE(isOpen(ViewerPanel::notes) && isOpen(ViewerPanel::grading));
+    EXPECT_TRUE(panel(ViewerPanel::grading)->isFloating());
+    window->setWindowState(Qt::WindowMaximized);
+    trigger("viewer.savePanelLayout");
+    window->setWindowState(Qt::WindowNoState);
+    key(Qt::Key_2, Qt::AltModifier);
+    EXPECT_TRUE(window->isMaximized());
+    preferences.layoutsKeepDocking.set(false);
+    trigger("viewer.restorePanelLayout1");
+    EXPECT_TRUE(panel(ViewerPanel::notes)->isFloating());
+}
+
+TEST_F(PanelsTest, AllPanelsTogetherLeaveThePictureFree) {
+    openFrames(24);
+    preferences.constrainViewerToMovieProportions.set(false);
+    const QRect screen = window->screen()->availableGeometry();
+    window->setGeometry(QRect(screen.topLeft() + QPoint(0, 30), QSize(std::min(1280, screen.width()), 640)));
+    ASSERT_TRUE(bench::waitUntil([&] { return window->height() == 640; }));
+    const auto freeOfPanels = [this] {
+        const QRect picture(window->picture()->mapToGlobal(QPoint()), window->picture()->size());
+        QRegion free(picture);
+        for (const ViewerPanel which : rememberedPanels)
+            if (isOpen(which) && panel(which)->isFloating()) free -= panel(which)->geometry();
+        qint64 points = 0;
+        for (const QRect& part : free)
+            points += qint64(part.width()) * part.height();
+        return double(points) / (double(picture.width()) * picture.height());
+    };
+    trigger("viewer.showAllPanels");
+    QCoreApplication::processEvents();
+    for (const ViewerPanel which : rememberedPanels)
+        EXPECT_TRUE(isOpen(which));
+    EXPECT_GT(freeOfPanels(), 0.6);
+    EXPECT_GE(window->picture()->width(), 300);
+    EXPECT_GE(window->picture()->height(), 150);
+    EXPECT_TRUE(screen.contains(window->geometry()));
+    trigger("viewer.floatPanels");
+    for (const ViewerPanel which : rememberedPanels)
+        EXPECT_TRUE(panel(which)->isFloating());
+    trigger("viewer.dockPanels");
+    for (const ViewerPanel which : rememberedPanels)
+        EXPECT_FALSE(panel(which)->isFloating());
+    EXPECT_EQ(freeOfPanels(), 1.0);
 }
 
 TEST_F(PanelsTest, ALayoutSavedBeforePanelsWereEverShownPutsThemWhereTheyWouldHaveOpened) {

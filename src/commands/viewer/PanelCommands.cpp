@@ -21,6 +21,7 @@ void bindPanelCommands(CommandSet& commands, MoviePlayerController& controller,
     toggles("viewer.playlistDrawer", ViewerPanel::playlistDrawer);
     toggles("viewer.drawingTools", ViewerPanel::drawing);
     toggles("viewer.gradeTools", ViewerPanel::grading);
+    toggles("viewer.colour", ViewerPanel::colour);
     toggles("viewer.controls", ViewerPanel::controls);
     commands.bindKey(QStringLiteral("viewer.controls"), when.fullScreen);
     const auto bind = [&](const char* id, std::function<void()> run) {
@@ -29,6 +30,14 @@ void bindPanelCommands(CommandSet& commands, MoviePlayerController& controller,
     bind("viewer.showAllPanels", [&panels] { panels.showAllPanels(); });
     bind("viewer.hideAllPanels", [&panels] { panels.hideAllPanels(); });
     bind("viewer.savePanelLayout", [&panels] { panels.bookmarkCurrentViewerSize(); });
+    const auto whenSome = [&](bool docked) -> const Condition* {
+        return &commands.when([&panels, docked] { return panels.canDock(docked); })
+                    .follows(panels, &ViewerPanels::toggled, &ViewerPanels::visibilityChanged);
+    };
+    commands.bind(
+        QStringLiteral("viewer.dockPanels"), [&panels] { panels.dockPanels(); }, whenSome(true));
+    commands.bind(
+        QStringLiteral("viewer.floatPanels"), [&panels] { panels.floatPanels(); }, whenSome(false));
     bind("viewer.restorePanelLayout1",
          [&panels] { panels.restoreSavedPanelLayout({QStringLiteral("Restore Panel Layout 1")}); });
     bind("viewer.restorePanelLayout2",

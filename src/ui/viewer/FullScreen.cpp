@@ -134,6 +134,7 @@ void FullScreen::left() {
     QRect before = std::exchange(before_, {});
     if (!before.isNull() && LostScreens::isLost(before)) before = ViewerPanelHost::broughtOntoAScreen(before);
     if (!before.isNull() && window_.geometry() != before) window_.setGeometry(before);
+    controller_.panels().reopenAfterFullScreen(); // first: docked ones belong to the window's frame
     controller_.geometry().windowDidExitFullScreen();
     Q_EMIT changed();
 }

@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QIODevice>
 #include <QMainWindow>
+#include <QRegion>
 #include <QScreen>
 #include <QWindow>
 
@@ -18,6 +19,8 @@ namespace {
 
 constexpr int arrangementVersion = 3;
 constexpr int gapBetweenPanels = 8, gapAtEdges = 12, gapUnderControls = 32, stepOffOthers = 32;
+constexpr int lowDockHeight = 184; // of one below the picture
+constexpr int mostCovered = 3;     // panels take the picture's third at most; else they stand beside it
 constexpr int listRoom = 300; // of the list over the picture, with a little air
 
 /// Where a panel opens for the first time, at which corner of the picture.
@@ -73,6 +76,7 @@ ToolPanel* ViewerPanelHost::addPanel(ViewerPanel panel, const QString& title, QW
     connect(window, &ToolPanel::closeWanted, this, [this, panel] { panels_.show(panel, false); });
     connect(window, &ToolPanel::keyboardUnused, this, &ViewerPanelHost::giveKeyboardToViewer);
     connect(window, &ToolPanel::visibilityChanged, this, &ViewerPanelHost::visibilityChanged);
+    connect(window, &ToolPanel::topLevelChanged, this, &ViewerPanelHost::visibilityChanged);
     return window;
 }
 
@@ -91,17 +95,29 @@ QByteArray ViewerPanelHost::arrangement() const {
     return bytes;
 }
 
-void ViewerPanelHost::restoreArrangement(const QByteArray& arrangement) {
+bool ViewerPanelHost::takeArrangement(const QByteArray& arrangement) {
     QStringList placed;
     QByteArray state;
     QDataStream stream(arrangement);
     stream >> placed >> state;
-    const bool restored =
-        stream.status() == QDataStream::Ok && viewer_.restoreState(state, arrangementVersion);
-    hideAll();
-    if (!restored) return;
+    if (stream.status() != QDataStream::Ok || !viewer_.restoreState(state, arrangementVersion)) return false;
     for (auto at = windows_.begin(); at != windows_.end(); ++at)
         if (placed.contains(at.value()->objectName())) placed_.insert(at.key());
+    return true;
+}
+
+void ViewerPanelHost::restoreArrangement(const QByteArray& arrangement) {
+    takeArrangement(arrangement);
+    hideAll();
+}
+
+void ViewerPanelHost::restoreDocking(const QByteArray& arrangement) {
+    QSet<ToolPanel*> open;
+    for (ToolPanel* window : std::as_const(windows_))
+        if (!window->isHidden()) open.insert(window);
+    takeArrangement(arrangement);
+    for (ToolPanel* window : std::as_const(windows_))
+        window->setVisible(open.contains(window));
 }
 
 // Whatever the window manager does with clicks on tool windows: what is typed into gets the keyboard.
@@ -295,6 +311,66 @@ void ViewerPanelHost::setPanelFrame(ViewerPanel panel, const QRect& frame) {
     window->setGeometry(
         broughtOntoAScreen({frame.topLeft(), frame.size().expandedTo(window->minimumSizeHint())}));
     placed_.insert(panel);
+}
+
+bool ViewerPanelHost::isPanelDocked(ViewerPanel panel) const {
+    const ToolPanel* window = windows_.value(panel);
+    return window && !window->isFloating();
+}
+
+void ViewerPanelHost::setPanelDocked(ViewerPanel panel, bool docked) {
+    ToolPanel* window = windows_.value(panel);
+    if (!window || docked != window->isFloating()) return;
+    if (docked) return dock(window);
+    window->setFloating(true);
+    placed_.remove(panel); // a place on the screen is to be found
+    offered_.remove(panel);
+    if (!window->isHidden()) offerPlace(panel);
+}
+
+/// Above or below what stands at that side already, or behind it as a tab where both are too high together.
+void ViewerPanelHost::dock(ToolPanel* window) {
+    window->setFloating(false);
+    const Qt::DockWidgetArea area = viewer_.dockWidgetArea(window);
+    if (area != Qt::LeftDockWidgetArea && area != Qt::RightDockWidgetArea)
+        return viewer_.resizeDocks({window}, {lowDockHeight}, Qt::Vertical);
+    ToolPanel* neighbour = nullptr;
+    int heights = window->sizeHint().height();
+    for (ToolPanel* other : std::as_const(windows_)) {
+        if (other == window || other->isFloating() || viewer_.dockWidgetArea(other) != area) continue;
+        if (!neighbour || neighbour->isHidden()) neighbour = other;
+        heights += other->sizeHint().height();
+    }
+    if (neighbour && heights > pictureFrame().height()) viewer_.tabifyDockWidget(neighbour, window);
+}
+
+void ViewerPanelHost::makeRoomFor(const std::vector<ViewerPanel>& panels) {
+    const QRect picture = pictureFrame();
+    QList<QRect> taken = framesBesides(nullptr);
+    QList<ToolPanel*> homeless;
+    QRegion covered;
+    for (const ViewerPanel panel : panels) {
+        ToolPanel* window = windows_.value(panel);
+        if (!window || !window->isHidden() || !window->isFloating() || isPlaced(panel)) continue;
+        const QRect frame = offeredFrame(panel, taken);
+        taken << frame;
+        covered += frame & picture;
+        homeless << window;
+    }
+    qint64 points = 0;
+    for (const QRect& part : covered)
+        points += qint64(part.width()) * part.height();
+    if (points * mostCovered <= qint64(picture.width()) * picture.height()) return;
+    for (ToolPanel* window : std::as_const(homeless))
+        dock(window);
+}
+
+bool ViewerPanelHost::isViewerMaximised() const {
+    return viewer_.isMaximized();
+}
+
+void ViewerPanelHost::maximiseViewer() {
+    viewer_.setWindowState(viewer_.windowState() | Qt::WindowMaximized);
 }
 
 QRect ViewerPanelHost::viewerFrame() const {

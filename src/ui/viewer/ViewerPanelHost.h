@@ -46,13 +46,19 @@ public:
     void setMovieList(MovieList list) { movieList_ = std::move(list); }
 
     /// Where all panels stand, docked or not, as `QMainWindow` keeps it; restoring opens none.
-    [[nodiscard]] QByteArray arrangement() const;
+    [[nodiscard]] QByteArray arrangement() const override;
     void restoreArrangement(const QByteArray& arrangement);
 
     [[nodiscard]] bool isPanelVisible(ViewerPanel panel) const override;
     void setPanelVisible(ViewerPanel panel, bool visible) override;
     [[nodiscard]] QRect panelFrame(ViewerPanel panel) const override;
     void setPanelFrame(ViewerPanel panel, const QRect& frame) override;
+    [[nodiscard]] bool isPanelDocked(ViewerPanel panel) const override;
+    void setPanelDocked(ViewerPanel panel, bool docked) override;
+    void makeRoomFor(const std::vector<ViewerPanel>& panels) override;
+    void restoreDocking(const QByteArray& arrangement) override;
+    [[nodiscard]] bool isViewerMaximised() const override;
+    void maximiseViewer() override;
     [[nodiscard]] QRect viewerFrame() const override;
     void setViewerFrame(const QRect& frame) override;
     [[nodiscard]] bool isFullScreen() const override;
@@ -76,6 +82,8 @@ private:
     void giveKeyboardToViewer();
     [[nodiscard]] bool isPlaced(ViewerPanel panel) const;
     void offerPlace(ViewerPanel panel);
+    bool takeArrangement(const QByteArray& arrangement);
+    void dock(ToolPanel* window);
     [[nodiscard]] QRect offeredFrame(ViewerPanel panel, const QList<QRect>& taken) const;
     [[nodiscard]] QRect frameToBeOffered(ViewerPanel panel) const;
     [[nodiscard]] QList<QRect> framesBesides(const ToolPanel* panel) const;

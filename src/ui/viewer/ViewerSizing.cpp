@@ -5,6 +5,9 @@
 
 #include <QEvent>
 #include <QMainWindow>
+#include <QScreen>
+
+#include <utility>
 
 namespace daylark {
 
@@ -15,14 +18,18 @@ ViewerSizing::ViewerSizing(QMainWindow& window, QWidget& area, ViewerGeometry& g
     , geometry_(geometry) {
     settled_.setSingleShot(true);
     settled_.setInterval(100);
-    connect(&settled_, &QTimer::timeout, this, &ViewerSizing::keepProportions);
+    connect(&settled_, &QTimer::timeout, this, [this] {
+        keepProportions();
+        if (std::exchange(opening_, false)) keepOnScreen();
+    });
     connect(&geometry_, &ViewerGeometry::windowFrameWanted, this,
             [this](const DisplayGeometry::WindowFrame& frame, bool animated) { takeFrame(frame, animated); });
     window_.installEventFilter(this);
 }
 
 bool ViewerSizing::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &window_ && event->type() == QEvent::Resize && !resizing_) settled_.start();
+    if (watched == &window_ && event->type() == QEvent::Show && !event->spontaneous()) opening_ = true;
+    if (watched == &window_ && ((event->type() == QEvent::Resize && !resizing_) || opening_)) settled_.start();
     return QObject::eventFilter(watched, event);
 }
 
@@ -51,6 +58,12 @@ void ViewerSizing::keepProportions() {
     resizeArea({wanted.width(), wanted.height() - DisplayGeometry::controlsHeight}, {});
 }
 
+/// Its frame is known only now.
+void ViewerSizing::keepOnScreen() {
+    if (window_.isFullScreen() || window_.isMaximized() || !window_.isVisible() || !window_.screen()) return;
+    if (!window_.screen()->availableGeometry().contains(window_.frameGeometry())) setFrame(window_.geometry());
+}
+
 void ViewerSizing::resizeArea(const QSize& area, const std::optional<QPoint>& origin) {
     setFrame({origin.value_or(window_.geometry().topLeft()), window_.size() + area - area_.size()});
     whole_ = {};
@@ -59,7 +72,10 @@ void ViewerSizing::resizeArea(const QSize& area, const std::optional<QPoint>& or
 void ViewerSizing::setFrame(const QRect& frame) {
     resizing_ = true;
     window_.setWindowState(window_.windowState() & ~Qt::WindowMaximized);
-    window_.setGeometry(ViewerPanelHost::broughtOntoAScreen(frame));
+    const QRect outer = window_.frameGeometry(), inner = window_.geometry();
+    const QMargins title(inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+                         outer.bottom() - inner.bottom());
+    window_.setGeometry(ViewerPanelHost::broughtOntoAScreen(frame.marginsAdded(title)).marginsRemoved(title));
     resizing_ = false;
 }
 

@@ -15,7 +15,7 @@ class ViewerGeometry;
 
 /// The viewer's window made as large as the size commands want it, and kept in the movie's proportions while
 /// a person drags its edges. Sizes are those of the player area: whatever strips and docked panels the window
-/// has about it are added. A window is never put off the screens. Owned by the viewer's window; interface
+/// has about it are added. A window is never put off the screens, nor its title. Owned by the viewer's window; interface
 /// thread.
 class ViewerSizing : public QObject {
     Q_OBJECT
@@ -29,6 +29,7 @@ protected:
 private:
     void takeFrame(const DisplayGeometry::WindowFrame& frame, bool constrained);
     void keepProportions();
+    void keepOnScreen();
     void setFrame(const QRect& frame);
     void resizeArea(const QSize& area, const std::optional<QPoint>& origin);
 
@@ -40,6 +41,7 @@ private:
     QSize refused_;  ///< the size from which the proportions were asked for last
     QElapsedTimer sinceAsked_;
     bool resizing_ = false;
+    bool opening_ = false; ///< shown, and nobody has looked where the window manager put it
 };
 
 } // namespace daylark

@@ -3,7 +3,9 @@
 #include "platform/Alerts.h"
 #include "preferences/Preferences.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 namespace daylark {
 
@@ -15,13 +17,14 @@ struct PanelNames {
     Preference<int> Preferences::*restore;
 };
 
-constexpr std::array<PanelNames, 6> panelNames{
+constexpr std::array<PanelNames, 7> panelNames{
     {{ViewerPanel::grading, "gradingWindow", &Preferences::restoreGradingWindow},
      {ViewerPanel::drawing, "drawingWindow", &Preferences::restoreDrawingWindow},
      {ViewerPanel::bookmarks, "bookmarkWindow", &Preferences::restoreBookmarkWindow},
      {ViewerPanel::options, "optionsWindow", &Preferences::restoreOptionsWindow},
      {ViewerPanel::notes, "notesWindow", &Preferences::restoreNotesWindow},
-     {ViewerPanel::playlistDrawer, "playlistDrawer", &Preferences::restorePlaylistDrawer}}};
+     {ViewerPanel::playlistDrawer, "playlistDrawer", &Preferences::restorePlaylistDrawer},
+     {ViewerPanel::colour, "colourWindow", &Preferences::restoreColourWindow}}};
 
 const PanelNames* namesOf(ViewerPanel panel) {
     for (const PanelNames& names : panelNames)
@@ -57,6 +60,8 @@ void ViewerPanels::hideCursorUntilMouseMoves() {
 void ViewerPanels::place(ViewerPanel panel, bool visible, Among among) {
     if (!host_) return;
     if (panel == ViewerPanel::drawing && !visible) host_->closeColourPanel();
+    // The playlist there is another view of it.
+    if (!visible && host_->isFullScreen() && panel != ViewerPanel::playlistDrawer) std::erase(putAway_, panel);
     host_->setPanelVisible(panel, visible);
     if (Preference<int>* restore = restorePreference(panel)) restore->set(int(visible));
     Q_EMIT panelToggled(panel, visible, among == Among::all);
@@ -75,8 +80,10 @@ void ViewerPanels::toggle(ViewerPanel panel) {
 
 void ViewerPanels::showAllPanels() {
     if (!host_) return;
-    for (const ViewerPanel panel : {ViewerPanel::playlistDrawer, ViewerPanel::drawing, ViewerPanel::notes,
-                                    ViewerPanel::grading, ViewerPanel::options, ViewerPanel::bookmarks})
+    const std::vector<ViewerPanel> all{ViewerPanel::playlistDrawer, ViewerPanel::drawing, ViewerPanel::notes,
+                                       ViewerPanel::grading, ViewerPanel::options, ViewerPanel::bookmarks};
+    if (!host_->isFullScreen() && preferences_.dockWherePanelsCover()) host_->makeRoomFor(all);
+    for (const ViewerPanel panel : all)
         place(panel, true, Among::all);
     if (host_->isFullScreen()) place(ViewerPanel::controls, true, Among::all);
     Q_EMIT toggled();
@@ -84,17 +91,54 @@ void ViewerPanels::showAllPanels() {
 
 void ViewerPanels::hideAllPanels() {
     if (!host_) return;
+    putAway_.clear();
     for (const ViewerPanel panel :
          {ViewerPanel::playlistDrawer, ViewerPanel::notes, ViewerPanel::grading, ViewerPanel::options,
-          ViewerPanel::drawing, ViewerPanel::bookmarks, ViewerPanel::controls})
+          ViewerPanel::drawing, ViewerPanel::bookmarks, ViewerPanel::colour, ViewerPanel::controls})
         place(panel, false, Among::all);
     hideCursorUntilMouseMoves();
     Q_EMIT toggled();
 }
 
 void ViewerPanels::closeForFullScreen() {
+    std::vector<ViewerPanel> open;
+    for (const PanelNames& names : panelNames) {
+        if (!isVisible(names.panel)) continue;
+        open.push_back(names.panel);
+        place(names.panel, false);
+    }
+    putAway_ = std::move(open);
+    Q_EMIT toggled();
+}
+
+// As one of all: none takes up its tool by itself.
+void ViewerPanels::reopenAfterFullScreen() {
+    const std::vector<ViewerPanel> putAway = std::exchange(putAway_, {});
+    if (!host_ || putAway.empty() || !preferences_.panelsReturnFromFullScreen()) return;
+    for (const ViewerPanel panel : putAway)
+        place(panel, true, Among::all);
+    Q_EMIT toggled();
+}
+
+bool ViewerPanels::canDock(bool docked) const {
+    return std::any_of(panelNames.begin(), panelNames.end(), [this, docked](const PanelNames& names) {
+        return isVisible(names.panel) && !isFullScreen() && host_->isPanelDocked(names.panel) != docked;
+    });
+}
+
+void ViewerPanels::dockPanels() {
+    setDocked(true);
+}
+
+void ViewerPanels::floatPanels() {
+    setDocked(false);
+}
+
+void ViewerPanels::setDocked(bool docked) {
+    if (!canDock(docked)) return;
     for (const PanelNames& names : panelNames)
-        if (isVisible(names.panel)) place(names.panel, false);
+        if (isVisible(names.panel) && host_->isPanelDocked(names.panel) != docked)
+            host_->setPanelDocked(names.panel, docked);
     Q_EMIT toggled();
 }
 
@@ -115,6 +159,7 @@ void ViewerPanels::saveFrame(ViewerPanel panel, PanelPlacePreferences& place, bo
 }
 
 void ViewerPanels::restoreFrame(ViewerPanel panel, const PanelPlacePreferences& place, bool withSize) {
+    if (preferences_.layoutsKeepDocking() && host_->isPanelDocked(panel)) return;
     QRect frame = host_->panelFrame(panel);
     frame.moveTo(place.x(), place.y());
     if (withSize) frame.setSize({place.width(), place.height()});
@@ -153,12 +198,28 @@ void ViewerPanels::saveLayout(PanelLayoutPreferences& layout) {
         layout.viewerHeight.set(frame.height());
         layout.viewerX.set(frame.x());
         layout.viewerY.set(frame.y());
+        layout.arrangement.set(QString::fromLatin1(host_->arrangement().toBase64()));
+        layout.viewerMaximised.set(host_->isViewerMaximised());
     }
     saveFrame(ViewerPanel::grading, layout.grading, false);
     saveFrame(ViewerPanel::drawing, layout.drawing, false);
     saveFrame(ViewerPanel::options, layout.options, false);
+    saveFrame(ViewerPanel::colour, layout.colour, false);
     saveFrame(ViewerPanel::notes, layout.notes, true);
     saveFrame(ViewerPanel::bookmarks, layout.bookmarks, true);
+}
+
+/// A layout from elsewhere does not say what stood docked, nor whether the window was maximised: that stays.
+void ViewerPanels::restoreViewer(const PanelLayoutPreferences& layout) {
+    if (!preferences_.layoutsKeepDocking()) return host_->setViewerFrame(favouriteFrame(layout));
+    const bool maximised =
+        layout.viewerMaximised.isStored() ? layout.viewerMaximised() : host_->isViewerMaximised();
+    if (maximised)
+        host_->maximiseViewer();
+    else
+        host_->setViewerFrame(favouriteFrame(layout));
+    if (layout.arrangement.isStored())
+        host_->restoreDocking(QByteArray::fromBase64(layout.arrangement().toLatin1()));
 }
 
 void ViewerPanels::restoreSavedPanelLayout(const Sender& sender) {
@@ -175,10 +236,11 @@ void ViewerPanels::restoreSavedPanelLayout(const Sender& sender) {
                       AlertStyle::warning});
         return;
     }
-    if (!host_->isFullScreen()) host_->setViewerFrame(favouriteFrame(layout));
+    if (!host_->isFullScreen()) restoreViewer(layout);
     restoreFrame(ViewerPanel::grading, layout.grading, false);
     restoreFrame(ViewerPanel::drawing, layout.drawing, false);
     restoreFrame(ViewerPanel::options, layout.options, false);
+    if (layout.colour.x.isStored()) restoreFrame(ViewerPanel::colour, layout.colour, false); // layouts of before know none
     restoreFrame(ViewerPanel::notes, layout.notes, true);
     restoreFrame(ViewerPanel::bookmarks, layout.bookmarks, true);
     // Opens what the list names and closes nothing.

@@ -20,7 +20,7 @@ class Preference;
 
 /// The panels about the viewer, in the order in which layouts list them; the floating controls are part of no
 /// layout.
-enum class ViewerPanel { grading, drawing, bookmarks, options, notes, playlistDrawer, controls };
+enum class ViewerPanel { grading, drawing, bookmarks, options, notes, playlistDrawer, colour, controls };
 
 /// The windows that `ViewerPanels` moves; the viewer's window implements it. Frames in points on the screen.
 /// Interface thread.
@@ -34,6 +34,14 @@ public:
     [[nodiscard]] virtual QRect panelFrame(ViewerPanel panel) const = 0;
     virtual void setPanelFrame(ViewerPanel panel,
                                const QRect& frame) = 0; ///< brought back onto a screen where it lies off all
+    [[nodiscard]] virtual bool isPanelDocked(ViewerPanel panel) const = 0; ///< open or not
+    virtual void setPanelDocked(ViewerPanel panel, bool docked) = 0; ///< where there is room; floating: clear of the others
+    /// Puts those to the viewer's sides that stand nowhere yet and would cover much of the picture together.
+    virtual void makeRoomFor(const std::vector<ViewerPanel>& panels) = 0;
+    [[nodiscard]] virtual QByteArray arrangement() const = 0; ///< which stand docked, and where: the toolkit's own bytes
+    virtual void restoreDocking(const QByteArray& arrangement) = 0; ///< opens and closes nothing
+    [[nodiscard]] virtual bool isViewerMaximised() const = 0;
+    virtual void maximiseViewer() = 0;
     [[nodiscard]] virtual QRect viewerFrame() const = 0;
     virtual void setViewerFrame(const QRect& frame) = 0; ///< as above
     [[nodiscard]] virtual bool isFullScreen() const = 0;
@@ -64,8 +72,14 @@ public:
     void restoreOpenPanels(); ///< those that were open, when the viewer opens
     void hideCursorUntilMouseMoves();
 
-    // Full screen puts the open panels away, with their buttons and preferences.
+    // Full screen puts the open panels away, with their buttons and preferences, and gives them back ("panelsReturnFrom-
+    // FullScreen"), but for those that were closed there.
     void closeForFullScreen();
+    void reopenAfterFullScreen();
+
+    void dockPanels(); ///< every open one but the floating controls
+    void floatPanels();
+    [[nodiscard]] bool canDock(bool docked) const; ///< an open one stands otherwise
 
     [[nodiscard]] static QString layoutName(ViewerPanel panel); ///< "gradingWindow"
     [[nodiscard]] Preference<int>* restorePreference(ViewerPanel panel); ///< null for the controls
@@ -83,10 +97,13 @@ private:
     void saveLayout(PanelLayoutPreferences& layout);
     void saveFrame(ViewerPanel panel, PanelPlacePreferences& place, bool withSize);
     void restoreFrame(ViewerPanel panel, const PanelPlacePreferences& place, bool withSize);
+    void restoreViewer(const PanelLayoutPreferences& layout);
+    void setDocked(bool docked);
 
     Preferences& preferences_;
     Alerts& alerts_;
     PanelHost* host_ = nullptr;
+    std::vector<ViewerPanel> putAway_; ///< for full screen
 };
 
 } // namespace daylark
