@@ -27,7 +27,7 @@ FlagPopUp::FlagPopUp(Commands& commands, Preferences& preferences, QWidget* pare
     setMinimumHeight(28);
     setFixedWidth(flagPopUpWidth);
     setFocusPolicy(Qt::TabFocus);
-    auto* choices = new QMenu(this);
+    auto* choices = new QMenu(tr("&Flag"), this);
     for (int tag = status::none; tag <= status::skip; ++tag) {
         choices->addAction(commands.action(viewerCommand::flag(tag)));
         if (tag == status::none) choices->addSeparator();

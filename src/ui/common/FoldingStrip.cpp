@@ -1,8 +1,12 @@
 #include "ui/common/FoldingStrip.h"
 
+#include "ui/common/PlainLabel.h"
+
+#include <QAction>
 #include <QEvent>
 #include <QLayout>
-#include <QWidget>
+#include <QMenu>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -19,7 +23,21 @@ int widthOf(const QWidget& control) {
 FoldingStrip::FoldingStrip(QWidget& row, const std::vector<QWidget*>& leaving, int narrowest)
     : QObject(&row)
     , row_(row)
-    , leaving_(leaving.begin(), leaving.end()) {
+    , leaving_(leaving.begin(), leaving.end())
+    , more_(new QToolButton(&row))
+    , menu_(new QMenu(more_)) {
+    more_->setObjectName(QStringLiteral("moreControls"));
+    more_->setAutoRaise(true);
+    more_->setText(QStringLiteral("»"));
+    more_->setToolTip(tr("More Controls"));
+    more_->setAccessibleName(tr("More Controls"));
+    more_->setMinimumSize(24, 32);
+    more_->setFocusPolicy(Qt::TabFocus);
+    more_->setPopupMode(QToolButton::InstantPopup);
+    more_->setMenu(menu_);
+    more_->hide();
+    row_.layout()->addWidget(more_);
+    connect(menu_, &QMenu::aboutToShow, this, &FoldingStrip::fillMenu);
     row_.setMinimumWidth(narrowest);
     row_.installEventFilter(this);
 }
@@ -30,7 +48,11 @@ bool FoldingStrip::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-/// Hidden ones and the gaps between included.
+bool FoldingStrip::leaves(const QWidget* control) const {
+    return std::find(leaving_.begin(), leaving_.end(), control) != leaving_.end();
+}
+
+/// Hidden ones and the gaps between included, the way to them not.
 int FoldingStrip::widthOfAll() const {
     const QLayout* layout = row_.layout();
     const QMargins margins = layout->contentsMargins();
@@ -38,6 +60,7 @@ int FoldingStrip::widthOfAll() const {
     for (int i = 0; i < layout->count(); ++i) {
         const QLayoutItem* item = layout->itemAt(i);
         const QWidget* control = const_cast<QLayoutItem*>(item)->widget();
+        if (control == more_) continue;
         width += control ? widthOf(*control) + layout->spacing() : item->minimumSize().width();
     }
     return width;
@@ -46,14 +69,37 @@ int FoldingStrip::widthOfAll() const {
 void FoldingStrip::fold() {
     if (folding_) return;
     folding_ = true;
+    const int gap = row_.layout()->spacing();
     int over = widthOfAll() - row_.width();
+    const bool folds = over > 0;
+    if (folds) over += widthOf(*more_) + gap;
     for (const QPointer<QWidget>& control : leaving_) {
         if (!control) continue;
         const bool goes = over > 0;
-        if (goes) over -= widthOf(*control) + row_.layout()->spacing();
+        if (goes) over -= widthOf(*control) + gap;
         if (control->isHidden() != goes) control->setHidden(goes);
     }
+    if (more_->isHidden() == folds) more_->setVisible(folds);
     folding_ = false;
+}
+
+/// In the order of the row.
+void FoldingStrip::fillMenu() {
+    menu_->clear();
+    const QLayout* layout = row_.layout();
+    for (int i = 0; i < layout->count(); ++i) {
+        QWidget* control = layout->itemAt(i)->widget();
+        if (!control || !control->isHidden() || !leaves(control)) continue;
+        if (const auto* button = qobject_cast<QToolButton*>(control)) {
+            if (QMenu* below = button->menu())
+                menu_->addMenu(below);
+            else if (QAction* action = button->defaultAction())
+                menu_->addAction(action);
+        } else if (const auto* readOut = qobject_cast<PlainLabel*>(control)) {
+            const QString says = QStringLiteral("%1: %2").arg(readOut->accessibleName(), readOut->text());
+            menu_->addAction(plain::menuTitle(says))->setEnabled(false);
+        }
+    }
 }
 
 } // namespace daylark

@@ -5,13 +5,15 @@
 
 #include <vector>
 
+class QMenu;
+class QToolButton;
 class QWidget;
 
 namespace daylark {
 
-/// Lets a row of controls become narrower than they need together: what is reached otherwise as well goes
-/// first, in the order given, and comes back where there is room. The row has a box layout; who else hides
-/// one of its controls would find it shown again. Owned by the row; interface thread.
+/// Lets a row of controls become narrower than they need together: they leave in the order given, stand behind "»" at the
+/// row's end meanwhile, buttons as entries and read-outs as lines, and come back where there is room. The row has a box
+/// layout; who else hides one of its controls would find it shown again. Owned by the row; interface thread.
 class FoldingStrip : public QObject {
     Q_OBJECT
 public:
@@ -23,10 +25,14 @@ protected:
 
 private:
     void fold();
+    void fillMenu();
+    [[nodiscard]] bool leaves(const QWidget* control) const;
     [[nodiscard]] int widthOfAll() const;
 
     QWidget& row_;
     std::vector<QPointer<QWidget>> leaving_;
+    QToolButton* more_;
+    QMenu* menu_;
     bool folding_ = false;
 };
 

@@ -125,6 +125,7 @@ QLineEdit, QPlainTextEdit, QTextEdit { background: #1b1b1b; border: 1px solid #3
     padding: 2px 4px; selection-background-color: #3f5a78; selection-color: #ffffff; }
 QLineEdit:focus, QPlainTextEdit:focus, QTextEdit:focus { border: 1px solid #6f9bd1; }
 QLineEdit:disabled { color: #5c5c5c; border-color: #2d2d2d; }
+QComboBox QAbstractItemView { border: 1px solid #5a5a5a; padding: 2px; }
 QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
 QProgressBar { background: #141414; border: none; border-radius: 3px; text-align: center; }
 QProgressBar::chunk { background: #6f9bd1; border-radius: 3px; }

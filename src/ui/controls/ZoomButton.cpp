@@ -20,7 +20,7 @@ ZoomButton::ZoomButton(const Commands& commands, const ViewerGeometry& geometry,
     setIconSize({20, 20});
     setMinimumSize(32, 32);
     setFocusPolicy(Qt::TabFocus);
-    auto* list = new QMenu(this);
+    auto* list = new QMenu(tr("&Zoom"), this);
     for (const char* id : {"viewer.fit", "viewer.actualPixels", "viewer.zoomIn", "viewer.zoomOut", "",
                            "viewer.flop", "viewer.flip", "viewer.mask"}) {
         if (*id)

@@ -96,7 +96,9 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     grid->addWidget(opacity_, 1, 1);
     grid->addWidget(opacityNumber_, 1, 2);
     width_->setAccessibleName(tr("Width of the tool"));
+    widthNumber_->setAccessibleName(tr("Width of the tool"));
     opacity_->setAccessibleName(tr("Opacity of the tool"));
+    opacityNumber_->setAccessibleName(tr("Opacity of the tool"));
     width_->setToolTip(tr("Width in pixels of the movie ([ and ])"));
 
     auto* shows = new QComboBox(this);
@@ -113,7 +115,7 @@ DrawingPanel::DrawingPanel(MoviePlayerController& controller, const Commands& co
     grid->addWidget(shows, 2, 1, 1, 2);
     grid->addWidget(new PlainLabel(tr("Behind"), this), 3, 0);
     grid->addWidget(background, 3, 1, 1, 2);
-    auto* automatic = new QCheckBox(tr("Take up the brush when opened"), this);
+    auto* automatic = new QCheckBox(tr("Take up the brush when they open"), this);
     automatic->setFocusPolicy(Qt::NoFocus);
     binding::toBool(automatic, preferences.autoSwitchToDrawingMode);
     grid->addWidget(automatic, 4, 0, 1, 3);
@@ -193,9 +195,9 @@ QLayout* DrawingPanel::colours() {
         auto* button = new QToolButton(this);
         button->setFocusPolicy(Qt::NoFocus);
         button->setAutoRaise(true);
-        button->setIcon(swatch(colour, 16));
-        button->setIconSize({16, 16});
-        button->setFixedSize(24, 24);
+        button->setIcon(swatch(colour, 20)); // a pen hits it
+        button->setIconSize({20, 20});
+        button->setFixedSize(28, 28);
         button->setToolTip(plain::toolTip(name));
         button->setAccessibleName(name);
         connect(button, &QToolButton::clicked, this,
@@ -230,6 +232,7 @@ void DrawingPanel::showMode() {
     erase_->setChecked(tools.eraserToolButton());
     scroll_->setChecked(tools.scrollToolButton());
     well_->setIcon(swatch(tools.brushColour(), 24));
+    well_->setAccessibleDescription(tools.brushColour().name());
     const QSignalBlocker widthSilence(width_), opacitySilence(opacity_), widthNumberSilence(widthNumber_),
         opacityNumberSilence(opacityNumber_);
     width_->setValue(int(std::lround(tools.currentWidth())));

@@ -7,12 +7,37 @@
 
 #include <QCloseEvent>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace daylark {
 
-namespace {} // namespace
+namespace {
+
+constexpr int leastHeight = 32, mostLeastHeight = 240, roomBeside = 12;
+
+QFont figuresAt(int fieldHeight) {
+    QFont font = theme::numberFont();
+    font.setPointSizeF(fieldHeight * 0.5 + 8.0);
+    return font;
+}
+
+int widthOfText(const QFont& font) {
+    return QFontMetrics(font).horizontalAdvance(QStringLiteral("TC 00:00:00:00")) + 2 * roomBeside;
+}
+
+/// From which on the figures are no higher than the window; they grow more slowly than it does.
+int heightThatFits() {
+    int height = leastHeight;
+    while (height < mostLeastHeight && QFontMetrics(figuresAt(height)).height() > height)
+        height += 4;
+    return height;
+}
+
+} // namespace
 
 FloatingTimecode::FloatingTimecode(Preferences& preferences, QWidget* viewer)
     : QWidget(viewer, Qt::Tool)
@@ -21,7 +46,7 @@ FloatingTimecode::FloatingTimecode(Preferences& preferences, QWidget* viewer)
     setObjectName(QStringLiteral("timecodeWindow"));
     setWindowTitle(tr("Timecode"));
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setMinimumSize(120, 32);
+    setMinimumHeight(heightThatFits());
     field_->setObjectName(QStringLiteral("timecodeFloating"));
     field_->setAccessibleName(tr("Timecode"));
     field_->setAlignment(Qt::AlignCenter);
@@ -30,7 +55,8 @@ FloatingTimecode::FloatingTimecode(Preferences& preferences, QWidget* viewer)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(field_);
-    resize(360, 64);
+    const int height = std::max(64, minimumHeight());
+    resize(widthOfText(figuresAt(height)), height);
 }
 
 void FloatingTimecode::showText(const QString& text, const QColor& colour) {
@@ -62,11 +88,11 @@ void FloatingTimecode::remember() {
     preferences_.timecodeWindowGeometry.set(QString::fromLatin1(saveGeometry().toBase64()));
 }
 
-// The figures grow with the window.
+// The figures grow with the window, and the window is never narrower than they are.
 void FloatingTimecode::resizeEvent(QResizeEvent*) {
-    QFont font = theme::numberFont();
-    font.setPointSizeF(height() * 0.5 + 8.0);
+    const QFont font = figuresAt(height());
     field_->setFont(font);
+    setMinimumWidth(std::min(widthOfText(font), screen()->availableSize().width()));
 }
 
 void FloatingTimecode::mousePressEvent(QMouseEvent* event) {
