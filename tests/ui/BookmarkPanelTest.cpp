@@ -1,5 +1,6 @@
 #include "ViewerWindowFixture.h"
 
+#include "ui/common/notice/PassingLine.h"
 #include "ui/panels/BookmarkPanel.h"
 #include "ui/panels/BookmarkTable.h"
 
@@ -129,6 +130,33 @@ TEST_F(BookmarkPanelTest, TypedTextsAndLengthsReachTheBookmarkAndThePicture) {
     EXPECT_EQ(bookmark(0)->duration, 24) << "letters are no length";
     EXPECT_EQ(bookmark(0)->lastFrame, 33);
     EXPECT_FALSE(transport.isRunning());
+}
+
+TEST_F(BookmarkPanelTest, EscapeKeepsWhatIsTypedAndF2OffABookmarkSaysWhyNothingHappens) {
+    openWith({{10, 20}});
+    press(0, bookmarkTag::goToFirst);
+    takeKeyboard(table());
+    table()->setCurrentIndex(table()->model()->index(0, BookmarkRows::descriptionColumn));
+    QTest::keyClick(table(), Qt::Key_F2);
+    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(field, nullptr);
+    QTest::keyClicks(field, QStringLiteral("softer"));
+    QTest::keyClick(field, Qt::Key_Escape);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bookmark(0)->overlayString, QStringLiteral("softer"));
+    EXPECT_FALSE(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+
+    window->bookmarks()->clearSelection();
+    goTo(40);
+    ASSERT_TRUE(settled());
+    takeKeyboard(window->picture());
+    auto* line = child<PassingLine>("passingLine");
+    for (const auto& [pressed, held] : {std::pair(Qt::Key_F2, Qt::NoModifier), std::pair(Qt::Key_L, Qt::ControlModifier)}) {
+        line->goAway();
+        key(pressed, held);
+        EXPECT_TRUE(line->text().startsWith(u"No bookmark at this frame")) << line->text().toStdString();
+    }
+    EXPECT_FALSE(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
 }
 
 TEST_F(BookmarkPanelTest, KeysGoFromBookmarkToBookmark) {

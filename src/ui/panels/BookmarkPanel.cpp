@@ -175,6 +175,10 @@ int BookmarkPanel::rowForKeys() const {
         }));
 }
 
+bool BookmarkPanel::hasRowForKeys() const {
+    return rows_->at(rowForKeys()) != nullptr;
+}
+
 void BookmarkPanel::editText() {
     QModelIndex cell = table_->currentIndex();
     if (!table_->hasFocus() || !(rows_->flags(cell) & Qt::ItemIsEditable))

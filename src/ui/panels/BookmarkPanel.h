@@ -33,6 +33,7 @@ public:
     void clearSelection();
     void goToSelected();
     // By key: of the row selected, when the table has the focus, else of the latest bookmark on this frame.
+    [[nodiscard]] bool hasRowForKeys() const;
     void editText(); ///< the text takes the keys
     void toggleLoop();
     void deleteSelected();

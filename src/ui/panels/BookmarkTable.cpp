@@ -90,7 +90,7 @@ const std::array<BookmarkButton, 8> BookmarkTable::buttons{{
     {bookmarkTag::mute, BookmarkRows::actionsColumn, 0, QT_TRANSLATE_NOOP("BookmarkTable", "Mute Bookmark")},
     {bookmarkTag::loop, BookmarkRows::actionsColumn, 1, QT_TRANSLATE_NOOP("BookmarkTable", "Loop Bookmark")},
     {bookmarkTag::remove, BookmarkRows::actionsColumn, 2,
-     QT_TRANSLATE_NOOP("BookmarkTable", "Delete Bookmark")},
+     QT_TRANSLATE_NOOP("BookmarkTable", "Remove Bookmark")},
 }};
 
 /// Paints the cells with their buttons and makes the fields that texts and lengths are typed into.
@@ -114,6 +114,19 @@ public:
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override {
         editor->setGeometry(option.rect.adjusted(buttonsInColumn(index.column()) * buttonSide, 0, 0, 0));
+    }
+    // Escape leaves as it leaves a note: what is typed stays, whichever command has the key.
+    bool eventFilter(QObject* editor, QEvent* event) override {
+        const bool press = event->type() == QEvent::KeyPress;
+        if ((press || event->type() == QEvent::ShortcutOverride) &&
+            static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+            auto* field = qobject_cast<QWidget*>(editor);
+            if (!press || !field) return false;
+            Q_EMIT commitData(field);
+            Q_EMIT closeEditor(field);
+            return true;
+        }
+        return QStyledItemDelegate::eventFilter(editor, event);
     }
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override {
