@@ -3,8 +3,14 @@
 #include "picture/scene/DisplayGeometry.h"
 #include "ui/controls/ZoomButton.h"
 
+#include <QLabel>
 #include <QMenu>
 #include <QScreen>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <QWheelEvent>
+
+#include <algorithm>
 
 namespace daylark {
 namespace {
@@ -59,6 +65,111 @@ TEST_F(GeometryTest, WindowSizesAreThoseOfThePictureAndNeverLeaveTheScreen) {
     trigger("viewer.windowFavourite");
     EXPECT_EQ(window->geometry().topLeft(), QPoint(40, 50));
     EXPECT_EQ(window->size(), QSize(600, 500));
+}
+
+TEST_F(GeometryTest, WhatTheStripHasNoRoomForStandsBehindMore) {
+    open();
+    auto* more = child<QToolButton>("moreControls");
+    window->resize(1700, 900);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(more->isHidden());
+    for (const int width : {1000, 918, 700, 440}) {
+        SCOPED_TRACE(width);
+        window->resize(width, 700);
+        QCoreApplication::processEvents();
+        const QWidget* bar = window->transportBar();
+        EXPECT_TRUE(more->isVisible());
+        EXPECT_LE(more->geometry().right(), bar->width());
+        Q_EMIT more->menu()->aboutToShow();
+        const QList<QAction*> behind = more->menu()->actions();
+        const auto direct = bar->findChildren<QToolButton*>(Qt::FindDirectChildrenOnly);
+        for (const QToolButton* button : direct) {
+            if (!button->isHidden()) continue;
+            QAction* entry = button->menu() ? button->menu()->menuAction() : button->defaultAction();
+            EXPECT_TRUE(behind.contains(entry)) << qPrintable(button->accessibleName());
+            EXPECT_FALSE(entry->text().isEmpty());
+        }
+        qsizetype lines = 0;
+        const auto readOuts = bar->findChildren<QLabel*>(Qt::FindDirectChildrenOnly);
+        for (const QLabel* readOut : readOuts)
+            lines += readOut->isHidden();
+        EXPECT_EQ(std::count_if(behind.begin(), behind.end(), [](const QAction* line) { return line->text().contains(u": "); }),
+                  lines);
+    }
+    QAction* notes = window->commands().action(QStringLiteral("viewer.notes"));
+    ASSERT_TRUE(more->menu()->actions().contains(notes));
+    more->menu()->popup(more->mapToGlobal(QPoint()));
+    QTest::mouseClick(more->menu(), Qt::LeftButton, {}, more->menu()->actionGeometry(notes).center());
+    EXPECT_TRUE(controller.panels().isVisible(ViewerPanel::notes));
+}
+
+TEST_F(GeometryTest, ShiftAndTheWheelZoomAtThePointer) {
+    open();
+    const QPointF at = window->picture()->pictureRect().topLeft() + QPointF(90, 60);
+    const auto turn = [&](int notches) {
+        QWheelEvent event(at, window->picture()->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, Qt::ShiftModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(window->picture(), &event);
+    };
+    const auto under = [&] { return controller.scene().scene().mapping().toMovie(at); };
+    const QPointF detail = under();
+    const double wide = controller.geometry().geometry().viewerScaleX();
+    turn(1);
+    turn(2);
+    EXPECT_NEAR(controller.geometry().geometry().viewerScaleX(), wide * 1.2 * 1.2 * 1.2, 1e-6);
+    EXPECT_NEAR(under().x(), detail.x(), 0.5);
+    EXPECT_NEAR(under().y(), detail.y(), 0.5);
+    EXPECT_EQ(player.currentFrame(), 1);
+    trigger("viewer.fit");
+    controller.drawingTools().chooseInteractiveTool({QStringLiteral("Draw")});
+    turn(1);
+    EXPECT_TRUE(controller.drawingTools().isDrawMode()) << "a pen in hand stays there";
+    preferences.wheelZoomsWithShift.set(false);
+    const double before = controller.geometry().geometry().viewerScaleX();
+    turn(-1);
+    EXPECT_EQ(controller.geometry().geometry().viewerScaleX(), before);
+    EXPECT_EQ(player.currentFrame(), 2);
+}
+
+TEST_F(GeometryTest, VersionsAreComparedAtTheSameFrameAndPlace) {
+    openTwo();
+    preferences.loadFrame.set(StartFrame::sameFrame);
+    goTo(17);
+    ASSERT_TRUE(settled());
+    trigger("viewer.zoomIn");
+    trigger("viewer.zoomIn");
+    controller.geometry().panBy(QPointF(-300, 40));
+    const QRectF view = controller.geometry().geometry().view();
+    for (const auto pressed : {Qt::Key_PageDown, Qt::Key_PageUp}) {
+        key(pressed);
+        ASSERT_TRUE(settled());
+        EXPECT_EQ(controller.currentMovie(), pressed == Qt::Key_PageDown ? second : first);
+        EXPECT_EQ(player.currentFrame(), 17);
+        EXPECT_EQ(controller.geometry().geometry().view(), view);
+    }
+    preferences.loadFrame.set(StartFrame::first);
+    key(Qt::Key_PageDown);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(player.currentFrame(), 1);
+    EXPECT_TRUE(controller.geometry().geometry().isFitted());
+}
+
+TEST_F(GeometryTest, ASnapshotOfThePictureHasItsSizeAndNoBars) {
+    open();
+    window->resize(900, 900); // wide bars above and below
+    preferences.constrainViewerToMovieProportions.set(false);
+    QCoreApplication::processEvents();
+    const Scene alone = filledByPicture(controller.scene().scene());
+    const QImage picture = renderScene(alone, alone.frame.displaySize());
+    EXPECT_EQ(picture.size(), QSize(256, 144));
+    EXPECT_EQ(readBarCode(picture).value_or(-1), 1);
+    QTemporaryDir folder;
+    preferences.snapshotFileFormat.set(SnapshotFormat::png);
+    preferences.snapshotImageScale.set(SnapshotScale::pictureSize);
+    panels.saveAnswers = {folder.filePath(QStringLiteral("still.png"))};
+    trigger("viewer.takeSnapshot");
+    controller.snapshots().waitForWriting();
+    EXPECT_EQ(QImage(folder.filePath(QStringLiteral("still.png"))).size(), QSize(256, 144));
 }
 
 TEST_F(GeometryTest, ASavedLayoutGivesTheViewersOwnFrameBackPanelsAndProportionsOrNot) {

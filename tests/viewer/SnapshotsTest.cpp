@@ -54,6 +54,9 @@ TEST_F(SnapshotsTest, SizesFollowTheScale) {
     preferences.snapshotWidth.set(1000);
     preferences.snapshotImageScale.set(SnapshotScale::setWidth);
     EXPECT_EQ(Snapshots::targetSize({800, 450}, preferences), QSize(1000, 562));
+    preferences.snapshotImageScale.store(QStringLiteral("Picture Size")); // without a picture, as the window
+    EXPECT_EQ(Snapshots::targetSize({800, 450}, preferences), QSize(800, 450));
+    preferences.snapshotImageScale.set(SnapshotScale::setWidth);
     preferences.snapshotWidth.set(-5);
     EXPECT_EQ(Snapshots::targetSize({800, 450}, preferences), QSize(1, 1));
 }

@@ -46,8 +46,20 @@ ScenePlacement placementOf(const Scene& scene, QSize pixels) {
                          scene.mirrorLeftRight,
                          scene.mirrorUpsideDown,
                          scene.colour,
+                         false,
+                         scene.display,
                          false};
     return placement;
+}
+
+Scene filledByPicture(const Scene& scene) {
+    Scene filled = scene;
+    const QSizeF picture = scene.frame.isNull() ? QSizeF() : QSizeF(scene.frame.displaySize());
+    if (picture.isEmpty() || scene.geometry.area().isEmpty()) return filled;
+    // As large in points as it is when it fits, so that texts keep their size beside it.
+    filled.geometry.setArea(picture.scaled(scene.geometry.area(), Qt::KeepAspectRatio));
+    filled.geometry.fit();
+    return filled;
 }
 
 QImage renderScene(const Scene& scene, QSize pixels, double pixelRatio) {

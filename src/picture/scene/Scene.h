@@ -23,7 +23,8 @@ enum class SceneBackground { picture, black, white };
 /// all draw one. A value; any thread, as long as nobody draws on the canvas meanwhile.
 struct Scene {
     VideoFrame frame; ///< null: no picture
-    ColourTransform colour;
+    std::shared_ptr<const DisplayProcessor> display; ///< null: the picture's numbers are a display's already
+    ColourTransform colour;                          ///< the grade, on what the display gets
     DisplayGeometry geometry; ///< of the area in points
     bool mirrorLeftRight = false, mirrorUpsideDown = false;
     SceneBackground background = SceneBackground::picture;
@@ -45,6 +46,9 @@ struct ScenePlacement {
 };
 /// Fitted, the picture is centred on whole pixels; otherwise it lies where the geometry has it.
 [[nodiscard]] ScenePlacement placementOf(const Scene& scene, QSize pixels);
+
+/// The same with an area that the picture fills: no bars beside it and nothing of it outside. As it is without a picture.
+[[nodiscard]] Scene filledByPicture(const Scene& scene);
 
 /// The whole scene in an image of this many pixels, by the software renderer; the area is stretched onto it.
 /// `pixelRatio`: the screen's, where the image is to be pixel for pixel what is on screen (the rounded sizes

@@ -32,6 +32,12 @@ QString extensionOf(SnapshotFormat format) {
     return {};
 }
 
+/// Beside the number that is counted from 1, where the production has another.
+QString productionPart(const TimeDisplay& time) {
+    const FrameNumbers numbers = time.frameNumbers();
+    return numbers.areOwn() ? QStringLiteral("_prod%1").arg(numbers.numberOf(time.currentFrameNumber())) : QString();
+}
+
 } // namespace
 
 Snapshots::Snapshots(Preferences& preferences, Panels& panels, ViewerList& list, TimeDisplay& time,
@@ -73,7 +79,7 @@ QString Snapshots::proposedName() const {
     const SnapshotNameFormat format = preferences_.snapshotFilenameFormat();
     const QString name = QStringLiteral("%1.%2.%3");
     if (format == SnapshotNameFormat::frameNumberLast)
-        return name.arg(base, fourDigits(time_.currentFrameNumber()), extension);
+        return name.arg(base, fourDigits(time_.currentFrameNumber()) + productionPart(time_), extension);
     if (format == SnapshotNameFormat::snapshotNumberLast)
         return name.arg(base, fourDigits(snapshotNumber_), extension);
     return name.arg(fourDigits(snapshotNumber_), base, extension);
@@ -84,9 +90,15 @@ void Snapshots::takeTimedSnapshot() {
     takeSnapshot();
 }
 
+QImage Snapshots::rendered() const {
+    if (preferences_.snapshotImageScale() == SnapshotScale::pictureSize && area_.renderPicture)
+        if (const QImage picture = area_.renderPicture(); !picture.isNull()) return picture;
+    return area_.render(targetSize(area_.pixels(), preferences_));
+}
+
 void Snapshots::takeSnapshot() {
     if (!area_.render || !list_.selectedMovie()) return;
-    const QImage picture = area_.render(targetSize(area_.pixels(), preferences_));
+    const QImage picture = rendered();
     if (picture.isNull()) return;
     Q_EMIT flash();
     const SnapshotFormat format = preferences_.snapshotFileFormat();

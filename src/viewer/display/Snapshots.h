@@ -30,6 +30,7 @@ public:
     struct Area {
         std::function<QSize()> pixels;
         std::function<QImage(QSize)> render;
+        std::function<QImage()> renderPicture = {}; ///< the picture alone at the movie's own size; null without one
     };
     Snapshots(Preferences& preferences, Panels& panels, ViewerList& list, TimeDisplay& time,
               FailedWrites& failedWrites, QObject* parent = nullptr);
@@ -56,6 +57,7 @@ private:
         float quality = 0;
     };
     [[nodiscard]] QString askForPath(const QString& proposedName, SnapshotFormat format);
+    [[nodiscard]] QImage rendered() const;
     void write(const Still& still, const QString& path);
 
     Preferences& preferences_;
