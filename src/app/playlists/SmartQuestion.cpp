@@ -1,6 +1,7 @@
 #include "app/playlists/SmartQuestion.h"
 
 #include "app/arrangement/TextSearch.h"
+#include "app/relinking/FileExistence.h"
 #include "model/StatusCodes.h"
 
 #include <QCoreApplication>
@@ -40,7 +41,7 @@ Test nothing() {
 }
 
 bool fileIsMissing(const Movie& movie) {
-    return movie.creatingThumbnailText == fileNotFoundText;
+    return FileExistence::isMarkedMissing(movie);
 }
 
 Test presenceTest(const SmartRule& rule, bool (*has)(const Movie&)) {
@@ -191,7 +192,7 @@ Test testOf(const SmartRule& rule) {
 
 const std::vector<Subject>& subjects() {
     static const std::vector<Subject> all{
-        {"status", "Status", {{"is", "is", Entry::status}, {"isNot", "is not", Entry::status}}},
+        {"status", "Flag", {{"is", "is", Entry::status}, {"isNot", "is not", Entry::status}}},
         {"notes", "Notes", whether("are there", "are not there")},
         {"drawings", "Drawings", whether("are there", "are not there")},
         {"bookmarks", "Bookmarks", whether("are there", "are not there")},

@@ -1,6 +1,7 @@
 #include "commands/library/LibraryCommands.h"
 
 #include "app/PlaylistController.h"
+#include "app/sessions/RecentSessions.h"
 #include "commands/CommandId.h"
 #include "commands/HistoryCommands.h"
 #include "model/StatusCodes.h"
@@ -107,7 +108,12 @@ void bindSession(CommandSet& commands, PlaylistController& c, const Conditions& 
     });
     commands.bind(
         id("manifest.export"), [&c] { c.manifestExport().exportPlaylistManifest(); }, &when.playlistSelected);
-    commands.bind(id("session.clear"), [&c] { c.playlistEditing().removeAllPlaylists(true); });
+    Preferences& preferences = c.preferences();
+    const Condition& anyRecent = commands.when([&preferences] { return !recentSessions::paths(preferences).isEmpty(); })
+                                     .follows(preferences.recentSessions, &PreferenceItem::changed);
+    commands.bind(id("session.clearRecent"), [&preferences] { recentSessions::clear(preferences); }, &anyRecent);
+    commands.bind(
+        id("session.clear"), [&c] { c.playlistEditing().removeAllPlaylists(true); }, &when.playlistsThere);
 }
 
 /// One search of a person's at a time; the one that the program makes by itself disturbs none.
@@ -140,7 +146,8 @@ void bindRelinking(CommandSet& commands, PlaylistController& c, const Conditions
                                      .follows(preferences.autoSearchPath, &PreferenceItem::changed);
     commands.bind(id("relink.now"), [&relinking] { relinking.autoLinkMissingMediaOnNewThread(); }, &maySearch);
     commands.bind(id("relink.root"), [&relinking] { relinking.setAutoSearchPath(); });
-    commands.bind(id("files.update"), [&c] { c.fileStates().updateAllFilePaths(); });
+    commands.bind(
+        id("files.update"), [&c] { c.fileStates().updateAllFilePaths(); }, &when.playlistsThere);
     commands.bind(
         id("files.checkSelected"), [&c] { c.fileExistence().checkFilesExistForSelectedPlaylists(); },
         &when.playlistSelected);
@@ -220,9 +227,12 @@ void bindItems(CommandSet& commands, PlaylistController& c, const Conditions& wh
 }
 
 void bindThumbnails(CommandSet& commands, PlaylistController& c, const Conditions& when) {
-    commands.bind(id("thumbnails.missing"), [&c] {
-        c.thumbnails().createMissingThumbnails({QStringLiteral("Recreate Missing Thumbnails"), 0});
-    });
+    commands.bind(
+        id("thumbnails.missing"),
+        [&c] {
+            c.thumbnails().createMissingThumbnails({QStringLiteral("Recreate Missing Thumbnails"), 0});
+        },
+        &when.playlistsThere);
     for (const char* frame : libraryCommand::thumbnailFrames) {
         commands.bind(
             libraryCommand::thumbnailsOfSelected(frame),
@@ -230,9 +240,12 @@ void bindThumbnails(CommandSet& commands, PlaylistController& c, const Condition
                 c.thumbnails().recreateSelectedThumbnails({id(frame), 0});
             },
             &when.itemsSelected);
-        commands.bind(libraryCommand::thumbnailsOfAll(frame), [&c, frame] {
-            c.thumbnails().recreateAllThumbnails({id(frame), 0});
-        });
+        commands.bind(
+            libraryCommand::thumbnailsOfAll(frame),
+            [&c, frame] {
+                c.thumbnails().recreateAllThumbnails({id(frame), 0});
+            },
+            &when.playlistsThere);
     }
 }
 
@@ -286,7 +299,7 @@ LibraryWindowState bindWindow(CommandSet& commands, const Conditions& when,
         id("view.largerTiles"), [enlarge] { enlarge(50); }, &tiles);
     commands.bind(id("view.information"), window.toggleInformation, nullptr, &information);
     commands.bind(id("view.playlistOrder"), window.showPlaylistOrder, nullptr, &when.playlistOrder);
-    commands.bind(id("edit.selectAll"), window.selectAll);
+    commands.bind(id("edit.selectAll"), window.selectAll, &when.itemsShown);
     commands.bind(id("window.minimise"), window.minimise);
     commands.bind(id("window.playlists"), window.goToPlaylists);
     commands.bind(id("window.items"), window.goToItems);

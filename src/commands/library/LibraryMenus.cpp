@@ -67,7 +67,7 @@ std::vector<Menu> LibraryMenus::bar() {
         {tr("&File"),
          {"session.newPlaylist", "session.newSmartlist", "session.newFolderlist", "session.newDivider",
           "session.newDatedDivider", Menu::line, "session.addMedia", "session.addFolder", "session.addBundle", Menu::line,
-          "session.import",
+          "session.import", Menu{tr("Recent Sessio&ns"), {"session.clearRecent"}},
           "session.save", "session.saveAs", Menu::line,
           "notes.exportMovie", "notes.exportPlaylist", "manifest.export", Menu::line,
           "export.reviewed", "export.playlists", "export.movie", "export.movieFile", Menu::line,

@@ -46,6 +46,7 @@ void LibraryTable::addSession(CommandTable& table) {
         {id("notes.exportMovie"), tr("Export &Movie Notes..."), id("export"), {Qt::CTRL | Qt::Key_E}},
         {id("notes.exportPlaylist"), tr("&Export Playlist Notes..."), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_E}},
         {id("manifest.export"), tr("Export Playlist Mani&fest..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_E}},
+        {id("session.clearRecent"), tr("&Clear Recent Sessions"), {}},
         {id("session.clear"), tr("&Clear Session"), {}},
         {id("app.quit"), tr("&Quit"), {}, {Qt::CTRL | Qt::Key_Q}}};
     table.insert(table.end(), session.begin(), session.end());
@@ -148,7 +149,7 @@ void LibraryTable::addItems(CommandTable& table) {
     }
     table.push_back({id("thumbnails.missing"), tr("Recreate &Missing Thumbnails"), id("image")});
     for (const char* frame : libraryCommand::thumbnailFrames) {
-        const QString choice = id(frame);
+        const QString choice = QCoreApplication::translate("Words", frame);
         table.push_back({libraryCommand::thumbnailsOfSelected(frame),
                          choice,
                          {},
@@ -237,7 +238,7 @@ void LibraryTable::addView(CommandTable& table) {
         {id("window.minimise"), tr("&Minimise"), {}, {Qt::CTRL | Qt::Key_M}, tr("Minimise Window")},
         {id("window.playlists"), tr("Go to &Playlists"), {}, {Qt::CTRL | Qt::Key_P}},
         {id("window.items"), tr("Go to &Items"), {}, {Qt::CTRL | Qt::Key_J}},
-        {id("help.shortcuts"), tr("&Shortcuts"), id("help"), {Qt::Key_F1}},
+        {id("help.shortcuts"), tr("&Keys..."), id("help"), {Qt::Key_F1}},
         {id("help.about"), tr("&About Daylark"), id("daylark")}};
     table.insert(table.end(), view.begin(), view.end());
 }
@@ -246,8 +247,9 @@ void LibraryTable::addView(CommandTable& table) {
 void LibraryTable::addFilters(CommandTable& table) {
     for (const MovieFilter::Choice& choice : MovieFilter::choices()) {
         const bool all = !choice.shows;
-        Command command{libraryCommand::filter(QLatin1String(choice.id)), QLatin1String(choice.title), {}};
-        command.name = all ? tr("Filter: Show All") : tr("Filter: %1").arg(QLatin1String(choice.title));
+        const QString title = QCoreApplication::translate("Words", choice.title);
+        Command command{libraryCommand::filter(QLatin1String(choice.id)), title, {}};
+        command.name = all ? tr("Filter: Show All") : tr("Filter: %1").arg(title);
         if (all) command.keys = {Qt::CTRL | Qt::SHIFT | Qt::Key_A};
         table.push_back(std::move(command));
         for (int tag = status::approved; all && tag <= status::skip; ++tag) {

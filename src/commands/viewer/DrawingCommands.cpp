@@ -1,5 +1,7 @@
 #include "commands/viewer/ViewerParts.h"
 
+#include <algorithm>
+
 namespace daylark {
 
 namespace {
@@ -28,7 +30,16 @@ void bindDrawingCommands(CommandSet& commands, MoviePlayerController& controller
     bind(
         "viewer.deleteDrawings", [&drawing] { drawing.deleteCurrentDrawings(); }, isDrawn);
     bind(
-        "viewer.deleteAllDrawings", [&drawing] { drawing.deleteAllDrawingsFromMovie(); }, when.hasMovie);
+        "viewer.deleteAllDrawings", [&drawing] { drawing.deleteAllDrawingsFromMovie(); },
+        commands
+            .when([&controller] {
+                const auto movie = controller.currentMovie();
+                return movie && std::any_of(movie->bookmarkStore.begin(), movie->bookmarkStore.end(),
+                                            [](const auto& bookmark) { return bookmark->hasDrawings(); });
+            })
+            .follows(controller.edits(), &ReviewEdits::bookmarkChanged)
+            .follows(when.hasBookmarks, &Condition::changed)
+            .follows(controller, &MoviePlayerController::movieShown));
     bind(
         "viewer.toggleDrawing", [&tools] { tools.toggleDrawingMode(); }, when.drawingPanelShown);
     bind(

@@ -42,9 +42,19 @@ void bindGeometryCommands(CommandSet& commands, MoviePlayerController& controlle
     Preferences& preferences = controller.preferences();
     for (const char* id : viewerCommand::zooms)
         bindByTitle(commands, QLatin1String(id), geometry, &ViewerGeometry::scaleMovie, &when.hasMovie);
-    for (const char* id :
-         {"viewer.windowActual", "viewer.windowHalf", "viewer.windowThird", "viewer.windowFavourite"})
-        bindByTitle(commands, QLatin1String(id), geometry, &ViewerGeometry::scaleWindow, &when.hasMovie);
+    const Condition& inWindow = commands.when([&movie = when.hasMovie, &full = when.fullScreen] { return movie.holds() && !full.holds(); })
+                                    .follows(when.hasMovie, &Condition::changed)
+                                    .follows(when.fullScreen, &Condition::changed);
+    for (const char* id : {"viewer.windowActual", "viewer.windowHalf", "viewer.windowThird"})
+        bindByTitle(commands, QLatin1String(id), geometry, &ViewerGeometry::scaleWindow, &inWindow);
+    const Preference<int>& favourite = preferences.panelLayout1.viewerWidth;
+    bindByTitle(commands, QStringLiteral("viewer.windowFavourite"), geometry, &ViewerGeometry::scaleWindow,
+                &commands
+                     .when([&inWindow, &favourite] {
+                         return inWindow.holds() && favourite() >= DisplayGeometry::narrowestWindow;
+                     })
+                     .follows(inWindow, &Condition::changed)
+                     .follows(favourite, &PreferenceItem::changed));
     bindByTitle(commands, QStringLiteral("viewer.flop"), geometry, &ViewerGeometry::mirrorMovie, nullptr,
                 &commands.when([&geometry] { return geometry.mirrorsLeftRight(); })
                      .follows(geometry, &ViewerGeometry::changed));

@@ -109,6 +109,7 @@ void bindMovie(CommandSet& commands, MoviePlayerController& controller, const Vi
     onMovie("copyFilename", [&controller] { controller.copyFilename(); });
     onMovie("copyTimecode", [&controller] { controller.copyTimecode(); });
     onMovie("writeNotes", window.writeNotes);
+    onMovie("goToFrame", window.goToFrame);
     for (const char* choice : viewerCommand::thumbnailChoices)
         commands.bind(
             viewerCommand::thumbnail(choice),
@@ -146,16 +147,18 @@ ViewerWindowState bindViewerCommands(CommandSet& commands, MoviePlayerController
     bindFlags(commands, controller, when);
     bindView(commands, controller.preferences(), when, window);
     for (const auto& [name, run] : {std::pair{"editBookmarkText", window.editBookmarkText},
-                                    std::pair{"loopBookmark", window.loopBookmark},
-                                    std::pair{"goToBookmark", window.goToSelectedBookmark},
+                                    std::pair{"loopBookmark", window.loopBookmark}})
+        commands.bind(id(name), run, &when.hasMovie); // without one they say so
+    for (const auto& [name, run] : {std::pair{"goToBookmark", window.goToSelectedBookmark},
                                     std::pair{"deleteBookmark", window.deleteSelectedBookmark}})
-        commands.bind(id(name), run, &when.hasMovie);
+        commands.bind(id(name), run, &when.hasBookmarks);
     bindHistoryCommands(commands, controller.edits().history(),
                         [&controller] { return !controller.drawings().canvas().isDrawing(); });
     bindAudioCommands(commands, controller, when);
     bindBookmarkCommands(commands, controller, when);
     bindDrawingCommands(commands, controller, when);
     bindGradeCommands(commands, controller, when);
+    bindColourCommands(commands, controller, when);
     bindGeometryCommands(commands, controller, when);
     bindPanelCommands(commands, controller, when);
     return {fullScreen};

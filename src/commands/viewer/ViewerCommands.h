@@ -22,6 +22,7 @@ struct ViewerWindowActions {
     std::function<void()> goToSelectedBookmark, deleteSelectedBookmark, editBookmarkText, loopBookmark,
         writeNotes;
     std::function<void()> showKeys;
+    std::function<void()> goToFrame; ///< asks which
     std::function<void(const QString& choice)> makeThumbnail;
 };
 

@@ -27,7 +27,7 @@ Menu ViewerMenus::movie() {
         thumbnails.entries.push_back(viewerCommand::thumbnail(choice));
     return {tr("&Movie"),
             {"viewer.previousMovie", "viewer.nextMovie", Menu::line, flags, thumbnails, Menu::line,
-             "viewer.writeNotes", Menu::line, "viewer.reveal", Menu::line, "viewer.close"}};
+             "viewer.writeNotes", Menu::line, "viewer.takeSnapshot", Menu::line, "viewer.reveal", Menu::line, "viewer.close"}};
 }
 
 Menu ViewerMenus::bookmarks() {
@@ -61,6 +61,9 @@ Menu ViewerMenus::picture() {
         menu.entries.push_back(id);
     menu.entries.push_back(ratios);
     menu.entries.push_back(aspects);
+    for (const char* id : {Menu::line, "viewer.colour", "viewer.lookBrighter", "viewer.lookDarker", "viewer.lookHigherGamma",
+                           "viewer.lookLowerGamma", "viewer.lookAsItIs"})
+        menu.entries.push_back(id);
     return menu;
 }
 
@@ -71,7 +74,7 @@ std::vector<Menu> ViewerMenus::bar() {
           "viewer.copyTimecode"}},
         {tr("&Playback"),
          {"viewer.playPause", "viewer.playForwards", "viewer.playBackwards", "viewer.pause", Menu::line,
-          "viewer.stepForward", "viewer.stepBackward", "viewer.firstFrame", "viewer.lastFrame", Menu::line}},
+          "viewer.stepForward", "viewer.stepBackward", "viewer.firstFrame", "viewer.lastFrame", "viewer.goToFrame", Menu::line}},
         movie(),
         {tr("A&udio"),
          {"viewer.linkAudio", "viewer.revertAudio", "viewer.removeAudio", Menu::line, "viewer.saveAudio", "viewer.saveMovie"}},
@@ -84,16 +87,16 @@ std::vector<Menu> ViewerMenus::bar() {
           Menu::line, "viewer.removeLatestStroke", "viewer.deleteDrawings", "viewer.deleteAllDrawings"}},
         {tr("&Grade"),
          {"viewer.gradeTools", "viewer.toggleGrade", Menu::line, "viewer.copyGrade", "viewer.pasteGrade",
-          "viewer.gradeAll", Menu::line, "viewer.resetGrade", Menu::line, "viewer.takeSnapshot"}},
+          "viewer.gradeAll", Menu::line, "viewer.resetGrade"}},
         picture(),
         {tr("&View"),
          {"viewer.counter", "viewer.counterToOne", "viewer.timecode", "viewer.filename",
           "viewer.bookmarkText", Menu::line, "viewer.statistics", Menu::line, "viewer.fullScreen",
           "viewer.leave"}},
         {tr("Pa&nels"),
-         {"viewer.notes", "viewer.bookmarks", "viewer.drawingTools", "viewer.gradeTools", "viewer.options",
+         {"viewer.notes", "viewer.bookmarks", "viewer.drawingTools", "viewer.gradeTools", "viewer.colour", "viewer.options",
           "viewer.playlistDrawer", "viewer.controls", Menu::line, "viewer.showAllPanels",
-          "viewer.hideAllPanels", Menu::line, "viewer.savePanelLayout", "viewer.restorePanelLayout1",
+          "viewer.hideAllPanels", Menu::line, "viewer.dockPanels", "viewer.floatPanels", Menu::line, "viewer.savePanelLayout", "viewer.restorePanelLayout1",
           "viewer.restorePanelLayout2"}},
         {tr("&Window"),
          {"viewer.bringForward", Menu::line, "viewer.windowActual", "viewer.windowHalf", "viewer.windowThird",

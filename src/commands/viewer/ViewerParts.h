@@ -20,6 +20,7 @@ void bindBookmarkCommands(CommandSet& commands, MoviePlayerController& controlle
 void bindDrawingCommands(CommandSet& commands, MoviePlayerController& controller,
                          const ViewerConditions& when);
 void bindGradeCommands(CommandSet& commands, MoviePlayerController& controller, const ViewerConditions& when);
+void bindColourCommands(CommandSet& commands, MoviePlayerController& controller, const ViewerConditions& when);
 void bindGeometryCommands(CommandSet& commands, MoviePlayerController& controller,
                           const ViewerConditions& when);
 void bindPanelCommands(CommandSet& commands, MoviePlayerController& controller, const ViewerConditions& when);

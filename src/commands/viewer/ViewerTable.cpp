@@ -53,6 +53,7 @@ void ViewerTable::addTransport(CommandTable& table) {
                 {"stepBackward", tr("P&revious Frame"), "stepBackward", {Qt::Key_Left, Qt::ALT | Qt::Key_Left}, {}, repeats},
                 {"firstFrame", tr("F&irst Frame"), "firstFrame", {Qt::Key_Comma, Qt::Key_Home}, {}, any},
                 {"lastFrame", tr("&Last Frame"), "lastFrame", {Qt::Key_Period, Qt::Key_End}, {}, any},
+                {"goToFrame", tr("&Go to Frame..."), "", {Qt::Key_G}},
                 {"markIn", tr("Mark &In"), "setIn", {Qt::Key_I}},
                 {"markOut", tr("Mark &Out"), "setOut", {Qt::Key_U}},
                 {"trimHandles", tr("&Trim Handles"), "handles", {Qt::Key_R}},
@@ -61,7 +62,7 @@ void ViewerTable::addTransport(CommandTable& table) {
 
 void ViewerTable::addMovie(CommandTable& table) {
     table.insert(table.end(), historyTable().begin(), historyTable().end());
-    add(table, {{"copyPath", tr("&Copy File Path"), "copy"},
+    add(table, {{"copyPath", tr("&Copy Path"), "copy"},
                 {"copyFilename", tr("Copy &Filename"), "copy"},
                 {"copyTimecode", tr("Copy &Timecode")},
                 {"previousMovie", tr("&Previous Movie"), "previousMovie", {Qt::Key_PageUp, Qt::CTRL | Qt::Key_PageUp}},
@@ -78,10 +79,10 @@ void ViewerTable::addMovie(CommandTable& table) {
         const QString code = QString::number(tag);
         const bool isNone = tag == status::none;
         table.push_back({viewerCommand::flag(tag),
-                         isNone ? tr("None") : QString(),
+                         isNone ? tr("No Flag") : QString(),
                          isNone ? QStringLiteral("flag_None") : status::flagImageName(code),
                          {Qt::CTRL | Qt::Key(Qt::Key_0 + tag - status::none)},
-                         isNone ? tr("Flag: None") : tr("Flag: %1"),
+                         isNone ? tr("No Flag") : tr("Flag: %1"),
                          none,
                          KeyScope::viewer,
                          isNone ? QString() : code});
@@ -106,7 +107,7 @@ void ViewerTable::addBookmarks(CommandTable& table) {
          {"editBookmarkText", tr("&Edit Bookmark Text"), "", {Qt::Key_F2}},
          {"loopBookmark", tr("&Loop Bookmark"), "loop", {Qt::CTRL | Qt::Key_L}},
          {"goToBookmark", tr("&Go to First Frame of Bookmark"), "goToFirst"},
-         {"deleteBookmark", tr("&Delete Bookmark"), "remove"},
+         {"deleteBookmark", tr("Re&move Bookmark"), "remove"},
          {"previousBookmark",
           tr("&Previous Bookmark"),
           "chevronLeft",
@@ -121,8 +122,8 @@ void ViewerTable::addBookmarks(CommandTable& table) {
          {"copyUnmutedBookmarks", QStringLiteral("Copy Unmuted Bookmarks"), "copy"},
          {"copyAllBookmarks", QStringLiteral("Copy All Bookmarks"), "copy"},
          {"pasteBookmarks", tr("Paste &Bookmarks"), "paste"},
-         {"deleteActiveBookmarks", tr("Delete A&ctive Bookmarks"), "remove"},
-         {"deleteAllBookmarks", tr("Delete A&ll Bookmarks…"), "trash"}});
+         {"deleteActiveBookmarks", tr("Remove A&ctive Bookmarks"), "remove"},
+         {"deleteAllBookmarks", tr("Remove A&ll Bookmarks..."), "trash"}});
 }
 
 void ViewerTable::addDrawingAndGrade(CommandTable& table) {
@@ -136,15 +137,21 @@ void ViewerTable::addDrawingAndGrade(CommandTable& table) {
                  {Qt::CTRL | Qt::Key_Backspace},
                  {},
                  repeats},
-                {"deleteDrawings", tr("Delete &Current Drawings"), "remove"},
-                {"deleteAllDrawings", tr("Delete &All Drawings From Movie…"), "trash"},
+                {"deleteDrawings", tr("Remove &Current Drawings"), "remove"},
+                {"deleteAllDrawings", tr("Remove &All Drawings From Movie..."), "trash"},
                 {"gradeTools", tr("&Colour Correction"), "grade", {Qt::Key_C}, {}, any},
                 {"toggleGrade", tr("&Show Grade"), "gradeOn", {Qt::Key_A}, {}, any},
                 {"copyGrade", tr("C&opy Grade"), "copy"},
                 {"pasteGrade", tr("&Paste Grade"), "paste"},
                 {"gradeAll", tr("Paste Grade onto &All Movies"), "gradeAll"},
                 {"resetGrade", tr("&Reset Grade"), "reset"},
-                {"takeSnapshot", tr("Take S&napshot…"), "snapshot", {Qt::CTRL | Qt::Key_T}}});
+                {"colour", tr("Colour &Management"), "", {Qt::Key_V}},
+                {"lookBrighter", tr("Look &Brighter"), "", {Qt::Key_Equal}, {}, repeats},
+                {"lookDarker", tr("Look &Darker"), "", {Qt::Key_Minus}, {}, repeats},
+                {"lookHigherGamma", tr("Look at Higher &Gamma"), "", {Qt::SHIFT | Qt::Key_Equal}, {}, repeats},
+                {"lookLowerGamma", tr("Look at L&ower Gamma"), "", {Qt::SHIFT | Qt::Key_Minus}, {}, repeats},
+                {"lookAsItIs", tr("Look at It as It &Is"), "", {Qt::Key_0}},
+                {"takeSnapshot", tr("Take S&napshot..."), "snapshot", {Qt::CTRL | Qt::Key_T}}});
 }
 
 void ViewerTable::addPicture(CommandTable& table) {
@@ -187,13 +194,15 @@ void ViewerTable::addView(CommandTable& table) {
                 {"bookmarks", tr("&Bookmarks"), "bookmarks", {Qt::Key_B}, {}, any},
                 {"options", tr("Viewer &Options"), "options", {Qt::Key_O}, {}, any},
                 {"playlistDrawer", tr("&Playlist"), "playlistDrawer", {Qt::Key_P}, {}, any},
-                {"controls", tr("&Floating Controls"), "", {Qt::Key_F}, {}, any},
+                {"controls", tr("Play&back Controls"), "", {Qt::Key_F}, {}, any},
                 {"showAllPanels", tr("&Show All Panels"), "", {Qt::Key_S}, {}, any},
                 {"hideAllPanels", tr("&Hide All Panels"), "", {Qt::Key_H}, {}, any},
-                {"savePanelLayout", tr("Sa&ve Panel Layout…")},
-                {"restorePanelLayout1", tr("Restore Panel Layout &1")},
-                {"restorePanelLayout2", tr("Restore Panel Layout &2")},
-                {"keys", tr("&Keys…"), "help", {Qt::Key_F1}}});
+                {"dockPanels", tr("&Dock Panels")},
+                {"floatPanels", tr("Floa&t Panels")},
+                {"savePanelLayout", tr("Sa&ve Panel Layout...")},
+                {"restorePanelLayout1", tr("Restore Panel Layout &1"), "", {Qt::ALT | Qt::Key_1}},
+                {"restorePanelLayout2", tr("Restore Panel Layout &2"), "", {Qt::ALT | Qt::Key_2}},
+                {"keys", tr("&Keys..."), "help", {Qt::Key_F1}}});
 }
 
 CommandTable ViewerTable::make() {

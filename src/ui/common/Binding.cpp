@@ -50,6 +50,11 @@ void toBool(QCheckBox* box, Preference<bool>& preference) {
     QObject::connect(box, &QCheckBox::toggled, box, [&preference](bool on) { preference.set(on); });
 }
 
+void toOpposite(QCheckBox* box, Preference<bool>& preference) {
+    follow(box, preference, [box, &preference] { box->setChecked(!preference()); });
+    QObject::connect(box, &QCheckBox::toggled, box, [&preference](bool on) { preference.set(!on); });
+}
+
 void toInteger(QSpinBox* box, Preference<int>& preference) {
     follow(box, preference, [box, &preference] { box->setValue(preference()); });
     QObject::connect(box, &QSpinBox::valueChanged, box, [&preference](int value) { preference.set(value); });

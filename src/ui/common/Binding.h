@@ -2,6 +2,7 @@
 
 #include "preferences/Preference.h"
 
+#include <QCoreApplication>
 #include <QColor>
 #include <QString>
 #include <QVariant>
@@ -24,6 +25,8 @@ namespace daylark {
 namespace binding {
 
 void toBool(QCheckBox* box, Preference<bool>& preference);
+/// The box says what is there, the preference what is not.
+void toOpposite(QCheckBox* box, Preference<bool>& preference);
 void toInteger(QSpinBox* box, Preference<int>& preference);
 void toNumber(QDoubleSpinBox* box, Preference<double>& preference);
 void toText(QLineEdit* field, Preference<QString>& preference);
@@ -41,7 +44,7 @@ template<PreferenceEnum E>
 [[nodiscard]] std::vector<Choice> wordChoices() {
     std::vector<Choice> choices;
     for (const QString& word : allWords<E>())
-        choices.emplace_back(word, word);
+        choices.emplace_back(QCoreApplication::translate("Words", word.toUtf8().constData()), word);
     return choices;
 }
 

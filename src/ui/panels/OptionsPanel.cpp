@@ -58,7 +58,7 @@ void OptionsPanel::addOverlayRows() {
     addRow(check(tr("Timecode"), preferences.displayTimecode),
            choice(tr("Where the timecode stands"), preferences.timecodeDisplayType,
                   {{tr("Over the picture"), wordOf(TimecodePlace::fixed)},
-                   {tr("Window of its own"), wordOf(TimecodePlace::floating)}}));
+                   {tr("In a window of its own"), wordOf(TimecodePlace::floating)}}));
     addRow(check(tr("File name"), preferences.displayFilename));
     auto* colour = new ColourButton(preferences.onscreenTextColour, this);
     colour->setFocusPolicy(Qt::NoFocus);
@@ -142,9 +142,9 @@ void OptionsPanel::addPlaybackRows() {
 void OptionsPanel::addFullScreenRows() {
     Preferences& preferences = controller_.preferences();
     heading(tr("Full screen"));
-    addRow(check(tr("No playlist at the right edge"), preferences.disableRightMouseZone));
-    addRow(check(tr("No controls at the lower edge"), preferences.disableLowerMouseZone));
-    addRow(check(tr("No single keys"), preferences.disableHotkeysInFullScreenMode));
+    addRow(checkOpposite(tr("Playlist at the right edge"), preferences.disableRightMouseZone));
+    addRow(checkOpposite(tr("Controls at the lower edge"), preferences.disableLowerMouseZone));
+    addRow(checkOpposite(tr("Single keys work"), preferences.disableHotkeysInFullScreenMode));
 }
 
 void OptionsPanel::heading(const QString& text) {
@@ -182,6 +182,13 @@ QCheckBox* OptionsPanel::check(const QString& text, Preference<bool>& preference
     auto* box = new QCheckBox(text, this);
     box->setFocusPolicy(Qt::NoFocus); // keys stay the viewer's
     binding::toBool(box, preference);
+    return box;
+}
+
+QCheckBox* OptionsPanel::checkOpposite(const QString& text, Preference<bool>& preference) {
+    auto* box = new QCheckBox(text, this);
+    box->setFocusPolicy(Qt::NoFocus);
+    binding::toOpposite(box, preference);
     return box;
 }
 

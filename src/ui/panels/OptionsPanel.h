@@ -42,6 +42,7 @@ private:
     void addRow(const QString& label, QWidget* right);
     [[nodiscard]] QWidget* inOneRow(const QList<QWidget*>& widgets);
     QCheckBox* check(const QString& text, Preference<bool>& preference);
+    QCheckBox* checkOpposite(const QString& text, Preference<bool>& preference);
     QComboBox* choice(const QString& name, PreferenceItem& preference,
                       const std::vector<std::pair<QString, QVariant>>& choices);
     QSpinBox* number(const QString& name, Preference<int>& preference, int least, int most);

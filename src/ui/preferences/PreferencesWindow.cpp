@@ -6,12 +6,14 @@
 #include "ui/common/Binding.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
+#include "ui/desktop/Translations.h"
 #include "ui/preferences/KeysPage.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLineEdit>
+#include <QLocale>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
@@ -51,6 +53,12 @@ public:
     QCheckBox* check(const QString& title, Preference<bool>& preference) {
         auto* box = new QCheckBox(title);
         binding::toBool(box, preference);
+        grid_->addWidget(box, grid_->rowCount(), 1);
+        return box;
+    }
+    QCheckBox* checkOpposite(const QString& title, Preference<bool>& preference) {
+        auto* box = new QCheckBox(title);
+        binding::toOpposite(box, preference);
         grid_->addWidget(box, grid_->rowCount(), 1);
         return box;
     }
@@ -128,7 +136,7 @@ PreferencesWindow::PreferencesWindow(Preferences& preferences, QWidget* parent)
     addPage(tr("Keys"), QStringLiteral("keys"), new KeysPage(preferences_));
     addPage(tr("Handles"), QStringLiteral("handles"), handlesPage());
     addPage(tr("Snapshots"), QStringLiteral("snapshot"), snapshotsPage());
-    addPage(tr("Statuses"), QStringLiteral("statuses"), statusesPage());
+    addPage(tr("Flags"), QStringLiteral("statuses"), flagsPage());
     addPage(tr("Notes"), QStringLiteral("notes"), notesPage());
     addPage(tr("Media"), QStringLiteral("media"), mediaPage());
     connect(groups_, &QListWidget::currentRowChanged, pages_, &QStackedWidget::setCurrentIndex);
@@ -170,7 +178,15 @@ QWidget* PreferencesWindow::generalPage() {
     page->check(tr("Open the previous session at start"), preferences_.loadPreviousSessionOnStartup);
     page->check(tr("Open the viewer's windows as they were"), preferences_.restorePreviousWindows);
     page->choice(tr("Show items at start"), preferences_.initialTabItem,
-                 {{tr("As tiles"), 1}, {tr("As a list"), 0}});
+                 {{tr("As tiles"), 1}, {tr("As a list"), 0}, {tr("As I left it"), 2}});
+    std::vector<binding::Choice> languages{{tr("The desktop's"), QString()}, {QStringLiteral("English"), QStringLiteral("en")}};
+    for (const QString& language : Translations::languages())
+        languages.emplace_back(Translations::nameOf(language), language);
+    page->choice(tr("Language"), preferences_.language, languages)->setToolTip(tr("From the next start on"));
+    page->check(tr("Go on at the item reviewed last"), preferences_.startAtLastReviewed);
+    page->check(tr("Show file extensions"), preferences_.displayFileExtensions);
+    page->check(tr("Dim what all names of a list begin with"), preferences_.dimCommonBeginnings);
+    page->check(tr("Say when many items were changed at once"), preferences_.tellOfManyChanges);
     page->check(tr("Say in empty lists what can be dropped there"), preferences_.showDropText);
     page->check(tr("Hide the library while the viewer is open"),
                 preferences_.hideMainWindowWhenPlayerLaunches);
@@ -181,11 +197,12 @@ QWidget* PreferencesWindow::generalPage() {
 
 QWidget* PreferencesWindow::viewerPage() {
     auto* page = new Page;
-    page->choice(tr("A movie starts at"), preferences_.loadFrame, binding::wordChoices<StartFrame>());
+    page->choice(tr("Movies start at"), preferences_.loadFrame, binding::wordChoices<StartFrame>());
     page->check(tr("Play when the viewer opens"), preferences_.playMovieWhenViewerLaunches);
     page->choice(tr("Repeat"), preferences_.repeatType, binding::wordChoices<RepeatMode>());
     page->check(tr("Exact loops: a range turns at its very last frame"), preferences_.exactLoops);
     page->slider(tr("Volume"), preferences_.volume);
+    page->check(tr("Zoom at the pointer by Shift and the wheel"), preferences_.wheelZoomsWithShift);
     page->choice(tr("The picture is drawn by"), preferences_.pictureRenderer,
                  {{tr("Graphics hardware, where there is"), wordOf(RendererChoice::automatic)},
                   {tr("Software"), wordOf(RendererChoice::software)},
@@ -209,21 +226,27 @@ QWidget* PreferencesWindow::viewerPage() {
     page->choice(tr("Mask ratio"), preferences_.movieMaskRatio, binding::maskRatioChoices());
     page->slider(tr("Mask opacity"), preferences_.movieMaskOpacity);
     page->heading(tr("Bookmarks and drawings"));
-    page->number(tr("A new bookmark lasts"), preferences_.bookmarkDuration, 1, 1000000, tr(" frames"));
+    page->number(tr("New bookmarks last"), preferences_.bookmarkDuration, 1, 1000000, tr(" frames"));
     page->choice(tr("Show drawings"), preferences_.displayDrawingsOptions,
                  binding::wordChoices<DrawingsShown>());
-    page->check(tr("Start drawing when the drawing tools open"), preferences_.autoSwitchToDrawingMode);
+    page->check(tr("Take up the brush when the drawing tools open"), preferences_.autoSwitchToDrawingMode);
     page->colour(tr("Brush colour"), preferences_.brushColour);
+    page->heading(tr("Panels"));
+    page->check(tr("Dock panels that would cover the picture, when all are shown"), preferences_.dockWherePanelsCover);
+    page->check(tr("Layouts keep what is docked and a maximised window"), preferences_.layoutsKeepDocking);
     page->heading(tr("Full screen"));
-    page->check(tr("No single keys in full screen"), preferences_.disableHotkeysInFullScreenMode);
-    page->check(tr("No controls at the lower edge"), preferences_.disableLowerMouseZone);
-    page->check(tr("No playlist at the right edge"), preferences_.disableRightMouseZone);
+    page->checkOpposite(tr("Single keys work"), preferences_.disableHotkeysInFullScreenMode);
+    page->checkOpposite(tr("Controls at the lower edge"), preferences_.disableLowerMouseZone);
+    page->checkOpposite(tr("Playlist at the right edge"), preferences_.disableRightMouseZone);
+    page->check(tr("Panels come back when it is left"), preferences_.panelsReturnFromFullScreen);
     return page;
 }
 
 QWidget* PreferencesWindow::handlesPage() {
     auto* page = new Page;
-    page->check(tr("Trim handles while playing"), preferences_.trimHandles);
+    page->check(tr("Trim handles"), preferences_.trimHandles);
+    page->check(tr("Say in passing that handles are longer than a movie shown"), preferences_.longHandlesInPassing)
+        ->setToolTip(tr("Else always as a question; what is typed or marked is always answered"));
     page->number(tr("Head handle"), preferences_.handleHead, 0, 100000, tr(" frames"));
     page->number(tr("Tail handle"), preferences_.handleTail, 0, 100000, tr(" frames"));
     page->heading(tr("At every start"));
@@ -255,7 +278,7 @@ QWidget* PreferencesWindow::snapshotsPage() {
     return page;
 }
 
-QWidget* PreferencesWindow::statusesPage() {
+QWidget* PreferencesWindow::flagsPage() {
     auto* page = new Page;
     const QStringList codes = status::codes();
     const QStringList colours{tr("Green"),  tr("Yellow"), tr("Orange"), tr("Red"),
@@ -277,7 +300,7 @@ QWidget* PreferencesWindow::notesPage() {
         formatChoices.emplace_back(title, title);
     page->choice(tr("Format"), preferences_.notesExportFormat, formatChoices);
     page->check(tr("With bookmarks"), preferences_.printBookmarksInNotes);
-    page->check(tr("File names without their extension"), preferences_.hideFileExtensionInNotes);
+    page->checkOpposite(tr("File names with their extension"), preferences_.hideFileExtensionInNotes);
     return page;
 }
 
@@ -285,11 +308,21 @@ QWidget* PreferencesWindow::mediaPage() {
     auto* page = new Page;
     page->check(tr("Find files by their path (network volumes)"), preferences_.networkMode);
     page->check(tr("Take still images as well as movies"), preferences_.allowImageFiles);
+    page->check(tr("Take runs of numbered pictures as movies"), preferences_.runsBecomeMovies)
+        ->setToolTip(tr("sh010.1001.exr, sh010.1002.exr, … as one item"));
+    std::vector<binding::Choice> rates;
+    for (const double rate : {23.976, 24.0, 25.0, 29.97, 30.0, 48.0, 50.0, 59.94, 60.0})
+        rates.emplace_back(QLocale().toString(rate, 'g', 5), rate);
+    page->choice(tr("Frames a second of runs"), preferences_.runFrameRate, rates)
+        ->setToolTip(tr("Where neither their pictures nor a person say it"));
+    page->choice(tr("Missing pictures of runs"), preferences_.missingPictures, binding::wordChoices<MissingPictures>());
     page->check(tr("Search for missing media automatically"), preferences_.autoSearchForMissingMedia)
         ->setToolTip(tr("After every look at the files, under this folder"));
     page->text(tr("Search under"), preferences_.autoSearchPath);
     page->choice(tr("Thumbnails show the"), preferences_.thumbnailFrame,
                  binding::wordChoices<ThumbnailFrame>());
+    page->check(tr("Sharp thumbnails at every size"), preferences_.sharpThumbnails)
+        ->setToolTip(tr("Kept with the desktop's own thumbnails, not in the session"));
     QSpinBox* cache =
         page->number(tr("Memory for pictures"), preferences_.cacheSizeMegabytes, 0, 1 << 20, tr(" MB"));
     cache->setSpecialValueText(tr("Automatic"));

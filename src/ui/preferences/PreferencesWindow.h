@@ -28,7 +28,7 @@ private:
     [[nodiscard]] QWidget* viewerPage();
     [[nodiscard]] QWidget* handlesPage();
     [[nodiscard]] QWidget* snapshotsPage();
-    [[nodiscard]] QWidget* statusesPage();
+    [[nodiscard]] QWidget* flagsPage();
     [[nodiscard]] QWidget* notesPage();
     [[nodiscard]] QWidget* mediaPage();
     /// Enables a control only while the preference reads `value`.

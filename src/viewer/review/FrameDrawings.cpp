@@ -91,7 +91,7 @@ void FrameDrawings::removeLatestStroke() {
 void FrameDrawings::deleteCurrentDrawings() {
     if (!movie_) return;
     {
-        const ReviewStore::Group step(around_.edits.store(), stepOf(tr("Delete Drawings")));
+        const ReviewStore::Group step(around_.edits.store(), stepOf(tr("Remove Drawings")));
         change(Bookmarks(around_.bookmarks.activeBookmarks()),
                [](Bookmark& bookmark) { bookmark.removeDrawingFromBookmark(); });
     }
