@@ -4,6 +4,19 @@
 
 namespace daylark {
 
+OpenPanel OpenPanel::forFolders(const QString& title, const QString& prompt) {
+    OpenPanel panel;
+    panel.title = title;
+    panel.prompt = prompt;
+    panel.chooseFiles = false;
+    panel.chooseFolders = true;
+    return panel;
+}
+
+QString Panels::chooseFolder(const QString& title, const QString& prompt) {
+    return runOpen(OpenPanel::forFolders(title, prompt)).value(0);
+}
+
 QString ScriptedPanels::runSave(const SavePanel& panel) {
     savesShown.push_back(panel);
     if (saveAnswers.empty()) return {};

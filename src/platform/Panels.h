@@ -28,9 +28,13 @@ struct OpenPanel {
     QString title;
     QString prompt;
     QStringList allowedTypes;  ///< extensions; empty means all
+    QString typesTitle = {};   ///< what these are called; with one, a person can have all files shown instead
     bool chooseFiles = true;
     bool chooseFolders = false;
     bool allowMultiple = false;
+
+    /// One folder.
+    [[nodiscard]] static OpenPanel forFolders(const QString& title, const QString& prompt = {});
 };
 
 /// Open and save panels. Interface thread; return when answered. Cancelled: a null path, an empty list.
@@ -39,6 +43,7 @@ public:
     virtual ~Panels() = default;
     [[nodiscard]] virtual QString runSave(const SavePanel& panel) = 0;
     [[nodiscard]] virtual QStringList runOpen(const OpenPanel& panel) = 0;
+    [[nodiscard]] QString chooseFolder(const QString& title, const QString& prompt = {}); ///< one that there is
 };
 
 /// Panels answered by a script: for tests and the headless tool. Without an answer left they are cancelled.

@@ -145,6 +145,26 @@ TEST_F(LinksTest, OnlyPlainFilesAreLookedAt) {
     EXPECT_EQ(files.found.back().path, path(u"b.mov"_s)) << "single slashes on the record";
 }
 
+TEST_F(LinksTest, NamesWithCodesAndCommasComeBackFromOurOwnPlaylistLink) {
+    const QStringList names{u"a%2Cb.mov"_s, u"100%25 c,d.mov"_s, u"e.mov"_s};
+    QStringList paths;
+    for (const QString& name : names)
+        paths << makeFile(name);
+    const LinkedFiles own = lookForFilesOf(readReviewLink(playlistLink(u"Day"_s, paths)), {});
+    QStringList found;
+    for (const FoundMedia& media : own.found)
+        found << QFileInfo(media.path).fileName();
+    EXPECT_EQ(found, names);
+    EXPECT_TRUE(own.missing.isEmpty());
+    // What another program escaped as it should is what counts as long as it is there.
+    makeFile(u"a,b.mov"_s);
+    const LinkedFiles escaped = lookForFilesOf(readReviewLink(u"daylark://link"_s + path(u"a%2Cb.mov"_s)), {});
+    ASSERT_EQ(escaped.found.size(), 1U);
+    EXPECT_EQ(escaped.found[0].path, path(u"a,b.mov"_s));
+    const LinkedFiles gone = lookForFilesOf(readReviewLink(u"daylark://link/no%2Dwhere.mov"_s), {});
+    EXPECT_EQ(gone.missing, QStringList{u"/no-where.mov"_s});
+}
+
 TEST_F(LinksTest, LinksWaitForTheStartAndGoInTheirOrder) {
     makeFile(u"a.mov"_s);
     makeFile(u"b.mov"_s);

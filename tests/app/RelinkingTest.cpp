@@ -260,6 +260,7 @@ TEST_F(RelinkingTest, MarkingMissingFilesWritesEachMethodsOwnText) {
     EXPECT_EQ(item(0)->creatingThumbnailText, u""_s);
     EXPECT_EQ(item(1)->creatingThumbnailText, u"File Not     Found"_s);
     EXPECT_EQ(item(1)->statusColour, QColor(Qt::white)) << "nothing else changes";
+    EXPECT_TRUE(FileExistence::isMarkedMissing(*item(1)) && !FileExistence::isMarkedMissing(*item(0)));
     controller->fileExistence().checkFilesExistForAllPlaylists();
     settle();
     EXPECT_EQ(item(1)->creatingThumbnailText, fileNotFoundText);

@@ -84,7 +84,11 @@ TEST(ReviewLinkTest, WritesLinksLetterByLetterAndReadsItsOwn) {
     const ReviewLink read = readReviewLink(playlistLink(u"Selects \u2013 final"_s, many));
     EXPECT_EQ(read, playlist(u"Selects \u2013 final"_s, many + QStringList{u""_s}));
     const QString odd = u"/v/a%20b #1?\"<c>&'\u00E9.mov"_s;
-    EXPECT_EQ(readReviewLink(movieAddress(odd)), link({odd}));
+    EXPECT_EQ(readReviewLink(movieAddress(odd)).paths, QStringList{odd});
+    const ReviewLink own = readReviewLink(playlistLink(u"Day 1"_s, {u"/v/a%2Cb 1.mov"_s}));
+    EXPECT_EQ(own.playlistName, u"Day 1"_s);
+    EXPECT_EQ(own.ownPaths, (QStringList{u"/v/a%2Cb 1.mov"_s, u""_s}));
+    EXPECT_EQ(readReviewLink(movieLink(u"/v/a%20b.mov"_s)).ownPaths, QStringList{u"/v/a%20b.mov"_s});
     EXPECT_EQ(movieAddress(odd), u"daylark://link/v/a%2520b%20%231%3F%22%3Cc%3E%26%27%C3%A9.mov"_s);
 }
 

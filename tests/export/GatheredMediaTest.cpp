@@ -3,7 +3,7 @@
 #include "export/media/BundleFolder.h"
 #include "model/bundle/BundleReading.h"
 #include "platform/FileBookmark.h"
-#include "support/ChildProcess.h"
+#include "support/SmallDisk.h"
 
 #include <gtest/gtest.h>
 
@@ -117,6 +117,33 @@ TEST_F(GatheredMediaTest, ADiskWithoutRoomFailsTheLargeOnesAndTakesWhatFits) {
     EXPECT_EQ(status, 0);
     EXPECT_EQ(filesOf(to(u""_s)), QStringList{u"small.mov"_s});
     EXPECT_TRUE(content(from(u"large.mov"_s)) == large);
+}
+
+TEST_F(GatheredMediaTest, AFullDiskHoldsWholeFilesAndWholeBundlesOnly) {
+    const QByteArray large(3 << 20, 'x');
+    const auto movies = std::vector{movie(u"a.mov"_s, large), movie(u"b.mov"_s, large), movie(u"c.mov"_s, large)};
+    const auto gathered = test::runOnSmallDisk(to(u""_s), 8 << 20, [&] {
+        EXPECT_EQ(gather(movies).copied.size(), 2U);
+        EXPECT_EQ(filesOf(to(u""_s)), (QStringList{u"a.mov"_s, u"b.mov"_s}));
+        expectWhole(to(u""_s), large);
+        QFile::remove(to(u"a.mov"_s));
+        EXPECT_EQ(gather(movies).copied.size(), 1U) << "what there is room for, later";
+        return HasFailure() ? 1 : 0;
+    });
+    if (!gathered) GTEST_SKIP() << "no disk can be made here";
+    EXPECT_EQ(gathered, 0);
+    const auto bundled = test::runOnSmallDisk(to(u""_s), 5 << 20, [&] {
+        const QString bundle = to(u"a.dlm"_s);
+        EXPECT_EQ(writeBundleFolder(BundleSource::of(movies[0]), bundle).end, BundleReport::End::written);
+        EXPECT_EQ(writeBundleFolder(BundleSource::of(movies[0]), bundle).end, BundleReport::End::failed) << "no room for two";
+        EXPECT_EQ(filesOf(bundle), (QStringList{u".directory"_s, u".icon.png"_s, u"a.mov"_s, u"data.dls"_s}));
+        expectWhole(bundle, large);
+        EXPECT_EQ(writeBundleFolder(BundleSource::of(movies[1]), to(u"b.dlm"_s)).end, BundleReport::End::failed);
+        EXPECT_FALSE(QFile::exists(to(u"b.dlm/b.mov"_s)));
+        return HasFailure() ? 1 : 0;
+    });
+    EXPECT_EQ(bundled, 0);
+    expectWhole(from(u""_s), large);
 }
 
 TEST_F(GatheredMediaTest, KilledOrCancelledOnTheWayNothingHalfHasItsFinalName) {

@@ -239,24 +239,15 @@ void MediaAdding::addMediaFromOpenDialog() {
 
 void MediaAdding::addFoldersFromOpenDialog() {
     if (surroundings_.library.selectedPlaylistRows().size() > 1) return;
-    OpenPanel panel;
-    panel.title = tr("Choose Folders To Add");
-    panel.prompt = tr("Add Folder");
-    panel.chooseFiles = false;
-    panel.chooseFolders = true;
+    OpenPanel panel = OpenPanel::forFolders(tr("Choose Folders To Add"), tr("Add Folder"));
     panel.allowMultiple = true;
     const QStringList folders = surroundings_.panels.runOpen(panel);
     if (!folders.isEmpty()) addMediaFoldersToSelectedPlaylist(folders);
 }
 
 void MediaAdding::addBundlesFromOpenDialog() {
-    OpenPanel panel;
-    panel.title = tr("Add Daylark Movies");
-    panel.prompt = tr("Add");
-    panel.chooseFiles = false;
-    panel.chooseFolders = true;
-    const QStringList bundles = surroundings_.panels.runOpen(panel);
-    if (!bundles.isEmpty()) addDLMFilesToSelectedPlaylist(bundles);
+    const QString bundle = surroundings_.panels.chooseFolder(tr("Add Daylark Movies"), tr("Add"));
+    if (!bundle.isEmpty()) addDLMFilesToSelectedPlaylist({bundle});
 }
 
 void MediaAdding::processFile(const QString& path) {

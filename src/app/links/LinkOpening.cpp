@@ -68,7 +68,7 @@ void LinkOpening::startNext() {
     worker_->job = surroundings_.progress.begin({tr("Adding Media Files...")}, link.paths.size(), true);
     worker_->cancelled = surroundings_.progress.cancelFlag(worker_->job);
     worker_->work.run([this, link, cancelled = worker_->cancelled] {
-        auto files = std::make_shared<LinkedFiles>(lookForLinkedFiles(link.paths, {cancelled.get(), {}}));
+        auto files = std::make_shared<LinkedFiles>(lookForFilesOf(link, {cancelled.get(), {}}));
         WorkQueue::deliver(this, [this, link, files, cancelled] { opened(link, *files, *cancelled); });
     });
 }

@@ -59,3 +59,10 @@ LinkedFiles lookForLinkedFiles(const QStringList& paths, const WalkWatch& watch)
 }
 
 } // namespace daylark
+LinkedFiles lookForFilesOf(const ReviewLink& link, const WalkWatch& watch) {
+    LinkedFiles files = lookForLinkedFiles(link.paths, watch);
+    if (files.missing.isEmpty() || link.ownPaths.isEmpty()) return files;
+    LinkedFiles own = lookForLinkedFiles(link.ownPaths, watch);
+    return own.missing.isEmpty() && !own.found.empty() ? own : files;
+}
+

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/adding/MediaWalk.h"
+#include "app/links/ReviewLink.h"
 
 namespace daylark {
 
@@ -14,5 +15,7 @@ struct LinkedFiles {
 /// out. A file must be absolute, readable and a plain one: no folder, no device, no pipe is touched. Where a file's own
 /// name holds commas, which part paths in a link, its pieces are put together if such a file is there.
 [[nodiscard]] LinkedFiles lookForLinkedFiles(const QStringList& paths, const WalkWatch& watch);
+/// Of a link: where its paths aren't all there, but those that a link of our own would mean are, these.
+[[nodiscard]] LinkedFiles lookForFilesOf(const ReviewLink& link, const WalkWatch& watch);
 
 } // namespace daylark

@@ -51,6 +51,16 @@ qsizetype behindSlashes(const QString& path, qsizetype from) {
     return from;
 }
 
+/// What `movieLink` and `playlistLink` mean by the text behind the scheme: nothing is escaped, or blanks alone.
+QStringList ownPathsOf(QString text, ReviewLink::Command command) {
+    qsizetype paths = endOfComponent(text, 0);
+    if (command == ReviewLink::Command::addPlaylist) {
+        text.replace(QLatin1String("%20"), QLatin1String(" "));
+        paths = endOfComponent(text, behindSlashes(text, paths));
+    }
+    return text.mid(paths).split(QLatin1Char(','));
+}
+
 } // namespace
 
 bool isReviewLink(QStringView text) {
@@ -96,6 +106,8 @@ ReviewLink readReviewLink(const QString& text) {
         return {};
     }
     read.paths = path->mid(paths).split(QLatin1Char(','));
+    read.ownPaths = ownPathsOf(link.mid(prefix.size()), read.command);
+    if (read.ownPaths == read.paths) read.ownPaths.clear();
     return read;
 }
 

@@ -23,6 +23,9 @@ struct ReviewLink {
     Command command = Command::none;
     QString playlistName; ///< where the media go
     QStringList paths;    ///< as they stand between the commas: a last one is empty, and any may be no path at all
+    /// The paths once more where a link of our own means others, since it leaves a name's per cent sign as it is ("a%2Cb.mov").
+    /// Empty: the same.
+    QStringList ownPaths = {};
 
     bool operator==(const ReviewLink&) const = default;
 };
@@ -37,8 +40,8 @@ struct ReviewLink {
 
 /// "daylark://link%@\r" with the item's path, nothing escaped: the carriage return ends the link.
 [[nodiscard]] QString movieLink(const QString& path);
-/// "daylark://addplaylist/%@", every path with a comma behind it. Blanks alone are escaped, wanted: a name with a slash,
-/// a comma or a per cent sign isn't read as it was written.
+/// "daylark://addplaylist/%@", every path with a comma behind it. Blanks alone are escaped, wanted: a playlist's name with a
+/// slash isn't read as it was written, and paths with a comma or a per cent sign by what is on the disk.
 [[nodiscard]] QString playlistLink(const QString& name, const QStringList& paths);
 
 /// A run of text that leads somewhere, for the rich text of a pasteboard.

@@ -41,13 +41,7 @@ void MediaGathering::gatherSelectedFiles() {
 }
 
 QString MediaGathering::askForFolder() {
-    OpenPanel panel;
-    panel.title = tr("Copy Media To New Destination");
-    panel.prompt = tr("Copy Media");
-    panel.chooseFiles = false;
-    panel.chooseFolders = true;
-    const QStringList folders = surroundings_.panels.runOpen(panel);
-    return folders.isEmpty() ? QString() : folders.front();
+    return surroundings_.panels.chooseFolder(tr("Copy Media To New Destination"), tr("Copy Media"));
 }
 
 void MediaGathering::copySelectedFilesToURL(const QString& folder) {

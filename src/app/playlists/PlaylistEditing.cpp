@@ -3,6 +3,7 @@
 #include "app/arrangement/Find.h"
 #include "app/files/FileStates.h"
 #include "app/playlists/Library.h"
+#include "app/relinking/FileExistence.h"
 #include "app/sessions/SessionFiles.h"
 #include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
@@ -61,13 +62,9 @@ void PlaylistEditing::addEmptySmartlist() {
 }
 
 void PlaylistEditing::addEmptyFolderlist() {
-    OpenPanel panel;
-    panel.title = tr("Choose Folder To Display");
-    panel.chooseFiles = false;
-    panel.chooseFolders = true;
-    const QStringList folders = surroundings_.panels.runOpen(panel);
-    if (folders.isEmpty()) return;
-    const QString folder = QDir::cleanPath(folders.front());
+    const QString chosen = surroundings_.panels.chooseFolder(tr("Choose Folder To Display"));
+    if (chosen.isEmpty()) return;
+    const QString folder = QDir::cleanPath(chosen);
     auto playlist = std::make_shared<Playlist>();
     const QString name = folder.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
     playlist->name = name.isEmpty() ? folder : name;
@@ -183,7 +180,7 @@ bool PlaylistEditing::mayRemoveSelectedMovies() const {
     if (!playlist->isType(playlistType::folder)) return true;
     const Library::Movies movies = surroundings_.library.selectedMovies();
     return std::all_of(movies.begin(), movies.end(), [](const auto& movie) {
-        return movie->creatingThumbnailText == fileNotFoundText;
+        return FileExistence::isMarkedMissing(*movie);
     });
 }
 

@@ -30,6 +30,10 @@ FileExistence::~FileExistence() {
     *cancelled_ = true;
 }
 
+bool FileExistence::isMarkedMissing(const Movie& movie) {
+    return movie.creatingThumbnailText == fileNotFoundText || movie.creatingThumbnailText == notFoundInSelectedPlaylist;
+}
+
 void FileExistence::checkFilesExistForAllPlaylists() {
     Movies movies;
     std::unordered_set<const Movie*> seen;

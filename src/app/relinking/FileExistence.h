@@ -23,6 +23,9 @@ public:
     void checkFilesExistForAllPlaylists();
     void checkFilesExistForSelectedPlaylists(); ///< of the first selected list alone
     [[nodiscard]] bool isChecking() const { return checking_ > 0; }
+    /// Its file was not there when it was last looked for, whoever looked: for showing. The filter "Missing" and the viewer's
+    /// way through a list go by the text of whole updates alone.
+    [[nodiscard]] static bool isMarkedMissing(const Movie& movie);
 
 private:
     using Movies = std::vector<std::shared_ptr<Movie>>;

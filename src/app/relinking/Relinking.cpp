@@ -4,6 +4,7 @@
 #include "app/files/Thumbnails.h"
 #include "app/playlists/Library.h"
 #include "app/program/ProgressBoard.h"
+#include "app/relinking/FileExistence.h"
 #include "base/jobs/ReportPace.h"
 #include "platform/Alerts.h"
 #include "platform/FileBookmark.h"
@@ -155,7 +156,7 @@ bool Relinking::anyMissing(Scope scope) const {
         if (!playlist->asksRules()) return playlist->status >= 1;
         const auto items = surroundings_.library.itemsOf(*playlist);
         return std::any_of(items.begin(), items.end(),
-                           [](const auto& movie) { return movie->creatingThumbnailText == fileNotFoundText; });
+                           [](const auto& movie) { return FileExistence::isMarkedMissing(*movie); });
     });
 }
 
@@ -169,16 +170,12 @@ void Relinking::lookUnderFolder(Scope scope) {
         setBusy(false);
         return;
     }
-    OpenPanel panel;
-    panel.title = tr("Select A Folder To Search");
-    panel.prompt = scope == Scope::selected ? tr("Choose Folder") : tr("Search Folder");
-    panel.chooseFiles = false;
-    panel.chooseFolders = true;
-    const QStringList chosen = surroundings_.panels.runOpen(panel);
-    if (chosen.isEmpty()) return setBusy(false);
+    const QString root = surroundings_.panels.chooseFolder(
+        tr("Select A Folder To Search"), scope == Scope::selected ? tr("Choose Folder") : tr("Search Folder"));
+    if (root.isEmpty()) return setBusy(false);
     const auto search = std::make_shared<Search>();
     search->scope = scope;
-    search->root = chosen.front();
+    search->root = root;
     start(search);
 }
 
@@ -265,12 +262,8 @@ void Relinking::again(Scope scope) {
 // By itself.
 
 void Relinking::setAutoSearchPath() {
-    OpenPanel panel;
-    panel.title = tr("Choose The Root Folder For Automatic Searches");
-    panel.chooseFiles = false;
-    panel.chooseFolders = true;
-    const QStringList chosen = surroundings_.panels.runOpen(panel);
-    if (!chosen.isEmpty()) surroundings_.preferences.autoSearchPath.set(chosen.front());
+    const QString root = surroundings_.panels.chooseFolder(tr("Choose The Root Folder For Automatic Searches"));
+    if (!root.isEmpty()) surroundings_.preferences.autoSearchPath.set(root);
 }
 
 void Relinking::autoLinkMissingMediaOnNewThread() {

@@ -53,6 +53,7 @@ SmartRuleRow::SmartRuleRow(PlaylistController& controller, const SmartRule& rule
     subject_->setAccessibleName(tr("What the rule looks at"));
     relation_->setAccessibleName(tr("How it compares"));
     for (const smartQuestion::Subject& each : smartQuestion::subjects())
+    relation_->setSizeAdjustPolicy(QComboBox::AdjustToContents); // other words come with another subject
         subject_->addItem(QLatin1String(each.title), QLatin1String(each.word));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
