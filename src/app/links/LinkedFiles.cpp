@@ -58,7 +58,6 @@ LinkedFiles lookForLinkedFiles(const QStringList& paths, const WalkWatch& watch)
     return files;
 }
 
-} // namespace daylark
 LinkedFiles lookForFilesOf(const ReviewLink& link, const WalkWatch& watch) {
     LinkedFiles files = lookForLinkedFiles(link.paths, watch);
     if (files.missing.isEmpty() || link.ownPaths.isEmpty()) return files;
@@ -66,3 +65,4 @@ LinkedFiles lookForFilesOf(const ReviewLink& link, const WalkWatch& watch) {
     return own.missing.isEmpty() && !own.found.empty() ? own : files;
 }
 
+} // namespace daylark
