@@ -29,7 +29,7 @@ struct Reading {
 constexpr qsizetype longestNumber = 9;
 constexpr qint64 widestHole = 10'000; ///< what lies beyond is another run
 
-bool isDigit(QChar letter) {
+bool isFigure(QChar letter) {
     return letter >= QLatin1Char('0') && letter <= QLatin1Char('9');
 }
 
@@ -45,12 +45,12 @@ std::vector<DigitGroup> groupsOf(const QString& name) {
     const qsizetype end = dot < 0 ? name.size() : dot;
     std::vector<DigitGroup> groups;
     for (qsizetype at = end; at > 0;) {
-        if (!isDigit(name[at - 1])) {
+        if (!isFigure(name[at - 1])) {
             --at;
             continue;
         }
         const qsizetype behind = at;
-        while (at > 0 && isDigit(name[at - 1]))
+        while (at > 0 && isFigure(name[at - 1]))
             --at;
         if (behind - at <= longestNumber && !isVersion(name, at)) groups.push_back({at, behind - at});
     }
