@@ -1,5 +1,6 @@
 #include "picture/PictureRenderer.h"
 
+#include "base/jobs/ShareOut.h"
 #include "picture/PictureKernels.h"
 #include "picture/PicturePlanes.h"
 #include "picture/PictureSampling.h"
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int lanes = PictureKernels::lanes;
 constexpr int blockWidth = 256; // of a strip: what is worked on stays in the nearest cache
+constexpr int linesAPiece = 64;
 constexpr float log2Ceiling =
     20; // what the curve may give at most: single precision never meets infinity behind it
 
@@ -41,17 +43,27 @@ std::array<float, 12> narrowed(const Matrix34& matrix, const std::array<double, 
 /// The stored numbers to finished components: one matrix, or two with the curve between them.
 struct ColourSteps {
     bool curve = false;
-    std::array<float, 12> toCurve{}, toPixels{};
+    std::array<float, 12> toDisplay{}, toCurve{}, toPixels{};
     float power = 1, atZero = 0;
+    const DisplayProcessor* display = nullptr; ///< between `toDisplay` and the rest
+    bool quickly = false;
 
-    ColourSteps(const PicturePlanes& picture, const ColourTransform& colour, bool deep) {
-        const double codes = (1 << picture.depth) - 1, white = deep ? 65535 : 255;
+    ColourSteps(const PicturePlanes& picture, const PictureRequest& request)
+        : display(request.display.get())
+        , quickly(request.quickly) {
+        const ColourTransform& colour = request.colour;
+        const bool deep = request.deep;
+        const double codes = picture.codes(), white = deep ? 65535 : 255;
         Matrix34 toRgb{};
         for (size_t i = 0; i < 3; ++i)
             for (size_t j = 0; j < 3; ++j) {
                 toRgb[i][j] = picture.toRgb[i][j] / codes;
                 toRgb[i][3] -= picture.toRgb[i][j] * picture.offset[j];
             }
+        if (display) {
+            toDisplay = narrowed(toRgb, {1, 1, 1});
+            toRgb = {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}}};
+        }
         curve = colour.hasCurve();
         if (!curve) {
             toPixels = narrowed(composed(colour.map, toRgb), {white, white, white});
@@ -130,7 +142,11 @@ private:
         for (int t = 0; t < across.taps; ++t)
             rows_[size_t(t)] = data + (first + t) * grid.plane->stride;
         const float* weights = across.weightsOf(line);
-        if (picture_.bytesPerSample == 1)
+        if (picture_.numbers == PicturePlanes::Numbers::half)
+            kernels_.blendHalf(rows_.data(), weights, across.taps, out, grid.along->span);
+        else if (picture_.numbers == PicturePlanes::Numbers::real)
+            kernels_.blendReal(rows_.data(), weights, across.taps, out, grid.along->span);
+        else if (picture_.bytesPerSample == 1)
             kernels_.blend8(rows_.data(), weights, across.taps, out, grid.along->span);
         else
             kernels_.blend16(rows_.data(), weights, across.taps, out, grid.along->span);
@@ -203,16 +219,42 @@ private:
 
     /// What stands before the last matrix.
     void finish(const std::array<float*, 4>& channels, int count) {
+        if (colour_.display) display(channels, count);
         if (!colour_.curve) return;
         kernels_.multiply(channels.data(), colour_.toCurve.data(), count);
         for (size_t i = 0; i < 3; ++i)
             kernels_.raise(channels[i], colour_.power, log2Ceiling, colour_.atZero, count);
     }
 
+    /// What is no number counts as 0, and nothing is beyond what single precision computes with.
+    static float held(float value) {
+        constexpr float most = PicturePlanes::largest;
+        return value == value ? std::clamp(value, -most, most) : 0.0F;
+    }
+
+    void display(const std::array<float*, 4>& channels, int count) {
+        if (picture_.isGrey())
+            for (const size_t i : {1, 2})
+                std::fill_n(channels[i], count, 0.0F); // multiplied by 0, whatever stood there
+        kernels_.multiply(channels.data(), colour_.toDisplay.data(), count);
+        rgba_.resize(size_t(count) * 4);
+        for (int x = 0; x < count; ++x) {
+            float* pixel = rgba_.data() + qsizetype(x) * 4;
+            pixel[0] = held(channels[0][x]), pixel[1] = held(channels[1][x]), pixel[2] = held(channels[2][x]);
+            pixel[3] = 1;
+        }
+        colour_.quickly ? colour_.display->applyQuickly(rgba_.data(), count)
+                        : colour_.display->apply(rgba_.data(), count);
+        for (int x = 0; x < count; ++x) {
+            const float* pixel = rgba_.data() + qsizetype(x) * 4;
+            channels[0][x] = held(pixel[0]), channels[1][x] = held(pixel[1]), channels[2][x] = held(pixel[2]);
+        }
+    }
+
     template<class Pixel>
     void pack(const std::array<float*, 4>& channels, Pixel* out, int count) {
         const float* alpha = picture_.hasAlpha() ? channels[3] : nullptr;
-        const float alphaScale = 1.0F / float((1 << picture_.depth) - 1);
+        const auto alphaScale = float(1 / picture_.codes());
         if constexpr (sizeof(Pixel) == 8)
             kernels_.pack16(channels.data(), alpha, alphaScale, colour_.toPixels.data(), out, count);
         else
@@ -236,6 +278,7 @@ private:
     const PictureKernels& kernels_;
     std::array<PlaneOnGrid, 4> grids_;
     std::vector<const quint8*> rows_;
+    std::vector<float> rgba_;
     int width_ = 0, height_ = 0, room_ = 0, pairsBegin_ = 0, pairsEnd_ = 0;
 };
 
@@ -283,7 +326,7 @@ QImage renderPicture(const VideoFrame& frame, const PictureRequest& request) {
     const ShownAxis x{flipsX, size.width(), part.x(), part.width()};
     const ShownAxis y{flipsY, size.height(), part.y(), part.height()};
     const std::array<SampledAxis, 2> along = axesOf(picture, turned ? y : x, true);
-    const std::array<SampledAxis, 2> across = axesOf(picture, turned ? x : y, false);
+    const ShownAxis lines = turned ? x : y;
 
     const int pixelBytes = request.deep ? 8 : 4;
     const qsizetype line = image.bytesPerLine() / pixelBytes;
@@ -291,13 +334,26 @@ QImage renderPicture(const VideoFrame& frame, const PictureRequest& request) {
     const QPoint corner = part.topLeft() - wanted.topLeft();
     const PixelTarget target{bits + corner.y() * image.bytesPerLine() + corner.x() * pixelBytes,
                              turned ? line : 1, turned ? 1 : line};
-    const ColourSteps colour(picture, request.colour, request.deep);
-    PictureWork work(picture, colour, target);
-    work.setAxes(along, across);
-    if (request.deep)
-        work.run<quint64>();
-    else
-        work.run<quint32>();
+    const ColourSteps colour(picture, request);
+    const auto run = [&](const ShownAxis& some, const PixelTarget& there) {
+        PictureWork work(picture, colour, there);
+        const std::array<SampledAxis, 2> across = axesOf(picture, some, false);
+        work.setAxes(along, across);
+        request.deep ? work.run<quint64>() : work.run<quint32>();
+    };
+    if (!request.display) {
+        run(lines, target);
+        return image;
+    }
+    // A display's arithmetic takes long: every core takes lines.
+    const int pieces = (lines.count + linesAPiece - 1) / linesAPiece;
+    shareOut(pieces, [&](int piece) {
+        const int from = piece * linesAPiece;
+        ShownAxis some = lines;
+        some.first += from;
+        some.count = std::min(linesAPiece, lines.count - from);
+        run(some, {target.first + from * target.stepV * pixelBytes, target.stepU, target.stepV});
+    });
     return image;
 }
 

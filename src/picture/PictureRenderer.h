@@ -2,10 +2,13 @@
 
 #include "media/decode/VideoFrame.h"
 #include "model/ColourTransform.h"
+#include "picture/colour/DisplayProcessor.h"
 
 #include <QImage>
 #include <QRect>
 #include <QSize>
+
+#include <memory>
 
 namespace daylark {
 
@@ -18,6 +21,8 @@ struct PictureRequest {
     bool mirrorLeftRight = false, mirrorUpsideDown = false;
     ColourTransform colour;
     bool deep = false; ///< 16 bit a component (Format_RGBX64) in place of 8 (Format_RGB32)
+    std::shared_ptr<const DisplayProcessor> display; ///< before `colour`; null: the picture's numbers are a display's already
+    bool quickly = false;                            ///< by the display's quick form, for pictures of a run
 };
 
 /// The software renderer. Each plane is resampled straight onto the wanted pixels with a triangle as wide as

@@ -74,6 +74,17 @@ void ReviewEdits::setApplyGrade(const std::shared_ptr<Movie>& movie, bool apply)
                   [apply](Movie& edited) { edited.applyGrade = apply; });
 }
 
+void ReviewEdits::setInputSpace(const std::shared_ptr<Movie>& movie, const QString& space) {
+    store_.modify(movie, step(QStringLiteral("Input Space")),
+                  [&space](Movie& edited) { edited.inputColourSpace = space; });
+}
+
+void ReviewEdits::setFirstFrameNumber(const std::shared_ptr<Movie>& movie, std::optional<qint64> number) {
+    store_.modify(movie, step(QStringLiteral("First Frame Number")), [number](Movie& edited) {
+        edited.firstFrameNumber = number ? std::optional<Number>(*number) : std::nullopt;
+    });
+}
+
 // Bookmarks.
 
 void ReviewEdits::refreshBookmarkIcons(const std::shared_ptr<Movie>& movie) {

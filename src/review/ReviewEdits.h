@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace daylark {
@@ -34,6 +35,10 @@ public:
     void setGrade(const std::shared_ptr<Movie>& movie, const Grade& grade, const QString& control = {});
     /// The same grade onto several, and switched on where `apply` says so: one step.
     void pasteGrade(const Movies& movies, const Grade& grade, bool apply);
+    /// How its numbers are to be read; empty: as the file says.
+    void setInputSpace(const std::shared_ptr<Movie>& movie, const QString& space);
+    /// The production's number of its first frame; none: by its pictures, else by the preference.
+    void setFirstFrameNumber(const std::shared_ptr<Movie>& movie, std::optional<qint64> number);
     void setApplyGrade(const std::shared_ptr<Movie>& movie, bool apply);
 
     void addBookmarks(const std::shared_ptr<Movie>& movie, const Bookmarks& bookmarks);

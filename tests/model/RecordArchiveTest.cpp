@@ -125,6 +125,14 @@ TEST(RecordArchiveTest, RecordsStandInTheFileWithTheirKeysInOrder) {
                   u"name directoryPath movieList isDivider playlistType status"_s);
         EXPECT_EQ(keys.ofRoot(), QStringList{u"playlists"_s});
     }
+    {
+        const auto movie = sampleMovie(); // what a person gave beyond them stands after all that every reader knows
+        movie->inputColourSpace = u"ACEScg"_s;
+        movie->firstFrameNumber = Number(qint64(1001));
+        const QByteArray bytes = encodeSession(sessionOf({samplePlaylist({movie})}));
+        EXPECT_EQ(ArchiveKeys(bytes).ofClass("Movie").join(u' '),
+                  QLatin1String(movieKeys) + u" inputColourSpace firstFrameNumber"_s);
+    }
     contents.playlists = {std::make_shared<Playlist>()};
     contents.playlists.front()->movieList.push_back(
         std::make_shared<Movie>()); // nil everywhere: the keys stay

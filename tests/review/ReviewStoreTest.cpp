@@ -35,7 +35,11 @@ QStringList keysOf(const Archivable& record) {
 }
 
 TEST(RecordFieldsTest, WhateverASessionStoresOfARecordIsAFieldOrAListOfRecords) {
-    QStringList movie = keysOf(*test::sampleMovie());
+    const auto whole = test::sampleMovie(); // with what is stored only where there is any
+    whole->inputColourSpace = u"ACEScg"_s;
+    whole->firstFrameNumber = Number(qint64(1001));
+    whole->frameRun = MovieRun{{u"a."_s, u".exr"_s, 4, false, 1001, 1010, 1}, {}, false, {}};
+    QStringList movie = keysOf(*whole);
     for (const char* number : {"exposure", "contrast", "saturation", "gamma", "brightness", "redChannel",
                                "greenChannel", "blueChannel"})
         EXPECT_EQ(movie.removeAll(QLatin1String(number)), 1);

@@ -2,6 +2,7 @@
 
 #include "picture/PicturePlanes.h"
 #include "picture/PictureRenderer.h"
+#include "picture/colour/ColourConfig.h"
 #include "picture/gl/GlPictureContext.h"
 #include "picture/gl/GlPictureRenderer.h"
 
@@ -214,6 +215,31 @@ TEST_F(GlPictureTest, OneToOneIsUntouched) {
                 << x << ' ' << y;
             ASSERT_EQ(colour.red(), planes.planes[0].data[y * planes.planes[0].stride + x]) << x << ' ' << y;
         }
+}
+
+TEST_F(GlPictureTest, EveryViewIsWithinOneStepOfTheColourLibraryOnTheProcessor) {
+    const auto config = ColourConfig::own();
+    ASSERT_TRUE(config);
+    const VideoFrame deep = madeFrame({"gbrp16le", {91, 67}, 0, true}), grey = madeFrame({"gray10le", {40, 30}});
+    PictureRequest request;
+    request.size = {91, 67};
+    for (const char* space : {"ACEScg", "ARRI LogC (EI 800)", "sRGB Texture"})
+        for (const QString& display : config->displays())
+            for (const QString& view : config->views(display)) {
+                auto made = config->processor({QString::fromLatin1(space), display, view, {}});
+                ASSERT_TRUE(made) << made.error().text.toStdString();
+                request.display = *made;
+                request.colour = display == u"Rec.709" ? strongGrade() : ColourTransform();
+                EXPECT_LE(difference(deep, request), 1) << space << qPrintable(display + u' ' + view);
+            }
+    EXPECT_LE(difference(grey, request), 1);
+    auto looking = config->processor({QStringLiteral("ACEScg"), QStringLiteral("sRGB"), QStringLiteral("ACES SDR Video"),
+                                      QStringLiteral("Gamut Compression"), 2, 0.8});
+    ASSERT_TRUE(looking);
+    request.display = *looking;
+    EXPECT_LE(difference(deep, request), 1);
+    request.display = nullptr; // and back
+    EXPECT_LE(difference(deep, request), 1);
 }
 
 } // namespace

@@ -115,6 +115,13 @@ QString ColourConfig::spaceOfLight() const {
     return spaceNamed(QString::fromLatin1(ocio::ROLE_SCENE_LINEAR));
 }
 
+QString ColourConfig::spaceOf(const Source& source) const {
+    if (!source.isLight && !source.isRun && source.ownWord.isEmpty()) return {};
+    if (const QString named = spaceNamed(source.ownWord); !named.isEmpty()) return named;
+    if (const QString byRule = spaceByRule(source.path); !byRule.isEmpty()) return byRule;
+    return source.isLight ? spaceOfLight() : QString();
+}
+
 DisplayTransform ColourConfig::fitted(DisplayTransform transform) const {
     if (!displays_.contains(transform.display)) transform.display = displays_.value(0);
     const QStringList known = views(transform.display);

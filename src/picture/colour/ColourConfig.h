@@ -40,6 +40,14 @@ public:
     /// Which space a file rule gives a path; null where no rule but the default one speaks of it.
     [[nodiscard]] QString spaceByRule(const QString& path) const;
     [[nodiscard]] QString spaceOfLight() const; ///< what pictures proportional to light are taken for
+    /// What is known of where a picture is from.
+    struct Source {
+        QString path;    ///< of its file
+        QString ownWord; ///< the space that the file itself names; null: none
+        bool isLight = false, isRun = false;
+    };
+    /// By the file's own word, else by the rules, else as light; null: display-referred, as movies are.
+    [[nodiscard]] QString spaceOf(const Source& source) const;
 
     /// The transform with every name that this configuration does not have put in its place by a default: what was
     /// remembered with another configuration. An input space that it does not have stays, and makes no processor.

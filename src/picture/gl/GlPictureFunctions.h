@@ -39,7 +39,9 @@ struct GlPictureFunctions {
     X(void, LinkProgram, (GLuint))                                                                           \
     X(void, PixelStorei, (GLenum, GLint))                                                                    \
     X(void, ShaderSource, (GLuint, GLsizei, const char* const*, const GLint*))                               \
+    X(void, TexImage1D, (GLenum, GLint, GLint, GLsizei, GLint, GLenum, GLenum, const void*))                 \
     X(void, TexImage2D, (GLenum, GLint, GLint, GLsizei, GLsizei, GLint, GLenum, GLenum, const void*))        \
+    X(void, TexImage3D, (GLenum, GLint, GLint, GLsizei, GLsizei, GLsizei, GLint, GLenum, GLenum, const void*)) \
     X(void, TexParameteri, (GLenum, GLenum, GLint))                                                          \
     X(void, TexSubImage2D, (GLenum, GLint, GLint, GLint, GLsizei, GLsizei, GLenum, GLenum, const void*))     \
     X(void, Uniform1f, (GLint, GLfloat))                                                                     \

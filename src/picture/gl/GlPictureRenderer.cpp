@@ -21,7 +21,14 @@ void main() {
 // The triangle filter looks at every sample within reach of the pixel's place; samples beyond the edge are
 // the edge's.
 constexpr const char* fragmentSource = R"(
-uniform usampler2D plane0, plane1, plane2, plane3;
+#ifdef FLOATS
+#define PLANE sampler2D
+float valueOf(float value) { return value == value ? clamp(value, -1e30, 1e30) : 0.0; }
+#else
+#define PLANE usampler2D
+float valueOf(uint value) { return float(value); }
+#endif
+uniform PLANE plane0, plane1, plane2, plane3;
 uniform ivec2 corner; // the lower left pixel of the visible part in the framebuffer
 uniform int rows;
 uniform bool turned;
@@ -37,7 +44,7 @@ uniform mat3 map;
 uniform vec3 mapOffset;
 out vec4 colour;
 
-float resampled(usampler2D plane, ivec2 whole, vec2 at, vec2 reach) {
+float resampled(PLANE plane, ivec2 whole, vec2 at, vec2 reach) {
     ivec2 first = ivec2(floor(at - reach)) + 1, last = ivec2(ceil(at + reach)) - 1;
     ivec2 edge = textureSize(plane, 0) - 1;
     float sum = 0.0, total = 0.0;
@@ -46,7 +53,7 @@ float resampled(usampler2D plane, ivec2 whole, vec2 at, vec2 reach) {
         int row = clamp(y + whole.y, 0, edge.y);
         for (int x = first.x; x <= last.x; ++x) {
             float weight = rowWeight * (1.0 - abs(float(x) - at.x) / reach.x);
-            sum += weight * float(texelFetch(plane, ivec2(clamp(x + whole.x, 0, edge.x), row), 0).r);
+            sum += weight * valueOf(texelFetch(plane, ivec2(clamp(x + whole.x, 0, edge.x), row), 0).r);
             total += weight;
         }
     }
@@ -65,6 +72,9 @@ void main() {
     c.z = resampled(plane2, chromaWhole, chroma, chromaReach);
 #endif
     vec3 rgb = toRgb * (c * white) + black;
+#ifdef DISPLAY
+    rgb = displayed(vec4(rgb, 1.0)).rgb;
+#endif
 #ifdef CURVE
     vec3 bent = max(gain * rgb, 0.0);
     for (int i = 0; i < 3; ++i)
@@ -95,7 +105,8 @@ void main() {
 )";
 constexpr int layerProgram = -1; // beside the variants of the picture's
 
-constexpr int greyVariant = 1, alphaVariant = 2, curveVariant = 4, mapVariant = 8;
+constexpr int greyVariant = 1, alphaVariant = 2, curveVariant = 4, mapVariant = 8, floatVariant = 16,
+              displayVariant = 32;
 
 bool hasMap(const ColourTransform& colour) {
     return colour.map != ColourTransform{}.map;
@@ -144,6 +155,7 @@ GlPictureRenderer::~GlPictureRenderer() {
         if (texture.id) gl_.DeleteTextures(1, &texture.id);
     for (const auto& [key, id] : layers_)
         gl_.DeleteTextures(1, &id);
+    forgetDisplay();
     for (const auto& [key, program] : programs_)
         gl_.DeleteProgram(program.id);
     if (vertexArray_) gl_.DeleteVertexArrays(1, &vertexArray_);
@@ -187,21 +199,36 @@ Result<GlPictureRenderer::Program*> GlPictureRenderer::built(int key, const std:
 Result<GlPictureRenderer::Program*> GlPictureRenderer::programFor(const PicturePlanes& picture,
                                                                   const ColourTransform& colour) {
     const int variant = (picture.isGrey() ? greyVariant : 0) | (picture.hasAlpha() ? alphaVariant : 0) |
-                        (colour.hasCurve() ? curveVariant : 0) | (hasMap(colour) ? mapVariant : 0);
+                        (colour.hasCurve() ? curveVariant : 0) | (hasMap(colour) ? mapVariant : 0) |
+                        (picture.numbers == PicturePlanes::Numbers::whole ? 0 : floatVariant) |
+                        (display_ ? displayVariant : 0);
     std::string source = "#version 330 core\n";
+    if (display_) source += "#define DISPLAY\n" + display_->shader().text;
     if (variant & greyVariant) source += "#define GREY\n";
     if (variant & alphaVariant) source += "#define ALPHA\n";
     if (variant & curveVariant) source += "#define CURVE\n";
     if (variant & mapVariant) source += "#define MAP\n";
-    return built(variant, source + fragmentSource,
-                 {"plane0",      "plane1",      "plane2",      "plane3",      "corner",    "rows",
-                  "turned",      "lumaWhole",   "lumaStart",   "lumaSlope",   "lumaReach", "chromaWhole",
-                  "chromaStart", "chromaSlope", "chromaReach", "white",       "toRgb",     "black",
-                  "gain",        "power",       "scale",       "curveOfZero", "map",       "mapOffset"});
+    if (variant & floatVariant) source += "#define FLOATS\n";
+    std::vector<const char*> names{
+        "plane0",      "plane1",      "plane2",      "plane3", "corner", "rows",  "turned", "lumaWhole",
+        "lumaStart",   "lumaSlope",   "lumaReach",   "chromaWhole", "chromaStart", "chromaSlope", "chromaReach",
+        "white",       "toRgb",       "black",       "gain",   "power",  "scale", "curveOfZero", "map", "mapOffset"};
+    for (const DisplayTable& table : displayTables_)
+        names.push_back(table.sampler.c_str());
+    return built(variant, source + fragmentSource, names);
 }
 
-void GlPictureRenderer::uploadPlane(Texture& texture, const PicturePlanes::Plane& plane, int bytesPerSample) {
-    const GLenum type = bytesPerSample == 1 ? GL_UNSIGNED_BYTE : GL_UNSIGNED_SHORT;
+void GlPictureRenderer::uploadPlane(Texture& texture, const PicturePlanes& picture, size_t place) {
+    const PicturePlanes::Plane& plane = picture.planes[place];
+    const int bytesPerSample = picture.bytesPerSample;
+    const bool isHalf = picture.numbers == PicturePlanes::Numbers::half;
+    const bool isWhole = picture.numbers == PicturePlanes::Numbers::whole;
+    const GLenum type = isHalf                ? GL_HALF_FLOAT
+                        : !isWhole            ? GL_FLOAT
+                        : bytesPerSample == 1 ? GL_UNSIGNED_BYTE
+                                              : GL_UNSIGNED_SHORT;
+    const GLint inside = isHalf ? GL_R16F : !isWhole ? GL_R32F : bytesPerSample == 1 ? GL_R8UI : GL_R16UI;
+    const GLenum form = isWhole ? GL_RED_INTEGER : GL_RED;
     if (!texture.id) {
         gl_.GenTextures(1, &texture.id);
         gl_.BindTexture(GL_TEXTURE_2D, texture.id);
@@ -210,11 +237,10 @@ void GlPictureRenderer::uploadPlane(Texture& texture, const PicturePlanes::Plane
         gl_.TexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, 0);
     }
     gl_.BindTexture(GL_TEXTURE_2D, texture.id);
-    if (texture.size != plane.size || texture.bytesPerSample != bytesPerSample) {
-        gl_.TexImage2D(GL_TEXTURE_2D, 0, bytesPerSample == 1 ? GL_R8UI : GL_R16UI, plane.size.width(),
-                       plane.size.height(), 0, GL_RED_INTEGER, type, nullptr);
+    if (texture.size != plane.size || texture.inside != inside) {
+        gl_.TexImage2D(GL_TEXTURE_2D, 0, inside, plane.size.width(), plane.size.height(), 0, form, type, nullptr);
         texture.size = plane.size;
-        texture.bytesPerSample = bytesPerSample;
+        texture.inside = inside;
     }
     const bool inOneGo =
         plane.stride >= qsizetype(plane.size.width()) * bytesPerSample && plane.stride % bytesPerSample == 0;
@@ -222,7 +248,7 @@ void GlPictureRenderer::uploadPlane(Texture& texture, const PicturePlanes::Plane
         inOneGo ? plane.size.height() : 1; // upside down, or nothing a row length can say: row by row
     gl_.PixelStorei(GL_UNPACK_ROW_LENGTH, inOneGo ? GLint(plane.stride / bytesPerSample) : 0);
     for (int y = 0; y < plane.size.height(); y += rows)
-        gl_.TexSubImage2D(GL_TEXTURE_2D, 0, 0, y, plane.size.width(), rows, GL_RED_INTEGER, type,
+        gl_.TexSubImage2D(GL_TEXTURE_2D, 0, 0, y, plane.size.width(), rows, form, type,
                           plane.data + y * plane.stride);
 }
 
@@ -230,12 +256,12 @@ void GlPictureRenderer::upload(const PicturePlanes& picture) {
     const auto same = [](const PicturePlanes& a, const PicturePlanes& b) {
         for (size_t i = 0; i < a.planes.size(); ++i)
             if (a.planes[i].data != b.planes[i].data || a.planes[i].size != b.planes[i].size) return false;
-        return a.keep && a.bytesPerSample == b.bytesPerSample;
+        return a.keep && a.bytesPerSample == b.bytesPerSample && a.numbers == b.numbers;
     };
     if (same(uploaded_, picture)) return;
     gl_.PixelStorei(GL_UNPACK_ALIGNMENT, 1);
     for (size_t i = 0; i < textures_.size(); ++i)
-        if (picture.planes[i].data) uploadPlane(textures_[i], picture.planes[i], picture.bytesPerSample);
+        if (picture.planes[i].data) uploadPlane(textures_[i], picture, i);
     gl_.PixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     gl_.PixelStorei(GL_UNPACK_ALIGNMENT, 4);
     uploaded_ = picture;
@@ -291,7 +317,7 @@ void GlPictureRenderer::setColour(const Program& program, const PicturePlanes& p
     const auto setVector = [&](const char* name, const std::array<double, 3>& values) {
         gl_.Uniform3f(place(name), float(values[0]), float(values[1]), float(values[2]));
     };
-    gl_.Uniform1f(place("white"), float(1.0 / ((1 << picture.depth) - 1)));
+    gl_.Uniform1f(place("white"), float(1.0 / picture.codes()));
     setMatrix("toRgb", picture.toRgb);
     std::array<double, 3> black{};
     for (size_t row = 0; row < 3; ++row)
@@ -311,15 +337,23 @@ Result<void> GlPictureRenderer::draw(const PicturePlanes& picture, const Picture
     if (picture.isNull() || request.size.isEmpty()) return {};
     if (picture.size().width() > largestTexture_ || picture.size().height() > largestTexture_)
         return Error{QStringLiteral("the picture is larger than the device's textures")};
+    takeDisplay(request.display);
     Result<Program*> program = programFor(picture, request.colour);
     if (!program) return program.error();
     upload(picture);
+    for (size_t i = 0; i < displayTables_.size(); ++i) {
+        gl_.ActiveTexture(GL_TEXTURE0 + GLenum(textures_.size() + i));
+        gl_.BindTexture(displayTables_[i].target, displayTables_[i].id);
+    }
+    gl_.ActiveTexture(GL_TEXTURE0);
     for (const GLenum state :
          {GL_BLEND, GL_DEPTH_TEST, GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_CULL_FACE, GL_DITHER})
         gl_.Disable(state);
     gl_.UseProgram((*program)->id);
     setGeometry(**program, picture, request, target, at);
     setColour(**program, picture, request.colour);
+    for (size_t i = 0; i < displayTables_.size(); ++i)
+        gl_.Uniform1i((*program)->places.at(displayTables_[i].sampler), GLint(textures_.size() + i));
     for (size_t i = textures_.size(); i-- > 0;) {
         gl_.Uniform1i((*program)->places.at("plane" + std::to_string(i)), GLint(i));
         gl_.ActiveTexture(GL_TEXTURE0 + GLenum(i));
@@ -335,6 +369,53 @@ Result<void> GlPictureRenderer::draw(const PicturePlanes& picture, const Picture
     gl_.UseProgram(0);
     gl_.Viewport(0, 0, target.width(), target.height());
     return {};
+}
+
+void GlPictureRenderer::forgetDisplay() {
+    for (const DisplayTable& table : displayTables_)
+        gl_.DeleteTextures(1, &table.id);
+    displayTables_.clear();
+    std::erase_if(programs_, [this](const auto& entry) {
+        if (entry.first < 0 || !(entry.first & displayVariant)) return false;
+        gl_.DeleteProgram(entry.second.id);
+        return true;
+    });
+    display_.reset();
+}
+
+void GlPictureRenderer::takeDisplay(const std::shared_ptr<const DisplayProcessor>& display) {
+    if (display == display_) return;
+    forgetDisplay();
+    display_ = display;
+    if (!display_) return;
+    for (const DisplayShader::Table& table : display_->shader().tables)
+        uploadTable(table);
+}
+
+void GlPictureRenderer::uploadTable(const DisplayShader::Table& table) {
+    DisplayTable made;
+    made.sampler = table.sampler;
+    made.target = table.dimensions == 1 ? GL_TEXTURE_1D : table.dimensions == 2 ? GL_TEXTURE_2D : GL_TEXTURE_3D;
+    gl_.ActiveTexture(GL_TEXTURE0);
+    gl_.GenTextures(1, &made.id);
+    gl_.BindTexture(made.target, made.id);
+    const GLint filter = table.interpolated ? GL_LINEAR : GL_NEAREST;
+    for (const auto& [name, value] :
+         {std::pair(GL_TEXTURE_MIN_FILTER, filter), std::pair(GL_TEXTURE_MAG_FILTER, filter),
+          std::pair(GL_TEXTURE_WRAP_S, GLint(GL_CLAMP_TO_EDGE)), std::pair(GL_TEXTURE_WRAP_T, GLint(GL_CLAMP_TO_EDGE)),
+          std::pair(GL_TEXTURE_WRAP_R, GLint(GL_CLAMP_TO_EDGE)), std::pair(GL_TEXTURE_MAX_LEVEL, 0)})
+        gl_.TexParameteri(made.target, GLenum(name), value);
+    const GLint format = table.channels == 1 ? GL_R32F : GL_RGB32F;
+    const GLenum layout = table.channels == 1 ? GL_RED : GL_RGB;
+    const float* values = table.values.data();
+    if (table.dimensions == 1)
+        gl_.TexImage1D(made.target, 0, format, table.width, 0, layout, GL_FLOAT, values);
+    else if (table.dimensions == 2)
+        gl_.TexImage2D(made.target, 0, format, table.width, table.height, 0, layout, GL_FLOAT, values);
+    else
+        gl_.TexImage3D(made.target, 0, format, table.width, table.height, table.depth, 0, layout, GL_FLOAT, values);
+    gl_.BindTexture(made.target, 0);
+    displayTables_.push_back(std::move(made));
 }
 
 void GlPictureRenderer::drawLayers(const std::vector<PictureLayer>& layers, QSize target) {

@@ -19,7 +19,7 @@
 namespace daylark {
 
 /// Draws pictures with OpenGL 3.3 core, by the same arithmetic as the software renderer and within one step
-/// of 255 of it: whole numbers in, weights and matrix in the shader, in floating point. Textures are kept
+/// of 255 of it: whole numbers in, weights, matrix and what a display wants in the shader, in floating point. Textures are kept
 /// from picture to picture of a size; a picture that is drawn again is not uploaded again. Knows no window:
 /// the context must be current on the calling thread in every call, the destructor's included. Fails only on
 /// creation and for pictures larger than the device's textures.
@@ -47,7 +47,7 @@ private:
     struct Texture {
         GLuint id = 0;
         QSize size;
-        int bytesPerSample = 0;
+        GLint inside = 0; ///< how the device keeps it
     };
     /// One variant of the shader, and where its parameters are.
     struct Program {
@@ -58,8 +58,11 @@ private:
     [[nodiscard]] Result<Program*> built(int key, const std::string& fragment,
                                          const std::vector<const char*>& names);
     [[nodiscard]] Result<Program*> programFor(const PicturePlanes& picture, const ColourTransform& colour);
+    void takeDisplay(const std::shared_ptr<const DisplayProcessor>& display);
+    void forgetDisplay();
+    void uploadTable(const DisplayShader::Table& table);
     void upload(const PicturePlanes& picture);
-    void uploadPlane(Texture& texture, const PicturePlanes::Plane& plane, int bytesPerSample);
+    void uploadPlane(Texture& texture, const PicturePlanes& picture, size_t place);
     void setGeometry(const Program& program, const PicturePlanes& picture, const PictureRequest& request,
                      QSize target, QPoint at) const;
     void setColour(const Program& program, const PicturePlanes& picture, const ColourTransform& colour) const;
@@ -71,6 +74,14 @@ private:
     PicturePlanes uploaded_;          ///< kept, so that its address stands for it
     std::map<qint64, GLuint> layers_; ///< textures by the image's key
     std::map<int, Program> programs_;
+    /// What pictures are brought to a display by: part of the programs that say so, with tables of its own.
+    struct DisplayTable {
+        GLuint id = 0;
+        GLenum target = 0;
+        std::string sampler;
+    };
+    std::shared_ptr<const DisplayProcessor> display_;
+    std::vector<DisplayTable> displayTables_;
 };
 
 } // namespace daylark

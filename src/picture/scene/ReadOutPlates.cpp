@@ -43,6 +43,7 @@ void ReadOutPlates::setTexts(const ReadOuts& texts, QSize size) {
     const QString name =
         QFontMetrics(words).elidedText(plain::line(texts.filename), Qt::ElideMiddle, int(room.width() * 0.6));
     add(name, room, Qt::AlignRight | Qt::AlignTop, words, colour);
+    add(texts.looking, room, Qt::AlignRight | Qt::AlignBottom, words, texts.text);
     add(texts.message, room, Qt::AlignCenter, words, texts.dimText, false);
 
     words.setPixelSize(std::clamp(size.height() / 28, 15, 40));

@@ -15,6 +15,7 @@ struct ReadOuts {
     QColor overlayColour; ///< of all these; invalid: `text`
     QString message;      ///< in the middle, in place of a picture
     QString statistics;   ///< lines below the counter
+    QString looking;      ///< lower right: what the picture is looked at through, or why it is shown raw
 
     // The look of the program that shows them.
     QFont words, numbers;

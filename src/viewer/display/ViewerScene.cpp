@@ -2,6 +2,7 @@
 
 #include "playback/run/Player.h"
 #include "viewer/CurrentMovie.h"
+#include "viewer/display/ViewerColour.h"
 #include "viewer/display/ViewerGeometry.h"
 #include "viewer/review/DrawingVisibility.h"
 #include "viewer/review/FrameDrawings.h"
@@ -30,6 +31,10 @@ ViewerScene::ViewerScene(const Parts& parts, QObject* parent)
     });
     connect(&parts_.grade, &ViewerGrade::transformChanged, this, [this] {
         scene_.colour = parts_.grade.transform();
+        Q_EMIT changed();
+    });
+    connect(&parts_.colour, &ViewerColour::processorChanged, this, [this] {
+        scene_.display = parts_.colour.processor();
         Q_EMIT changed();
     });
     connect(&parts_.geometry, &ViewerGeometry::changed, this, &ViewerScene::refreshPlace);

@@ -11,6 +11,7 @@ class CurrentMovie;
 class DrawingVisibility;
 class FrameDrawings;
 class Player;
+class ViewerColour;
 class ViewerGeometry;
 class ViewerGrade;
 
@@ -29,6 +30,7 @@ public:
         ViewerGrade& grade;
         FrameDrawings& drawings;
         DrawingVisibility& visibility;
+        ViewerColour& colour;
     };
     explicit ViewerScene(const Parts& parts, QObject* parent = nullptr);
 

@@ -18,6 +18,11 @@ TimeDisplay::TimeDisplay(CurrentMovie& current, Player& player, ReviewEdits& edi
     , edits_(edits)
     , preferences_(preferences) {
     current.handTo(this, &TimeDisplay::setMovie);
+    connect(&preferences_.firstFrameNumber, &PreferenceItem::changed, this, &TimeDisplay::setOverlayInfoDynamic);
+    connect(&edits_, &ReviewEdits::movieChanged, this,
+            [this](const std::shared_ptr<Movie>& movie, const QString& field) {
+                if (movie == movie_ && field == QLatin1String("firstFrameNumber")) setOverlayInfoDynamic();
+            });
     connect(&player_, &Player::positionChanged, this, &TimeDisplay::setOverlayInfoDynamic);
     connect(&player_, &Player::frameShown, this, &TimeDisplay::setOverlayInfoDynamic);
 }
@@ -74,7 +79,31 @@ QString TimeDisplay::stripFrameNumber() const {
 
 QString TimeDisplay::stripFrameOfFrames() const {
     const QString number = stripFrameNumber();
-    return number.isEmpty() ? number : number + QStringLiteral(" / ") + counterText(player_.index().count());
+    if (number.isEmpty()) return number;
+    const QString own = productionText();
+    return number + QStringLiteral(" / ") + counterText(player_.index().count()) +
+           (own.isEmpty() ? own : QStringLiteral("   ") + own);
+}
+
+FrameNumbers TimeDisplay::frameNumbers() const {
+    if (!movie_) return {};
+    qint64 usual = 1;
+    if (preferences_.firstFrameNumber() == FirstFrameNumber::thousandAndOne) usual = 1001;
+    if (preferences_.firstFrameNumber() == FirstFrameNumber::timecode && start_)
+        usual = framesOfTimecode(computeTimecodeFromFrameNumber(1), framesPerSecond()).value_or(1);
+    return frameNumbersOf(*movie_, usual);
+}
+
+QString TimeDisplay::productionText() const {
+    const FrameNumbers numbers = frameNumbers();
+    if (!numbers.areOwn() || !player_.isOpen()) return {};
+    return tr("Prod %1").arg(numbers.numberOf(currentFrameNumber()));
+}
+
+std::optional<qint64> TimeDisplay::frameOfEntry(const QString& text) const {
+    if (!movie_ || !player_.isOpen()) return {};
+    const FrameEntry entry{currentFrameNumber(), player_.index().count(), frameNumbers(), framesPerSecond(), start_};
+    return entry.frameOf(text);
 }
 
 QString TimeDisplay::counterText(qint64 frame) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/FrameNumbers.h"
 #include "model/Movie.h"
 #include "model/Timecode.h"
 
@@ -34,11 +35,15 @@ public:
     [[nodiscard]] QString currentTimeForDisplay() const { return elapsed_; }
     [[nodiscard]] QString currentFrameNumberForDisplay() const { return counter_; } ///< by counterStartFrame
     [[nodiscard]] QString currentTimeCodeForDisplay() const { return timecode_; }
+    /// What the production calls the frames of the movie on screen: by hand, by its pictures, else by preference.
+    [[nodiscard]] FrameNumbers frameNumbers() const;
+    [[nodiscard]] QString productionText() const; ///< "Prod 1039" of the frame on screen; empty where it has no number of its own
+    [[nodiscard]] std::optional<qint64> frameOfEntry(const QString& text) const; ///< where a person means by this; from 1
     [[nodiscard]] QString approxFrameRate() const { return frameRate_; }
     [[nodiscard]] QString durationText() const;
 
     [[nodiscard]] QString stripFrameNumber() const; ///< the counter's text whatever is switched on; empty without a movie
-    [[nodiscard]] QString stripFrameOfFrames() const; ///< that and the last frame's: "0039 / 0139"
+    [[nodiscard]] QString stripFrameOfFrames() const; ///< that, the last frame's and the production's: "0039 / 0139   Prod 1039"
     [[nodiscard]] QString stripTimecode() const;    ///< the timecode's text whatever is switched on; empty without a movie
     /// Ticks under the position slider: one a frame up to 239 frames, and the slider snaps to them; none above.
     [[nodiscard]] qint64 tickCount() const;
