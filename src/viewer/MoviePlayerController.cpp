@@ -6,6 +6,7 @@
 #include "platform/Desktop.h"
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
+#include "viewer/RunPreferences.h"
 #include "viewer/LibraryLink.h"
 
 #include <QStringList>
@@ -26,11 +27,13 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     , drawings_({current_, surroundings.alerts, surroundings.edits, transport_, bookmarks_, tools_})
     , grade_(current_, surroundings.edits, list_)
     , geometry_(current_, surroundings.preferences, tools_, panels_)
-    , scene_({current_, surroundings.player, geometry_, grade_, drawings_, visibility_})
+    , colour_(current_, surroundings.player, surroundings.edits, surroundings.preferences)
+    , scene_({current_, surroundings.player, geometry_, grade_, drawings_, visibility_, colour_})
     , snapshots_(surroundings.preferences, surroundings.panels, list_, time_, surroundings.failedWrites)
     , audio_({current_, surroundings.edits, surroundings.player, surroundings.panels, surroundings.alerts,
               surroundings.failedWrites})
-    , input_({surroundings.preferences, transport_, bookmarks_, panels_})
+    , input_({surroundings.preferences, transport_, bookmarks_, panels_, geometry_})
+    , run_(current_, surroundings.edits, surroundings.preferences)
     , neighbours_(surroundings.player, list_, surroundings.preferences)
     , onscreenTextColour_(surroundings.preferences.onscreenTextColour()) {
     timer_.setInterval(1000);
@@ -59,6 +62,12 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     connect(&player, &Player::opened, this, &MoviePlayerController::movieOpened);
     connect(&surroundings_.edits, &ReviewEdits::movieChanged, this, &MoviePlayerController::followMovieSound);
     connect(&surroundings_.edits.history(), &UndoHistory::moved, this, &MoviePlayerController::showPlace);
+    connect(&run_, &ViewerRun::picturesCame, this, [this] { followFiles({currentMovie()}); });
+    for (const PreferenceItem* item : std::initializer_list<const PreferenceItem*>{&preferences.missingPictures,
+                                                                                   &preferences.runFrameRate})
+        connect(item, &PreferenceItem::changed, this, [this] {
+            if (run_.isRun()) followFiles({currentMovie()});
+        });
     connect(&player, &Player::openFailed, this, &MoviePlayerController::movieOpenFailed);
     connect(&player, &Player::frameShown, this, &MoviePlayerController::firstPictureShown);
 }
@@ -84,9 +93,9 @@ void MoviePlayerController::open(std::vector<std::shared_ptr<Movie>> movies, qsi
 
 void MoviePlayerController::storeLastFrameVisited() {
     if (currentMovie() && surroundings_.player.isOpen()) {
-        previousTime_ = surroundings_.player.currentTime();
+        previous_ = {surroundings_.player.currentTime(), surroundings_.player.currentFrame()};
         surroundings_.edits.refresh(currentMovie(),
-                                    [this](Movie& movie) { movie.mLastFrameVisited = previousTime_; });
+                                    [this](Movie& movie) { movie.mLastFrameVisited = previous_.time; });
     }
 }
 
@@ -116,11 +125,15 @@ void MoviePlayerController::displayCurrentMovie() {
     openCurrentMovie();
 }
 
+QString MoviePlayerController::mediaOf(const Movie& movie) const {
+    return movie.mediaAddress(runViewOf(surroundings_.preferences));
+}
+
 /// Off the network a movie is where its file bookmark leads, wherever it was moved; the record follows.
 void MoviePlayerController::openCurrentMovie() {
     Player& player = surroundings_.player;
     if (surroundings_.preferences.networkMode())
-        return player.open(currentMovie()->filepathString, soundOf(*currentMovie()));
+        return player.open(mediaOf(*currentMovie()), soundOf(*currentMovie()));
     fileWork_.run([this, opening = ++opening_, file = currentMovie()->fileReference(false)] {
         const auto answer = askWithPatience<FileCheck>([file] { return checkFile(file); }, fileSystemPatience);
         WorkQueue::deliver(this, [this, opening, check = answer.value_or(FileCheck{false, file.path})] {
@@ -130,7 +143,9 @@ void MoviePlayerController::openCurrentMovie() {
                                             [&check](Movie& movie) { movie.applyFileCheck(check); });
                 Q_EMIT movieProbed(currentMovie());
             }
-            surroundings_.player.open(check.path, soundOf(*currentMovie()));
+            const Movie& movie = *currentMovie();
+            surroundings_.player.open(mediaAddress(check.path, movie.frameRun, runViewOf(surroundings_.preferences)),
+                                      soundOf(movie));
         });
     });
 }
@@ -140,12 +155,12 @@ void MoviePlayerController::movieOpened() {
     current_.setState(CurrentMovie::State::shown);
     probeDue_ = true;
     time_.setOverlayInfoStatic();
-    transport_.applyStartPosition(previousTime_);
+    transport_.applyStartPosition(previous_);
     transport_.setQTAttributes();
     transport_.resumeAfterMovieChange();
     if (const qint64 frame = std::exchange(frameOfStep_, -1); frame > 0) transport_.goToFrame(frame, 0.3);
     geometry_.setConstrainViewerProportions();
-    range_.setPlaybackRange();
+    range_.applyToMovieShown();
     Q_EMIT movieLoading(false);
     Q_EMIT movieShown();
     if (library_) library_->viewerShowsMovie(list_.selectionIndex());
@@ -175,15 +190,18 @@ void MoviePlayerController::showPlace(const ReviewPlace& place) {
     }
 }
 
-void MoviePlayerController::movieOpenFailed(const QString&) {
+void MoviePlayerController::movieOpenFailed(const QString& reason) {
     current_.setState(CurrentMovie::State::unplayable);
     scene_.clear(); // until then the last picture stayed
     Q_EMIT movieLoading(false);
     transport_.reset();
     Q_EMIT movieShown();
     if (open_) Q_EMIT windowOpened(); // to the front
-    const int code = surroundings_.alerts.run({tr("File Not Found"),
-                                               tr("This file may have been renamed or deleted."),
+    const bool isUnreadableRun = run_.isRun() && reason != QLatin1String("no such file");
+    const int code = surroundings_.alerts.run({isUnreadableRun ? tr("Pictures Not Readable") : tr("File Not Found"),
+                                               isUnreadableRun
+                                                   ? tr("The pictures of this run can't be shown: %1.").arg(reason)
+                                                   : tr("This file may have been renamed or deleted."),
                                                {},
                                                AlertStyle::warning});
     range_.alertDidEnd(code, QStringLiteral("File Missing Alert"));
@@ -197,7 +215,7 @@ void MoviePlayerController::firstPictureShown() {
     loadTimeCodeData();
     probeWork_.forgetWaiting();
     probeWork_.run(
-        [this, path = currentMovie()->filepathString, movie = std::weak_ptr<Movie>(currentMovie()),
+        [this, path = mediaOf(*currentMovie()), movie = std::weak_ptr<Movie>(currentMovie()),
          tables = surroundings_.player.sampleTables()] {
             auto result = std::make_shared<Result<ProbeResult>>(probeMovie(path, &probeCancel_, tables.get()));
             WorkQueue::deliver(this, [this, movie, result] { probed(movie, *result); });
@@ -208,7 +226,7 @@ void MoviePlayerController::firstPictureShown() {
 void MoviePlayerController::loadTimeCodeData() {
     if (timecodeCancel_) *timecodeCancel_ = true;
     timecodeCancel_ = std::make_shared<CancelFlag>(false);
-    timecodeWork_.run([this, path = currentMovie()->filepathString, cancel = timecodeCancel_,
+    timecodeWork_.run([this, path = mediaOf(*currentMovie()), cancel = timecodeCancel_,
                        movie = std::weak_ptr<Movie>(currentMovie())] {
         if (*cancel) return;
         const std::vector<SmpteTime> samples = AVTimecodeReader(path, cancel.get()).readTimecodeSamples();
@@ -238,6 +256,7 @@ void MoviePlayerController::probed(const std::weak_ptr<Movie>& weakMovie, const 
     surroundings_.edits.refresh(movie, [&result](Movie& read) {
         applyLegacyProperties(read, result->legacy);
         applyAssetProperties(read, result->asset); // has the last word
+        applyRun(read, result->run);
     });
     if (movie == currentMovie()) {
         scene_.refreshPlace(); // its size may be known better
@@ -262,6 +281,7 @@ void MoviePlayerController::close() {
     transport_.reset();
     neighbours_.none();
     surroundings_.player.close();
+    previous_.frame = 0;
     leaveTimecode();
     probeDue_ = false;
     current_.set(nullptr);

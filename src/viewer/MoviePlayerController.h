@@ -8,6 +8,7 @@
 #include "viewer/CurrentMovie.h"
 #include "viewer/ViewerInput.h"
 #include "viewer/display/Snapshots.h"
+#include "viewer/display/ViewerColour.h"
 #include "viewer/display/ViewerGeometry.h"
 #include "viewer/display/ViewerPanels.h"
 #include "viewer/display/ViewerScene.h"
@@ -22,6 +23,7 @@
 #include "viewer/transport/PlaybackRange.h"
 #include "viewer/transport/TimeDisplay.h"
 #include "viewer/transport/Transport.h"
+#include "viewer/transport/ViewerRun.h"
 
 #include <QColor>
 #include <QObject>
@@ -77,13 +79,16 @@ public:
     [[nodiscard]] FrameDrawings& drawings() { return drawings_; }
     [[nodiscard]] ViewerGrade& grade() { return grade_; }
     [[nodiscard]] ViewerGeometry& geometry() { return geometry_; }
+    [[nodiscard]] ViewerColour& colour() { return colour_; }
     [[nodiscard]] ViewerScene& scene() { return scene_; }
+    [[nodiscard]] ViewerRun& run() { return run_; }
     [[nodiscard]] Snapshots& snapshots() { return snapshots_; }
     [[nodiscard]] MovieAudio& audio() { return audio_; }
     [[nodiscard]] ViewerInput& input() { return input_; }
     [[nodiscard]] Player& player() { return surroundings_.player; }
     [[nodiscard]] ReviewEdits& edits() { return surroundings_.edits; }
     [[nodiscard]] Preferences& preferences() { return surroundings_.preferences; }
+    [[nodiscard]] Panels& panelsOfDesktop() { return surroundings_.panels; }
     [[nodiscard]] FailedWrites& failedWrites() { return surroundings_.failedWrites; }
     [[nodiscard]] std::shared_ptr<Movie> currentMovie() const { return current_.movie(); }
 
@@ -121,6 +126,7 @@ private:
     void movieOpenFailed(const QString& reason);
     void leaveCurrentMovie();
     void openCurrentMovie();
+    [[nodiscard]] QString mediaOf(const Movie& movie) const; ///< what opens it
     void storeLastFrameVisited();
     void showPlace(const ReviewPlace& place);
     void firstPictureShown();
@@ -143,13 +149,15 @@ private:
     FrameDrawings drawings_;
     ViewerGrade grade_;
     ViewerGeometry geometry_;
+    ViewerColour colour_;
     ViewerScene scene_;
     Snapshots snapshots_;
     MovieAudio audio_;
     ViewerInput input_;
+    ViewerRun run_;
     NeighbourMovies neighbours_;
     QTimer timer_;
-    MediaTime previousTime_;
+    StartPosition::Previous previous_; ///< where the movie before stood
     qint64 frameOfStep_ = -1; ///< to show once the movie of a step stands
     bool open_ = false;
     quint64 opening_ = 0; ///< counts the movies shown, so that a late answer is told from the newest one

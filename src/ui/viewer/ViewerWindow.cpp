@@ -5,10 +5,12 @@
 #include "model/Movie.h"
 #include "playback/run/Player.h"
 #include "preferences/Preferences.h"
+#include "review/ManyChanges.h"
 #include "ui/commands/Commands.h"
 #include "ui/commands/KeysDialog.h"
 #include "ui/commands/ViewerKeys.h"
 #include "ui/common/FailedWritesBar.h"
+#include "ui/common/notice/PassingLine.h"
 #include "ui/common/FlagPopUp.h"
 #include "ui/common/RichTextField.h"
 #include "ui/common/Theme.h"
@@ -20,6 +22,7 @@
 #include "ui/controls/TransportBar.h"
 #include "ui/controls/VolumeButton.h"
 #include "ui/panels/BookmarkPanel.h"
+#include "ui/panels/ColourPanel.h"
 #include "ui/panels/ControlsPanel.h"
 #include "ui/panels/DrawingPanel.h"
 #include "ui/panels/GradingPanel.h"
@@ -29,6 +32,7 @@
 #include "ui/picture/PictureView.h"
 #include "ui/viewer/FloatingTimecode.h"
 #include "ui/viewer/FullScreen.h"
+#include "ui/viewer/GoToFrame.h"
 #include "ui/viewer/LostScreens.h"
 #include "ui/viewer/PlaylistDrawer.h"
 #include "ui/viewer/SnapshotFlash.h"
@@ -45,6 +49,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -60,6 +65,7 @@ ViewerWindow::ViewerWindow(MoviePlayerController& controller, QWidget* parent)
     , keyboard_(commandSet_, keys_, controller)
     , panelHost_(new ViewerPanelHost(*this, controller.panels()))
     , picture_(new PictureView(this))
+    , goToFrame_(new GoToFrame(controller, *picture_))
     , notes_(new NotesPanel(controller.edits(), controller.preferences(), this))
     , drawer_(new PlaylistDrawer(controller.list(), controller.edits(), controller.preferences(), this)) {
     setObjectName(QStringLiteral("viewerWindow"));
@@ -92,8 +98,11 @@ void ViewerWindow::addCommands() {
     actions.goToSelectedBookmark = [this] { bookmarks_->goToSelected(); };
     actions.deleteSelectedBookmark = [this] { bookmarks_->deleteSelected(); };
     actions.editBookmarkText = [this] { editBookmarkText(); };
-    actions.loopBookmark = [this] { bookmarks_->toggleLoop(); };
+    actions.loopBookmark = [this] {
+        if (isOnBookmark()) bookmarks_->toggleLoop();
+    };
     actions.writeNotes = [this] { writeNotes(); };
+    actions.goToFrame = [this] { goToFrame_->ask(); };
     actions.showKeys = [this] { showKeys(); };
     actions.makeThumbnail = [this](const QString& choice) { Q_EMIT thumbnailWanted(choice); };
     actions.bringForward = [this] { bringForward(); };
@@ -106,6 +115,14 @@ void ViewerWindow::addCommands() {
 void ViewerWindow::buildLayout() {
     setCentralWidget(picture_);
     setDockNestingEnabled(true);
+    // The tall ones stand at the sides.
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
+    ReviewEdits& edits = controller_.edits();
+    passing_ = new PassingLine(*picture_);
+    tellOf(*new ManyChanges(edits.store(), edits.history(), this), *passing_,
+           [this] { return controller_.preferences().tellOfManyChanges(); });
 
     auto* foot = new QWidget(this);
     slider_ = new PositionSlider(foot);
@@ -162,6 +179,8 @@ void ViewerWindow::addPanels() {
                          Qt::BottomDockWidgetArea);
     panelHost_->addPanel(ViewerPanel::grading, tr("Colour Correction"),
                          new GradingPanel(controller_, *commands_, this), Place::floating);
+    panelHost_->addPanel(ViewerPanel::colour, tr("Colour Management"), new ColourPanel(controller_, this),
+                         Place::floating);
     auto* drawing = new DrawingPanel(controller_, *commands_, this);
     panelHost_->addPanel(ViewerPanel::drawing, tr("Drawing Tools"), drawing, Place::floating);
     connect(panelHost_, &ViewerPanelHost::colourPanelCloseWanted, drawing, &DrawingPanel::closeColourDialog);
@@ -184,6 +203,11 @@ void ViewerWindow::connectController() {
                                          const bool asOnScreen = size == picture_->devicePixels();
                                          return renderScene(controller_.scene().scene(), size,
                                                             asOnScreen ? picture_->devicePixelRatioF() : 0);
+                                     },
+                                     [this] {
+                                         const Scene scene = filledByPicture(controller_.scene().scene());
+                                         if (scene.frame.isNull()) return QImage();
+                                         return renderScene(scene, scene.frame.displaySize());
                                      }});
     connect(&controller_.snapshots(), &Snapshots::flash, this,
             [flash = new SnapshotFlash(picture_)] { flash->flash(); });
@@ -194,10 +218,13 @@ void ViewerWindow::connectController() {
     connect(&controller_, &MoviePlayerController::movieProbed, drawer_, &PlaylistDrawer::movieUpdated);
     connect(&controller_.player(), &Player::positionChanged, this, &ViewerWindow::showPosition);
     connect(&controller_.time(), &TimeDisplay::changed, this, &ViewerWindow::showPosition);
+    connect(&controller_.colour(), &ViewerColour::changed, this, &ViewerWindow::showReadOuts);
     connect(&controller_.transport(), &Transport::stateChanged, this, [this] {
         picture_->setMoving(controller_.transport().isRunning());
         bar_->showState();
     });
+    connect(&controller_.range(), &PlaybackRange::handlesTooLong, this,
+            [this](const QString& message) { passing_->say(tr("%1: trimming is off").arg(message)); });
     connect(&controller_.transport(), &Transport::soughtBySlider, bookmarks_, &BookmarkPanel::clearSelection);
     connect(&controller_.bookmarks(), &ViewerBookmarks::activeBookmarksChanged, this,
             &ViewerWindow::showReadOuts);
@@ -241,6 +268,9 @@ void ViewerWindow::connectInput() {
             &ViewerPanels::visibilityChanged);
     connect(picture_, &PictureView::pressed, &controller_.input(), &ViewerInput::mouseDown);
     connect(picture_, &PictureView::wheelTurned, &controller_.input(), &ViewerInput::scrollWheel);
+    connect(picture_, &PictureView::wheelZoomed, this, [this](double deltaY, const QPointF& at) {
+        controller_.input().zoomWheel(deltaY, {at.x(), picture_->height() - at.y()}); // the area's y goes up
+    });
     const auto volumeButtons = findChildren<VolumeButton*>();
     for (VolumeButton* volume : volumeButtons) {
         connect(&controller_.input(), &ViewerInput::hideVolume, volume, &VolumeButton::hidePopUp);
@@ -264,7 +294,17 @@ void ViewerWindow::writeNotes() {
     notes_->focusNotes();
 }
 
+/// What a key does to a bookmark, or why it does nothing.
+bool ViewerWindow::isOnBookmark() {
+    if (bookmarks_->hasRowForKeys()) return true;
+    const QString key = keys_.label(QStringLiteral("viewer.addBookmark"));
+    passing_->say(key.isEmpty() ? tr("No bookmark at this frame, and none is selected")
+                                : tr("No bookmark at this frame, and none is selected (%1 adds one)").arg(key));
+    return false;
+}
+
 void ViewerWindow::editBookmarkText() {
+    if (!isOnBookmark()) return;
     controller_.panels().show(ViewerPanel::bookmarks, true);
     bookmarks_->editText();
 }
@@ -287,6 +327,7 @@ void ViewerWindow::bringForward() {
 void ViewerWindow::showKeys() {
     const KeysDialog::Lines pointer{{tr("Next or previous frame"), tr("Wheel")},
                                     {tr("Next or previous bookmark"), tr("Ctrl+Wheel")},
+                                    {tr("Zoom at the pointer"), tr("Shift+Wheel")},
                                     {tr("Full screen: the playlist"), tr("Right edge")},
                                     {tr("Full screen: the controls"), tr("Lower edge")},
                                     {tr("Full screen: both away"), tr("Click")}};
@@ -355,6 +396,7 @@ void ViewerWindow::movieChanged() {
     notes_->setMovie(movie);
     setWindowTitle(movie
                        ? plain::windowTitle(movie->filenameString) : tr("Viewer"));
+    picture_->setAccessibleDescription(movie ? plain::line(movie->shownName()) : QString());
     panelHost_->window(ViewerPanel::controls)
         ->setTitle(movie ? plain::line(movie->filenameString) : tr("Playback Controls"));
     bar_->showFlag();
@@ -377,7 +419,11 @@ void ViewerWindow::showReadOuts() {
     readOuts.text = theme::text;
     readOuts.dimText = theme::dimText;
     if (shown(preferences.displayFrameCounter))
-        readOuts.counter = controller_.time().currentFrameNumberForDisplay();
+        readOuts.counter = QStringList{controller_.time().currentFrameNumberForDisplay(), controller_.time().productionText()}
+                               .join(QStringLiteral("   "))
+                               .trimmed();
+    if (movie) readOuts.looking = controller_.colour().problem();
+    if (movie && readOuts.looking.isEmpty()) readOuts.looking = controller_.colour().lookingText();
     if (shown(preferences.displayFilename)) readOuts.filename = movie->filenameString;
     const bool fixed = preferences.timecodeDisplayType() == TimecodePlace::fixed;
     if (shown(preferences.displayTimecode) && fixed)

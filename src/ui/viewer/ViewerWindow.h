@@ -18,6 +18,8 @@ class FloatingTimecode;
 class FullScreen;
 class MoviePlayerController;
 class NotesPanel;
+class PassingLine;
+class GoToFrame;
 class PictureView;
 class PlaybackReadOut;
 class PlaylistDrawer;
@@ -59,6 +61,7 @@ private:
     void connectPreferences();
     void connectInput();
     void addMenuBelow(const char* command, QMenu* below);
+    [[nodiscard]] bool isOnBookmark();
     void editBookmarkText();
     void writeNotes();
     void leaveTextOrFullScreen();
@@ -83,9 +86,11 @@ private:
     Condition* fullScreenShown_ = nullptr;
     ViewerPanelHost* panelHost_;
     PictureView* picture_;
+    GoToFrame* goToFrame_;
     FullScreen* fullScreen_ = nullptr;
     FloatingTimecode* timecode_ = nullptr;
     PlaybackReadOut* readOut_ = nullptr;
+    PassingLine* passing_ = nullptr;
     PositionSlider* slider_ = nullptr;
     TransportBar* bar_ = nullptr;
     NotesPanel* notes_;

@@ -1,0 +1,102 @@
+#include "viewer/ViewerFixture.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace daylark {
+namespace {
+
+class ViewerColourTest : public ViewerFixture {
+protected:
+    ViewerColour& colour = controller.colour();
+    bool becomesManaged() {
+        return QTest::qWaitFor([this] { return colour.processor() != nullptr; }, 30000);
+    }
+};
+
+TEST_F(ViewerColourTest, AMovieIsUntouchedUntilAPersonGivesItASpaceWhichCanBeUndone) {
+    showFrames(24);
+    EXPECT_FALSE(colour.isManaged());
+    EXPECT_FALSE(colour.config()); // nobody needed one
+    colour.setExposure(1);
+    EXPECT_TRUE(colour.lookingText().isEmpty());
+    colour.resetLooking();
+    colour.setInputSpace(QStringLiteral("ACEScct"));
+    ASSERT_TRUE(becomesManaged());
+    EXPECT_EQ(controller.scene().scene().display, colour.processor());
+    EXPECT_EQ(colour.transform().display, QStringLiteral("sRGB"));
+    EXPECT_EQ(colour.transform().view, QStringLiteral("ACES SDR Video"));
+    edits.history().undo();
+    EXPECT_FALSE(colour.processor());
+    EXPECT_FALSE(controller.scene().scene().display);
+    EXPECT_TRUE(controller.currentMovie()->inputColourSpace.isEmpty());
+    edits.history().redo();
+    ASSERT_TRUE(becomesManaged());
+}
+
+TEST_F(ViewerColourTest, DisplayAndViewAreRememberedAndExposureForLookingIsNobodysReview) {
+    showFrames(24);
+    colour.setInputSpace(QStringLiteral("ACEScg"));
+    ASSERT_TRUE(becomesManaged());
+    const auto first = colour.processor();
+    colour.setView(QStringLiteral("Colorimetric"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return colour.processor() && colour.processor() != first; }, 30000));
+    EXPECT_EQ(preferences.colourView(), QStringLiteral("Colorimetric"));
+    EXPECT_EQ(colour.processor()->transform().view, QStringLiteral("Colorimetric"));
+    colour.setExposure(2.5);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return colour.processor()->transform().exposure == 2.5; }, 30000));
+    EXPECT_TRUE(colour.lookingText().contains(QStringLiteral("+2.5")));
+    EXPECT_EQ(controller.currentMovie()->exposure, 0); // the grade's, which is another one
+    colour.setGamma(1e9);
+    EXPECT_EQ(colour.transform().gamma, 10);
+    colour.setView(QStringLiteral("Sepia")); // remembered with another configuration
+    EXPECT_EQ(colour.transform().view, QStringLiteral("ACES SDR Video"));
+}
+
+TEST_F(ViewerColourTest, ABrokenConfigurationShowsThePictureRawAndSaysSo) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("broken.ocio")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("ocio_profile_version: 2\nnonsense");
+    file.close();
+    showFrames(24);
+    colour.setInputSpace(QStringLiteral("ACEScg"));
+    ASSERT_TRUE(becomesManaged());
+    colour.chooseConfig(file.fileName());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !colour.problem().isEmpty(); }, 30000));
+    EXPECT_FALSE(colour.processor());
+    EXPECT_EQ(controller.currentMovie()->inputColourSpace, QStringLiteral("ACEScg")); // nothing lost
+    colour.chooseConfig({});
+    ASSERT_TRUE(becomesManaged());
+    EXPECT_TRUE(colour.problem().isEmpty());
+    colour.setInputSpace(QStringLiteral("Sepia"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !colour.problem().isEmpty(); }, 30000));
+    EXPECT_TRUE(colour.problem().contains(QStringLiteral("Sepia")));
+    EXPECT_FALSE(colour.processor());
+}
+
+TEST_F(ViewerColourTest, TheProductionsNumberStandsBesideTheCountedOne) {
+    showFrames(60);
+    goTo(10);
+    EXPECT_TRUE(time.productionText().isEmpty());
+    const QString counted = time.stripFrameOfFrames();
+    preferences.firstFrameNumber.set(FirstFrameNumber::thousandAndOne);
+    EXPECT_EQ(time.productionText(), QStringLiteral("Prod 1010"));
+    EXPECT_EQ(time.stripFrameOfFrames(), counted + QStringLiteral("   Prod 1010"));
+    EXPECT_EQ(time.frameOfEntry(QStringLiteral("1012")), 12);
+    edits.setFirstFrameNumber(controller.currentMovie(), 86400);
+    EXPECT_EQ(time.productionText(), QStringLiteral("Prod 86409"));
+    EXPECT_TRUE(controller.snapshots().proposedName().contains(QStringLiteral(".0010_prod86409.")));
+    edits.history().undo();
+    EXPECT_EQ(time.productionText(), QStringLiteral("Prod 1010"));
+    preferences.firstFrameNumber.set(FirstFrameNumber::timecode);
+    EXPECT_TRUE(time.productionText().isEmpty()); // no track
+    SmpteTime start;
+    start.hours = 1;
+    time.setTimeCodeData(start);
+    EXPECT_EQ(time.productionText(), QStringLiteral("Prod %1").arg(3600 * qRound(time.framesPerSecond()) + 9));
+}
+
+} // namespace
+} // namespace daylark
