@@ -235,7 +235,8 @@ public:
         const int step = end_ - first_;
         std::array<uchar*, 3> lines{};
         for (size_t plane = 0; plane < choice_.channels.size(); ++plane)
-            lines[plane] = room_ + picture_.stride * (qsizetype(plane) * picture_.size.height() + y) + qsizetype(x) * form_.bytes;
+            lines[plane] =
+                room_ + picture_.stride * (qsizetype(plane) * picture_.size.height() + y) + qsizetype(x) * form_.bytes;
         pixels += size_t(skipped) * size_t(step) * size_t(form_.bytes);
         if (form_.bytes == 1)
             separate<quint8>(pixels, step, choice_.channels, first_, count, lines);

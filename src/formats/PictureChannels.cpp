@@ -44,16 +44,15 @@ int colourOf(const QString& name) {
         {{QStringLiteral("r"), QStringLiteral("red")},
          {QStringLiteral("g"), QStringLiteral("green")},
          {QStringLiteral("b"), QStringLiteral("blue")},
-         {QStringLiteral("y"), QStringLiteral("i"), QStringLiteral("luminance"), QStringLiteral("grey"), QStringLiteral("gray")}}};
+         {QStringLiteral("y"), QStringLiteral("i"), QStringLiteral("luminance"), QStringLiteral("grey"),
+          QStringLiteral("gray")}}};
     for (size_t i = 0; i < names.size(); ++i)
         if (names[i].contains(name.toLower())) return int(i);
     return -1;
 }
 
 bool isData(const Channel& channel, const OIIO::ImageSpec& part) {
-    static const QStringList names{QStringLiteral("z"),  QStringLiteral("zback"), QStringLiteral("depth"), QStringLiteral("id"),
-                                   QStringLiteral("objectid"), QStringLiteral("materialid"), QStringLiteral("u"), QStringLiteral("v"),
-                                   QStringLiteral("x"), QStringLiteral("n")};
+    static const QStringList names = QStringLiteral("z zback depth id objectid materialid u v x n").split(QLatin1Char(' '));
     return names.contains(channel.name.toLower()) ||
            part.channelformat(channel.number).basetype == OIIO::TypeDesc::UINT32;
 }

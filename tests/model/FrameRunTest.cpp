@@ -60,9 +60,8 @@ TEST(RunNames, StepsNegativeNumbersAndNumbersThatOutgrowTheirZeros) {
 }
 
 TEST(RunNames, PicturesThatOnlyHappenToBeNumberedStandAlone) {
-    for (const QStringList& names :
-         {named("DSC_", {12, 700, 4100}, 4, ".jpg"), named("a", {1, 3}, 1, ".png"), named("scan20221122210", {541, 542}, 3, ".png"),
-          QStringList{u"2.png"_s}})
+    for (const QStringList& names : {named("DSC_", {12, 700, 4100}, 4, ".jpg"), named("a", {1, 3}, 1, ".png"),
+                                     named("scan20221122210", {541, 542}, 3, ".png"), QStringList{u"2.png"_s}})
         EXPECT_EQ(takeApart(names).others, names);
     QStringList far = named("a.", {1, 2, 3}, 4, ".exr");
     far << named("a.", {500001, 500002}, 4, ".exr");
@@ -77,14 +76,18 @@ TEST(FrameRun, NamesAreMadeAndReadAlike) {
         EXPECT_FALSE(run.frameOf(number)) << number;
     EXPECT_EQ(run.numberIn(u"s.0999.exr"), 999);
     EXPECT_EQ(run.numberIn(u"s.10000.exr"), 10000);
-    for (const QString& other : {u"s.999.exr"_s, u"s.00999.exr"_s, u"s.1001.exr.tmp"_s, u"s..exr"_s, u"s.-.exr"_s, u"s.1 01.exr"_s})
+    for (const QString& other :
+         {u"s.999.exr"_s, u"s.00999.exr"_s, u"s.1001.exr.tmp"_s, u"s..exr"_s, u"s.-.exr"_s, u"s.1 01.exr"_s})
         EXPECT_FALSE(run.numberIn(other)) << other.toStdString();
 }
 
 TEST(RunPattern, TheSpellingsOfTheField) {
     const auto run = [](const QString& name) {
         const auto pattern = runPatternOf(name);
-        return pattern ? u"%1 %2 %3 %4"_s.arg(pattern->run.nameOf(7)).arg(pattern->hasRange).arg(pattern->run.first).arg(pattern->run.last)
+        return pattern ? u"%1 %2 %3 %4"_s.arg(pattern->run.nameOf(7))
+                             .arg(pattern->hasRange)
+                             .arg(pattern->run.first)
+                             .arg(pattern->run.last)
                        : u"none"_s;
     };
     EXPECT_EQ(run(u"sh010.%04d.exr"_s), u"sh010.0007.exr 0 1 1"_s);
@@ -95,8 +98,8 @@ TEST(RunPattern, TheSpellingsOfTheField) {
     EXPECT_EQ(run(u"sh010-1-9x2@@@.exr"_s), u"sh010-007.exr 1 1 9"_s);
     EXPECT_EQ(runPatternOf(u"a#1.%03d.png"_s)->run.prefix, u"a#1."_s) << "the last mark counts";
     EXPECT_EQ(run(u"sh010.1001.exr"_s), u"none"_s);
-    for (const FrameRun& each : {FrameRun{u"a."_s, u".exr"_s, 4, false, 1001, 1100, 1}, FrameRun{u"a_"_s, u".x"_s, 2, false, -3, 8, 1},
-                                 FrameRun{{}, u".png"_s, 7, false, 0, 20, 5}})
+    for (const FrameRun& each : {FrameRun{u"a."_s, u".exr"_s, 4, false, 1001, 1100, 1},
+                                 FrameRun{u"a_"_s, u".x"_s, 2, false, -3, 8, 1}, FrameRun{{}, u".png"_s, 7, false, 0, 20, 5}})
         EXPECT_EQ(runPatternOf(each.text())->run, each) << each.text().toStdString();
 }
 
@@ -108,8 +111,9 @@ TEST(RunAddress, SaysAllAndIsNoPath) {
     EXPECT_EQ(pathOfAddress(address.text()), u"/shots/day:1;a/50%;ä b.-007.exr"_s);
     EXPECT_EQ(pathOfAddress(u"/a/b.mov"_s), u"/a/b.mov"_s);
     EXPECT_EQ(mediaAddress(u"/a/b.mov"_s, {}), u"/a/b.mov"_s);
-    for (const QString& broken : {u"run:"_s, u"run::/a"_s, u"/shots/run:a.exr"_s, address.text().replace(u";1100;"_s, u";999999999;"_s),
-                                  address.text().replace(u";1001;"_s, u";0;"_s), address.text().mid(0, 30)})
+    for (const QString& broken :
+         {u"run:"_s, u"run::/a"_s, u"/shots/run:a.exr"_s, address.text().replace(u";1100;"_s, u";999999999;"_s),
+          address.text().replace(u";1001;"_s, u";0;"_s), address.text().mid(0, 30)})
         EXPECT_FALSE(RunAddress::of(broken)) << broken.toStdString();
 }
 
@@ -138,10 +142,11 @@ TEST(MovieRun, StandsInASessionBesideTheOtherKeys) {
     EXPECT_EQ(movies.at(0)->shownName(), u"sh010.1001-1100#.exr"_s);
     EXPECT_FALSE(movies.at(1)->frameRun);
 
-    for (const Value& strange : {Value(), Value(u"a"_s), Value(Value::Dictionary{{u"first"_s, Value(u"x"_s)}}),
-                                 Value(Value::Dictionary{{u"first"_s, qint64(0)}, {u"last"_s, std::numeric_limits<qint64>::max()}}),
-                                 Value(Value::Dictionary{{u"first"_s, qint64(1)}, {u"last"_s, qint64(9)}, {u"step"_s, qint64(0)}}),
-                                 Value(Value::Dictionary{{u"last"_s, qint64(9)}, {u"prefix"_s, u"../../etc/"_s}})})
+    for (const Value& strange :
+         {Value(), Value(u"a"_s), Value(Value::Dictionary{{u"first"_s, Value(u"x"_s)}}),
+          Value(Value::Dictionary{{u"first"_s, qint64(0)}, {u"last"_s, std::numeric_limits<qint64>::max()}}),
+          Value(Value::Dictionary{{u"first"_s, qint64(1)}, {u"last"_s, qint64(9)}, {u"step"_s, qint64(0)}}),
+          Value(Value::Dictionary{{u"last"_s, qint64(9)}, {u"prefix"_s, u"../../etc/"_s}})})
         EXPECT_FALSE(MovieRun::fromValue(strange));
 }
 

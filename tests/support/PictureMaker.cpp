@@ -61,7 +61,8 @@ void addLayer(WrittenPicture& picture, const QString& layer, int number) {
     for (size_t pixel = 0; pixel < size_t(picture.width) * size_t(picture.height); ++pixel) {
         pixels.insert(pixels.end(), picture.pixels.begin() + qsizetype(pixel * before),
                       picture.pixels.begin() + qsizetype((pixel + 1) * before));
-        pixels.insert(pixels.end(), other.pixels.begin() + qsizetype(pixel * 3), other.pixels.begin() + qsizetype(pixel * 3 + 3));
+        pixels.insert(pixels.end(), other.pixels.begin() + qsizetype(pixel * 3),
+                      other.pixels.begin() + qsizetype(pixel * 3 + 3));
     }
     for (const char* channel : {".R", ".G", ".B"})
         picture.channels.push_back(layer.toStdString() + channel);

@@ -68,7 +68,8 @@ Reading readingOf(const QString& name, const DigitGroup& group) {
     reading.number = figures.toLongLong();
     reading.isFilled = group.size > 1 && figures.front() == QLatin1Char('0');
     // No run writes a minus before nothing.
-    if (reading.number > 0 && reading.prefix.endsWith(QLatin1Char('-')) && (group.at == 1 || joints.contains(name[group.at - 2]))) {
+    const bool mayBeMinus = group.at == 1 || (group.at > 1 && joints.contains(name[group.at - 2]));
+    if (reading.number > 0 && mayBeMinus && reading.prefix.endsWith(QLatin1Char('-'))) {
         reading.isNegative = true;
         reading.prefix.chop(1);
         reading.number = -reading.number;
@@ -190,7 +191,8 @@ private:
     }
 
     /// Of numbers that no zero fills up and that are all as long: 1001 to 1100 is "####" by custom. Else 0.
-    static int commonDigits(const std::vector<qint64>& numbers, const std::map<qint64, QString>& byNumber, const FrameRun& run) {
+    static int commonDigits(const std::vector<qint64>& numbers, const std::map<qint64, QString>& byNumber,
+                            const FrameRun& run) {
         const qsizetype length = byNumber.at(numbers.front()).size(), digits = length - run.prefix.size() - run.suffix.size();
         const bool isCommon = numbers.front() > 0 && std::all_of(numbers.begin(), numbers.end(), [&](qint64 number) {
                                   return byNumber.at(number).size() == length;
@@ -198,7 +200,8 @@ private:
         return isCommon && digits > 1 ? int(digits) : 0;
     }
 
-    void takeNumbers(const FrameRun& run, const std::map<qint64, QString>& byNumber, std::vector<qint64> numbers) {
+    void takeNumbers(const FrameRun& run, const std::map<qint64, QString>& byNumber, std::vector<qint64> numbers,
+                     int deep = 0) {
         constexpr qint64 sparsest = 50, slack = 100;
         const auto count = qint64(numbers.size());
         const bool isPair = count == 2 && numbers[1] - numbers[0] == 1;
@@ -207,7 +210,18 @@ private:
         named.run.first = numbers.front();
         named.run.last = numbers.back();
         named.run.step = stepOf(numbers);
-        if (!named.run.isValid() || named.run.count() > count * sparsest + slack) return;
+        if (run.padding == 0) named.run.padding = commonDigits(numbers, byNumber, run);
+        if (!named.run.isValid() || named.run.count() > count * sparsest + slack) {
+            // Two runs, or none: parted where they are farthest. Numbers drawn by lot are parted for ever.
+            constexpr int deepest = 40;
+            if (deep == deepest) return;
+            auto widest = numbers.begin() + 1;
+            for (auto at = widest; at != numbers.end(); ++at)
+                if (*at - at[-1] > *widest - widest[-1]) widest = at;
+            takeNumbers(run, byNumber, {numbers.begin(), widest}, deep + 1);
+            takeNumbers(run, byNumber, {widest, numbers.end()}, deep + 1);
+            return;
+        }
         for (const qint64 number : numbers)
             inRuns_.insert(byNumber.at(number));
         named.numbers = std::move(numbers);

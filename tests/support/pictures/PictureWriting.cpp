@@ -53,7 +53,8 @@ bool writeDeep(OIIO::ImageOutput& out, const ImageSpec& spec, const std::vector<
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) bool daylarkWritePicture(const WrittenPicture& picture, std::string& trouble) {
+extern "C" __attribute__((visibility("default"))) bool daylarkWritePicture(const WrittenPicture& picture,
+                                                                           std::string& trouble) {
     auto out = OIIO::ImageOutput::create(picture.path);
     if (!out) {
         trouble = OIIO::geterror();
@@ -65,7 +66,8 @@ extern "C" __attribute__((visibility("default"))) bool daylarkWritePicture(const
     std::vector<ImageSpec> specs;
     for (const WrittenPicture* each : parts)
         specs.push_back(specOf(*each));
-    bool good = parts.size() == 1 ? out->open(picture.path, specs[0]) : out->open(picture.path, int(specs.size()), specs.data());
+    bool good =
+        parts.size() == 1 ? out->open(picture.path, specs[0]) : out->open(picture.path, int(specs.size()), specs.data());
     for (size_t part = 0; good && part < parts.size(); ++part) {
         if (part > 0) good = out->open(picture.path, specs[part], OIIO::ImageOutput::AppendSubimage);
         good = good && (specs[part].deep ? writeDeep(*out, specs[part], parts[part]->pixels)
