@@ -94,13 +94,13 @@ TEST_F(FolderListsTest, AFileThatGrewIsReadAgain) {
 }
 
 TEST(FolderScan, AFolderThatCannotBeReadTellsNothing) {
-    EXPECT_FALSE(scanFolder(u"/no/such/folder"_s, {{u"/no/such/folder/a.mov"_s, {}}}, true, {}).isReadable);
+    EXPECT_FALSE(scanFolder(u"/no/such/folder"_s, {{u"/no/such/folder/a.mov"_s, {}}}, {true}, {}).isReadable);
     QTemporaryDir folder;
-    const FolderScan empty = scanFolder(folder.path(), {{folder.filePath(u"a.mov"_s), {}}}, true, {});
+    const FolderScan empty = scanFolder(folder.path(), {{folder.filePath(u"a.mov"_s), {}}}, {true}, {});
     EXPECT_TRUE(empty.isReadable && empty.files.empty());
     EXPECT_EQ(empty.folders, QStringList{folder.path()});
     CancelFlag cancelled = true;
-    EXPECT_FALSE(scanFolder(folder.path(), {}, true, {&cancelled, {}}).isReadable);
+    EXPECT_FALSE(scanFolder(folder.path(), {}, {true}, {&cancelled, {}}).isReadable);
 }
 
 } // namespace

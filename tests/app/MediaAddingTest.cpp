@@ -66,6 +66,43 @@ TEST_F(MediaAddingTest, AFolderGivesItsMoviesDepthFirstByPathAndStillsOnlyByPref
     EXPECT_EQ(shownNames(), (QStringList{u"y.png"_s, u"z.MXF"_s, u"b.mov"_s, u"inside.mov"_s, u"still.jpg"_s}));
 }
 
+TEST_F(MediaAddingTest, NumberedPicturesOfAFolderAreOneMovieEachUnlessAPreferenceSaysOtherwise) {
+    for (const int number : {1001, 1002, 1004}) {
+        makeFile(u"shots/sh010_v001.%1.exr"_s.arg(number));
+        makeFile(u"shots/sh010_v002.%1.exr"_s.arg(number));
+    }
+    makeFile(u"shots/a.mov"_s);
+    makeFile(u"shots/poster.png"_s);
+    addPlaylist(u"Shots"_s, {});
+    adding().addMediaFoldersToSelectedPlaylist({path(u"shots"_s)});
+    settleAdding();
+    EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"sh010_v001.1001.exr"_s, u"sh010_v002.1001.exr"_s}));
+    const auto& run = library().arrangedMovies()[1]->frameRun;
+    ASSERT_TRUE(run);
+    EXPECT_EQ(run->run.text(), u"sh010_v001.1001-1004#.exr"_s);
+    EXPECT_FALSE(library().arrangedMovies()[0]->frameRun);
+
+    // One picture stands for its run, several of them too; so does a pattern.
+    addPlaylist(u"Picked"_s, {});
+    adding().addMediaFilesToSelectedPlaylist({path(u"shots/sh010_v001.1002.exr"_s), path(u"shots/sh010_v001.1004.exr"_s),
+                                              path(u"shots/sh010_v002.####.exr"_s), path(u"shots/poster.png"_s)});
+    settleAdding();
+    EXPECT_EQ(shownNames(), (QStringList{u"sh010_v001.1001.exr"_s, u"sh010_v002.1001.exr"_s}));
+
+    preferences->runsBecomeMovies.set(false);
+    addPlaylist(u"Off"_s, {});
+    adding().addMediaFoldersToSelectedPlaylist({path(u"shots"_s)});
+    settleAdding();
+    EXPECT_EQ(shownNames(), QStringList{u"a.mov"_s});
+    preferences->allowImageFiles.set(true);
+    addPlaylist(u"Images"_s, {});
+    adding().addMediaFoldersToSelectedPlaylist({path(u"shots"_s)});
+    settleAdding();
+    EXPECT_EQ(shownNames().size(), 8);
+    for (const auto& movie : library().arrangedMovies())
+        EXPECT_FALSE(movie->frameRun);
+}
+
 TEST_F(MediaAddingTest, ABundleBringsItsSessionOrItsOnePlaylistBehindWhatIsThere) {
     addPlaylist(u"Mine"_s, {u"m.mov"_s});
     SessionContents session;

@@ -51,7 +51,7 @@ struct MediaAdding::Request {
     QStringList paths;
     std::weak_ptr<Playlist> target; ///< the playlist selected when it was asked for
     bool hadTarget = false;
-    bool allowImageFiles = false;
+    MediaWanted wanted = {};
 };
 
 /// Items that go into one playlist in one step.
@@ -104,7 +104,7 @@ void MediaAdding::Worker::lookThroughFolders(const Request& request, const QStri
         Group group = groupFor(request);
         group.ownPlaylist = true;
         group.playlistName = lastPathComponent(folder);
-        group.media = mediaAmong(filesUnderFolder(folder, watch), request.allowImageFiles, watch);
+        group.media = mediaAmong(filesUnderFolder(folder, watch), request.wanted, watch);
         if (watch.isCancelled()) return;
         deliver(std::move(group));
     }
@@ -139,10 +139,10 @@ void MediaAdding::Worker::lookIntoBundles(const Request& request, const QStringL
 void MediaAdding::Worker::lookAtDesktopFile(const Request& request, const QString& path,
                                             const WalkWatch& watch, const Deliver& deliver) {
     Group group = groupFor(request);
-    if (mediaTypeOfPath(path) == MediaType::movie) {
+    if (mediaTypeOfPath(path) != MediaType::other) {
         group.fromDesktop = true;
-        group.media =
-            mediaAmong({path}, false, watch); // images are not taken here, whatever the preference says
+        // Single images are not taken here, whatever the preference says.
+        group.media = mediaAmong({path}, {false, request.wanted.runs}, watch);
         if (!group.media.empty()) deliver(std::move(group));
     } else if (isSessionPath(path)) {
         group.sessionPath = path;
@@ -165,7 +165,7 @@ void MediaAdding::Worker::look(const Request& request, const WalkWatch& watch, c
     Group group = groupFor(request);
     switch (request.kind) {
     case Request::Kind::files:
-        group.media = mediaAmong(request.paths, request.allowImageFiles, watch);
+        group.media = mediaAmong(request.paths, request.wanted, watch);
         group.mayMakePlaylist = !group.media.empty();
         break;
     case Request::Kind::dropOnMovies:
@@ -175,7 +175,7 @@ void MediaAdding::Worker::look(const Request& request, const WalkWatch& watch, c
         for (const QString& folder : folders)
             underFolders += filesUnderFolder(folder, watch);
         if (request.kind == Request::Kind::dropOnMovies) underFolders += files;
-        group.media = mediaAmong(underFolders, request.allowImageFiles, watch);
+        group.media = mediaAmong(underFolders, request.wanted, watch);
         group.mayMakePlaylist = !group.media.empty();
         break;
     case Request::Kind::playlists:
@@ -185,7 +185,7 @@ void MediaAdding::Worker::look(const Request& request, const WalkWatch& watch, c
         return;
     case Request::Kind::dropOnPlaylists:
         lookThroughFolders(request, folders, watch, deliver);
-        group.media = mediaAmong(files, request.allowImageFiles, watch);
+        group.media = mediaAmong(files, request.wanted, watch);
         if (group.media.empty()) return;
         group.ownPlaylist = true;
         break;
@@ -212,19 +212,19 @@ bool MediaAdding::isBusy() const {
 }
 
 void MediaAdding::addMediaFilesToSelectedPlaylist(const QStringList& paths) {
-    enqueue({Request::Kind::files, paths, {}, false, false});
+    enqueue({Request::Kind::files, paths, {}, false, {}});
 }
 
 void MediaAdding::addMediaFoldersToSelectedPlaylist(const QStringList& folders) {
-    enqueue({Request::Kind::folders, folders, {}, false, false});
+    enqueue({Request::Kind::folders, folders, {}, false, {}});
 }
 
 void MediaAdding::createPlaylistsWithFolders(const QStringList& folders) {
-    enqueue({Request::Kind::playlists, folders, {}, false, false});
+    enqueue({Request::Kind::playlists, folders, {}, false, {}});
 }
 
 void MediaAdding::addDLMFilesToSelectedPlaylist(const QStringList& bundles) {
-    enqueue({Request::Kind::bundles, bundles, {}, false, false});
+    enqueue({Request::Kind::bundles, bundles, {}, false, {}});
 }
 
 void MediaAdding::addMediaFromOpenDialog() {
@@ -233,6 +233,10 @@ void MediaAdding::addMediaFromOpenDialog() {
     panel.title = tr("Choose Media Files To Add");
     panel.prompt = tr("Add Media");
     panel.allowMultiple = true;
+    panel.typesTitle = tr("Media Files");
+    panel.allowedTypes = extensionsOf(MediaType::movie);
+    if (surroundings_.preferences.allowImageFiles() || surroundings_.preferences.runsBecomeMovies())
+        panel.allowedTypes += extensionsOf(MediaType::image);
     const QStringList paths = surroundings_.panels.runOpen(panel);
     if (!paths.isEmpty()) addMediaFilesToSelectedPlaylist(paths);
 }
@@ -255,7 +259,7 @@ void MediaAdding::processFile(const QString& path) {
 }
 
 void MediaAdding::openPaths(const QStringList& paths) {
-    enqueue({Request::Kind::desktop, paths, {}, false, false});
+    enqueue({Request::Kind::desktop, paths, {}, false, {}});
 }
 
 void MediaAdding::dropOnPlaylists(const QStringList& paths) {
@@ -263,7 +267,7 @@ void MediaAdding::dropOnPlaylists(const QStringList& paths) {
     if (isSessionPath(paths.front()) && bundleOfPath(paths.front()).isNull())
         surroundings_.sessionFiles.dragSessionImport(paths.front());
     else
-        enqueue({Request::Kind::dropOnPlaylists, paths, {}, false, false});
+        enqueue({Request::Kind::dropOnPlaylists, paths, {}, false, {}});
 }
 
 void MediaAdding::dropOnMovies(const QStringList& paths) {
@@ -271,14 +275,14 @@ void MediaAdding::dropOnMovies(const QStringList& paths) {
     if (isSessionPath(paths.front()) && bundleOfPath(paths.front()).isNull())
         surroundings_.sessionFiles.dragSessionImport(paths.front());
     else
-        enqueue({Request::Kind::dropOnMovies, paths, {}, false, false});
+        enqueue({Request::Kind::dropOnMovies, paths, {}, false, {}});
 }
 
 void MediaAdding::enqueue(Request request) {
     const auto selected = surroundings_.library.selectedPlaylist();
     request.hadTarget = selected && selected->takesItems();
     if (request.hadTarget) request.target = selected;
-    request.allowImageFiles = surroundings_.preferences.allowImageFiles();
+    request.wanted = {surroundings_.preferences.allowImageFiles(), surroundings_.preferences.runsBecomeMovies()};
     worker_->requests.push_back(std::move(request));
     if (worker_->requests.size() == 1) startNext();
 }
@@ -332,6 +336,7 @@ MediaAdding::Movies MediaAdding::addItems(const std::shared_ptr<Playlist>& playl
     qint64 number = surroundings_.library.shownCount(playlist) + 1;
     for (const FoundMedia& media : group.media) {
         auto movie = std::make_shared<Movie>(media.path, media.bookmarkData);
+        movie->frameRun = media.run;
         movie->sortOrder = number++;
         movies.push_back(std::move(movie));
     }

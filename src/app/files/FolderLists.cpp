@@ -108,11 +108,12 @@ void FolderLists::start(const std::shared_ptr<Playlist>& playlist) {
         job->known.push_back({movie->filepathString, movie->filepathBookmarkData});
     }
     ++scanning_;
-    work_.run([this, job, images = surroundings_.preferences.allowImageFiles(), cancelled = cancelled_] {
+    const MediaWanted wanted{surroundings_.preferences.allowImageFiles(), surroundings_.preferences.runsBecomeMovies()};
+    work_.run([this, job, wanted, cancelled = cancelled_] {
         QElapsedTimer timer;
         timer.start();
         auto scan = std::make_shared<const FolderScan>(
-            scanFolder(job->path, job->known, images, {cancelled.get(), {}}));
+            scanFolder(job->path, job->known, wanted, {cancelled.get(), {}}));
         WorkQueue::deliver(this, [this, job, scan, taken = timer.elapsed()] {
             --scanning_;
             // A large folder on a slow share is looked at less often.
@@ -150,6 +151,7 @@ ItemList FolderLists::itemsFor(const Job& job, const FolderScan& scan, ItemList&
         std::shared_ptr<Movie> movie = file.known < 0 ? nullptr : job.items[size_t(file.known)].lock();
         if (!movie) {
             movie = std::make_shared<Movie>(file.path, file.bookmarkData);
+            movie->frameRun = file.run;
             arrived.push_back(movie);
         } else if (movie->filepathString != file.path && !file.bookmarkData.isEmpty()) {
             store.modify(movie, {}, [&file](Movie& item) { item.addVideoFile(file.path, file.bookmarkData); });

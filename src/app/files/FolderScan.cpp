@@ -49,7 +49,7 @@ bool FolderOrder::operator()(const QString& path, const QString& other) const {
     return order != 0 ? order < 0 : path < other;
 }
 
-FolderScan scanFolder(const QString& folder, const std::vector<FolderScan::Known>& known, bool allowImageFiles,
+FolderScan scanFolder(const QString& folder, const std::vector<FolderScan::Known>& known, const MediaWanted& wanted,
                       const WalkWatch& watch) {
     FolderScan scan;
     const QFileInfo root(folder);
@@ -61,11 +61,23 @@ FolderScan scanFolder(const QString& folder, const std::vector<FolderScan::Known
         gone.insert(qsizetype(item));
     }
     QSet<QString> folders{QDir::cleanPath(folder)};
+    FolderRuns runs;
     for (const QString& path : filesUnderFolder(folder, watch)) {
         if (watch.isCancelled()) return {};
         folders.insert(path.left(path.lastIndexOf(QLatin1Char('/'))));
         const MediaType type = mediaTypeOfPath(path);
-        if (type == MediaType::other || (type == MediaType::image && !allowImageFiles)) continue;
+        if (const NamedRun* run = type == MediaType::image && wanted.runs ? runs.runOf(path) : nullptr) {
+            const QString above = path.left(path.lastIndexOf(QLatin1Char('/')) + 1),
+                          first = above + run->run.nameOf(run->run.first);
+            if (first != path) continue; // one item, where its first picture stands
+            MovieRun movie;
+            movie.run = run->run;
+            const qsizetype item = items.value(first, -1);
+            gone.remove(item);
+            scan.files.push_back({first, {qint64(run->numbers.size()), QFileInfo(above).lastModified()}, {}, item, movie});
+            continue;
+        }
+        if (type == MediaType::other || (type == MediaType::image && !wanted.images)) continue;
         const QFileInfo file(path);
         if (!file.isFile()) continue;
         const qsizetype item = items.value(path, -1);

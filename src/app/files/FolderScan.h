@@ -27,6 +27,7 @@ struct FolderScan {
         State state;
         QByteArray bookmarkData; ///< of files that no item has yet
         qsizetype known = -1;    ///< the item that it is
+        std::optional<MovieRun> run = {}; ///< a run of pictures, whose state is how many they are, and its folder's
     };
     bool isReadable = false; ///< else nothing is known of the folder: a share that is away has lost nothing
     std::vector<File> files; ///< by name
@@ -44,6 +45,6 @@ private:
 };
 
 [[nodiscard]] FolderScan scanFolder(const QString& folder, const std::vector<FolderScan::Known>& known,
-                                    bool allowImageFiles, const WalkWatch& watch);
+                                    const MediaWanted& wanted, const WalkWatch& watch);
 
 } // namespace daylark

@@ -8,6 +8,7 @@
 #include "media/index/SampleTables.h"
 #include "picture/Thumbnail.h"
 #include "preferences/Preferences.h"
+#include "viewer/RunPreferences.h"
 
 #include <QThread>
 
@@ -40,6 +41,7 @@ struct Thumbnails::Task {
     bool force = false;
     bool onlyIfFound = false;
     bool legacyRules = false;
+    RunView view = {};
     std::shared_ptr<CancelFlag> cancelled;
 };
 
@@ -47,6 +49,7 @@ struct Thumbnails::Outcome {
     std::optional<FileCheck> check;
     std::optional<AssetProperties> properties;
     std::optional<ThumbnailResult> thumbnail;
+    std::optional<FrameRun> run;
 };
 
 /// Tasks wait on the interface thread, where they are sorted and dropped; workers have only those that are
@@ -159,6 +162,7 @@ void Thumbnails::recreateCurrentThumbnail(const std::shared_ptr<Movie>& current,
     }
     library_.store().modify(current, {tr("Thumbnail")},
                             [&outcome](Movie& movie) { applyThumbnail(movie, outcome, true); });
+    if (!picture.isNull()) Q_EMIT pictureChosen(current, picture);
     Q_EMIT thumbnailDidLoad(current);
 }
 
@@ -181,6 +185,7 @@ void Thumbnails::enqueue(const Movies& items, const Task& kind) {
         task.movie = movie;
         task.identity = movie.get();
         task.file = movie->fileReference(networkMode);
+        task.view = runViewOf(preferences_);
         queue_->waiting.push_back(std::move(task));
         ++queue_->total;
     }
@@ -244,12 +249,15 @@ Thumbnails::Outcome Thumbnails::carryOut(const Task& task, SampleTables& tables)
     // shows stays.
     if (task.onlyIfFound || !check.found) outcome.check = check;
     if (!check.found) return outcome;
+    const QString media = mediaAddress(check.path, task.file.run, task.view);
     if (task.probe) {
-        if (Result<ProbeResult> probed = probeMovie(check.path, task.cancelled.get(), &tables))
+        if (Result<ProbeResult> probed = probeMovie(media, task.cancelled.get(), &tables)) {
             outcome.properties = probed->asset;
+            outcome.run = probed->run;
+        }
     }
     if (!task.choice.isNull() && !*task.cancelled)
-        outcome.thumbnail = makeThumbnail({check.path, task.choice, task.legacyRules},
+        outcome.thumbnail = makeThumbnail({media, task.choice, task.legacyRules},
                                           task.cancelled.get(), &tables);
     // What was cut short says nothing about the file.
     return *task.cancelled ? Outcome{} : outcome;
@@ -271,6 +279,7 @@ void Thumbnails::taskDone(const Task& task, const Outcome& outcome) {
         library_.store().modify(movie, {{}, EditKind::background}, [&](Movie& item) {
             if (outcome.check) item.applyFileCheck(*outcome.check);
             if (outcome.properties) applyAssetProperties(item, *outcome.properties);
+            applyRun(item, outcome.run);
             applyThumbnail(item, outcome, task.force);
         });
         if (outcome.thumbnail) Q_EMIT thumbnailDidLoad(movie);

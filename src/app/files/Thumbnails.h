@@ -45,6 +45,8 @@ public:
     [[nodiscard]] bool isIdle() const;
 
 Q_SIGNALS:
+    /// A picture that a person chose became the item's thumbnail.
+    void pictureChosen(const std::shared_ptr<daylark::Movie>& movie, const QImage& picture);
     void thumbnailDidLoad(const std::shared_ptr<daylark::Movie>& movie);
     void idle();
 

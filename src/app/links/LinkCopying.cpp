@@ -27,8 +27,8 @@ void LinkCopying::copyMovieLink() {
     std::vector<Anchor> anchors;
     QStringList links;
     for (const auto& movie : movies) {
-        anchors.push_back({movie->filenameString, movieAddress(movie->filepathString)});
-        links << movieLink(movie->filepathString).chopped(1); // lines of an editor end as its lines do
+        anchors.push_back({movie->shownName(), movieAddress(movie->linkPath())});
+        links << movieLink(movie->linkPath()).chopped(1); // lines of an editor end as its lines do
     }
     pasteboard_.setRichText(anchorsAsHtml(anchors), links.join(QLatin1Char('\n')));
 }
@@ -36,7 +36,10 @@ void LinkCopying::copyMovieLink() {
 void LinkCopying::copyPlaylistLink() {
     const auto playlist = library_.selectedPlaylist();
     if (!playlist) return;
-    const QString link = playlistLink(playlist->name, textsOf(library_.arrangedMovies(), &Movie::filepathString));
+    QStringList paths;
+    for (const auto& movie : library_.arrangedMovies())
+        paths << movie->linkPath();
+    const QString link = playlistLink(playlist->name, paths);
     pasteboard_.setRichText(anchorsAsHtml({{playlist->name, link}}), link);
 }
 

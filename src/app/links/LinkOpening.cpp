@@ -116,6 +116,7 @@ void LinkOpening::add(const ReviewLink& link, const LinkedFiles& files) {
         earlier.assign(playlist->movieList.begin(), playlist->movieList.end());
         for (const FoundMedia& media : files.found) {
             auto movie = std::make_shared<Movie>(media.path, media.bookmarkData);
+            movie->frameRun = media.run;
             movies.push_back(movie);
             movie->sortOrder = qint64(earlier.size() + movies.size()); // no gap here, unlike adding
             worker_->came[movie.get()] = movie;

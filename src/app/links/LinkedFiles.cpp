@@ -1,6 +1,7 @@
 #include "app/links/LinkedFiles.h"
 
 #include "media/facts/MediaTypes.h"
+#include "media/sequence/RunFiles.h"
 #include "platform/FileBookmark.h"
 
 #include <QFileInfo>
@@ -40,6 +41,16 @@ qsizetype piecesOfOneFile(const QStringList& pieces, qsizetype first, QString& p
     }
 }
 
+/// A run by its pattern, as links to runs have it: "/shots/sh010.1001-1100@@@@.exr".
+std::optional<RunAddress> runOf(const QString& path) {
+    const QString tidy = withSingleSlashes(path);
+    if (!tidy.startsWith(QLatin1Char('/')) || tidy.size() > longestPath || tidy.contains(QChar(u'\0'))) return std::nullopt;
+    const std::optional<RunPattern> pattern = runPatternOf(tidy.mid(tidy.lastIndexOf(QLatin1Char('/')) + 1));
+    if (!pattern || !pattern->hasRange) return std::nullopt;
+    const Result<RunAddress> run = runMeantBy(tidy);
+    return run && RunFiles::look(*run) ? std::optional(*run) : std::nullopt;
+}
+
 } // namespace
 
 LinkedFiles lookForLinkedFiles(const QStringList& paths, const WalkWatch& watch) {
@@ -50,6 +61,10 @@ LinkedFiles lookForLinkedFiles(const QStringList& paths, const WalkWatch& watch)
         if (const qsizetype pieces = piecesOfOneFile(paths, at, path); pieces > 0) {
             files.found.push_back({path, createFileBookmark(path)});
             at += pieces - 1;
+            if (watch.found) watch.found(qint64(files.found.size()));
+        } else if (const auto run = runOf(paths[at])) {
+            const QString first = run->pathOf(run->movie.run.first);
+            files.found.push_back({first, createFileBookmark(first), run->movie});
             if (watch.found) watch.found(qint64(files.found.size()));
         } else if (isMedia(paths[at])) {
             files.missing.append(paths[at]);

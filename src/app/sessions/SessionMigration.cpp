@@ -178,7 +178,7 @@ void SessionMigration::takeRateFromProbe(const std::shared_ptr<Movie>& movie) {
 }
 
 void SessionMigration::readTimecodeTrack(const std::shared_ptr<Movie>& movie) {
-    timecodeTracks_.run([this, path = movie->filepathString, weak = std::weak_ptr<Movie>(movie)] {
+    timecodeTracks_.run([this, path = movie->mediaAddress(), weak = std::weak_ptr<Movie>(movie)] {
         if (cancel_) return;
         const std::vector<SmpteTime> samples = AVTimecodeReader(path, &cancel_).readTimecodeSamples();
         if (samples.empty()) return;

@@ -1,5 +1,6 @@
 #include "export/media/GatheredMedia.h"
 
+#include "media/sequence/RunFiles.h"
 #include "platform/FileCopy.h"
 
 #include <QCoreApplication>
@@ -20,16 +21,34 @@ struct Planned {
     QString from, to;
     QString obstacle; ///< null: to be copied
     qint64 bytes = 0; ///< that the copy will have
+    size_t source = 0;
 };
+
+/// A run is all its pictures, those that are there, under their own names.
+std::vector<GatherSource> picturesOf(const GatherSource& source) {
+    if (!source.file.run) return {source};
+    const FileCheck check = checkFile(source.file);
+    const auto address = RunAddress::of(mediaAddress(check.path, source.file.run));
+    const Result<RunFiles> files = address ? RunFiles::look(*address) : Error{};
+    if (!files) return {source};
+    std::vector<GatherSource> pictures;
+    for (const qint64 number : files->numbers)
+        pictures.push_back({{files->address.pathOf(number), {}, true}, files->address.movie.run.nameOf(number)});
+    return pictures;
+}
 
 std::vector<Planned> planOf(const std::vector<GatherSource>& sources, const QString& folder, const GatherWatch& watch) {
     std::vector<Planned> plan;
     QSet<QString> taken;
     const QDir destination(folder);
-    for (const GatherSource& source : sources) {
+    std::vector<std::pair<size_t, GatherSource>> files;
+    for (size_t at = 0; at < sources.size(); ++at)
+        for (GatherSource& each : picturesOf(sources[at]))
+            files.emplace_back(at, std::move(each));
+    for (const auto& [number, source] : files) {
         if (watch.cancelled && *watch.cancelled) return plan;
         const FileCheck check = checkFile(source.file);
-        Planned one{check.path, destination.filePath(source.name), {}, 0};
+        Planned one{check.path, destination.filePath(source.name), {}, 0, number};
         const QFileInfo file(check.path);
         const bool isName = !source.name.isEmpty() && source.name != QLatin1String(".") && source.name != QLatin1String("..") &&
                             !source.name.contains(QLatin1Char('/'));
@@ -81,12 +100,12 @@ GatherReport gatherMedia(const std::vector<GatherSource>& sources, const QString
             break;
         case CopyOutcome::End::cancelled: return report;
         case CopyOutcome::End::destination_exists:
-        case CopyOutcome::End::source_missing: report.skipped.push_back({one.from, outcome.reason, at}); break;
-        case CopyOutcome::End::failed: report.failed.push_back({one.from, outcome.reason, at}); break;
+        case CopyOutcome::End::source_missing: report.skipped.push_back({one.from, outcome.reason, one.source}); break;
+        case CopyOutcome::End::failed: report.failed.push_back({one.from, outcome.reason, one.source}); break;
         }
         done += one.bytes;
         tell(done);
-        if (watch.fileDone) watch.fileDone(at + 1);
+        if (watch.fileDone) watch.fileDone(one.source + 1);
     }
     return report;
 }

@@ -33,4 +33,15 @@ MediaType mediaTypeOfPath(const QString& path) {
     return MediaType::other;
 }
 
+QStringList extensionsOf(MediaType type) {
+    QStringList extensions;
+    const auto add = [&extensions](const auto& table) {
+        for (const std::string_view each : table)
+            extensions << QString::fromLatin1(each.data(), qsizetype(each.size()));
+    };
+    if (type == MediaType::movie) add(movieExtensions);
+    if (type == MediaType::image) add(imageExtensions);
+    return extensions;
+}
+
 } // namespace daylark

@@ -1,9 +1,12 @@
 #include "playback/read/Neighbours.h"
 
+#include "media/sequence/RunFiles.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
 #include <chrono>
+#include <tuple>
 #include <utility>
 
 namespace daylark {
@@ -14,6 +17,24 @@ constexpr qint64 startPictures = 4;  // ready at a neighbour's start: enough for
 constexpr qint64 neighbourShare = 4; // of the budget, one part in so many
 
 constexpr qint64 mostMovies = 4; // before those left behind are looked through
+
+/// Size and time of its last change: of a run of pictures, of all of them.
+std::pair<qint64, QDateTime> stampOf(const QString& path, const CancelFlag* cancel) {
+    const auto run = RunAddress::of(path);
+    if (!run) {
+        const QFileInfo file(path);
+        return {file.size(), file.lastModified()};
+    }
+    std::pair<qint64, QDateTime> stamp;
+    const Result<RunFiles> files = RunFiles::look(*run, cancel);
+    if (!files) return stamp;
+    for (const qint64 number : files->numbers) {
+        const QFileInfo file(files->address.pathOf(number));
+        stamp.first += file.size() + 1; // that there is one more counts as well
+        stamp.second = stamp.second.isValid() ? std::max(stamp.second, file.lastModified()) : file.lastModified();
+    }
+    return stamp;
+}
 
 } // namespace
 
@@ -27,10 +48,8 @@ qint64 PreparedMovie::byteCount() const {
 Result<std::unique_ptr<PreparedMovie>> prepareMovie(const QString& path, const CancelFlag& cancel,
                                                     SampleTables* tables) {
     auto movie = std::make_unique<PreparedMovie>();
-    const QFileInfo file(path);
     movie->path = path;
-    movie->fileSize = file.size();
-    movie->fileModified = file.lastModified();
+    std::tie(movie->fileSize, movie->fileModified) = stampOf(path, &cancel);
     auto reader = FrameReader::open(path, &cancel, tables);
     if (!reader) return reader.error();
     movie->reader = std::move(*reader);
@@ -116,9 +135,8 @@ std::unique_ptr<PreparedMovie> Neighbours::take(const QString& path, const Cance
     }
     if (!movie) return nullptr;
     give(-std::exchange(movie->counted, 0));
-    const QFileInfo file(path);
-    return file.size() == movie->fileSize && file.lastModified() == movie->fileModified ? std::move(movie)
-                                                                                        : nullptr;
+    const bool isTheSame = stampOf(path, &cancel) == std::pair(movie->fileSize, movie->fileModified);
+    return isTheSame ? std::move(movie) : nullptr;
 }
 
 void Neighbours::keep(std::unique_ptr<PreparedMovie> movie) {
