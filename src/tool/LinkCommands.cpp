@@ -30,7 +30,7 @@ void printLink(ToolContext& context, const QString& path, int playlistNumber, co
     if (!items) return;
     QStringList paths;
     for (const auto& movie : *items)
-        paths << movie->filepathString;
+        paths << movie->linkPath();
     QString text;
     if (numbers.empty()) text = playlistLink(playlist->name, paths) + QLatin1Char('\n');
     else

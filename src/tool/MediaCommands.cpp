@@ -3,7 +3,11 @@
 #include "media/facts/MovieProbe.h"
 #include "picture/PictureRenderer.h"
 #include "picture/Thumbnail.h"
+#include "media/sequence/RunFacts.h"
+#include "media/sequence/RunFiles.h"
+#include "tool/ColourArgument.h"
 #include "tool/GradeArgument.h"
+#include "tool/MediaArgument.h"
 #include "tool/ToolContext.h"
 
 #include <CLI/CLI.hpp>
@@ -50,13 +54,35 @@ QJsonObject legacyJson(const LegacyProperties& legacy) {
     return json;
 }
 
+QJsonObject runJson(const RunAddress& address, const FrameRun& run) {
+    RunAddress whole = address;
+    whole.movie.run = run;
+    QJsonArray missing;
+    if (const Result<RunFiles> files = RunFiles::look(whole))
+        for (const qint64 frame : files->missing())
+            missing.append(run.numberAt(frame));
+    return {{QStringLiteral("name"), run.text()},
+            {QStringLiteral("first"), run.first},
+            {QStringLiteral("last"), run.last},
+            {QStringLiteral("step"), run.step},
+            {QStringLiteral("missing"), missing},
+            {QStringLiteral("layers"), QJsonArray::fromStringList(layersOfRun(whole))}};
+}
+
 void probe(ToolContext& context, const std::vector<std::string>& files) {
     QJsonArray array;
     for (const std::string& file : files) {
         const QString path = QString::fromStdString(file);
         QJsonObject json{{QStringLiteral("filenameString"), QFileInfo(path).fileName()},
                          {QStringLiteral("filepathString"), QFileInfo(path).absoluteFilePath()}};
-        const Result<ProbeResult> result = probeMovie(path);
+        const std::optional<QString> media = mediaArgument(context, file);
+        if (!media) continue;
+        const Result<ProbeResult> result = probeMovie(*media);
+        if (const auto run = RunAddress::of(*media); result && run) {
+            json[QStringLiteral("filenameString")] = run->movie.run.nameOf(run->movie.run.first);
+            json[QStringLiteral("filepathString")] = run->pathOf(run->movie.run.first);
+            json[QStringLiteral("run")] = runJson(*run, result->run.value_or(run->movie.run));
+        }
         if (result) {
             json[QStringLiteral("asset")] = assetJson(result->asset);
             json[QStringLiteral("legacy")] = legacyJson(result->legacy);
@@ -69,7 +95,10 @@ void probe(ToolContext& context, const std::vector<std::string>& files) {
     context.print(QJsonDocument(array));
 }
 
-void printIndex(ToolContext& context, const QString& path) {
+void printIndex(ToolContext& context, const std::string& file) {
+    const std::optional<QString> media = mediaArgument(context, file);
+    if (!media) return;
+    const QString path = *media;
     const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(path);
     if (!reader) return context.fail(path, reader.error().text);
     const SampleIndex& index = (*reader)->index();
@@ -83,14 +112,21 @@ void printIndex(ToolContext& context, const QString& path) {
 }
 
 struct FrameArguments {
-    std::string file, out, grade;
+    std::string file, out, grade, layer;
     qint64 number = 1;
+    ColourArguments colour;
+    bool isRunNumber = false; ///< the run's own, not counted from 1
     int width = 0;
 };
 
 void writeFrame(ToolContext& context, const FrameArguments& arguments) {
-    const QString path = QString::fromStdString(arguments.file), out = QString::fromStdString(arguments.out);
-    const qint64 number = arguments.number;
+    const std::optional<QString> media = mediaArgument(context, arguments.file, arguments.layer);
+    if (!media) return;
+    const QString path = *media, out = QString::fromStdString(arguments.out);
+    const std::optional<qint64> wanted =
+        arguments.isRunNumber ? frameOfNumber(context, path, arguments.number) : std::optional(arguments.number);
+    if (!wanted) return;
+    const qint64 number = *wanted;
     const int width = arguments.width;
     const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(path);
     if (!reader) return context.fail(path, reader.error().text);
@@ -99,21 +135,28 @@ void writeFrame(ToolContext& context, const FrameArguments& arguments) {
         return context.fail(path, QStringLiteral("has frames 1 to %1, not %2").arg(count).arg(number));
     const Result<VideoFrame> frame = (*reader)->read(number - 1);
     if (!frame) return context.fail(path, frame.error().text);
-    const QSize display = frame->displaySize();
+    const QSize whole = frame->displaySize();
     const QSize size =
-        width > 0 ? QSize(width, std::max(1, qRound(double(width) * display.height() / display.width())))
-                  : display;
+        width > 0 ? QSize(width, std::max(1, qRound(double(width) * whole.height() / whole.width()))) : whole;
     PictureRequest request;
     request.size = size;
     request.deep = frame->bitDepth() > 8;
     if (const Result<Grade> grade = gradeArgument(QString::fromStdString(arguments.grade)))
         request.colour = colourTransformOf(*grade);
+    const auto processor =
+        arguments.colour.processorFor(context, *frame, {pathOfAddress(path), {}, false, RunAddress::of(path).has_value()});
+    if (!processor) return;
+    request.display = *processor;
     const QImage picture = renderPicture(*frame, request);
     if (picture.isNull()) return context.fail(path, QStringLiteral("its pictures are of no known format"));
     if (!picture.save(out, "PNG")) context.fail(out, QStringLiteral("cannot be written"));
 }
 
-void writeThumbnail(ToolContext& context, const QString& path, const QString& out, const QString& choice) {
+void writeThumbnail(ToolContext& context, const std::string& file, const std::string& layer, const QString& out,
+                    const QString& choice) {
+    const std::optional<QString> media = mediaArgument(context, file, layer);
+    if (!media) return;
+    const QString path = *media;
     const ThumbnailResult result = makeThumbnail({path, choice});
     if (result.thumbnail.isNil())
         return context.fail(path, result.creatingThumbnailText.value_or(QStringLiteral("has no picture")));
@@ -125,19 +168,19 @@ void writeThumbnail(ToolContext& context, const QString& path, const QString& ou
 void addMediaCommands(CLI::App& app, ToolContext& context) {
     struct Arguments {
         std::vector<std::string> files;
-        std::string file, out, choice;
+        std::string file, out, choice, layer;
     };
     const auto arguments = std::make_shared<Arguments>();
 
     CLI::App* probing = app.add_subcommand("probe", "What the two rule sets read from files");
-    probing->footer("Example: daylark-tool probe shot_010.mov shot_020.mov");
+    probing->footer("Example: daylark-tool probe shot_010.mov shot_020.mov shot_030.####.exr");
     probing->add_option("FILE", arguments->files)->required();
     probing->callback([=, &context] { probe(context, arguments->files); });
 
     CLI::App* index = app.add_subcommand("index", "The movie's frames in presentation order");
     index->footer("Example: daylark-tool index shot_010.mov");
     index->add_option("FILE", arguments->file)->required();
-    index->callback([=, &context] { printIndex(context, QString::fromStdString(arguments->file)); });
+    index->callback([=, &context] { printIndex(context, arguments->file); });
 
     CLI::App* frame = app.add_subcommand(
         "frame", "One frame, decoded exactly, as a PNG (16 bit when the source is deeper than 8)");
@@ -147,6 +190,9 @@ void addMediaCommands(CLI::App& app, ToolContext& context) {
     frame->add_option("FILE", frameArguments->file)->required();
     frame->add_option("N", frameArguments->number, "frame number, counted from 1")->required();
     frame->add_option("OUT", frameArguments->out)->required();
+    frame->add_flag("--frame-number", frameArguments->isRunNumber, "N is the run's own number, such as 1001");
+    frame->add_option("--layer", frameArguments->layer, "of a run: a layer or a channel, as probe lists them");
+    frameArguments->colour.addTo(*frame);
     frame->add_option("--width", frameArguments->width, "pixels; the height follows the picture")
         ->check(CLI::Range(1, 65536));
     frame
@@ -162,13 +208,13 @@ void addMediaCommands(CLI::App& app, ToolContext& context) {
     thumbnail->footer("Example: daylark-tool thumbnail shot_010.mov thumb.png --choice \"First Frame\"");
     thumbnail->add_option("FILE", arguments->file)->required();
     thumbnail->add_option("OUT", arguments->out)->required();
+    thumbnail->add_option("--layer", arguments->layer, "of a run: a layer or a channel, as probe lists them");
     thumbnail->add_option("--choice", arguments->choice,
                           "which frame, e.g. \"Middle Frame\"; default: the preference");
     thumbnail->callback([=, &context] {
         const QString choice = arguments->choice.empty() ? context.preferences().thumbnailFrame.text()
                                                          : QString::fromStdString(arguments->choice);
-        writeThumbnail(context, QString::fromStdString(arguments->file),
-                       QString::fromStdString(arguments->out), choice);
+        writeThumbnail(context, arguments->file, arguments->layer, QString::fromStdString(arguments->out), choice);
     });
 }
 

@@ -146,7 +146,7 @@ void addBookmark(ToolContext& context, const SessionItemArguments& item, const Q
     const float fps = found->movie->mMovieFPS;
     const auto bookmark = std::make_shared<Bookmark>(wanted.first, duration, fps);
     const std::vector<SmpteTime> samples =
-        AVTimecodeReader(found->movie->filepathString).readTimecodeSamples();
+        AVTimecodeReader(found->movie->mediaAddress()).readTimecodeSamples();
     const auto start = samples.empty() ? std::nullopt : std::optional(samples.front());
     bookmark->firstTC = timecodeText(wanted.first, fps, start);
     bookmark->lastTC = timecodeText(wanted.first + duration - 1, fps, start);

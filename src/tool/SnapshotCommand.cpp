@@ -1,8 +1,10 @@
 #include "annotate/GradeArithmetic.h"
 #include "media/decode/FrameReader.h"
 #include "picture/scene/Scene.h"
+#include "tool/ColourArgument.h"
 #include "tool/SessionItem.h"
 #include "tool/ToolContext.h"
+#include "viewer/RunPreferences.h"
 #include "viewer/display/Snapshots.h"
 #include "viewer/display/ViewerScene.h"
 
@@ -18,8 +20,9 @@ namespace {
 
 struct SnapshotArguments {
     SessionItemArguments item;
+    ColourArguments colour;
     qint64 frame = 1;
-    std::string size, out;
+    std::string size, out, layer;
 };
 
 QSize parsedSize(const std::string& text) {
@@ -75,12 +78,19 @@ void snapshot(ToolContext& context, const SnapshotArguments& arguments) {
         return context.fail(out, QStringLiteral("no such format, it wants .jpg, .png or .tif"));
     const std::optional<SessionItem> item = findItem(context, arguments.item);
     if (!item) return;
-    const QString path = item->movie->filepathString;
+    if (!arguments.layer.empty() && item->movie->frameRun)
+        item->movie->frameRun->layer = QString::fromStdString(arguments.layer);
+    const QString path = item->movie->mediaAddress(runViewOf(context.preferences()));
     const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(path);
     if (!reader) return context.fail(path, reader.error().text);
     const Result<VideoFrame> frame = (*reader)->read(arguments.frame - 1);
     if (!frame) return context.fail(path, frame.error().text);
-    const Scene scene = sceneOf(*item->movie, *frame, arguments.frame, size, context.preferences());
+    const Movie& movie = *item->movie;
+    const auto display = arguments.colour.processorFor(
+        context, *frame, {movie.filepathString, {}, false, movie.frameRun.has_value()}, movie.inputColourSpace);
+    if (!display) return;
+    Scene scene = sceneOf(*item->movie, *frame, arguments.frame, size, context.preferences());
+    scene.display = *display;
     const float quality = context.preferences().compressionQuality();
     if (const Result<void> written = writeSnapshot(renderScene(scene, size), out, format, quality); !written)
         context.fail(out, written.error().text);
@@ -96,7 +106,9 @@ void addSnapshotCommand(CLI::App& app, ToolContext& context) {
                     "1280x720 --out still.jpg");
     arguments->item.addTo(*command);
     command->add_option("--frame", arguments->frame, "frame number, from 1")->required();
+    arguments->colour.addTo(*command);
     command->add_option("--size", arguments->size, "WIDTHxHEIGHT of the player area in pixels")->required();
+    command->add_option("--layer", arguments->layer, "of a run: a layer or a channel, as probe lists them");
     command->add_option("--out", arguments->out, "a .jpg, .png or .tif file")->required();
     command->callback([&context, arguments] { snapshot(context, *arguments); });
 }

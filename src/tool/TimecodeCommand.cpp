@@ -1,5 +1,6 @@
 #include "media/facts/TimecodeTrack.h"
-#include "tool/ToolContext.h"
+#include "model/runs/MovieRun.h"
+#include "tool/MediaArgument.h"
 
 #include <CLI/CLI.hpp>
 
@@ -24,9 +25,12 @@ QJsonObject sampleJson(const SmpteTime& time) {
             {QStringLiteral("flags"), int(time.flags)}, {QStringLiteral("text"), text}};
 }
 
-void printTimecode(ToolContext& context, const QString& path) {
+void printTimecode(ToolContext& context, const std::string& file) {
+    const std::optional<QString> media = mediaArgument(context, file);
+    if (!media) return;
+    const QString path = *media;
     const QFileInfo info(path);
-    if (!info.isFile() || !info.isReadable())
+    if (!RunAddress::of(path) && (!info.isFile() || !info.isReadable()))
         return context.fail(path, info.exists() ? QStringLiteral("cannot be read")
                                                 : QStringLiteral("no such file"));
     QJsonArray samples;
@@ -45,7 +49,7 @@ void addTimecodeCommand(CLI::App& app, ToolContext& context) {
         "Example: daylark-tool timecode shot_010.mov\n"
         "A movie without timecode prints an empty array. In a negative time, minutes are marked by 128.");
     timecode->add_option("FILE", *file)->required();
-    timecode->callback([=, &context] { printTimecode(context, QString::fromStdString(*file)); });
+    timecode->callback([=, &context] { printTimecode(context, *file); });
 }
 
 } // namespace daylark::tool

@@ -4,6 +4,7 @@
 #include "playback/run/Player.h"
 #include "tool/bench/BenchSupport.h"
 #include "tool/ToolContext.h"
+#include "tool/MediaArgument.h"
 
 #include <CLI/CLI.hpp>
 
@@ -104,7 +105,9 @@ private:
 /// One drag over a movie just opened, and its rest; then a jump to the same place, the movie opened anew.
 bool dragOnce(ToolContext& context, Player& player, const DragArguments& arguments, bool whole, int round,
               Tallies& tallies) {
-    const QString path = QString::fromStdString(arguments.file);
+    const std::optional<QString> media = mediaArgument(context, arguments.file);
+    if (!media) return false;
+    const QString path = *media;
     constexpr double eventMs = 8;
     player.close();
     if (!shownFirst(context, player, path)) return false;

@@ -7,6 +7,7 @@
 #include "tool/bench/BenchSupport.h"
 #include "tool/GradeArgument.h"
 #include "tool/ToolContext.h"
+#include "tool/MediaArgument.h"
 
 #include <CLI/CLI.hpp>
 
@@ -90,7 +91,9 @@ double yardstickSeconds(const QString& path, qint64 first, qint64 last, qint64 s
 }
 
 void benchPlay(ToolContext& context, const PlayArguments& arguments) {
-    const QString path = QString::fromStdString(arguments.file);
+    const std::optional<QString> media = mediaArgument(context, arguments.file);
+    if (!media) return;
+    const QString path = *media;
     const Result<Grade> grade = gradeArgument(QString::fromStdString(arguments.grade));
     if (!grade) return context.fail(path, grade.error().text);
     PictureRequest request;

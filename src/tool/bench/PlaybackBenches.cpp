@@ -4,6 +4,7 @@
 #include "playback/read/FrameCache.h"
 #include "preferences/Preferences.h"
 #include "tool/ToolContext.h"
+#include "tool/MediaArgument.h"
 
 #include <CLI/CLI.hpp>
 
@@ -100,7 +101,10 @@ QJsonObject figuresOf(std::vector<double> times, qint64 frames) {
             {QStringLiteral("maxMs"), times.back()}};
 }
 
-void benchDecode(ToolContext& context, const QString& path) {
+void benchDecode(ToolContext& context, const std::string& file) {
+    const std::optional<QString> media = mediaArgument(context, file);
+    if (!media) return;
+    const QString path = *media;
     QElapsedTimer timer;
     timer.start();
     const auto reader = FrameReader::open(path);
@@ -123,7 +127,9 @@ void benchDecode(ToolContext& context, const QString& path) {
 }
 
 void benchSeek(ToolContext& context, const BenchArguments& arguments) {
-    const QString path = QString::fromStdString(arguments.file);
+    const std::optional<QString> media = mediaArgument(context, arguments.file);
+    if (!media) return;
+    const QString path = *media;
     Reading reading;
     const auto opened = reading.open(path);
     if (!opened) return context.fail(path, opened.error().text);
@@ -149,7 +155,9 @@ void benchSeek(ToolContext& context, const BenchArguments& arguments) {
 }
 
 void benchStep(ToolContext& context, const BenchArguments& arguments) {
-    const QString path = QString::fromStdString(arguments.file);
+    const std::optional<QString> media = mediaArgument(context, arguments.file);
+    if (!media) return;
+    const QString path = *media;
     Reading reading;
     if (const auto done = reading.open(path); !done) return context.fail(path, done.error().text);
     bool isNumber = false;
@@ -179,7 +187,7 @@ void addPlaybackBenches(CLI::App& bench, ToolContext& context) {
         bench.add_subcommand("decode", "The whole movie through the player's reader and cache");
     decode->footer("Example: daylark-tool bench decode A001.mov");
     decode->add_option("FILE", arguments->file)->required();
-    decode->callback([=, &context] { benchDecode(context, QString::fromStdString(arguments->file)); });
+    decode->callback([=, &context] { benchDecode(context, arguments->file); });
 
     const auto jumps = std::make_shared<BenchArguments>();
     CLI::App* seek = bench.add_subcommand("seek", "Jumps to random frames, the cache emptied before each");
