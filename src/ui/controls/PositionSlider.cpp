@@ -17,7 +17,7 @@ namespace daylark {
 
 namespace {
 
-constexpr int trackY = 12, trackHeight = 4, headRadius = 7, barsY = 27, barHeight = 4, readyY = 15,
+constexpr int trackY = 12, trackHeight = 4, headRadius = 7, barsY = 26, barHeight = 6, shortestBar = 6, readyY = 15,
               readyHeight = 2;
 const QColor readyColour(0x4f, 0x6a, 0x86);
 const QColor barColour(0x5f, 0x8f, 0x62), activeBarColour(0x8f, 0xd0, 0x93), mutedBarColour(0x4a, 0x4a, 0x4a);
@@ -67,6 +67,12 @@ void PositionSlider::setBars(std::vector<Bar> bars) {
 void PositionSlider::setReady(std::vector<std::pair<double, double>> ranges) {
     if (ranges == ready_) return;
     ready_ = std::move(ranges);
+    update();
+}
+
+void PositionSlider::setMissing(std::vector<std::pair<double, double>> ranges) {
+    if (ranges == missing_) return;
+    missing_ = std::move(ranges);
     update();
 }
 
@@ -140,11 +146,20 @@ void PositionSlider::paintReady(QPainter& painter) const {
     }
 }
 
+/// On the track itself, so that neither bars nor what is ready hides them.
+void PositionSlider::paintMissing(QPainter& painter) const {
+    constexpr QColor missingColour(255, 128, 0); // as items whose file is missing
+    for (const auto& [from, to] : missing_) {
+        const int left = xOf(from);
+        painter.fillRect(QRect(left, trackY - trackHeight, std::max(2, xOf(to) - left), 2 * trackHeight), missingColour);
+    }
+}
+
 void PositionSlider::paintBars(QPainter& painter) const {
     std::unordered_set<quint64> painted; // what lies on the same pixels is painted once, however many there are
     for (const Bar& bar : bars_) {
         const int from = xOf(bar.from);
-        const int to = std::max(xOf(bar.to), from + 4);
+        const int to = std::max(xOf(bar.to), from + shortestBar);
         const quint64 place =
             quint64(quint32(from)) << 34 | quint64(quint32(to)) << 2 | quint64(bar.muted) << 1 | quint64(bar.active);
         if (!painted.insert(place).second) continue;
@@ -163,6 +178,7 @@ void PositionSlider::paintEvent(QPaintEvent*) {
     paintTicks(painter);
     paintBars(painter);
     paintReady(painter);
+    paintMissing(painter);
     const int head = xOf(position_);
     painter.fillRect(QRect(track.left(), track.top(), head - track.left(), trackHeight), theme::dimText);
     if (hoverX_ >= 0 && !dragging_) {

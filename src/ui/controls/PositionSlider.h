@@ -34,6 +34,8 @@ public:
     void setBars(std::vector<Bar> bars);
     void setReady(std::vector<std::pair<double, double>> ranges); ///< ticks: starts and ends, in order
     [[nodiscard]] const std::vector<std::pair<double, double>>& ready() const { return ready_; }
+    void setMissing(std::vector<std::pair<double, double>> ranges); ///< likewise: where a run has no pictures
+    [[nodiscard]] const std::vector<std::pair<double, double>>& missing() const { return missing_; }
     void setDescription(std::function<QString(double ticks)> text) { describe_ = std::move(text); }
 
     [[nodiscard]] double position() const { return position_; } ///< ticks
@@ -61,11 +63,12 @@ private:
     void paintTicks(QPainter& painter) const;
     void paintBars(QPainter& painter) const;
     void paintReady(QPainter& painter) const;
+    void paintMissing(QPainter& painter) const;
 
     double last_ = 0, end_ = 0, position_ = 0;
     qint64 frames_ = 0, tickMarks_ = 0;
     std::vector<Bar> bars_;
-    std::vector<std::pair<double, double>> ready_;
+    std::vector<std::pair<double, double>> ready_, missing_;
     std::function<QString(double)> describe_;
     int hoverX_ = -1;
     bool dragging_ = false;

@@ -25,6 +25,16 @@ void ReadyStrip::refresh() {
         ticks.emplace_back(double(index.timeOf(first - 1).value), double(end));
     }
     slider_.setReady(std::move(ticks));
+    std::vector<std::pair<double, double>> missing;
+    for (const qint64 frame : index.missing) {
+        const auto end = double(frame + 1 < index.count() ? index.timeOf(frame + 1).value : index.endTicks);
+        const auto begin = double(index.timeOf(frame).value);
+        if (!missing.empty() && missing.back().second == begin)
+            missing.back().second = end;
+        else
+            missing.emplace_back(begin, end);
+    }
+    slider_.setMissing(std::move(missing));
 }
 
 } // namespace daylark

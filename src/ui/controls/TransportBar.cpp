@@ -7,6 +7,7 @@
 #include "ui/common/FoldingStrip.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
+#include "ui/controls/LayerButton.h"
 #include "ui/controls/VolumeButton.h"
 #include "ui/controls/ZoomButton.h"
 #include "viewer/MoviePlayerController.h"
@@ -48,7 +49,7 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     elapsed_ = readOut(QStringLiteral("elapsed"), tr("Elapsed time"), QStringLiteral("0:00:00"));
     counter_ = readOut(QStringLiteral("counter"), tr("Frame"), QStringLiteral("00000 / 00000"));
     timecode_ = readOut(QStringLiteral("timecode"), tr("Timecode"), QStringLiteral("TC 00:00:00:00"));
-    rate_ = readOut(QStringLiteral("rate"), tr("Rate"), QStringLiteral("×−00.0"));
+    rate_ = readOut(QStringLiteral("rate"), tr("Speed"), QStringLiteral("×−00.0"));
     rate_->setAlignment(Qt::AlignCenter);
     repeat_ = repeatPopUp();
     volume_ = new VolumeButton(controller_.transport(), this);
@@ -72,6 +73,7 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     layout->addWidget(volume_);
     layout->addWidget(flag_);
     layout->addSpacing(8);
+    layout->addWidget(new LayerButton(controller_.run(), this));
     layout->addWidget(new ZoomButton(commands_, controller_.geometry(), this));
     for (const char* id : {"viewer.notes", "viewer.drawingTools", "viewer.gradeTools", "viewer.bookmarks",
                            "viewer.options", "viewer.playlistDrawer", "viewer.fullScreen"})
@@ -82,7 +84,7 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     letItFold();
 }
 
-// In the smallest window the transport, the counter, the volume and full screen are left.
+// In the smallest window the transport, the counter, the volume and full screen are left beside the way to the others.
 void TransportBar::letItFold() {
     std::vector<QWidget*> leaving{repeat_, elapsed_};
     for (const char* id : {"viewer.options", "viewer.gradeTools", "viewer.drawingTools", "viewer.bookmarks",
@@ -171,7 +173,7 @@ void TransportBar::showState() {
                        .arg(rate < 0 ? QStringLiteral("−") : QString())
                        .arg(std::abs(rate), 0, 'f', 1));
     rate_->setEnabled(running);
-    rate_->setToolTip(plain::toolTip(tr("Rate %1").arg(controller_.time().approxFrameRate())));
+    rate_->setToolTip(plain::toolTip(tr("Speed %1").arg(controller_.time().approxFrameRate())));
 }
 
 void TransportBar::showRepeatType() {
