@@ -2,18 +2,13 @@
 
 #include "media/container/MovBoxes.h"
 #include "media/sound/RecordedSound.h"
-#include "platform/FileBookmark.h"
+#include "support/FfmpegTest.h"
 #include "support/QuickTimeEdits.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <QSet>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 
@@ -22,20 +17,8 @@ namespace {
 
 using Kind = MovieSound::Kind;
 
-class MovieExportTest : public ::testing::Test {
+class MovieExportTest : public test::FfmpegTest {
 protected:
-    void SetUp() override {
-        if (QStandardPaths::findExecutable(u"ffmpeg"_qs).isEmpty()) GTEST_SKIP() << "no ffmpeg program";
-    }
-    static bool ffmpeg(const QStringList& arguments) {
-        return QProcess::execute(u"ffmpeg"_qs, QStringList{u"-y"_qs, u"-v"_qs, u"error"_qs} + arguments) == 0;
-    }
-    static QByteArray answerOf(const char* program, const QStringList& arguments) {
-        QProcess process;
-        process.start(QLatin1String(program), arguments);
-        process.waitForFinished(60000);
-        return process.readAllStandardOutput();
-    }
     /// Four seconds of moving picture with a tone.
     QString make(const char* name, const QStringList& coding, const QStringList& extra = {}) const {
         const QString path = folder.filePath(QLatin1String(name));
@@ -55,7 +38,6 @@ protected:
                             u"-c:a"_qs, QLatin1String(codec), path}));
         return path;
     }
-    static MovieSound added(const QString& path) { return {Kind::added, {}, createFileBookmark(path)}; }
     /// Every picture shown, decoded by another program, with its moment.
     static QByteArray pictures(const QString& path) {
         return answerOf("ffmpeg", {u"-v"_qs, u"error"_qs, u"-i"_qs, path, u"-map"_qs, u"0:v:0"_qs, u"-fps_mode"_qs,
@@ -94,7 +76,6 @@ protected:
         return samples;
     }
     const QStringList h264{u"-c:v"_qs, u"libx264"_qs, u"-bf"_qs, u"3"_qs, u"-pix_fmt"_qs, u"yuv420p"_qs, u"-c:a"_qs, u"aac"_qs};
-    QTemporaryDir folder;
 };
 
 TEST_F(MovieExportTest, QuickTimeFilesKeepPicturesTimecodeColoursRotationAndEditList) {

@@ -2,16 +2,11 @@
 
 #include "media/encode/WaveFile.h"
 #include "media/sound/AudioReader.h"
-#include "platform/FileBookmark.h"
+#include "support/FfmpegTest.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
@@ -22,20 +17,8 @@ namespace {
 
 using Kind = MovieSound::Kind;
 
-class SoundExportTest : public ::testing::Test {
+class SoundExportTest : public test::FfmpegTest {
 protected:
-    void SetUp() override {
-        if (QStandardPaths::findExecutable(u"ffmpeg"_qs).isEmpty()) GTEST_SKIP() << "no ffmpeg program";
-    }
-    static bool ffmpeg(const QStringList& arguments) {
-        return QProcess::execute(u"ffmpeg"_qs, QStringList{u"-y"_qs, u"-v"_qs, u"error"_qs} + arguments) == 0;
-    }
-    static QByteArray answerOf(const char* program, const QStringList& arguments) {
-        QProcess process;
-        process.start(QLatin1String(program), arguments);
-        process.waitForFinished(60000);
-        return process.readAllStandardOutput();
-    }
     /// Frames of noise, whole numbers of so many bits, from full level down to the last bit.
     static std::vector<double> noise(qint64 frames, int channels, int bits, unsigned seed = 1) {
         std::mt19937 random(seed);
@@ -95,9 +78,7 @@ protected:
         return saveSoundAsWave(movie, sound, wave(), nullptr, watch);
     }
     [[nodiscard]] QString wave() const { return folder.filePath(u"saved.wav"_qs); }
-    static MovieSound added(const QString& path) { return {Kind::added, {}, createFileBookmark(path)}; }
 
-    QTemporaryDir folder;
     mutable int made = 0;
 };
 

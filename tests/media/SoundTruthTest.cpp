@@ -1,11 +1,7 @@
 #include "media/sound/AudioReader.h"
+#include "support/FfmpegTest.h"
 
 #include <QFile>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
@@ -58,14 +54,8 @@ struct Sound {
     bool picture = true;
 };
 
-class SoundTruthTest : public ::testing::Test {
+class SoundTruthTest : public test::FfmpegTest {
 protected:
-    void SetUp() override {
-        if (QStandardPaths::findExecutable(u"ffmpeg"_qs).isEmpty()) GTEST_SKIP() << "no ffmpeg program";
-    }
-    static bool ffmpeg(const QStringList& arguments) {
-        return QProcess::execute(u"ffmpeg"_qs, QStringList{u"-y"_qs, u"-v"_qs, u"error"_qs} + arguments) == 0;
-    }
     /// The samples as made, for ffmpeg to read.
     QStringList source(int samplesASecond, const Layout& layout) const {
         const QString path = folder.filePath(u"source.f32"_qs);
@@ -165,7 +155,6 @@ protected:
         }
     }
 
-    QTemporaryDir folder;
 };
 
 TEST_F(SoundTruthTest, EveryCodecLayoutAndRateIsWhatWasMadeSampleBySample) {
