@@ -34,7 +34,8 @@ struct MediaSearch {
     enum class Answers {
         byItem,
         /// The answers are a list of their own, of which each item takes the next if it is still missing when its turn comes.
-        /// So an item that was linked in its first list doesn't take its second answer; who comes next does. Wanted.
+        /// So an item that was linked in its first list doesn't take its second answer; who comes next does, though that may
+        /// be a file of another name: kept as it stands.
         byTurn
     };
     QString root;
