@@ -25,6 +25,7 @@ protected:
         window.loopBookmark = note("loop");
         window.writeNotes = note("writeNotes");
         window.showKeys = note("showKeys");
+        window.goToFrame = note("goToFrame");
         window.makeThumbnail = [this](const QString& choice) { done << choice; };
         fullScreen = &bindViewerCommands(commands, controller, window).fullScreen;
     }

@@ -1,4 +1,4 @@
-#include "model/FrameNumbers.h"
+#include "model/runs/FrameNumbers.h"
 
 #include "model/Movie.h"
 

@@ -78,5 +78,47 @@ TEST(GradedFrame, ChartEqualsTheReferenceWithinOneStep) {
     EXPECT_EQ(runFrame(movie, out, QStringLiteral("gamma=much")), 2);
 }
 
+TEST(GradedFrame, AMovieWithAnInputSpaceGoesThroughAViewAsTheImageToolSendsIt) {
+    const QTemporaryDir folder;
+    const QString movie = chartMovie(folder), plain = folder.filePath(QStringLiteral("plain.png")),
+                  ours = folder.filePath(QStringLiteral("ours.png")), theirs = folder.filePath(QStringLiteral("theirs.png"));
+    const auto frame = [&](const QString& out, const QStringList& options) {
+        QProcess tool;
+        tool.start(programFolder() + QStringLiteral("/daylark-tool"),
+                   QStringList{QStringLiteral("frame"), movie, QStringLiteral("1"), out} + options);
+        tool.waitForFinished(60000);
+        return std::pair(tool.exitCode(), QString::fromUtf8(tool.readAllStandardError()));
+    };
+    ASSERT_EQ(frame(plain, {}).first, 0);
+    ASSERT_EQ(frame(ours, {QStringLiteral("--input-space"), QStringLiteral("ACEScct"), QStringLiteral("--display"),
+                           QStringLiteral("Rec.709"), QStringLiteral("--view"), QStringLiteral("ACES SDR Cinema")})
+                  .first,
+              0);
+    ASSERT_EQ(QProcess::execute(QStringLiteral("oiiotool"),
+                                {QStringLiteral("--colorconfig"),
+                                 sourceFolder() + QStringLiteral("/resources/colour/daylark.ocio"), plain,
+                                 QStringLiteral("--ociodisplay:from=ACEScct"), QStringLiteral("Rec.709"),
+                                 QStringLiteral("ACES SDR Cinema"), QStringLiteral("-d"), QStringLiteral("uint8"),
+                                 QStringLiteral("-o"), theirs}),
+              0);
+    const QImage a(ours), b(theirs);
+    ASSERT_EQ(a.size(), b.size());
+    EXPECT_NE(a, QImage(plain));
+    int worst = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QColor left = a.pixelColor(x, y), right = b.pixelColor(x, y);
+            worst = std::max({worst, std::abs(left.red() - right.red()), std::abs(left.green() - right.green()),
+                              std::abs(left.blue() - right.blue())});
+        }
+    EXPECT_LE(worst, 1);
+    // What the configuration lacks is said, with what it has.
+    const auto [status, said] = frame(ours, {QStringLiteral("--input-space"), QStringLiteral("ACEScg"),
+                                             QStringLiteral("--view"), QStringLiteral("Sepia")});
+    EXPECT_EQ(status, 1);
+    EXPECT_TRUE(said.contains(QStringLiteral("ACES SDR Video"))) << qPrintable(said);
+    EXPECT_EQ(frame(ours, {QStringLiteral("--input-space"), QStringLiteral("Sepia")}).first, 1);
+}
+
 } // namespace
 } // namespace daylark

@@ -29,7 +29,8 @@ struct DisplayShader {
 
 /// A display transform made ready to be carried out on RGB, by the colour library. Two forms: the exact one, and a quick one
 /// for the pictures of a run where the exact one takes long (a table of 65 x 65 x 65 behind a logarithm, for light: a tenth of a
-/// step of 255 off on average, more where colours are nearly pure, and without light below zero). Made by a `ColourConfig`, by any thread; never changes; any thread.
+/// step of 255 off on average, more where colours are nearly pure, and without light below zero). Made by a `ColourConfig`,
+/// by any thread; never changes; any thread.
 class DisplayProcessor {
 public:
     ~DisplayProcessor();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/FrameNumbers.h"
+#include "model/runs/FrameNumbers.h"
 #include "model/Movie.h"
 #include "model/Timecode.h"
 
