@@ -284,6 +284,45 @@ TEST_F(DesktopServicesTest, AFolderThatPassesForAFileIsChosenAndNotEntered) {
     EXPECT_EQ(answer(file(u"clip.dlm"_s), 0), QString()) << "any other folder is entered";
 }
 
+TEST_F(DesktopServicesTest, TheNextDialogBeginsWhereTheLastAnswerLies) {
+    DesktopBus none(u"unix:path=/nowhere/at/all"_s);
+    DesktopPanels panels(none);
+    QDir(folder.path()).mkpath(u"typed/deep"_s);
+    QFile written(file(u"typed/deep/a.wav"_s));
+    ASSERT_TRUE(written.open(QIODevice::WriteOnly));
+    written.close();
+    QStringList begun;
+    bool makesFolders = true;
+    const auto typing = [&](const QString& name) {
+        QTimer::singleShot(200, [&, name] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            begun << dialog->directory().absolutePath();
+            makesFolders = !dialog->testOption(QFileDialog::ReadOnly);
+            auto* field = dialog->findChild<QLineEdit*>(u"fileNameEdit"_s);
+            field->setText(name);
+            QTest::keyClick(field, Qt::Key_Return);
+            if (QApplication::activeModalWidget() == dialog) dialog->reject();
+        });
+    };
+    SavePanel save;
+    save.title = u"Save"_s;
+    typing(file(u"typed/deep/new.csv"_s));
+    EXPECT_EQ(panels.runSave(save), file(u"typed/deep/new.csv"_s));
+    EXPECT_TRUE(makesFolders);
+    OpenPanel open;
+    open.title = u"Open"_s;
+    typing(file(u"typed/deep/a.wav"_s));
+    EXPECT_EQ(panels.runOpen(open), QStringList{file(u"typed/deep/a.wav"_s)});
+    EXPECT_FALSE(makesFolders);
+    typing(file(u"typed"_s));
+    EXPECT_EQ(panels.chooseFolder(u"Folder"_s), file(u"typed"_s));
+    EXPECT_TRUE(makesFolders);
+    typing({});
+    EXPECT_EQ(panels.runSave(save), QString());
+    EXPECT_EQ(begun, (QStringList{QDir::homePath(), file(u"typed/deep"_s), file(u"typed/deep"_s), folder.path()}));
+}
+
 TEST_F(DesktopServicesTest, FilesAreShownByTheFileManagerElseTheirFolderIsOpened) {
     FolderOpener opener;
     DesktopBus none(u"unix:path=/nowhere/at/all"_s);

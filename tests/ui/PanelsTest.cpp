@@ -83,6 +83,7 @@ TEST_F(PanelsTest, ButtonsCloseBoxesAndPreferencesSayTheSame) {
         QTest::mouseClick(button, Qt::LeftButton);
         EXPECT_TRUE(isOpen(which));
         EXPECT_TRUE(button->isChecked());
+        EXPECT_FALSE(button->defaultAction()->isIconVisibleInMenu()) << "a tick is to be seen there";
         EXPECT_EQ(restores(which), 1);
         QTest::mouseClick(panel(which)->findChild<PanelTitle*>()->findChild<QToolButton*>(), Qt::LeftButton);
         EXPECT_FALSE(isOpen(which));

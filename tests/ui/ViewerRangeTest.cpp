@@ -32,8 +32,9 @@ TEST_F(ViewerRangeTest, AMovieShorterThanItsHandlesIsSaidInPassingUnlessAPersonA
     EXPECT_TRUE(child<PassingLine>("passingLine")->text().startsWith(u"Handles are longer than movie"));
     EXPECT_TRUE(alerts.shown.empty());
     EXPECT_FALSE(preferences.trimHandles());
-    key(Qt::Key_Right); // no question has the keys
-    EXPECT_EQ(player.currentFrame(), 2);
+    const qint64 at = player.currentFrame();
+    key(Qt::Key_Left); // no question has the keys
+    EXPECT_EQ(player.currentFrame(), at - 1);
     key(Qt::Key_R);
     ASSERT_TRUE(bench::waitUntil([this] { return alerts.shown.size() == 1; }));
     EXPECT_EQ(alerts.shown.back().message, QStringLiteral("Handles are longer than movie"));

@@ -39,6 +39,8 @@ void Commands::add(const Command& command, QWidget* window) {
     auto* action = new QAction(this);
     action->setObjectName(command.id);
     action->setCheckable(set_.isCheckable(command.id));
+    // An icon would stand where the tick does; of flags, it says more.
+    if (action->isCheckable() && !command.icon.startsWith(QLatin1String("flag"))) action->setIconVisibleInMenu(false);
     action->setAutoRepeat(command.traits & Command::repeats);
     actions_[command.id] = action;
     showLooks(command.id);

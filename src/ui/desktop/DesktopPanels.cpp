@@ -22,6 +22,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QTextEdit>
 #include <QUrl>
 
 namespace daylark {
@@ -129,7 +130,10 @@ int DesktopAlerts::run(const Alert& alert) {
     }
     box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
     if (!alert.tellsDismissal) box.setEscapeButton(buttons.back());
-    if (!alert.details.isEmpty()) box.setDetailedText(alert.details); // with a button of its own
+    if (!alert.details.isEmpty()) {
+        box.setDetailedText(alert.details); // with a button of its own
+        if (auto* details = box.findChild<QTextEdit*>()) details->setMinimumSize(480, 120); // they hold paths
+    }
     box.exec();
     for (size_t at = 0; at < buttons.size(); ++at)
         if (box.clickedButton() == buttons[at]) return firstButton + int(at);
@@ -238,8 +242,8 @@ QString DesktopPanels::runSave(const SavePanel& panel) {
     if (!panel.allowedTypes.isEmpty()) dialog.setDefaultSuffix(panel.allowedTypes.first());
     addAccessory(dialog, panel);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-    folder_ = dialog.directory().absolutePath();
     const QString path = dialog.selectedFiles().first();
+    folder_ = QFileInfo(path).absolutePath(); // a path that was typed lies elsewhere than what the dialog shows
     return withExtension(panel, path, path);
 }
 
@@ -253,11 +257,12 @@ QStringList DesktopPanels::runOpen(const OpenPanel& panel) {
                        : panel.allowMultiple ? QFileDialog::ExistingFiles
                                              : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::ShowDirsOnly, foldersOnly);
+    dialog.setOption(QFileDialog::ReadOnly, !foldersOnly); // no new folder where a file is looked for
     if (!panel.allowedTypes.isEmpty()) dialog.setNameFilter(patternsOf(panel.allowedTypes));
     dialog.setDirectory(startFolder(folder_));
     if (!panel.prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, panel.prompt);
-    if (dialog.exec() != QDialog::Accepted) return {};
-    folder_ = dialog.directory().absolutePath();
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    folder_ = QFileInfo(dialog.selectedFiles().first()).absolutePath();
     return dialog.selectedFiles();
 }
 

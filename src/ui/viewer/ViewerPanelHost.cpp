@@ -20,6 +20,7 @@ namespace {
 constexpr int arrangementVersion = 3;
 constexpr int gapBetweenPanels = 8, gapAtEdges = 12, gapUnderControls = 32, stepOffOthers = 32;
 constexpr int lowDockHeight = 184; // of one below the picture
+constexpr int tabHeight = 32;
 constexpr int mostCovered = 3;     // panels take the picture's third at most; else they stand beside it
 constexpr int listRoom = 300; // of the list over the picture, with a little air
 
@@ -61,6 +62,7 @@ void ViewerPanelHost::stop() {
     panels_.setHost(nullptr);
     for (ToolPanel* window : std::as_const(windows_))
         window->disconnect(this);
+    windows_.clear(); // the viewer may delete them before this
 }
 
 ToolPanel* ViewerPanelHost::addPanel(ViewerPanel panel, const QString& title, QWidget* content, Place place,
@@ -335,13 +337,24 @@ void ViewerPanelHost::dock(ToolPanel* window) {
     if (area != Qt::LeftDockWidgetArea && area != Qt::RightDockWidgetArea)
         return viewer_.resizeDocks({window}, {lowDockHeight}, Qt::Vertical);
     ToolPanel* neighbour = nullptr;
-    int heights = window->sizeHint().height();
+    int highest = 0; // of those that may come there, too
     for (ToolPanel* other : std::as_const(windows_)) {
-        if (other == window || other->isFloating() || viewer_.dockWidgetArea(other) != area) continue;
-        if (!neighbour || neighbour->isHidden()) neighbour = other;
-        heights += other->sizeHint().height();
+        if (other == window || viewer_.dockWidgetArea(other) != area) continue;
+        highest = std::max(highest, other->minimumSizeHint().height());
+        if (!other->isFloating() && (!neighbour || neighbour->isHidden())) neighbour = other;
     }
-    if (neighbour && heights > pictureFrame().height()) viewer_.tabifyDockWidget(neighbour, window);
+    const int together = highest + window->minimumSizeHint().height() + tabHeight;
+    if (neighbour && together > pictureFrame().height()) viewer_.tabifyDockWidget(neighbour, window);
+}
+
+/// What is docked takes its width from the screen first, and only then from the picture.
+void ViewerPanelHost::widenFor(int width) {
+    if (viewer_.isMaximized() || isFullScreen() || !viewer_.screen()) return;
+    const QSize room = viewer_.screen()->availableSize();
+    QRect frame = viewer_.geometry();
+    frame.setSize(QSize(std::min(frame.width() + width, room.width()), frame.height())
+                      .expandedTo(viewer_.minimumSizeHint()));
+    Q_EMIT viewerFrameWanted(frame);
 }
 
 void ViewerPanelHost::makeRoomFor(const std::vector<ViewerPanel>& panels) {
@@ -361,8 +374,15 @@ void ViewerPanelHost::makeRoomFor(const std::vector<ViewerPanel>& panels) {
     for (const QRect& part : covered)
         points += qint64(part.width()) * part.height();
     if (points * mostCovered <= qint64(picture.width()) * picture.height()) return;
-    for (ToolPanel* window : std::as_const(homeless))
+    int left = 0, right = 0;
+    for (ToolPanel* window : std::as_const(homeless)) {
         dock(window);
+        int& column = viewer_.dockWidgetArea(window) == Qt::LeftDockWidgetArea ? left : right;
+        if (viewer_.dockWidgetArea(window) != Qt::BottomDockWidgetArea)
+            column = std::max(column, window->minimumSizeHint().width());
+    }
+    // Once they stand there.
+    QMetaObject::invokeMethod(this, [this, width = left + right] { widenFor(width); }, Qt::QueuedConnection);
 }
 
 bool ViewerPanelHost::isViewerMaximised() const {

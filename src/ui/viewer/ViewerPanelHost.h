@@ -84,6 +84,7 @@ private:
     void offerPlace(ViewerPanel panel);
     bool takeArrangement(const QByteArray& arrangement);
     void dock(ToolPanel* window);
+    void widenFor(int width);
     [[nodiscard]] QRect offeredFrame(ViewerPanel panel, const QList<QRect>& taken) const;
     [[nodiscard]] QRect frameToBeOffered(ViewerPanel panel) const;
     [[nodiscard]] QList<QRect> framesBesides(const ToolPanel* panel) const;
