@@ -1,9 +1,12 @@
 #include "ui/desktop/SingleInstance.h"
 
 #include "support/PlayerBench.h"
+#include "ui/desktop/HandOverMessage.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QLocalSocket>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QThread>
 
@@ -68,6 +71,46 @@ TEST(SingleInstanceTest, OneThatDoesNotAnswerOpensNothingLater) {
     for (int turn = 0; turn < 20; ++turn)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     EXPECT_EQ(received, 0) << "the sender had gone on by itself";
+}
+
+/// Another program of the same user may say anything: counts that no memory holds, halves of messages, more than there is.
+TEST(SingleInstanceTest, MessagesThatAreNoneOpenNothingAndTheNextOneIsHeard) {
+    const HandOverMessage message{QByteArray(16, 'i'), {u"/a.mov"_s, QString(), u"/b\u00E9.mov"_s}, "token"};
+    const QByteArray bytes = message.bytes();
+    EXPECT_EQ(HandOverMessage::lengthOf(bytes), quint32(bytes.size()) - 4);
+    EXPECT_EQ(HandOverMessage::read(bytes.mid(4)), message);
+    EXPECT_FALSE(HandOverMessage::read(bytes.mid(4) + 'x'));
+    for (qsizetype size = 0; size < bytes.size() - 4; ++size)
+        EXPECT_FALSE(HandOverMessage::read(bytes.mid(4, size))) << size;
+    const qsizetype count = 4 + 4 + 16;
+    QByteArray manyPaths = bytes, longPath = bytes;
+    manyPaths.replace(count, 4, QByteArray(4, '\xFF')); // four thousand million of them
+    longPath.replace(count + 4, 4, QByteArray("\x7F\xFF\xFF\xF0", 4));
+
+    const QTemporaryDir scope, runtime;
+    SingleInstance first(scope.path(), runtime.path());
+    ASSERT_FALSE(first.handOver({}));
+    QStringList received;
+    QObject::connect(&first, &SingleInstance::filesReceived, [&received](const QStringList& paths) { received += paths; });
+    const QString place = QDir(runtime.path()).filePath(
+        QDir(runtime.path()).entryList({u"daylark-*"_s}, QDir::System | QDir::Files).filter(QRegularExpression(u"[^k]$"_s)).value(0));
+    const auto say = [&place](const QByteArray& said) {
+        QLocalSocket socket;
+        socket.connectToServer(place);
+        EXPECT_TRUE(socket.waitForConnected(1000));
+        socket.write(said);
+        return bench::waitUntil([&socket] { return socket.state() == QLocalSocket::UnconnectedState; });
+    };
+    EXPECT_TRUE(say(manyPaths + "go\n"));
+    EXPECT_TRUE(say(longPath + "go\n"));
+    EXPECT_TRUE(say(QByteArray("\xFF\xFF\xFF\xFF", 4)));
+    EXPECT_TRUE(say(bytes + "no\n"));
+    EXPECT_EQ(received, QStringList());
+    QLocalSocket proper;
+    proper.connectToServer(place);
+    proper.write(bytes + "go\n");
+    EXPECT_TRUE(bench::waitUntil([&] { return !received.isEmpty(); }));
+    EXPECT_EQ(received, message.paths);
 }
 
 TEST(SingleInstanceTest, WithoutAFolderOfTheUsersOwnNothingIsHandedOver) {

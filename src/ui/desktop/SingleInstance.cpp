@@ -1,7 +1,8 @@
 #include "ui/desktop/SingleInstance.h"
 
+#include "ui/desktop/HandOverMessage.h"
+
 #include <QCryptographicHash>
-#include <QDataStream>
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QLocalSocket>
@@ -20,7 +21,6 @@ namespace {
 
 constexpr int answerWithinMs = 2000;
 constexpr int longestSocketPath = 100;      // the system's limit is 108 bytes
-constexpr qint64 longestMessage = 16 << 20; // bytes; nothing longer is listened to
 constexpr size_t mostKnown = 64;
 const QByteArray taken = QByteArrayLiteral("taken\n"), goAhead = QByteArrayLiteral("go\n");
 constexpr char activationToken[] = "XDG_ACTIVATION_TOKEN"; // a Wayland desktop's leave to come to the front
@@ -84,11 +84,8 @@ SingleInstance::Answer SingleInstance::send(const QStringList& paths) {
     socket.connectToServer(socketPath_);
     if (!socket.waitForConnected(left())) return Answer::nobodyThere;
     if (!isOurUser(socket)) return Answer::none;
-    QByteArray message;
-    QDataStream stream(&message, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_6_0);
-    stream << QUuid::createUuid().toRfc4122() << paths << qgetenv(activationToken);
-    socket.write(message);
+    const HandOverMessage message{QUuid::createUuid().toRfc4122(), paths, qgetenv(activationToken)};
+    socket.write(message.bytes());
     while (socket.bytesToWrite() > 0)
         if (!socket.waitForBytesWritten(left()) || end.hasExpired()) return Answer::none;
     QByteArray answer;
@@ -115,18 +112,17 @@ void SingleInstance::receive() {
 
 /// First the message, which is answered; then the sender's word that it has heard so.
 void SingleInstance::take(QLocalSocket& socket) {
-    if (socket.bytesAvailable() > longestMessage) return socket.abort();
     if (!socket.property(identityProperty).isValid()) {
-        QDataStream stream(&socket);
-        stream.setVersion(QDataStream::Qt_6_0);
-        stream.startTransaction();
-        QByteArray identity, token;
-        QStringList paths;
-        stream >> identity >> paths >> token;
-        if (!stream.commitTransaction()) return; // more is to come
-        socket.setProperty(identityProperty, identity);
-        socket.setProperty(pathsProperty, paths);
-        socket.setProperty(tokenProperty, token);
+        constexpr qsizetype head = HandOverMessage::lengthSize;
+        if (socket.bytesAvailable() < head) return; // more is to come
+        const quint32 length = HandOverMessage::lengthOf(socket.peek(head));
+        if (length > HandOverMessage::longest) return socket.abort();
+        if (socket.bytesAvailable() < head + qint64(length)) return;
+        const auto message = HandOverMessage::read(socket.read(head + qint64(length)).mid(head));
+        if (!message) return socket.abort();
+        socket.setProperty(identityProperty, message->identity);
+        socket.setProperty(pathsProperty, message->paths);
+        socket.setProperty(tokenProperty, message->activationToken);
         socket.write(taken);
         socket.flush();
     }
