@@ -7,6 +7,7 @@
 #include "preferences/StartupCorrections.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QTimer>
 
 #include <algorithm>
@@ -18,6 +19,11 @@ namespace {
 
 QString temporarySessionPath(const SystemPlaces& places) {
     return QDir(places.applicationSupport).filePath(places.loginName + QLatin1String("_daylarkSession.dls"));
+}
+
+/// The desktop's own, beside the program's folder. Null: none is kept.
+QString thumbnailFolder(const SystemPlaces& places) {
+    return places.cache.isEmpty() ? QString() : QFileInfo(places.cache).dir().filePath(QStringLiteral("thumbnails"));
 }
 
 /// Before any part is made: some read preferences in their constructors.
@@ -33,6 +39,7 @@ PlaylistController::PlaylistController(const Surroundings& surroundings, QObject
     : QObject(parent)
     , surroundings_(withPreferences(surroundings))
     , thumbnails_(library_, surroundings_.preferences, progress_, surroundings_.player.sampleTables())
+    , largeThumbnails_(surroundings_.preferences, thumbnailFolder(surroundings_.places), surroundings_.player.sampleTables())
     , fileStates_(library_, surroundings_.preferences, progress_)
     , sessionFiles_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels,
                      surroundings_.failedWrites, temporarySessionPath(surroundings_.places)})
@@ -74,6 +81,7 @@ void PlaylistController::connectParts() {
         if (playerWindow_.isOpen() && playerWindow_.list().follow(moviesForViewer()))
             viewerPlaylist_ = library_.selectedPlaylist();
     });
+    connect(&thumbnails_, &Thumbnails::pictureChosen, &largeThumbnails_, &LargeThumbnails::keep);
     connect(&relinking_, &Relinking::relinked, &playerWindow_, &MoviePlayerController::followFiles);
     connect(&sessionFiles_, &SessionFiles::sessionImported, this, [this] {
         fileStates_.updateAllFilePaths();
@@ -115,10 +123,20 @@ void PlaylistController::sessionIsThere(bool restored) {
             Qt::SingleShotConnection);
     fileStates_.updateAllFilePaths();
     if (!library_.arrangedMovies().empty()) library_.selectMovies({0});
+    if (restored && preferences.startAtLastReviewed()) selectLastReviewed();
     started_ = true;
     Q_EMIT started();
     sessionMigration_.checkMovies();
     if (!waitingFiles_.isEmpty()) openFiles(std::exchange(waitingFiles_, {}));
+}
+
+/// Where a person goes on, if it is in the playlist that they left.
+void PlaylistController::selectLastReviewed() {
+    const QString path = surroundings_.preferences.lastReviewedItem();
+    const Library::Movies& movies = library_.arrangedMovies();
+    const auto found =
+        std::find_if(movies.begin(), movies.end(), [&path](const auto& movie) { return movie->filepathString == path; });
+    if (!path.isEmpty() && found != movies.end()) library_.selectMovies({found - movies.begin()});
 }
 
 /// Items whose properties were never read, because the program ended first.
@@ -208,6 +226,7 @@ void PlaylistController::viewerShowsMovie(qsizetype index) {
     // The viewer keeps the list that it was opened with; the library may show another by now.
     const auto& shown = playerWindow_.list().movies();
     if (index < 0 || size_t(index) >= shown.size()) return;
+    surroundings_.preferences.lastReviewedItem.set(shown[size_t(index)]->filepathString);
     const Library::Rows there = rowsElsewhere(shown, {index}, library_.arrangedMovies());
     if (!there.empty()) library_.selectMovies(there);
 }

@@ -4,6 +4,8 @@
 #include "app/files/DuplicateRemoval.h"
 #include "app/files/FileStates.h"
 #include "app/files/FolderLists.h"
+#include "app/files/ItemFacts.h"
+#include "app/files/LargeThumbnails.h"
 #include "app/links/LinkCopying.h"
 #include "app/links/LinkOpening.h"
 #include "app/playlists/InstanceCounts.h"
@@ -71,6 +73,8 @@ public:
     [[nodiscard]] ReviewEdits& edits() { return edits_; }
     [[nodiscard]] ProgressBoard& progress() { return progress_; }
     [[nodiscard]] Thumbnails& thumbnails() { return thumbnails_; }
+    [[nodiscard]] ItemFacts& itemFacts() { return itemFacts_; }
+    [[nodiscard]] LargeThumbnails& largeThumbnails() { return largeThumbnails_; }
     [[nodiscard]] FileStates& fileStates() { return fileStates_; }
     [[nodiscard]] SessionFiles& sessionFiles() { return sessionFiles_; }
     [[nodiscard]] SessionMigration& sessionMigration() { return sessionMigration_; }
@@ -117,6 +121,7 @@ Q_SIGNALS:
 private:
     void connectParts();
     void sessionIsThere(bool restored);
+    void selectLastReviewed();
     void showPlace(const ReviewPlace& place);
     void probeWhatWasLeft();
     [[nodiscard]] QString rescueSession();
@@ -128,6 +133,8 @@ private:
     InstanceCounts instanceCounts_{edits_.store()};
     ProgressBoard progress_;
     Thumbnails thumbnails_;
+    LargeThumbnails largeThumbnails_;
+    ItemFacts itemFacts_;
     FileStates fileStates_;
     SessionFiles sessionFiles_;
     SessionMigration sessionMigration_;

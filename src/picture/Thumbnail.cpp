@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <vector>
 
 namespace daylark {
 namespace {
@@ -63,6 +65,54 @@ Image pictureAt(FrameReader& reader, qint64 frame, const CancelFlag* cancel) {
 }
 
 } // namespace
+
+namespace {
+
+/// Every frame that a thumbnail may be of, the likeliest first.
+std::vector<qint64> framesOfChoices(const SampleIndex& index, const QString& first) {
+    std::vector<qint64> frames;
+    for (const QString& choice : {first, QStringLiteral("Middle Frame"), QStringLiteral("First Frame"),
+                                  QStringLiteral("Second Frame"), QStringLiteral("Last Frame")}) {
+        const ThumbnailRequest request{{}, choice, false};
+        ThumbnailResult unused;
+        for (const qint64 frame : {index.frameAt(timeOfChoice(request, index.duration().seconds(), unused)),
+                                   legacyFrameOfChoice(request, index)})
+            if (std::find(frames.begin(), frames.end(), frame) == frames.end()) frames.push_back(frame);
+    }
+    return frames;
+}
+
+/// Mean difference of a component, of two pictures of one size; the larger the less alike.
+double differenceOf(const QImage& one, const QImage& other) {
+    const QImage a = one.convertToFormat(QImage::Format_RGB888), b = other.convertToFormat(QImage::Format_RGB888);
+    qint64 sum = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        const uchar *left = a.constScanLine(y), *right = b.constScanLine(y);
+        for (int x = 0; x < 3 * a.width(); ++x)
+            sum += std::abs(int(left[x]) - int(right[x]));
+    }
+    return double(sum) / (3.0 * a.width() * std::max(1, a.height()));
+}
+
+} // namespace
+
+QImage largerThumbnail(const Image& thumbnail, const QString& path, const QString& choice, int side, const CancelFlag* cancel,
+                       SampleTables* tables) {
+    constexpr double alike = 3.0; // of 255: rounding, and what other encoders made of it
+    const QImage known = thumbnail.decode();
+    if (known.isNull()) return {};
+    const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(path, cancel, tables);
+    if (!reader) return {};
+    for (const qint64 frame : framesOfChoices((*reader)->index(), choice)) {
+        if (cancel && *cancel) return {};
+        const Result<VideoFrame> picture = (*reader)->read(frame, cancel);
+        if (!picture || differenceOf(renderFrame(*picture, known.size()), known) > alike) continue;
+        const QSize size =
+            QSizeF(picture->displaySize()).scaled(QSizeF(side, side), Qt::KeepAspectRatio).toSize().expandedTo(QSize(1, 1));
+        return renderFrame(*picture, size);
+    }
+    return {};
+}
 
 ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag* cancel, SampleTables* tables) {
     ThumbnailResult result;

@@ -27,4 +27,10 @@ struct ThumbnailResult {
 [[nodiscard]] ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag* cancel = nullptr,
                                             SampleTables* tables = nullptr);
 
+/// The picture that an item's thumbnail shows, larger: of those that the choices give, `choice` first, the one that looks like
+/// it, at most `side` pixels wide and high. Null when none does, since a person chose another one, or the file can't be read.
+/// Worker threads; `cancel` and `tables` may be null.
+[[nodiscard]] QImage largerThumbnail(const Image& thumbnail, const QString& path, const QString& choice, int side,
+                                     const CancelFlag* cancel = nullptr, SampleTables* tables = nullptr);
+
 } // namespace daylark

@@ -11,7 +11,7 @@ namespace daylark {
 
 enum class AlertStyle { informational, warning };
 
-/// A question or a message for the person. The first button is the default; its answer is 1000, the second 1001, the third 1002.
+/// A question or a message for the person. The first button's answer is 1000, the second's 1001, the third's 1002.
 struct Alert {
     QString message;
     QString informativeText;
@@ -19,6 +19,8 @@ struct Alert {
     AlertStyle style = AlertStyle::warning;
     bool tellsDismissal = false; ///< closed without a button, it answers `Alerts::dismissed`
     QString details = {};        ///< what more there is to know, shown when it is asked for
+    QString subject = {};        ///< what it is about, in the title of its window; empty: the program
+    int defaultButton = 0;       ///< which button Return presses, counted from 0
 };
 
 /// Shows alerts. Interface thread; `run` returns when answered, while the windows stay alive behind it.

@@ -8,18 +8,6 @@
 
 namespace daylark {
 
-namespace {
-
-bool isOfGrade(const QString& field) {
-    static const std::set<QString> fields{
-        QStringLiteral("exposure"),   QStringLiteral("contrast"),     QStringLiteral("saturation"),
-        QStringLiteral("gamma"),      QStringLiteral("brightness"),   QStringLiteral("redChannel"),
-        QStringLiteral("greenChannel"), QStringLiteral("blueChannel"), QStringLiteral("applyGrade")};
-    return fields.contains(field);
-}
-
-} // namespace
-
 ManyChanges::ManyChanges(ReviewStore& store, UndoHistory& history, QObject* parent)
     : QObject(parent)
     , history_(history) {
@@ -34,7 +22,8 @@ void ManyChanges::look(const Edit& edit) {
     std::set<RecordId> flags, grades;
     for (const Change& change : edit.changes) {
         if (change.field == QLatin1String("flagString")) flags.insert(change.record);
-        if (isOfGrade(change.field)) grades.insert(change.record);
+        if (change.field == QLatin1String("grade") || change.field == QLatin1String("applyGrade"))
+            grades.insert(change.record);
     }
     const bool isTold = edit.info.kind == EditKind::step && (flags.size() > 1 || grades.size() > 1);
     if (std::exchange(current_, isTold) && !isTold) Q_EMIT past();

@@ -4,6 +4,7 @@
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 
@@ -42,8 +43,8 @@ QString framesText(const Movie& movie) {
 }
 
 QString rateFact(const Movie& movie) {
-    return movie.mMovieFPS > 0 ? QStringLiteral("%1 frames a second").arg(double(movie.mMovieFPS), 0, 'g', 5)
-                               : QString();
+    if (!(movie.mMovieFPS > 0)) return {};
+    return QCoreApplication::translate("Columns", "%1 frames a second").arg(double(movie.mMovieFPS), 0, 'g', 5);
 }
 
 QString sizeFact(const Movie& movie) {
@@ -187,6 +188,11 @@ std::array<Column, Column::total> makeColumns() {
          .width = 360,
          .text = textField<&Movie::filepathString>,
          .sortKey = textKey<&Movie::filepathString>},
+        {.id = Column::sound,
+         .label = "Sound",
+         .title = "Sound",
+         .field = "sound",
+         .width = 112},
         {.id = Column::created,
          .label = "Created",
          .title = "Created",
@@ -231,6 +237,26 @@ const std::array<Column, Column::total>& columns() {
 
 const Column& column(int id) {
     return columns()[size_t(id)];
+}
+
+namespace {
+
+QString inWords(const char* text) {
+    return *text ? QCoreApplication::translate("Words", text) : QString();
+}
+
+} // namespace
+
+QString Column::labelText() const {
+    return inWords(label);
+}
+
+QString Column::titleText() const {
+    return inWords(title);
+}
+
+QString Column::hintText() const {
+    return inWords(hint);
 }
 
 QString Column::iconOf(const Movie& movie) const {

@@ -32,6 +32,7 @@ struct Column {
         size,
         resolution,
         path,
+        sound, ///< of the file, which the record doesn't say: by `ItemFacts`
         tableTotal, ///< what follows stands in the information box only
         created = tableTotal,
         notesText,
@@ -65,6 +66,10 @@ struct Column {
     const char* shownImage = "";   ///< what the cell shows for it, whatever the record's is called
     const char* hint = "";         ///< what an icon in the column says
 
+    // For people, in their language.
+    [[nodiscard]] QString labelText() const;
+    [[nodiscard]] QString titleText() const; ///< empty for columns of icons
+    [[nodiscard]] QString hintText() const;
     [[nodiscard]] QString textOf(const Movie& movie) const { return text ? text(movie) : QString(); }
     [[nodiscard]] QString factOf(const Movie& movie) const { return fact ? fact(movie) : textOf(movie); }
     [[nodiscard]] bool hasIcon(const Movie& movie) const { return image && !(movie.*image).isNil(); }

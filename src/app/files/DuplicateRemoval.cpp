@@ -72,6 +72,8 @@ void DuplicateRemoval::removeDuplicateItems() {
     question.buttons = QStringList{tr("Remove All Duplicates")};
     if (modified > 0) question.buttons << tr("Keep Modified Duplicates");
     question.buttons << tr("Cancel");
+    question.subject = playlist->name;
+    if (modified > 0) question.defaultButton = int(question.buttons.size()) - 1;
     question.tellsDismissal = true; // Escape and closing press no button
     const int answer = alerts_.run(question);
     if (playlist != library_.selectedPlaylist()) return;

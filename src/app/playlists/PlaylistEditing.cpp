@@ -19,12 +19,24 @@ namespace daylark {
 
 namespace {
 
-Alert removalQuestion(const QString& message, const QString& remove) {
+/// What goes for good goes by a button that is meant: Return keeps it. `subject` says from where.
+Alert removalQuestion(const QString& message, const QString& remove, const QString& subject) {
     Alert alert;
     alert.message = message;
+    alert.subject = subject;
+    alert.defaultButton = 1;
     alert.informativeText = PlaylistEditing::tr("This can't be undone");
     alert.buttons = QStringList{remove, PlaylistEditing::tr("Cancel")};
     return alert;
+}
+
+/// "Day 12" of one, "3 playlists: Day 12, Day 13, Selects" of several.
+QString subjectOf(const Library& library) {
+    QStringList names;
+    for (const qsizetype row : library.selectedPlaylistRows())
+        names << library.playlists()[size_t(row)]->name;
+    return names.size() == 1 ? names.front()
+                             : PlaylistEditing::tr("%1 playlists: %2").arg(names.size()).arg(names.join(QStringLiteral(", ")));
 }
 
 /// All items of a playlist in the order of their numbers, those that `order` names in its order on the places
@@ -120,9 +132,10 @@ void PlaylistEditing::removeSelectedPlaylists() {
     EditKind kind = EditKind::step;
     const bool loneDivider = rows.size() == 1 && library.selectedPlaylist()->isType(playlistType::divider);
     if (!nothingToLose && !loneDivider) {
-        const Alert question = rows.size() == 1
-                                   ? removalQuestion(tr("Remove Selected Playlist?"), tr("Remove Playlist"))
-                                   : removalQuestion(tr("Remove Selected Playlists?"), tr("Remove Playlists"));
+        const QString subject = subjectOf(library);
+        const Alert question =
+            rows.size() == 1 ? removalQuestion(tr("Remove Selected Playlist?"), tr("Remove Playlist"), subject)
+                             : removalQuestion(tr("Remove Selected Playlists?"), tr("Remove Playlists"), subject);
         if (surroundings_.alerts.run(question) != Alerts::firstButton) return;
         if (rows != library.selectedPlaylistRows()) return; // the question let something else happen
         kind = EditKind::final;
@@ -155,7 +168,7 @@ void PlaylistEditing::removeSelected(EditKind kind) {
 void PlaylistEditing::removeAllPlaylists(bool ask) {
     if (ask && !surroundings_.library.playlists().empty()) {
         const Alert question =
-            removalQuestion(tr("Remove all media?"), tr("Clear Session"));
+            removalQuestion(tr("Remove all media?"), tr("Clear Session"), surroundings_.sessionFiles.windowTitle());
         if (surroundings_.alerts.run(question) != Alerts::firstButton) return;
     }
     surroundings_.find.closeFindPanel();
@@ -197,8 +210,8 @@ void PlaylistEditing::removeSelectedMovies() {
     if (!mayRemoveSelectedMovies()) return;
     const Alert question =
         selected.size() == 1
-            ? removalQuestion(tr("Remove Selected Movie?"), tr("Remove Movie"))
-            : removalQuestion(tr("Remove Selected Movies?"), tr("Remove Movies"));
+            ? removalQuestion(tr("Remove Selected Movie?"), tr("Remove Movie"), subjectOf(library))
+            : removalQuestion(tr("Remove Selected Movies?"), tr("Remove Movies"), subjectOf(library));
     const auto playlist = library.selectedPlaylist();
     if (surroundings_.alerts.run(question) != Alerts::firstButton || playlist != library.selectedPlaylist())
         return;

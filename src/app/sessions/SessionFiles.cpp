@@ -1,6 +1,7 @@
 #include "app/sessions/SessionFiles.h"
 
 #include "app/playlists/Library.h"
+#include "app/sessions/RecentSessions.h"
 #include "app/sessions/SessionMigration.h"
 #include "base/jobs/WorkQueue.h"
 #include "model/bundle/BundleReading.h"
@@ -350,6 +351,8 @@ void SessionFiles::setCurrentSessionPath(const QString& path) {
     currentSessionPath_ = path;
     pathIsOfOtherSession_ = false;
     storeSessionPath();
+    recentSessions::note(surroundings_.preferences, path);
+    Q_EMIT pathChanged(path);
 }
 
 void SessionFiles::setPathOfOtherSession(const QString& path) {
@@ -359,6 +362,7 @@ void SessionFiles::setPathOfOtherSession(const QString& path) {
 
 void SessionFiles::forgetCurrentSessionPath() {
     currentSessionPath_.clear();
+    Q_EMIT pathChanged({});
 }
 
 void SessionFiles::setSessionTitle(const QString& title) {

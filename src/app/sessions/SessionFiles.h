@@ -75,6 +75,7 @@ Q_SIGNALS:
     void bundleChosen(const QString& bundle); ///< to be imported is what is no session: a movie's bundle
     void bringToFront();
     void titleChanged(const QString& title);
+    void pathChanged(const QString& path); ///< the current one's; null: none
     void modifiedChanged(bool modified);
 
 private:
