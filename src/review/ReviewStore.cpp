@@ -3,7 +3,10 @@
 #include "review/ListChanges.h"
 #include "review/RecordFields.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
+#include <unordered_set>
 
 namespace daylark {
 
@@ -21,7 +24,8 @@ RecordIds idsOf(ReviewRecords& records, const List& list) {
 } // namespace
 
 QString titleForItems(const QString& what, size_t items) {
-    return items == 1 ? what : QStringLiteral("%1 of %2 Items").arg(what).arg(items);
+    const QString said = QCoreApplication::translate("Words", what.toUtf8().constData());
+    return items == 1 ? said : QCoreApplication::translate("UndoHistory", "%1 of %2 Items").arg(said).arg(items);
 }
 
 void ReviewStore::replaceSession(ReviewRecords::Playlists playlists) {
@@ -119,9 +123,10 @@ bool ReviewStore::setSortOrder(const std::shared_ptr<Movie>& movie, const EditIn
 
 /// Whoever comes into a list is announced whole before: a listener may not have met it, or may have forgotten.
 void ReviewStore::announceNewRecords(const Change& change) {
-    const RecordIds before = recordIdsOf(change.before);
+    const RecordIds known = recordIdsOf(change.before);
+    const std::unordered_set<RecordId> before(known.begin(), known.end());
     for (const RecordId id : recordIdsOf(change.after)) {
-        if (std::find(before.begin(), before.end(), id) != before.end()) continue;
+        if (before.contains(id)) continue;
         const auto record = records_.record(id);
         if (!record) continue;
         if (const auto* playlist = dynamic_cast<const Playlist*>(record.get()))

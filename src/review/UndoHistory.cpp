@@ -4,6 +4,7 @@
 #include "review/RecordFields.h"
 #include "review/ReviewStore.h"
 
+#include <QCoreApplication>
 #include <QUndoCommand>
 
 #include <algorithm>
@@ -15,6 +16,11 @@ namespace {
 constexpr int mostSteps = 10000;
 /// So long nothing is typed or turned: what follows is another thought.
 constexpr int pauseMs = 3000;
+
+/// What was done, in the language of whoever did it.
+QString inWords(const QString& title) {
+    return QCoreApplication::translate("Words", title.toUtf8().constData());
+}
 
 bool isIn(const std::unordered_set<RecordId>& ids, RecordId id) {
     return ids.contains(id);
@@ -214,12 +220,12 @@ void UndoHistory::dropObsolete() {
 
 QString UndoHistory::undoText() const {
     const QString what = stack_.undoText();
-    return what.isEmpty() ? QStringLiteral("Undo") : QStringLiteral("Undo %1").arg(what);
+    return what.isEmpty() ? tr("Undo") : tr("Undo %1").arg(inWords(what));
 }
 
 QString UndoHistory::redoText() const {
     const QString what = stack_.redoText();
-    return what.isEmpty() ? QStringLiteral("Redo") : QStringLiteral("Redo %1").arg(what);
+    return what.isEmpty() ? tr("Redo") : tr("Redo %1").arg(inWords(what));
 }
 
 void UndoHistory::undo() {

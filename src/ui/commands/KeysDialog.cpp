@@ -23,6 +23,7 @@ KeysDialog::KeysDialog(const Commands& commands, const std::vector<Menu>& menus,
     , table_(new QTableWidget(0, 2, this)) {
     setWindowTitle(plain::windowTitle(title));
     table_->setObjectName(QStringLiteral("keys"));
+    table_->setAccessibleName(title);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setSelectionMode(QAbstractItemView::NoSelection);
     table_->setShowGrid(false);

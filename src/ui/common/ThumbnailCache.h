@@ -19,11 +19,16 @@ public:
     /// The picture of an image; null when it is nil or no picture.
     [[nodiscard]] QPixmap pixmap(const Image& image);
 
+    /// The same picture, larger: shown in its place until it is dropped.
+    void sharpen(const Image& image, const QImage& larger);
+    [[nodiscard]] bool isSharp(const Image& image, int width) const; ///< shown with so many pixels, or all that there are
+
 private:
     struct Entry {
         QByteArray bytes;
         QPixmap pixmap;
     };
+    void keep(const QByteArray& bytes, QPixmap pixmap);
     QCache<const char*, Entry> entries_;
 };
 

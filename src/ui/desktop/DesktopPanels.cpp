@@ -17,13 +17,18 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QTextEdit>
+#include <QTreeView>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace daylark {
 
@@ -33,6 +38,18 @@ QStringList patternListOf(const QStringList& extensions) {
     QStringList patterns;
     for (const QString& extension : extensions)
         patterns << QStringLiteral("*.") + extension;
+    return patterns;
+}
+
+/// The desktop's dialogs look at the case: a camera's "A001.MOV" is a movie, too.
+QStringList patternsOfAnyCase(const QStringList& extensions) {
+    QStringList patterns;
+    for (const QString& extension : extensions) {
+        QString pattern = QStringLiteral("*.");
+        for (const QChar letter : extension)
+            pattern += letter.isLetter() ? QStringLiteral("[%1%2]").arg(letter.toLower()).arg(letter.toUpper()) : QString(letter);
+        patterns << pattern;
+    }
     return patterns;
 }
 
@@ -56,7 +73,16 @@ void prepareDialog(QFileDialog& dialog, const QString& title, const QString& pro
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setWindowTitle(plain::windowTitle(title));
     if (!prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, prompt);
-    dialog.resize(760, 480);
+    const QSize room = dialog.screen()->availableSize() - QSize(40, 80);
+    dialog.resize(QSize(960, 560).boundedTo(room));
+    dialog.setViewMode(QFileDialog::Detail);
+    // The name takes what the other columns leave; these are as wide as what they say.
+    if (auto* files = dialog.findChild<QTreeView*>(QStringLiteral("treeView"))) {
+        QHeaderView* header = files->header();
+        header->setStretchLastSection(false);
+        for (int column = 0; column < header->count(); ++column)
+            header->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
+    }
 }
 
 void addAccessory(QFileDialog& dialog, const SavePanel& panel) {
@@ -110,7 +136,14 @@ private:
 
 int DesktopAlerts::run(const Alert& alert) {
     DismissibleBox box(alert.tellsDismissal, QApplication::activeWindow());
-    box.setWindowTitle(plain::windowTitle(QGuiApplication::applicationDisplayName()));
+    box.setWindowTitle(plain::windowTitle(alert.subject.isEmpty() ? QGuiApplication::applicationDisplayName()
+                                                                  : plain::line(alert.subject)));
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()); grid && !alert.subject.isEmpty()) {
+        // Wide enough for its title, beside which the frame has buttons and the program's name.
+        constexpr int besideTitle = 220, most = 720;
+        const int title = box.fontMetrics().horizontalAdvance(box.windowTitle()) + besideTitle;
+        grid->addItem(new QSpacerItem(std::min(title, most), 0), grid->rowCount(), 0, 1, grid->columnCount());
+    }
     // They may hold what a stranger wrote: shown letter by letter, blanks in a row too.
     const QString asWritten = QStringLiteral("<%1 style=\"white-space: pre-wrap\">%2</%1>");
     box.setText(asWritten.arg(QStringLiteral("b"), plain::markUp(alert.message)));
@@ -128,7 +161,8 @@ int DesktopAlerts::run(const Alert& alert) {
                                                           : QMessageBox::ActionRole;
         buttons.push_back(box.addButton(plain::menuTitle(titles[at]), role));
     }
-    box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
+    const int standard = std::clamp(alert.defaultButton, 0, int(buttons.size()) - 1);
+    box.setDefaultButton(static_cast<QPushButton*>(buttons[size_t(standard)]));
     if (!alert.tellsDismissal) box.setEscapeButton(buttons.back());
     if (!alert.details.isEmpty()) {
         box.setDetailedText(alert.details); // with a button of its own
@@ -144,9 +178,10 @@ namespace {
 
 bool replaceAgreed(const QString& path) {
     DesktopAlerts alerts;
-    return alerts.run({QStringLiteral("“%1” already exists.").arg(QFileInfo(path).fileName()),
-                       QStringLiteral("Replacing it will overwrite what it holds."),
-                       {QStringLiteral("Replace"), QStringLiteral("Cancel")},
+    return alerts.run({QCoreApplication::translate("DesktopPanels", "“%1” already exists.").arg(QFileInfo(path).fileName()),
+                       QCoreApplication::translate("DesktopPanels", "Replacing it will overwrite what it holds."),
+                       {QCoreApplication::translate("DesktopPanels", "Replace"),
+                        QCoreApplication::translate("DesktopPanels", "Cancel")},
                        AlertStyle::warning}) == Alerts::firstButton;
 }
 
@@ -220,7 +255,10 @@ std::optional<QStringList> DesktopPanels::openByPortal(const OpenPanel& panel) {
     request.multiple = panel.allowMultiple;
     request.folders = foldersOnly;
     request.folder = startFolder(folder_);
-    request.patterns = foldersOnly ? QStringList() : patternListOf(panel.allowedTypes);
+    request.patterns = foldersOnly                  ? QStringList()
+                       : panel.typesTitle.isEmpty() ? patternListOf(panel.allowedTypes)
+                                                    : patternsOfAnyCase(panel.allowedTypes);
+    request.patternsTitle = panel.typesTitle;
     PortalFileChooser chooser(*bus_.connection());
     const auto answer = chooser.run(request, QApplication::activeWindow());
     if (!answer) return std::nullopt;
@@ -258,7 +296,12 @@ QStringList DesktopPanels::runOpen(const OpenPanel& panel) {
                                              : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::ShowDirsOnly, foldersOnly);
     dialog.setOption(QFileDialog::ReadOnly, !foldersOnly); // no new folder where a file is looked for
-    if (!panel.allowedTypes.isEmpty()) dialog.setNameFilter(patternsOf(panel.allowedTypes));
+    if (!panel.typesTitle.isEmpty()) {
+        dialog.setOption(QFileDialog::HideNameFilterDetails); // as long as the table of extensions
+        dialog.setNameFilters({QStringLiteral("%1 (%2)").arg(panel.typesTitle, patternsOf(panel.allowedTypes)),
+                               QCoreApplication::translate("DesktopPanels", "All Files") + QStringLiteral(" (*)")});
+    } else if (!panel.allowedTypes.isEmpty())
+        dialog.setNameFilter(patternsOf(panel.allowedTypes));
     dialog.setDirectory(startFolder(folder_));
     if (!panel.prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, panel.prompt);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};

@@ -9,6 +9,7 @@
 #include "preferences/Preferences.h"
 #include "ui/desktop/DesktopBus.h"
 #include "ui/desktop/DesktopPanels.h"
+#include "ui/desktop/Translations.h"
 #include "ui/library/LibraryWindow.h"
 #include "ui/viewer/LostScreens.h"
 #include "ui/viewer/PlaylistDrawer.h"
@@ -19,6 +20,15 @@
 #include <algorithm>
 
 namespace daylark {
+
+namespace {
+
+/// A change is there from the next start on: menus and keys are made of texts once.
+struct Language {
+    explicit Language(const Preferences& preferences) { Translations::install(preferences.language()); }
+};
+
+} // namespace
 
 struct DesktopProgram::Objects {
     explicit Objects(const Places& places)
@@ -31,6 +41,7 @@ struct DesktopProgram::Objects {
 
     FailedWrites failedWrites;
     Preferences preferences;
+    Language language{preferences}; ///< before the first text is made
     /// The preference in bytes; 0 leaves it to the machine.
     static qint64 cacheBudget(const Preferences& preferences) {
         const qint64 megabytes = preferences.cacheSizeMegabytes();

@@ -1,5 +1,6 @@
 #include "ui/desktop/PortalFileChooser.h"
 
+#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -129,10 +130,14 @@ QVariantMap optionsOf(const PortalFileChooser::Request& request, const QString& 
     if (request.save) options[QStringLiteral("current_name")] = request.name;
     options[QStringLiteral("current_folder")] = QFile::encodeName(request.folder).append('\0');
     if (!request.patterns.isEmpty()) {
-        PortalFilter filter{request.patterns.join(QLatin1Char(' ')), {}};
+        const bool isNamed = !request.patternsTitle.isEmpty();
+        PortalFilter filter{isNamed ? request.patternsTitle : request.patterns.join(QLatin1Char(' ')), {}};
         for (const QString& pattern : request.patterns)
             filter.patterns.append({0, pattern});
-        options[QStringLiteral("filters")] = QVariant::fromValue(QList<PortalFilter>{filter});
+        QList<PortalFilter> filters{filter};
+        if (!request.patternsTitle.isEmpty())
+            filters.append({QCoreApplication::translate("DesktopPanels", "All Files"), {{0, QStringLiteral("*")}}});
+        options[QStringLiteral("filters")] = QVariant::fromValue(filters);
     }
     if (!request.choiceLabel.isEmpty()) {
         PortalChoice choice{choiceId, request.choiceLabel, {}, request.choice};

@@ -20,6 +20,7 @@ public:
         QString name;          ///< proposed; to save
         QString folder;        ///< to begin in
         QStringList patterns;  ///< of names; empty: all files
+        QString patternsTitle; ///< what these files are called; with one, all files can be shown instead
         QString choiceLabel;   ///< of a choice beside the name; null: none
         QStringList choices;
         QString choice; ///< of the choices, the one to begin with

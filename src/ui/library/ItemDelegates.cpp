@@ -1,14 +1,17 @@
 #include "ui/library/ItemDelegates.h"
 
+#include "app/relinking/FileExistence.h"
 #include "base/PlainText.h"
 #include "ui/library/MoviesModel.h"
 #include "ui/library/PlaylistsModel.h"
 #include "ui/common/Theme.h"
+#include "ui/common/text/NameText.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -19,9 +22,15 @@ namespace {
 constexpr int tilePadding = 6;
 constexpr int iconSide = 16;
 constexpr int flagSide = 20;
+constexpr int nameLines = 2; ///< of an item's name, in both views
 
 bool isSelected(const QStyleOptionViewItem& option) {
     return option.state & QStyle::State_Selected;
+}
+
+/// What names have in common is dimmed.
+QColor dimmedIn(const QStyleOptionViewItem& option) {
+    return isSelected(option) ? QColor(0xb8, 0xc6, 0xd6) : QColor(0x96, 0x96, 0x96);
 }
 
 void fillRow(QPainter& painter, const QStyleOptionViewItem& option) {
@@ -44,6 +53,7 @@ void paintThumbnail(QPainter& painter, const QRect& frame, const MoviesModel& mo
     const QPixmap picture = model.thumbnailAt(index.row());
     const auto movie = model.movieAt(index.row());
     const QString text = movie ? plain::line(movie->creatingThumbnailText) : QString();
+    const bool missing = movie && FileExistence::isMarkedMissing(*movie);
     if (!picture.isNull()) {
         QRect target = frame;
         const double wider =
@@ -53,7 +63,7 @@ void paintThumbnail(QPainter& painter, const QRect& frame, const MoviesModel& mo
             target.moveCenter(frame.center());
         }
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        painter.setOpacity(text == fileNotFoundText ? 0.35 : 1.0);
+        painter.setOpacity(missing ? 0.35 : 1.0);
         painter.drawPixmap(target, picture);
         painter.setOpacity(1.0);
     }
@@ -64,10 +74,11 @@ void paintThumbnail(QPainter& painter, const QRect& frame, const MoviesModel& mo
     }
     if (text.isEmpty()) return;
     painter.setFont(theme::smallFont());
-    painter.setPen(text == fileNotFoundText ? theme::warning : theme::text);
-    // Two lines: the label's four blanks stand where the line breaks.
+    painter.setPen(missing ? theme::warning : theme::text);
+    // Two lines: the label's four or five blanks stand where the line breaks.
     QString lines = text;
-    lines.replace(QStringLiteral("    "), QStringLiteral("\n"));
+    static const QRegularExpression blanks(QStringLiteral(" {4,}"));
+    lines.replace(blanks, QStringLiteral("\n"));
     painter.drawText(frame, Qt::AlignCenter | Qt::TextWordWrap, lines);
 }
 
@@ -105,9 +116,8 @@ void PlaylistDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
                    QRect(inside.left(), inside.top() + (inside.height() - iconSide) / 2, iconSide, iconSide));
         const QRect text = inside.adjusted(iconSide + 8, 0, 8, 0);
         painter->setFont(option.font);
-        painter->drawText(
-            text, Qt::AlignLeft | Qt::AlignVCenter,
-            option.fontMetrics.elidedText(index.data().toString(), Qt::ElideMiddle, text.width()));
+        const auto* model = qobject_cast<const PlaylistsModel*>(index.model());
+        if (model) nameText::paint(*painter, text, model->shownName(index.row()), 1, colour, dimmedIn(option));
     } else {
         painter->setFont(theme::smallFont());
         painter->drawText(inside, Qt::AlignRight | Qt::AlignVCenter, index.data().toString());
@@ -171,12 +181,14 @@ void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
             inside.setLeft(place.right() + 6);
         }
         painter->setFont(font);
-        painter->setPen(isSelected(option) ? theme::selectedText
-                                           : index.data(Qt::ForegroundRole).value<QColor>());
+        const QColor colour = isSelected(option) ? theme::selectedText : index.data(Qt::ForegroundRole).value<QColor>();
+        painter->setPen(colour);
+        const auto movie = name ? model_.movieAt(index.row()) : nullptr;
+        if (movie) nameText::paint(*painter, inside, model_.shownName(*movie), nameLines, colour, dimmedIn(option));
         const auto alignment = Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt());
-        painter->drawText(
-            inside, int(alignment),
-            QFontMetrics(font).elidedText(index.data().toString(), Qt::ElideMiddle, inside.width()));
+        if (!movie)
+            painter->drawText(inside, int(alignment),
+                              QFontMetrics(font).elidedText(index.data().toString(), Qt::ElideMiddle, inside.width()));
     }
     paintCurrentRow(*painter, option, index);
     painter->restore();
@@ -193,7 +205,7 @@ QSize TileDelegate::tileSize() const {
     const int picture = (width - 2 * tilePadding) * 9 / 16;
     const int name = QFontMetrics(QApplication::font()).height();
     const int facts = QFontMetrics(theme::smallFont()).height();
-    return {width, tilePadding + picture + 4 + name + 2 + facts + 4 + std::max(iconSide, facts) + tilePadding};
+    return {width, tilePadding + picture + 4 + nameLines * name + 2 + facts + 4 + std::max(iconSide, facts) + tilePadding};
 }
 
 QSize TileDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
@@ -231,11 +243,10 @@ void TileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 
     const QColor colour = index.siblingAtColumn(Column::name).data(Qt::ForegroundRole).value<QColor>();
     const QFontMetrics nameMetrics(QApplication::font());
-    QRect line(inside.left(), picture.bottom() + 5, inside.width(), nameMetrics.height());
+    QRect line(inside.left(), picture.bottom() + 5, inside.width(), nameLines * nameMetrics.height());
     painter->setFont(QApplication::font());
-    painter->setPen(selected ? theme::selectedText : colour);
-    painter->drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
-                      nameMetrics.elidedText(plain::line(movie->filenameString), Qt::ElideMiddle, line.width()));
+    nameText::paint(*painter, line, model_.shownName(*movie), nameLines, selected ? theme::selectedText : colour,
+                    dimmedIn(option), Qt::AlignTop);
     const QFontMetrics factsMetrics(theme::smallFont());
     line = QRect(inside.left(), line.bottom() + 3, inside.width(), factsMetrics.height());
     painter->setFont(theme::smallFont());

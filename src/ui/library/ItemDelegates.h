@@ -44,6 +44,7 @@ public:
     explicit TileDelegate(const MoviesModel& model, QObject* parent = nullptr);
     void setScale(double scale) { scale_ = scale; } ///< 1 to 4
     [[nodiscard]] QSize tileSize() const;           ///< points
+    [[nodiscard]] int pictureWidth() const { return int(150 * scale_) - 16; } ///< points
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;

@@ -3,27 +3,44 @@
 #include <QHash>
 #include <QWidget>
 
+#include <functional>
+#include <memory>
+#include <vector>
+
 class QVBoxLayout;
 
 namespace daylark {
 
-class PlainLabel;
+class ItemFacts;
 class Library;
+class Movie;
 class MoviesModel;
+class PlainLabel;
 
-/// The item information box: the facts of the selected item, or what several selected ones come to. Interface
+/// The item information box: the facts of the selected item; of several, what they come to and what they share. Interface
 /// thread.
 class ItemInformation : public QWidget {
     Q_OBJECT
 public:
-    ItemInformation(Library& library, const MoviesModel& model, QWidget* parent = nullptr);
+    ItemInformation(Library& library, const MoviesModel& model, ItemFacts& facts, QWidget* parent = nullptr);
     void refresh();
 
 private:
+    using Movies = std::vector<std::shared_ptr<Movie>>;
+    struct Row {
+        QString label;
+        std::function<QString(const Movie&)> text; ///< empty: nothing to say
+    };
+    void makeRows();
+    void addColumns(std::initializer_list<int> ids);
+    void showOne(const Movie& movie);
+    void showSeveral(const Movies& movies);
     void show(const QString& fact, const QString& value);
 
     Library& library_;
     const MoviesModel& model_;
+    ItemFacts& itemFacts_;
+    std::vector<Row> rows_; ///< in their order
     QVBoxLayout* facts_;
     PlainLabel* picture_;
     PlainLabel* title_;

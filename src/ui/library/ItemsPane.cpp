@@ -1,6 +1,7 @@
 #include "ui/library/ItemsPane.h"
 
 #include "app/PlaylistController.h"
+#include "base/PlainText.h"
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/DropHint.h"
@@ -8,6 +9,7 @@
 #include "ui/common/ReorderView.h"
 #include "ui/common/ThumbnailCache.h"
 #include "ui/library/DragPicture.h"
+#include "ui/library/FreeColumn.h"
 #include "ui/library/ItemDelegates.h"
 #include "ui/library/ItemInformation.h"
 #include "ui/library/MoviesModel.h"
@@ -54,10 +56,11 @@ ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, Q
     , thumbnails_(std::make_unique<ThumbnailCache>())
     , model_(new MoviesModel(controller.library(), controller.preferences(), *thumbnails_, this)) {
     model_->markLinked(controller.linkOpening());
+    model_->tellFacts(controller.itemFacts());
     stack_ = new QStackedWidget(this);
     makeTable();
     makeTiles();
-    information_ = new ItemInformation(controller_.library(), *model_, this);
+    information_ = new ItemInformation(controller_.library(), *model_, controller_.itemFacts(), this);
     information_->hide();
     makeLayout(commands);
 
@@ -79,12 +82,24 @@ ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, Q
 
     visibleChanged_.setSingleShot(true);
     visibleChanged_.setInterval(100);
-    connect(&visibleChanged_, &QTimer::timeout, this, &ItemsPane::prioritiseVisible);
+    connect(&visibleChanged_, &QTimer::timeout, this, &ItemsPane::followVisible);
     connect(model_, &QAbstractItemModel::modelReset, &visibleChanged_, qOverload<>(&QTimer::start));
+    connect(model_, &QAbstractItemModel::dataChanged, this, [this] {
+        if (!visibleChanged_.isActive()) visibleChanged_.start(); // many in a row don't put it off
+    });
+    connect(this, &ItemsPane::looksChanged, &visibleChanged_, qOverload<>(&QTimer::start));
+    connect(&controller_.preferences().sharpThumbnails, &PreferenceItem::changed, &visibleChanged_,
+            qOverload<>(&QTimer::start));
+    connect(&controller_.largeThumbnails(), &LargeThumbnails::made, this, [this](const Image& thumbnail, const QImage& picture) {
+        thumbnails_->sharpen(thumbnail, picture);
+        activeView()->viewport()->update();
+    });
     for (const QAbstractItemView* view :
-         {static_cast<QAbstractItemView*>(table_), static_cast<QAbstractItemView*>(tiles_)})
-        connect(view->verticalScrollBar(), &QScrollBar::valueChanged, &visibleChanged_,
-                qOverload<>(&QTimer::start));
+         {static_cast<QAbstractItemView*>(table_), static_cast<QAbstractItemView*>(tiles_)}) {
+        connect(view->verticalScrollBar(), &QScrollBar::valueChanged, &visibleChanged_, qOverload<>(&QTimer::start));
+        // So it is when the window becomes larger.
+        connect(view->verticalScrollBar(), &QScrollBar::rangeChanged, &visibleChanged_, [this] { visibleChanged_.start(); });
+    }
 
     const int stored = controller_.preferences().libraryWindowTileSize();
     setTileSize(stored > 0 ? stored : 100);
@@ -176,14 +191,17 @@ void ItemsPane::makeTable() {
     for (int section = 0; section < Column::tableTotal; ++section) {
         const Column& facts = column(section);
         const bool text = *facts.title;
-        const int title = text ? header->fontMetrics().horizontalAdvance(QLatin1String(facts.title)) + 32 : 0;
+        const int title = text ? header->fontMetrics().horizontalAdvance(facts.titleText()) + 32 : 0;
         header->resizeSection(section, std::max(title, text ? int(facts.width * larger) : facts.width));
     }
 
+    names_ = new FreeColumn(*table, Column::name); // hears of widths before they are stored
     prepareDrags(table);
     connect(header, &QHeaderView::sectionClicked, this, &ItemsPane::sortByColumn);
     connect(header, &QWidget::customContextMenuRequested, this, &ItemsPane::showColumnsMenu);
-    connect(header, &QHeaderView::sectionResized, &columnsChanged_, qOverload<>(&QTimer::start));
+    connect(header, &QHeaderView::sectionResized, &columnsChanged_, [this] {
+        if (!names_->isFitting()) columnsChanged_.start();
+    });
     connect(header, &QHeaderView::sectionMoved, &columnsChanged_, qOverload<>(&QTimer::start));
     tableHint_ = new DropHint(tr("Drop movies or folders here"), table);
     stack_->addWidget(table);
@@ -238,7 +256,14 @@ void ItemsPane::makeLayout(const Commands& commands) {
     auto* bar = new QHBoxLayout;
     bar->setContentsMargins(8, 4, 8, 4);
     bar->setSpacing(4);
-    bar->addWidget(commands.button(QStringLiteral("session.addMedia"), this));
+    auto* adding = new QMenu(this);
+    for (const char* id : {"session.addMedia", "session.addFolder", "session.addBundle"})
+        adding->addAction(commands.action(QLatin1String(id)));
+    QToolButton* add = commands.button(QStringLiteral("session.addMedia"), this);
+    add->setMenu(adding);
+    add->setPopupMode(QToolButton::MenuButtonPopup);
+    add->setMinimumWidth(36);
+    bar->addWidget(add);
     bar->addWidget(commands.button(QStringLiteral("item.open"), this));
     bar->addSpacing(12);
     bar->addWidget(filter_, 1);
@@ -288,6 +313,7 @@ void ItemsPane::setTileSize(int percent) {
     const QModelIndex current = tiles_->currentIndex();
     tiles_->setGridSize(size);
     if (current.isValid()) tiles_->scrollTo(current);
+    visibleChanged_.start();
     if (controller_.preferences().libraryWindowTileSize() != percent)
         controller_.preferences().libraryWindowTileSize.set(percent);
 }
@@ -331,8 +357,7 @@ void ItemsPane::showLibrarySelection(QAbstractItemView* view) {
     following_ = false;
 }
 
-void ItemsPane::prioritiseVisible() {
-    if (controller_.thumbnails().isIdle()) return;
+std::vector<std::shared_ptr<Movie>> ItemsPane::visibleMovies() const {
     const QAbstractItemView* view = activeView();
     const Library::Movies& movies = controller_.library().arrangedMovies();
     constexpr int probe = 40; // points, smaller than any row or tile
@@ -344,12 +369,26 @@ void ItemsPane::prioritiseVisible() {
     Thumbnails::Movies visible;
     for (const int row : rows)
         visible.push_back(movies[size_t(row)]);
-    controller_.thumbnails().prioritise(visible);
+    return visible;
+}
+
+void ItemsPane::followVisible() {
+    const std::vector<std::shared_ptr<Movie>> visible = visibleMovies();
+    if (!controller_.thumbnails().isIdle()) controller_.thumbnails().prioritise(visible);
+    const bool soundShown = !tilesShown() && !table_->isColumnHidden(Column::sound);
+    if (soundShown) controller_.itemFacts().want(visible);
+    const int shown = tilesShown() ? tileDelegate_->pictureWidth() : table_->columnWidth(Column::thumbnail);
+    const int width = int(shown * devicePixelRatio());
+    std::vector<std::shared_ptr<Movie>> blurred;
+    std::copy_if(visible.begin(), visible.end(), std::back_inserter(blurred),
+                 [&](const auto& movie) { return !thumbnails_->isSharp(movie->thumbnail, std::min(width, 1024)); });
+    controller_.largeThumbnails().want(blurred, width);
 }
 
 /// A first click sorts upwards, a second downwards, a third gives the playlist's own order back.
 void ItemsPane::sortByColumn(int column) {
     Library& library = controller_.library();
+    if (!columns()[size_t(column)].sortKey) return;
     const QString field = QLatin1String(columns()[size_t(column)].field);
     if (library.sortField() != field)
         library.setSort(field, true);
@@ -391,6 +430,8 @@ void ItemsPane::showColumnsMenu(const QPoint& position) {
 void ItemsPane::restoreColumns() {
     const QByteArray stored = controller_.preferences().libraryWindowColumns();
     if (!stored.isEmpty()) table_->horizontalHeader()->restoreState(stored);
+    const int names = controller_.preferences().libraryWindowNameWidth();
+    names_->setLeast(names > 0 ? names : table_->columnWidth(Column::name));
     table_->horizontalHeader()->setSectionsMovable(true);
     table_->setColumnHidden(Column::name, false);
     showSortIndicator();
@@ -407,14 +448,14 @@ void ItemsPane::fitNames() {
     constexpr int narrowest = 160, widest = 420;
     int width = narrowest;
     for (size_t at = 0; at < movies.size() && at < looked; ++at)
-        width = std::max(width, table_->fontMetrics().horizontalAdvance(movies[at]->filenameString) + 16);
-    table_->horizontalHeader()->resizeSection(Column::name, std::min(width, widest));
-    columnsChanged_.stop(); // nobody chose it
+        width = std::max(width, table_->fontMetrics().horizontalAdvance(plain::line(movies[at]->shownName())) + 16);
+    names_->setLeast(std::min(width, widest));
 }
 
 void ItemsPane::storeColumns() {
     columnsChanged_.stop();
     controller_.preferences().libraryWindowColumns.set(table_->horizontalHeader()->saveState());
+    controller_.preferences().libraryWindowNameWidth.set(names_->least());
 }
 
 void ItemsPane::goToSearch() {

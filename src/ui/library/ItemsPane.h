@@ -17,6 +17,7 @@ namespace daylark {
 class Commands;
 class DropHint;
 class FilterControls;
+class FreeColumn;
 class ItemInformation;
 class Movie;
 class MoviesModel;
@@ -67,7 +68,8 @@ private:
     void prepareDrags(View* view);
     [[nodiscard]] QString hintText() const;
     void followLibrary();
-    void prioritiseVisible(); ///< what a person looks at gets its thumbnail first
+    [[nodiscard]] std::vector<std::shared_ptr<Movie>> visibleMovies() const;
+    void followVisible(); ///< what a person looks at gets its thumbnail first, sharp, and its facts
     void showLibrarySelection(QAbstractItemView* view);
     void sortByColumn(int column);
     void showColumnsMenu(const QPoint& position);
@@ -86,6 +88,7 @@ private:
     QWidget* sizeControls_ = nullptr;
     ItemInformation* information_ = nullptr;
     FilterControls* filter_ = nullptr;
+    FreeColumn* names_ = nullptr;
     DropHint* tableHint_ = nullptr;
     DropHint* tilesHint_ = nullptr;
     QTimer columnsChanged_;

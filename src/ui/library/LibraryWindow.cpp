@@ -5,15 +5,18 @@
 #include "base/PlainText.h"
 #include "commands/library/LibraryCommands.h"
 #include "preferences/Preferences.h"
+#include "review/ManyChanges.h"
 #include "ui/commands/Commands.h"
 #include "ui/commands/KeysDialog.h"
 #include "ui/commands/LibraryKeys.h"
 #include "ui/common/FailedWritesBar.h"
 #include "ui/common/Theme.h"
+#include "ui/common/notice/PassingLine.h"
 #include "ui/library/ItemsPane.h"
 #include "ui/library/MoviesModel.h"
 #include "ui/library/PlaylistsPane.h"
 #include "ui/library/ProgressWindow.h"
+#include "ui/library/RecentSessionsMenu.h"
 #include "ui/library/StatusStrip.h"
 #include "ui/library/search/SmartRulesPanel.h"
 #include "ui/preferences/PreferencesWindow.h"
@@ -72,6 +75,9 @@ void LibraryWindow::makeCentre() {
     layout->addWidget(new FailedWritesBar(controller_.failedWrites(), centre));
     layout->addWidget(status_);
     setCentralWidget(centre);
+    ReviewEdits& edits = controller_.edits();
+    tellOf(*new ManyChanges(edits.store(), edits.history(), this), *new PassingLine(*items_),
+           [this] { return controller_.preferences().tellOfManyChanges(); });
 
     connect(splitter_, &QSplitter::splitterMoved, this,
             [this] { controller_.preferences().playlistViewWidth.set(playlists_->width()); });
@@ -115,6 +121,7 @@ void LibraryWindow::addCommands() {
     informationShown_ = &state.informationShown;
     commands_ = new Commands(commandSet_, keys_, this);
     commands_->fill(*menuBar(), libraryMenus());
+    new RecentSessionsMenu(controller_, *commands_->action(QStringLiteral("session.clearRecent"))); // its menu owns it
 }
 
 void LibraryWindow::connectController() {
@@ -142,7 +149,10 @@ void LibraryWindow::connectPreferences() {
 }
 
 void LibraryWindow::showTab() {
-    items_->showTiles(controller_.preferences().initialTabItem() == 1);
+    const Preferences& preferences = controller_.preferences();
+    const int wanted = preferences.initialTabItem();
+    constexpr int tiles = 1, asLeft = 2;
+    items_->showTiles(wanted == asLeft ? !preferences.libraryWindowShowsList() : wanted == tiles);
 }
 
 void LibraryWindow::restoreLooks() {
@@ -165,6 +175,7 @@ void LibraryWindow::restoreLooks() {
 
 void LibraryWindow::storeLooks() {
     controller_.preferences().libraryWindowGeometry.set(saveGeometry());
+    controller_.preferences().libraryWindowShowsList.set(!items_->tilesShown());
 }
 
 void LibraryWindow::bringToFront() {
@@ -209,7 +220,7 @@ void LibraryWindow::showNewRules() {
 }
 
 void LibraryWindow::showShortcuts() {
-    auto* keys = new KeysDialog(*commands_, libraryMenus(), tr("Library Shortcuts"), this);
+    auto* keys = new KeysDialog(*commands_, libraryMenus(), tr("Keys of the Library"), this);
     keys->setAttribute(Qt::WA_DeleteOnClose);
     keys->show();
 }

@@ -1,7 +1,9 @@
 #include "ui/library/MoviesModel.h"
 
+#include "app/files/ItemFacts.h"
 #include "app/links/LinkOpening.h"
 #include "app/playlists/Library.h"
+#include "app/relinking/FileExistence.h"
 #include "base/PlainText.h"
 #include "preferences/Preferences.h"
 #include "ui/common/Theme.h"
@@ -27,14 +29,35 @@ MoviesModel::MoviesModel(Library& library, Preferences& preferences, ThumbnailCa
         beginResetModel();
         rows_ = library_.arrangedMovies();
         rowsOfMovie_.clear(); // made when it is asked for: not while a search is typed
+        names_.reset();
         endResetModel();
     };
     takeOver();
     connect(&library_, &Library::arrangedMoviesChanged, this, takeOver);
     connect(&library_, &Library::movieUpdated, this, [this](const std::shared_ptr<Movie>& movie) {
+        names_.reset(); // its file may be another now
         for (const int row : rowsOf(*movie))
             Q_EMIT dataChanged(index(row, 0), index(row, Column::tableTotal - 1));
     });
+    for (const PreferenceItem* looks : {static_cast<PreferenceItem*>(&preferences_.dimCommonBeginnings),
+                                        static_cast<PreferenceItem*>(&preferences_.displayFileExtensions)})
+        connect(looks, &PreferenceItem::changed, this, &MoviesModel::namesChanged);
+}
+
+void MoviesModel::namesChanged() {
+    names_.reset();
+    refreshAll();
+}
+
+/// The beginning is common to the whole list, whatever is filtered.
+ShownName MoviesModel::shownName(const Movie& movie) const {
+    if (!names_) {
+        QStringList names;
+        for (const auto& each : library_.unfilteredMovies())
+            names << each->shownName();
+        names_.emplace(names, ShownNames::Looks{preferences_.displayFileExtensions(), preferences_.dimCommonBeginnings()});
+    }
+    return names_->shown(movie.shownName());
 }
 
 QList<int> MoviesModel::rowsOf(const Movie& movie) {
@@ -54,19 +77,43 @@ int MoviesModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : int(Column::tableTotal);
 }
 
+void MoviesModel::tellFacts(const ItemFacts& facts) {
+    facts_ = &facts;
+    connect(&facts, &ItemFacts::known, this, [this](const QString& path) {
+        for (size_t row = 0; row < rows_.size(); ++row)
+            if (rows_[row]->filepathString == path)
+                Q_EMIT dataChanged(index(int(row), Column::sound), index(int(row), Column::sound));
+    });
+}
+
+QString MoviesModel::textOf(const Movie& movie, int section) const {
+    switch (section) {
+    case Column::name:
+        return shownName(movie).text;
+    case Column::flag:
+        return flagName(movie);
+    case Column::sound:
+        return facts_ ? facts_->soundOf(movie) : QString();
+    default:
+        return column(section).textOf(movie);
+    }
+}
+
 QString MoviesModel::hintOf(const Movie& movie, int section) const {
     const Column& facts = column(section);
     if (section == Column::flag) return flagName(movie);
-    if (facts.image) return facts.hasIcon(movie) ? QString::fromLatin1(facts.hint) : QString();
+    if (facts.image) return facts.hasIcon(movie) ? facts.hintText() : QString();
     if (section == Column::thumbnail || section == Column::name) {
-        QStringList lines{plain::line(movie.filenameString)};
+        QStringList lines{plain::line(movie.shownName())};
         if (const QString flag = flagName(movie); !flag.isEmpty()) lines << flag;
         if (const QString said = factsOf(movie); !said.isEmpty()) lines << said;
         if (cameByLink(movie)) lines << tr("Came by a link");
         if (!movie.creatingThumbnailText.isEmpty()) lines << plain::line(movie.creatingThumbnailText).simplified();
         return lines.join(QLatin1Char('\n'));
     }
-    return facts.textOf(movie);
+    if (section == Column::sound && facts_ && facts_->of(movie))
+        if (const QString tracks = ItemFacts::soundTracksOf(*facts_->of(movie)); !tracks.isEmpty()) return tracks;
+    return textOf(movie, section);
 }
 
 QVariant MoviesModel::data(const QModelIndex& index, int role) const {
@@ -75,7 +122,7 @@ QVariant MoviesModel::data(const QModelIndex& index, int role) const {
     const Column& facts = column(index.column());
     switch (role) {
     case Qt::DisplayRole:
-        return plain::line(facts.id == Column::flag ? flagName(*movie) : facts.textOf(*movie));
+        return plain::line(textOf(*movie, facts.id));
     case Qt::ToolTipRole:
         return plain::toolTip(hintOf(*movie, facts.id));
     case Qt::AccessibleTextRole:
@@ -85,7 +132,7 @@ QVariant MoviesModel::data(const QModelIndex& index, int role) const {
         return name.isEmpty() ? QVariant() : QVariant(theme::icon(name));
     }
     case Qt::ForegroundRole:
-        if (movie->creatingThumbnailText == fileNotFoundText) return theme::warning;
+        if (FileExistence::isMarkedMissing(*movie)) return theme::warning;
         return facts.id == Column::name ? theme::text : QColor(0xb0, 0xb0, 0xb0);
     case Qt::TextAlignmentRole:
         return int(sideOf(facts) | Qt::AlignVCenter);
@@ -104,12 +151,12 @@ QVariant MoviesModel::headerData(int section, Qt::Orientation orientation, int r
     const Column& facts = column(section);
     switch (role) {
     case Qt::DisplayRole:
-        return QString::fromLatin1(facts.title);
+        return facts.titleText();
     case Qt::DecorationRole:
         return *facts.icon ? QVariant(theme::icon(QString::fromLatin1(facts.icon))) : QVariant();
     case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
-        return QString::fromLatin1(facts.label); // ours
+        return facts.labelText(); // ours
     case Qt::TextAlignmentRole:
         return int((*facts.icon ? Qt::AlignHCenter : sideOf(facts)) | Qt::AlignVCenter);
     default:

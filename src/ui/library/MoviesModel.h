@@ -1,16 +1,19 @@
 #pragma once
 
 #include "app/arrangement/Columns.h"
+#include "app/arrangement/ShownNames.h"
 
 #include <QAbstractTableModel>
 #include <QMultiHash>
 #include <QPixmap>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace daylark {
 
+class ItemFacts;
 class Library;
 class LinkOpening;
 class ThumbnailCache;
@@ -32,24 +35,30 @@ public:
 
     [[nodiscard]] std::shared_ptr<Movie> movieAt(int row) const; ///< null for rows that don't exist
     [[nodiscard]] QPixmap thumbnailAt(int row) const;
+    [[nodiscard]] ShownName shownName(const Movie& movie) const; ///< of an item that is shown here
     [[nodiscard]] QString factsOf(const Movie& movie) const;  ///< "96 · 24 · 00:04"
     [[nodiscard]] QString flagName(const Movie& movie) const; ///< as the user calls it; empty without a flag
     /// The icons of a record in their fixed order: notes, drawing, bookmark, grade, instance.
     [[nodiscard]] static std::vector<QString> iconNames(const Movie& movie);
 
+    void tellFacts(const ItemFacts& facts); ///< for what records don't say
     void markLinked(const LinkOpening& links) { links_ = &links; } ///< items that came by a link in this run
     [[nodiscard]] bool cameByLink(const Movie& movie) const;
 
     void refreshAll(); ///< found states or flag names changed
 
 private:
+    [[nodiscard]] QString textOf(const Movie& movie, int column) const;
     [[nodiscard]] QString hintOf(const Movie& movie, int column) const;
+    void namesChanged();
     [[nodiscard]] QList<int> rowsOf(const Movie& movie);
 
     Library& library_;
     Preferences& preferences_;
     ThumbnailCache& thumbnails_;
     const LinkOpening* links_ = nullptr;
+    const ItemFacts* facts_ = nullptr;
+    mutable std::optional<ShownNames> names_;   ///< of the list; made when it is asked for
     std::vector<std::shared_ptr<Movie>> rows_;  ///< what the views were last told
     QMultiHash<const Movie*, int> rowsOfMovie_; ///< a record may stand in a playlist twice
 };

@@ -3,6 +3,7 @@
 #include "app/playlists/Library.h"
 #include "app/playlists/PlaylistEditing.h"
 #include "base/PlainText.h"
+#include "preferences/Preferences.h"
 #include "ui/common/Theme.h"
 
 #include <algorithm>
@@ -24,15 +25,15 @@ QString typeIconName(const Playlist& playlist) {
 
 QString playlistHint(const Playlist& playlist, size_t items) {
     QString count = plain::line(playlist.name) + u'\n' +
-                    (items == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(items));
-    if (playlist.isType(playlistType::smart)) count += QStringLiteral("\nSmartlist");
+                    (items == 1 ? PlaylistsModel::tr("1 item") : PlaylistsModel::tr("%1 items").arg(items));
+    if (playlist.isType(playlistType::smart)) count += u'\n' + PlaylistsModel::tr("Smartlist");
     if (playlist.isType(playlistType::folder))
-        count += QStringLiteral("\nShows the folder ") + plain::line(playlist.directoryPath.toLocalFile());
+        count += u'\n' + PlaylistsModel::tr("Shows the folder %1").arg(plain::line(playlist.directoryPath.toLocalFile()));
     switch (playlist.status) {
     case 1:
-        return count + QStringLiteral("\nSome files are missing");
+        return count + u'\n' + PlaylistsModel::tr("Some files are missing");
     case 2:
-        return count + QStringLiteral("\nAll files are missing");
+        return count + u'\n' + PlaylistsModel::tr("All files are missing");
     default:
         return isDividerRow(playlist) ? plain::line(playlist.name) : count;
     }
@@ -40,22 +41,42 @@ QString playlistHint(const Playlist& playlist, size_t items) {
 
 } // namespace
 
-PlaylistsModel::PlaylistsModel(Library& library, PlaylistEditing& editing, QObject* parent)
+PlaylistsModel::PlaylistsModel(Library& library, PlaylistEditing& editing, const Preferences& preferences,
+                               QObject* parent)
     : QAbstractTableModel(parent)
     , library_(library)
     , editing_(editing)
+    , preferences_(preferences)
     , rows_(library.playlists()) {
     connect(&library_, &Library::playlistsChanged, this, [this] {
         beginResetModel();
         rows_ = library_.playlists();
+        names_.reset();
         endResetModel();
     });
     connect(&library_, &Library::playlistUpdated, this, [this](const std::shared_ptr<Playlist>& playlist) {
         const auto found = std::find(rows_.begin(), rows_.end(), playlist);
         if (found == rows_.end()) return;
+        names_.reset(); // its own may be another
         const int row = int(found - rows_.begin());
         Q_EMIT dataChanged(index(row, 0), index(row, columnTotal - 1));
     });
+    connect(&preferences_.dimCommonBeginnings, &PreferenceItem::changed, this, [this] {
+        names_.reset();
+        refreshAll();
+    });
+}
+
+/// Dividers only separate: their names say nothing of the others'.
+ShownName PlaylistsModel::shownName(int row) const {
+    if (row < 0 || size_t(row) >= rows_.size()) return {};
+    if (!names_) {
+        QStringList names;
+        for (const auto& playlist : rows_)
+            if (!isDividerRow(*playlist)) names << playlist->name;
+        names_.emplace(names, ShownNames::Looks{true, preferences_.dimCommonBeginnings()});
+    }
+    return names_->shown(rows_[size_t(row)]->name);
 }
 
 int PlaylistsModel::rowCount(const QModelIndex& parent) const {
@@ -120,7 +141,7 @@ bool PlaylistsModel::setData(const QModelIndex& index, const QVariant& value, in
 
 QVariant PlaylistsModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return section == nameColumn ? QStringLiteral("Playlists") : QStringLiteral("Items");
+    return section == nameColumn ? tr("Playlists") : tr("Items");
 }
 
 void PlaylistsModel::refreshAll() {

@@ -23,7 +23,7 @@ namespace daylark {
 PlaylistsPane::PlaylistsPane(PlaylistController& controller, const Commands& commands, QWidget* parent)
     : QWidget(parent)
     , controller_(controller)
-    , model_(new PlaylistsModel(controller.library(), controller.playlistEditing(), this)) {
+    , model_(new PlaylistsModel(controller.library(), controller.playlistEditing(), controller.preferences(), this)) {
     makeTable();
     hint_ = new DropHint(tr("Drop folders here,\neach becomes a playlist"), table_);
 

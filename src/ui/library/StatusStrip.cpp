@@ -4,6 +4,7 @@
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <QToolButton>
@@ -23,6 +24,7 @@ QString countedItems(qsizetype count) {
 StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     : QWidget(parent)
     , controller_(controller)
+    , session_(new PlainLabel(this))
     , counts_(new PlainLabel(this))
     , trouble_(new PlainLabel(this))
     , job_(new PlainLabel(this))
@@ -30,7 +32,8 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     , cancel_(new QToolButton(this)) {
     setFixedHeight(std::max(28, fontMetrics().height() + 8));
     setAccessibleName(tr("Status"));
-    for (PlainLabel* label : {counts_, job_}) {
+    session_->setObjectName(QStringLiteral("sessionName"));
+    for (PlainLabel* label : {session_, counts_, job_}) {
         label->setFont(theme::smallFont());
         label->setStyleSheet(QStringLiteral("color: #a4a4a4;"));
     }
@@ -48,6 +51,7 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 0, 4, 0);
     layout->setSpacing(8);
+    layout->addWidget(session_);
     layout->addWidget(counts_);
     layout->addWidget(trouble_);
     layout->addStretch();
@@ -55,6 +59,8 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
     layout->addWidget(bar_);
     layout->addWidget(cancel_);
 
+    connect(&controller_.sessionFiles(), &SessionFiles::pathChanged, this, &StatusStrip::showSession);
+    showSession();
     connect(cancel_, &QToolButton::clicked, this, [this] { controller_.progress().cancel(jobId_); });
     connect(&controller_.progress(), &ProgressBoard::changed, this, &StatusStrip::refresh);
     connect(&controller_.library(), &Library::arrangedMoviesChanged, this, &StatusStrip::refresh);
@@ -66,6 +72,15 @@ StatusStrip::StatusStrip(PlaylistController& controller, QWidget* parent)
             &StatusStrip::refresh);
     connect(&controller_.sessionFiles().temporarySession(), &TemporarySession::loaded, this, &StatusStrip::refresh);
     refresh();
+}
+
+/// The file that a Save goes to; the window's title keeps its own name.
+void StatusStrip::showSession() {
+    constexpr qsizetype longest = 40;
+    const QString path = controller_.sessionFiles().currentSessionPath();
+    session_->setVisible(!path.isEmpty());
+    session_->setText(plain::line(QFileInfo(path).fileName(), longest));
+    session_->setToolTip(plain::toolTip(path));
 }
 
 void StatusStrip::refresh() {

@@ -17,6 +17,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace daylark {
 
 namespace {
@@ -50,7 +52,7 @@ void OptionsPanel::addOverlayRows() {
     QSpinBox* start = number(tr("Counter starts at"), preferences.counterStartFrame, -1000000, 1000000);
     auto* toOne = new QPushButton(tr("Set to 1"), this);
     toOne->setObjectName(QStringLiteral("counterToOne"));
-    toOne->setFixedWidth(optionChoiceWidth - optionFieldWidth - 8);
+    toOne->setMinimumWidth(optionChoiceWidth - optionFieldWidth - 8);
     toOne->setFocusPolicy(Qt::NoFocus);
     toOne->setToolTip(tr("The frame on screen counts as 1"));
     connect(toOne, &QPushButton::clicked, &controller_.time(), &TimeDisplay::setFrameCounterToOne);
@@ -127,7 +129,7 @@ void OptionsPanel::addPlaybackRows() {
     givesKeyboardBack(rate);
     auto* reset = new QPushButton(tr("Reset"), this);
     reset->setObjectName(QStringLiteral("resetRate"));
-    reset->setFixedWidth((optionChoiceWidth - 8) / 2);
+    reset->setMinimumWidth((optionChoiceWidth - 8) / 2);
     reset->setFocusPolicy(Qt::NoFocus);
     reset->setToolTip(tr("Plays at the movie's own rate"));
     connect(reset, &QPushButton::clicked, this,
@@ -197,7 +199,8 @@ QComboBox* OptionsPanel::choice(const QString& name, PreferenceItem& preference,
     auto* box = new QComboBox(this);
     box->setFocusPolicy(Qt::NoFocus);
     box->setAccessibleName(name);
-    box->setFixedWidth(optionChoiceWidth);
+    box->setMinimumWidth(optionChoiceWidth);
+    box->setSizeAdjustPolicy(QComboBox::AdjustToContents); // whatever the size of text
     binding::toChoice(box, preference, choices);
     return box;
 }
@@ -207,7 +210,7 @@ QSpinBox* OptionsPanel::number(const QString& name, Preference<int>& preference,
     field->setRange(least, most);
     field->setAccessibleName(name);
     field->setToolTip(plain::toolTip(name));
-    field->setFixedWidth(optionFieldWidth);
+    field->setFixedWidth(std::max(optionFieldWidth, field->fontMetrics().horizontalAdvance(QStringLiteral("000000")) + 16));
     givesKeyboardBack(field);
     binding::toInteger(field, preference);
     return field;

@@ -1,5 +1,6 @@
 #include "ui/viewer/PlaylistDrawer.h"
 
+#include "app/relinking/FileExistence.h"
 #include "base/PlainText.h"
 #include "model/Movie.h"
 #include "review/ReviewEdits.h"
@@ -9,6 +10,7 @@
 #include "ui/common/ReorderView.h"
 #include "ui/common/Theme.h"
 #include "ui/common/ThumbnailCache.h"
+#include "ui/common/text/NameText.h"
 #include "viewer/review/ViewerList.h"
 
 #include <QAbstractListModel>
@@ -20,6 +22,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <optional>
 
 namespace daylark {
 
@@ -32,7 +35,8 @@ enum DrawerRole {
     flagRole = Qt::UserRole,
     flagTitleRole, ///< empty without a flag
     currentRole,
-    missingRole
+    missingRole,
+    commonRole ///< how much of the name all names of the list begin with
 };
 
 } // namespace
@@ -55,13 +59,15 @@ public:
         if (!movie) return {};
         switch (role) {
         case Qt::DisplayRole:
-            return plain::line(movie->filenameString);
+            return names().shown(movie->shownName()).text;
+        case commonRole:
+            return names().shown(movie->shownName()).common;
         case Qt::ToolTipRole:
             return plain::toolTip(movie->filepathString);
         case Qt::DecorationRole:
             return pictures_.pixmap(movie->thumbnail);
         case Qt::AccessibleDescriptionRole:
-            return isMissing(*movie) ? PlaylistDrawer::tr("File not found") : flagTitle(*movie);
+            return FileExistence::isMarkedMissing(*movie) ? PlaylistDrawer::tr("File not found") : flagTitle(*movie);
         case flagRole:
             return movie->flagString.toInt();
         case flagTitleRole:
@@ -69,21 +75,34 @@ public:
         case currentRole:
             return index.row() == list_.selectionIndex();
         case missingRole:
-            return isMissing(*movie);
+            return FileExistence::isMarkedMissing(*movie);
         default:
             return {};
         }
     }
     void moviesReplaced() {
         beginResetModel();
+        names_.reset();
         endResetModel();
+    }
+    void namesChanged() {
+        names_.reset();
+        rowsChanged();
     }
     void rowsChanged() {
         if (list_.count() > 0) Q_EMIT dataChanged(index(0), index(int(list_.count()) - 1));
     }
 
 private:
-    static bool isMissing(const Movie& movie) { return movie.creatingThumbnailText == fileNotFoundText; }
+    const ShownNames& names() const {
+        if (!names_) {
+            QStringList all;
+            for (const auto& movie : list_.movies())
+                all << movie->shownName();
+            names_.emplace(all, ShownNames::Looks{preferences_.displayFileExtensions(), preferences_.dimCommonBeginnings()});
+        }
+        return *names_;
+    }
     QString flagTitle(const Movie& movie) const {
         const int tag = movie.flagString.toInt();
         return tag > status::none && tag <= status::skip ? FlagPopUp::flagTitle(tag, preferences_)
@@ -95,6 +114,7 @@ private:
     ViewerList& list_;
     Preferences& preferences_;
     mutable ThumbnailCache pictures_{32 * 1024};
+    mutable std::optional<ShownNames> names_; ///< made when it is asked for
 };
 
 class PlaylistDrawer::RowDelegate : public QStyledItemDelegate {
@@ -173,15 +193,17 @@ private:
         const int left = thumbnailRect(option.rect).right() + 9;
         const QString under = missing ? PlaylistDrawer::tr("File not found") : flagTitle;
         const int lineHeight = option.fontMetrics.height();
-        const int height = under.isEmpty() ? lineHeight : 2 * lineHeight + 2;
-        QRect line(left, option.rect.center().y() - height / 2, right - left, lineHeight);
         painter.setFont(option.font);
-        painter.setPen(selected ? theme::selectedText : isPassedOver(index) ? theme::dimText : theme::text);
-        painter.drawText(
-            line, Qt::AlignVCenter | Qt::AlignLeft,
-            option.fontMetrics.elidedText(index.data().toString(), Qt::ElideMiddle, line.width()));
+        const ShownName name{index.data().toString(), index.data(commonRole).toLongLong()};
+        // Of a name and what stands under it, as many lines as the row has room for.
+        const int room = std::max(1, (rowHeight - 4) / lineHeight - (under.isEmpty() ? 0 : 1));
+        const int lines = int(nameText::layOut(name, painter.fontMetrics(), right - left, std::min(2, room)).size());
+        const int height = lines * lineHeight + (under.isEmpty() ? 0 : lineHeight + 2);
+        QRect line(left, option.rect.center().y() - height / 2, right - left, lines * lineHeight);
+        const QColor colour = selected ? theme::selectedText : isPassedOver(index) ? theme::dimText : theme::text;
+        nameText::paint(painter, line, name, lines, colour, selected ? QColor(0xb8, 0xc6, 0xd6) : QColor(0x96, 0x96, 0x96));
         if (under.isEmpty()) return;
-        line.translate(0, lineHeight + 2);
+        line = QRect(left, line.bottom() + 3, right - left, lineHeight);
         painter.setFont(theme::smallFont());
         painter.setPen(missing ? theme::warning : selected ? theme::selectedText : theme::dimText);
         painter.drawText(line, Qt::AlignVCenter | Qt::AlignLeft,
@@ -255,6 +277,9 @@ PlaylistDrawer::PlaylistDrawer(ViewerList& list, ReviewEdits& edits, Preferences
     connect(&edits, &ReviewEdits::movieChanged, this, &PlaylistDrawer::movieUpdated);
     for (const Preference<QString>& name : preferences.statusNames)
         connect(&name, &PreferenceItem::changed, this, [this] { rows_->rowsChanged(); });
+    for (const PreferenceItem* looks : {static_cast<PreferenceItem*>(&preferences.dimCommonBeginnings),
+                                        static_cast<PreferenceItem*>(&preferences.displayFileExtensions)})
+        connect(looks, &PreferenceItem::changed, this, [this] { rows_->namesChanged(); });
     connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &PlaylistDrawer::adoptSelection);
     showSelection();
@@ -269,7 +294,7 @@ QListView* PlaylistDrawer::view() const {
 }
 
 void PlaylistDrawer::movieUpdated(const std::shared_ptr<Movie>&) {
-    rows_->rowsChanged();
+    rows_->namesChanged(); // its file may be another now
 }
 
 void PlaylistDrawer::adoptSelection() {

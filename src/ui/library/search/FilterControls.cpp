@@ -5,6 +5,7 @@
 #include "ui/commands/Commands.h"
 #include "ui/common/Theme.h"
 
+#include <QCoreApplication>
 #include <QAction>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -56,7 +57,7 @@ FilterControls::FilterControls(Library& library, const Commands& commands, QWidg
 
 void FilterControls::follow() {
     const MovieFilter& filter = library_.filter();
-    const QString title = filter.buttonTitle();
+    const QString title = QCoreApplication::translate("Words", filter.buttonTitle().toUtf8().constData());
     button_->setText(title);
     button_->setAccessibleName(tr("Filter: %1").arg(title));
     if (field_->text() != filter.text()) field_->setText(filter.text());

@@ -7,6 +7,7 @@
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 
+#include <QCoreApplication>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QHBoxLayout>
@@ -52,9 +53,9 @@ SmartRuleRow::SmartRuleRow(PlaylistController& controller, const SmartRule& rule
     , remove_(iconButton(QStringLiteral("remove"), tr("Remove this rule"), this)) {
     subject_->setAccessibleName(tr("What the rule looks at"));
     relation_->setAccessibleName(tr("How it compares"));
-    for (const smartQuestion::Subject& each : smartQuestion::subjects())
     relation_->setSizeAdjustPolicy(QComboBox::AdjustToContents); // other words come with another subject
-        subject_->addItem(QLatin1String(each.title), QLatin1String(each.word));
+    for (const smartQuestion::Subject& each : smartQuestion::subjects())
+        subject_->addItem(QCoreApplication::translate("Words", each.title), QLatin1String(each.word));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
@@ -86,7 +87,7 @@ void SmartRuleRow::fillRelations() {
         return;
     }
     for (const smartQuestion::Relation& each : subject->relations)
-        relation_->addItem(QLatin1String(each.title), QLatin1String(each.word));
+        relation_->addItem(QCoreApplication::translate("Words", each.title), QLatin1String(each.word));
     choose(relation_, rule_.relation);
 }
 
