@@ -92,7 +92,6 @@ checkForModifiedAudio : asked by name from outside
 addDrawingToMovie removeDrawingFromMovieForFrame removeLastStrokesFromBookmarks removeLastStrokeFromDrawing removeAllBookmarks frameIsBookmarked drawingsDictionary computeTimecodeWithOffset updateFirstFrame fileIsFound : the record's own operations, whole, for those who have a record alone
 setSnapshotDestination takeQuietSnapshot checkToClose : actions of the first versions; nothing offers them any more, their names stay taken
 currentStrokesDictionary mHidePlaylistWindow movieReachedEnd sessionIsModified interactiveMode : state by the name under which others know it
-columnCount : the model asks it through its base
 itemsPane playlistsPane statusStrip rangeBarGeometry pictureRect isFirst isChecking waitForWriting sessionMigration : what a test or the demo's robot looks at, clicks or waits for
 resolver DAYLARK_GL_FUNCTIONS : called in a form that spelling doesn't show
 u24 : the boxes' third width
