@@ -184,11 +184,11 @@ void LibraryTable::addRelinking(CommandTable& table) {
         {id("relink.selected"), tr("Find Missing Media of Selected &Playlists..."), {}, {Qt::CTRL | Qt::ALT | Qt::Key_M}},
         {id("relink.session"), tr("Find Missing Media of &Session..."), {}, {Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::Key_M}},
         {id("relink.forced"), tr("&Force Relink of Selected Playlists..."), {}},
-        {id("relink.automatic"), tr("&Search Automatically"), {}, {}, tr("Search Automatically for Missing Media")},
+        {id("relink.automatic"), tr("Search Automaticall&y"), {}, {}, tr("Search Automatically for Missing Media")},
         {id("relink.now"), tr("Search &Now"), {}, {}, tr("Search Now for Missing Media")},
-        {id("relink.root"), tr("Choose Folder of Automatic &Searches..."), id("folderlist")},
+        {id("relink.root"), tr("Choose Folder of Automatic Sear&ches..."), id("folderlist")},
         {id("files.update"), tr("&Update File Paths"), {}, {Qt::Key_F5}},
-        {id("files.checkSelected"), tr("Mark Missing Files of &Playlist"), {}},
+        {id("files.checkSelected"), tr("&Mark Missing Files of Playlist"), {}},
         {id("files.checkAll"), tr("Mark Missing Files of &All Playlists"), {}}};
     table.insert(table.end(), relinking.begin(), relinking.end());
 }
