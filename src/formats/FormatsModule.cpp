@@ -372,7 +372,8 @@ private:
         if ((choice.isData || choice.range) && form.numbers == ReadPicture::Numbers::real)
             bringBetweenBlackAndWhite(picture, bytes, choice.range);
         picture.isSceneLinear = isReal && choice.isColour;
-        if (choice.isColour) picture.colourSpace = spaceOf(spec, isReal);
+        // What is no colour goes to no display: the name under which configurations know such numbers.
+        picture.colourSpace = choice.isColour ? spaceOf(spec, isReal) : QStringLiteral("data");
         return picture;
     }
 

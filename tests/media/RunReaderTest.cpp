@@ -208,6 +208,8 @@ TEST_F(RunReaderTest, LayersPartsAndSingleChannels) {
     EXPECT_EQ(depth.pixelColor(3, 80).green(), 255);
     EXPECT_NEAR(shown(u"Z[100,400]"_s).pixelColor(100, 80).green(), 85, 1);
     RunAddress none = address(1, 1);
+    none.movie.layer = u"Z"_s;
+    EXPECT_EQ(opened(none)->read(0)->colourSpace(), u"data"_s) << "no colour: not through a display's view";
     none.movie.layer = u"specular"_s;
     EXPECT_FALSE(opened(none)->read(0));
 }

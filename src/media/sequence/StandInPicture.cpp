@@ -18,6 +18,7 @@ std::shared_ptr<VideoFrame::Data> emptyPicture(QSize size) {
     data->frame.reset(av_frame_alloc());
     if (!data->frame) return nullptr;
     data->frame->format = AV_PIX_FMT_GBRP;
+    data->colourSpace = QStringLiteral("data"); // as it is, whatever its neighbours are looked at through
     data->frame->width = std::max(1, size.width());
     data->frame->height = std::max(1, size.height());
     if (av_frame_get_buffer(data->frame.get(), 0) < 0) return nullptr;
