@@ -44,24 +44,26 @@ TEST_P(FrameTruthTest, EveryPictureIsItsOwnForwardsBackwardsAndInJumps) {
 
 /// Files drawn at random: a few of them, the same each time, or for as long and from where the environment says
 /// (DAYLARK_HUNT_SECONDS, DAYLARK_HUNT_SEED). What the codec library itself gives is a second witness: a file
-/// that it shows otherwise than it was made is counted apart, and must show what either says.
+/// that it shows otherwise than it was made is counted apart, and must show what either says. DAYLARK_HUNT_FILE
+/// with the number beside a name draws that file alone, into the current folder, and leaves it there.
 TEST(RandomTruthTest, FilesDrawnAtRandomShowTheirPictures) {
     const qint64 seconds = qEnvironmentVariableIntValue("DAYLARK_HUNT_SECONDS");
     const unsigned seed = qEnvironmentVariableIsSet("DAYLARK_HUNT_SEED")
                               ? unsigned(qEnvironmentVariableIntValue("DAYLARK_HUNT_SEED"))
                               : 20;
-    constexpr int few = 12;
+    const unsigned onlyFile = qEnvironmentVariable("DAYLARK_HUNT_FILE").toUInt();
+    const int few = onlyFile ? 1 : 12;
     std::mt19937 random(seed);
     QElapsedTimer time;
     time.start();
     int files = 0, pictures = 0, wrong = 0, unlike = 0, notMade = 0;
     while (seconds > 0 ? time.elapsed() < seconds * 1000 : files < few) {
-        const unsigned itsSeed = random();
+        const unsigned itsSeed = onlyFile ? onlyFile : random();
         std::mt19937 its(itsSeed);
         const truth::Clip clip = truth::randomClip(its);
         const QTemporaryDir folder;
         QString path;
-        const Result<Expectation> made = clip.makeIn(folder.path(), path);
+        const Result<Expectation> made = clip.makeIn(onlyFile ? QDir::currentPath() : folder.path(), path);
         ++files;
         if (!made) { // what a muxer refuses
             ++notMade;

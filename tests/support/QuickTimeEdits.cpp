@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QtEndian>
 
+#include <cmath>
 #include <optional>
 
 namespace daylark::truth {
@@ -61,7 +62,8 @@ bool replaceEditList(const QString& path, const std::vector<Edit>& edits, int me
     QByteArray lines;
     for (const Edit& edit : edits)
         lines += number(qint64(edit.frames) * movieTicks) +
-                 number(edit.from < 0 ? -1 : skipped + qint64(edit.from) * mediaTicks) + number(1 << 16);
+                 number(edit.from < 0 ? -1 : skipped + qint64(edit.from) * mediaTicks) +
+                 number(qint64(std::lround(edit.rate * (1 << 16))));
     const QByteArray box = boxOf("edts", boxOf("elst", number(0) + number(qint64(edits.size())) + lines));
     const auto header = boxIn(bytes, *track, "tkhd");
     if (!header) return false;

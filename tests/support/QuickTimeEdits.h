@@ -10,6 +10,7 @@ namespace daylark::truth {
 struct Edit {
     int frames = 0; ///< how long it is shown
     int from = 0;   ///< first frame of the media shown, from 0; -1: an empty edit
+    double rate = 1; ///< of the media; 0: that frame stands still
 };
 
 /// Replaces the edit list of a mov or mp4 file whose header stands behind the pictures. `mediaTicks` and

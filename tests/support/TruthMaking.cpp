@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <utility>
 
@@ -101,10 +102,22 @@ Making edited(std::vector<Edit> edits) {
         if (const Result<void> made = makeMovie(spec); !made) return made.error();
         if (!replaceEditList(spec.path, edits, mediaTicks, movieTicks)) return failed("no edit list");
         std::vector<int> pictures;
-        for (const Edit& edit : edits)
-            for (int n = 0; edit.from >= 0 && n < edit.frames; ++n)
+        std::vector<qint64> starts;
+        qint64 begin = 0;
+        for (const Edit& edit : edits) {
+            if (edit.from < 0) continue;
+            const int count = edit.rate > 0 ? int(std::lround(edit.frames * edit.rate)) : 1;
+            for (int n = 0; n < count; ++n) {
                 pictures.push_back(edit.from + n + 1);
-        return evenly(spec, pictures);
+                starts.push_back(begin + (n > 0 ? std::lround(n / edit.rate) : 0));
+            }
+            begin += edit.frames;
+        }
+        Expectation expected = evenly(spec, pictures);
+        for (size_t n = 0; n < starts.size(); ++n)
+            expected.starts[n] = starts[n] * spec.rateDen;
+        expected.end = begin * spec.rateDen;
+        return expected;
     };
 }
 

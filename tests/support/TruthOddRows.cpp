@@ -50,6 +50,15 @@ std::vector<Row> midGroup() {
          cut({{10, 3}, {12, 20}, {6, 40}})},
         {"EditsBetweenEmptyH264", "mov", x, r24, 12, 2, {}, 72, "yuv420p", usual,
          cut({{7, -1}, {20, 3}, {25, 40}})},
+        // The same group for several parts: its pictures have the same numbers each time.
+        {"EditsShareGroupHevc", "mp4", "libx265", r25, 8, 3, x265("open-gop=1"), 44, "yuv420p10le", {264, 102},
+         cut({{18, 21}, {1, 40}, {2, 41}})},
+        {"EditsShareShortGroupHevc", "mp4", "libx265", r24, 3, 2, x265("open-gop=1"), 54, "yuv420p10le", {152, 122},
+         cut({{21, 20}, {1, 50}, {2, 52}})},
+        {"EditsDwellH264", "mov", x, r24, 12, 2, {}, 72, "yuv420p", usual, cut({{10, 0}, {12, 20, 0}, {10, 40}})},
+        {"EditsDwellAtEndProRes", "mov", "prores_ks", r25, 1, 0, {}, 48, "yuv422p10le", usual, cut({{20, 3}, {15, 22, 0}})},
+        {"EditsHalfSpeedHevc", "mp4", "libx265", r24, 24, 3, open, 100, "yuv420p", usual, cut({{10, 3}, {20, 40, 0.5}})},
+        {"EditsHalfSpeedAloneMpeg4", "mp4", "mpeg4", r25, 24, 2, {}, 72, "yuv420p", usual, cut({{40, 13, 0.5}})},
     };
 }
 
@@ -124,6 +133,9 @@ std::vector<Row> littleSaid() {
         {"ShortMkv60", "mkv", x, {60, 1}, 35, 1, {}, 6},
         {"ShortMkvNtsc", "mkv", x, ntsc, 35, 1, {}, 6},
         {"SlowSoundMkv", "mkv", x, slow, 13, 3, {}, 27, "yuv420p", {230, 158}, asEncoded(), heard()},
+        // Several pictures in one packet of the stream, and the time is the next one's.
+        {"PackedMpeg2Program", "mpg", "mpeg2video", ntsc, 16, 0, closed, 68, "yuv420p", {272, 112}},
+        {"PackedReorderedMpeg2Program", "mpg", "mpeg2video", ntsc, 13, 2, closed, 37, "yuv420p", {222, 104}},
         {"FilmMpeg2Program", "mpg", "mpeg2video", film, 34, 2, closed, 58, "yuv420p", {258, 142}},
         {"SameTimesMotionJpeg", "mkv", "mjpeg", vast, 1, 0, {}, 60, "yuvj420p", usual, onMilliseconds()},
         {"TwoDescriptions", "mov", x, r24, 12, 2, {}, 36, "yuv420p", usual,

@@ -38,7 +38,7 @@ void PictureDecoder::startAt(qint64 place, qint64 firstValid) {
     alpha_.flush();
     started_ = true;
     draining_ = Draining::no;
-    place_ = place;
+    place_ = seam_ = place;
     firstValid_ = firstValid;
     dropped_ = -1;
     shown_ = {};
@@ -88,7 +88,8 @@ bool PictureDecoder::isOvertaken(qint64 n) const {
 /// Nothing more comes out; where pictures stand for themselves the decoder goes on behind the one drained
 /// for.
 bool PictureDecoder::goesOnAfterDraining(qint64 target) {
-    const bool goesOn = standsAlone_ && draining_ == Draining::forTarget;
+    const bool isAtSeam = draining_ == Draining::atSeam;
+    const bool goesOn = isAtSeam || (standsAlone_ && draining_ == Draining::forTarget);
     if (!goesOn) {
         started_ = false;
         return false;
@@ -96,7 +97,15 @@ bool PictureDecoder::goesOnAfterDraining(qint64 target) {
     avcodec_flush_buffers(codec_.get());
     alpha_.flush();
     draining_ = Draining::no;
-    return place_ <= table_.packetOfFrame[size_t(target)];
+    return isAtSeam || place_ <= table_.packetOfFrame[size_t(target)];
+}
+
+/// An edit list goes back in the file here: to a decoder that counts pictures these have numbers that it knows already.
+bool PictureDecoder::isSeam(qint64 place) const {
+    if (codec_->codec_id != AV_CODEC_ID_HEVC || place <= 0 || place == seam_ || size_t(place) >= table_.packets.size())
+        return false;
+    const SampleTable::Packet &before = table_.packets[size_t(place) - 1], &packet = table_.packets[size_t(place)];
+    return packet.key && packet.position >= 0 && packet.position <= before.position;
 }
 
 QString PictureDecoder::name() const {
@@ -195,6 +204,11 @@ bool PictureDecoder::feed(qint64 target, OnTheWay onTheWay, Arrival arrival) {
     }
     for (;;) {
         if (source_.file().cancelled()) return false;
+        if (isSeam(place_)) {
+            seam_ = place_;
+            drain(Draining::atSeam);
+            return true;
+        }
         const int code = source_.read(place_, packet_.get());
         if (code == AVERROR_EXIT) return false;
         if (code < 0) {

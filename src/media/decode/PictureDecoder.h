@@ -56,7 +56,7 @@ private:
         qint64 number = -1;
         VideoFrame frame;
     };
-    enum class Draining { no, forTarget, atEnd };
+    enum class Draining { no, forTarget, atSeam, atEnd };
     bool takeMade(qint64 n);
     [[nodiscard]] bool isOvertaken(qint64 n) const;
     bool feed(qint64 target, OnTheWay onTheWay, Arrival arrival);
@@ -69,6 +69,7 @@ private:
     [[nodiscard]] bool mayAsk(qint64 target) const;
     void ask();
     void describe(AVPacket& packet);
+    [[nodiscard]] bool isSeam(qint64 place) const;
 
     av::CodecPtr codec_;
     PacketSource& source_;
@@ -80,6 +81,7 @@ private:
     bool started_ = false;
     Draining draining_ = Draining::no;
     qint64 place_ = 0;
+    qint64 seam_ = -1; ///< the last one passed
     quint16 description_ = 0; ///< which parameter sets the codec has
     qint64 firstValid_ = 0;
     qint64 dropped_ = -1; ///< the highest frame that was not decoded because it was not asked for

@@ -105,9 +105,9 @@ void setOwnClock(SampleIndex& index, qint64 end) {
 
 } // namespace
 
-void setClock(SampleIndex& index, const AVStream& stream, qint64 lastDuration) {
+void setClock(SampleIndex& index, const AVStream& stream, qint64 lastDuration, LastFrame last) {
     if (index.samples.empty()) return;
-    const AVRational rate = constantRate(index, stream);
+    const AVRational rate = last == LastFrame::stands ? AVRational{0, 1} : constantRate(index, stream);
     if (rate.num > 0 && index.count() <= std::numeric_limits<qint32>::max() / rate.den) {
         index.timeScale = rate.num;
         index.step = rate.den;

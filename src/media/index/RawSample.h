@@ -13,6 +13,7 @@ struct RawSample {
     qint64 duration = 0;                               ///< stream time base; 0 where nobody asks for it
     quint32 content = 0;                               ///< a check sum of the data; 0 unknown
     bool key = false, shown = true;
+    bool still = false;       ///< an edit list has it stand for longer than a picture
     bool secondField = false; ///< completes the picture of the sample before
     quint16 description = 0;  ///< of `RawSamples`
 };

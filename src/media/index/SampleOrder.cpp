@@ -155,6 +155,29 @@ std::optional<std::pair<qint64, qint64>> spanOf(const std::vector<RawSample>& sa
 
 } // namespace
 
+void evenOutRunsAhead(const MediaFile& file, std::vector<RawSample>& samples) {
+    if (std::strcmp(file.format()->iformat->name, "mpeg") != 0 || samples.size() < 3) return;
+    const qint64 step = samples[0].duration;
+    constexpr size_t longest = 64; // pictures in one packet of the stream
+    const auto isEven = [step](const RawSample& sample) { return sample.duration == step && sample.dts != unknownTime; };
+    if (step <= 0 || !std::all_of(samples.begin(), samples.end(), isEven)) return;
+    for (size_t at = 1; at < samples.size(); ++at) {
+        const qint64 before = samples[at - 1].dts;
+        if (samples[at].dts <= before + step) continue;
+        // Where is it back on the steps that it had before?
+        const size_t end = std::min(samples.size(), at + longest);
+        size_t back = at + 1;
+        while (back < end && samples[back].dts != before + step * qint64(back - at + 1))
+            ++back;
+        if (back == end) continue;
+        for (size_t i = at; i < back; ++i) {
+            const qint64 ahead = samples[i].dts - (before + step * qint64(i - at + 1));
+            samples[i].dts -= ahead;
+            if (samples[i].pts != unknownTime) samples[i].pts -= ahead;
+        }
+    }
+}
+
 Result<void> completeTimes(const MediaFile& file, std::vector<RawSample>& samples) {
     const Result<bool> decodingTimesOnly = hasDecodingTimesOnly(file, samples);
     if (!decodingTimesOnly) return decodingTimesOnly.error();

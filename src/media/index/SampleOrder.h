@@ -14,6 +14,9 @@ namespace daylark {
 /// Recordings joined end to end begin their times anew; the second is shown after the first, not between its
 /// pictures. A restart shows in the decoding times: presentation times go back by any reordering, too.
 void joinRestarts(const MediaFile& file, std::vector<RawSample>& samples);
+/// Where a program stream has several pictures in one packet, the demuxer may give one the time of the next: it runs ahead and
+/// comes back later. Puts what lies between on the even steps that all others have.
+void evenOutRunsAhead(const MediaFile& file, std::vector<RawSample>& samples);
 /// Gives every sample a presentation time. Where only decoding times are there, or pass for presentation
 /// times though the codec reorders, the decoder tells the order.
 [[nodiscard]] Result<void> completeTimes(const MediaFile& file, std::vector<RawSample>& samples);

@@ -43,7 +43,8 @@ SampleTable tableOf(const std::vector<RawSample>& samples, std::vector<qint32> o
         table.index.samples.push_back({packet.stamp, 0, packet.key});
     }
     const auto& shown = table.packetOfFrame;
-    setClock(table.index, stream, shown.empty() ? 0 : samples[size_t(shown.back())].duration);
+    const RawSample last = shown.empty() ? RawSample() : samples[size_t(shown.back())];
+    setClock(table.index, stream, last.duration, last.still ? LastFrame::stands : LastFrame::asOthers);
     table.reorderDepth = reorderDepthOf(table.packets);
     return table;
 }
@@ -76,6 +77,7 @@ Result<SampleTable> buildSampleTable(const MediaFile& file) {
     const bool stampsHold = std::none_of(samples.begin(), samples.end(),
                                          [](const RawSample& s) { return s.pts == unknownTime; }) ||
                             !(file.format()->iformat->flags & AVFMT_TS_DISCONT);
+    evenOutRunsAhead(file, samples);
     joinRestarts(file, samples);
     if (const auto done = completeTimes(file, samples); !done) return done.error();
     placeByEdits(file, samples);

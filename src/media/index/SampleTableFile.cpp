@@ -19,7 +19,7 @@ namespace daylark {
 namespace {
 
 constexpr quint32 magic = 0x444C5354; // "DLST"
-constexpr quint32 layout = 1;         // of these files; one of another layout is made anew
+constexpr quint32 layout = 2;         // of these files; one of another layout is made anew
 constexpr qint64 largest = qint64(256) << 20;
 constexpr auto streamVersion = QDataStream::Qt_6_0;
 
