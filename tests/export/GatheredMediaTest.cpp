@@ -101,6 +101,32 @@ TEST_F(GatheredMediaTest, ARecordsNameNeverLeadsOutOfTheFolder) {
     EXPECT_EQ(filesOf(from(u""_s)), (QStringList{u"a.mov"_s, u"b.mov"_s}));
 }
 
+TEST_F(GatheredMediaTest, ARunIsAllItsPicturesGatheredAndInABundle) {
+    for (const int number : {1002, 1003, 1005}) // the first of its frames is missing
+        write(from(u"sh010.%1.exr"_s.arg(number)), "picture "_ba + QByteArray::number(number));
+    write(from(u"sh010.0001.exr"_s), "of no frame");
+    const auto run = std::make_shared<Movie>(from(u"sh010.1001.exr"_s));
+    run->frameRun = MovieRun{{u"sh010."_s, u".exr"_s, 4, false, 1001, 1005, 1}, {}, false, {}};
+    const GatherReport report = gather({run, movie(u"a.mov"_s, "movie")}, true);
+    EXPECT_EQ(filesOf(to(u""_s)), (QStringList{u"a.mov"_s, u"sh010.1002.exr"_s, u"sh010.1003.exr"_s, u"sh010.1005.exr"_s}));
+    EXPECT_EQ(report.copied.size(), 4U);
+    EXPECT_EQ(report.copiedBytes, 3 * 12 + 5);
+
+    const BundleSource source = BundleSource::of(run);
+    EXPECT_EQ(source.mediaBytes(), 36);
+    const QString bundle = to(u"run.dlm"_s);
+    const BundleReport written = writeBundleFolder(source, bundle);
+    EXPECT_EQ(written.end, BundleReport::End::written) << qPrintable(written.reason);
+    EXPECT_EQ(written.copiedBytes, 36);
+    QDir(from(u""_s)).removeRecursively();
+    QString unwritten;
+    const Result<BundleContents> opened = readBundle(bundle, {}, unwritten);
+    ASSERT_TRUE(opened && opened->movie);
+    EXPECT_EQ(opened->movie->filepathString, bundle + u"/sh010.1001.exr"_s);
+    EXPECT_TRUE(checkFile(opened->movie->fileReference(true)).found);
+    EXPECT_EQ(opened->movie->frameRun, run->frameRun);
+}
+
 TEST_F(GatheredMediaTest, ADiskWithoutRoomFailsTheLargeOnesAndTakesWhatFits) {
     const QByteArray large(4 << 20, 'x');
     const auto movies = std::vector{movie(u"large.mov"_s, large), movie(u"small.mov"_s, "small")};

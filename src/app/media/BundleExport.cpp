@@ -60,7 +60,7 @@ void BundleExport::write(Form form, const std::shared_ptr<Movie>& movie, const Q
     jobs_.run([this, job = job, form, path, cancelled = cancelled, opensLegacyMovie, source = BundleSource::of(movie),
                weak = std::weak_ptr(movie)]() mutable {
         ReportPace pace;
-        const qint64 total = form == Form::folder ? QFileInfo(checkFile(source.file).path).size() : 0;
+        const qint64 total = form == Form::folder ? source.mediaBytes() : 0;
         const CopyWatch watch{cancelled.get(), [&](qint64 bytes) {
                                   if (bytes < total && !pace.isDue()) return;
                                   WorkQueue::deliver(this, [this, job, bytes, total] {
@@ -71,7 +71,7 @@ void BundleExport::write(Form form, const std::shared_ptr<Movie>& movie, const Q
                                   });
                               }};
         if (opensLegacyMovie) {
-            if (const auto probed = probeMovie(checkFile(source.file).path, cancelled.get()))
+            if (const auto probed = probeMovie(mediaAddress(checkFile(source.file).path, source.file.run), cancelled.get()))
                 WorkQueue::deliver(this, [this, weak, legacy = probed->legacy] {
                     const auto opened = weak.lock();
                     if (!opened) return;

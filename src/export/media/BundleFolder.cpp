@@ -1,5 +1,6 @@
 #include "export/media/BundleFolder.h"
 
+#include "media/sequence/RunFiles.h"
 #include "model/bundle/MovieBundle.h"
 #include "platform/AtomicFile.h"
 #include "platform/NamedImages.h"
@@ -51,7 +52,48 @@ CopyOutcome copyMedia(const QString& from, const QString& to, const CopyWatch& w
     return outcome;
 }
 
+/// Where its media are; of a run, all its pictures that are there.
+QStringList mediaFilesOf(const BundleSource& source, const FileCheck& file) {
+    const auto address = RunAddress::of(mediaAddress(file.path, source.file.run));
+    if (!address) return {file.path};
+    QStringList paths;
+    if (const Result<RunFiles> files = RunFiles::look(*address))
+        for (const qint64 number : files->numbers)
+            paths.append(files->address.pathOf(number));
+    return paths;
+}
+
+/// One after the other; given up, none of them is left.
+CopyOutcome copyPictures(const QStringList& paths, const QDir& inside, const CopyWatch& watch) {
+    CopyOutcome all{CopyOutcome::End::source_missing, 0, qt_error_string(ENOENT)};
+    QStringList made;
+    qint64 done = 0;
+    for (const QString& path : paths) {
+        const QString to = inside.filePath(QFileInfo(path).fileName());
+        const CopyWatch one{watch.cancelled, [&](qint64 bytes) {
+                                if (watch.progress) watch.progress(done + bytes);
+                            }};
+        const bool isNew = !QFileInfo::exists(to);
+        all = copyMedia(path, to, one);
+        if (all.end == CopyOutcome::End::cancelled)
+            for (const QString& copy : made)
+                QFile::remove(copy);
+        if (!all) return all;
+        if (isNew) made.append(to);
+        done += all.bytes;
+    }
+    all.bytes = done;
+    return all;
+}
+
 } // namespace
+
+qint64 BundleSource::mediaBytes() const {
+    qint64 bytes = 0;
+    for (const QString& path : mediaFilesOf(*this, checkFile(file)))
+        bytes += QFileInfo(path).size();
+    return bytes;
+}
 
 BundleSource BundleSource::of(const std::shared_ptr<Movie>& movie) {
     return {snapshotOf(movie), movie->fileReference(false)};
@@ -68,7 +110,8 @@ BundleReport writeBundleFolder(const BundleSource& source, const QString& folder
     const QString name = QFileInfo(source.movie->filenameString).fileName(); // a name, never a way elsewhere
     const QString copy = inside.filePath(name.isEmpty() ? QFileInfo(file.path).fileName() : name);
     CopyOutcome copied{CopyOutcome::End::source_missing, 0, qt_error_string(ENOENT)};
-    if (file.found) copied = copyMedia(file.path, copy, watch);
+    if (file.found)
+        copied = source.file.run ? copyPictures(mediaFilesOf(source, file), inside, watch) : copyMedia(file.path, copy, watch);
     if (copied.end == CopyOutcome::End::cancelled) {
         if (isNew) {
             QFile::remove(archive);

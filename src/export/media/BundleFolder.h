@@ -16,6 +16,7 @@ struct BundleSource {
 
     /// Interface thread; the rest is a worker's.
     [[nodiscard]] static BundleSource of(const std::shared_ptr<Movie>& movie);
+    [[nodiscard]] qint64 mediaBytes() const; ///< of what a bundle folder copies; a worker's, looks at the disk
 };
 
 struct BundleReport {
@@ -25,7 +26,7 @@ struct BundleReport {
     QString path, reason; ///< of what failed
 };
 
-/// A bundle folder: "data.dls", which holds the record alone, a copy of the media beside it, and the movie's thumbnail as the
+/// A bundle folder: "data.dls", which holds the record alone, a copy of the media beside it (of a run, all its pictures), and the movie's thumbnail as the
 /// folder's icon. What the folder holds else stays; an older copy is there until the new one is whole. Cancelled, a folder that
 /// was made for it goes again. Worker threads.
 [[nodiscard]] BundleReport writeBundleFolder(const BundleSource& source, const QString& folder, const CopyWatch& watch = {});

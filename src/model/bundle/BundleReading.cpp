@@ -29,6 +29,16 @@ QString fileInFolder(const QDir& folder, const QString& name) {
     return {};
 }
 
+/// Its media in the folder. Of a run the first picture may be one that is missing. Null when they aren't there.
+QString mediaInFolder(const QDir& folder, const Movie& movie) {
+    const QString file = fileInFolder(folder, fileNameOf(movie));
+    if (!file.isNull() || !movie.frameRun) return file;
+    const FrameRun& run = movie.frameRun->run;
+    for (const QString& name : folder.entryList(QDir::Files))
+        if (const auto number = run.numberIn(name); number && run.frameOf(*number)) return folder.filePath(run.nameOf(run.first));
+    return {};
+}
+
 void setPath(Movie& movie, const QString& path) {
     movie.addVideoFile(path, createFileBookmark(path));
     movie.applyFileCheck({true, path});
@@ -49,7 +59,7 @@ Result<BundleContents> readFolder(const QDir& folder) {
     contents.movie = std::dynamic_pointer_cast<Movie>(archive->root()[u"movie"].object());
     if (contents.movie) {
         makeSingle(*contents.movie);
-        const QString file = fileInFolder(folder, fileNameOf(*contents.movie));
+        const QString file = mediaInFolder(folder, *contents.movie);
         if (!file.isNull()) setPath(*contents.movie, file);
         return contents;
     }
@@ -58,7 +68,7 @@ Result<BundleContents> readFolder(const QDir& folder) {
     contents.session = *std::move(session);
     for (const auto& playlist : contents.session->playlists)
         for (const auto& movie : playlist->movieList)
-            if (const QString file = fileInFolder(folder, fileNameOf(*movie)); !file.isNull()) setPath(*movie, file);
+            if (const QString file = mediaInFolder(folder, *movie); !file.isNull()) setPath(*movie, file);
     return contents;
 }
 
