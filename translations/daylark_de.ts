@@ -402,6 +402,10 @@ Blauer Streifen: Bilder, die bereit sind</translation>
         <translation>vor</translation>
     </message>
     <message>
+        <source>begins with</source>
+        <translation>beginnt mit</translation>
+    </message>
+    <message>
         <source>Behind</source>
         <translation>Dahinter</translation>
     </message>
@@ -550,7 +554,7 @@ Blauer Streifen: Bilder, die bereit sind</translation>
         <translation>Ordner wählen</translation>
     </message>
     <message>
-        <source>Choose Folder of Automatic &amp;Searches...</source>
+        <source>Choose Folder of Automatic Sear&amp;ches...</source>
         <translation>&amp;Ordner der automatischen Suche ...</translation>
     </message>
     <message>
@@ -816,6 +820,10 @@ Blauer Streifen: Bilder, die bereit sind</translation>
     <message>
         <source>Dock panels that would cover the picture, when all are shown</source>
         <translation>Felder andocken, die das Bild verdecken würden</translation>
+    </message>
+    <message>
+        <source>does not contain</source>
+        <translation>enthält nicht</translation>
     </message>
     <message>
         <source>Double-click resets %1</source>
@@ -1764,7 +1772,7 @@ jeder wird eine Playlist</translation>
         <translation>Fehlende Dateien &amp;aller Playlists markieren</translation>
     </message>
     <message>
-        <source>Mark Missing Files of &amp;Playlist</source>
+        <source>&amp;Mark Missing Files of Playlist</source>
         <translation>Fehlende Dateien der Playlist &amp;markieren</translation>
     </message>
     <message>
@@ -2872,7 +2880,7 @@ jeder wird eine Playlist</translation>
         <translation>Suchen</translation>
     </message>
     <message>
-        <source>&amp;Search Automatically</source>
+        <source>Search Automaticall&amp;y</source>
         <translation>&amp;Automatisch suchen</translation>
     </message>
     <message>

@@ -402,6 +402,10 @@ Bande bleue : images prêtes</translation>
         <translation>avant</translation>
     </message>
     <message>
+        <source>begins with</source>
+        <translation>commence par</translation>
+    </message>
+    <message>
         <source>Behind</source>
         <translation>Derrière</translation>
     </message>
@@ -550,8 +554,8 @@ Bande bleue : images prêtes</translation>
         <translation>Choisir un dossier</translation>
     </message>
     <message>
-        <source>Choose Folder of Automatic &amp;Searches...</source>
-        <translation>Dossier de la recherche &amp;automatique...</translation>
+        <source>Choose Folder of Automatic Sear&amp;ches...</source>
+        <translation>&amp;Dossier de la recherche automatique...</translation>
     </message>
     <message>
         <source>Choose Folder To Display</source>
@@ -816,6 +820,10 @@ Bande bleue : images prêtes</translation>
     <message>
         <source>Dock panels that would cover the picture, when all are shown</source>
         <translation>Ancrer les panneaux qui couvriraient l'image</translation>
+    </message>
+    <message>
+        <source>does not contain</source>
+        <translation>ne contient pas</translation>
     </message>
     <message>
         <source>Double-click resets %1</source>
@@ -1764,8 +1772,8 @@ chacun devient une playlist</translation>
         <translation>Marquer les fichiers manquants de &amp;toutes les playlists</translation>
     </message>
     <message>
-        <source>Mark Missing Files of &amp;Playlist</source>
-        <translation>Marquer les fichiers manquants de la &amp;playlist</translation>
+        <source>&amp;Mark Missing Files of Playlist</source>
+        <translation>&amp;Marquer les fichiers manquants de la playlist</translation>
     </message>
     <message>
         <source>Mark &amp;Out</source>
@@ -2872,7 +2880,7 @@ chacun devient une playlist</translation>
         <translation>Rechercher</translation>
     </message>
     <message>
-        <source>&amp;Search Automatically</source>
+        <source>Search Automaticall&amp;y</source>
         <translation>Chercher &amp;automatiquement</translation>
     </message>
     <message>

@@ -54,7 +54,7 @@ TEST(NameText, LeavesOutWhatAllHaveInCommonBeforeWhatTellsThemApart) {
     EXPECT_EQ(texts(name, wide(u"…SH0040_"_s), 2), (QStringList{u"…SH0040_"_s, u"v002"_s}));
     EXPECT_EQ(texts(name, wide(u"…SH0040_v002"_s), 1), QStringList{u"…SH0040_v002"_s});
     // Narrower than that: from the middle of what tells it apart, never more than there is room for.
-    for (int width = 1; width < wide(name.text); width += 3)
+    for (int width = wide(u"…"_s); width < wide(name.text); width += 3)
         for (const int lines : {1, 2, 3})
             EXPECT_LE(texts(name, width, lines).size(), lines);
 }
