@@ -47,6 +47,22 @@ bool anyPictureExists(const QString& path, const MovieRun& run) {
     return false;
 }
 
+/// The run that an item is once its file is this one: the same where the name is one of its own, one of other names where only
+/// what stands about the number differs (another version), none for anything else.
+std::optional<MovieRun> runUnderName(const std::optional<MovieRun>& run, const QString& name) {
+    if (!run || run->run.numberIn(name)) return run;
+    const FrameRun& before = run->run;
+    const QString first = before.nameOf(before.first);
+    const QString figures = first.mid(before.prefix.size(), first.size() - before.prefix.size() - before.suffix.size());
+    const qsizetype at = name.lastIndexOf(figures);
+    const auto hasDigit = [&name](qsizetype place) { return place >= 0 && place < name.size() && name[place].isDigit(); };
+    if (at < 0 || hasDigit(at - 1) || hasDigit(at + figures.size())) return std::nullopt;
+    MovieRun renamed = *run;
+    renamed.run.prefix = name.left(at);
+    renamed.run.suffix = name.mid(at + figures.size());
+    return renamed;
+}
+
 } // namespace
 
 FileCheck checkFile(const FileReference& reference) {
@@ -139,6 +155,7 @@ void Movie::addVideoFile(const QString& path, const QByteArray& bookmarkData) {
     filepathURL = QUrl::fromLocalFile(path);
     filepathString = path;
     filenameString = lastPathComponent(path); // found state and properties are left to the next look
+    frameRun = runUnderName(frameRun, filenameString);
 }
 
 void Movie::addICount() {

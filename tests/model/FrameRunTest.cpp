@@ -150,5 +150,18 @@ TEST(MovieRun, StandsInASessionBesideTheOtherKeys) {
         EXPECT_FALSE(MovieRun::fromValue(strange));
 }
 
+TEST(MovieRun, FollowsItsItemToAnotherFile) {
+    const auto after = [](const QString& path) {
+        Movie movie(u"/shots/sh010_v001.1001.exr"_s);
+        movie.frameRun = MovieRun{{u"sh010_v001."_s, u".exr"_s, 4, false, 1001, 1100, 1}, {}, false, u"A"_s};
+        movie.addVideoFile(path, {});
+        return movie.frameRun ? movie.shownName() + movie.frameRun->layer : u"none"_s;
+    };
+    EXPECT_EQ(after(u"/moved/sh010_v001.1001.exr"_s), u"sh010_v001.1001-1100#.exrA"_s);
+    EXPECT_EQ(after(u"/moved/sh010_v002.1001.dpx"_s), u"sh010_v002.1001-1100#.dpxA"_s);
+    EXPECT_EQ(after(u"/moved/sh010.mov"_s), u"none"_s);
+    EXPECT_EQ(after(u"/moved/11001.exr"_s), u"none"_s);
+}
+
 } // namespace
 } // namespace daylark

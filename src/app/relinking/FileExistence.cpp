@@ -16,6 +16,7 @@ const QString notFoundInSelectedPlaylist = QStringLiteral("File Not     Found");
 struct Look {
     std::weak_ptr<Movie> movie;
     QString path;
+    std::optional<MovieRun> run; ///< there as long as one of its pictures is
     bool exists = false;
 };
 
@@ -52,12 +53,12 @@ void FileExistence::check(const Movies& movies, const QString& notFound) {
     if (movies.empty()) return;
     std::vector<Look> looks;
     for (const auto& movie : movies)
-        looks.push_back({movie, movie->filepathString});
+        looks.push_back({movie, movie->filepathString, movie->frameRun});
     ++checking_;
     work_.run([this, looks = std::move(looks), notFound, cancelled = cancelled_]() mutable {
         PatientFileCheck exists;
         for (Look& look : looks)
-            look.exists = exists({look.path, {}, true}, cancelled.get()).found; // by its path, not by its bookmark
+            look.exists = exists({look.path, {}, true, look.run}, cancelled.get()).found; // by its path, not by its bookmark
         if (*cancelled) return;
         WorkQueue::deliver(this, [this, looks = std::move(looks), notFound] {
             --checking_;
