@@ -54,7 +54,8 @@ public:
                                         {ViewerPanel::drawing, {30, 40, 200, 300}},
                                         {ViewerPanel::bookmarks, {50, 60, 700, 200}},
                                         {ViewerPanel::options, {70, 80, 250, 350}},
-                                        {ViewerPanel::notes, {90, 100, 260, 500}}};
+                                        {ViewerPanel::notes, {90, 100, 260, 500}},
+                                        {ViewerPanel::colour, {110, 120, 260, 300}}};
     QRect viewer{100, 110, 1280, 776};
     bool fullScreen = false, maximised = false;
     size_t roomMadeFor = 0;

@@ -203,6 +203,7 @@ TEST_F(PlaybackRangeTest, SheetResultsResetTheHandlesOrEndTheTrimming) {
 }
 
 TEST_F(PlaybackRangeTest, WithoutAMovieThereIsNothingToMark) {
+    preferences.longHandlesInPassing.set(false);
     range.markInPoint();
     range.markOutPoint();
     preferences.trimHandles.set(true);
