@@ -2,7 +2,6 @@
 
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
-#include "ui/common/Binding.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "viewer/MoviePlayerController.h"
@@ -153,16 +152,19 @@ void ColourPanel::addFirstFrame() {
         refresh();
     });
     addRow(tr("First frame is production number"), firstFrame_);
-    auto* usual = new QComboBox(this);
-    usual->setObjectName(QStringLiteral("usualFirstFrame"));
-    usual->setAccessibleName(tr("Production number where nobody gave one"));
-    usual->setFixedWidth(colourChoiceWidth);
-    usual->setFocusPolicy(Qt::NoFocus);
-    binding::toChoice(usual, controller_.preferences().firstFrameNumber,
-                      {{tr("1"), wordOf(FirstFrameNumber::one)},
-                       {tr("1001"), wordOf(FirstFrameNumber::thousandAndOne)},
-                       {tr("That of its timecode"), wordOf(FirstFrameNumber::timecode)}});
-    addRow(tr("Where nobody gave one"), usual);
+    usualFirstFrame_ = new QComboBox(this);
+    usualFirstFrame_->setObjectName(QStringLiteral("usualFirstFrame"));
+    usualFirstFrame_->setAccessibleName(tr("Production number where nobody gave one"));
+    usualFirstFrame_->setFixedWidth(colourChoiceWidth);
+    usualFirstFrame_->setFocusPolicy(Qt::NoFocus);
+    for (const auto& [title, value] : {std::pair(QStringLiteral("1"), FirstFrameNumber::one),
+                                       std::pair(QStringLiteral("1001"), FirstFrameNumber::thousandAndOne),
+                                       std::pair(tr("That of its timecode"), FirstFrameNumber::timecode)})
+        usualFirstFrame_->addItem(title, int(value));
+    connect(usualFirstFrame_, &QComboBox::activated, this, [this](int index) {
+        controller_.preferences().firstFrameNumber.set(FirstFrameNumber(usualFirstFrame_->itemData(index).toInt()));
+    });
+    addRow(tr("Where nobody gave one"), usualFirstFrame_);
 }
 
 // It is read when somebody looks for what it has.
@@ -214,6 +216,7 @@ void ColourPanel::refresh() {
     problem_->setText(colour_.problem());
     problem_->setVisible(!colour_.problem().isEmpty());
     firstFrame_->setEnabled(bool(movie));
+    usualFirstFrame_->setCurrentIndex(usualFirstFrame_->findData(int(controller_.preferences().firstFrameNumber())));
     if (firstFrame_->isModified()) return;
     const auto byHand = movie ? movie->firstFrameNumber : std::nullopt;
     firstFrame_->setText(byHand ? QString::number(numberToInt64(*byHand)) : QString());

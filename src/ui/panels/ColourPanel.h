@@ -39,7 +39,7 @@ private:
     MoviePlayerController& controller_;
     ViewerColour& colour_;
     QGridLayout* grid_;
-    QComboBox *space_, *display_, *view_, *look_;
+    QComboBox *space_, *display_, *view_, *look_, *usualFirstFrame_ = nullptr;
     QDoubleSpinBox *exposure_, *gamma_;
     QPushButton* reset_ = nullptr;
     QLabel *configuration_ = nullptr, *problem_ = nullptr;
