@@ -32,7 +32,8 @@ bool namesSomethingElse(const QString& word) {
         QStringLiteral("exposure"),     QStringLiteral("contrast"),    QStringLiteral("saturation"),
         QStringLiteral("gamma"),        QStringLiteral("brightness"),  QStringLiteral("redChannel"),
         QStringLiteral("greenChannel"), QStringLiteral("blueChannel"), QStringLiteral("thumbnailFrame"),
-        QStringLiteral("volume"),       QStringLiteral("trimHandles")};
+        QStringLiteral("volume"),       QStringLiteral("trimHandles"),
+        QStringLiteral("firstFrameNumber")};
     static const QRegularExpression statusCode(QStringLiteral("^90[1-7]$"));
     return names.contains(word) || statusCode.match(word).hasMatch();
 }
