@@ -26,9 +26,9 @@ struct BundleReport {
     QString path, reason; ///< of what failed
 };
 
-/// A bundle folder: "data.dls", which holds the record alone, a copy of the media beside it (of a run, all its pictures), and the
-/// movie's thumbnail as the folder's icon. What the folder holds else stays; an older copy is there until the new one is whole. Cancelled, a folder that
-/// was made for it goes again. Worker threads.
+/// A bundle folder: "data.dls", which holds the record alone, a copy of the media beside it (of a run, all its pictures), and
+/// the movie's thumbnail as the folder's icon. What the folder holds else stays; an older copy is there until the new one is
+/// whole. Cancelled, a folder that was made for it goes again. Worker threads.
 [[nodiscard]] BundleReport writeBundleFolder(const BundleSource& source, const QString& folder, const CopyWatch& watch = {});
 
 /// A bundle file, by the rules of those that exist: the archive, which holds nothing, under the path with ".dlm" once more,
