@@ -1,5 +1,6 @@
 #include "support/MadeFrame.h"
 
+#include "media/decode/VideoFrameData.h"
 #include "picture/PicturePlanes.h"
 #include "picture/PictureRenderer.h"
 #include "picture/colour/ColourConfig.h"
@@ -7,9 +8,11 @@
 #include "picture/gl/GlPictureRenderer.h"
 
 #include <QElapsedTimer>
+#include <QFloat16>
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 #include <gtest/gtest.h>
 
@@ -130,6 +133,42 @@ TEST_F(GlPictureTest, EveryFormatIsWithinOneStepOfTheSoftwareRenderer) {
         EXPECT_LE(worst, 1) << format.constData();
         RecordProperty(format.constData(), worst);
     }
+}
+
+/// Numbers below black, far above white, and none at all.
+VideoFrame floatFrame(bool isHalf, bool grey) {
+    auto data = std::make_shared<VideoFrame::Data>();
+    data->isHalf = isHalf;
+    data->frame.reset(av_frame_alloc());
+    AVFrame& frame = *data->frame;
+    frame.format = isHalf ? (grey ? AV_PIX_FMT_GRAY16 : AV_PIX_FMT_GBRP16) : grey ? AV_PIX_FMT_GRAYF32 : AV_PIX_FMT_GBRPF32;
+    frame.width = 61;
+    frame.height = 47;
+    frame.color_range = AVCOL_RANGE_JPEG;
+    if (av_frame_get_buffer(&frame, 0) < 0) return {};
+    for (int plane = 0; plane < (grey ? 1 : 3); ++plane)
+        for (int y = 0; y < frame.height; ++y)
+            for (int x = 0; x < frame.width; ++x) {
+                uchar* at = frame.data[plane] + y * frame.linesize[plane] + qsizetype(x) * (isHalf ? 2 : 4);
+                const qfloat16 half(x == 7 ? qInf() : x == 23 ? -qInf() : x == 40 ? qQNaN() : -0.5 + (x + y * plane) * 0.03);
+                const float real = float(half);
+                isHalf ? std::memcpy(at, &half, 2) : std::memcpy(at, &real, 4);
+            }
+    return VideoFrame(std::move(data));
+}
+
+TEST_F(GlPictureTest, HalvesAndFloatsAreWithinOneStepOfTheSoftwareRenderer) {
+    for (const bool isHalf : {true, false})
+        for (const bool grey : {true, false}) {
+            const VideoFrame frame = floatFrame(isHalf, grey);
+            PictureRequest same, graded;
+            same.size = {61, 47};
+            graded.size = {61, 47};
+            graded.colour = strongGrade();
+            graded.colour.scale = 0.2; // what was beyond white comes below it
+            EXPECT_LE(difference(frame, same), 1) << isHalf << grey;
+            EXPECT_LE(difference(frame, graded), 1) << isHalf << grey;
+        }
 }
 
 TEST_F(GlPictureTest, EveryMatrixRangeAndChromaPositionIsWithinOneStep) {
