@@ -188,7 +188,9 @@ protected:
 
 /// Whatever fits no screen as small as this, with the reason.
 bool isAllowed(const QString& fault) {
-    static const QStringList allowed{};
+    static const QStringList allowed{
+        u"“Description” in a header"_s, // gives way to the numbers beside it in a narrow panel
+    };
     return std::any_of(allowed.begin(), allowed.end(), [&fault](const QString& each) { return fault.contains(each); });
 }
 

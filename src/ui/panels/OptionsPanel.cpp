@@ -52,7 +52,7 @@ void OptionsPanel::addOverlayRows() {
     QSpinBox* start = number(tr("Counter starts at"), preferences.counterStartFrame, -1000000, 1000000);
     auto* toOne = new QPushButton(tr("Set to 1"), this);
     toOne->setObjectName(QStringLiteral("counterToOne"));
-    toOne->setMinimumWidth(optionChoiceWidth - optionFieldWidth - 8);
+    toOne->setMinimumWidth(std::max(optionChoiceWidth - optionFieldWidth - 8, toOne->sizeHint().width()));
     toOne->setFocusPolicy(Qt::NoFocus);
     toOne->setToolTip(tr("The frame on screen counts as 1"));
     connect(toOne, &QPushButton::clicked, &controller_.time(), &TimeDisplay::setFrameCounterToOne);
@@ -129,7 +129,7 @@ void OptionsPanel::addPlaybackRows() {
     givesKeyboardBack(rate);
     auto* reset = new QPushButton(tr("Reset"), this);
     reset->setObjectName(QStringLiteral("resetRate"));
-    reset->setMinimumWidth((optionChoiceWidth - 8) / 2);
+    reset->setMinimumWidth(std::max((optionChoiceWidth - 8) / 2, reset->sizeHint().width()));
     reset->setFocusPolicy(Qt::NoFocus);
     reset->setToolTip(tr("Plays at the movie's own rate"));
     connect(reset, &QPushButton::clicked, this,
@@ -199,9 +199,8 @@ QComboBox* OptionsPanel::choice(const QString& name, PreferenceItem& preference,
     auto* box = new QComboBox(this);
     box->setFocusPolicy(Qt::NoFocus);
     box->setAccessibleName(name);
-    box->setMinimumWidth(optionChoiceWidth);
-    box->setSizeAdjustPolicy(QComboBox::AdjustToContents); // whatever the size of text
     binding::toChoice(box, preference, choices);
+    box->setMinimumWidth(std::max(optionChoiceWidth, box->sizeHint().width())); // whatever the size of text
     return box;
 }
 
