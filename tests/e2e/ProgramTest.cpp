@@ -166,6 +166,38 @@ TEST_F(Program, AKilledOneHasItsEditsBackAtTheNextStart) {
     EXPECT_EQ(itemsInTemporarySession(), four);
 }
 
+/// A server is gone, and whoever asks about its files never comes back: all else goes on, the end too.
+TEST_F(Program, AShareThatNeverAnswersKeepsNobodyWaiting) {
+    auto list = std::make_shared<Playlist>();
+    for (const char* name : {"gone/share/1.mov", "gone/share/2.mov", "a.mov", "gone/share/3.mov"})
+        list->movieList.push_back(std::make_shared<Movie>(file(name)));
+    SessionContents contents;
+    contents.playlists = {list};
+    contents.hasPlaylists = true;
+    QDir().mkpath(QFileInfo(temporarySession()).path());
+    ASSERT_TRUE(writeSessionFile(temporarySession(), encodeSession(contents)));
+    environment_.insert(QStringLiteral("LD_PRELOAD"), programFolder() + QStringLiteral("/libstuck_folder.so"));
+    environment_.insert(QStringLiteral("STUCK_FOLDER"), QStringLiteral("/gone/share"));
+    environment_.insert(QStringLiteral("STUCK_MARK"), file("asked"));
+    QProcess program;
+    start(program, {});
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!QFile::exists(file("asked")) && !waiting.hasExpired(20000))
+        QThread::msleep(20);
+    ASSERT_TRUE(QFile::exists(file("asked"))) << "nobody has asked yet";
+    const QStringList four{QStringLiteral("1.mov"), QStringLiteral("2.mov"), QStringLiteral("a.mov"), QStringLiteral("3.mov")};
+    QProcess later; // taken, looked at and added by the first
+    start(later, {file("b.mov")});
+    ASSERT_TRUE(later.waitForFinished(20000));
+    EXPECT_TRUE(comesTo(four + QStringList{QStringLiteral("b.mov")}));
+    ::kill(pid_t(program.processId()), SIGTERM);
+    ASSERT_TRUE(program.waitForFinished(30000)) << "the end waits for the share";
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_EQ(itemsInTemporarySession(), four + QStringList{QStringLiteral("b.mov")});
+}
+
 TEST_F(Program, UnreadablePreviousSessionIsKeptAside) {
     QDir().mkpath(QFileInfo(temporarySession()).path());
     QFile broken(temporarySession());

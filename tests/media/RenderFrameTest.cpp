@@ -1,5 +1,6 @@
 #include "media/decode/FrameReader.h"
 
+#include "media/container/MediaFile.h"
 #include "support/MovieMaker.h"
 #include "picture/PictureRenderer.h"
 
@@ -106,6 +107,67 @@ TEST(AlphaBesideThePictureTest, LiesOverBlack) {
         const Result<VideoFrame> frame = (*reader)->read(n);
         ASSERT_TRUE(frame);
         EXPECT_NEAR(renderFrame(*frame).pixelColor(120, 90).green(), n % 2 ? 200 : 100, 6) << n;
+    }
+}
+
+/// Puts the pictures of one file beside those of another, as its alpha.
+bool joinAsAlpha(const QString& colour, const QString& alpha, const QString& joined) {
+    const Result<MediaFile> pictures = MediaFile::open(colour, nullptr), beside = MediaFile::open(alpha, nullptr);
+    AVFormatContext* output = nullptr;
+    if (!pictures || !beside || avformat_alloc_output_context2(&output, nullptr, nullptr, joined.toUtf8().constData()) < 0)
+        return false;
+    AVStream* stream = avformat_new_stream(output, nullptr);
+    avcodec_parameters_copy(stream->codecpar, pictures->video()->codecpar);
+    stream->time_base = pictures->video()->time_base;
+    bool good = avio_open(&output->pb, output->url, AVIO_FLAG_WRITE) >= 0 && avformat_write_header(output, nullptr) >= 0;
+    const av::PacketPtr packet(av_packet_alloc()), its(av_packet_alloc());
+    while (good && pictures->readPacket(packet.get()) >= 0 && beside->readPacket(its.get()) >= 0) {
+        constexpr size_t head = 8; // which addition it is: the first
+        uint8_t* data = av_packet_new_side_data(packet.get(), AV_PKT_DATA_MATROSKA_BLOCKADDITIONAL, head + size_t(its->size));
+        std::fill_n(data, head, uint8_t(0));
+        data[head - 1] = 1;
+        std::copy_n(its->data, its->size, data + head);
+        packet->stream_index = 0;
+        av_packet_rescale_ts(packet.get(), pictures->video()->time_base, stream->time_base);
+        good = av_interleaved_write_frame(output, packet.get()) >= 0;
+    }
+    good = good && av_write_trailer(output) >= 0;
+    avio_closep(&output->pb);
+    avformat_free_context(output);
+    return good;
+}
+
+TEST(AlphaBesideThePictureTest, OfAv1LiesOverBlackToo) {
+    const QTemporaryDir folder;
+    MovieSpec spec;
+    spec.encoder = QStringLiteral("libsvtav1");
+    spec.encoderOptions = {{QStringLiteral("preset"), QStringLiteral("12")}, {QStringLiteral("crf"), QStringLiteral("10")}};
+    spec.size = QSize(240, 120);
+    spec.frames = 20;
+    spec.groupSize = 8;
+    spec.bFrames = 0;
+    spec.barCode = false;
+    const auto painted = [&](const QString& name, const std::function<int(int)>& grey) {
+        spec.path = folder.filePath(name);
+        spec.paint = [&spec, grey](QPainter& painter, int number) {
+            const int level = grey(number);
+            painter.fillRect(QRect(QPoint(), spec.size), QColor(level, level, level));
+        };
+        return bool(makeMovie(spec));
+    };
+    // What is painted is coded from 16 to 235; alpha is the coded number itself.
+    const auto levelOf = [](int alpha) { return (alpha - 16) * 255 / 219; };
+    ASSERT_TRUE(painted(QStringLiteral("colour.webm"), [](int) { return 200; }));
+    ASSERT_TRUE(painted(QStringLiteral("alpha.webm"), [&](int number) { return levelOf(number < 10 ? 128 : 64); }));
+    const QString path = folder.filePath(QStringLiteral("both.webm"));
+    ASSERT_TRUE(joinAsAlpha(folder.filePath(QStringLiteral("colour.webm")), folder.filePath(QStringLiteral("alpha.webm")), path));
+    const auto reader = FrameReader::open(path);
+    ASSERT_TRUE(reader);
+    ASSERT_EQ((*reader)->index().count(), 20);
+    for (const int n : {0, 1, 2, 17, 6, 19, 12}) {
+        const Result<VideoFrame> frame = (*reader)->read(n);
+        ASSERT_TRUE(frame);
+        EXPECT_NEAR(renderFrame(*frame).pixelColor(120, 90).green(), n + 1 < 10 ? 100 : 50, 6) << n;
     }
 }
 

@@ -181,6 +181,45 @@ TEST_F(SampleTablesTest, ALaterRunTakesFromTheFolderWhatTookReadingAWholeFile) {
     EXPECT_EQ(cached().size(), 1);
 }
 
+/// What the program has read from files until now, bytes.
+qint64 bytesRead() {
+    QFile file(QStringLiteral("/proc/self/io"));
+    if (!file.open(QIODevice::ReadOnly)) return -1;
+    for (const QByteArray& line : file.readAll().split('\n'))
+        if (line.startsWith("rchar: ")) return line.mid(7).toLongLong();
+    return -1;
+}
+
+TEST_F(SampleTablesTest, ALongMovieIsReadThroughOnce) {
+    if (bytesRead() < 0) GTEST_SKIP() << "no account of what is read";
+    for (const char* name : {"long.ts", "long.mpg"}) {
+        MovieSpec spec;
+        spec.path = folder.filePath(QString::fromLatin1(name));
+        spec.encoder = QStringLiteral("mpeg2video");
+        spec.size = QSize(256, 144);
+        spec.rateNum = 25;
+        spec.frames = 100;
+        ASSERT_TRUE(makeMovie(spec));
+        QFile file(spec.path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const QByteArray once = file.readAll();
+        for (int more = 0; more < 40; ++more)
+            file.write(once);
+        const qint64 size = file.size();
+        file.close();
+        const auto opened = [&] {
+            SampleTables tables(cache(), counting());
+            const qint64 before = bytesRead();
+            const auto reader = FrameReader::open(spec.path, nullptr, &tables);
+            EXPECT_TRUE(reader);
+            EXPECT_EQ(reader ? (*reader)->index().count() : 0, 4100);
+            return bytesRead() - before;
+        };
+        EXPECT_GT(opened(), size);
+        EXPECT_LT(opened(), size / 3) << "what tells that it is the same file, and the table";
+    }
+}
+
 TEST_F(SampleTablesTest, TablesThatContradictThemselvesTheFileOrTheirSumAreIgnored) {
     const QString path = made(u"movie.mkv"_qs, 40);
     const TableFileKey key = keyOf(path);
