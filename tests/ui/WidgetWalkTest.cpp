@@ -189,6 +189,8 @@ protected:
 /// Whatever fits no screen as small as this, with the reason.
 bool isAllowed(const QString& fault) {
     static const QStringList allowed{
+        // With every panel docked at once the viewer is some points higher than the smallest screen: the options are a long list.
+        u"ViewerWindow in viewerWindow 1278x"_s,
         u"“Description” in a header"_s, // gives way to the numbers beside it in a narrow panel
     };
     return std::any_of(allowed.begin(), allowed.end(), [&fault](const QString& each) { return fault.contains(each); });
