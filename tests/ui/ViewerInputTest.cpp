@@ -233,6 +233,7 @@ TEST_F(ViewerInputTest, AClickWithAToolPutsListAndControlsAwayToo) {
 }
 
 TEST_F(ViewerInputTest, FullScreenByTheWindowManagerPutsDrawerAndListAwayLikeItsKey) {
+    preferences.panelsReturnFromFullScreen.set(false);
     openTwo();
     key(Qt::Key_P);
     key(Qt::Key_N);
@@ -308,7 +309,7 @@ TEST_F(ViewerInputTest, FloatingTimecodeFollowsThePictureAndItsFiguresTheWindow)
     EXPECT_SHOWN(2);
     EXPECT_EQ(floating->field()->text(), time.currentTimeCodeForDisplay());
     EXPECT_TRUE(floating->field()->text().endsWith(QStringLiteral("00:00:00:01")));
-    floating->resize(1000, 120);
+    floating->resize(800, 120);
     ASSERT_TRUE(bench::waitUntil([&] { return floating->field()->height() == 120; }));
     EXPECT_DOUBLE_EQ(floating->field()->font().pointSizeF(), 68.0);
     floating->resize(200, 90); // no narrower than its text
@@ -319,13 +320,13 @@ TEST_F(ViewerInputTest, FloatingTimecodeFollowsThePictureAndItsFiguresTheWindow)
                floating->height() >= figures.height();
     };
     EXPECT_TRUE(bench::waitUntil(fits)) << floating->width();
-    floating->resize(1000, 120);
+    floating->resize(800, 120);
     QTest::keyClick(floating, Qt::Key_Period);
     EXPECT_SHOWN(48);
     preferences.displayTimecode.set(false);
     EXPECT_FALSE(floating->isVisible());
     preferences.displayTimecode.set(true);
-    EXPECT_EQ(floating->size(), QSize(1000, 120));
+    EXPECT_EQ(floating->size(), QSize(800, 120));
     key(Qt::Key_W, Qt::ControlModifier);
     EXPECT_FALSE(floating->isVisible());
 }
