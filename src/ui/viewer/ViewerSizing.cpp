@@ -43,6 +43,8 @@ void ViewerSizing::takeFrame(const DisplayGeometry::WindowFrame& frame, bool con
 void ViewerSizing::takeWholeFrame(const QRect& frame) {
     setFrame(frame);
     whole_ = window_.size();
+    opening_ = true; // docked panels may need more of it in a moment
+    settled_.start();
 }
 
 void ViewerSizing::keepProportions() {

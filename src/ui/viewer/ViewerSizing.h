@@ -41,7 +41,7 @@ private:
     QSize refused_;  ///< the size from which the proportions were asked for last
     QElapsedTimer sinceAsked_;
     bool resizing_ = false;
-    bool opening_ = false; ///< shown, and nobody has looked where the window manager put it
+    bool opening_ = false; ///< shown or given a frame, and nobody has looked where it came to stand
 };
 
 } // namespace daylark
