@@ -9,7 +9,8 @@
 using namespace daylark;
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
-    fuzz::seedCorpus(*argc, *argv, "folder", "sh010_v002.1001.exr\nsh010_v002.1002.exr\nsh010_v002.0999.exr\na-001.png\na-002.png\na1");
+    fuzz::seedCorpus(*argc, *argv, "folder",
+                     "sh010_v002.1001.exr\nsh010_v002.1002.exr\nsh010_v002.0999.exr\na-001.png\na-002.png\na1");
     fuzz::seedCorpus(*argc, *argv, "patterns", "sh010.%04d.exr\nsh010.####.exr\nsh010.1001-1099x2@@@.exr\na.-5--1#.png\n#1-2#");
     return 0;
 }
