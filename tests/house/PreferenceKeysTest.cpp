@@ -26,14 +26,14 @@ QSet<QString> declaredKeys() {
 }
 
 /// Words that are a preference's key and something else's name as well: fields of a record, its status codes,
-/// a button, a command.
+/// a button, a command, what a container calls a track's language.
 bool namesSomethingElse(const QString& word) {
     static const QSet<QString> names{
         QStringLiteral("exposure"),     QStringLiteral("contrast"),    QStringLiteral("saturation"),
         QStringLiteral("gamma"),        QStringLiteral("brightness"),  QStringLiteral("redChannel"),
         QStringLiteral("greenChannel"), QStringLiteral("blueChannel"), QStringLiteral("thumbnailFrame"),
         QStringLiteral("volume"),       QStringLiteral("trimHandles"),
-        QStringLiteral("firstFrameNumber")};
+        QStringLiteral("firstFrameNumber"), QStringLiteral("language")};
     static const QRegularExpression statusCode(QStringLiteral("^90[1-7]$"));
     return names.contains(word) || statusCode.match(word).hasMatch();
 }
