@@ -21,6 +21,7 @@ constexpr double middleGrey = 0.18;
 /// The library's own words, as the one sentence that an `Error` is.
 Error errorOf(const std::exception& failure) {
     QString text = QString::fromUtf8(failure.what()).simplified();
+    if (text.startsWith(QLatin1String("Error: "))) text.remove(0, 7);
     while (text.endsWith(QLatin1Char('.')))
         text.chop(1);
     return {text.isEmpty() ? QStringLiteral("the colour configuration cannot be used") : text};

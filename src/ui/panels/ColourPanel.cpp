@@ -209,11 +209,14 @@ void ColourPanel::refresh() {
         control->setEnabled(bool(config));
     for (QWidget* control : std::initializer_list<QWidget*>{exposure_, gamma_, reset_})
         control->setEnabled(isManaged);
-    const QString path = config ? config->path() : controller_.preferences().colourConfiguration();
+    // One that cannot be used is named all the same.
+    QString path = config ? config->path() : controller_.preferences().colourConfiguration();
+    if (!config && path.isEmpty()) path = qEnvironmentVariable("OCIO");
     configuration_->setText(path.isEmpty() ? tr("Configuration: Daylark's own")
                                            : tr("Configuration: %1").arg(QFileInfo(path).fileName()));
     configuration_->setToolTip(plain::toolTip(path));
     problem_->setText(colour_.problem());
+    problem_->setMinimumHeight(problem_->text().isEmpty() ? 0 : problem_->heightForWidth(2 * colourChoiceWidth));
     problem_->setVisible(!colour_.problem().isEmpty());
     firstFrame_->setEnabled(bool(movie));
     usualFirstFrame_->setCurrentIndex(usualFirstFrame_->findData(int(controller_.preferences().firstFrameNumber())));
