@@ -199,6 +199,9 @@ TEST_F(LibraryListsTest, RulesAreEditedInAPanelAndAnsweredWhileItStandsOpen) {
     auto* subject = row->findChildren<QComboBox*>().first();
     choose(subject, u"File name"_s);
     ASSERT_TRUE(bench::waitUntil([&] { return row->findChild<QLineEdit*>() != nullptr; }));
+    auto* relation = row->findChildren<QComboBox*>(Qt::FindDirectChildrenOnly).at(1);
+    ASSERT_TRUE(bench::waitUntil([relation] { return relation->width() >= relation->sizeHint().width(); }))
+        << "\"" << qPrintable(relation->currentText()) << "\" is cut";
     QTest::keyClicks(row->findChild<QLineEdit*>(), u"1"_s);
     QCoreApplication::processEvents();
     EXPECT_TRUE(shownNames().isEmpty()) << "both must hold";

@@ -53,7 +53,9 @@ SmartRuleRow::SmartRuleRow(PlaylistController& controller, const SmartRule& rule
     , remove_(iconButton(QStringLiteral("remove"), tr("Remove this rule"), this)) {
     subject_->setAccessibleName(tr("What the rule looks at"));
     relation_->setAccessibleName(tr("How it compares"));
-    relation_->setSizeAdjustPolicy(QComboBox::AdjustToContents); // other words come with another subject
+    // Other words come with another subject: all of them are read.
+    relation_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    relation_->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     for (const smartQuestion::Subject& each : smartQuestion::subjects())
         subject_->addItem(QCoreApplication::translate("Words", each.title), QLatin1String(each.word));
     auto* layout = new QHBoxLayout(this);
