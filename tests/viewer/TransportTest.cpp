@@ -230,7 +230,8 @@ TEST_F(RepeatModeTest, ARunStartsMoviesAnewThatWereLeftAtTheirEnd) {
     preferences.loadFrame.set(StartFrame::lastVisited);
     second->mLastFrameVisited = {48 * 25, 600};
     const auto foreseen = [this](bool running) {
-        return StartPosition(*second, preferences, {player.currentTime(), player.currentFrame()}).frameIn(player.index(), running);
+        const StartPosition::Previous before{player.currentTime(), player.currentFrame()};
+        return StartPosition(*second, preferences, before).frameIn(player.index(), running);
     };
     show({first, second});
     transport.displayNextMovie(); // standing, it is where it was left

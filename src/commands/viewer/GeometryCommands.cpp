@@ -42,7 +42,8 @@ void bindGeometryCommands(CommandSet& commands, MoviePlayerController& controlle
     Preferences& preferences = controller.preferences();
     for (const char* id : viewerCommand::zooms)
         bindByTitle(commands, QLatin1String(id), geometry, &ViewerGeometry::scaleMovie, &when.hasMovie);
-    const Condition& inWindow = commands.when([&movie = when.hasMovie, &full = when.fullScreen] { return movie.holds() && !full.holds(); })
+    const auto isInWindow = [&movie = when.hasMovie, &full = when.fullScreen] { return movie.holds() && !full.holds(); };
+    const Condition& inWindow = commands.when(isInWindow)
                                     .follows(when.hasMovie, &Condition::changed)
                                     .follows(when.fullScreen, &Condition::changed);
     for (const char* id : {"viewer.windowActual", "viewer.windowHalf", "viewer.windowThird"})

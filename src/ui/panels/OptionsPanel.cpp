@@ -23,7 +23,7 @@ namespace daylark {
 
 namespace {
 
-constexpr int optionRowHeight = 24, headingGap = 6, optionFieldWidth = 64, optionChoiceWidth = 152;
+constexpr int optionRowHeight = 24, headingGap = 2, optionFieldWidth = 64, optionChoiceWidth = 152;
 
 } // namespace
 
@@ -41,7 +41,7 @@ OptionsPanel::OptionsPanel(MoviePlayerController& controller, Commands& commands
     addPlaybackRows();
     addFullScreenRows();
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(12, 8, 12, 12);
+    layout->setContentsMargins(12, 4, 12, 4); // docked, it fits beside the picture on the smallest screen
     layout->addLayout(grid_);
     layout->addStretch(1);
 }
