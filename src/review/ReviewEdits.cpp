@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <set>
 #include <tuple>
+#include <unordered_set>
 
 namespace daylark {
 
@@ -109,9 +110,8 @@ void ReviewEdits::removeBookmarks(const std::shared_ptr<Movie>& movie, const Boo
     const ReviewStore::Group group(store_, step(bookmarks.size() == 1 ? QStringLiteral("Remove Bookmark")
                                                                       : QStringLiteral("Remove Bookmarks")));
     ObjectList<Bookmark> list = movie->bookmarkStore;
-    const auto removed = std::erase_if(list, [&bookmarks](const auto& bookmark) {
-        return std::find(bookmarks.begin(), bookmarks.end(), bookmark) != bookmarks.end();
-    });
+    const std::unordered_set<std::shared_ptr<Bookmark>> unwanted(bookmarks.begin(), bookmarks.end());
+    const auto removed = std::erase_if(list, [&unwanted](const auto& bookmark) { return unwanted.contains(bookmark); });
     if (removed == 0) return;
     store_.setBookmarks(movie, list, {});
     refreshBookmarkIcons(movie);
