@@ -58,7 +58,8 @@ TEST_F(GeometryTest, WindowSizesAreThoseOfThePictureAndNeverLeaveTheScreen) {
     EXPECT_TRUE(screenRoom().contains(window->geometry()));
     EXPECT_EQ(window->frameGeometry().width(), std::min(2048, screenRoom().width()));
     trigger("viewer.windowHalf");
-    EXPECT_EQ(area().width(), std::min(1024, screenRoom().width()));
+    const int frame = window->frameGeometry().width() - window->width();
+    EXPECT_EQ(area().width(), std::min(1024, screenRoom().width() - frame));
     preferences.panelLayout1.viewerWidth.set(600);
     preferences.panelLayout1.viewerHeight.set(500);
     preferences.panelLayout1.viewerX.set(40);

@@ -105,6 +105,7 @@ TEST_F(PanelsTest, ButtonsCloseBoxesAndPreferencesSayTheSame) {
 }
 
 TEST_F(PanelsTest, PanelsLeaveTheKeyboardToTheViewerUntilSomethingIsTypedInto) {
+    preferences.dockWherePanelsCover.set(false);
     openFrames(24);
     window->picture()->setFocus();
     trigger("viewer.showAllPanels");
@@ -252,6 +253,7 @@ TEST_F(PanelsTest, LayoutsKeepWhatStoodDockedAndAMaximisedWindow) {
 }
 
 TEST_F(PanelsTest, AllPanelsTogetherLeaveThePictureFree) {
+    if (window->screen()->availableSize().width() < 1280) GTEST_SKIP() << "needs a screen that people have";
     openFrames(24);
     preferences.constrainViewerToMovieProportions.set(false);
     const QRect screen = window->screen()->availableGeometry();
