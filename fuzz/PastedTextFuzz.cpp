@@ -14,9 +14,11 @@ using namespace daylark;
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static QGuiApplication application(*argc, *argv); // documents have fonts
-    fuzz::seedCorpus(*argc, *argv, "styles", "<html><body><p style='color:red'>one <b>two</b> <i>three <u>four</u></i></p></body>");
+    fuzz::seedCorpus(*argc, *argv, "styles",
+                     "<html><body><p style='color:red'>one <b>two</b> <i>three <u>four</u></i></p></body>");
     fuzz::seedCorpus(*argc, *argv, "tables", "<table><tr><td><ul><li>a<ol><li>b</table><img src='file:///dev/zero'>");
-    fuzz::seedCorpus(*argc, *argv, "sheet", "<style>p{font:bold 9px x;background:url(file:///dev/zero)}</style><link href=x><p>&lt;&#x1F3AC;");
+    fuzz::seedCorpus(*argc, *argv, "sheet",
+                     "<style>p{font:bold 9px x;background:url(file:///dev/zero)}</style><link href=x><p>&lt;&#x1F3AC;");
     return 0;
 }
 

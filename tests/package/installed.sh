@@ -55,8 +55,8 @@ complete_line() { # complete_line WORD...: what may stand for the last one
 [[ " $(complete_line notes day.dls --format '') " == *" csv "* ]] || fail "completion of formats"
 [ "$(cd "$stage" && complete_line link da)" = day.dls ] || fail "completion of files: $(cd "$stage" && complete_line link da)"
 
-# The copyright file names the libraries that the programs ask for, and no other.
-needed=$(for program in "$stage"/usr/bin/*; do objdump -p "$program"; done |
+# The copyright file names the libraries that the programs and their module ask for, and no other.
+needed=$(for program in "$stage"/usr/bin/* "$stage"/usr/lib/daylark/*.so; do objdump -p "$program"; done |
     awk '/NEEDED/ { sub(/(-x86.*)?(-[0-9.]+)?\.so.*/, "", $2); print $2 }' | sort -u)
 for library in $needed; do
     grep -qE "(^| )${library//+/\\+}[ ,:]" "$share/doc/daylark/copyright" || fail "copyright lacks $library"

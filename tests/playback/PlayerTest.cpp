@@ -340,7 +340,7 @@ TEST_F(PlayerTest, AListOfMoviesLeavesNoPicturesOrFilesBehind) {
         if (at % 3 != 0) player.setRate(1);
         if (at % 2 != 0) waitUntil([passes = 0]() mutable { return ++passes > 5; });
         ASSERT_LE(player.statistics().cacheBytes, player.statistics().cacheBudget);
-        ASSERT_LE(openFiles(), 5);
+        ASSERT_LE(openFiles(), 8) << "of thirty: those being left may still be closing";
     }
     ASSERT_TRUE(waitUntil([&] { return openFiles() == 2; }))
         << "the current movie and its one neighbour here";

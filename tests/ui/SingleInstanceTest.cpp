@@ -92,8 +92,8 @@ TEST(SingleInstanceTest, MessagesThatAreNoneOpenNothingAndTheNextOneIsHeard) {
     ASSERT_FALSE(first.handOver({}));
     QStringList received;
     QObject::connect(&first, &SingleInstance::filesReceived, [&received](const QStringList& paths) { received += paths; });
-    const QString place = QDir(runtime.path()).filePath(
-        QDir(runtime.path()).entryList({u"daylark-*"_s}, QDir::System | QDir::Files).filter(QRegularExpression(u"[^k]$"_s)).value(0));
+    const QStringList places = QDir(runtime.path()).entryList({u"daylark-*"_s}, QDir::System | QDir::Files);
+    const QString place = QDir(runtime.path()).filePath(places.filter(QRegularExpression(u"[^k]$"_s)).value(0));
     const auto say = [&place](const QByteArray& said) {
         QLocalSocket socket;
         socket.connectToServer(place);
