@@ -38,7 +38,7 @@ case $mode in
         if has_display; then
             mkdir -p "$out"
             "$bin/daylark-demo-dailies" "$out/dailies"
-            exec "$bin/daylark" "$out/dailies/Day 1" "$out/dailies/Day 2"
+            exec "$bin/daylark" "$out/dailies/Day 1" "$out/dailies/Day 2" "$out/dailies/Effects"
         fi
         exec "$root/scripts/demo.sh" "$bin" "$out"
         ;;

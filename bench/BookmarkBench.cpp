@@ -1,4 +1,5 @@
 #include "support/MovieMaker.h"
+#include "model/Session.h"
 #include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
@@ -43,11 +44,12 @@ void lookUp(benchmark::State& state) {
     for (auto _ : state)
         benchmark::DoNotOptimize(movie.bookmarksForFrame(1 + frame++ % 240));
 }
-BENCHMARK(lookUp)->Arg(10)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(lookUp)->Arg(10)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
 
 class NoPasteboard : public Pasteboard {
 public:
     void setText(const QString&) override {}
+    void setRichText(const QString&, const QString&) override {}
     [[nodiscard]] QString text() const override { return {}; }
 };
 class NoBrowser : public FileBrowser {
@@ -91,7 +93,7 @@ void frameShown(benchmark::State& state) {
     for (auto _ : state)
         viewer.player.setCurrentTime(viewer.player.index().timeOf(frame++ % 240));
 }
-BENCHMARK(frameShown)->Arg(0)->Arg(1000)->Unit(benchmark::kMicrosecond)->Iterations(500);
+BENCHMARK(frameShown)->Arg(0)->Arg(1000)->Arg(100000)->Unit(benchmark::kMicrosecond)->Iterations(500);
 
 void invertMutes(benchmark::State& state) {
     Viewer viewer;
@@ -99,7 +101,39 @@ void invertMutes(benchmark::State& state) {
     for (auto _ : state)
         viewer.controller.bookmarks().setMuteValues({QStringLiteral("Invert Muted Bookmarks"), 0});
 }
-BENCHMARK(invertMutes)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(invertMutes)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+void addAndTakeBack(benchmark::State& state) {
+    Viewer viewer;
+    viewer.edits.addBookmarks(viewer.movie, bookmarksOver(240, int(state.range(0))));
+    for (auto _ : state) {
+        viewer.controller.bookmarks().addBookmark();
+        viewer.edits.history().undo();
+    }
+}
+BENCHMARK(addAndTakeBack)->Arg(0)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+/// The interface thread's part of a save is the snapshot; the bytes are a worker's.
+void save(benchmark::State& state) {
+    auto movie = std::make_shared<Movie>(QStringLiteral("/nowhere.mov"));
+    const auto made = bookmarksOver(240, int(state.range(0)));
+    movie->bookmarkStore.assign(made.begin(), made.end());
+    auto list = std::make_shared<Playlist>();
+    list->movieList.push_back(movie);
+    SessionContents contents;
+    contents.playlists = {list};
+    contents.hasPlaylists = true;
+    const bool isWhole = state.range(1) == 1;
+    for (auto _ : state) {
+        if (isWhole)
+            benchmark::DoNotOptimize(encodeSession(contents));
+        else
+            benchmark::DoNotOptimize(snapshotOf(contents));
+    }
+}
+BENCHMARK(save)
+    ->ArgNames({"bookmarks", "bytes"})
+    ->Args({1000, 0})->Args({100000, 0})->Args({100000, 1})->Unit(benchmark::kMillisecond);
 
 } // namespace
 

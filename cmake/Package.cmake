@@ -67,6 +67,7 @@ add_custom_target(daylark-package-files ALL DEPENDS ${icons} ${manuals})
 
 install(TARGETS daylark daylark-tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(TARGETS daylark_formats LIBRARY DESTINATION ${DAYLARK_MODULES})
+install(FILES ${CMAKE_BINARY_DIR}/${DAYLARK_MODULES}/daylark-formats.needs DESTINATION ${DAYLARK_MODULES})
 install(FILES ${desktop}/daylark.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${desktop}/daylark.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES ${made}/${DAYLARK_APP_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)

@@ -1,4 +1,5 @@
-// daylark-demo-dailies DIR: two folders of dailies to try Daylark on.
+// daylark-demo-dailies DIR: two folders of dailies and an effects shot to try Daylark on.
+#include "Effects.h"
 #include "support/MovieMaker.h"
 
 #include <QDir>
@@ -143,5 +144,9 @@ int main(int argc, char** argv) {
     std::thread second(work);
     work();
     second.join();
+    if (const std::optional<QString> wrong = demo::makeEffectsShot(root)) {
+        failed = true;
+        std::fprintf(stderr, "daylark-demo-dailies: %s\n", qUtf8Printable(*wrong));
+    }
     return failed ? 1 : 0;
 }

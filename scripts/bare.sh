@@ -51,6 +51,8 @@ make_system() { # make_system PACKAGES: in $bare
     for file in /etc/resolv.conf /etc/apt/apt.conf.d/*proxy*; do
         if [ -e "$file" ]; then cp -L "$file" "$bare$file"; fi
     done
+    mount --bind "$bare" "$bare" && mount --make-private "$bare" # a root that is a mount point: unshare -m works inside
+    mounted=("$bare" "${mounted[@]}")
     attach proc proc proc
     attach bind /sys sys
     attach bind /dev dev

@@ -130,6 +130,10 @@ Blauer Streifen: Bilder, die bereit sind</translation>
         <translation>%1: Kürzen ist aus</translation>
     </message>
     <message>
+        <source>%n left out, not named in UTF-8: %1</source>
+        <translation>%n ausgelassen, nicht in UTF-8 benannt: %1</translation>
+    </message>
+    <message>
         <source>%n found</source>
         <translation>%n gefunden</translation>
     </message>
@@ -152,6 +156,26 @@ Blauer Streifen: Bilder, die bereit sind</translation>
     <message>
         <source>1001</source>
         <translation>1001</translation>
+    </message>
+    <message>
+        <source>1:1 (Actual Size)</source>
+        <translation>1:1 (Originalgröße)</translation>
+    </message>
+    <message>
+        <source>1:1 Pixels (Actual Size)</source>
+        <translation>1:1 Pixel (Originalgröße)</translation>
+    </message>
+    <message>
+        <source>1:2 (Half Size)</source>
+        <translation>1:2 (halbe Größe)</translation>
+    </message>
+    <message>
+        <source>1:3 (Third Size)</source>
+        <translation>1:3 (ein Drittel)</translation>
+    </message>
+    <message>
+        <source>A number is the production's where the movie has its own, else counted from 1. "#" before it counts from 1 in any case.</source>
+        <translation>Eine Zahl ist die der Produktion, wo der Film eigene hat, sonst ab 1 gezählt. Mit „#“ davor zählt sie immer ab 1.</translation>
     </message>
     <message>
         <source>A picture was left out: notes hold text</source>
@@ -320,6 +344,10 @@ Blauer Streifen: Bilder, die bereit sind</translation>
     <message>
         <source>Another copy of Daylark is at work (on %1): this one keeps a session of its own</source>
         <translation>Ein anderes Daylark läuft (auf %1): Dieses hat eine eigene Sitzung</translation>
+    </message>
+    <message>
+        <source>Another number</source>
+        <translation>Eine andere Zahl</translation>
     </message>
     <message>
         <source>Another rule</source>
@@ -498,8 +526,8 @@ Blauer Streifen: Bilder, die bereit sind</translation>
         <translation>Pinselfarbe</translation>
     </message>
     <message>
-        <source>By the environment ($OCIO), else Daylark's own</source>
-        <translation>Aus der Umgebung ($OCIO), sonst die von Daylark</translation>
+        <source>By the production's numbers</source>
+        <translation>Nach den Nummern der Produktion</translation>
     </message>
     <message>
         <source>Cache     %1 of %2 MiB</source>
@@ -570,8 +598,16 @@ Blauer Streifen: Bilder, die bereit sind</translation>
         <translation>Mediendateien wählen</translation>
     </message>
     <message>
+        <source>Choose the folder of automatic searches</source>
+        <translation>Den Ordner der automatischen Suche wählen</translation>
+    </message>
+    <message>
         <source>Choose The Root Folder For Automatic Searches</source>
         <translation>Ordner der automatischen Suche wählen</translation>
+    </message>
+    <message>
+        <source>Choose...</source>
+        <translation>Wählen ...</translation>
     </message>
     <message>
         <source>Choose…</source>
@@ -616,6 +652,10 @@ Blauer Streifen: Bilder, die bereit sind</translation>
     <message>
         <source>Codec</source>
         <translation>Codec</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
     </message>
     <message>
         <source>Colour Configuration</source>
@@ -690,12 +730,12 @@ Blauer Streifen: Bilder, die bereit sind</translation>
         <translation>Befehle und ihre Tasten</translation>
     </message>
     <message>
-        <source>Configuration: %1</source>
-        <translation>Konfiguration: %1</translation>
+        <source>Configuration</source>
+        <translation>Konfiguration</translation>
     </message>
     <message>
-        <source>Configuration: Daylark's own</source>
-        <translation>Konfiguration: die von Daylark</translation>
+        <source>Constrain Viewer To Movie Proportions</source>
+        <translation>Betrachter in den Proportionen des Clips</translation>
     </message>
     <message>
         <source>contains</source>
@@ -716,6 +756,10 @@ Blauer Streifen: Bilder, die bereit sind</translation>
     <message>
         <source>Copy</source>
         <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy All Bookmarks</source>
+        <translation>Alle Lesezeichen kopieren</translation>
     </message>
     <message>
         <source>Copy Bookmarks</source>
@@ -762,6 +806,10 @@ Blauer Streifen: Bilder, die bereit sind</translation>
         <translation>&amp;Timecode kopieren</translation>
     </message>
     <message>
+        <source>Copy Unmuted Bookmarks</source>
+        <translation>Nicht stumme Lesezeichen kopieren</translation>
+    </message>
+    <message>
         <source>Counter starts at</source>
         <translation>Zähler beginnt bei</translation>
     </message>
@@ -784,6 +832,10 @@ Blauer Streifen: Bilder, die bereit sind</translation>
     <message>
         <source>Daylark movie</source>
         <translation>Daylark-Clip</translation>
+    </message>
+    <message>
+        <source>Daylark's own</source>
+        <translation>Daylarks eigene</translation>
     </message>
     <message>
         <source>Decoder   %1</source>
@@ -814,6 +866,18 @@ Blauer Streifen: Bilder, die bereit sind</translation>
         <translation>Anzeige</translation>
     </message>
     <message>
+        <source>&amp;Display</source>
+        <translation>&amp;Anzeige</translation>
+    </message>
+    <message>
+        <source>Display, 8 bit</source>
+        <translation>Anzeige, 8 Bit</translation>
+    </message>
+    <message>
+        <source>Display: %1</source>
+        <translation>Anzeige: %1</translation>
+    </message>
+    <message>
         <source>&amp;Dock Panels</source>
         <translation>Felder an&amp;docken</translation>
     </message>
@@ -836,6 +900,10 @@ Blauer Streifen: Bilder, die bereit sind</translation>
     <message>
         <source>&amp;Drawing</source>
         <translation>&amp;Zeichnung</translation>
+    </message>
+    <message>
+        <source>Drawing</source>
+        <translation>Zeichnen</translation>
     </message>
     <message>
         <source>Drawing Tool &amp;On or Off</source>
@@ -916,6 +984,10 @@ jeder wird eine Playlist</translation>
         <translation>Jede Einstellung wird wieder, was sie am Anfang war</translation>
     </message>
     <message>
+        <source>Every start begins with Loop Movie</source>
+        <translation>Jeder Start beginnt mit „Clip in Schleife“</translation>
+    </message>
+    <message>
         <source>Exact loops: a range turns at its very last frame</source>
         <translation>Genaue Schleifen: Umkehr beim letzten Bild</translation>
     </message>
@@ -982,6 +1054,10 @@ jeder wird eine Playlist</translation>
     <message>
         <source>&amp;File</source>
         <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>Favourite Viewer Size</source>
+        <translation>Bevorzugte Größe des Betrachters</translation>
     </message>
     <message>
         <source>File format</source>
@@ -1102,10 +1178,6 @@ jeder wird eine Playlist</translation>
         <translation>Erstes Bild</translation>
     </message>
     <message>
-        <source>First frame</source>
-        <translation>Erstes Bild</translation>
-    </message>
-    <message>
         <source>First frame is production number</source>
         <translation>Das erste Bild hat die Nummer</translation>
     </message>
@@ -1120,6 +1192,10 @@ jeder wird eine Playlist</translation>
     <message>
         <source>First TC</source>
         <translation>Erster TC</translation>
+    </message>
+    <message>
+        <source>Fit Image To Viewer</source>
+        <translation>Bild in den Betrachter einpassen</translation>
     </message>
     <message>
         <source>Fixed</source>
@@ -1146,6 +1222,10 @@ jeder wird eine Playlist</translation>
         <translation>Flaggen</translation>
     </message>
     <message>
+        <source>Flip Display</source>
+        <translation>Anzeige auf den Kopf stellen</translation>
+    </message>
+    <message>
         <source>Flip, upside down</source>
         <translation>Auf dem Kopf</translation>
     </message>
@@ -1156,6 +1236,10 @@ jeder wird eine Playlist</translation>
     <message>
         <source>Floating</source>
         <translation>Schwebend</translation>
+    </message>
+    <message>
+        <source>Flop Display</source>
+        <translation>Anzeige seitlich spiegeln</translation>
     </message>
     <message>
         <source>Flop, left to right</source>
@@ -1178,6 +1262,10 @@ jeder wird eine Playlist</translation>
         <translation>Bild</translation>
     </message>
     <message>
+        <source>Frame %1</source>
+        <translation>Bild %1</translation>
+    </message>
+    <message>
         <source>Frame %1
 %2</source>
         <translation>Bild %1
@@ -1196,6 +1284,10 @@ jeder wird eine Playlist</translation>
         <translation>Bildnummer oder Timecode</translation>
     </message>
     <message>
+        <source>Frame on screen</source>
+        <translation>Bild auf dem Schirm</translation>
+    </message>
+    <message>
         <source>Frame Rate</source>
         <translation>Bildrate</translation>
     </message>
@@ -1206,6 +1298,10 @@ jeder wird eine Playlist</translation>
     <message>
         <source>Frame Rate…</source>
         <translation>Bildrate …</translation>
+    </message>
+    <message>
+        <source>Frame, counted from 1</source>
+        <translation>Bild, ab 1 gezählt</translation>
     </message>
     <message>
         <source>Frames</source>
@@ -1420,6 +1516,10 @@ jeder wird eine Playlist</translation>
         <translation>Bibliothek beim Betrachten ausblenden</translation>
     </message>
     <message>
+        <source>Histogram</source>
+        <translation>Histogramm</translation>
+    </message>
+    <message>
         <source>How it compares</source>
         <translation>Wie sie vergleicht</translation>
     </message>
@@ -1582,6 +1682,10 @@ jeder wird eine Playlist</translation>
     <message>
         <source>Keep These Frames</source>
         <translation>Diese Bilder behalten</translation>
+    </message>
+    <message>
+        <source>Kept in the session: goes before the one chosen here, which goes before $OCIO</source>
+        <translation>In der Sitzung: geht vor der hier gewählten, diese vor $OCIO</translation>
     </message>
     <message>
         <source>Kept with the desktop's own thumbnails, not in the session</source>
@@ -1920,6 +2024,10 @@ jeder wird eine Playlist</translation>
         <translation>Clips beginnen bei</translation>
     </message>
     <message>
+        <source>Mute All Bookmarks</source>
+        <translation>Alle Lesezeichen stumm</translation>
+    </message>
+    <message>
         <source>Mute Bookmark</source>
         <translation>Lesezeichen stumm</translation>
     </message>
@@ -2012,6 +2120,10 @@ jeder wird eine Playlist</translation>
         <translation>Nächstes oder voriges Bild</translation>
     </message>
     <message>
+        <source>Ne&amp;xt Scope</source>
+        <translation>Nä&amp;chstes Scope</translation>
+    </message>
+    <message>
         <source>No BMs</source>
         <translation>Ohne LZ</translation>
     </message>
@@ -2022,6 +2134,10 @@ jeder wird eine Playlist</translation>
     <message>
         <source>No bookmark at this frame, and none is selected (%1 adds one)</source>
         <translation>Kein Lesezeichen an diesem Bild, und keines ist gewählt (%1 setzt eines)</translation>
+    </message>
+    <message>
+        <source>No bookmark is selected</source>
+        <translation>Kein Lesezeichen ist gewählt</translation>
     </message>
     <message>
         <source>No CCs</source>
@@ -2128,12 +2244,20 @@ jeder wird eine Playlist</translation>
         <translation>davon gelten:</translation>
     </message>
     <message>
+        <source>Off again at every start</source>
+        <translation>Bei jedem Start wieder aus</translation>
+    </message>
+    <message>
         <source>Okay</source>
         <translation>Okay</translation>
     </message>
     <message>
         <source>on</source>
         <translation>am</translation>
+    </message>
+    <message>
+        <source>On again at every start</source>
+        <translation>Bei jedem Start wieder an</translation>
     </message>
     <message>
         <source>One Shot</source>
@@ -2174,6 +2298,10 @@ jeder wird eine Playlist</translation>
     <message>
         <source>OpenGL</source>
         <translation>OpenGL</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
     </message>
     <message>
         <source>Orange</source>
@@ -2264,6 +2392,10 @@ jeder wird eine Playlist</translation>
         <translation>Bildgröße</translation>
     </message>
     <message>
+        <source>Picture, %1 bit</source>
+        <translation>Bild, %1 Bit</translation>
+    </message>
+    <message>
         <source>Pictures Not Readable</source>
         <translation>Bilder nicht lesbar</translation>
     </message>
@@ -2278,6 +2410,14 @@ jeder wird eine Playlist</translation>
     <message>
         <source>Pixel Aspect: %1</source>
         <translation>Pixelseitenverhältnis: %1</translation>
+    </message>
+    <message>
+        <source>P&amp;ixel Read-Out</source>
+        <translation>P&amp;ixelwerte</translation>
+    </message>
+    <message>
+        <source>Pixel read-out</source>
+        <translation>Pixelwerte</translation>
     </message>
     <message>
         <source>Pixels</source>
@@ -2400,12 +2540,28 @@ jeder wird eine Playlist</translation>
         <translation>&amp;Voriger Clip</translation>
     </message>
     <message>
+        <source>Prod</source>
+        <translation>Prod</translation>
+    </message>
+    <message>
         <source>Prod %1</source>
         <translation>Prod %1</translation>
     </message>
     <message>
         <source>Prod %1 to %2, %3, a timecode, +8, -8</source>
         <translation>Prod %1 bis %2, %3, ein Timecode, +8, -8</translation>
+    </message>
+    <message>
+        <source>Prod First</source>
+        <translation>Prod Erstes</translation>
+    </message>
+    <message>
+        <source>Prod frames</source>
+        <translation>Prod-Bilder</translation>
+    </message>
+    <message>
+        <source>Prod Last</source>
+        <translation>Prod Letztes</translation>
     </message>
     <message>
         <source>Production number of the first frame</source>
@@ -2756,6 +2912,10 @@ jeder wird eine Playlist</translation>
         <translation>RGB</translation>
     </message>
     <message>
+        <source>RGB Parade</source>
+        <translation>RGB-Parade</translation>
+    </message>
+    <message>
         <source>Right edge</source>
         <translation>Rechter Rand</translation>
     </message>
@@ -2874,6 +3034,22 @@ jeder wird eine Playlist</translation>
     <message>
         <source>Say when many items were changed at once</source>
         <translation>Sagen, wenn viele Einträge geändert wurden</translation>
+    </message>
+    <message>
+        <source>Scope</source>
+        <translation>Scope</translation>
+    </message>
+    <message>
+        <source>Scope: %1</source>
+        <translation>Scope: %1</translation>
+    </message>
+    <message>
+        <source>Scop&amp;es</source>
+        <translation>Scop&amp;es</translation>
+    </message>
+    <message>
+        <source>Scopes</source>
+        <translation>Scopes</translation>
     </message>
     <message>
         <source>Search</source>
@@ -3000,6 +3176,10 @@ jeder wird eine Playlist</translation>
         <translation>Letztes Bild auf das gezeigte setzen</translation>
     </message>
     <message>
+        <source>Set Thumbnail Image</source>
+        <translation>Dieses Bild als Vorschau</translation>
+    </message>
+    <message>
         <source>Set to 1</source>
         <translation>Auf 1</translation>
     </message>
@@ -3074,6 +3254,10 @@ jeder wird eine Playlist</translation>
     <message>
         <source>Shown</source>
         <translation>Gezeigt</translation>
+    </message>
+    <message>
+        <source>Shown Raw</source>
+        <translation>Unverändert</translation>
     </message>
     <message>
         <source>Shows the folder %1</source>
@@ -3270,6 +3454,10 @@ Esc im Suchfeld oder „Alle zeigen“ holt sie zurück.</translation>
         <translation>Das gezeigte Bild zählt als 1</translation>
     </message>
     <message>
+        <source>The other number</source>
+        <translation>Die andere Zahl</translation>
+    </message>
+    <message>
         <source>The picture is drawn by</source>
         <translation>Das Bild zeichnet</translation>
     </message>
@@ -3280,6 +3468,10 @@ Esc im Suchfeld oder „Alle zeigen“ holt sie zurück.</translation>
     <message>
         <source>The pictures of this run can't be shown: %1.</source>
         <translation>Die Bilder dieser Serie lassen sich nicht zeigen: %1.</translation>
+    </message>
+    <message>
+        <source>The range is off; once more loops the bookmark</source>
+        <translation>Der Bereich ist aus; noch einmal: das Lesezeichen in Schleife</translation>
     </message>
     <message>
         <source>The session could not be written anywhere: %1.</source>
@@ -3294,12 +3486,20 @@ Esc im Suchfeld oder „Alle zeigen“ holt sie zurück.</translation>
         <translation>Die letzte Sitzung wurde nicht wiederhergestellt. Wer jetzt sichert, ersetzt den Inhalt dieser Datei durch das, was in der Bibliothek steht.</translation>
     </message>
     <message>
+        <source>The session's colour configuration cannot be used, the picture is shown raw: %1</source>
+        <translation>Die Farbkonfiguration der Sitzung ist nicht verwendbar, das Bild wird roh gezeigt: %1</translation>
+    </message>
+    <message>
         <source>The text was cut: it is longer than notes can take at once</source>
         <translation>Der Text wurde gekürzt: Er ist zu lang für eine Notiz</translation>
     </message>
     <message>
-        <source>The Usual One</source>
-        <translation>Die übliche</translation>
+        <source>The usual one: $OCIO, %1</source>
+        <translation>Die übliche: $OCIO, %1</translation>
+    </message>
+    <message>
+        <source>The usual one: Daylark's own</source>
+        <translation>Die übliche: Daylarks eigene</translation>
     </message>
     <message>
         <source>There Are No Missing Files</source>
@@ -3326,6 +3526,10 @@ Bitte die Zugriffsrechte prüfen.</translation>
     <message>
         <source>This file may have been renamed or deleted.</source>
         <translation>Diese Datei wurde vielleicht umbenannt oder gelöscht.</translation>
+    </message>
+    <message>
+        <source>This session only</source>
+        <translation>Nur diese Sitzung</translation>
     </message>
     <message>
         <source>This smartlist has no rules yet.
@@ -3414,12 +3618,20 @@ Smartlist Rules... in its menu gives it some.</source>
         <translation>Ohne Flagge</translation>
     </message>
     <message>
+        <source>Unmute All Bookmarks</source>
+        <translation>Alle Lesezeichen wieder zeigen</translation>
+    </message>
+    <message>
         <source>Unmute Bookmark</source>
         <translation>Lesezeichen wieder zeigen</translation>
     </message>
     <message>
         <source>Unmute Bookmarks</source>
         <translation>Lesezeichen wieder zeigen</translation>
+    </message>
+    <message>
+        <source>Until Daylark is closed; at the next start it is First Frame again</source>
+        <translation>Bis Daylark geschlossen wird; beim nächsten Start wieder „Erstes Bild“</translation>
     </message>
     <message>
         <source>Untitled Session</source>
@@ -3450,12 +3662,20 @@ Smartlist Rules... in its menu gives it some.</source>
         <translation>Eigener</translation>
     </message>
     <message>
+        <source>Vectorscope</source>
+        <translation>Vektorskop</translation>
+    </message>
+    <message>
         <source>&amp;View</source>
         <translation>&amp;Ansicht</translation>
     </message>
     <message>
         <source>View</source>
         <translation>Ansicht</translation>
+    </message>
+    <message>
+        <source>View: %1</source>
+        <translation>Ansicht: %1</translation>
     </message>
     <message>
         <source>Viewer</source>
@@ -3476,6 +3696,10 @@ Smartlist Rules... in its menu gives it some.</source>
     <message>
         <source>Volume %1 %</source>
         <translation>Lautstärke %1 %</translation>
+    </message>
+    <message>
+        <source>Waveform</source>
+        <translation>Wellenform</translation>
     </message>
     <message>
         <source>What is not written</source>
@@ -3510,6 +3734,10 @@ Smartlist Rules... in its menu gives it some.</source>
         <translation>Wo ein Clip beginnt</translation>
     </message>
     <message>
+        <source>Where neither a run's pictures nor a person say it</source>
+        <translation>Wo weder Bilder einer Folge noch jemand es sagt</translation>
+    </message>
+    <message>
         <source>Where neither their pictures nor a person say it</source>
         <translation>Wo weder Bilder noch jemand es sagt</translation>
     </message>
@@ -3524,6 +3752,10 @@ Smartlist Rules... in its menu gives it some.</source>
     <message>
         <source>Which items are shown</source>
         <translation>Welche Einträge gezeigt werden</translation>
+    </message>
+    <message>
+        <source>Which scope is shown</source>
+        <translation>Welches Scope zu sehen ist</translation>
     </message>
     <message>
         <source>White</source>
@@ -3614,6 +3846,10 @@ Smartlist Rules... in its menu gives it some.</source>
         <translation>&amp;Notizen schreiben</translation>
     </message>
     <message>
+        <source>x %1   y %2</source>
+        <translation>x %1   y %2</translation>
+    </message>
+    <message>
         <source>Yellow</source>
         <translation>Gelb</translation>
     </message>
@@ -3636,6 +3872,14 @@ Smartlist Rules... in its menu gives it some.</source>
     <message>
         <source>Zoom at the pointer by Shift and the wheel</source>
         <translation>Am Zeiger zoomen mit Umschalt und Rad</translation>
+    </message>
+    <message>
+        <source>Zoom In</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Verkleinern</translation>
     </message>
     <message>
         <source>Zoom: %1 % of the viewer's width</source>

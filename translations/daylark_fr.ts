@@ -130,6 +130,10 @@ Bande bleue : images prêtes</translation>
         <translation>%1 : rognage désactivé</translation>
     </message>
     <message>
+        <source>%n left out, not named in UTF-8: %1</source>
+        <translation>%n omis, noms hors UTF-8 : %1</translation>
+    </message>
+    <message>
         <source>%n found</source>
         <translation>%n trouvés</translation>
     </message>
@@ -152,6 +156,26 @@ Bande bleue : images prêtes</translation>
     <message>
         <source>1001</source>
         <translation>1001</translation>
+    </message>
+    <message>
+        <source>1:1 (Actual Size)</source>
+        <translation>1:1 (taille réelle)</translation>
+    </message>
+    <message>
+        <source>1:1 Pixels (Actual Size)</source>
+        <translation>Pixels 1:1 (taille réelle)</translation>
+    </message>
+    <message>
+        <source>1:2 (Half Size)</source>
+        <translation>1:2 (demi-taille)</translation>
+    </message>
+    <message>
+        <source>1:3 (Third Size)</source>
+        <translation>1:3 (un tiers)</translation>
+    </message>
+    <message>
+        <source>A number is the production's where the movie has its own, else counted from 1. "#" before it counts from 1 in any case.</source>
+        <translation>Un nombre est celui de la production si le film en a, sinon compté à partir de 1. Précédé de « # », il l’est toujours.</translation>
     </message>
     <message>
         <source>A picture was left out: notes hold text</source>
@@ -320,6 +344,10 @@ Bande bleue : images prêtes</translation>
     <message>
         <source>Another copy of Daylark is at work (on %1): this one keeps a session of its own</source>
         <translation>Un autre Daylark travaille (sur %1) : celui-ci a sa propre session</translation>
+    </message>
+    <message>
+        <source>Another number</source>
+        <translation>Un autre numéro</translation>
     </message>
     <message>
         <source>Another rule</source>
@@ -498,8 +526,8 @@ Bande bleue : images prêtes</translation>
         <translation>Couleur du pinceau</translation>
     </message>
     <message>
-        <source>By the environment ($OCIO), else Daylark's own</source>
-        <translation>Par l'environnement ($OCIO), sinon celle de Daylark</translation>
+        <source>By the production's numbers</source>
+        <translation>Selon les numéros de la production</translation>
     </message>
     <message>
         <source>Cache     %1 of %2 MiB</source>
@@ -570,8 +598,16 @@ Bande bleue : images prêtes</translation>
         <translation>Choisir les médias à ajouter</translation>
     </message>
     <message>
+        <source>Choose the folder of automatic searches</source>
+        <translation>Choisir le dossier des recherches automatiques</translation>
+    </message>
+    <message>
         <source>Choose The Root Folder For Automatic Searches</source>
         <translation>Choisir le dossier des recherches automatiques</translation>
+    </message>
+    <message>
+        <source>Choose...</source>
+        <translation>Choisir...</translation>
     </message>
     <message>
         <source>Choose…</source>
@@ -616,6 +652,10 @@ Bande bleue : images prêtes</translation>
     <message>
         <source>Codec</source>
         <translation>Codec</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Couleur</translation>
     </message>
     <message>
         <source>Colour Configuration</source>
@@ -690,12 +730,12 @@ Bande bleue : images prêtes</translation>
         <translation>Commandes et leurs touches</translation>
     </message>
     <message>
-        <source>Configuration: %1</source>
-        <translation>Configuration : %1</translation>
+        <source>Configuration</source>
+        <translation>Configuration</translation>
     </message>
     <message>
-        <source>Configuration: Daylark's own</source>
-        <translation>Configuration : celle de Daylark</translation>
+        <source>Constrain Viewer To Movie Proportions</source>
+        <translation>Garder les proportions du clip</translation>
     </message>
     <message>
         <source>contains</source>
@@ -716,6 +756,10 @@ Bande bleue : images prêtes</translation>
     <message>
         <source>Copy</source>
         <translation>Copier</translation>
+    </message>
+    <message>
+        <source>Copy All Bookmarks</source>
+        <translation>Copier tous les repères</translation>
     </message>
     <message>
         <source>Copy Bookmarks</source>
@@ -762,6 +806,10 @@ Bande bleue : images prêtes</translation>
         <translation>Copier le &amp;timecode</translation>
     </message>
     <message>
+        <source>Copy Unmuted Bookmarks</source>
+        <translation>Copier les repères actifs</translation>
+    </message>
+    <message>
         <source>Counter starts at</source>
         <translation>Le compteur part de</translation>
     </message>
@@ -784,6 +832,10 @@ Bande bleue : images prêtes</translation>
     <message>
         <source>Daylark movie</source>
         <translation>Clip Daylark</translation>
+    </message>
+    <message>
+        <source>Daylark's own</source>
+        <translation>Celle de Daylark</translation>
     </message>
     <message>
         <source>Decoder   %1</source>
@@ -814,6 +866,18 @@ Bande bleue : images prêtes</translation>
         <translation>Écran</translation>
     </message>
     <message>
+        <source>&amp;Display</source>
+        <translation>&amp;Écran</translation>
+    </message>
+    <message>
+        <source>Display, 8 bit</source>
+        <translation>Écran, 8 bits</translation>
+    </message>
+    <message>
+        <source>Display: %1</source>
+        <translation>Écran : %1</translation>
+    </message>
+    <message>
         <source>&amp;Dock Panels</source>
         <translation>&amp;Ancrer les panneaux</translation>
     </message>
@@ -836,6 +900,10 @@ Bande bleue : images prêtes</translation>
     <message>
         <source>&amp;Drawing</source>
         <translation>&amp;Dessin</translation>
+    </message>
+    <message>
+        <source>Drawing</source>
+        <translation>Dessin</translation>
     </message>
     <message>
         <source>Drawing Tool &amp;On or Off</source>
@@ -916,6 +984,10 @@ chacun devient une playlist</translation>
         <translation>Chaque préférence reprend sa valeur initiale</translation>
     </message>
     <message>
+        <source>Every start begins with Loop Movie</source>
+        <translation>Chaque démarrage commence par « Boucler le clip »</translation>
+    </message>
+    <message>
         <source>Exact loops: a range turns at its very last frame</source>
         <translation>Boucles exactes : à la dernière image même</translation>
     </message>
@@ -982,6 +1054,10 @@ chacun devient une playlist</translation>
     <message>
         <source>&amp;File</source>
         <translation>&amp;Fichier</translation>
+    </message>
+    <message>
+        <source>Favourite Viewer Size</source>
+        <translation>Taille préférée de la visionneuse</translation>
     </message>
     <message>
         <source>File format</source>
@@ -1102,10 +1178,6 @@ chacun devient une playlist</translation>
         <translation>Première image</translation>
     </message>
     <message>
-        <source>First frame</source>
-        <translation>Première image</translation>
-    </message>
-    <message>
         <source>First frame is production number</source>
         <translation>La première image a le numéro</translation>
     </message>
@@ -1120,6 +1192,10 @@ chacun devient une playlist</translation>
     <message>
         <source>First TC</source>
         <translation>TC début</translation>
+    </message>
+    <message>
+        <source>Fit Image To Viewer</source>
+        <translation>Ajuster l'image à la visionneuse</translation>
     </message>
     <message>
         <source>Fixed</source>
@@ -1146,6 +1222,10 @@ chacun devient une playlist</translation>
         <translation>Drapeaux</translation>
     </message>
     <message>
+        <source>Flip Display</source>
+        <translation>Miroir vertical</translation>
+    </message>
+    <message>
         <source>Flip, upside down</source>
         <translation>Miroir vertical</translation>
     </message>
@@ -1156,6 +1236,10 @@ chacun devient une playlist</translation>
     <message>
         <source>Floating</source>
         <translation>Flottant</translation>
+    </message>
+    <message>
+        <source>Flop Display</source>
+        <translation>Miroir horizontal</translation>
     </message>
     <message>
         <source>Flop, left to right</source>
@@ -1178,6 +1262,10 @@ chacun devient une playlist</translation>
         <translation>Image</translation>
     </message>
     <message>
+        <source>Frame %1</source>
+        <translation>Image %1</translation>
+    </message>
+    <message>
         <source>Frame %1
 %2</source>
         <translation>Image %1
@@ -1196,6 +1284,10 @@ chacun devient une playlist</translation>
         <translation>Numéro d'image ou timecode</translation>
     </message>
     <message>
+        <source>Frame on screen</source>
+        <translation>Image à l’écran</translation>
+    </message>
+    <message>
         <source>Frame Rate</source>
         <translation>Cadence</translation>
     </message>
@@ -1206,6 +1298,10 @@ chacun devient une playlist</translation>
     <message>
         <source>Frame Rate…</source>
         <translation>Cadence…</translation>
+    </message>
+    <message>
+        <source>Frame, counted from 1</source>
+        <translation>Image, comptée à partir de 1</translation>
     </message>
     <message>
         <source>Frames</source>
@@ -1420,6 +1516,10 @@ chacun devient une playlist</translation>
         <translation>Masquer la bibliothèque en visionnage</translation>
     </message>
     <message>
+        <source>Histogram</source>
+        <translation>Histogramme</translation>
+    </message>
+    <message>
         <source>How it compares</source>
         <translation>Comment elle compare</translation>
     </message>
@@ -1582,6 +1682,10 @@ chacun devient une playlist</translation>
     <message>
         <source>Keep These Frames</source>
         <translation>Garder ces images</translation>
+    </message>
+    <message>
+        <source>Kept in the session: goes before the one chosen here, which goes before $OCIO</source>
+        <translation>Dans la session : avant celle choisie ici, elle-même avant $OCIO</translation>
     </message>
     <message>
         <source>Kept with the desktop's own thumbnails, not in the session</source>
@@ -1920,6 +2024,10 @@ chacun devient une playlist</translation>
         <translation>Les clips débutent à</translation>
     </message>
     <message>
+        <source>Mute All Bookmarks</source>
+        <translation>Tous les repères muets</translation>
+    </message>
+    <message>
         <source>Mute Bookmark</source>
         <translation>Repère muet</translation>
     </message>
@@ -2012,6 +2120,10 @@ chacun devient une playlist</translation>
         <translation>Image suivante ou précédente</translation>
     </message>
     <message>
+        <source>Ne&amp;xt Scope</source>
+        <translation>Scope s&amp;uivant</translation>
+    </message>
+    <message>
         <source>No BMs</source>
         <translation>Sans rep.</translation>
     </message>
@@ -2022,6 +2134,10 @@ chacun devient une playlist</translation>
     <message>
         <source>No bookmark at this frame, and none is selected (%1 adds one)</source>
         <translation>Aucun repère à cette image, aucun n'est choisi (%1 en ajoute un)</translation>
+    </message>
+    <message>
+        <source>No bookmark is selected</source>
+        <translation>Aucun repère n'est sélectionné</translation>
     </message>
     <message>
         <source>No CCs</source>
@@ -2128,12 +2244,20 @@ chacun devient une playlist</translation>
         <translation>de ces règles :</translation>
     </message>
     <message>
+        <source>Off again at every start</source>
+        <translation>De nouveau désactivé à chaque démarrage</translation>
+    </message>
+    <message>
         <source>Okay</source>
         <translation>D'accord</translation>
     </message>
     <message>
         <source>on</source>
         <translation>le</translation>
+    </message>
+    <message>
+        <source>On again at every start</source>
+        <translation>De nouveau activé à chaque démarrage</translation>
     </message>
     <message>
         <source>One Shot</source>
@@ -2174,6 +2298,10 @@ chacun devient une playlist</translation>
     <message>
         <source>OpenGL</source>
         <translation>OpenGL</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Options</translation>
     </message>
     <message>
         <source>Orange</source>
@@ -2264,6 +2392,10 @@ chacun devient une playlist</translation>
         <translation>Taille de l'image</translation>
     </message>
     <message>
+        <source>Picture, %1 bit</source>
+        <translation>Image, %1 bits</translation>
+    </message>
+    <message>
         <source>Pictures Not Readable</source>
         <translation>Images illisibles</translation>
     </message>
@@ -2278,6 +2410,14 @@ chacun devient une playlist</translation>
     <message>
         <source>Pixel Aspect: %1</source>
         <translation>Aspect des pixels : %1</translation>
+    </message>
+    <message>
+        <source>P&amp;ixel Read-Out</source>
+        <translation>Valeurs du p&amp;ixel</translation>
+    </message>
+    <message>
+        <source>Pixel read-out</source>
+        <translation>Valeurs du pixel</translation>
     </message>
     <message>
         <source>Pixels</source>
@@ -2400,12 +2540,28 @@ chacun devient une playlist</translation>
         <translation>Clip &amp;précédent</translation>
     </message>
     <message>
+        <source>Prod</source>
+        <translation>Prod</translation>
+    </message>
+    <message>
         <source>Prod %1</source>
         <translation>Prod %1</translation>
     </message>
     <message>
         <source>Prod %1 to %2, %3, a timecode, +8, -8</source>
         <translation>Prod %1 à %2, %3, un timecode, +8, -8</translation>
+    </message>
+    <message>
+        <source>Prod First</source>
+        <translation>Prod première</translation>
+    </message>
+    <message>
+        <source>Prod frames</source>
+        <translation>Images Prod</translation>
+    </message>
+    <message>
+        <source>Prod Last</source>
+        <translation>Prod dernière</translation>
     </message>
     <message>
         <source>Production number of the first frame</source>
@@ -2756,6 +2912,10 @@ chacun devient une playlist</translation>
         <translation>RVB</translation>
     </message>
     <message>
+        <source>RGB Parade</source>
+        <translation>Parade RVB</translation>
+    </message>
+    <message>
         <source>Right edge</source>
         <translation>Bord droit</translation>
     </message>
@@ -2874,6 +3034,22 @@ chacun devient une playlist</translation>
     <message>
         <source>Say when many items were changed at once</source>
         <translation>Signaler les modifications en nombre</translation>
+    </message>
+    <message>
+        <source>Scope</source>
+        <translation>Scope</translation>
+    </message>
+    <message>
+        <source>Scope: %1</source>
+        <translation>Scope : %1</translation>
+    </message>
+    <message>
+        <source>Scop&amp;es</source>
+        <translation>Scop&amp;es</translation>
+    </message>
+    <message>
+        <source>Scopes</source>
+        <translation>Scopes</translation>
     </message>
     <message>
         <source>Search</source>
@@ -3000,6 +3176,10 @@ chacun devient une playlist</translation>
         <translation>Dernière image : celle affichée</translation>
     </message>
     <message>
+        <source>Set Thumbnail Image</source>
+        <translation>Utiliser cette image comme vignette</translation>
+    </message>
+    <message>
         <source>Set to 1</source>
         <translation>Mettre à 1</translation>
     </message>
@@ -3074,6 +3254,10 @@ chacun devient une playlist</translation>
     <message>
         <source>Shown</source>
         <translation>Visibles</translation>
+    </message>
+    <message>
+        <source>Shown Raw</source>
+        <translation>Image brute</translation>
     </message>
     <message>
         <source>Shows the folder %1</source>
@@ -3270,6 +3454,10 @@ Escape in the search field or Show All brings them back.</source>
         <translation>L'image affichée compte pour 1</translation>
     </message>
     <message>
+        <source>The other number</source>
+        <translation>L’autre numéro</translation>
+    </message>
+    <message>
         <source>The picture is drawn by</source>
         <translation>L'image est tracée par</translation>
     </message>
@@ -3280,6 +3468,10 @@ Escape in the search field or Show All brings them back.</source>
     <message>
         <source>The pictures of this run can't be shown: %1.</source>
         <translation>Les images de cette suite ne peuvent être montrées : %1.</translation>
+    </message>
+    <message>
+        <source>The range is off; once more loops the bookmark</source>
+        <translation>La plage est désactivée ; encore une fois : boucler le repère</translation>
     </message>
     <message>
         <source>The session could not be written anywhere: %1.</source>
@@ -3294,12 +3486,20 @@ Escape in the search field or Show All brings them back.</source>
         <translation>La dernière session n'a pas été restaurée. Enregistrer maintenant remplace le contenu de ce fichier par celui de la bibliothèque.</translation>
     </message>
     <message>
+        <source>The session's colour configuration cannot be used, the picture is shown raw: %1</source>
+        <translation>La configuration de couleur de la session est inutilisable, l’image est montrée brute : %1</translation>
+    </message>
+    <message>
         <source>The text was cut: it is longer than notes can take at once</source>
         <translation>Texte coupé : trop long pour les notes</translation>
     </message>
     <message>
-        <source>The Usual One</source>
-        <translation>L'habituel</translation>
+        <source>The usual one: $OCIO, %1</source>
+        <translation>L’habituelle : $OCIO, %1</translation>
+    </message>
+    <message>
+        <source>The usual one: Daylark's own</source>
+        <translation>L’habituelle : celle de Daylark</translation>
     </message>
     <message>
         <source>There Are No Missing Files</source>
@@ -3326,6 +3526,10 @@ Vérifiez les droits d'accès.</translation>
     <message>
         <source>This file may have been renamed or deleted.</source>
         <translation>Ce fichier a peut-être été renommé ou supprimé.</translation>
+    </message>
+    <message>
+        <source>This session only</source>
+        <translation>Cette session seulement</translation>
     </message>
     <message>
         <source>This smartlist has no rules yet.
@@ -3414,12 +3618,20 @@ Smartlist Rules... in its menu gives it some.</source>
         <translation>Sans drapeau</translation>
     </message>
     <message>
+        <source>Unmute All Bookmarks</source>
+        <translation>Réactiver tous les repères</translation>
+    </message>
+    <message>
         <source>Unmute Bookmark</source>
         <translation>Réactiver le repère</translation>
     </message>
     <message>
         <source>Unmute Bookmarks</source>
         <translation>Réactiver les repères</translation>
+    </message>
+    <message>
+        <source>Until Daylark is closed; at the next start it is First Frame again</source>
+        <translation>Jusqu'à la fermeture de Daylark ; au démarrage suivant, de nouveau « Première image »</translation>
     </message>
     <message>
         <source>Untitled Session</source>
@@ -3450,12 +3662,20 @@ Smartlist Rules... in its menu gives it some.</source>
         <translation>Personnel</translation>
     </message>
     <message>
+        <source>Vectorscope</source>
+        <translation>Vecteurscope</translation>
+    </message>
+    <message>
         <source>&amp;View</source>
         <translation>&amp;Affichage</translation>
     </message>
     <message>
         <source>View</source>
         <translation>Vue</translation>
+    </message>
+    <message>
+        <source>View: %1</source>
+        <translation>Vue : %1</translation>
     </message>
     <message>
         <source>Viewer</source>
@@ -3476,6 +3696,10 @@ Smartlist Rules... in its menu gives it some.</source>
     <message>
         <source>Volume %1 %</source>
         <translation>Volume %1 %</translation>
+    </message>
+    <message>
+        <source>Waveform</source>
+        <translation>Forme d'onde</translation>
     </message>
     <message>
         <source>What is not written</source>
@@ -3510,6 +3734,10 @@ Smartlist Rules... in its menu gives it some.</source>
         <translation>Où débute un clip</translation>
     </message>
     <message>
+        <source>Where neither a run's pictures nor a person say it</source>
+        <translation>Où ni les images d’une suite ni personne ne le dit</translation>
+    </message>
+    <message>
         <source>Where neither their pictures nor a person say it</source>
         <translation>Quand ni les images ni personne ne le dit</translation>
     </message>
@@ -3524,6 +3752,10 @@ Smartlist Rules... in its menu gives it some.</source>
     <message>
         <source>Which items are shown</source>
         <translation>Quels éléments sont affichés</translation>
+    </message>
+    <message>
+        <source>Which scope is shown</source>
+        <translation>Le scope affiché</translation>
     </message>
     <message>
         <source>White</source>
@@ -3614,6 +3846,10 @@ Smartlist Rules... in its menu gives it some.</source>
         <translation>É&amp;crire des notes</translation>
     </message>
     <message>
+        <source>x %1   y %2</source>
+        <translation>x %1   y %2</translation>
+    </message>
+    <message>
         <source>Yellow</source>
         <translation>Jaune</translation>
     </message>
@@ -3636,6 +3872,14 @@ Smartlist Rules... in its menu gives it some.</source>
     <message>
         <source>Zoom at the pointer by Shift and the wheel</source>
         <translation>Zoomer au pointeur par Maj et molette</translation>
+    </message>
+    <message>
+        <source>Zoom In</source>
+        <translation>Zoom avant</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Zoom arrière</translation>
     </message>
     <message>
         <source>Zoom: %1 % of the viewer's width</source>

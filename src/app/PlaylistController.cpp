@@ -38,8 +38,9 @@ withPreferences(const PlaylistController::Surroundings& surroundings) {
 PlaylistController::PlaylistController(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
     , surroundings_(withPreferences(surroundings))
-    , thumbnails_(library_, surroundings_.preferences, progress_, surroundings_.player.sampleTables())
-    , largeThumbnails_(surroundings_.preferences, thumbnailFolder(surroundings_.places), surroundings_.player.sampleTables())
+    , thumbnails_(library_, surroundings_.preferences, progress_, surroundings_.player.sampleTables(), stillColours_)
+    , largeThumbnails_(edits_, surroundings_.preferences, thumbnailFolder(surroundings_.places),
+                       surroundings_.player.sampleTables(), stillColours_)
     , fileStates_(library_, surroundings_.preferences, progress_)
     , sessionFiles_({library_, surroundings_.preferences, surroundings_.alerts, surroundings_.panels,
                      surroundings_.failedWrites, temporarySessionPath(surroundings_.places)})
@@ -97,6 +98,9 @@ void PlaylistController::connectParts() {
         Q_EMIT viewerToClose(); // a window writes down first what is being typed in it
         if (playerWindow_.isOpen() && playerWindow_.windowShouldClose()) playerWindow_.close();
     });
+    const auto sayLeftOut = [this](const LeftOutNames& names) { Q_EMIT namesLeftOut(MediaAdding::textOf(names)); };
+    connect(&mediaAdding_, &MediaAdding::namesLeftOut, this, sayLeftOut);
+    connect(&folderLists_, &FolderLists::namesLeftOut, this, sayLeftOut);
     connect(&mediaAdding_, &MediaAdding::openedFromDesktop, this, [this](bool launchViewer) {
         mHidePlaylistWindow_ = true;
         if (launchViewer) loadMovieWindow();

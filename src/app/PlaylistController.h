@@ -116,6 +116,7 @@ Q_SIGNALS:
     void libraryToFront();
     void libraryHidden(); ///< the viewer plays and the preference hides the library
     void viewerToClose(); ///< its window, as by its own button
+    void namesLeftOut(const QString& text); ///< files that cannot be opened under any text, said in one line
     void terminate();     ///< close the program on the next turn of the loop
 
 private:
@@ -132,6 +133,7 @@ private:
     Library library_{edits_.store()};
     InstanceCounts instanceCounts_{edits_.store()};
     ProgressBoard progress_;
+    const std::shared_ptr<StillColours> stillColours_ = std::make_shared<StillColours>();
     Thumbnails thumbnails_;
     LargeThumbnails largeThumbnails_;
     ItemFacts itemFacts_;

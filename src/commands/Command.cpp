@@ -3,6 +3,8 @@
 #include "base/PlainText.h"
 #include "preferences/Preferences.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace daylark {
@@ -34,13 +36,15 @@ QString withoutMnemonic(const QString& menuTitle) {
 }
 
 QString commandText(const Command& command, const Preferences& preferences) {
+    if (command.traits & Command::toldByTitle)
+        return QCoreApplication::translate("Words", command.text.toUtf8().constData());
     if (command.status.isEmpty()) return command.text;
     return plain::menuTitle(preferences.statusName(command.status));
 }
 
 QString commandName(const Command& command, const Preferences& preferences) {
     if (command.status.isEmpty())
-        return command.name.isEmpty() ? withoutMnemonic(command.text) : command.name;
+        return command.name.isEmpty() ? withoutMnemonic(commandText(command, preferences)) : command.name;
     return command.name.arg(plain::line(preferences.statusName(command.status)));
 }
 

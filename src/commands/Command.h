@@ -24,6 +24,7 @@ struct Command {
         none = 0,
         repeats = 1,      ///< goes on while its key is held
         anyModifiers = 2, ///< its key counts whatever modifiers are held, unless that is another command's
+        toldByTitle = 4,  ///< `text` is what its action is told apart by: passed on as it stands, translated where it is shown
     };
     QString id;   ///< "session.save"; those of the viewer begin with "viewer."
     QString text; ///< the menu title, with mnemonic

@@ -46,7 +46,8 @@ const char* formatOf(const QString& path) {
 /// What the readers themselves don't notice of a file that is still being written.
 bool isCutOff(const QString& path, const char* format) {
     const bool isJpeg = std::strcmp(format, "jpeg") == 0, isDpx = std::strcmp(format, "dpx") == 0;
-    if (!isJpeg && !isDpx) return false;
+    const bool isCineon = std::strcmp(format, "cineon") == 0;
+    if (!isJpeg && !isDpx && !isCineon) return false;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return true;
     if (isJpeg) { // its end mark, perhaps with a little behind it
@@ -54,11 +55,13 @@ bool isCutOff(const QString& path, const char* format) {
         file.seek(std::max<qint64>(0, file.size() - tail));
         return file.readAll().lastIndexOf(QByteArray("\xff\xd9", 2)) < 0;
     }
-    const QByteArray head = file.read(20);
-    if (head.size() < 20) return true;
+    // Both say in their first words how long they are.
+    const qsizetype at = isDpx ? 16 : 20;
+    const QByteArray head = file.read(at + 4);
+    if (head.size() < at + 4) return true;
     const auto* bytes = reinterpret_cast<const uchar*>(head.constData());
-    const bool isBig = head.startsWith("SDPX");
-    const quint32 said = isBig ? qFromBigEndian<quint32>(bytes + 16) : qFromLittleEndian<quint32>(bytes + 16);
+    const bool isBig = head.startsWith("SDPX") || head.startsWith("\x80\x2a\x5f\xd7");
+    const quint32 said = isBig ? qFromBigEndian<quint32>(bytes + at) : qFromLittleEndian<quint32>(bytes + at);
     return said != 0xffffffffU && qint64(said) > file.size();
 }
 
@@ -288,7 +291,7 @@ void widen(const ReadPicture& picture, uchar* room) {
 
 /// Numbers that are no colours brought to black and white: by the range that is asked for, else by what they reach over, where
 /// what is as good as infinite doesn't count.
-void bringBetweenBlackAndWhite(const ReadPicture& picture, uchar* room, std::optional<std::pair<double, double>> range) {
+void bringBetweenBlackAndWhite(ReadPicture& picture, uchar* room, std::optional<std::pair<double, double>> range) {
     constexpr float asGoodAsInfinite = 1e8F;
     const auto each = [&](const auto& act) {
         for (qsizetype line = 0; line < qsizetype(picture.planes) * picture.size.height(); ++line) {
@@ -307,6 +310,8 @@ void bringBetweenBlackAndWhite(const ReadPicture& picture, uchar* room, std::opt
         range = low < high ? std::pair(double(low), double(high)) : std::pair(0.0, 1.0);
     }
     const double low = range->first, scale = 1 / (range->second - range->first);
+    picture.black = range->first;
+    picture.white = range->second;
     each([&](float& value) { value = float((double(value) - low) * scale); });
 }
 
@@ -372,6 +377,9 @@ private:
         if ((choice.isData || choice.range) && form.numbers == ReadPicture::Numbers::real)
             bringBetweenBlackAndWhite(picture, bytes, choice.range);
         picture.isSceneLinear = isReal && choice.isColour;
+        for (const int channel : choice.channels)
+            if (size_t(channel) < spec.channelnames.size())
+                picture.channels << QString::fromStdString(spec.channelnames[size_t(channel)]);
         // What is no colour goes to no display: the name under which configurations know such numbers.
         picture.colourSpace = choice.isColour ? spaceOf(spec, isReal) : QStringLiteral("data");
         return picture;

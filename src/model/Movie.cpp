@@ -108,6 +108,10 @@ QString Movie::linkPath() const {
     return frameRun ? filepathString.left(end) + frameRun->run.addressText() : filepathString;
 }
 
+QString Movie::fileTitle() const {
+    return frameRun ? frameRun->run.title() : QFileInfo(filenameString).completeBaseName();
+}
+
 FileReference Movie::fileReference(bool networkMode) const {
     const bool byUrl = networkMode && filepathURL.isLocalFile();
     return {byUrl ? filepathURL.toLocalFile() : filepathString, filepathBookmarkData, networkMode, frameRun};

@@ -91,6 +91,7 @@ public:
     }
     /// What it is called where people look: its file's name, or its run's ("sh010.1001-1100#.exr").
     [[nodiscard]] QString shownName() const { return frameRun ? frameRun->run.text() : filenameString; }
+    [[nodiscard]] QString fileTitle() const; ///< what files made of it are called after: its name without extension or numbers
     [[nodiscard]] QString linkPath() const; ///< what a link to it names: its path, or its run's pattern beside its pictures
     [[nodiscard]] bool fileIsFound(bool networkMode); ///< `checkFile` and `applyFileCheck` in one; worker-less callers only
     [[nodiscard]] FileReference fileReference(bool networkMode) const;

@@ -127,6 +127,9 @@ QByteArray encodeSession(const SessionContents& contents) {
         root.emplace_back(QStringLiteral("patchVersion"), contents.version->patchVersion);
         root.emplace_back(QStringLiteral("build"), contents.version->build);
     }
+    // Our own, after the known ones, which other readers pass over.
+    if (!contents.colourConfiguration.isEmpty())
+        root.emplace_back(QStringLiteral("colourConfiguration"), contents.colourConfiguration);
     QHash<QString, QByteArray> drawn; // each icon is drawn once a session
     return archiveRoot(root, [&drawn](const QString& name) {
         const auto known = drawn.constFind(name);
@@ -139,6 +142,8 @@ Result<SessionContents> decodeSession(const QByteArray& bytes) {
     if (!root) return root.error();
     SessionContents contents;
     contents.lastSelectedPlaylistIndex = integerOfKey(*root, u"lastSelectedPlaylistIndex");
+    if (const Value configuration = (*root)[u"colourConfiguration"]; configuration.isString())
+        contents.colourConfiguration = configuration.string();
     // Nobody looks at the version keys: wanted, a session carries none when it was saved by hand.
     const Value list = (*root)[u"playlists"];
     const Value::Array* playlists = list.array();

@@ -24,6 +24,7 @@ struct SessionContents {
         int majorVersion = 1, minorVersion = 14, patchVersion = 1, build = 431;
     };
     std::optional<Version> version;
+    QString colourConfiguration; ///< by which its pictures are brought to a display; empty: as the preference says
     /// Of an archive without "playlists": the playlist that is its root or stands in its root. Never written.
     std::shared_ptr<Playlist> lonePlaylist;
 };

@@ -370,16 +370,51 @@ PicturePlanes planesOfFrame(const AVFrame& frame, std::shared_ptr<const void> ke
     return picture;
 }
 
+/// What the stream says of its numbers.
+void takeOver(PicturePlanes& picture, const VideoFrame::Data& data) {
+    if (data.isHalf) picture.numbers = PicturePlanes::Numbers::half;
+    picture.isSceneLinear = data.isSceneLinear;
+    picture.colourSpace = data.colourSpace;
+    picture.channels = data.channels;
+    picture.black = data.black;
+    picture.white = data.white;
+}
+
 } // namespace
 
 PicturePlanes planesOf(const VideoFrame& frame) {
     if (frame.isNull()) return {};
     PicturePlanes picture = planesOfFrame(*frame.data()->frame, std::make_shared<VideoFrame>(frame));
     picture.orientation = frame.data()->orientation;
-    if (frame.data()->isHalf) picture.numbers = PicturePlanes::Numbers::half;
-    picture.isSceneLinear = frame.data()->isSceneLinear;
-    picture.colourSpace = frame.data()->colourSpace;
+    takeOver(picture, *frame.data());
     return picture;
+}
+
+PictureLines linesOf(const VideoFrame& frame, int first, int count) {
+    if (frame.isNull()) return {};
+    const AVFrame& whole = *frame.data()->frame;
+    const AVPixFmtDescriptor* format = av_pix_fmt_desc_get(AVPixelFormat(whole.format));
+    const av::FramePtr part(av_frame_alloc());
+    if (!format || !part || whole.height <= 0) return {};
+    const int step = std::max(1 << format->log2_chroma_h, format->flags & AV_PIX_FMT_FLAG_BAYER ? 2 : 1);
+    const int from = std::clamp(first, 0, whole.height - 1) / step * step;
+    part->format = whole.format;
+    part->width = whole.width;
+    part->height = std::clamp(first + count - from, std::min(step, whole.height - from), whole.height - from);
+    part->color_range = whole.color_range;
+    part->colorspace = whole.colorspace;
+    part->chroma_location = whole.chroma_location;
+    for (int plane = 0; plane < AV_NUM_DATA_POINTERS && whole.data[plane]; ++plane) {
+        const bool isTable = plane > 0 && (format->flags & AV_PIX_FMT_FLAG_PAL);
+        const int log2Step = plane == 1 || plane == 2 ? format->log2_chroma_h : 0;
+        part->linesize[plane] = whole.linesize[plane];
+        part->data[plane] = whole.data[plane] + (isTable ? 0 : qsizetype(from >> log2Step) * whole.linesize[plane]);
+    }
+    PictureLines lines{planesOfFrame(*part, std::make_shared<VideoFrame>(frame)), from};
+    // What is likely meant goes by the whole picture's size.
+    if (!isRgb(*format) && !isReal(*format) && !lines.planes.isNull()) setColour(lines.planes, whole, *format);
+    takeOver(lines.planes, *frame.data());
+    return lines;
 }
 
 } // namespace daylark

@@ -4,6 +4,7 @@
 
 #include <QSize>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <memory>
@@ -41,6 +42,8 @@ struct PicturePlanes {
     int depth = 8;                   ///< bits that count, in the low end; of whole numbers
     bool isSceneLinear = false;      ///< proportional to light: to be brought to a display by a view
     QString colourSpace;             ///< by the name that the file itself gives; null: it says nothing
+    QStringList channels;            ///< what the file calls planes 0, 1, 2; empty: it doesn't
+    double black = 0, white = 1;     ///< what of the file's own numbers stands as 0 and 1 here
     int log2ChromaWidth = 0, log2ChromaHeight = 0;
     double chromaX = 0, chromaY = 0; ///< luma samples
     std::array<std::array<double, 3>, 3> toRgb{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
@@ -58,5 +61,12 @@ struct PicturePlanes {
 
 /// Cheap (no copy) for what decoders give planar; converts otherwise. Any thread.
 [[nodiscard]] PicturePlanes planesOf(const VideoFrame& frame);
+/// Lines `first` to `first` + `count` of it alone, as if they were the picture, unturned: next to nothing, however it is
+/// stored. `first` is brought to where a line of chroma begins, and what is asked for to what there is. Any thread.
+struct PictureLines {
+    PicturePlanes planes;
+    int first = 0; ///< of its lines
+};
+[[nodiscard]] PictureLines linesOf(const VideoFrame& frame, int first, int count);
 
 } // namespace daylark

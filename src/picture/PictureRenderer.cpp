@@ -237,18 +237,24 @@ private:
             for (const size_t i : {1, 2})
                 std::fill_n(channels[i], count, 0.0F); // multiplied by 0, whatever stood there
         kernels_.multiply(channels.data(), colour_.toDisplay.data(), count);
+        if (colour_.quickly && colour_.display->hasQuickForm()) return displayQuickly(channels, count);
         rgba_.resize(size_t(count) * 4);
         for (int x = 0; x < count; ++x) {
             float* pixel = rgba_.data() + qsizetype(x) * 4;
             pixel[0] = held(channels[0][x]), pixel[1] = held(channels[1][x]), pixel[2] = held(channels[2][x]);
             pixel[3] = 1;
         }
-        colour_.quickly ? colour_.display->applyQuickly(rgba_.data(), count)
-                        : colour_.display->apply(rgba_.data(), count);
+        colour_.display->apply(rgba_.data(), count);
         for (int x = 0; x < count; ++x) {
             const float* pixel = rgba_.data() + qsizetype(x) * 4;
             channels[0][x] = held(pixel[0]), channels[1][x] = held(pixel[1]), channels[2][x] = held(pixel[2]);
         }
+    }
+
+    void displayQuickly(const std::array<float*, 4>& channels, int count) const {
+        colour_.display->applyQuickly(channels.data(), count);
+        for (size_t i = 0; i < 3; ++i)
+            std::transform(channels[i], channels[i] + count, channels[i], held);
     }
 
     template<class Pixel>
@@ -309,9 +315,16 @@ std::array<SampledAxis, 2> axesOf(const PicturePlanes& picture, const ShownAxis&
 } // namespace
 
 QImage renderPicture(const VideoFrame& frame, const PictureRequest& request) {
-    const PicturePlanes picture = planesOf(frame);
+    if (!request.size.isEmpty()) return renderPicture(planesOf(frame), request);
+    PictureRequest whole = request;
+    whole.size = frame.displaySize();
+    return renderPicture(planesOf(frame), whole);
+}
+
+QImage renderPicture(const PicturePlanes& picture, const PictureRequest& request) {
     if (picture.isNull()) return {};
-    const QSize size = request.size.isEmpty() ? frame.displaySize() : request.size;
+    const QSize upright = picture.orientation.isTurned() ? picture.size().transposed() : picture.size();
+    const QSize size = request.size.isEmpty() ? upright : request.size;
     const QRect wanted = request.visible.isNull() ? QRect(QPoint(), size) : request.visible;
     QImage image(wanted.size(), request.deep ? QImage::Format_RGBX64 : QImage::Format_RGB32);
     if (image.isNull()) return {};

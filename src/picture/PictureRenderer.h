@@ -12,6 +12,8 @@
 
 namespace daylark {
 
+struct PicturePlanes;
+
 /// How a picture is laid on pixels. The whole picture covers `size` device pixels (any size: zoom has no
 /// limit); `visible` is the part of them that is wanted, and only that is computed.
 struct PictureRequest {
@@ -31,6 +33,8 @@ struct PictureRequest {
 /// black. Within one step of 255 of the same arithmetic in double precision. Any thread; a null frame gives a
 /// null image.
 [[nodiscard]] QImage renderPicture(const VideoFrame& frame, const PictureRequest& request);
+/// The same of planes; an empty size is theirs.
+[[nodiscard]] QImage renderPicture(const PicturePlanes& picture, const PictureRequest& request);
 
 /// The picture as RGB, rotated as the file asks, scaled to `size` pixels exactly (an empty size means
 /// `displaySize()`). 8 bit a component (Format_RGB32, alpha over black); `deep` gives Format_RGBX64. What

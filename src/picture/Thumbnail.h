@@ -2,6 +2,7 @@
 
 #include "archive/Image.h"
 #include "media/decode/FrameReader.h"
+#include "picture/colour/StillColours.h"
 
 #include <QString>
 
@@ -14,6 +15,7 @@ struct ThumbnailRequest {
     QString path;
     QString choice;  ///< "First Frame", "Second Frame", "Middle Frame", "Last Frame", "Recreate Missing Thumbnails", ...
     bool legacyRules = false; ///< where the choice lies by the legacy back end alone: what the viewer asks for
+    StillColour colour = {};  ///< how its pictures are brought to a display
 };
 
 struct ThumbnailResult {
@@ -27,10 +29,15 @@ struct ThumbnailResult {
 [[nodiscard]] ThumbnailResult makeThumbnail(const ThumbnailRequest& request, const CancelFlag* cancel = nullptr,
                                             SampleTables* tables = nullptr);
 
-/// The picture that an item's thumbnail shows, larger: of those that the choices give, `choice` first, the one that looks like
-/// it, at most `side` pixels wide and high. Null when none does, since a person chose another one, or the file can't be read.
-/// Worker threads; `cancel` and `tables` may be null.
-[[nodiscard]] QImage largerThumbnail(const Image& thumbnail, const QString& path, const QString& choice, int side,
+/// The picture that an item's thumbnail shows, larger: of those that the choices give, the request's first, the one that looks
+/// like it, at most `side` pixels wide and high. One that goes through a display's view may have been made for another one: it is
+/// the same if each of its colours is always one in the other. Null when none does, since a person chose another
+/// one, or the file can't be read. Worker threads; `cancel` and `tables` may be null.
+[[nodiscard]] QImage largerThumbnail(const Image& thumbnail, const ThumbnailRequest& request, int side,
                                      const CancelFlag* cancel = nullptr, SampleTables* tables = nullptr);
+
+/// The picture that an item's thumbnail shows, brought to the display anew: its input space is another one now. Nil as above.
+[[nodiscard]] Image sameThumbnailAnew(const Image& thumbnail, const ThumbnailRequest& request,
+                                      const CancelFlag* cancel = nullptr, SampleTables* tables = nullptr);
 
 } // namespace daylark

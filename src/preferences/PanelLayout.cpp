@@ -33,6 +33,7 @@ PanelLayoutPreferences::PanelLayoutPreferences(Preferences& owner, const QString
     , options(owner, "optionsWindow", suffix)
     , notes(owner, "notesWindow", suffix)
     , bookmarks(owner, "bookmarkWindow", suffix)
-    , colour(owner, "colourWindow", suffix) {}
+    , colour(owner, "colourWindow", suffix)
+    , scopes(owner, "scopesWindow", suffix) {}
 
 } // namespace daylark

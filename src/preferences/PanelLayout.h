@@ -20,7 +20,7 @@ struct PanelLayoutPreferences {
     Preference<int> viewerWidth, viewerHeight, viewerX, viewerY;
     Preference<QString> arrangement; ///< which stood docked and where: the toolkit's own bytes as base64 text
     Preference<bool> viewerMaximised;
-    PanelPlacePreferences grading, drawing, options, notes, bookmarks, colour;
+    PanelPlacePreferences grading, drawing, options, notes, bookmarks, colour, scopes;
 };
 
 } // namespace daylark

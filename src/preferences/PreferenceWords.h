@@ -23,8 +23,9 @@ enum class DrawingsShown { always, onlyWhenPaused, withDrawingTools, unchanged }
 enum class DrawingBackground { picture, black, white };
 enum class TimecodePlace { fixed, floating };
 enum class RendererChoice { automatic, software, openGl };
-enum class FirstFrameNumber { one, thousandAndOne, timecode };
+enum class FirstFrameNumber { one, thousandAndOne, timecode, other };
 enum class MissingPictures { hold, black, slate };
+enum class ScopeKind { waveform, parade, vectorscope, histogram };
 enum class FindInput { filepathsAndNames, filenames };
 enum class FindSearch { allPlaylists };
 
@@ -93,13 +94,18 @@ struct PreferenceWords<RendererChoice> {
 };
 template<>
 struct PreferenceWords<FirstFrameNumber> {
-    static constexpr std::array spelt{"1", "1001", "Timecode"};
+    static constexpr std::array spelt{"1", "1001", "Timecode", "Other"};
     static constexpr FirstFrameNumber otherwise = FirstFrameNumber::one;
 };
 template<>
 struct PreferenceWords<MissingPictures> {
     static constexpr std::array spelt{"Held", "Black", "Slate"};
     static constexpr MissingPictures otherwise = MissingPictures::hold;
+};
+template<>
+struct PreferenceWords<ScopeKind> {
+    static constexpr std::array spelt{"Waveform", "RGB Parade", "Vectorscope", "Histogram"};
+    static constexpr ScopeKind otherwise = ScopeKind::waveform;
 };
 template<>
 struct PreferenceWords<FindInput> {

@@ -82,4 +82,18 @@ QString Preferences::statusName(const QString& code) const {
     return {};
 }
 
+std::optional<qint64> Preferences::usualFirstFrameNumber() const {
+    switch (firstFrameNumber()) {
+    case FirstFrameNumber::thousandAndOne:
+        return 1001;
+    case FirstFrameNumber::timecode:
+        return std::nullopt;
+    case FirstFrameNumber::other:
+        return otherFirstFrameNumber();
+    case FirstFrameNumber::one:
+        break;
+    }
+    return 1;
+}
+
 } // namespace daylark

@@ -7,6 +7,7 @@
 #include <QHash>
 
 #include <array>
+#include <optional>
 
 namespace daylark {
 
@@ -30,6 +31,8 @@ public:
 
     /// The status's name by its code ("901" to "907"); null for any other code.
     [[nodiscard]] QString statusName(const QString& code) const;
+    /// What a production calls the first frame of items without a number of their own; none: what their timecode says.
+    [[nodiscard]] std::optional<qint64> usualFirstFrameNumber() const;
 
 private:
     friend class PreferenceItem;
@@ -141,6 +144,9 @@ public:
     Preference<bool> runsBecomeMovies{*this, "runsBecomeMovies", true}; ///< numbered pictures; else each is an image
     Preference<double> runFrameRate{*this, "runFrameRate", 24.0};       ///< where the pictures say none
     Preference<MissingPictures> missingPictures{*this, "missingPictures", MissingPictures::hold};
+    Preference<int> otherFirstFrameNumber{*this, "otherFirstFrameNumber", 101}; ///< where `firstFrameNumber` says so
+    Preference<bool> displayPixelReadOut{*this, "displayPixelReadOut", false}; ///< the numbers under the pointer
+    Preference<ScopeKind> scopeKind{*this, "scopeKind", ScopeKind::waveform};
 
     // Stored only.
     Preference<QString> sessionPath{*this, "Session Path"};
@@ -148,12 +154,13 @@ public:
     Preference<QString> language{*this, "language"}; ///< "de"; empty: the desktop's. From the next start on
     Preference<QString> recentSessions{*this, "recentSessions"};     ///< paths, a line each; the newest first
     Preference<QString> lastReviewedItem{*this, "lastReviewedItem"}; ///< the path of what the viewer showed last
-    Preference<QString> colourConfiguration{*this, "colourConfiguration"}; ///< a file; empty: $OCIO, else our own
+    Preference<QString> colourConfiguration{*this, "colourConfiguration"}; ///< a file, or ours by name; empty: $OCIO, else ours
     Preference<QString> colourDisplay{*this, "colourDisplay"};             ///< by its name in the configuration
     Preference<QString> colourView{*this, "colourView"};
     Preference<QString> colourLook{*this, "colourLook"};
     Preference<FirstFrameNumber> firstFrameNumber{*this, "firstFrameNumber"}; ///< of items without one of their own
-    Preference<int> restoreColourWindow{*this, "restoreColourWindow"};        ///< 1: open
+    Preference<int> restoreColourWindow{*this, "restoreColourWindow"};        ///< 1: open, as the next one
+    Preference<int> restoreScopesWindow{*this, "restoreScopesWindow"};
     Preference<bool> viewDualNotes{*this, "viewDualNotes"};
     Preference<bool> openWithLaunchesViewer{*this, "openWithLaunchesViewer"};
     Preference<bool> playMovieWhenViewerLaunches{*this, "playMovieWhenViewerLaunches"};

@@ -4,6 +4,10 @@
 
 namespace daylark {
 
+bool isKeptAtStart(StartFrame start) {
+    return start == StartFrame::first || start == StartFrame::second || start == StartFrame::lastVisited;
+}
+
 void correctAtStart(Preferences& preferences) {
     // What older versions wrote.
     if (preferences.loadFrame.text() == QLatin1String("Ganged To Previous"))
@@ -14,9 +18,7 @@ void correctAtStart(Preferences& preferences) {
         preferences.snapshotFilenameFormat.set(SnapshotNameFormat::frameNumberLast);
 
     // After the correction above, which so ends up as the first frame too, as in every version.
-    const StartFrame start = preferences.loadFrame();
-    if (start != StartFrame::first && start != StartFrame::second && start != StartFrame::lastVisited)
-        preferences.loadFrame.set(StartFrame::first);
+    if (!isKeptAtStart(preferences.loadFrame())) preferences.loadFrame.set(StartFrame::first);
 
     // What every start resets. Brightness and the three channels stay as the person left them.
     preferences.hideMainWindowWhenPlayerLaunches.set(true);

@@ -15,7 +15,7 @@ namespace daylark {
 /// a saved session.
 using RecordId = quint64;
 inline constexpr RecordId noRecord = 0;
-/// The session itself, whose one field is the list of its playlists.
+/// The session itself, whose fields are the list of its playlists and its colour configuration.
 inline constexpr RecordId sessionRecord = 1;
 
 /// One change of review data as a value: which record, which field, what stood there and what stands there

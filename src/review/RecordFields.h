@@ -39,6 +39,8 @@ void write(Playlist& playlist, const QString& field, qint64 at, const Value& val
 // The fields that are lists of other records.
 inline const QString playlists = QStringLiteral("playlists"), movieList = QStringLiteral("movieList"),
                      bookmarkStore = QStringLiteral("bookmarkStore");
+// The session's own field that is no list.
+inline const QString colourConfiguration = QStringLiteral("colourConfiguration");
 // The fields whose values have several numbers.
 inline const QString grade = QStringLiteral("grade"), drawings = QStringLiteral("drawings");
 

@@ -33,6 +33,7 @@ void putGrade(Movie& movie, const Grade& grade) {
 ReviewEdits::ReviewEdits(QObject* parent)
     : QObject(parent) {
     connect(&store_, &ReviewStore::applied, this, &ReviewEdits::tell);
+    connect(&store_, &ReviewStore::sessionReplaced, this, &ReviewEdits::colourConfigurationChanged);
 }
 
 void ReviewEdits::setFlag(const Movies& movies, int tag) {
@@ -134,6 +135,10 @@ void ReviewEdits::sortBookmarks(const std::shared_ptr<Movie>& movie) {
     store_.setBookmarks(movie, sorted, {{}, EditKind::background}); // by itself; part of a step that needs it
 }
 
+void ReviewEdits::setColourConfiguration(const QString& configuration) {
+    store_.setColourConfiguration(configuration, step(QStringLiteral("Colour Configuration")));
+}
+
 void ReviewEdits::setPlaylistName(const std::shared_ptr<Playlist>& playlist, const QString& name) {
     store_.modify(playlist, step(QStringLiteral("Rename Playlist")),
                   [&name](Playlist& edited) { edited.name = name; });
@@ -153,6 +158,11 @@ void ReviewEdits::refreshIcons(const std::shared_ptr<Movie>& movie) {
 void ReviewEdits::tell(const Edit& edit) {
     const ReviewRecords& records = store_.records();
     std::set<RecordId> toldMovies, toldBookmarks;
+    for (const Change& change : edit.changes)
+        if (change.record == sessionRecord && change.field == fields::colourConfiguration) {
+            Q_EMIT colourConfigurationChanged();
+            break;
+        }
     for (const bool icons : {false, true})
         for (const Change& change : edit.changes) {
             if (change.isWholeRecord() || isIcon(change.field) != icons) continue;

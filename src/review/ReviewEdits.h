@@ -48,6 +48,9 @@ public:
                       const EditInfo& info, const std::function<void(Bookmark&)>& edit);
     void sortBookmarks(const std::shared_ptr<Movie>& movie); ///< by first frame, then last
 
+    /// By which this session's pictures are brought to a display: a file's path or a name; empty: as the preference says.
+    void setColourConfiguration(const QString& configuration);
+    [[nodiscard]] const QString& colourConfiguration() const { return store_.records().colourConfiguration(); }
     void setPlaylistName(const std::shared_ptr<Playlist>& playlist, const QString& name);
 
     /// What the program itself finds out or refreshes; no step.
@@ -62,6 +65,7 @@ Q_SIGNALS:
     void movieChanged(const std::shared_ptr<daylark::Movie>& movie, const QString& field);
     void bookmarkChanged(const std::shared_ptr<daylark::Movie>& movie,
                          const std::shared_ptr<daylark::Bookmark>& bookmark);
+    void colourConfigurationChanged(); ///< the session's, or it is another session
 
 private:
     void tell(const Edit& edit);

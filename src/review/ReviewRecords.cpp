@@ -257,6 +257,8 @@ Change ReviewRecords::wholeRecordChange(const std::shared_ptr<Archivable>& recor
 void ReviewRecords::apply(const Change& change) {
     if (change.isWholeRecord()) return applyWholeRecord(change);
     if (isList(change.field)) return applyToList(change);
+    if (change.record == sessionRecord && change.field == fields::colourConfiguration)
+        colourConfiguration_ = change.after.isString() ? change.after.string() : QString();
     const auto holder = record(change.record);
     if (auto* movie = dynamic_cast<Movie*>(holder.get()))
         fields::write(*movie, change.field, change.at, change.after);
@@ -281,6 +283,7 @@ std::optional<Change> ReviewRecords::fitted(const Change& change) const {
         here.after = span->after;
         return here;
     }
+    if (change.record == sessionRecord && change.field == fields::colourConfiguration) here.before = colourConfiguration_;
     if (const auto* movie = dynamic_cast<const Movie*>(holder.get()))
         here.before = fields::read(*movie, change.field, change.at);
     else if (const auto* bookmark = dynamic_cast<const Bookmark*>(holder.get()))

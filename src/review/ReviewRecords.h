@@ -30,6 +30,9 @@ public:
     /// Takes another session over: its records get numbers, the given ones by position (`idsByPosition` of the
     /// session that this one is a copy of), new ones where there are none.
     void adopt(Playlists playlists, const std::vector<RecordId>& ids = {});
+    /// The session's own field beside its playlists: a path or a name; empty: none.
+    [[nodiscard]] const QString& colourConfiguration() const { return colourConfiguration_; }
+    void adoptColourConfiguration(const QString& configuration) { colourConfiguration_ = configuration; }
     /// The numbers of all records in the order in which they stand: each playlist, its items, each item's
     /// bookmarks; a record that stands in several places at its first. Time grows with the session.
     [[nodiscard]] std::vector<RecordId> idsByPosition() const;
@@ -70,6 +73,7 @@ private:
 
     const Keep keep_;
     Playlists playlists_;
+    QString colourConfiguration_;
     std::unordered_map<RecordId, Entry> entries_;
     std::unordered_map<const Archivable*, RecordId> ids_;
     std::unordered_map<RecordId, std::shared_ptr<Archivable>> kept_; ///< with `everything_met`

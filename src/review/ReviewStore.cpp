@@ -28,8 +28,9 @@ QString titleForItems(const QString& what, size_t items) {
     return items == 1 ? said : QCoreApplication::translate("UndoHistory", "%1 of %2 Items").arg(said).arg(items);
 }
 
-void ReviewStore::replaceSession(ReviewRecords::Playlists playlists) {
+void ReviewStore::replaceSession(ReviewRecords::Playlists playlists, const QString& colourConfiguration) {
     records_.adopt(std::move(playlists));
+    records_.adoptColourConfiguration(colourConfiguration);
     Q_EMIT sessionReplaced();
 }
 
@@ -117,6 +118,18 @@ bool ReviewStore::setSortOrder(const std::shared_ptr<Movie>& movie, const EditIn
     change.after = Value(sortOrder);
     add(std::move(change));
     return true;
+}
+
+void ReviewStore::setColourConfiguration(const QString& configuration, const EditInfo& info) {
+    if (configuration == records_.colourConfiguration()) return;
+    const Group group(*this, info);
+    Change change;
+    change.record = sessionRecord;
+    change.field = fields::colourConfiguration;
+    change.before = Value(records_.colourConfiguration());
+    change.after = Value(configuration);
+    records_.apply(change);
+    add(std::move(change));
 }
 
 // Lists.

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] const ReviewRecords& records() const { return records_; }
     [[nodiscard]] const ReviewRecords::Playlists& playlists() const { return records_.playlists(); }
     /// Another session in place of this one: no edit, `sessionReplaced` says so.
-    void replaceSession(ReviewRecords::Playlists playlists);
+    void replaceSession(ReviewRecords::Playlists playlists, const QString& colourConfiguration = {});
 
     /// As long as it lives, edits are one. The outermost group says what it is.
     class Group {
@@ -52,6 +52,9 @@ public:
                 const std::function<void(Playlist&)>& edit);
     /// The item's place in the order that a playlist is shown in.
     bool setSortOrder(const std::shared_ptr<Movie>& movie, const EditInfo& info, qint64 sortOrder);
+
+    /// The session's own, for its pictures; empty: none.
+    void setColourConfiguration(const QString& configuration, const EditInfo& info);
 
     // Lists. Records are named; positions beyond the end mean the end.
     void insertPlaylists(qsizetype at, const ReviewRecords::Playlists& playlists, const EditInfo& info);

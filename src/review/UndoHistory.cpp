@@ -73,10 +73,11 @@ public:
     }
 
     /// Forgets what it did to these; true when nothing is left.
-    bool forget(const std::unordered_set<RecordId>& gone) {
+    bool forget(const std::unordered_set<RecordId>& gone, bool sessionIsAnother) {
         Changes left;
         for (Change& change : changes_) {
             if (isIn(gone, change.record)) continue;
+            if (sessionIsAnother && change.field == fields::colourConfiguration) continue;
             if (ReviewRecords::isList(change.field) && !forgetIn(change, gone)) continue;
             left.push_back(std::move(change));
         }
@@ -165,7 +166,9 @@ void UndoHistory::take(const Edit& edit) {
     case EditKind::final:
         // Without changes it is obsolete: the stack forgets what was taken back and keeps nothing.
         stack_.push(new Step(store_, {edit.info, {}}, run_));
-        dropStepsOf(goneWith(edit));
+        dropStepsOf(goneWith(edit), std::any_of(edit.changes.begin(), edit.changes.end(), [](const Change& change) {
+                        return change.field == fields::colourConfiguration;
+                    }));
         break;
     case EditKind::background:
     case EditKind::again:
@@ -204,9 +207,9 @@ std::unordered_set<RecordId> UndoHistory::goneWith(const Edit& edit) const {
     return gone;
 }
 
-void UndoHistory::dropStepsOf(const std::unordered_set<RecordId>& gone) {
+void UndoHistory::dropStepsOf(const std::unordered_set<RecordId>& gone, bool sessionIsAnother) {
     for (int i = 0; i < stack_.count(); ++i)
-        static_cast<Step*>(const_cast<QUndoCommand*>(stack_.command(i)))->forget(gone);
+        static_cast<Step*>(const_cast<QUndoCommand*>(stack_.command(i)))->forget(gone, sessionIsAnother);
     dropObsolete();
 }
 

@@ -54,7 +54,7 @@ Q_SIGNALS:
 private:
     class Step;
     void take(const Edit& edit);
-    void dropStepsOf(const std::unordered_set<RecordId>& gone);
+    void dropStepsOf(const std::unordered_set<RecordId>& gone, bool sessionIsAnother);
     void dropObsolete();
     void go(bool forwards);
     [[nodiscard]] std::unordered_set<RecordId> goneWith(const Edit& edit) const;

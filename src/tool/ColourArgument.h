@@ -1,6 +1,6 @@
 #pragma once
 
-#include "picture/colour/ColourConfig.h"
+#include "picture/colour/StillColours.h"
 
 #include <memory>
 #include <optional>
@@ -23,10 +23,21 @@ struct ColourArguments {
     std::string inputSpace, display, view;
     void addTo(CLI::App& command); ///< --input-space, --display, --view
 
+    /// What an item's record and its session say.
+    struct Known {
+        QString inputSpace, configuration;
+    };
     /// What this picture goes through; null: its numbers are shown as they are. None: told, the command has failed.
-    /// `source.ownWord` and `source.isLight` are read off the picture; `byHand` is what the item's record says.
+    /// `source.ownWord` and `source.isLight` are read off the picture.
     [[nodiscard]] std::optional<std::shared_ptr<const DisplayProcessor>>
-    processorFor(ToolContext& context, const VideoFrame& frame, ColourConfig::Source source, const QString& byHand = {}) const;
+    processorFor(ToolContext& context, const VideoFrame& frame, ColourConfig::Source source, const Known& known = {}) const;
+    /// The same for thumbnails. None: told, the command has failed.
+    [[nodiscard]] std::optional<StillColour> stillColour(ToolContext& context) const;
+
+private:
+    [[nodiscard]] ColourChoice choice(ToolContext& context, const QString& sessionConfiguration) const;
+    /// None: told. Else the configuration, which has what the arguments name.
+    [[nodiscard]] std::shared_ptr<const ColourConfig> configFor(ToolContext& context, const ColourChoice& choice) const;
 };
 
 } // namespace daylark::tool

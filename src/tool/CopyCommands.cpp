@@ -20,14 +20,10 @@ QJsonObject failureJson(const QString& path, const QString& reason) {
 
 void gather(ToolContext& context, const QString& path, int playlistNumber, const std::vector<int>& numbers,
             const QString& folder) {
-    const Result<SessionContents> contents = readSessionFile(path);
-    if (!contents) return context.fail(path, contents.error().text);
-    const auto playlist = findPlaylist(context, *contents, path, playlistNumber);
-    if (!playlist) return;
-    const auto items = itemsOf(context, *playlist, path, numbers);
+    const auto items = findItems(context, path, playlistNumber, numbers);
     if (!items) return;
     if (!QDir().mkpath(folder)) return context.fail(folder, QStringLiteral("cannot be made"));
-    const GatherReport report = gatherMedia(gatherSources(*items, context.preferences().networkMode()), folder);
+    const GatherReport report = gatherMedia(gatherSources(items->movies, context.preferences().networkMode()), folder);
     QJsonArray copied, skipped, failed;
     for (const QString& one : report.copied)
         copied.append(one);

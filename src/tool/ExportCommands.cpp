@@ -16,15 +16,12 @@ namespace {
 
 void writeNotes(ToolContext& context, const QString& path, int playlistNumber,
                 const std::vector<int>& numbers, const QString& formatName, const QString& out) {
-    const Result<SessionContents> contents = readSessionFile(path);
-    if (!contents) return context.fail(path, contents.error().text);
-    const auto playlist = findPlaylist(context, *contents, path, playlistNumber);
-    if (!playlist) return;
-    const auto items = itemsOf(context, *playlist, path, numbers);
+    const auto items = findItems(context, path, playlistNumber, numbers);
     if (!items) return;
     const NotesFormats formats;
     const NotesFormat& format = *formats.named(formatName); // the command line takes no other
-    const NotesReport report = notesReport(*items, context.preferences(), format.bookmarkOrder());
+    NotesReport report = notesReport(items->movies, context.preferences(), format.bookmarkOrder());
+    if (format.saysProductionNumbers()) readNumbersByTimecode(report);
     const Result<void> written = writeFileAtomically(out, format.write(report));
     if (!written) context.fail(out, written.error().text);
 }
@@ -41,15 +38,12 @@ void listFormats(ToolContext& context) {
 
 /// The items in the playlist's own order, as the library shows them without a filter.
 void writeManifest(ToolContext& context, const QString& path, int playlistNumber, const QString& title, const QString& out) {
-    const Result<SessionContents> contents = readSessionFile(path);
-    if (!contents) return context.fail(path, contents.error().text);
-    const auto playlist = findPlaylist(context, *contents, path, playlistNumber);
-    if (!playlist) return;
-    const auto items = itemsOf(context, *playlist, path, {});
+    const auto items = findItems(context, path, playlistNumber);
+    if (!items) return;
     QStringList filenames;
-    for (const auto& movie : *items)
+    for (const auto& movie : items->movies)
         filenames << movie->filenameString;
-    const Result<void> written = writeFileAtomically(out, playlistManifest(filenames, playlist->name, title));
+    const Result<void> written = writeFileAtomically(out, playlistManifest(filenames, items->playlist->name, title));
     if (!written) context.fail(out, written.error().text);
 }
 

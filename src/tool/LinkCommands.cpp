@@ -22,17 +22,13 @@ namespace {
 
 /// The text that the library's commands copy. Items have a link each, ended by its own carriage return.
 void printLink(ToolContext& context, const QString& path, int playlistNumber, const std::vector<int>& numbers) {
-    const Result<SessionContents> contents = readSessionFile(path);
-    if (!contents) return context.fail(path, contents.error().text);
-    const auto playlist = findPlaylist(context, *contents, path, playlistNumber);
-    if (!playlist) return;
-    const auto items = itemsOf(context, *playlist, path, numbers);
+    const auto items = findItems(context, path, playlistNumber, numbers);
     if (!items) return;
     QStringList paths;
-    for (const auto& movie : *items)
+    for (const auto& movie : items->movies)
         paths << movie->linkPath();
     QString text;
-    if (numbers.empty()) text = playlistLink(playlist->name, paths) + QLatin1Char('\n');
+    if (numbers.empty()) text = playlistLink(items->playlist->name, paths) + QLatin1Char('\n');
     else
         for (const QString& item : paths)
             text += movieLink(item);
@@ -69,6 +65,7 @@ void openLink(ToolContext& context, const QString& link, const QString& path, co
             if (opening.cameByLink(*movie)) added.append(movie->filepathString);
     SessionContents session;
     session.playlists = library.playlists();
+    session.colourConfiguration = contents->colourConfiguration;
     writeSession(context, out, session);
     QJsonObject json{{QStringLiteral("alerts"), messages}, {QStringLiteral("added"), added}};
     if (const auto playlist = library.selectedPlaylist()) json[QStringLiteral("playlist")] = playlist->name;

@@ -61,6 +61,7 @@ void duplicates(ToolContext& context, const QString& path, int playlistNumber, i
         if (button != answer) continue;
         SessionContents session;
         session.playlists = shown.library.playlists();
+        session.colourConfiguration = contents->colourConfiguration;
         writeSession(context, out, session);
     }
     if (answer > removes.size()) context.fail(path, QStringLiteral("there is no button %1").arg(answer));

@@ -153,11 +153,13 @@ void writeFrame(ToolContext& context, const FrameArguments& arguments) {
 }
 
 void writeThumbnail(ToolContext& context, const std::string& file, const std::string& layer, const QString& out,
-                    const QString& choice) {
+                    const QString& choice, const ColourArguments& colour) {
     const std::optional<QString> media = mediaArgument(context, file, layer);
     if (!media) return;
+    const std::optional<StillColour> display = colour.stillColour(context);
+    if (!display) return;
     const QString path = *media;
-    const ThumbnailResult result = makeThumbnail({path, choice});
+    const ThumbnailResult result = makeThumbnail({path, choice, false, *display});
     if (result.thumbnail.isNil())
         return context.fail(path, result.creatingThumbnailText.value_or(QStringLiteral("has no picture")));
     if (!result.thumbnail.decode().save(out, "PNG")) context.fail(out, QStringLiteral("cannot be written"));
@@ -169,6 +171,7 @@ void addMediaCommands(CLI::App& app, ToolContext& context) {
     struct Arguments {
         std::vector<std::string> files;
         std::string file, out, choice, layer;
+        ColourArguments colour;
     };
     const auto arguments = std::make_shared<Arguments>();
 
@@ -209,12 +212,14 @@ void addMediaCommands(CLI::App& app, ToolContext& context) {
     thumbnail->add_option("FILE", arguments->file)->required();
     thumbnail->add_option("OUT", arguments->out)->required();
     thumbnail->add_option("--layer", arguments->layer, "of a run: a layer or a channel, as probe lists them");
+    arguments->colour.addTo(*thumbnail);
     thumbnail->add_option("--choice", arguments->choice,
                           "which frame, e.g. \"Middle Frame\"; default: the preference");
     thumbnail->callback([=, &context] {
         const QString choice = arguments->choice.empty() ? context.preferences().thumbnailFrame.text()
                                                          : QString::fromStdString(arguments->choice);
-        writeThumbnail(context, arguments->file, arguments->layer, QString::fromStdString(arguments->out), choice);
+        writeThumbnail(context, arguments->file, arguments->layer, QString::fromStdString(arguments->out), choice,
+                       arguments->colour);
     });
 }
 

@@ -2,6 +2,8 @@
 
 #include "app/arrangement/Columns.h"
 #include "archive/Encoder.h"
+#include "model/runs/FrameNumbers.h"
+#include "preferences/Preferences.h"
 
 #include <map>
 
@@ -97,12 +99,32 @@ QJsonObject listedItemJson(const Movie& movie, const Preferences& preferences) {
         else if (each.id != Column::flag && each.hasIcon(movie))
             json[QLatin1String(each.field)] = true;
     }
+    if (movie.frameRun) json[QStringLiteral("run")] = movie.shownName();
+    if (const FrameNumbers numbers = frameNumbersOf(movie, preferences.usualFirstFrameNumber()); numbers.areOwn())
+        json[QStringLiteral("firstProductionFrame")] = numbers.first;
     return json;
+}
+
+/// The production's numbers beside those that are counted from 1, which the archive keeps.
+void addProductionFrames(QJsonObject& item, const Movie& movie, std::optional<qint64> usualFirst) {
+    const FrameNumbers numbers = frameNumbersOf(movie, usualFirst);
+    if (!numbers.areOwn()) return;
+    item[QStringLiteral("firstProductionFrame")] = numbers.first;
+    QJsonArray bookmarks = item[QStringLiteral("bookmarkStore")].toArray();
+    for (qsizetype at = 0; at < bookmarks.size() && at < qsizetype(movie.bookmarkStore.size()); ++at) {
+        QJsonObject bookmark = bookmarks[at].toObject();
+        const auto& record = movie.bookmarkStore[size_t(at)];
+        if (!record) continue;
+        bookmark[QStringLiteral("firstProductionFrame")] = numbers.numberOf(record->firstFrame);
+        bookmark[QStringLiteral("lastProductionFrame")] = numbers.numberOf(record->lastFrame);
+        bookmarks[at] = bookmark;
+    }
+    if (!bookmarks.isEmpty()) item[QStringLiteral("bookmarkStore")] = bookmarks;
 }
 
 } // namespace
 
-QJsonObject sessionJson(const SessionContents& session) {
+QJsonObject sessionJson(const SessionContents& session, const Preferences& preferences) {
     std::map<const Movie*, int> ids;
     QJsonArray playlists;
     for (const auto& playlist : session.playlists) {
@@ -111,6 +133,7 @@ QJsonObject sessionJson(const SessionContents& session) {
             const int id = ids.try_emplace(movie.get(), int(ids.size()) + 1).first->second;
             QJsonObject json = objectJson(*movie).toObject();
             json[QStringLiteral("id")] = id;
+            addProductionFrames(json, *movie, preferences.usualFirstFrameNumber());
             movies.append(json);
         }
         playlists.append(QJsonObject{
@@ -124,6 +147,8 @@ QJsonObject sessionJson(const SessionContents& session) {
     QJsonObject json{{QStringLiteral("playlists"), playlists}};
     if (session.lastSelectedPlaylistIndex)
         json[QStringLiteral("lastSelectedPlaylistIndex")] = *session.lastSelectedPlaylistIndex;
+    if (!session.colourConfiguration.isEmpty())
+        json[QStringLiteral("colourConfiguration")] = session.colourConfiguration;
     if (session.version) {
         json[QStringLiteral("majorVersion")] = session.version->majorVersion;
         json[QStringLiteral("minorVersion")] = session.version->minorVersion;

@@ -64,6 +64,7 @@ void relink(ToolContext& context, const Arguments& arguments) {
     settle();
     SessionContents session;
     session.playlists = library.playlists();
+    session.colourConfiguration = contents->colourConfiguration;
     writeSession(context, QString::fromStdString(arguments.out), session);
     QJsonObject json{{QStringLiteral("found"), relinking.lastReport().found},
                      {QStringLiteral("missing"), relinking.lastReport().missing}};

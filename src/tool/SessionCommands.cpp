@@ -5,6 +5,7 @@
 #include "app/sessions/SessionFiles.h"
 #include "app/files/Thumbnails.h"
 #include "media/facts/TimecodeTrack.h"
+#include "media/sequence/RunFiles.h"
 #include "review/ReviewEdits.h"
 #include "platform/Alerts.h"
 #include "platform/FailedWrites.h"
@@ -54,13 +55,17 @@ void makeSession(ToolContext& context, const QString& out, const std::vector<Nam
     FileStates fileStates(library, context.preferences(), progress);
     MediaAdding adding({library, context.preferences(), panels, files, progress, thumbnails, fileStates,
                         failedWrites});
+    QObject::connect(&adding, &MediaAdding::namesLeftOut, &adding, [&context](const LeftOutNames& names) {
+        context.fail(names.list(), QStringLiteral("%1 left out, not named in UTF-8").arg(names.count));
+    });
     for (const NamedPaths& named : playlists) {
         const auto playlist = std::make_shared<Playlist>();
         playlist->name = named.name;
         library.appendPlaylist(playlist, true);
         QStringList folders, loose;
         for (const QString& path : named.paths) {
-            if (!QFileInfo::exists(path)) context.fail(path, QStringLiteral("no such file or folder"));
+            if (!QFileInfo::exists(path) && !runMeantBy(path)) context.fail(path, QStringLiteral("no such file or folder"));
+            if (lostName(path)) continue;
             (QFileInfo(path).isDir() ? folders : loose).append(path);
         }
         if (!folders.isEmpty()) adding.addMediaFoldersToSelectedPlaylist(folders);
@@ -192,7 +197,7 @@ void addSessionCommands(CLI::App& app, ToolContext& context) {
         if (!contents) return context.fail(path, contents.error().text);
         if (!contents->hasPlaylists && !contents->lonePlaylist)
             return context.fail(path, QStringLiteral("is no session: the archive holds no playlists"));
-        context.print(QJsonDocument(sessionJson(*contents)));
+        context.print(QJsonDocument(sessionJson(*contents, context.preferences())));
     });
 
     CLI::App* list = session->add_subcommand("list", "The items as the library lists them, as JSON");

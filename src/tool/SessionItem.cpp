@@ -21,9 +21,10 @@ std::shared_ptr<Playlist> findPlaylist(ToolContext& context, const SessionConten
     return nullptr;
 }
 
-std::optional<std::vector<std::shared_ptr<Movie>>> itemsOf(ToolContext& context, const Playlist& playlist,
-                                                           const QString& path,
-                                                           const std::vector<int>& numbers) {
+namespace {
+
+std::optional<std::vector<std::shared_ptr<Movie>>> pickItems(ToolContext& context, const Playlist& playlist, const QString& path,
+                                                             const std::vector<int>& numbers) {
     std::vector<std::shared_ptr<Movie>> ordered(playlist.movieList.begin(), playlist.movieList.end());
     std::stable_sort(ordered.begin(), ordered.end(),
                      [](const auto& a, const auto& b) { return a->sortOrder < b->sortOrder; });
@@ -41,24 +42,33 @@ std::optional<std::vector<std::shared_ptr<Movie>>> itemsOf(ToolContext& context,
     return picked;
 }
 
-std::optional<SessionItem> findItem(ToolContext& context, const SessionItemArguments& arguments) {
-    const QString path = QString::fromStdString(arguments.file);
+} // namespace
+
+std::optional<SessionItems> findItems(ToolContext& context, const QString& path, int playlistNumber,
+                                      const std::vector<int>& numbers) {
     Result<SessionContents> contents = readSessionFile(path);
     if (!contents) {
         context.fail(path, contents.error().text);
         return std::nullopt;
     }
-    const auto playlist = findPlaylist(context, *contents, path, arguments.playlist);
+    const auto playlist = findPlaylist(context, *contents, path, playlistNumber);
     if (!playlist) return std::nullopt;
-    const auto items = itemsOf(context, *playlist, path, {arguments.item});
-    if (!items) return std::nullopt;
-    return SessionItem{std::move(*contents), items->front()};
+    auto movies = pickItems(context, *playlist, path, numbers);
+    if (!movies) return std::nullopt;
+    return SessionItems{std::move(*contents), playlist, std::move(*movies)};
+}
+
+std::optional<SessionItem> findItem(ToolContext& context, const SessionItemArguments& arguments) {
+    auto found = findItems(context, QString::fromStdString(arguments.file), arguments.playlist, {arguments.item});
+    if (!found) return std::nullopt;
+    return SessionItem{std::move(found->session), found->movies.front()};
 }
 
 void writeSession(ToolContext& context, const QString& out, const SessionContents& session) {
     SessionContents saved;
     saved.playlists = session.playlists;
     saved.hasPlaylists = true;
+    saved.colourConfiguration = session.colourConfiguration;
     const Result<void> written = writeSessionFile(out, encodeSession(saved));
     if (!written) context.fail(out, written.error().text);
 }

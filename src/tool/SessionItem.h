@@ -31,9 +31,17 @@ struct SessionItem {
 [[nodiscard]] std::shared_ptr<Playlist> findPlaylist(ToolContext& context, const SessionContents& session,
                                                      const QString& path, int number);
 
-/// The items of a playlist in its own order; `numbers` (from 1) picks some, empty means all.
-[[nodiscard]] std::optional<std::vector<std::shared_ptr<Movie>>>
-itemsOf(ToolContext& context, const Playlist& playlist, const QString& path, const std::vector<int>& numbers);
+/// Items of one playlist of a session that has been read; the session lives as long as this.
+struct SessionItems {
+    SessionContents session;
+    std::shared_ptr<Playlist> playlist;
+    std::vector<std::shared_ptr<Movie>> movies; ///< in the playlist's own order, or as they were asked for
+};
+
+/// Reads the session and finds the items; `numbers` (from 1) picks some, empty means all. A failure has been reported when
+/// there are none.
+[[nodiscard]] std::optional<SessionItems> findItems(ToolContext& context, const QString& path, int playlistNumber,
+                                                    const std::vector<int>& numbers = {});
 
 /// Writes a session file as Save does (only the playlists).
 void writeSession(ToolContext& context, const QString& out, const SessionContents& session);

@@ -1,5 +1,7 @@
 #include "annotate/GradeArithmetic.h"
 #include "media/decode/FrameReader.h"
+#include "media/facts/TimecodeTrack.h"
+#include "model/runs/FrameNumbers.h"
 #include "picture/scene/Scene.h"
 #include "tool/ColourArgument.h"
 #include "tool/SessionItem.h"
@@ -22,6 +24,7 @@ struct SnapshotArguments {
     SessionItemArguments item;
     ColourArguments colour;
     qint64 frame = 1;
+    bool isProductionNumber = false;
     std::string size, out, layer;
 };
 
@@ -69,6 +72,21 @@ Scene sceneOf(Movie& movie, const VideoFrame& frame, qint64 number, const QSize&
     return scene;
 }
 
+/// From 1; none, and told, where the production has no such number.
+std::optional<qint64> countedFrame(ToolContext& context, const SnapshotArguments& arguments, const Movie& movie) {
+    if (!arguments.isProductionNumber) return arguments.frame;
+    const std::optional<qint64> usual = context.preferences().usualFirstFrameNumber();
+    std::optional<SmpteTime> start;
+    if (isNumberedByTimecode(movie, usual)) {
+        const std::vector<SmpteTime> samples = AVTimecodeReader(movie.filepathString).readTimecodeSamples();
+        if (!samples.empty()) start = samples.front();
+    }
+    const std::optional<qint64> frame = frameNumbersOf(movie, usual, start).frameOf(arguments.frame);
+    if (frame && *frame >= 1) return frame;
+    context.fail(movie.filepathString, QStringLiteral("has no frame of the number %1").arg(arguments.frame));
+    return {};
+}
+
 void snapshot(ToolContext& context, const SnapshotArguments& arguments) {
     const QString out = QString::fromStdString(arguments.out);
     const QSize size = parsedSize(arguments.size);
@@ -83,13 +101,16 @@ void snapshot(ToolContext& context, const SnapshotArguments& arguments) {
     const QString path = item->movie->mediaAddress(runViewOf(context.preferences()));
     const Result<std::unique_ptr<FrameReader>> reader = FrameReader::open(path);
     if (!reader) return context.fail(path, reader.error().text);
-    const Result<VideoFrame> frame = (*reader)->read(arguments.frame - 1);
+    const std::optional<qint64> number = countedFrame(context, arguments, *item->movie);
+    if (!number) return;
+    const Result<VideoFrame> frame = (*reader)->read(*number - 1);
     if (!frame) return context.fail(path, frame.error().text);
     const Movie& movie = *item->movie;
     const auto display = arguments.colour.processorFor(
-        context, *frame, {movie.filepathString, {}, false, movie.frameRun.has_value()}, movie.inputColourSpace);
+        context, *frame, {movie.filepathString, {}, false, movie.frameRun.has_value()},
+        {movie.inputColourSpace, item->session.colourConfiguration});
     if (!display) return;
-    Scene scene = sceneOf(*item->movie, *frame, arguments.frame, size, context.preferences());
+    Scene scene = sceneOf(*item->movie, *frame, *number, size, context.preferences());
     scene.display = *display;
     const float quality = context.preferences().compressionQuality();
     if (const Result<void> written = writeSnapshot(renderScene(scene, size), out, format, quality); !written)
@@ -106,6 +127,7 @@ void addSnapshotCommand(CLI::App& app, ToolContext& context) {
                     "1280x720 --out still.jpg");
     arguments->item.addTo(*command);
     command->add_option("--frame", arguments->frame, "frame number, from 1")->required();
+    command->add_flag("--frame-number", arguments->isProductionNumber, "N is the production's own number, such as 1001");
     arguments->colour.addTo(*command);
     command->add_option("--size", arguments->size, "WIDTHxHEIGHT of the player area in pixels")->required();
     command->add_option("--layer", arguments->layer, "of a run: a layer or a channel, as probe lists them");

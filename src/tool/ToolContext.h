@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 namespace CLI {
 class App;
 }
@@ -17,16 +19,18 @@ namespace daylark::tool {
 /// a failure on standard error. Main thread.
 class ToolContext {
 public:
-    explicit ToolContext(Preferences& preferences)
-        : preferences_(preferences) {}
+    /// `given`: the command line, as bytes.
+    explicit ToolContext(Preferences& preferences, const std::vector<const char*>& given = {});
 
     [[nodiscard]] Preferences& preferences() { return preferences_; }
     void print(const QJsonDocument& document);                  ///< the command's one document
-    void fail(const QString& path, const QString& whatIsWrong); ///< "daylark-tool: <path>: <what is wrong>"
+    /// "daylark-tool: <path>: <what is wrong>". What was given in other bytes than UTF-8 is told as that: no text opens it.
+    void fail(const QString& path, const QString& whatIsWrong);
     [[nodiscard]] int exitStatus() const { return failed_ ? 1 : 0; }
 
 private:
     Preferences& preferences_;
+    std::vector<QByteArray> notTexts_; ///< of the command line
     bool failed_ = false;
 };
 

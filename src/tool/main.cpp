@@ -37,7 +37,7 @@ int main(int argc, char** argv) {
     const std::vector<const char*> given(argv, argv + argc);
     QGuiApplication application(argc, argv);
     Preferences preferences(UserDefaults::userFile());
-    tool::ToolContext context(preferences);
+    tool::ToolContext context(preferences, given);
 
     CLI::App app("Daylark without a window: looks into movies and sessions, prints JSON", "daylark-tool");
     app.require_subcommand(1);

@@ -29,6 +29,8 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     , geometry_(current_, surroundings.preferences, tools_, panels_)
     , colour_(current_, surroundings.player, surroundings.edits, surroundings.preferences)
     , scene_({current_, surroundings.player, geometry_, grade_, drawings_, visibility_, colour_})
+    , pixels_(scene_, surroundings.preferences)
+    , scopes_(scene_, transport_, panels_, surroundings.preferences)
     , snapshots_(surroundings.preferences, surroundings.panels, list_, time_, surroundings.failedWrites)
     , audio_({current_, surroundings.edits, surroundings.player, surroundings.panels, surroundings.alerts,
               surroundings.failedWrites})
@@ -60,9 +62,11 @@ MoviePlayerController::MoviePlayerController(const Surroundings& surroundings, Q
     connect(&range_, &PlaybackRange::bookmarkLoopsOffNeeded, &bookmarks_, &ViewerBookmarks::loopsOff);
     Player& player = surroundings_.player;
     connect(&player, &Player::opened, this, &MoviePlayerController::movieOpened);
+    connect(&player, &Player::renewed, this, &MoviePlayerController::runRenewed);
     connect(&surroundings_.edits, &ReviewEdits::movieChanged, this, &MoviePlayerController::followMovieSound);
     connect(&surroundings_.edits.history(), &UndoHistory::moved, this, &MoviePlayerController::showPlace);
-    connect(&run_, &ViewerRun::picturesCame, this, [this] { followFiles({currentMovie()}); });
+    connect(&run_, &ViewerRun::picturesCame, this, &MoviePlayerController::renewRun);
+    connect(&run_, &ViewerRun::shownOtherwise, this, [this] { followFiles({currentMovie()}); });
     for (const PreferenceItem* item : std::initializer_list<const PreferenceItem*>{&preferences.missingPictures,
                                                                                    &preferences.runFrameRate})
         connect(item, &PreferenceItem::changed, this, [this] {
@@ -173,6 +177,22 @@ void MoviePlayerController::followFiles(const std::vector<std::shared_ptr<Movie>
     if (std::find(movies.begin(), movies.end(), currentMovie()) == movies.end()) return neighbours_.refresh();
     frameOfStep_ = surroundings_.player.isOpen() ? surroundings_.player.currentFrame() : -1;
     displayCurrentMovie();
+}
+
+/// What is shown stays, and a run goes on: only what has changed is read anew.
+void MoviePlayerController::renewRun(const std::vector<qint64>& frames) {
+    if (!open_ || !currentMovie() || !surroundings_.player.isOpen()) return;
+    surroundings_.player.renew(mediaOf(*currentMovie()), frames, soundOf(*currentMovie()));
+}
+
+void MoviePlayerController::runRenewed() {
+    if (!currentMovie() || surroundings_.player.shownFrame().isNull()) return;
+    probeDue_ = true; // it may be longer now
+    firstPictureShown();
+    time_.setOverlayInfoStatic();
+    time_.setOverlayInfoDynamic();
+    if (surroundings_.preferences.trimHandles()) range_.applyToMovieShown();
+    Q_EMIT movieShown();
 }
 
 /// A step that was taken back or done again is looked at: its movie, at its frame.
@@ -322,7 +342,10 @@ void MoviePlayerController::copyPath() {
 }
 
 void MoviePlayerController::copyFilename() {
-    if (list_.count() > 0) surroundings_.pasteboard.setText(selectedTexts(&Movie::filenameString));
+    QStringList names;
+    for (const auto& movie : list_.selectedMovies())
+        names << movie->shownName();
+    if (list_.count() > 0) surroundings_.pasteboard.setText(names.join(QLatin1Char('\n')));
 }
 
 // What it would copy was never decided: the command stands in the menu and only looks. Wanted.

@@ -7,11 +7,13 @@
 #include "platform/Sender.h"
 #include "viewer/CurrentMovie.h"
 #include "viewer/ViewerInput.h"
+#include "viewer/display/PixelReadOut.h"
 #include "viewer/display/Snapshots.h"
 #include "viewer/display/ViewerColour.h"
 #include "viewer/display/ViewerGeometry.h"
 #include "viewer/display/ViewerPanels.h"
 #include "viewer/display/ViewerScene.h"
+#include "viewer/display/ViewerScopes.h"
 #include "viewer/review/DrawingTools.h"
 #include "viewer/review/DrawingVisibility.h"
 #include "viewer/review/FrameDrawings.h"
@@ -65,6 +67,10 @@ public:
     /// Shows the window on these movies at this position.
     void open(std::vector<std::shared_ptr<Movie>> movies, qsizetype selectionIndex);
     [[nodiscard]] bool isOpen() const { return open_; }
+    /// There is a movie on screen that can be played, as far as is known; while it is being opened, too.
+    [[nodiscard]] bool isPlayable() const {
+        return current_.state() == CurrentMovie::State::opening || current_.state() == CurrentMovie::State::shown;
+    }
     [[nodiscard]] bool windowShouldClose(); ///< stores where the movie was left; always true
     void close(); ///< after `windowShouldClose`; saves the temporary session, library to the front
 
@@ -81,6 +87,8 @@ public:
     [[nodiscard]] ViewerGeometry& geometry() { return geometry_; }
     [[nodiscard]] ViewerColour& colour() { return colour_; }
     [[nodiscard]] ViewerScene& scene() { return scene_; }
+    [[nodiscard]] PixelReadOut& pixels() { return pixels_; }
+    [[nodiscard]] ViewerScopes& scopes() { return scopes_; }
     [[nodiscard]] ViewerRun& run() { return run_; }
     [[nodiscard]] Snapshots& snapshots() { return snapshots_; }
     [[nodiscard]] MovieAudio& audio() { return audio_; }
@@ -130,6 +138,8 @@ private:
     void storeLastFrameVisited();
     void showPlace(const ReviewPlace& place);
     void firstPictureShown();
+    void renewRun(const std::vector<qint64>& frames);
+    void runRenewed();
     void loadTimeCodeData();
     void leaveTimecode();
     [[nodiscard]] QString selectedTexts(QString Movie::*field) const; ///< one a line
@@ -151,6 +161,8 @@ private:
     ViewerGeometry geometry_;
     ViewerColour colour_;
     ViewerScene scene_;
+    PixelReadOut pixels_;
+    ViewerScopes scopes_;
     Snapshots snapshots_;
     MovieAudio audio_;
     ViewerInput input_;

@@ -54,7 +54,12 @@ TEST_F(ItemFactsTest, CodecColourAndStartAreReadAndAFileThatIsReadAgainIsAskedAn
     EXPECT_TRUE(told->codec.contains(u"ProRes"_s)) << told->codec.toStdString();
     EXPECT_EQ(told->pixelFormat, u"yuv422p10le"_s);
     EXPECT_EQ(facts().startTimecodeOf(*movie), u"01:00:02:03"_s);
-    EXPECT_EQ(facts().firstFrameOf(*movie), QString::number((3600 + 2) * 25 + 3));
+    movie->mMovieDurationFrames = 100;
+    EXPECT_EQ(facts().productionNumbersOf(*movie, 1), QString()) << "as they are counted anyway";
+    const qint64 byTimecode = (3600 + 2) * 25 + 3;
+    EXPECT_EQ(facts().productionNumbersOf(*movie, {}),
+              u"%1 - %2"_s.arg(byTimecode).arg(byTimecode + 99));
+    EXPECT_EQ(facts().productionNumbersOf(*movie, 1001), u"1001 - 1100"_s);
     movie->fileSizeText = u"12.5"_s; // it has been probed since
     EXPECT_EQ(facts().of(*movie), nullptr);
     facts().want({movie});

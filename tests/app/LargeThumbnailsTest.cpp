@@ -37,7 +37,7 @@ protected:
     }
     /// What a program would have at hand: the picture, null where none is made.
     QImage made(int width, const QString& store) {
-        LargeThumbnails large(*preferences, store, nullptr);
+        LargeThumbnails large(controller->edits(), *preferences, store, nullptr);
         QImage picture;
         QObject::connect(&large, &LargeThumbnails::made, [&](const Image& of, const QImage& made) {
             EXPECT_EQ(of, movie->thumbnail);
@@ -102,6 +102,34 @@ TEST_F(LargeThumbnailsTest, WhatIsKeptIsBelievedOnlyForThisStateOfTheFileAndThis
     ASSERT_TRUE(damaged.open(QIODevice::WriteOnly) && damaged.write("\x89PNG\r\n nothing") > 0);
     damaged.close();
     EXPECT_EQ(made(200, store()).size(), QSize(256, 144));
+}
+
+TEST_F(LargeThumbnailsTest, AnotherInputSpaceOrViewMakesThemAnew) {
+    const QImage untouched = made(200, store());
+    const Image before = movie->thumbnail;
+    controller->edits().setInputSpace(movie, u"ACEScct"_s);
+    ASSERT_TRUE(waitUntil([&] { return movie->thumbnail != before; })) << "the small one, too";
+    settleThumbnails();
+    const QImage coloured = made(200, store());
+    EXPECT_EQ(coloured.size(), untouched.size());
+    EXPECT_NE(coloured, untouched);
+
+    LargeThumbnails& own = controller->largeThumbnails();
+    int told = 0;
+    QObject::connect(&own, &LargeThumbnails::outdated, [&told] { ++told; });
+    preferences->colourView.set(u"Raw"_s);
+    EXPECT_EQ(told, 1);
+    EXPECT_NE(made(200, store()), coloured) << "what is kept is of another view";
+    controller->edits().setColourConfiguration(u"Daylark"_s); // by its name what was used anyway, for all that is known
+    EXPECT_EQ(told, 2);
+    preferences->colourConfiguration.set(u"/nowhere.ocio"_s);
+    EXPECT_EQ(told, 2) << "the session's goes before the one remembered";
+
+    controller->edits().history().undo();
+    controller->edits().history().undo();
+    EXPECT_TRUE(movie->inputColourSpace.isEmpty());
+    settleThumbnails();
+    EXPECT_EQ(movie->thumbnail, before) << "a movie that nobody gave a space is as it was, byte for byte";
 }
 
 TEST_F(LargeThumbnailsTest, APictureThatAPersonChoseIsNeverExchangedForAnother) {

@@ -2,6 +2,9 @@
 #include "app/Watchdog.h"
 #include "archive/KeyedArchive.h"
 
+#include <filesystem>
+#include <fstream>
+
 namespace daylark::test {
 namespace {
 
@@ -101,6 +104,57 @@ TEST_F(MediaAddingTest, NumberedPicturesOfAFolderAreOneMovieEachUnlessAPreferenc
     EXPECT_EQ(shownNames().size(), 8);
     for (const auto& movie : library().arrangedMovies())
         EXPECT_FALSE(movie->frameRun);
+}
+
+TEST_F(MediaAddingTest, NamesThatAreNoTextAreCountedAndToldAndNothingIsAddedForThem) {
+    const std::filesystem::path day = path(u"latin"_s).toStdString();
+    std::filesystem::create_directories(day / "\xff\xfe");
+    for (const char* name : {"a.mov", "caf\xe9.mov", "note\xe9.txt", "\xff\xfe/in.mov", "sh\xe9.1001.exr", "sh\xe9.1002.exr",
+                             "sh.1001.exr", "sh.1002.exr"})
+        std::ofstream(day / name) << "no movie at all";
+    std::vector<LeftOutNames> told;
+    QObject::connect(&adding(), &MediaAdding::namesLeftOut, &adding(), [&](const LeftOutNames& names) { told.push_back(names); });
+    QStringList said;
+    QObject::connect(controller.get(), &PlaylistController::namesLeftOut, controller.get(),
+                     [&](const QString& text) { said << text; });
+    addPlaylist(u"Day"_s, {});
+    adding().addMediaFoldersToSelectedPlaylist({path(u"latin"_s)});
+    settleAdding();
+    EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"sh.1001.exr"_s}));
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0].count, 4) << "two pictures, a movie and a folder; what is no media is nobody's loss";
+    ASSERT_EQ(said.size(), 1);
+    EXPECT_TRUE(said[0].startsWith(u"4 left out, not named in UTF-8: "_s)) << said[0].toStdString();
+
+    // By themselves, as drops and command lines bring them: what is left of the name, with nothing of that name there.
+    const QStringList lost{path(u"latin/caf\uFFFD.mov"_s), path(u"latin/\uFFFD\uFFFD"_s)};
+    const size_t lists = library().playlists().size();
+    const auto addInEveryWay = [&](const QStringList& paths) {
+        adding().addMediaFilesToSelectedPlaylist(paths);
+        adding().dropOnMovies(paths);
+        adding().dropOnPlaylists(paths);
+        adding().openPaths(paths);
+        settleAdding();
+    };
+    addInEveryWay(lost);
+    EXPECT_EQ(library().playlists().size(), lists);
+    EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"sh.1001.exr"_s}));
+    ASSERT_EQ(told.size(), 5U);
+    for (size_t way = 1; way < told.size(); ++way)
+        EXPECT_EQ(told[way].shown, (QStringList{u"caf\\xE9.mov"_s, u"\\xFF\\xFE"_s}));
+    adding().addMediaFilesToSelectedPlaylist(QStringList{path(u"latin/a.mov"_s)} + lost);
+    settleAdding();
+    EXPECT_EQ(shownNames(), (QStringList{u"a.mov"_s, u"sh.1001.exr"_s, u"a.mov"_s}));
+    EXPECT_EQ(told.size(), 6U);
+
+    // A list that follows the folder says it once.
+    panels.openAnswers.push_back({path(u"latin"_s)});
+    controller->playlistEditing().addEmptyFolderlist();
+    ASSERT_TRUE(waitUntil([&] { return said.size() == 7; }));
+    makeFile(u"latin/b.mov"_s);
+    ASSERT_TRUE(waitUntil([&] { return library().playlists().back()->movieList.size() == 3; }, 20000));
+    EXPECT_EQ(said.size(), 7);
+    std::filesystem::remove_all(day); // what the folder's own remover can't spell, too
 }
 
 TEST_F(MediaAddingTest, ABundleBringsItsSessionOrItsOnePlaylistBehindWhatIsThere) {

@@ -70,6 +70,35 @@ TEST_F(SessionFilesTest, TheFirstSaveAsksAndTheSecondWritesSilentlyToTheSameFile
     EXPECT_EQ(saved->playlists.size(), 2u);
 }
 
+TEST_F(SessionFilesTest, TheColourConfigurationIsTheSessionsOwnAndStandsBehindTheKnownKeys) {
+    const auto configuration = [this] { return controller->edits().colourConfiguration(); };
+    addPlaylist(u"Day 1"_s, {u"a.mov"_s});
+    controller->edits().setColourConfiguration(u"/elsewhere/show.ocio"_s); // which is not on this machine
+    controller->edits().history().undo();
+    EXPECT_EQ(configuration(), QString());
+    controller->edits().history().redo();
+    panels.saveAnswers = {path(u"show.dls"_s)};
+    sessionFiles().saveSession();
+    settleFiles();
+    EXPECT_EQ(rootKeys(path(u"show.dls"_s)), (QStringList{u"playlists"_s, u"colourConfiguration"_s}));
+    EXPECT_EQ(sessionFiles().temporarySession().contents().colourConfiguration, u"/elsewhere/show.ocio"_s);
+
+    const QString plain = sessionOnDisk(u"plain.dls"_s, {u"Plain"_s});
+    alerts.answers = {Alerts::secondButton};
+    import(plain); // added: this session's stays
+    EXPECT_EQ(configuration(), u"/elsewhere/show.ocio"_s);
+    alerts.answers = {Alerts::firstButton};
+    import(plain); // in its place
+    EXPECT_EQ(configuration(), QString());
+    EXPECT_FALSE(controller->edits().history().canUndo()) << "what was another session's cannot come back";
+    alerts.answers = {Alerts::firstButton};
+    import(path(u"show.dls"_s));
+    EXPECT_EQ(configuration(), u"/elsewhere/show.ocio"_s);
+    quit();
+    start();
+    EXPECT_EQ(configuration(), u"/elsewhere/show.ocio"_s);
+}
+
 TEST_F(SessionFilesTest, SaveAsProposesTheCurrentNameAndACancelledPanelChangesNothing) {
     sessionFiles().saveSessionAs();
     EXPECT_EQ(panels.savesShown.back().proposedName, u"Untitled Session"_s);

@@ -31,7 +31,7 @@ protected:
         contents.playlists = playlists;
         ASSERT_TRUE(bool(writeSessionFile(file, encodeSession(contents))));
     }
-    void makeClipFromTen() const { // of 30 frames, from ten o'clock
+    void makeClip(const QString& timecode = {}) const { // of 30 frames
         MovieSpec spec;
         spec.path = path(u"clip.mov"_s);
         spec.encoder = u"mjpeg"_s;
@@ -39,7 +39,7 @@ protected:
         spec.bFrames = 0;
         spec.groupSize = 1;
         spec.frames = 30;
-        spec.timecode = u"10:00:00:00"_s;
+        spec.timecode = timecode;
         ASSERT_TRUE(bool(makeMovie(spec)));
     }
     /// The question at the next start runs before `started` is over, so its answer is prepared here.
@@ -138,14 +138,7 @@ TEST_F(SessionMigrationTest, UpdateAtTheStartReplacesOnlyOlderItemsInTheirPlaces
 }
 
 TEST_F(SessionMigrationTest, AnItemOfUnknownRateGetsItsBookmarksTimecodesWithTheProbe) {
-    MovieSpec spec;
-    spec.path = path(u"clip.mov"_s);
-    spec.encoder = u"mjpeg"_s;
-    spec.pixelFormat = u"yuvj420p"_s;
-    spec.bFrames = 0;
-    spec.groupSize = 1;
-    spec.frames = 30;
-    ASSERT_TRUE(bool(makeMovie(spec)));
+    makeClip();
     const auto older = olderMovie(u"clip.mov"_s);
     older->mMovieBookmarkArray = {olderBookmark(27, u"late"_s)};
     write(temporarySession(), {playlistOf(u"Day 1"_s, {older})});
@@ -160,7 +153,7 @@ TEST_F(SessionMigrationTest, AnItemOfUnknownRateGetsItsBookmarksTimecodesWithThe
 }
 
 TEST_F(SessionMigrationTest, BookmarksTimecodesCountFromTheStartOfTheTimecodeTrack) {
-    makeClipFromTen();
+    makeClip(u"10:00:00:00"_s);
     const auto known = olderMovie(u"clip.mov"_s), unknown = olderMovie(u"clip.mov"_s, 2);
     known->mMovieFPS = 24;
     known->mMovieBookmarkArray = {olderBookmark(25, u"a"_s)};
@@ -175,7 +168,7 @@ TEST_F(SessionMigrationTest, BookmarksTimecodesCountFromTheStartOfTheTimecodeTra
 }
 
 TEST_F(SessionMigrationTest, ABookmarkMadeLongerBeforeTheTrackIsReadKeepsItsTimecode) {
-    makeClipFromTen();
+    makeClip(u"10:00:00:00"_s);
     const auto older = olderMovie(u"clip.mov"_s);
     older->mMovieFPS = 24;
     older->mMovieBookmarkArray = {olderBookmark(25, u"a"_s), olderBookmark(5, u"b"_s)};

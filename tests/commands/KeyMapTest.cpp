@@ -37,8 +37,9 @@ TEST_F(KeyMapTest, ViewersKeysLieWhereTheyBelong) {
         {4, "viewer.hideAllPanels"}, {53, "viewer.leave"},         {41, "viewer.addBookmark"},
         {39, "viewer.bringForward"}, {34, "viewer.markIn"},        {32, "viewer.markOut"},
         {15, "viewer.trimHandles"},  {5, "viewer.goToFrame"},      {9, "viewer.colour"},
-        {24, "viewer.lookBrighter"}, {27, "viewer.lookDarker"},    {29, "viewer.lookAsItIs"}};
-    const std::set<int> beside{34, 32, 15, 5, 9, 24, 27, 29};
+        {24, "viewer.lookBrighter"}, {27, "viewer.lookDarker"},    {29, "viewer.lookAsItIs"},
+        {7, "viewer.pixelReadOut"},  {13, "viewer.scopes"}};
+    const std::set<int> beside{34, 32, 15, 5, 9, 24, 27, 29, 7, 13};
     std::set<int> given;
     for (const auto& [code, command] : table) {
         EXPECT_EQ(viewerAt(keyPlaces::ansiKey(code)), QLatin1String(command)) << code;

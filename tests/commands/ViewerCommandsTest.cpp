@@ -1,9 +1,11 @@
 #include "commands/viewer/ViewerCommands.h"
 #include "commands/viewer/ViewerKeyboard.h"
+#include "model/StatusCodes.h"
 #include "viewer/FakePanelHost.h"
 #include "viewer/ViewerFixture.h"
 
 #include <QKeyEvent>
+#include <QTemporaryDir>
 
 namespace daylark {
 namespace {
@@ -39,6 +41,7 @@ protected:
     [[nodiscard]] bool enabled(const char* id) const { return commands.isEnabled(QLatin1String(id)); }
     [[nodiscard]] bool checked(const char* id) const { return commands.isChecked(QLatin1String(id)); }
 
+    QTemporaryDir folder;
     FakePanelHost host;
     QStringList done;
     CommandSet commands{viewerTable(), preferences};
@@ -192,6 +195,92 @@ TEST_F(ViewerCommandsTest, StateFollowsThePartsWithoutBeingAskedFor) {
     EXPECT_TRUE(checked("viewer.trimHandles"));
     controller.close();
     EXPECT_FALSE(enabled("viewer.playPause"));
+}
+
+// With what each command can be done: a movie with a (s)ound and one (q)uiet, one that is (m)issing, a still (i)mage, one
+// that was (r)eviewed, (n)othing at all. Those that aren't named can always be.
+TEST_F(ViewerCommandsTest, WhatHasNothingToActOnIsOff) {
+    constexpr const char* playable = "sqir";
+    std::map<QString, QString> offered{{u"edit.undo"_qs, u""_qs}, {u"edit.redo"_qs, u""_qs}};
+    const auto set = [&offered](const char* on, std::initializer_list<const char*> ids) {
+        for (const char* id : ids)
+            offered[QStringLiteral("viewer.") + QLatin1String(id)] = QLatin1String(on);
+    };
+    set(playable, {"playPause",  "playForwards", "playBackwards", "pause",       "stepForward",  "stepBackward",
+                   "firstFrame", "lastFrame",    "goToFrame",     "markIn",      "markOut",      "trimHandles",
+                   "resetHandles", "counterToOne", "takeSnapshot", "fit",        "actualPixels", "zoomIn",
+                   "zoomOut",    "windowActual", "windowHalf",    "windowThird", "addBookmark",  "loopBookmark",
+                   "linkAudio"});
+    set("sqmir", {"copyPath", "copyFilename", "copyTimecode", "writeNotes", "editBookmarkText", "toggleGrade", "copyGrade"});
+    for (int tag = status::none; tag <= status::skip; ++tag)
+        offered[viewerCommand::flag(tag)] = u"sqmir"_qs;
+    for (const char* choice : viewerCommand::thumbnailChoices)
+        offered[viewerCommand::thumbnail(choice)] = QLatin1String(playable);
+    set("sqir", {"reveal"});
+    set("sr", {"saveAudio", "removeAudio"});
+    set("sqr", {"saveMovie"});
+    set("r", {"nextBookmark", "previousBookmark", "goToBookmark", "deleteBookmark", "invertMutedBookmarks",
+              "muteAllBookmarks", "unmuteAllBookmarks", "copyUnmutedBookmarks", "copyAllBookmarks", "pasteBookmarks",
+              "deleteAllBookmarks", "deleteActiveBookmarks", "removeLatestStroke", "deleteDrawings", "deleteAllDrawings",
+              "pasteGrade", "gradeAll", "resetGrade"});
+    set("", {"revertAudio", "previousMovie", "nextMovie", "bookmarkFromRange", "windowFavourite", "toggleDrawing",
+             "narrowerTool", "widerTool", "dockPanels", "floatPanels", "nextScope", "lookBrighter", "lookDarker",
+             "lookHigherGamma", "lookLowerGamma", "lookAsItIs"});
+
+    const auto expectOffered = [&](QChar state) {
+        QStringList wrong;
+        for (const Command& command : viewerTable()) {
+            const auto found = offered.find(command.id);
+            const bool expected = found == offered.end() || found->second.contains(state);
+            if (commands.isEnabled(command.id) != expected) wrong << command.id;
+        }
+        EXPECT_TRUE(wrong.isEmpty()) << state.toLatin1() << ": " << qPrintable(wrong.join(u' '));
+    };
+    const auto heardOf = [](QSignalSpy& known) { // once the file was looked into
+        return bench::waitUntil([&] { return known.count() > 2; });
+    };
+    expectOffered(u'n');
+    MovieSpec spec;
+    spec.path = folder.filePath(u"heard.mov"_qs);
+    spec.frames = 24;
+    spec.sound = true;
+    ASSERT_TRUE(makeMovie(spec));
+    QSignalSpy known(&controller.audio(), &MovieAudio::soundKnown);
+    show({record(spec.path)});
+    ASSERT_TRUE(heardOf(known));
+    expectOffered(u's');
+    known.clear();
+    show({record(bench::movie({.frames = 24, .group = 12}))});
+    ASSERT_TRUE(heardOf(known));
+    expectOffered(u'q');
+    const QString still = folder.filePath(u"still.png"_qs);
+    QImage picture(64, 36, QImage::Format_RGB32);
+    picture.fill(Qt::gray);
+    ASSERT_TRUE(picture.save(still));
+    show({record(still)});
+    expectOffered(u'i');
+    const auto missing = record(folder.filePath(u"gone.mov"_qs));
+    missing->creatingThumbnailText = fileNotFoundText;
+    controller.open({missing}, 0);
+    ASSERT_TRUE(bench::waitUntil([this] { return !controller.isPlayable(); }));
+    expectOffered(u'm');
+
+    known.clear();
+    show({record(spec.path)});
+    ASSERT_TRUE(heardOf(known));
+    const auto drawnOn = std::make_shared<Bookmark>(1, 4, 24.0F);
+    drawnOn->drawings.strokes = {{.points = {{1, 1}, {9, 9}}}};
+    edits.addBookmarks(controller.currentMovie(), {drawnOn});
+    bookmarks.loadActiveBookmarks();
+    commands.run(u"viewer.copyAllBookmarks"_qs);
+    controller.grade().setValue(ViewerGrade::exposure, 1);
+    commands.run(u"viewer.copyGrade"_qs);
+    history.clear();
+    expectOffered(u'r');
+    edits.store().modify(controller.currentMovie(), {u"Mute"_qs}, [](Movie& movie) { movie.removeOriginalMovieAudio(); });
+    EXPECT_FALSE(enabled("viewer.saveAudio") || enabled("viewer.removeAudio"));
+    EXPECT_TRUE(enabled("viewer.revertAudio"));
+    controller.close();
 }
 
 TEST_F(ViewerCommandsTest, HistoryIsOfferedAsFarAsItGoesAndSaysWhat) {

@@ -141,6 +141,39 @@ TEST_F(NotesTest, ARichTextHoldsUnitsBracesAndLinesThatItsReadersUnderstand) {
     EXPECT_FALSE(rtf.write(notesReport({item}, preferences, rtf.bookmarkOrder())).contains("Frames"));
 }
 
+TEST_F(NotesTest, TheProductionsNumbersStandBesideTheCountedOnesWhereAFormatHasRoom) {
+    preferences.printBookmarksInNotes.set(true);
+    const auto plain = movie(u"a.mov"_s), own = movie(u"b.mov"_s), run = movie(u"sh010.1001.exr"_s);
+    own->firstFrameNumber = Number(qint64(86400));
+    run->frameRun = MovieRun{{u"sh010."_s, u".exr"_s, 4, false, 1001, 1099, 2}, {}, false, {}};
+    for (const auto& item : {plain, own, run})
+        addBookmark(*item, u"1"_s, u"2"_s, 10, 12, u"d"_s, u"n"_s);
+    const auto written = [this](const QString& name, const NotesMovies& movies) {
+        const NotesFormat& format = *formats.named(name);
+        NotesReport report = notesReport(movies, preferences, format.bookmarkOrder());
+        readNumbersByTimecode(report);
+        return format.write(report);
+    };
+    // Compared byte for byte with those of other makers: neither numbers nor the run's own name.
+    EXPECT_EQ(lines({plain, own, run}), "a,,,,1,2,10,12,d,n\rb,,,,1,2,10,12,d,n\rsh010.1001,,,,1,2,10,12,d,n\r");
+    const QByteArray table = written(u"csv-utf8"_s, {plain, own, run});
+    EXPECT_TRUE(table.contains("\"Bookmark Note\",\"Bookmark First Prod\",\"Bookmark Last Prod\"\r\n"));
+    EXPECT_TRUE(table.contains("\"10\",\"12\",\"d\",\"n\",\"\",\"\"\r\n")) << table.constData();
+    EXPECT_TRUE(table.contains("\"10\",\"12\",\"d\",\"n\",\"86409\",\"86411\"\r\n"));
+    EXPECT_TRUE(table.contains("\"sh010.1001-1099x2#\"")) << "called as people read it";
+    EXPECT_TRUE(table.contains("\"1019\",\"1023\"\r\n")) << "every second number";
+    EXPECT_FALSE(written(u"csv-utf8"_s, {plain}).contains("Prod")) << "as it always was";
+    const QByteArray document = written(u"rtf"_s, {plain, own, run});
+    EXPECT_TRUE(document.contains("1 - 2  :  Frames 10 - 12  :  d  :  (n)}"));
+    EXPECT_TRUE(document.contains("Frames 10 - 12  :  Prod 86409 - 86411  :  d  :  (n)}")) << document.constData();
+
+    preferences.firstFrameNumber.set(FirstFrameNumber::other);
+    preferences.otherFirstFrameNumber.set(101);
+    EXPECT_TRUE(written(u"rtf"_s, {plain}).contains("Frames 10 - 12  :  Prod 110 - 112"));
+    preferences.firstFrameNumber.set(FirstFrameNumber::timecode);
+    EXPECT_FALSE(written(u"rtf"_s, {plain}).contains("Prod")) << "its file is not there";
+}
+
 TEST(PlaylistManifest, ListsVersionsInTheirOrderAndCleansNothing) {
     EXPECT_EQ(playlistManifest({u"a.mov"_s, u"shot,01.v2.mov"_s, u".mov"_s}, u"Day 1"_s, u"Review"_s),
               "Review Order,Version Name,Playlist Name,Session Name\r"

@@ -33,7 +33,7 @@ bool namesSomethingElse(const QString& word) {
         QStringLiteral("gamma"),        QStringLiteral("brightness"),  QStringLiteral("redChannel"),
         QStringLiteral("greenChannel"), QStringLiteral("blueChannel"), QStringLiteral("thumbnailFrame"),
         QStringLiteral("volume"),       QStringLiteral("trimHandles"),
-        QStringLiteral("firstFrameNumber"), QStringLiteral("language")};
+        QStringLiteral("firstFrameNumber"), QStringLiteral("language"), QStringLiteral("colourConfiguration")};
     static const QRegularExpression statusCode(QStringLiteral("^90[1-7]$"));
     return names.contains(word) || statusCode.match(word).hasMatch();
 }

@@ -68,6 +68,8 @@ TEST_F(AviHeaderIndexTest, IndexThatLacksOrMisplacesAPictureIsNotBelieved) {
     EXPECT_FALSE(says(whole.left(whole.size() * 2 / 3))) << "cut short";
     const QByteArray picture = whole.mid(qsizetype(whole.indexOf("00dc", whole.indexOf("movi"))), 100);
     EXPECT_FALSE(says(whole + picture)) << "a picture behind the index";
+    EXPECT_FALSE(says(whole + QByteArray::fromHex("30306463010000004100"))) << "and one of a single byte";
+    EXPECT_TRUE(says(whole + QByteArray::fromHex("3030646300000000"))) << "nothing";
     for (const size_t n : {0, 1, 20, 39}) {
         QByteArray bytes = whole;
         EXPECT_FALSE(says(bytes.replace(pictures[n], 4, "JUNK"))) << n;

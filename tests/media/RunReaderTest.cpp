@@ -10,10 +10,20 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QDir>
 #include <QFile>
+#include <QSet>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
+#include <cstring>
+#include <map>
 #include <random>
+
+#include <sys/inotify.h>
+#include <unistd.h>
 
 namespace daylark {
 namespace {
@@ -211,7 +221,9 @@ TEST_F(RunReaderTest, LayersPartsAndSingleChannels) {
     none.movie.layer = u"Z"_s;
     EXPECT_EQ(opened(none)->read(0)->colourSpace(), u"data"_s) << "no colour: not through a display's view";
     none.movie.layer = u"specular"_s;
-    EXPECT_FALSE(opened(none)->read(0));
+    const Result<VideoFrame> nothing = opened(none)->read(0);
+    ASSERT_FALSE(nothing);
+    EXPECT_TRUE(nothing.error().text.contains(u"has no layer \"specular\""_s)) << nothing.error().text.toStdString();
 }
 
 TEST_F(RunReaderTest, DataWindowsPixelShapesAndTiles) {
@@ -314,6 +326,117 @@ TEST_F(RunReaderTest, WhatATypedPathMeans) {
     EXPECT_FALSE(runMeantBy(folder.path())) << "two runs: which?";
     EXPECT_EQ(meant(u"sh010.@.exr"_s), u"sh010.1-3@.exr"_s);
     EXPECT_EQ(mediaMeantBy(u"/no/such.mov"_s, {}).operator*(), u"/no/such.mov"_s);
+}
+
+TEST_F(RunReaderTest, APipeADeviceOrAFolderAmongThePicturesIsNoPictureAndKeepsNobodyWaiting) {
+    make({2, 5});
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pathOf(1)).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(u"/dev/zero"_s, pathOf(3)));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pathOf(4)).constData(), 0600), 0);
+    ASSERT_TRUE(QDir(folder.path()).mkdir(pathOf(6)));
+    const auto reader = opened(address(1, 6));
+    ASSERT_TRUE(reader);
+    for (const auto& [frame, shown] : std::map<int, int>{{0, 2}, {1, 2}, {2, 2}, {3, 2}, {4, 5}, {5, 5}})
+        EXPECT_EQ(number(*reader, frame), shown) << frame;
+
+    QFile::remove(pathOf(2));
+    QFile::remove(pathOf(5));
+    const auto none = FrameReader::open(address(1, 6).text());
+    ASSERT_FALSE(none);
+    EXPECT_EQ(none.error().text, u"not a file"_s);
+}
+
+TEST_F(RunReaderTest, PicturesThatClaimMoreThanThereCanBeAreRefused) {
+    make({1});
+    QFile file(pathOf(1));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    QByteArray bytes = file.readAll();
+    for (const qint32 far : {99'999, 2'000'000'000, -5}) {
+        for (const QByteArray& window : {QByteArray("dataWindow"), QByteArray("displayWindow")}) {
+            const qsizetype at = bytes.indexOf(window) + window.size() + 1 + 6 + 4; // its kind and size, then the near corner
+            ASSERT_GT(at, 20);
+            std::memcpy(bytes.data() + at + 8, &far, sizeof far);
+            std::memcpy(bytes.data() + at + 12, &far, sizeof far);
+        }
+        ASSERT_TRUE(file.seek(0) && file.write(bytes) == bytes.size() && file.flush());
+        EXPECT_FALSE(FrameReader::open(address(1, 1).text())) << far;
+    }
+}
+
+/// Every opening of a file in a folder, as the kernel tells it.
+class OpenedFiles {
+public:
+    explicit OpenedFiles(const QString& folder)
+        : queue_(::inotify_init1(IN_NONBLOCK)) {
+        ::inotify_add_watch(queue_, QFile::encodeName(folder).constData(), IN_OPEN);
+    }
+    ~OpenedFiles() { ::close(queue_); }
+    OpenedFiles(const OpenedFiles&) = delete;
+    OpenedFiles& operator=(const OpenedFiles&) = delete;
+    [[nodiscard]] QSet<QByteArray> names() const {
+        QSet<QByteArray> names;
+        alignas(inotify_event) char buffer[65536];
+        for (ssize_t size = 0; (size = ::read(queue_, buffer, sizeof buffer)) > 0;)
+            for (const char* at = buffer; at < buffer + size;) {
+                const auto* event = reinterpret_cast<const inotify_event*>(at);
+                if (event->len > 0) names.insert(event->name);
+                at += sizeof(inotify_event) + event->len;
+            }
+        return names;
+    }
+
+private:
+    int queue_;
+};
+
+TEST_F(RunReaderTest, AThousandPicturesAreOpenedByTheirNamesAndOneHeader) {
+    make({1001});
+    for (int number = 1002; number <= 2000; ++number)
+        ASSERT_TRUE(QFile::link(pathOf(1001), pathOf(number)));
+    const OpenedFiles files(folder.path());
+    const auto reader = opened(address(1001, 2000));
+    ASSERT_TRUE(reader);
+    EXPECT_EQ(reader->index().count(), 1000);
+    EXPECT_EQ(files.names(), QSet<QByteArray>{"sh010.1001.exr"});
+}
+
+TEST_F(RunReaderTest, OneOfAnotherSizeIsShownAsItIs) {
+    make({1001, 1003});
+    writePicture(barCodePicture(pathOf(1002), 1002, {96, 54}));
+    const auto reader = opened(address(1001, 1003));
+    EXPECT_EQ(reader->read(1)->displaySize(), QSize(96, 54));
+    EXPECT_EQ(number(*reader, 1), 1002);
+    EXPECT_EQ(number(*reader, 2), 1003);
+}
+
+TEST_F(RunReaderTest, AFolderThatIsRenamedAwayIsMissedAndFoundAgain) {
+    make({1001, 1002, 1030}); // the last lies beyond what is read ahead
+    const auto reader = opened(address(1001, 1030));
+    EXPECT_EQ(number(*reader, 0), 1001);
+    const QString away = folder.path() + u"-away"_s;
+    ASSERT_TRUE(QDir().rename(folder.path(), away));
+    const Result<VideoFrame> none = reader->read(29);
+    EXPECT_FALSE(none);
+    EXPECT_FALSE(FrameReader::open(address(1001, 1030).text()));
+    ASSERT_TRUE(QDir().rename(away, folder.path()));
+    EXPECT_EQ(number(*reader, 29), 1030) << "looked for anew";
+}
+
+TEST_F(RunReaderTest, RunsThatDifferInTheirPaddingAloneAreTwo) {
+    for (const int number : {1, 2, 3, 4}) {
+        writePicture(barCodePicture(folder.filePath(u"a.%1.png"_s.arg(number, 4, 10, QLatin1Char('0'))), number));
+        writePicture(barCodePicture(folder.filePath(u"a.%1.png"_s.arg(number)), number + 100));
+    }
+    const auto shown = [this](int padding) {
+        RunAddress run;
+        run.folder = folder.path();
+        run.movie.run = {u"a."_s, u".png"_s, padding, false, 1, 4, 1};
+        const auto reader = opened(run);
+        return reader ? number(*reader, 2) : std::nullopt;
+    };
+    EXPECT_EQ(shown(4), 3);
+    EXPECT_EQ(shown(0), 103);
+    EXPECT_EQ(picturesTakenApart(fileNamesIn(folder.path())).runs.size(), 2U);
 }
 
 } // namespace

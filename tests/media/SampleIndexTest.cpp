@@ -1,4 +1,5 @@
 #include "media/decode/FrameReader.h"
+#include "media/facts/FrameRate.h"
 
 #include "support/MovieMaker.h"
 #include "picture/PictureRenderer.h"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace daylark {
 namespace {
@@ -66,6 +68,23 @@ TEST_F(SampleIndexTest, PositionsOnAnyScaleResolveWithoutRounding) {
     EXPECT_EQ(index.frameAt({1LL << 62, 1}), 999);
     EXPECT_EQ(index.frameAt({600, (1LL << 32) | 600}), 23) << "flags above the scale's 32 bits";
     EXPECT_EQ(SampleIndex().frameAt({0, 600}), -1);
+}
+
+TEST_F(SampleIndexTest, AMovieOfDaysKeepsWithinTheRecordsNumbers) {
+    constexpr qint64 step = 1001, most = std::numeric_limits<qint32>::max(), count = most / step + 2;
+    const av::FormatPtr format(avformat_alloc_context());
+    AVStream* stream = avformat_new_stream(format.get(), nullptr);
+    ASSERT_TRUE(stream);
+    stream->avg_frame_rate = {24000, 1001};
+    SampleIndex index;
+    index.timeBaseNum = 1;
+    index.timeBaseDen = 24000;
+    for (qint64 n = 0; n < count; ++n)
+        index.samples.push_back({n * step, 0, true});
+    setClock(index, *stream, step, LastFrame::asOthers);
+    EXPECT_LE(index.endTicks, most);
+    EXPECT_EQ(index.samples.back().ticks / index.timeScale, (count - 1) * step / 24000) << "seconds";
+    EXPECT_EQ(index.frameAt(index.timeOf(count - 1)), count - 1);
 }
 
 TEST_F(SampleIndexTest, VariableRateKeepsTheSamplesOwnTimes) {

@@ -102,6 +102,14 @@ TEST_F(SampleTablesTest, WhoeverOpensAMovieTakesTheOneTable) {
     ASSERT_TRUE(changed);
     EXPECT_EQ((*changed)->index().count(), 30);
     EXPECT_EQ(builds, 3);
+    // So is one that was written at another time, though it is as long.
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly));
+        file.setFileTime(QDateTime::currentDateTime().addSecs(-100), QFileDevice::FileModificationTime);
+    }
+    ASSERT_TRUE(tableOf(tables, path));
+    EXPECT_EQ(builds, 4);
 }
 
 TEST_F(SampleTablesTest, SeveralWhoOpenAtOnceBuildOnceAndACancelledBuildIsTakenOver) {
@@ -192,18 +200,23 @@ qint64 bytesRead() {
 
 TEST_F(SampleTablesTest, ALongMovieIsReadThroughOnce) {
     if (bytesRead() < 0) GTEST_SKIP() << "no account of what is read";
-    for (const char* name : {"long.ts", "long.mpg"}) {
+    struct Long {
+        const char* name;
+        int frames, copies;
+    };
+    for (const Long& one : {Long{"long.ts", 100, 41}, Long{"long.mpg", 100, 41}, Long{"long.mkv", 1500, 1}}) {
+        SCOPED_TRACE(one.name);
         MovieSpec spec;
-        spec.path = folder.filePath(QString::fromLatin1(name));
+        spec.path = folder.filePath(QString::fromLatin1(one.name));
         spec.encoder = QStringLiteral("mpeg2video");
         spec.size = QSize(256, 144);
         spec.rateNum = 25;
-        spec.frames = 100;
+        spec.frames = one.frames;
         ASSERT_TRUE(makeMovie(spec));
         QFile file(spec.path);
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
         const QByteArray once = file.readAll();
-        for (int more = 0; more < 40; ++more)
+        for (int more = 1; more < one.copies; ++more)
             file.write(once);
         const qint64 size = file.size();
         file.close();
@@ -212,7 +225,7 @@ TEST_F(SampleTablesTest, ALongMovieIsReadThroughOnce) {
             const qint64 before = bytesRead();
             const auto reader = FrameReader::open(spec.path, nullptr, &tables);
             EXPECT_TRUE(reader);
-            EXPECT_EQ(reader ? (*reader)->index().count() : 0, 4100);
+            EXPECT_EQ(reader ? (*reader)->index().count() : 0, one.frames * one.copies);
             return bytesRead() - before;
         };
         EXPECT_GT(opened(), size);
@@ -239,6 +252,7 @@ TEST_F(SampleTablesTest, TablesThatContradictThemselvesTheFileOrTheirSumAreIgnor
     EXPECT_FALSE(accepted([&](SampleTable& t) { t.packets[3].position = key.size; })) << "beyond the file";
     EXPECT_FALSE(accepted([](SampleTable& t) { t.packets[3].description = 1; })) << "there is none";
     EXPECT_FALSE(accepted([](SampleTable& t) { std::swap(t.index.samples[4].ticks, t.index.samples[5].ticks); }));
+    EXPECT_FALSE(accepted([](SampleTable& t) { t.index.samples[5].ticks = t.index.samples[4].ticks; })) << "a time twice";
     EXPECT_FALSE(accepted([](SampleTable& t) { t.index.samples[0].ticks = 1; }));
     EXPECT_FALSE(accepted([](SampleTable& t) { t.index.endTicks = t.index.samples.back().ticks; }));
     EXPECT_FALSE(accepted([](SampleTable& t) { t.index.timeScale = 0; }));

@@ -28,6 +28,36 @@ TEST(FrameNumbersTest, TheHandComesBeforeThePicturesAndThesePreferAnythingUsual)
     EXPECT_EQ(frameNumbersOf(movie, 1).numberOf(2), 1);
 }
 
+TEST(FrameNumbersTest, WhereNobodyGaveOneTheTimecodeTellsItIfThatIsWanted) {
+    Movie movie(u"/shots/a.mov"_s);
+    movie.mMovieFPS = 25;
+    SmpteTime start;
+    start.hours = 10, start.frames = 3;
+    EXPECT_TRUE(isNumberedByTimecode(movie, {}));
+    EXPECT_EQ(frameNumbersOf(movie, {}, start).numberOf(2), 10 * 3600 * 25 + 4);
+    EXPECT_EQ(frameNumbersOf(movie, {}, start, 24).numberOf(2), 10 * 3600 * 24 + 4) << "at the rate that is known better";
+    EXPECT_FALSE(frameNumbersOf(movie, {}).areOwn()) << "no timecode";
+    EXPECT_EQ(frameNumbersOf(movie, -5, start).first, -5);
+    EXPECT_FALSE(isNumberedByTimecode(movie, 1));
+    movie.firstFrameNumber = Number(qint64(7));
+    EXPECT_FALSE(isNumberedByTimecode(movie, {}));
+    EXPECT_EQ(frameNumbersOf(movie, {}, start).first, 7);
+    movie.mMovieFPS = 0; // nobody knows its rate
+    EXPECT_EQ(numbersByTimecode(start, 0).first, 1);
+}
+
+TEST(FrameNumbersTest, FilesMadeOfARunAreCalledWithoutItsNumbers) {
+    const auto title = [](const QString& prefix, const QString& suffix) {
+        return FrameRun{prefix, suffix, 4, false, 1001, 1100, 1}.title();
+    };
+    EXPECT_EQ(title(u"sh010."_s, u".exr"_s), u"sh010"_s);
+    EXPECT_EQ(title(u"sh010_comp_v002_"_s, u".dpx"_s), u"sh010_comp_v002"_s);
+    EXPECT_EQ(title({}, u".exr"_s), u"1001"_s);
+    EXPECT_EQ(title(u"._"_s, {}), u"._1001"_s);
+    Movie movie(u"/shots/clip.v2.mov"_s);
+    EXPECT_EQ(movie.fileTitle(), u"clip.v2"_s);
+}
+
 TEST(FrameNumbersTest, APlaceIsANumberATimecodeOrSoManyFramesOn) {
     FrameEntry entry;
     entry.current = 40, entry.count = 100, entry.fps = 23.976F;

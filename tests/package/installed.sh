@@ -9,6 +9,7 @@ update-mime-database "$share/mime" 2>"$stage/mime.log" || fail "the media types"
 [ ! -s "$stage/mime.log" ] || fail "the media types: $(cat "$stage/mime.log")"
 [ -x "$stage/usr/bin/daylark" ] && [ -x "$stage/usr/bin/daylark-tool" ] || fail "a program is missing"
 find "$stage/usr" -path '*/daylark/daylark-formats.so' | grep -q . || fail "the module that reads runs of pictures is missing"
+grep -q libOpenImageIO "$(find "$stage/usr" -path '*/daylark/daylark-formats.needs')" || fail "what the module needs is not listed"
 
 # Icons: every size is what its folder says.
 for name in apps/daylark mimetypes/application-x-daylark-session mimetypes/application-x-daylark-bundle; do

@@ -12,6 +12,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <random>
@@ -130,6 +133,26 @@ std::vector<float> litPicture() {
     return rgba;
 }
 
+/// Code values of a camera's or a grade's logarithm.
+std::vector<float> codes() {
+    std::mt19937 random(4);
+    std::vector<float> rgba;
+    for (int i = 0; i < 80000; ++i)
+        rgba.push_back(i % 4 == 3 ? 1.0F : float(random() % 65536) / 65535);
+    return rgba;
+}
+
+/// By the form for pictures of a run, which takes planes.
+void applyQuickly(const DisplayProcessor& processor, std::vector<float>& rgba) {
+    std::array<std::vector<float>, 3> planes;
+    for (size_t i = 0; i < rgba.size(); ++i)
+        if (i % 4 < 3) planes[i % 4].push_back(rgba[i]);
+    float* const rgb[] = {planes[0].data(), planes[1].data(), planes[2].data()};
+    processor.applyQuickly(rgb, qsizetype(rgba.size() / 4));
+    for (size_t i = 0; i < rgba.size(); ++i)
+        if (i % 4 < 3) rgba[i] = planes[i % 4][i / 4];
+}
+
 std::vector<float> withoutAlpha(const std::vector<float>& rgba) {
     std::vector<float> rgb;
     for (size_t i = 0; i < rgba.size(); ++i)
@@ -188,16 +211,32 @@ TEST(DisplayColourTest, LightBeyondWhiteAndBelowBlackGoesThroughAndTheQuickFormS
     EXPECT_LE(worstStep(withoutAlpha(exact), byPython(ownFile(), transform, withoutAlpha(rgba))), 0.5);
     for (size_t i = 3; i < exact.size(); i += 4)
         ASSERT_EQ(exact[i], 0.25F); // alpha is nobody's colour
-    exact = litPicture();
-    std::vector<float> quick = exact;
-    processor->apply(exact.data(), qsizetype(exact.size() / 4));
-    processor->applyQuickly(quick.data(), qsizetype(quick.size() / 4));
-    std::vector<double> differences;
-    for (size_t i = 0; i < exact.size(); ++i)
-        differences.push_back(std::abs(step(exact[i]) - step(quick[i])));
-    std::sort(differences.begin(), differences.end());
-    EXPECT_LE(differences[differences.size() / 2], 0.25);
-    EXPECT_LE(differences[differences.size() * 98 / 100], 1.5);
+    // Pictures of a run as well: every view, pure colours and light below zero among them.
+    for (const char* space : {"ACEScg", "ACEScct", "Linear Rec.709"})
+        for (const QString& display : config->displays())
+            for (const QString& view : config->views(display)) {
+                const auto some = processorOf(config, {QString::fromLatin1(space), display, view, {}});
+                ASSERT_TRUE(some);
+                if (!some->hasQuickForm()) continue;
+                const bool isCode = QByteArray(space) == "ACEScct";
+                std::vector<float> quick = isCode ? codes() : litPicture();
+                const std::vector<float> strong = lights(-0.05F, 64);
+                if (!isCode) quick.insert(quick.end(), strong.begin(), strong.end());
+                exact = quick;
+                some->apply(exact.data(), qsizetype(exact.size() / 4));
+                applyQuickly(*some, quick);
+                EXPECT_LE(worstStep(withoutAlpha(exact), withoutAlpha(quick)), 1)
+                    << space << " " << qPrintable(display + u' ' + view);
+            }
+    DisplayTransform back{QStringLiteral("ACEScg"), QStringLiteral("sRGB"), QStringLiteral("ACES SDR Video"), {}};
+    back.exposure = 1.5;
+    back.gamma = 0.9;
+    const auto looked = processorOf(config, back);
+    std::vector<float> quick = litPicture();
+    exact = quick;
+    looked->apply(exact.data(), qsizetype(exact.size() / 4));
+    applyQuickly(*looked, quick);
+    EXPECT_LE(worstStep(withoutAlpha(exact), withoutAlpha(quick)), 1) << "exposure and gamma for looking";
     // What costs little has one form only.
     EXPECT_FALSE(processorOf(config, {QStringLiteral("ACEScg"), QStringLiteral("sRGB"), QStringLiteral("Colorimetric"), {}})
                      ->hasQuickForm());
@@ -361,6 +400,71 @@ TEST(ColourConfigTest, AMissingOrBrokenFileIsASentence) {
         EXPECT_FALSE(problem.isEmpty()) << bytes.left(60).constData();
         EXPECT_FALSE(problem.contains(u'\n'));
     }
+}
+
+TEST(ColourConfigTest, NothingButFilesOfAUsualSizeIsReadForAStrangersConfiguration) {
+    const QTemporaryDir folder;
+    const auto problemOf = [](const QString& path) {
+        const auto config = ColourConfig::chosen(path);
+        return config ? QString() : config.error().text;
+    };
+    const QString pipe = folder.filePath(QStringLiteral("pipe.ocio")), path = folder.filePath(QStringLiteral("studio.ocio"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    EXPECT_TRUE(problemOf(pipe).endsWith(QStringLiteral("not a file")));
+    EXPECT_TRUE(problemOf(QStringLiteral("/dev/zero")).endsWith(QStringLiteral("not a file")));
+
+    // What its tables are: pipes, devices and files without an end, wherever in it they are named.
+    const QString table = folder.filePath(QStringLiteral("without end.cube"));
+    writeFile(table, "LUT_1D_SIZE 2\n");
+    ASSERT_TRUE(QFile::resize(table, qint64(1) << 40)); // nothing of it is on the disk
+    const QByteArray whole = studioConfig();
+    for (const QString& name : {pipe, QStringLiteral("/dev/zero"), table}) {
+        const QByteArray src = name.toUtf8();
+        writeFile(path, QByteArray(whole).replace("${DAYLARK_TEST_SHOT}.spi1d", src));
+        EXPECT_TRUE(problemOf(path).contains(name)) << problemOf(path).toStdString();
+    }
+    writeFile(path, whole);
+    EXPECT_TRUE(problemOf(path).isEmpty()) << problemOf(path).toStdString();
+    const QString remarks = folder.filePath(QStringLiteral("remarks.cube"));
+    writeFile(remarks, "CSPLUTV100\n3D\n\nBEGIN METADATA\nand so on\n");
+    writeFile(path, QByteArray(whole).replace("${DAYLARK_TEST_SHOT}.spi1d", remarks.toUtf8()));
+    EXPECT_TRUE(problemOf(path).contains(remarks)) << problemOf(path).toStdString();
+
+    // A thousand bytes that would be some billion transforms.
+    QByteArray parts = "&a0 !<GroupTransform> {children: [!<MatrixTransform> {offset: [0, 0, 0, 0]}]}";
+    for (int level = 1; level < 20; ++level) {
+        const QByteArray before = "*a" + QByteArray::number(level - 1);
+        parts += ", &a" + QByteArray::number(level) + " !<GroupTransform> {children: [" + before + ", " + before + ", " +
+                 before + "]}";
+    }
+    writeFile(path, QByteArray(whole).replace("!<FileTransform> {src: \"${DAYLARK_TEST_SHOT}.spi1d\"}",
+                                              "!<GroupTransform> {children: [" + parts + "]}"));
+    EXPECT_TRUE(problemOf(path).contains(QStringLiteral("repeats its own parts")));
+
+    // Spaces and looks that lead back to themselves, and a chain whose every link doubles what came before.
+    const auto spaces = [](const QByteArray& more) {
+        return "ocio_profile_version: 1\nroles: {default: a, scene_linear: a}\ndisplays:\n  d:\n    - !<View> {name: v, "
+               "colorspace: b}\nlooks:\n  - !<Look> {name: l, process_space: b, transform: !<MatrixTransform> {}}\n"
+               "colorspaces:\n  - !<ColorSpace> {name: a}\n" + more;
+    };
+    const auto space = [](const QByteArray& name, const QByteArray& of) {
+        return "  - !<ColorSpace> {name: " + name + ", from_reference: " + of + "}\n";
+    };
+    const auto between = [](const QByteArray& from) { return "!<ColorSpaceTransform> {src: " + from + ", dst: a}"; };
+    QByteArray chain = space("b", between("s29"));
+    for (int link = 29; link > 0; --link) {
+        const QByteArray before = "s" + QByteArray::number(link - 1);
+        chain += space("s" + QByteArray::number(link),
+                       "!<GroupTransform> {children: [" + between(before) + ", " + between(before) + "]}");
+    }
+    for (const QByteArray& endless :
+         {space("b", between("b")), space("b", between("c")) + space("c", between("b")),
+          space("b", "!<LookTransform> {src: a, dst: a, looks: +l}"), chain + space("s0", "!<MatrixTransform> {}")}) {
+        writeFile(path, spaces(endless));
+        EXPECT_TRUE(problemOf(path).contains(QStringLiteral("refer to themselves"))) << problemOf(path).toStdString();
+    }
+    writeFile(path, spaces(space("b", between("c")) + space("c", "!<MatrixTransform> {}")));
+    EXPECT_TRUE(problemOf(path).isEmpty()) << problemOf(path).toStdString();
 }
 
 } // namespace

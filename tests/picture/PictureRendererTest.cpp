@@ -474,7 +474,7 @@ TEST(PictureRendererTest, ScalingNeitherRingsNorShifts) {
 
 TEST(PictureRendererTest, OddRequestsAreAnswered) {
     const VideoFrame frame = wavesWithNoise({AV_PIX_FMT_YUV420P, QSize(35, 21)});
-    EXPECT_TRUE(renderPicture({}, {}).isNull());
+    EXPECT_TRUE(renderPicture(VideoFrame(), {}).isNull());
     const QImage outside = renderPicture(frame, ask(QSize(70, 42), QRect(80, 0, 9, 7)));
     ASSERT_EQ(outside.size(), QSize(9, 7));
     for (int x = 0; x < 9; ++x)

@@ -1,4 +1,5 @@
 #include "picture/scene/Scene.h"
+#include "picture/scene/ReadOutPlates.h"
 
 #include "annotate/GradeArithmetic.h"
 #include "support/MovieMaker.h"
@@ -75,6 +76,27 @@ TEST(SceneTest, PictureMirroringGradeAndMaskLieAsOnTheScreen) {
     EXPECT_NEAR(image.pixelColor(300, 10).blue(), 100, 1);
     EXPECT_EQ(image.pixelColor(300, 90).blue(), 200);
     EXPECT_EQ(renderScene({}, {10, 10}).pixelColor(5, 5), QColor(Qt::black));
+}
+
+TEST(SceneTest, ReadOutsAtTheFootLieBesideOrOverEachOther) {
+    ReadOuts texts;
+    texts.timecode = QStringLiteral("TC 01:00:00:00");
+    texts.overlayText = QStringLiteral("The edge flickers where the paint stands");
+    for (const char* looking : {"Looking at exposure +2.0",
+                                "The session's colour configuration cannot be used, the picture is shown raw: "
+                                "/shows/somewhere/else/entirely/show.ocio: no such file"})
+        for (const QSize size : {QSize(640, 360), QSize(1280, 720), QSize(1920, 1080)}) {
+            texts.looking = QString::fromLatin1(looking);
+            ReadOutPlates plates;
+            plates.setTexts(texts, size);
+            const std::vector<PictureLayer> layers = plates.layers(1);
+            ASSERT_EQ(layers.size(), 3u);
+            for (size_t one = 0; one < layers.size(); ++one)
+                for (size_t other = 0; other < one; ++other)
+                    EXPECT_FALSE(QRect(layers[one].at, layers[one].image.size())
+                                     .intersects(QRect(layers[other].at, layers[other].image.size())))
+                        << size.width() << ' ' << looking << ' ' << one << ' ' << other;
+        }
 }
 
 TEST(SceneTest, ABackgroundTakesThePicturesPlaceBelowMaskDrawingAndReadOuts) {

@@ -37,7 +37,8 @@ protected:
         QObject::connect(player_.get(), &Player::opened, player_.get(),
                          [this] { count_ = player_->index().count(); });
         player_->open(path);
-        ASSERT_TRUE(bench::waitUntil([&] { return opened.count() + failed.count() == 1; }));
+        ASSERT_TRUE(bench::waitUntil([&] { return opened.count() + failed.count() == 1; }))
+            << "opened " << opened.count() << " times, failed " << failed.count() << " times\n" << bench::whereThreadsStand();
         ASSERT_EQ(opened.count(), 1) << failed.value(0).value(0).toString().toStdString();
         tally_.setFrames(count_);
         ASSERT_LE(count_, expected_.count());

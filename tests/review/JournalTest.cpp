@@ -26,7 +26,7 @@ public:
         : found(startFromJournals(sessionPath, restore))
         , journal(sessionPath)
         , path_(sessionPath) {
-        store.replaceSession(found.contents.playlists);
+        store.replaceSession(found.contents.playlists, found.contents.colourConfiguration);
         journal.begin(found, store.records().idsByPosition());
         QObject::connect(&store, &ReviewStore::applied, &journal,
                          [this](const Edit& edit) { journal.append(edit.changes); });
@@ -40,6 +40,7 @@ public:
         SessionContents contents;
         contents.playlists = store.playlists();
         contents.hasPlaylists = true;
+        contents.colourConfiguration = store.records().colourConfiguration();
         return encodeSession(contents);
     }
     /// The four steps of writing the session file, for a crash after each.
@@ -99,6 +100,22 @@ TEST_F(JournalTest, EachStartBringsBackWhatTheOneBeforeLeftAndGoesOn) {
         left = copy.digest();
     }
     EXPECT_TRUE(recoveredFiles().isEmpty());
+}
+
+TEST_F(JournalTest, TheSessionsColourConfigurationComesBackWithItsSteps) {
+    const auto start = [this](const QString& expected, const QString& next, int writing) {
+        RunningCopy copy(session_);
+        EXPECT_EQ(copy.store.records().colourConfiguration(), expected);
+        copy.store.setColourConfiguration(next, {u"Colour Configuration"_s});
+        copy.review(5, 7);
+        if (writing > 0) copy.writeSession(writing);
+        ASSERT_TRUE(copy.journal.flush());
+    };
+    start({}, u"/show/a.ocio"_s, 0);
+    start(u"/show/a.ocio"_s, u"Daylark"_s, 4); // the file holds it, and the journal is short again
+    start(u"Daylark"_s, {}, 0);                // a step takes it out
+    start({}, u"/show/b.ocio"_s, 2);           // crashed before the journal knew that the file stands
+    start(u"/show/b.ocio"_s, {}, 0);
 }
 
 TEST_F(JournalTest, ACrashBetweenAnyTwoStepsOfWritingTheSessionLosesNothing) {

@@ -25,6 +25,7 @@ VideoFrame madeFrame(const FrameWish& wish) {
     if (!description) return {};
     auto data = std::make_shared<VideoFrame::Data>();
     data->orientation = {wish.rotation, wish.mirrored};
+    data->pixelAspect = {wish.pixelAspect, 1};
     data->frame.reset(av_frame_alloc());
     AVFrame& frame = *data->frame;
     frame.format = format;
@@ -41,7 +42,8 @@ VideoFrame madeFrame(const FrameWish& wish) {
         const bool chroma = (i == 1 || i == 2) && !(description->flags & AV_PIX_FMT_FLAG_RGB);
         const int width = chroma ? AV_CEIL_RSHIFT(frame.width, description->log2_chroma_w) : frame.width;
         const int height = chroma ? AV_CEIL_RSHIFT(frame.height, description->log2_chroma_h) : frame.height;
-        const quint32 white = (1U << description->comp[i].depth) - 1;
+        const int depth = description->comp[i].depth;
+        const quint32 white = depth < 32 ? (1U << depth) - 1 : 0; // floats stay black
         std::vector<quint16> row(size_t(width), 0);
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x)

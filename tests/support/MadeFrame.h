@@ -17,6 +17,7 @@ struct FrameWish {
     int colourSpace = 1;    ///< as the codec library numbers them: 1 BT.709, 5 BT.601, 9 BT.2020
     int chromaLocation = 0; ///< likewise; 0 unknown, 1 left, 2 centre, 3 top left
     bool mirrored = false;
+    int pixelAspect = 1; ///< a pixel's width over its height
 };
 
 /// Null for an unknown format.

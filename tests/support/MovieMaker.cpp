@@ -10,6 +10,7 @@
 #include <cmath>
 #include <iterator>
 #include <memory>
+#include <set>
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -57,6 +58,7 @@ struct Track {
     AVStream* stream = nullptr;
     std::function<void(EncodedSample&)> onSample;
     std::map<int64_t, int> numbers; ///< frame number by time stamp
+    mutable std::set<int64_t> awaited; ///< time stamps of pictures that have not come back yet
     mutable int place = 0;
 
     /// Lets `onSample` see and change it; false: left out.
@@ -78,6 +80,7 @@ struct Track {
     Result<void> drain(AVFormatContext* output) const {
         const PacketPtr packet(av_packet_alloc());
         while (avcodec_receive_packet(codec.get(), packet.get()) >= 0) {
+            awaited.erase(packet->pts);
             if (!pass(packet.get())) continue;
             av_packet_rescale_ts(packet.get(), codec->time_base, stream->time_base);
             packet->stream_index = stream->index;
@@ -318,6 +321,7 @@ Result<void> writeAll(const MovieSpec& spec, AVFormatContext* output, Track& vid
         (*frame)->pts = spec.ticks.empty() ? i : spec.ticks[size_t(i)];
         (*frame)->interlaced_frame = (*frame)->top_field_first = spec.interlaced;
         video.numbers[(*frame)->pts] = i + 1;
+        video.awaited.insert((*frame)->pts);
         if (const Result<void> done = video.encode(output, frame->get()); !done) return done;
         const int64_t until = av_rescale_q((*frame)->pts + 1, video.codec->time_base, {1, 48000});
         for (; sound && soundSample + soundChunk <= until; soundSample += soundChunk)
@@ -325,6 +329,8 @@ Result<void> writeAll(const MovieSpec& spec, AVFormatContext* output, Track& vid
                 return done;
     }
     if (const Result<void> done = video.encode(output, nullptr); !done) return done;
+    // Some encoders do so where the pictures' times are very uneven: then the file is not what was asked for.
+    if (!video.awaited.empty()) return Error{QStringLiteral("the encoder left pictures out")};
     return sound ? sound->encode(output, nullptr) : Result<void>();
 }
 

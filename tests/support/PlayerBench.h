@@ -5,8 +5,10 @@
 #include "playback/run/Player.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QTemporaryDir>
@@ -14,6 +16,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace daylark::bench {
 
@@ -54,15 +57,35 @@ public:
 };
 
 /// Runs events until the condition holds; false when it has not come true for very long (a hang, not a
-/// measure).
+/// measure). Sleeps between events: the threads that are waited for want the processor.
 inline bool waitUntil(const std::function<bool()>& condition, int limitMs = 60000) {
     QElapsedTimer time;
     time.start();
+    QTimer pulse; // what becomes true on other threads may bring no event
+    constexpr int pulseMs = 2;
+    pulse.start(pulseMs);
     while (!condition()) {
         if (time.elapsed() > limitMs) return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
     return true;
+}
+
+/// What each thread of this program is at, for a test that found it standing still: its state and the call that it waits in
+/// (by number, with what it was given).
+inline std::string whereThreadsStand() {
+    QByteArray text;
+    const QDir tasks(QStringLiteral("/proc/self/task"));
+    for (const QString& task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const auto line = [&](const char* name) {
+            QFile file(tasks.filePath(task + QLatin1Char('/') + QLatin1String(name)));
+            return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray("?");
+        };
+        const QByteArray stat = line("stat");
+        text += "thread " + task.toLatin1() + ' ' + line("comm") + ' ' + stat.mid(stat.lastIndexOf(')') + 2, 1) + " in " +
+                line("wchan") + ", call " + line("syscall") + '\n';
+    }
+    return text.toStdString();
 }
 
 /// The frame number (from 1) that is drawn into the picture on screen; -1 when none can be read.

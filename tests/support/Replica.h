@@ -88,10 +88,12 @@ public:
     void restart() {
         copy_ = std::make_unique<ReviewRecords>(ReviewRecords::Keep::everything_met);
         copy_->adopt(copyOf(store_.playlists()), store_.records().idsByPosition());
+        copy_->adoptColourConfiguration(store_.records().colourConfiguration());
     }
 
     [[nodiscard]] bool isTrue() const {
-        return valid_ && archiveOf(copy_->playlists()) == archiveOf(store_.playlists());
+        return valid_ && archiveOf(copy_->playlists()) == archiveOf(store_.playlists()) &&
+               copy_->colourConfiguration() == store_.records().colourConfiguration();
     }
     /// Which fields of which items were changed without a word.
     [[nodiscard]] QString difference() const {

@@ -251,7 +251,14 @@ Making joined(int copies) {
         std::vector<int> pictures;
         for (int n = 0; n < copies * spec.frames; ++n)
             pictures.push_back(n % spec.frames + 1);
-        return evenly(spec, pictures);
+        Expectation expected = evenly(spec, pictures);
+        if (spec.ticks.empty()) return expected;
+        const qint64 length = spec.ticks.back() - spec.ticks.front() + 1; // the last one as long as the rate has it
+        const size_t once = spec.ticks.size();
+        for (size_t n = 0; n < expected.starts.size(); ++n)
+            expected.starts[n] = qint64(n / once) * length + spec.ticks[n % once] - spec.ticks.front();
+        expected.end = copies * length;
+        return expected;
     };
 }
 

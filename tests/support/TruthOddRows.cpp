@@ -24,6 +24,14 @@ std::function<void(MovieSpec&)> gapped() {
     };
 }
 
+/// The first frame stands for three seconds: what comes later on the screen is decoded long before.
+std::function<void(MovieSpec&)> lateSecond() {
+    return [](MovieSpec& spec) {
+        for (int n = 0; n < spec.frames; ++n)
+            spec.ticks.push_back(n + (n > 0 ? 3 * spec.rateNum : 0));
+    };
+}
+
 Making cut(std::initializer_list<Edit> edits) {
     return edited(edits);
 }
@@ -55,6 +63,9 @@ std::vector<Row> midGroup() {
          cut({{18, 21}, {1, 40}, {2, 41}})},
         {"EditsShareShortGroupHevc", "mp4", "libx265", r24, 3, 2, x265("open-gop=1"), 54, "yuv420p10le", {152, 122},
          cut({{21, 20}, {1, 50}, {2, 52}})},
+        // A seek goes to either of two copies of a stretch, and the file ends behind the later one.
+        {"EditsShareGroupAv1", "mp4", "libsvtav1", slow, 29, 0, fastSvt, 15, "yuv420p", {158, 172},
+         cut({{4, -1}, {9, 1}, {4, 10}})},
         {"EditsDwellH264", "mov", x, r24, 12, 2, {}, 72, "yuv420p", usual, cut({{10, 0}, {12, 20, 0}, {10, 40}})},
         {"EditsDwellAtEndProRes", "mov", "prores_ks", r25, 1, 0, {}, 48, "yuv422p10le", usual, cut({{20, 3}, {15, 22, 0}})},
         {"EditsHalfSpeedHevc", "mp4", "libx265", r24, 24, 3, open, 100, "yuv420p", usual, cut({{10, 3}, {20, 40, 0.5}})},
@@ -89,6 +100,7 @@ std::vector<Row> clocksBegunAnew() {
         {"JoinedThriceTsHevc", "ts", "libx265", r24, 24, 3, x265("open-gop=0"), 60, "yuv420p", usual, joined(3)},
         {"JoinedShortTs", "ts", x, r25, 12, 2, {}, 10, "yuv420p", usual, joined(4)},
         {"JoinedSlowTs", "ts", x, slower, 12, 3, {}, 24, "yuv420p", usual, joined(2)},
+        {"JoinedUnevenTs", "ts", x, r25, 12, 2, {}, 40, "yuv420p", usual, joined(2), lateSecond()},
         {"JoinedTsMpeg2", "ts", "mpeg2video", r25, 12, 2, closed, 60, "yuv420p", usual, joined(2)},
         {"JoinedProgramMpeg2", "mpg", "mpeg2video", r25, 12, 2, closed, 60, "yuv420p", usual, joined(2)},
         {"WrapTs", "ts", x, r25, 12, 2, {}, 60, "yuv420p", usual, encoded, late(wrap - 70)},
@@ -128,10 +140,14 @@ std::vector<Row> littleSaid() {
          usual, withoutCompositionTimes()},
         {"DecodingTimesOnlyMpeg4", "mov", "mpeg4", r25, 12, 2, {}, 72, "yuv420p", usual,
          withoutCompositionTimes()},
+        {"DecodingTimesOnlyThree", "mov", x, r24, 24, 1, x264("b-adapt=0"), 3, "yuv420p", usual, withoutCompositionTimes()},
         {"DecodingTimesOnlyInOrder", "mov", x, r25, 12, 0, {}, 48, "yuv420p", usual, withoutCompositionTimes()},
         {"ShortMkv24", "mkv", "libvpx", r24, 34, 0, fastVpx, 9},
         {"ShortMkv60", "mkv", x, {60, 1}, 35, 1, {}, 6},
         {"ShortMkvNtsc", "mkv", x, ntsc, 35, 1, {}, 6},
+        {"ShortMkv125", "mkv", x, {125, 1}, 35, 0, {}, 3}, // on milliseconds others would do as well
+        {"ShortFlvNtsc", "flv", x, ntsc, 20, 3, {}, 7, "yuv420p", usual, asEncoded(), fields()}, // the claim in few digits
+        {"ShortFlv60", "flv", x, r60, 27, 0, {}, 3},
         {"SlowSoundMkv", "mkv", x, slow, 13, 3, {}, 27, "yuv420p", {230, 158}, asEncoded(), heard()},
         // Several pictures in one packet of the stream, and the time is the next one's.
         {"PackedMpeg2Program", "mpg", "mpeg2video", ntsc, 16, 0, closed, 68, "yuv420p", {272, 112}},

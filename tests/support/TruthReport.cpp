@@ -87,8 +87,9 @@ private:
 
 void Tally::look(qint64 frame, int expected, bool there, std::optional<int> drawn, const char* manner) {
     ++checked_;
-    free_ += expected == 0;
-    if (there && (expected == 0 || drawn == expected)) return;
+    constexpr int any = 0, none = -1; // as an `Expectation` has them
+    free_ += expected == any;
+    if (there && (expected == any || (expected == none ? !drawn : drawn == expected))) return;
     ++wrong_;
     if (firstWrong_.size() < 8)
         firstWrong_ << QStringLiteral("%1: frame %2 must show %3 and shows %4")

@@ -91,5 +91,7 @@ inline std::function<void(MovieSpec&)> varied() {
 
 /// Files that are odd but valid: how third-party programs write them.
 [[nodiscard]] std::vector<Row> oddRows();
+/// Runs of numbered pictures of every kind, gappy, half written and oddly numbered ones among them.
+[[nodiscard]] std::vector<Clip> runClips();
 
 } // namespace daylark::truth

@@ -593,7 +593,9 @@ qint64 Expectation::frameAt(qint64 ticks, qint64 timeScale) const {
 Result<Expectation> Clip::makeIn(const QString& folder, QString& path) const {
     MovieSpec made = spec;
     made.path = path = QDir(folder).filePath(QString::fromStdString(name) + QLatin1Char('.') + spec.path);
-    return make(made);
+    Result<Expectation> expected = make(made);
+    if (expected && !expected->media.isEmpty()) path = expected->media;
+    return expected;
 }
 
 std::ostream& operator<<(std::ostream& out, const Clip& clip) {
@@ -606,6 +608,8 @@ std::vector<Clip> clips() {
          {h264(), otherCodecs(), eachPictureForItself(), cutAndTurned(), broken(), oddRows()})
         for (const Row& row : rows)
             all.push_back(clipOf(row));
+    for (const Clip& clip : runClips())
+        all.push_back(clip);
     return all;
 }
 

@@ -402,6 +402,29 @@ TEST_F(Tool, WrongUsageIsTwoAndBadFilesAreOne) {
     EXPECT_FALSE(QFile::exists(file("x.dls")));
 }
 
+TEST_F(Tool, NamesThatAreNoTextAreToldAndTheRestIsDone) {
+    QProcess shell;
+    shell.setWorkingDirectory(file(""));
+    shell.start(QStringLiteral("/bin/sh"),
+                {QStringLiteral("-c"),
+                 QStringLiteral("latin=$(printf 'caf\\351.mov'); mkdir odd; cp 'Day 1/a_shot.mov' \"odd/$latin\"; "
+                                "cp 'Day 1/a_shot.mov' odd; \"$0\" session new odd.dls --playlist Odd odd \"odd/$latin\"; "
+                                "echo $? >&2; \"$0\" probe \"odd/$latin\"; echo $? >&2; rm -r odd"),
+                 programFolder() + QStringLiteral("/daylark-tool")});
+    ASSERT_TRUE(shell.waitForFinished(60000));
+    const QList<QByteArray> said = shell.readAllStandardError().trimmed().split('\n');
+    ASSERT_EQ(said.size(), 5) << said.join('\n').constData();
+    EXPECT_EQ(said[0], "daylark-tool: odd/caf\\xE9.mov: left out, not named in UTF-8");
+    EXPECT_EQ(said[1], "daylark-tool: caf\\xE9.mov: 1 left out, not named in UTF-8");
+    EXPECT_EQ(said[2], "1");
+    EXPECT_EQ(said[3], said[0]);
+    EXPECT_EQ(said[4], "1");
+    const ToolRun shown = tool({QStringLiteral("session"), QStringLiteral("show"), file("odd.dls")});
+    const QJsonArray lists = shown.object()[QLatin1String("playlists")].toArray();
+    ASSERT_EQ(lists.size(), 1);
+    EXPECT_EQ(lists[0].toObject()[QLatin1String("movieList")].toArray().size(), 1);
+}
+
 TEST_F(Tool, BenchSessionReadsBackWhatItWrote) {
     const QJsonObject figures =
         tool({QStringLiteral("bench"), QStringLiteral("session"), QStringLiteral("50")}).object();

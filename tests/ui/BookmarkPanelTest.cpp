@@ -4,6 +4,7 @@
 #include "ui/panels/BookmarkPanel.h"
 #include "ui/panels/BookmarkTable.h"
 
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
@@ -53,6 +54,39 @@ protected:
         QCoreApplication::processEvents();
     }
 };
+
+TEST_F(BookmarkPanelTest, InANarrowPanelWhatWasWrittenKeepsItsRoom) {
+    openWith({{10, 20}});
+    const auto shown = [this](int column) { return !table()->isColumnHidden(column); };
+    QWidget* panel = window->bookmarks()->window();
+    for (const int width : {600, 900, 500}) {
+        panel->resize(width, 240);
+        QCoreApplication::processEvents();
+        EXPECT_GE(table()->columnWidth(BookmarkRows::descriptionColumn), 100) << width;
+        EXPECT_TRUE(shown(BookmarkRows::firstFrameColumn) && shown(BookmarkRows::actionsColumn));
+        EXPECT_EQ(shown(BookmarkRows::lastTCColumn), width == 900) << width;
+    }
+    panel->resize(900, 240);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(shown(BookmarkRows::noteColumn) && shown(BookmarkRows::firstTCColumn));
+}
+
+TEST_F(BookmarkPanelTest, TheProductionsNumbersStandBesideTheCountedOnesWhereTheyAreOthers) {
+    openWith({{10, 20}, {30, 40}});
+    const QHeaderView& header = *table()->horizontalHeader();
+    EXPECT_TRUE(table()->isColumnHidden(BookmarkRows::firstProdColumn));
+    edits.setFirstFrameNumber(first, 1001);
+    EXPECT_FALSE(table()->isColumnHidden(BookmarkRows::firstProdColumn));
+    EXPECT_FALSE(table()->isColumnHidden(BookmarkRows::lastProdColumn));
+    EXPECT_EQ(text(0, BookmarkRows::firstProdColumn), QStringLiteral("1010"));
+    EXPECT_EQ(text(1, BookmarkRows::lastProdColumn), QStringLiteral("1040"));
+    EXPECT_EQ(text(1, BookmarkRows::lastFrameColumn), QStringLiteral("40")) << "as it is counted";
+    EXPECT_EQ(header.visualIndex(BookmarkRows::firstProdColumn), header.visualIndex(BookmarkRows::firstFrameColumn) + 1);
+    EXPECT_EQ(header.visualIndex(BookmarkRows::lastProdColumn), header.visualIndex(BookmarkRows::lastFrameColumn) + 1);
+    EXPECT_GE(table()->columnWidth(BookmarkRows::firstProdColumn), header.sectionSizeHint(BookmarkRows::firstProdColumn));
+    edits.history().undo();
+    EXPECT_TRUE(table()->isColumnHidden(BookmarkRows::firstProdColumn));
+}
 
 TEST_F(BookmarkPanelTest, ButtonsOfARowGoToItsFramesAndSetThem) {
     openWith({{10, 20}, {30, 40}});

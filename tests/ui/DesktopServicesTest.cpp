@@ -11,12 +11,14 @@
 #include <QDBusObjectPath>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeView>
 
 #include <gtest/gtest.h>
 
@@ -321,6 +323,60 @@ TEST_F(DesktopServicesTest, TheNextDialogBeginsWhereTheLastAnswerLies) {
     typing({});
     EXPECT_EQ(panels.runSave(save), QString());
     EXPECT_EQ(begun, (QStringList{QDir::homePath(), file(u"typed/deep"_s), file(u"typed/deep"_s), folder.path()}));
+}
+
+TEST_F(DesktopServicesTest, ThePanelShowsMediaInColumnsThatAreWholeAndEverythingOnRequest) {
+    DesktopBus none(u"unix:path=/nowhere/at/all"_s);
+    DesktopPanels panels(none);
+    const QString longest = u"DAY12_SC012_SH0420_comp_main_v003.MOV"_s;
+    for (const QString& name : {longest, u"notes.txt"_s}) {
+        QFile made(file(name));
+        ASSERT_TRUE(made.open(QIODevice::WriteOnly));
+    }
+    QDir(folder.path()).mkpath(u"day one"_s);
+    OpenPanel media;
+    media.title = u"Choose Media Files To Add"_s;
+    media.typesTitle = u"Media Files"_s;
+    media.allowedTypes = {u"mov"_s, u"mxf"_s};
+    media.allowMultiple = true;
+    const auto looking = [&](auto look) {
+        QTimer::singleShot(300, [this, look] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            dialog->setDirectory(folder.path());
+            auto* files = dialog->findChild<QTreeView*>(u"treeView"_s);
+            const auto names = [files] {
+                QStringList shown;
+                for (int row = 0; row < files->model()->rowCount(files->rootIndex()); ++row)
+                    shown << files->model()->index(row, 0, files->rootIndex()).data().toString();
+                shown.sort();
+                return shown;
+            };
+            look(*dialog, *files, names);
+            dialog->reject();
+        });
+    };
+    looking([&](QFileDialog& dialog, QTreeView& files, auto names) {
+        EXPECT_TRUE(waitUntil([&] { return names().contains(longest); }));
+        EXPECT_EQ(names(), (QStringList{longest, u"day one"_s})) << "media first, in whatever case";
+        const QFontMetrics metrics(files.font());
+        EXPECT_GT(files.columnWidth(0), metrics.horizontalAdvance(longest));
+        for (int column = 1; column < files.header()->count(); ++column)
+            EXPECT_GE(files.columnWidth(column),
+                      metrics.horizontalAdvance(files.model()->headerData(column, Qt::Horizontal).toString()));
+        EXPECT_LE(files.header()->length(), files.viewport()->width()) << "nothing to scroll for";
+        ASSERT_EQ(dialog.nameFilters().size(), 2);
+        dialog.selectNameFilter(dialog.nameFilters().back());
+        EXPECT_TRUE(waitUntil([&] { return names().contains(u"notes.txt"_s); }));
+    });
+    EXPECT_TRUE(panels.runOpen(media).isEmpty());
+    looking([&](QFileDialog& dialog, QTreeView&, auto names) {
+        EXPECT_TRUE(waitUntil([&] { return names().contains(u"day one"_s); }));
+        EXPECT_EQ(names(), QStringList{u"day one"_s});
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
+        EXPECT_EQ(dialog.labelText(QFileDialog::Accept), u"Add Folder"_s);
+    });
+    EXPECT_TRUE(panels.runOpen(OpenPanel::forFolders(u"Choose Folders To Add"_s, u"Add Folder"_s)).isEmpty());
 }
 
 TEST_F(DesktopServicesTest, FilesAreShownByTheFileManagerElseTheirFolderIsOpened) {

@@ -194,6 +194,7 @@ TEST_F(LibraryLooksTest, InformationFollowsTheSelectionAndSaysWhatSeveralItemsSh
         files << spec.path;
     }
     openWindow();
+    preferences->firstFrameNumber.set(FirstFrameNumber::timecode);
     addPlaylist(u"Day"_s, {});
     controller->mediaAdding().addMediaFilesToSelectedPlaylist(files);
     settleAdding();

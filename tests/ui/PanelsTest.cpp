@@ -23,6 +23,7 @@
 #include <QScreen>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTableView>
 #include <QToolButton>
 
@@ -284,6 +285,59 @@ TEST_F(PanelsTest, AllPanelsTogetherLeaveThePictureFree) {
     for (const ViewerPanel which : rememberedPanels)
         EXPECT_FALSE(panel(which)->isFloating());
     EXPECT_EQ(freeOfPanels(), 1.0);
+}
+
+TEST_F(PanelsTest, TheWidthThatDockedPanelsWereGivenGoesWithThemUnlessSomebodySizedTheWindow) {
+    if (window->screen()->availableSize().width() < 1280) GTEST_SKIP() << "needs a screen that people have";
+    openFrames(24);
+    preferences.constrainViewerToMovieProportions.set(false);
+    const QRect screen = window->screen()->availableGeometry();
+    window->setGeometry(QRect(screen.topLeft() + QPoint(0, 30), QSize(700, 560)));
+    ASSERT_TRUE(bench::waitUntil([&] { return window->size() == QSize(700, 560); }));
+    const auto widthIs = [this](auto test) { return bench::waitUntil([&] { return test(window->width()); }); };
+    for (int round = 0; round < 2; ++round) { // once more from where it came back to
+        trigger("viewer.showAllPanels");
+        EXPECT_TRUE(widthIs([](int width) { return width > 800; }));
+        QTest::qWait(200); // nothing else is to come
+        trigger("viewer.gradeTools");
+        QTest::qWait(50);
+        EXPECT_GT(window->width(), 800) << "others stand there";
+        trigger("viewer.hideAllPanels");
+        EXPECT_TRUE(widthIs([](int width) { return width == 700; })) << window->width();
+        EXPECT_EQ(window->height(), 560);
+    }
+    trigger("viewer.showAllPanels");
+    EXPECT_TRUE(widthIs([](int width) { return width > 800; }));
+    QTest::qWait(200);
+    window->resize(window->size() + QSize(0, 20));
+    QTest::qWait(200);
+    const QSize chosen = window->size();
+    trigger("viewer.hideAllPanels");
+    QTest::qWait(200);
+    EXPECT_EQ(window->size(), chosen);
+}
+
+TEST_F(PanelsTest, TabsOfDockedPanelsAreWhole) {
+    if (window->screen()->availableSize().width() < 1280) GTEST_SKIP() << "needs a screen that people have";
+    openFrames(24);
+    window->resize(1240, 640);
+    for (const char* id :
+         {"viewer.gradeTools", "viewer.drawingTools", "viewer.options", "viewer.playlistDrawer", "viewer.colour"})
+        trigger(id);
+    trigger("viewer.dockPanels");
+    QTest::qWait(100);
+    EXPECT_EQ(panel(ViewerPanel::grading)->windowTitle(), QStringLiteral("Grade"));
+    EXPECT_EQ(panel(ViewerPanel::grading)->findChild<PanelTitle*>()->title(), QStringLiteral("Colour Correction"));
+    int tabs = 0;
+    for (const QTabBar* bar : window->findChildren<QTabBar*>()) {
+        if (!bar->isVisible()) continue;
+        for (int tab = 0; tab < bar->count(); ++tab, ++tabs)
+            EXPECT_GE(bar->tabRect(tab).width(), bar->fontMetrics().horizontalAdvance(bar->tabText(tab)) + 12)
+                << bar->tabText(tab).toStdString();
+    }
+    EXPECT_GE(tabs, 4);
+    trigger("viewer.floatPanels");
+    EXPECT_EQ(panel(ViewerPanel::grading)->windowTitle(), QStringLiteral("Colour Correction"));
 }
 
 TEST_F(PanelsTest, ALayoutSavedBeforePanelsWereEverShownPutsThemWhereTheyWouldHaveOpened) {

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTest>
@@ -36,6 +37,37 @@ protected:
     Preferences preferences;
     std::unique_ptr<PreferencesWindow> window;
 };
+
+TEST_F(PreferencesWindowTest, EveryPageFitsItsWindowAndSaysWhatAStartChanges) {
+    for (int page = 0; page < window->groups()->count(); ++page) {
+        window->groups()->setCurrentRow(page);
+        QCoreApplication::processEvents();
+        for (const QWidget* each : window->findChildren<QWidget*>()) {
+            const bool isControl = qobject_cast<const QCheckBox*>(each) || qobject_cast<const QComboBox*>(each) ||
+                                   qobject_cast<const QLineEdit*>(each) || qobject_cast<const QPushButton*>(each);
+            if (!isControl || !each->isVisible()) continue;
+            const int right = each->mapTo(window.get(), QPoint(each->width(), 0)).x();
+            EXPECT_LE(right, window->width() - 12) << each->objectName().toStdString() << " on page " << page;
+            if (qobject_cast<const QCheckBox*>(each)) {
+                EXPECT_GE(each->width(), each->sizeHint().width()) << each->objectName().toStdString();
+            }
+        }
+    }
+    auto* lasts = window->findChild<QWidget*>(u"startFrameLasts"_s);
+    ASSERT_TRUE(lasts);
+    EXPECT_TRUE(lasts->isHidden());
+    preferences.loadFrame.set(StartFrame::sameFrame);
+    EXPECT_FALSE(lasts->isHidden());
+    correctAtStart(preferences);
+    EXPECT_EQ(preferences.loadFrame(), StartFrame::first);
+    EXPECT_TRUE(lasts->isHidden());
+
+    QSignalSpy wanted(window.get(), &PreferencesWindow::searchFolderWanted);
+    control<QPushButton>("chooseSearchFolder")->click();
+    EXPECT_EQ(wanted.count(), 1);
+    preferences.autoSearchPath.set(u"/shows/dailies"_s);
+    EXPECT_EQ(control<QLineEdit>("autoSearchPath")->text(), u"/shows/dailies"_s);
+}
 
 TEST_F(PreferencesWindowTest, ControlsStoreAtOnceWhatIsSetAndShowWhatChanges) {
     QTest::mouseClick(control<QCheckBox>("showDropText"), Qt::LeftButton, Qt::NoModifier, {8, 8});
@@ -88,7 +120,12 @@ TEST_F(PreferencesWindowTest, SnapshotFieldsFollowWhatTheyBelongTo) {
 TEST_F(PreferencesWindowTest, ResetGivesEveryFirstValueBackAndShowsIt) {
     preferences.statusNames[0].set(u"Final"_s);
     preferences.handleHead.set(77);
+    preferences.firstFrameNumber.set(FirstFrameNumber::other);
+    EXPECT_TRUE(control<QSpinBox>("otherFirstFrameNumber")->isEnabled());
     QTest::mouseClick(control<QPushButton>("resetPreferences"), Qt::LeftButton);
+    for (const QComboBox* each : window->findChildren<QComboBox*>())
+        EXPECT_FALSE(each->currentText().isEmpty()) << each->objectName().toStdString();
+    EXPECT_FALSE(control<QSpinBox>("otherFirstFrameNumber")->isEnabled());
     EXPECT_EQ(control<QLineEdit>("901")->text(), u"Approved"_s);
     EXPECT_EQ(control<QSpinBox>("handleHead")->value(), 9);
     EXPECT_TRUE(preferences.store().storedKeys().isEmpty());

@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <cstdio>
+
 namespace daylark {
 
 using namespace Qt::StringLiterals;
@@ -28,6 +32,16 @@ TEST(ProgramArgumentsTest, PathsAddressesAndLinksAreOpenedAndWhatIsNotThereIsSai
               (QStringList{u"gone.mov: no such file or folder"_s, u"https://server/a.mov: no such file or folder"_s,
                            u": no such file or folder"_s}));
     EXPECT_FALSE(read.nothingLeft());
+    QFile odd(here.filePath(u"odd.mov"_s));
+    ASSERT_TRUE(odd.open(QIODevice::WriteOnly));
+    const QByteArray latin = QFile::encodeName(folder.path()) + "/caf\xe9.mov";
+    ASSERT_EQ(::rename(QFile::encodeName(odd.fileName()).constData(), latin.constData()), 0);
+    for (const QString& given : {QFile::decodeName("caf\xe9.mov"), u"file://"_s + folder.path() + u"/caf%E9.mov"_s}) {
+        const auto lost = ProgramArguments::read({given}, here);
+        EXPECT_EQ(lost.failures, QStringList{u"caf\\xE9.mov: left out, not named in UTF-8"_s});
+        EXPECT_EQ(lost.toOpen.size(), 1) << "the library says it where it is seen";
+    }
+    ASSERT_EQ(::unlink(latin.constData()), 0);
     EXPECT_TRUE(ProgramArguments::read({u"gone.mov"_s}, here).nothingLeft());
     EXPECT_FALSE(ProgramArguments::read({}, here).nothingLeft());
 }

@@ -38,6 +38,7 @@ TEST(SingleInstanceTest, SecondHandsItsFilesOverAndTheFirstTakesThem) {
     second->start();
     ASSERT_TRUE(bench::waitUntil([&second] { return second->isFinished(); }));
     EXPECT_TRUE(handedOver);
+    EXPECT_TRUE(bench::waitUntil([&received] { return !received.isEmpty(); })) << "it answers before it takes them up";
     EXPECT_EQ(received, many);
 
     // Another user's data folder is another life.

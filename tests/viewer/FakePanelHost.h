@@ -55,7 +55,8 @@ public:
                                         {ViewerPanel::bookmarks, {50, 60, 700, 200}},
                                         {ViewerPanel::options, {70, 80, 250, 350}},
                                         {ViewerPanel::notes, {90, 100, 260, 500}},
-                                        {ViewerPanel::colour, {110, 120, 260, 300}}};
+                                        {ViewerPanel::colour, {110, 120, 260, 300}},
+                                        {ViewerPanel::scopes, {130, 140, 400, 320}}};
     QRect viewer{100, 110, 1280, 776};
     bool fullScreen = false, maximised = false;
     size_t roomMadeFor = 0;

@@ -2,6 +2,9 @@
 
 #include <QImage>
 #include <QTemporaryDir>
+#include <QThread>
+
+#include <atomic>
 
 namespace daylark {
 namespace {
@@ -17,13 +20,17 @@ protected:
         snapshots.setArea({[] { return QSize(800, 450); },
                            [this](QSize size) {
                                rendered = size;
-                               QImage picture(size, QImage::Format_RGB32);
-                               picture.fill(QColor(200, 60, 20));
-                               return picture;
+                               return [this, size] {
+                                   madeOn = QThread::currentThread();
+                                   QImage picture(size, QImage::Format_RGB32);
+                                   picture.fill(QColor(200, 60, 20));
+                                   return picture;
+                               };
                            }});
     }
     Snapshots& snapshots = controller.snapshots();
     QSize rendered;
+    std::atomic<QThread*> madeOn = nullptr;
 };
 
 TEST_F(SnapshotsTest, NamesFollowTheirFormatAndSource) {
@@ -78,6 +85,7 @@ TEST_F(SnapshotsTest, SavedFilesHoldThePictureAndOnlyTheyRaiseTheCounter) {
         snapshots.takeTimedSnapshot();
         snapshots.waitForWriting();
         EXPECT_EQ(snapshots.snapshotNumber(), ++number);
+        EXPECT_NE(madeOn, QThread::currentThread()); // which goes on
         const QImage saved(path);
         ASSERT_EQ(saved.size(), QSize(400, 225)) << format;
         EXPECT_NEAR(saved.pixelColor(200, 100).red(), 200, 1);

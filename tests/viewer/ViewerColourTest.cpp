@@ -76,6 +76,39 @@ TEST_F(ViewerColourTest, ABrokenConfigurationShowsThePictureRawAndSaysSo) {
     EXPECT_FALSE(colour.processor());
 }
 
+TEST_F(ViewerColourTest, TheSessionsConfigurationGoesBeforeTheOneRememberedAndCanBeUndone) {
+    const QTemporaryDir folder;
+    showFrames(24);
+    colour.setInputSpace(QStringLiteral("ACEScg"));
+    ASSERT_TRUE(becomesManaged());
+    EXPECT_FALSE(colour.configurationIsOfSession());
+    colour.setConfigurationOfSession(true); // what is in force, by its name
+    EXPECT_EQ(edits.colourConfiguration(), ColourConfig::ownName);
+    ASSERT_TRUE(becomesManaged());
+    preferences.colourConfiguration.set(QStringLiteral("/nowhere.ocio"));
+    EXPECT_TRUE(colour.problem().isEmpty());
+    EXPECT_TRUE(colour.processor()) << "untouched";
+
+    const QString missing = folder.filePath(QStringLiteral("missing.ocio"));
+    colour.chooseConfig(missing);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !colour.problem().isEmpty(); }, 30000));
+    EXPECT_TRUE(colour.problem().startsWith(QStringLiteral("The session's colour configuration")));
+    EXPECT_FALSE(colour.processor());
+    EXPECT_EQ(edits.colourConfiguration(), missing) << "it may be there on another machine";
+    EXPECT_EQ(preferences.colourConfiguration(), QStringLiteral("/nowhere.ocio"));
+    edits.history().undo();
+    ASSERT_TRUE(becomesManaged());
+    EXPECT_EQ(edits.colourConfiguration(), ColourConfig::ownName);
+    edits.history().undo();
+    EXPECT_FALSE(colour.configurationIsOfSession());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !colour.problem().isEmpty(); }, 30000));
+    EXPECT_TRUE(colour.problem().startsWith(QStringLiteral("The colour configuration")));
+    preferences.colourConfiguration.set(ColourConfig::ownName);
+    ASSERT_TRUE(becomesManaged());
+    colour.setConfigurationOfSession(false); // there is none to go
+    EXPECT_EQ(preferences.colourConfiguration(), ColourConfig::ownName);
+}
+
 TEST_F(ViewerColourTest, TheProductionsNumberStandsBesideTheCountedOne) {
     showFrames(60);
     goTo(10);
@@ -90,6 +123,17 @@ TEST_F(ViewerColourTest, TheProductionsNumberStandsBesideTheCountedOne) {
     EXPECT_TRUE(controller.snapshots().proposedName().contains(QStringLiteral(".0010_prod86409.")));
     edits.history().undo();
     EXPECT_EQ(time.productionText(), QStringLiteral("Prod 1010"));
+    EXPECT_EQ(controller.bookmarks().frameNumbers().first, 1001);
+    EXPECT_EQ(time.frameAndProductionText(), QStringLiteral("Frame 10   Prod 1010"));
+    int told = 0;
+    QObject::connect(&controller.bookmarks(), &ViewerBookmarks::frameNumbersChanged, [&told] { ++told; });
+    preferences.firstFrameNumber.set(FirstFrameNumber::other);
+    EXPECT_EQ(time.productionTextOf(1), QStringLiteral("Prod 101"));
+    preferences.otherFirstFrameNumber.set(-4);
+    EXPECT_EQ(time.productionText(), QStringLiteral("Prod 5"));
+    goTo(11); // another frame is no other numbering
+    EXPECT_EQ(told, 2);
+    goTo(10);
     preferences.firstFrameNumber.set(FirstFrameNumber::timecode);
     EXPECT_TRUE(time.productionText().isEmpty()); // no track
     SmpteTime start;

@@ -18,7 +18,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <deque>
+#include <limits>
 #include <optional>
 
 namespace daylark {
@@ -153,6 +155,7 @@ void MediaAdding::Worker::lookAtDesktopFile(const Request& request, const QStrin
 void MediaAdding::Worker::look(const Request& request, const WalkWatch& watch, const Deliver& deliver) {
     QStringList folders, files, bundles;
     for (const QString& path : request.paths) {
+        if (leavesOut(path, watch)) continue;
         const QString bundle = request.takesBundles() ? bundleOfPath(path) : QString();
         if (!bundle.isNull())
             bundles.append(bundle);
@@ -160,18 +163,18 @@ void MediaAdding::Worker::look(const Request& request, const WalkWatch& watch, c
             (QFileInfo(path).isDir() ? folders : files).append(path);
     }
     lookIntoBundles(request, bundles, watch, deliver);
-    if (!bundles.isEmpty() && folders.isEmpty() && files.isEmpty()) return;
+    const bool isLeftOut = watch.leftOut && watch.leftOut->count > 0;
+    if ((!bundles.isEmpty() || isLeftOut) && folders.isEmpty() && files.isEmpty()) return;
     QStringList underFolders;
     Group group = groupFor(request);
     switch (request.kind) {
     case Request::Kind::files:
-        group.media = mediaAmong(request.paths, request.wanted, watch);
+        group.media = mediaAmong(files, request.wanted, watch);
         group.mayMakePlaylist = !group.media.empty();
         break;
     case Request::Kind::dropOnMovies:
-        if (!folders.isEmpty()) group.playlistName = lastPathComponent(folders.front());
-        [[fallthrough]];
     case Request::Kind::folders:
+        if (!folders.isEmpty()) group.playlistName = lastPathComponent(folders.front()); // of a list made for them
         for (const QString& folder : folders)
             underFolders += filesUnderFolder(folder, watch);
         if (request.kind == Request::Kind::dropOnMovies) underFolders += files;
@@ -297,21 +300,29 @@ void MediaAdding::startNext() {
             if (!pace.isDue()) return;
             WorkQueue::deliver(this, [this, job, found] { surroundings_.progress.say(job, textsFor(found)); });
         };
-        Worker::look(request, {cancelled.get(), report}, [this, cancelled](Group group) {
+        LeftOutNames leftOut;
+        Worker::look(request, {cancelled.get(), report, &leftOut}, [this, cancelled](Group group) {
             WorkQueue::deliver(this, [this, cancelled, group = std::make_shared<Group>(std::move(group))] {
                 if (!*cancelled) apply(*group); // a walk that was over when it was cancelled adds nothing either
             });
         });
-        WorkQueue::deliver(this, [this] { requestDone(); });
+        WorkQueue::deliver(this, [this, leftOut] { requestDone(leftOut); });
     });
 }
 
-void MediaAdding::requestDone() {
+void MediaAdding::requestDone(const LeftOutNames& leftOut) {
     surroundings_.progress.end(worker_->job);
+    const bool isCancelled = *worker_->cancelled;
     worker_->cancelled.reset();
     worker_->requests.pop_front();
     if (!worker_->requests.empty()) startNext();
+    if (leftOut.count > 0 && !isCancelled) Q_EMIT namesLeftOut(leftOut);
     Q_EMIT finished();
+}
+
+QString MediaAdding::textOf(const LeftOutNames& names) {
+    return tr("%n left out, not named in UTF-8: %1", nullptr, int(std::min<qint64>(names.count, std::numeric_limits<int>::max())))
+        .arg(names.list());
 }
 
 std::shared_ptr<Playlist> MediaAdding::targetOf(const Group& group) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/FolderEntries.h"
 #include "model/Session.h"
 
 #include <QObject>
@@ -58,9 +59,12 @@ public:
 
     using Movies = std::vector<std::shared_ptr<Movie>>;
     [[nodiscard]] bool isBusy() const; ///< a walk is under way
+    /// What a person is told of names that are no texts.
+    [[nodiscard]] static QString textOf(const LeftOutNames& names);
 
 Q_SIGNALS:
     void finished();                           ///< one request has been carried out (or cancelled)
+    void namesLeftOut(const LeftOutNames& names); ///< of one request, before it is finished
     void openedFromDesktop(bool launchViewer); ///< hides the library behind the viewer when it is launched
 
 private:
@@ -68,7 +72,7 @@ private:
     struct Group;
     void enqueue(Request request);
     void startNext();
-    void requestDone();
+    void requestDone(const LeftOutNames& leftOut);
     void apply(const Group& group);
     [[nodiscard]] static QString titleOf(const Group& group); ///< of the step that adds it
     void addBundle(const SessionContents& contents);

@@ -16,15 +16,27 @@ namespace daylark {
 namespace {
 
 void collectFiles(const QString& folder, const WalkWatch& watch, QStringList& files) {
-    QFileInfoList entries = QDir(folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::NoSort);
-    std::sort(entries.begin(), entries.end(),
-              [](const QFileInfo& a, const QFileInfo& b) { return a.fileName() < b.fileName(); });
-    for (const QFileInfo& entry : entries) {
+    struct Child {
+        QString name;
+        bool isFolder = false;
+    };
+    std::vector<Child> children;
+    for (const FolderEntry& entry : entriesOf(folder)) {
+        const bool isFolder = entry.kind == EntryKind::folder;
+        if (!isFolder && entry.kind != EntryKind::file) continue; // a linked folder could lead in a circle
+        if (const auto name = textOfName(entry.name))
+            children.push_back({*name, isFolder});
+        else if (watch.leftOut && (isFolder || mediaTypeOfPath(QString::fromUtf8(entry.name)) != MediaType::other))
+            watch.leftOut->add(isFolder ? entry.name + '/' : entry.name);
+    }
+    std::sort(children.begin(), children.end(), [](const Child& a, const Child& b) { return a.name < b.name; });
+    for (const Child& child : children) {
         if (watch.isCancelled()) return;
-        if (!entry.isDir())
-            files.append(entry.filePath());
-        else if (!entry.isSymLink()) // a linked folder could lead in a circle
-            collectFiles(entry.filePath(), watch, files);
+        const QString path = (folder.endsWith(u'/') ? folder : folder + u'/') + child.name;
+        if (child.isFolder)
+            collectFiles(path, watch, files);
+        else
+            files.append(path);
     }
 }
 
@@ -34,6 +46,12 @@ QStringList filesUnderFolder(const QString& folder, const WalkWatch& watch) {
     QStringList files;
     if (!isBundlePath(folder)) collectFiles(QDir::cleanPath(folder), watch, files);
     return files;
+}
+
+bool leavesOut(const QString& path, const WalkWatch& watch) {
+    const auto name = lostName(path);
+    if (name && watch.leftOut) watch.leftOut->add(*name);
+    return name.has_value();
 }
 
 const NamedRun* FolderRuns::runOf(const QString& path) {

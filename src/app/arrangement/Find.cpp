@@ -37,7 +37,8 @@ void Find::clearFound() {
 
 bool Find::matches(const Movie& movie) const {
     const bool names = preferences_.findInputScope() == FindInput::filenames;
-    return (names ? movie.filenameString : movie.filepathString).contains(findString_, Qt::CaseInsensitive);
+    return (names ? movie.filenameString : movie.filepathString).contains(findString_, Qt::CaseInsensitive) ||
+           (movie.frameRun && movie.shownName().contains(findString_, Qt::CaseInsensitive));
 }
 
 void Find::addItemsToFoundArray() {

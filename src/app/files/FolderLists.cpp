@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 namespace daylark {
 
@@ -171,6 +172,8 @@ void FolderLists::apply(const Job& job, const FolderScan& scan) {
         folder.folders = scan.folders;
         watchFolders();
     }
+    if (std::exchange(folder.leftOut, scan.leftOut) != scan.leftOut && scan.leftOut.count > 0)
+        Q_EMIT namesLeftOut(scan.leftOut);
     ItemList arrived;
     const ItemList before(playlist->movieList.begin(), playlist->movieList.end());
     ItemList items;

@@ -39,6 +39,9 @@ public:
 
     void rescan(); ///< of all folder lists; while one runs it comes once more
 
+Q_SIGNALS:
+    void namesLeftOut(const LeftOutNames& names); ///< of one folder; not again while they stay the same
+
 private:
     struct Job;
     struct Folder { ///< of one list
@@ -46,6 +49,7 @@ private:
         QStringList folders;                   ///< to be watched
         QHash<QString, FolderScan::State> seen; ///< at the last look
         QSet<QString> growing;
+        LeftOutNames leftOut = {};
     };
     void followPlaylists();
     void start(const std::shared_ptr<Playlist>& playlist);

@@ -62,7 +62,7 @@ FolderScan scanFolder(const QString& folder, const std::vector<FolderScan::Known
     }
     QSet<QString> folders{QDir::cleanPath(folder)};
     FolderRuns runs;
-    for (const QString& path : filesUnderFolder(folder, watch)) {
+    for (const QString& path : filesUnderFolder(folder, {watch.cancelled, watch.found, &scan.leftOut})) {
         if (watch.isCancelled()) return {};
         folders.insert(path.left(path.lastIndexOf(QLatin1Char('/'))));
         const MediaType type = mediaTypeOfPath(path);

@@ -32,6 +32,7 @@ struct FolderScan {
     bool isReadable = false; ///< else nothing is known of the folder: a share that is away has lost nothing
     std::vector<File> files; ///< by name
     QStringList folders;     ///< that were looked through, to be watched
+    LeftOutNames leftOut;    ///< media and folders whose names are no texts
 };
 
 /// By name as people count ("shot 9" before "shot 10"), wherever in the folder; equal ones by path. One thread each.

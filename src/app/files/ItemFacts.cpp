@@ -2,6 +2,7 @@
 
 #include "base/jobs/WorkQueue.h"
 #include "model/Movie.h"
+#include "model/runs/FrameNumbers.h"
 
 #include <QFileInfo>
 
@@ -99,15 +100,13 @@ QString ItemFacts::startTimecodeOf(const Movie& movie) const {
     return facts && facts->startTimecode ? timecodeText(1, movie.mMovieFPS, facts->startTimecode) : QString();
 }
 
-QString ItemFacts::firstFrameOf(const Movie& movie) const {
-    if (movie.firstFrameNumber)
-        return QString::number(std::visit([](auto number) { return qint64(number); }, *movie.firstFrameNumber));
-    if (movie.frameRun) return QString::number(movie.frameRun->run.first);
+QString ItemFacts::productionNumbersOf(const Movie& movie, std::optional<qint64> usualFirst) const {
     const MediaFacts* facts = of(movie);
-    if (!facts || !facts->startTimecode || !(movie.mMovieFPS > 0)) return {};
-    const SmpteTime& start = *facts->startTimecode;
-    const qint64 seconds = (qint64(start.hours) * 60 + start.minutes) * 60 + start.seconds;
-    return QString::number(seconds * std::llround(movie.mMovieFPS) + start.frames);
+    const FrameNumbers numbers = frameNumbersOf(movie, usualFirst, facts ? facts->startTimecode : std::nullopt);
+    if (!numbers.areOwn()) return {};
+    const QString first = QString::number(numbers.first);
+    const qint64 frames = movie.frameRun ? movie.frameRun->run.count() : movie.mMovieDurationFrames;
+    return frames > 1 ? first + QStringLiteral(" - ") + QString::number(numbers.numberOf(frames)) : first;
 }
 
 } // namespace daylark

@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace daylark {
@@ -30,9 +31,9 @@ public:
     /// With what the record says of its sound: "No sound", "stereo", "2 tracks", "Muted", "Added: take3.wav". Empty: not known.
     [[nodiscard]] QString soundOf(const Movie& movie) const;
     [[nodiscard]] static QString soundTracksOf(const MediaFacts& facts); ///< a line each
-    /// "01:00:00:00", and the number that the first frame has by it; empty where the file has none.
-    [[nodiscard]] QString startTimecodeOf(const Movie& movie) const;
-    [[nodiscard]] QString firstFrameOf(const Movie& movie) const;
+    [[nodiscard]] QString startTimecodeOf(const Movie& movie) const; ///< "01:00:00:00"; empty where the file has none
+    /// What the production calls its frames, "1001 - 1100"; empty where that is counted from 1 anyway, or is not known.
+    [[nodiscard]] QString productionNumbersOf(const Movie& movie, std::optional<qint64> usualFirst) const;
 
 Q_SIGNALS:
     void known(const QString& path);

@@ -3,15 +3,18 @@
 #include "base/jobs/Patience.h"
 #include "media/index/SampleTables.h"
 #include "model/Movie.h"
-#include "picture/Thumbnail.h"
 #include "platform/desktop/ThumbnailStore.h"
 #include "preferences/Preferences.h"
+#include "review/ReviewEdits.h"
+#include "viewer/RunPreferences.h"
+#include "viewer/display/ColourPreferences.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace daylark {
 
@@ -29,22 +32,43 @@ QString choiceOf(const Movie& movie, const Preferences& preferences) {
     return preferences.thumbnailFrame.text();
 }
 
+/// Empty where nothing was chosen.
+QString keyOfView(const QString& view) {
+    if (view.isEmpty()) return {};
+    return u'/' + QString::fromLatin1(QCryptographicHash::hash(view.toUtf8(), QCryptographicHash::Sha1).toHex());
+}
+
 QByteArray tryOf(const Image& thumbnail, int side) {
     return digestOf(thumbnail) + '/' + QByteArray::number(side);
 }
 
 } // namespace
 
-LargeThumbnails::LargeThumbnails(const Preferences& preferences, QString folder, std::shared_ptr<SampleTables> tables,
-                                 QObject* parent)
+LargeThumbnails::LargeThumbnails(ReviewEdits& edits, const Preferences& preferences, QString folder,
+                                 std::shared_ptr<SampleTables> tables, std::shared_ptr<StillColours> colours, QObject* parent)
     : QObject(parent)
+    , edits_(edits)
     , preferences_(preferences)
     , folder_(std::move(folder))
     , tables_(tables ? std::move(tables) : std::make_shared<SampleTables>())
-    , cancel_(std::make_shared<CancelFlag>(false)) {}
+    , colours_(colours ? std::move(colours) : std::make_shared<StillColours>())
+    , choice_(colourChoiceOf(preferences, edits.colourConfiguration()))
+    , cancel_(std::make_shared<CancelFlag>(false)) {
+    connect(&edits_, &ReviewEdits::colourConfigurationChanged, this, &LargeThumbnails::followChoice);
+    for (const PreferenceItem* item : std::initializer_list<const PreferenceItem*>{
+             &preferences_.colourConfiguration, &preferences_.colourDisplay, &preferences_.colourView, &preferences_.colourLook})
+        connect(item, &PreferenceItem::changed, this, &LargeThumbnails::followChoice);
+}
 
 LargeThumbnails::~LargeThumbnails() {
     *cancel_ = true;
+}
+
+void LargeThumbnails::followChoice() {
+    const ColourChoice before = std::exchange(choice_, colourChoiceOf(preferences_, edits_.colourConfiguration()));
+    if (before == choice_) return;
+    impossible_.clear();
+    Q_EMIT outdated();
 }
 
 void LargeThumbnails::want(const Movies& movies, int width) {
@@ -54,7 +78,9 @@ void LargeThumbnails::want(const Movies& movies, int width) {
     for (const auto& movie : movies) {
         if (movie->thumbnail.encoded().isEmpty() || movie->creatingThumbnailText == fileNotFoundText) continue;
         if (impossible_.contains(tryOf(movie->thumbnail, side))) continue;
-        waiting_.push_back({movie->mediaAddress(), choiceOf(*movie, preferences_), movie->thumbnail, side, {}});
+        waiting_.push_back({{movie->mediaAddress(runViewOf(preferences_)), choiceOf(*movie, preferences_), false,
+                             {choice_, movie->inputColourSpace, colours_}},
+                            movie->thumbnail, side, {}});
     }
     dispatch();
 }
@@ -62,7 +88,10 @@ void LargeThumbnails::want(const Movies& movies, int width) {
 void LargeThumbnails::keep(const std::shared_ptr<Movie>& movie, const QImage& picture) {
     if (!preferences_.sharpThumbnails() || movie->thumbnail.encoded().isEmpty()) return;
     const int side = thumbnailStore::sideFor(std::max(picture.width(), picture.height()));
-    waiting_.push_front({movie->filepathString, {}, movie->thumbnail, side, picture});
+    ThumbnailRequest request;
+    request.path = movie->filepathString;
+    request.colour = {choice_, movie->inputColourSpace, nullptr};
+    waiting_.push_front({request, movie->thumbnail, side, picture});
     dispatch();
 }
 
@@ -75,6 +104,7 @@ void LargeThumbnails::dispatch() {
         const QImage picture = carryOut(task, folder_, *cancel, *tables_);
         WorkQueue::deliver(this, [this, task, picture] {
             --running_;
+            if (!(task.request.colour.choice == choice_)) return dispatch(); // of a view that is none any more
             if (picture.isNull())
                 impossible_.insert(tryOf(task.thumbnail, task.side));
             else
@@ -86,18 +116,22 @@ void LargeThumbnails::dispatch() {
 
 QImage LargeThumbnails::carryOut(const Task& task, const QString& folder, const CancelFlag& cancel, SampleTables& tables) {
     const auto asked = askWithPatience<qint64>(
-        [path = task.path] {
+        [path = task.request.path] {
             const QFileInfo file(path);
             return file.isFile() ? file.lastModified().toSecsSinceEpoch() : qint64(-1);
         },
         fileSystemPatience, &cancel);
     const bool isFile = asked.value_or(-1) >= 0; // a run of pictures is none, and is not kept
-    const thumbnailStore::Key key{task.path, asked.value_or(-1), QString::fromLatin1(digestOf(task.thumbnail))};
+    // A picture that goes through a view is another one by another view; whether it does is known once it is read.
+    const StillColour& colour = task.request.colour;
+    const QString view = colour.choice.text() + (colour.inputSpace.isEmpty() ? QString() : u'\n' + colour.inputSpace);
+    const thumbnailStore::Key key{task.request.path, asked.value_or(-1),
+                                  QString::fromLatin1(digestOf(task.thumbnail)) + keyOfView(view)};
     if (!folder.isEmpty() && isFile && task.chosen.isNull())
         if (const QImage kept = thumbnailStore::read(folder, key, task.side); !kept.isNull()) return kept;
     const QSize box(task.side, task.side);
     QImage picture = task.chosen.isNull()
-                         ? largerThumbnail(task.thumbnail, task.path, task.choice, task.side, &cancel, &tables)
+                         ? largerThumbnail(task.thumbnail, task.request, task.side, &cancel, &tables)
                          : task.chosen;
     if (picture.width() > task.side || picture.height() > task.side)
         picture = picture.scaled(box, Qt::KeepAspectRatio, Qt::SmoothTransformation);

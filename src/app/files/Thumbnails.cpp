@@ -9,6 +9,7 @@
 #include "picture/Thumbnail.h"
 #include "preferences/Preferences.h"
 #include "viewer/RunPreferences.h"
+#include "viewer/display/ColourPreferences.h"
 
 #include <QThread>
 
@@ -42,6 +43,8 @@ struct Thumbnails::Task {
     bool onlyIfFound = false;
     bool legacyRules = false;
     RunView view = {};
+    StillColour colour = {};
+    Image known = {}; ///< its thumbnail, which is to be brought to the display anew; nil: another one is made
     std::shared_ptr<CancelFlag> cancelled;
 };
 
@@ -66,15 +69,20 @@ public:
 };
 
 Thumbnails::Thumbnails(Library& library, Preferences& preferences, ProgressBoard& progress,
-                       std::shared_ptr<SampleTables> tables, QObject* parent)
+                       std::shared_ptr<SampleTables> tables, std::shared_ptr<StillColours> colours, QObject* parent)
     : QObject(parent)
     , library_(library)
     , preferences_(preferences)
     , progress_(progress)
     , tables_(tables ? std::move(tables) : std::make_shared<SampleTables>())
+    , colours_(colours ? std::move(colours) : std::make_shared<StillColours>())
     , queue_(std::make_unique<Queue>()) {
     connect(&progress_, &ProgressBoard::changed, this, [this] {
         if (queue_->cancelled && *queue_->cancelled && !queue_->waiting.empty()) cancelAll();
+    });
+    connect(&library_.store(), &ReviewStore::changed, this, [this](const Change& change) {
+        if (change.field != QLatin1String("inputColourSpace")) return;
+        if (const auto movie = library_.store().records().find<Movie>(change.record)) bringToDisplayAnew(movie);
     });
 }
 
@@ -102,6 +110,15 @@ void Thumbnails::readAgain(const Movies& items) {
     kind.force = true;
     kind.choice = preferences_.thumbnailFrame.text();
     enqueue(items, kind);
+}
+
+void Thumbnails::bringToDisplayAnew(const std::shared_ptr<Movie>& movie) {
+    if (movie->thumbnail.encoded().isEmpty()) return;
+    Task kind;
+    kind.choice = preferences_.thumbnailFrame.text();
+    kind.force = true;
+    kind.known = movie->thumbnail;
+    enqueue({movie}, kind);
 }
 
 void Thumbnails::updateThumbnailsInArray(const Movies& items) {
@@ -186,6 +203,8 @@ void Thumbnails::enqueue(const Movies& items, const Task& kind) {
         task.identity = movie.get();
         task.file = movie->fileReference(networkMode);
         task.view = runViewOf(preferences_);
+        task.colour = {colourChoiceOf(preferences_, library_.store().records().colourConfiguration()), movie->inputColourSpace,
+                       colours_};
         queue_->waiting.push_back(std::move(task));
         ++queue_->total;
     }
@@ -256,9 +275,13 @@ Thumbnails::Outcome Thumbnails::carryOut(const Task& task, SampleTables& tables)
             outcome.run = probed->run;
         }
     }
-    if (!task.choice.isNull() && !*task.cancelled)
-        outcome.thumbnail = makeThumbnail({media, task.choice, task.legacyRules},
-                                          task.cancelled.get(), &tables);
+    const ThumbnailRequest request{media, task.choice, task.legacyRules, task.colour};
+    if (!task.known.isNil()) {
+        const Image anew = sameThumbnailAnew(task.known, request, task.cancelled.get(), &tables);
+        if (!anew.isNil()) outcome.thumbnail = ThumbnailResult{anew, {}, {}}; // else a person chose it: it stays
+    } else if (!task.choice.isNull() && !*task.cancelled) {
+        outcome.thumbnail = makeThumbnail(request, task.cancelled.get(), &tables);
+    }
     // What was cut short says nothing about the file.
     return *task.cancelled ? Outcome{} : outcome;
 }

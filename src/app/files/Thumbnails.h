@@ -15,16 +15,19 @@ class Library;
 class ProgressBoard;
 class Preferences;
 class SampleTables;
+class StillColours;
 
 /// Makes thumbnails and reads the properties of items, on workers, in the order asked for; results find their
-/// record weakly and are dropped when it is gone. Interface thread.
+/// record weakly and are dropped when it is gone. Pictures go through the display's view as the viewer shows them; an item
+/// whose input space is another one now gets its thumbnail anew. Interface thread.
 class Thumbnails : public QObject {
     Q_OBJECT
 public:
     using Movies = std::vector<std::shared_ptr<Movie>>;
-    /// `tables`: where movies' sample tables are shared; null makes some of its own.
+    /// `tables`: where movies' sample tables are shared; null makes some of its own; the same for `colours`.
     Thumbnails(Library& library, Preferences& preferences, ProgressBoard& progress,
-               std::shared_ptr<SampleTables> tables = nullptr, QObject* parent = nullptr);
+               std::shared_ptr<SampleTables> tables = nullptr, std::shared_ptr<StillColours> colours = nullptr,
+               QObject* parent = nullptr);
     ~Thumbnails() override;
 
     void probeAndThumbnail(
@@ -54,6 +57,7 @@ private:
     struct Task;
     struct Outcome;
     void enqueue(const Movies& items, const Task& kind);
+    void bringToDisplayAnew(const std::shared_ptr<Movie>& movie);
     void dispatch();
     void taskDone(const Task& task, const Outcome& outcome);
     static Outcome carryOut(const Task& task, SampleTables& tables);
@@ -65,6 +69,7 @@ private:
     Preferences& preferences_;
     ProgressBoard& progress_;
     const std::shared_ptr<SampleTables> tables_;
+    const std::shared_ptr<StillColours> colours_;
     std::unique_ptr<Queue> queue_;
 };
 

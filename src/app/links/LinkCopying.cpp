@@ -4,14 +4,17 @@
 #include "app/playlists/Library.h"
 #include "platform/Desktop.h"
 
+#include <functional>
+
 namespace daylark {
 
 namespace {
 
-QStringList textsOf(const Library::Movies& movies, QString Movie::*field) {
+template<class Text>
+QStringList textsOf(const Library::Movies& movies, Text text) {
     QStringList texts;
     for (const auto& movie : movies)
-        texts << (*movie).*field;
+        texts << std::invoke(text, *movie);
     return texts;
 }
 
@@ -49,7 +52,7 @@ void LinkCopying::copyPath() {
 }
 
 void LinkCopying::copyFilename() {
-    const QStringList names = textsOf(library_.selectedMovies(), &Movie::filenameString);
+    const QStringList names = textsOf(library_.selectedMovies(), &Movie::shownName);
     if (!names.isEmpty()) pasteboard_.setText(names.join(QLatin1Char('\n')));
 }
 

@@ -47,7 +47,7 @@ QString BundleExport::askForPath(const Movie& movie) {
     panel.title = tr("Export Daylark Movie");
     panel.prompt = tr("Export");
     panel.nameLabel = tr("Export As");
-    panel.proposedName = QFileInfo(movie.filenameString).completeBaseName() + QStringLiteral(".dlm");
+    panel.proposedName = movie.fileTitle() + QStringLiteral(".dlm");
     panel.allowedTypes = QStringList{QStringLiteral("dlm")};
     panel.package = true;
     return surroundings_.panels.runSave(panel);

@@ -51,10 +51,10 @@ Library::Library(ReviewStore& store, QObject* parent)
 
 // The playlists.
 
-void Library::setPlaylists(Playlists playlists) {
+void Library::setPlaylists(Playlists playlists, const QString& colourConfiguration) {
     for (const auto& playlist : playlists)
         playlist->updateCount();
-    store_.replaceSession(std::move(playlists));
+    store_.replaceSession(std::move(playlists), colourConfiguration);
     seen_ = store_.playlists();
     selectedPlaylists_.clear();
     Q_EMIT playlistsChanged();
@@ -127,7 +127,7 @@ void Library::follow(const Edit& edit) {
     };
     for (const Change& change : edit.changes) {
         if (change.isWholeRecord()) continue;
-        playlistsMoved |= change.record == sessionRecord;
+        playlistsMoved |= change.record == sessionRecord && change.field == fields::playlists;
         const auto record = records.record(change.record);
         if (const auto playlist = std::dynamic_pointer_cast<Playlist>(record)) {
             if (change.field == fields::movieList) playlist->updateCount();

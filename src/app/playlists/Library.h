@@ -29,7 +29,8 @@ public:
 
     // The playlists.
     [[nodiscard]] const Playlists& playlists() const { return store_.playlists(); }
-    void setPlaylists(Playlists playlists); ///< replaces the session; nothing selected
+    /// Replaces the session; nothing selected.
+    void setPlaylists(Playlists playlists, const QString& colourConfiguration = {});
     void appendPlaylist(const std::shared_ptr<Playlist>& playlist, bool select);
     void removePlaylists(const Rows& rows, EditKind kind = EditKind::step);
     void movePlaylists(const Rows& rows, qsizetype dropRow); ///< the move rule of drag and drop

@@ -90,7 +90,11 @@ void NotesExport::write(const QString& path, const NotesFormat& format, const No
     const NotesReport report = notesReport(movies, surroundings_.preferences, format.bookmarkOrder());
     if (format.bookmarkOrderStays() && report.printsBookmarks) keepOrder(movies, format.bookmarkOrder());
     surroundings_.writer.write(tr("Notes"), path,
-                               [report, formats = formats_, &format] { return format.write(report); });
+                               [report, formats = formats_, &format] {
+                                   NotesReport whole = report;
+                                   if (format.saysProductionNumbers()) readNumbersByTimecode(whole);
+                                   return format.write(whole);
+                               });
 }
 
 } // namespace daylark

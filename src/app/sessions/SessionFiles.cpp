@@ -105,6 +105,7 @@ void SessionFiles::writeSession(const QString& path, std::function<void(WriteOut
     SessionContents contents;
     contents.playlists = withAnswers(surroundings_.library.playlists(), surroundings_.library.smartLists());
     contents.hasPlaylists = true;
+    contents.colourConfiguration = surroundings_.library.store().records().colourConfiguration();
     write(path, contents, [this, path, then = std::move(then), saved = edits_](WriteOutcome outcome) {
         if (outcome.written && edits_ == saved) setSessionIsModified(false);
         tellOfSession(path, outcome);
@@ -189,6 +190,7 @@ void SessionFiles::exportPlaylists(const QString& path, const std::vector<std::s
     SessionContents contents;
     contents.playlists = withAnswers(playlists, surroundings_.library.smartLists());
     contents.hasPlaylists = true;
+    contents.colourConfiguration = surroundings_.library.store().records().colourConfiguration();
     write(path, contents, [this, path, playlists](const WriteOutcome& outcome) {
         if (outcome.written)
             surroundings_.failedWrites.written(path);
@@ -326,10 +328,13 @@ void SessionFiles::importContents(const QString& path, ReadOutcome outcome) {
     Q_EMIT sessionImported();
 }
 
-/// A session that is opened is not taken back; one that is added to another is.
+/// A session that is opened is not taken back, and brings its colour configuration; one that is added to another is, and
+/// leaves that one's.
 void SessionFiles::appendImported(const SessionContents& contents, EditKind kind) {
     withoutAnswers(contents.playlists);
-    const ReviewStore::Group step(surroundings_.library.store(), {tr("Add Session"), kind});
+    ReviewStore& store = surroundings_.library.store();
+    const ReviewStore::Group step(store, {tr("Add Session"), kind});
+    if (kind == EditKind::final) store.setColourConfiguration(contents.colourConfiguration, {});
     for (const auto& playlist : contents.playlists) {
         for (const auto& movie : playlist->movieList)
             movie->mMovieBookmarkArray.isNil = false;
@@ -342,6 +347,7 @@ void SessionFiles::clearSession() {
     Library::Rows rows(library.playlists().size());
     std::iota(rows.begin(), rows.end(), qsizetype(0));
     library.removePlaylists(rows, EditKind::final);
+    library.store().setColourConfiguration({}, {{}, EditKind::final});
     setCurrentSessionPath({});
 }
 

@@ -78,7 +78,7 @@ void TemporarySession::takeOver(Place& place, JournalStart& start, bool restore)
     journal_.keepBeside(path_);
     ReviewStore& store = library_.store();
     const ReviewRecords::Playlists madeMeanwhile = store.playlists();
-    library_.setPlaylists(start.contents.playlists);
+    library_.setPlaylists(start.contents.playlists, start.contents.colourConfiguration);
     journal_.begin(start, store.records().idsByPosition());
     // What was made while the file was being read comes after it, and into the journal.
     store.insertPlaylists(qsizetype(store.playlists().size()), madeMeanwhile, {{}, EditKind::background});
@@ -117,6 +117,7 @@ SessionContents TemporarySession::contents() const {
     if (!library_.selectedPlaylistRows().empty())
         contents.lastSelectedPlaylistIndex = library_.selectedPlaylistRows().front();
     contents.version = SessionContents::Version{};
+    contents.colourConfiguration = library_.store().records().colourConfiguration();
     return contents;
 }
 

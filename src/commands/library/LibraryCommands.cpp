@@ -7,6 +7,8 @@
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
 
+#include <algorithm>
+
 namespace daylark {
 
 namespace {
@@ -18,62 +20,135 @@ QString thumbnailCommand(const char* scope, const char* frame) {
 /// What the library's commands depend on.
 struct Conditions {
     const Condition& itemsSelected;
+    const Condition& filesSelected; ///< an item that is not marked as missing
     const Condition& itemsShown;
+    const Condition& itemsThere; ///< in whatever list
     const Condition& playlistSelected;
+    const Condition& listSelected; ///< one that is more than a line between others
+    const Condition& listHoldsItems;
     const Condition& onePlaylistAtMost;
     const Condition& playlistOrder;
     const Condition& playlistsThere;
-    const Condition& playlistMayMove;
+    const Condition& mayBeEmptyLists;
+    const Condition& playlistsMayRise;
+    const Condition& playlistsMayFall;
+    const Condition& itemsMayRise;
+    const Condition& itemsMayFall;
     const Condition& itemsMayGo;
-    const Condition& listTakesItems;
+    const Condition& ownItemsThere; ///< in the selected list, which is nobody's but its own
     const Condition& smartlistSelected;
     const Condition& found;
 };
 
-Conditions conditionsOf(CommandSet& commands, PlaylistController& controller) {
-    Library& library = controller.library();
-    const auto ofSelected = [&library](auto test) {
-        return [&library, test] {
-            const auto playlist = library.selectedPlaylist();
-            return playlist && test(*playlist);
-        };
+bool mayRise(const Library::Rows& rows) {
+    return !rows.empty() && rows.front() > 0;
+}
+
+bool mayFall(const Library::Rows& rows, size_t count) {
+    return !rows.empty() && size_t(rows.back()) + 1 < count;
+}
+
+/// Makes conditions by what they ask of the library; what they follow is told by what they are about.
+class ConditionMaker {
+public:
+    using Ask = std::function<bool()>;
+    ConditionMaker(CommandSet& commands, PlaylistController& controller)
+        : commands_(commands)
+        , controller_(controller)
+        , library_(controller.library()) {}
+
+    [[nodiscard]] Conditions make() const;
+
+private:
+    [[nodiscard]] const Condition& ofItems(Ask ask) const {
+        return commands_.when(std::move(ask))
+            .follows(library_, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged,
+                     &Library::playlistSelectionChanged, &Library::sortChanged);
+    }
+    [[nodiscard]] const Condition& ofFiles(Ask ask) const {
+        return commands_.when(std::move(ask))
+            .follows(library_, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged,
+                     &Library::playlistSelectionChanged, &Library::playlistUpdated, &Library::movieUpdated);
+    }
+    [[nodiscard]] const Condition& ofLists(Ask ask) const {
+        return commands_.when(std::move(ask))
+            .follows(library_, &Library::playlistSelectionChanged, &Library::playlistsChanged, &Library::playlistUpdated,
+                     &Library::arrangedMoviesChanged);
+    }
+    /// Whether one of the selected lists is such.
+    [[nodiscard]] const Condition& ofSelected(std::function<bool(const Playlist&)> test) const {
+        return ofLists([&library = library_, test = std::move(test)] {
+            const Library::Rows& rows = library.selectedPlaylistRows();
+            return std::any_of(rows.begin(), rows.end(), [&](qsizetype row) {
+                return size_t(row) < library.playlists().size() && test(*library.playlists()[size_t(row)]);
+            });
+        });
+    }
+
+    CommandSet& commands_;
+    PlaylistController& controller_;
+    Library& library_;
+};
+
+Conditions ConditionMaker::make() const {
+    Library& library = library_;
+    const auto someList = [&library](auto test) {
+        return [&library, test] { return std::any_of(library.playlists().begin(), library.playlists().end(), test); };
     };
-    return {commands.when([&library] { return !library.selectedMovieRows().empty(); })
-                .follows(library, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged),
-            commands.when([&library] { return !library.arrangedMovies().empty(); })
-                .follows(library, &Library::arrangedMoviesChanged),
-            commands.when([&library] { return !library.selectedPlaylistRows().empty(); })
-                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
-            commands.when([&library] { return library.selectedPlaylistRows().size() <= 1; })
-                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
-            commands.when([&library] { return library.sortField() == QLatin1String("sortOrder"); })
-                .follows(library, &Library::sortChanged),
-            commands.when([&library] { return !library.playlists().empty(); })
-                .follows(library, &Library::playlistsChanged),
-            commands
-                .when([&library] {
-                    return !library.selectedPlaylistRows().empty() && library.playlists().size() > 1;
-                })
-                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
-            // Of no item it says what is missing.
-            commands.when([&controller] { return controller.playlistEditing().mayRemoveSelectedMovies(); })
-                .follows(library, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged,
-                         &Library::playlistSelectionChanged, &Library::playlistUpdated, &Library::movieUpdated),
-            commands.when(ofSelected([](const Playlist& playlist) { return playlist.takesItems(); }))
-                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
-            commands
-                .when(ofSelected([](const Playlist& playlist) { return playlist.isType(playlistType::smart); }))
-                .follows(library, &Library::playlistSelectionChanged, &Library::playlistsChanged),
-            commands.when([&controller] { return !controller.find().foundMovies().empty(); })
-                .follows(controller.find(), &Find::changed)};
+    const auto holdsItems = [](const auto& playlist) { return !playlist->movieList.empty(); };
+    const auto ownItems = [&library] { // not in those of rules or of a folder
+        const auto playlist = library.selectedPlaylist();
+        return playlist && playlist->takesItems() && !playlist->movieList.empty();
+    };
+    const auto isFound = [&library](qsizetype row) {
+        const auto movie = library.movieAt(row);
+        return movie && movie->creatingThumbnailText != fileNotFoundText;
+    };
+    return {
+        .itemsSelected = ofItems([&library] { return !library.selectedMovieRows().empty(); }),
+        .filesSelected = ofFiles([&library, isFound] {
+            const Library::Rows& rows = library.selectedMovieRows();
+            return std::any_of(rows.begin(), rows.end(), isFound);
+        }),
+        .itemsShown = ofItems([&library] { return !library.arrangedMovies().empty(); }),
+        .itemsThere = ofLists(someList(holdsItems)),
+        .playlistSelected = ofLists([&library] { return !library.selectedPlaylistRows().empty(); }),
+        .listSelected = ofSelected([](const Playlist& playlist) { return !playlist.isType(playlistType::divider); }),
+        .listHoldsItems =
+            ofSelected([](const Playlist& playlist) { return playlist.asksRules() || !playlist.movieList.empty(); }),
+        .onePlaylistAtMost = ofLists([&library] { return library.selectedPlaylistRows().size() <= 1; }),
+        .playlistOrder = ofItems([&library] { return library.sortField() == QLatin1String("sortOrder"); }),
+        .playlistsThere = ofLists([&library] { return !library.playlists().empty(); }),
+        // What rules answer is not asked for here: it may take long.
+        .mayBeEmptyLists = ofLists(someList([](const auto& playlist) {
+            return !playlist->isType(playlistType::divider) && playlist->movieList.empty();
+        })),
+        .playlistsMayRise = ofLists([&library] { return mayRise(library.selectedPlaylistRows()); }),
+        .playlistsMayFall =
+            ofLists([&library] { return mayFall(library.selectedPlaylistRows(), library.playlists().size()); }),
+        .itemsMayRise = ofItems([&library, ownItems] { return ownItems() && mayRise(library.selectedMovieRows()); }),
+        .itemsMayFall = ofItems([&library, ownItems] {
+            return ownItems() && mayFall(library.selectedMovieRows(), library.arrangedMovies().size());
+        }),
+        // Of no item it says what is missing.
+        .itemsMayGo = ofFiles([&controller = controller_] {
+            const auto playlist = controller.library().selectedPlaylist();
+            return playlist && !playlist->isType(playlistType::divider) && controller.playlistEditing().mayRemoveSelectedMovies();
+        }),
+        .ownItemsThere = ofLists(ownItems),
+        .smartlistSelected = ofLists([&library] {
+            const auto playlist = library.selectedPlaylist();
+            return playlist && playlist->isType(playlistType::smart);
+        }),
+        .found = commands_.when([&controller = controller_] { return !controller.find().foundMovies().empty(); })
+                     .follows(controller_.find(), &Find::changed)};
 }
 
 /// Moves the selected items one place up or down in the playlist's own order.
 void moveSelectedItems(PlaylistController& controller, bool down) {
     const Library& library = controller.library();
     const Library::Rows rows = library.selectedMovieRows();
-    const qsizetype count = qsizetype(library.arrangedMovies().size());
-    if (rows.empty() || (down ? rows.back() + 1 >= count : rows.front() == 0)) return;
+    if (!(down ? mayFall(rows, library.arrangedMovies().size()) : mayRise(rows))) return;
     controller.playlistEditing().moveMovies(library.moviesAt(rows),
                                             library.movieAt(down ? rows.back() + 2 : rows.front() - 1));
 }
@@ -81,8 +156,7 @@ void moveSelectedItems(PlaylistController& controller, bool down) {
 void moveSelectedPlaylists(PlaylistController& controller, bool down) {
     Library& library = controller.library();
     const Library::Rows rows = library.selectedPlaylistRows();
-    const qsizetype count = qsizetype(library.playlists().size());
-    if (rows.empty() || (down ? rows.back() + 1 >= count : rows.front() == 0)) return;
+    if (!(down ? mayFall(rows, library.playlists().size()) : mayRise(rows))) return;
     library.movePlaylists(rows, down ? rows.back() + 2 : rows.front() - 1);
 }
 
@@ -107,7 +181,7 @@ void bindSession(CommandSet& commands, PlaylistController& c, const Conditions& 
         c.notesExport().exportNotes({QStringLiteral("Export Playlist Notes..."), 0});
     });
     commands.bind(
-        id("manifest.export"), [&c] { c.manifestExport().exportPlaylistManifest(); }, &when.playlistSelected);
+        id("manifest.export"), [&c] { c.manifestExport().exportPlaylistManifest(); }, &when.listHoldsItems);
     Preferences& preferences = c.preferences();
     const Condition& anyRecent = commands.when([&preferences] { return !recentSessions::paths(preferences).isEmpty(); })
                                      .follows(preferences.recentSessions, &PreferenceItem::changed);
@@ -119,19 +193,17 @@ void bindSession(CommandSet& commands, PlaylistController& c, const Conditions& 
 /// One search of a person's at a time; the one that the program makes by itself disturbs none.
 void bindRelinking(CommandSet& commands, PlaylistController& c, const Conditions& when) {
     Relinking& relinking = c.relinking();
-    Library& library = c.library();
-    const auto whileIdle = [&](auto also) -> const Condition& {
-        return commands.when([&relinking, also] { return !relinking.isBusy() && also(); })
+    const auto whileIdle = [&](const Condition& also) -> const Condition& {
+        return commands.when([&relinking, &also] { return !relinking.isBusy() && also.holds(); })
             .follows(relinking, &Relinking::busyChanged)
-            .follows(library, &Library::movieSelectionChanged, &Library::arrangedMoviesChanged,
-                     &Library::playlistSelectionChanged, &Library::playlistsChanged);
+            .follows(also, &Condition::changed);
     };
-    const Condition& itemSelected = whileIdle([&library] { return !library.selectedMovieRows().empty(); });
-    const Condition& listSelected = whileIdle([&library] { return !library.selectedPlaylistRows().empty(); });
-    const Condition& listsThere = whileIdle([&library] { return !library.playlists().empty(); });
+    const Condition& itemSelected = whileIdle(when.itemsSelected);
+    const Condition& listSelected = whileIdle(when.listHoldsItems);
+    const Condition& itemsThere = whileIdle(when.itemsThere);
     commands.bind(id("relink.movie"), [&relinking] { relinking.linkMovieToFile(); }, &itemSelected);
     commands.bind(id("relink.selected"), [&relinking] { relinking.autolinkSelectedPlaylists(); }, &listSelected);
-    commands.bind(id("relink.session"), [&relinking] { relinking.autolinkCurrentSession(); }, &listsThere);
+    commands.bind(id("relink.session"), [&relinking] { relinking.autolinkCurrentSession(); }, &itemsThere);
     commands.bind(id("relink.forced"), [&relinking] { relinking.forcelinkSelectedPlaylists(); }, &listSelected);
     Preferences& preferences = c.preferences();
     const Condition& automatic = commands.when([&preferences] { return preferences.autoSearchForMissingMedia(); })
@@ -147,12 +219,12 @@ void bindRelinking(CommandSet& commands, PlaylistController& c, const Conditions
     commands.bind(id("relink.now"), [&relinking] { relinking.autoLinkMissingMediaOnNewThread(); }, &maySearch);
     commands.bind(id("relink.root"), [&relinking] { relinking.setAutoSearchPath(); });
     commands.bind(
-        id("files.update"), [&c] { c.fileStates().updateAllFilePaths(); }, &when.playlistsThere);
+        id("files.update"), [&c] { c.fileStates().updateAllFilePaths(); }, &when.itemsThere);
     commands.bind(
         id("files.checkSelected"), [&c] { c.fileExistence().checkFilesExistForSelectedPlaylists(); },
-        &when.playlistSelected);
+        &when.listHoldsItems);
     commands.bind(
-        id("files.checkAll"), [&c] { c.fileExistence().checkFilesExistForAllPlaylists(); }, &when.playlistsThere);
+        id("files.checkAll"), [&c] { c.fileExistence().checkFilesExistForAllPlaylists(); }, &when.itemsThere);
 }
 
 /// What is handed on as files: copies of media, sessions and movies for others.
@@ -163,9 +235,10 @@ void bindMediaOut(CommandSet& commands, PlaylistController& c, const Conditions&
     };
     gather("gather.selected", "Gather Selected Media...", when.itemsSelected);
     gather("gather.selectedFiles", "Gather Selected Media Files...", when.itemsSelected);
-    gather("gather.playlists", "Gather Media In Selected Playlists...", when.playlistSelected);
-    gather("gather.playlist", "Gather Media In Playlist...", when.playlistSelected);
-    commands.bind(id("export.reviewed"), [&c] { c.sessionFiles().exportSessionAsReviewed(); });
+    gather("gather.playlists", "Gather Media In Selected Playlists...", when.listHoldsItems);
+    gather("gather.playlist", "Gather Media In Playlist...", when.listHoldsItems);
+    commands.bind(
+        id("export.reviewed"), [&c] { c.sessionFiles().exportSessionAsReviewed(); }, &when.playlistsThere);
     commands.bind(
         id("export.playlists"), [&c] { c.sessionFiles().exportSelectedPlaylistsAsSession(); }, &when.playlistSelected);
     commands.bind(
@@ -179,20 +252,20 @@ void bindPlaylists(CommandSet& commands, PlaylistController& c, const Conditions
                    const LibraryWindowActions& window) {
     commands.bind(id("playlists.rename"), window.renamePlaylist, &when.playlistSelected);
     commands.bind(
-        id("playlists.copyLink"), [&c] { c.linkCopying().copyPlaylistLink(); }, &when.playlistSelected);
+        id("playlists.copyLink"), [&c] { c.linkCopying().copyPlaylistLink(); }, &when.listSelected);
     commands.bind(
-        id("playlists.moveUp"), [&c] { moveSelectedPlaylists(c, false); }, &when.playlistMayMove);
+        id("playlists.moveUp"), [&c] { moveSelectedPlaylists(c, false); }, &when.playlistsMayRise);
     commands.bind(
-        id("playlists.moveDown"), [&c] { moveSelectedPlaylists(c, true); }, &when.playlistMayMove);
+        id("playlists.moveDown"), [&c] { moveSelectedPlaylists(c, true); }, &when.playlistsMayFall);
     commands.bind(id("playlists.editRules"), window.editRules, &when.smartlistSelected);
     commands.bind(
-        id("playlists.combineAll"), [&c] { c.itemTransfer().addAllItemsToNewPlaylist(); }, &when.playlistsThere);
+        id("playlists.combineAll"), [&c] { c.itemTransfer().addAllItemsToNewPlaylist(); }, &when.itemsThere);
     // Of one alone it says what is missing.
     commands.bind(
         id("playlists.combineSelected"), [&c] { c.itemTransfer().addSelectedItemsToNewPlaylist(); },
         &when.playlistSelected);
     commands.bind(
-        id("playlists.removeEmpty"), [&c] { c.playlistEditing().removeEmptyPlaylists(); }, &when.playlistsThere);
+        id("playlists.removeEmpty"), [&c] { c.playlistEditing().removeEmptyPlaylists(); }, &when.mayBeEmptyLists);
     commands.bind(
         id("playlists.removeWithoutQuestion"),
         [&c] { c.playlistEditing().removeSelectedPlaylistsWithoutWarning(); }, &when.playlistSelected);
@@ -213,10 +286,13 @@ void bindItems(CommandSet& commands, PlaylistController& c, const Conditions& wh
     commands.bind(
         id("items.remove"), [&c] { c.playlistEditing().removeSelectedMovies(); }, &when.itemsMayGo);
     commands.bind(
-        id("items.removeDuplicates"), [&c] { c.duplicateRemoval().removeDuplicateItems(); }, &when.listTakesItems);
-    onSelected("item.reveal", [&c] { c.mediaReveal().revealInFinder(); });
-    onSelected("item.moveUp", [&c] { moveSelectedItems(c, false); });
-    onSelected("item.moveDown", [&c] { moveSelectedItems(c, true); });
+        id("items.removeDuplicates"), [&c] { c.duplicateRemoval().removeDuplicateItems(); }, &when.ownItemsThere);
+    commands.bind(
+        id("item.reveal"), [&c] { c.mediaReveal().revealInFinder(); }, &when.filesSelected);
+    commands.bind(
+        id("item.moveUp"), [&c] { moveSelectedItems(c, false); }, &when.itemsMayRise);
+    commands.bind(
+        id("item.moveDown"), [&c] { moveSelectedItems(c, true); }, &when.itemsMayFall);
     for (int tag = status::none; tag <= status::skip; ++tag)
         commands.bind(
             libraryCommand::flag(tag),
@@ -232,7 +308,7 @@ void bindThumbnails(CommandSet& commands, PlaylistController& c, const Condition
         [&c] {
             c.thumbnails().createMissingThumbnails({QStringLiteral("Recreate Missing Thumbnails"), 0});
         },
-        &when.playlistsThere);
+        &when.itemsThere);
     for (const char* frame : libraryCommand::thumbnailFrames) {
         commands.bind(
             libraryCommand::thumbnailsOfSelected(frame),
@@ -245,7 +321,7 @@ void bindThumbnails(CommandSet& commands, PlaylistController& c, const Condition
             [&c, frame] {
                 c.thumbnails().recreateAllThumbnails({id(frame), 0});
             },
-            &when.playlistsThere);
+            &when.itemsThere);
     }
 }
 
@@ -278,7 +354,7 @@ void bindOrder(CommandSet& commands, PlaylistController& c, const Conditions& wh
     commands.bind(
         id("view.removeSorting"), [&c] { c.playlistEditing().removeSorting(); }, &when.itemsShown);
     commands.bind(
-        id("view.bakeOrder"), [&c] { c.playlistEditing().bakeCurrentSortOrder(); }, &when.listTakesItems);
+        id("view.bakeOrder"), [&c] { c.playlistEditing().bakeCurrentSortOrder(); }, &when.ownItemsThere);
 }
 
 LibraryWindowState bindWindow(CommandSet& commands, const Conditions& when,
@@ -315,7 +391,7 @@ LibraryWindowState bindWindow(CommandSet& commands, const Conditions& when,
 
 LibraryWindowState bindLibraryCommands(CommandSet& commands, PlaylistController& controller,
                                        const LibraryWindowActions& window) {
-    const Conditions when = conditionsOf(commands, controller);
+    const Conditions when = ConditionMaker(commands, controller).make();
     bindHistoryCommands(commands, controller.edits().history());
     bindSession(commands, controller, when);
     bindPlaylists(commands, controller, when, window);

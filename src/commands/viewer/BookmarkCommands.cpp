@@ -7,7 +7,7 @@ void bindBookmarkCommands(CommandSet& commands, MoviePlayerController& controlle
                           const ViewerConditions& when) {
     ViewerBookmarks& bookmarks = controller.bookmarks();
     commands.bind(
-        QStringLiteral("viewer.addBookmark"), [&bookmarks] { bookmarks.addBookmark(); }, &when.hasMovie);
+        QStringLiteral("viewer.addBookmark"), [&bookmarks] { bookmarks.addBookmark(); }, &when.isPlayable);
     const PlaybackRange& range = controller.range();
     commands.bind(
         QStringLiteral("viewer.bookmarkFromRange"), [&bookmarks] { bookmarks.addBookmarkFromRange(); },
@@ -15,15 +15,17 @@ void bindBookmarkCommands(CommandSet& commands, MoviePlayerController& controlle
     const auto bind = [&](const char* id, std::function<void()> run) {
         commands.bind(QLatin1String(id), std::move(run), &when.hasBookmarks);
     };
-    bind("viewer.nextBookmark", [&bookmarks] { bookmarks.goToNextBookmark(); });
-    bind("viewer.previousBookmark", [&bookmarks] { bookmarks.goToPreviousBookmark(); });
+    commands.bind(
+        QStringLiteral("viewer.nextBookmark"), [&bookmarks] { bookmarks.goToNextBookmark(); }, &when.bookmarksReached);
+    commands.bind(
+        QStringLiteral("viewer.previousBookmark"), [&bookmarks] { bookmarks.goToPreviousBookmark(); }, &when.bookmarksReached);
     // The actions are told apart by their titles.
     for (const char* id : viewerCommand::muting)
-        bind(id, [&bookmarks, title = commands.text(QLatin1String(id))] {
+        bind(id, [&bookmarks, title = commands.command(QLatin1String(id)).text] {
             bookmarks.setMuteValues({title, 0});
         });
     for (const char* id : viewerCommand::copying)
-        bind(id, [&bookmarks, title = commands.text(QLatin1String(id))] {
+        bind(id, [&bookmarks, title = commands.command(QLatin1String(id)).text] {
             bookmarks.copySelectedBookmarks({title, 0});
         });
     bind("viewer.deleteAllBookmarks", [&bookmarks] { bookmarks.deleteAllBookmarks(); });

@@ -1,4 +1,5 @@
 #include "commands/viewer/ViewerParts.h"
+#include "preferences/Preferences.h"
 
 namespace daylark {
 
@@ -22,6 +23,10 @@ void bindColourCommands(CommandSet& commands, MoviePlayerController& controller,
     bind("viewer.lookHigherGamma", [&colour] { colour.setGamma(colour.transform().gamma + gammaStep); });
     bind("viewer.lookLowerGamma", [&colour] { colour.setGamma(colour.transform().gamma - gammaStep); });
     bind("viewer.lookAsItIs", [&colour] { colour.resetLooking(); });
+    bindSwitch(commands, "viewer.pixelReadOut", controller.preferences().displayPixelReadOut);
+    commands.bind(
+        QStringLiteral("viewer.nextScope"), [&scopes = controller.scopes()] { scopes.chooseNext(); },
+        &whenPanelIsShown(commands, controller.panels(), ViewerPanel::scopes));
 }
 
 } // namespace daylark

@@ -13,7 +13,7 @@ template<class Action>
 void bindByTitle(CommandSet& commands, const QString& id, ViewerGeometry& geometry, Action action,
                  const Condition* enabled, const Condition* checked = nullptr) {
     commands.bind(
-        id, [&geometry, action, title = commands.text(id)] { (geometry.*action)({title}); }, enabled,
+        id, [&geometry, action, title = commands.command(id).text] { (geometry.*action)({title}); }, enabled,
         checked);
 }
 
@@ -41,10 +41,10 @@ void bindGeometryCommands(CommandSet& commands, MoviePlayerController& controlle
     ViewerGeometry& geometry = controller.geometry();
     Preferences& preferences = controller.preferences();
     for (const char* id : viewerCommand::zooms)
-        bindByTitle(commands, QLatin1String(id), geometry, &ViewerGeometry::scaleMovie, &when.hasMovie);
-    const auto isInWindow = [&movie = when.hasMovie, &full = when.fullScreen] { return movie.holds() && !full.holds(); };
+        bindByTitle(commands, QLatin1String(id), geometry, &ViewerGeometry::scaleMovie, &when.isPlayable);
+    const auto isInWindow = [&movie = when.isPlayable, &full = when.fullScreen] { return movie.holds() && !full.holds(); };
     const Condition& inWindow = commands.when(isInWindow)
-                                    .follows(when.hasMovie, &Condition::changed)
+                                    .follows(when.isPlayable, &Condition::changed)
                                     .follows(when.fullScreen, &Condition::changed);
     for (const char* id : {"viewer.windowActual", "viewer.windowHalf", "viewer.windowThird"})
         bindByTitle(commands, QLatin1String(id), geometry, &ViewerGeometry::scaleWindow, &inWindow);

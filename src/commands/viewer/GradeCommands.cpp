@@ -11,19 +11,27 @@ void bindGradeCommands(CommandSet& commands, MoviePlayerController& controller,
                                      .follows(controller, &MoviePlayerController::movieShown);
     commands.bind(
         QStringLiteral("viewer.toggleGrade"), [&grade] { grade.toggleGrade(); }, &when.hasMovie, &isApplied);
-    const auto bind = [&](const char* id, std::function<void()> run) {
-        commands.bind(QLatin1String(id), std::move(run), &when.hasMovie);
+    const auto bind = [&](const char* id, std::function<void()> run, const Condition& enabled) {
+        commands.bind(QLatin1String(id), std::move(run), &enabled);
     };
     const auto copyOrPaste = [&controller, &grade](const char* title) {
         return [&controller, &grade, title = QString::fromLatin1(title)] {
             grade.copyAndPasteGradeValues({title}, controller.list().selectedMovies());
         };
     };
-    bind("viewer.copyGrade", copyOrPaste("Copy"));
-    bind("viewer.pasteGrade", copyOrPaste("Paste"));
-    bind("viewer.gradeAll", [&grade] { grade.applyGradeToAllMovies(); });
-    bind("viewer.resetGrade", [&grade] { grade.setGrade({{}, ViewerGrade::resetAll}); });
-    bind("viewer.takeSnapshot", [&controller] { controller.snapshots().takeTimedSnapshot(); });
+    const auto whenGrade = [&](std::function<bool()> ask) -> const Condition& {
+        return commands.when([&hasMovie = when.hasMovie, ask = std::move(ask)] { return hasMovie.holds() && ask(); })
+            .follows(grade, &ViewerGrade::gradeChanged)
+            .follows(when.hasMovie, &Condition::changed)
+            .follows(controller, &MoviePlayerController::movieShown);
+    };
+    const Condition& canPaste = whenGrade([&grade] { return grade.hasCopy(); });
+    bind("viewer.copyGrade", copyOrPaste("Copy"), when.hasMovie);
+    bind("viewer.pasteGrade", copyOrPaste("Paste"), canPaste);
+    bind("viewer.gradeAll", [&grade] { grade.applyGradeToAllMovies(); }, canPaste);
+    bind("viewer.resetGrade", [&grade] { grade.setGrade({{}, ViewerGrade::resetAll}); },
+         whenGrade([&grade] { return !grade.grade().isNeutral(); }));
+    bind("viewer.takeSnapshot", [&controller] { controller.snapshots().takeTimedSnapshot(); }, when.isPlayable);
 }
 
 } // namespace daylark

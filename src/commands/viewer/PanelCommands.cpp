@@ -22,6 +22,7 @@ void bindPanelCommands(CommandSet& commands, MoviePlayerController& controller,
     toggles("viewer.drawingTools", ViewerPanel::drawing);
     toggles("viewer.gradeTools", ViewerPanel::grading);
     toggles("viewer.colour", ViewerPanel::colour);
+    toggles("viewer.scopes", ViewerPanel::scopes);
     toggles("viewer.controls", ViewerPanel::controls);
     commands.bindKey(QStringLiteral("viewer.controls"), when.fullScreen);
     const auto bind = [&](const char* id, std::function<void()> run) {

@@ -20,20 +20,25 @@ Condition& withMovie(CommandSet& commands, MoviePlayerController& controller, st
 
 ViewerConditions conditionsOf(CommandSet& commands, MoviePlayerController& controller,
                               const Condition& fullScreen) {
+    const auto bookmarked = [&controller] {
+        const auto movie = controller.currentMovie();
+        return movie && !movie->bookmarkStore.empty();
+    };
+    const auto withBookmarks = [&](std::function<bool()> ask) -> const Condition& {
+        return withMovie(commands, controller, std::move(ask))
+            .follows(controller.bookmarks(), &ViewerBookmarks::bookmarksChanged);
+    };
     return {withMovie(commands, controller, [&controller] { return controller.currentMovie() != nullptr; }),
-            withMovie(commands, controller,
-                      [&controller] {
-                          const auto movie = controller.currentMovie();
-                          return movie && !movie->bookmarkStore.empty();
-                      })
-                .follows(controller.bookmarks(), &ViewerBookmarks::bookmarksChanged),
+            withMovie(commands, controller, [&controller] { return controller.isPlayable(); }),
+            withBookmarks(bookmarked),
+            withBookmarks([&controller, bookmarked] { return controller.isPlayable() && bookmarked(); }),
             whenPanelIsShown(commands, controller.panels(), ViewerPanel::drawing), fullScreen};
 }
 
 void bindTransport(CommandSet& commands, MoviePlayerController& controller, const ViewerConditions& when) {
     Transport& transport = controller.transport();
     const auto onMovie = [&](const char* name, std::function<void()> run) {
-        commands.bind(id(name), std::move(run), &when.hasMovie);
+        commands.bind(id(name), std::move(run), &when.isPlayable);
     };
     onMovie("playPause", [&transport] { transport.playPauseMovie(); });
     onMovie("playForwards", [&transport] { transport.playMovieForwards(); });
@@ -53,16 +58,16 @@ void bindRange(CommandSet& commands, MoviePlayerController& controller, const Vi
     PlaybackRange& range = controller.range();
     const Preference<bool>& trims = controller.preferences().trimHandles;
     commands.bind(
-        id("markIn"), [&range] { range.markInPoint(); }, &when.hasMovie);
+        id("markIn"), [&range] { range.markInPoint(); }, &when.isPlayable);
     commands.bind(
-        id("markOut"), [&range] { range.markOutPoint(); }, &when.hasMovie);
+        id("markOut"), [&range] { range.markOutPoint(); }, &when.isPlayable);
     commands.bind(
-        id("trimHandles"), [&range] { range.toggleTrimHandles(); }, &when.hasMovie,
+        id("trimHandles"), [&range] { range.toggleTrimHandles(); }, &when.isPlayable,
         &commands.when([&trims] { return trims(); }).follows(trims, &PreferenceItem::changed));
     commands.bind(
-        id("resetHandles"), [&range] { range.resetHandles(); }, &when.hasMovie);
+        id("resetHandles"), [&range] { range.resetHandles(); }, &when.isPlayable);
     commands.bind(
-        id("counterToOne"), [&controller] { controller.time().setFrameCounterToOne(); }, &when.hasMovie);
+        id("counterToOne"), [&controller] { controller.time().setFrameCounterToOne(); }, &when.isPlayable);
 }
 
 void bindFlags(CommandSet& commands, MoviePlayerController& controller, const ViewerConditions& when) {
@@ -104,17 +109,23 @@ void bindMovie(CommandSet& commands, MoviePlayerController& controller, const Vi
     const auto onMovie = [&](const char* name, std::function<void()> run) {
         commands.bind(id(name), std::move(run), &when.hasMovie);
     };
-    onMovie("reveal", [&controller] { controller.revealInFinder(); });
+    const auto isThere = [&controller] {
+        const auto movie = controller.currentMovie();
+        return movie && movie->creatingThumbnailText != fileNotFoundText;
+    };
+    commands.bind(
+        id("reveal"), [&controller] { controller.revealInFinder(); },
+        &withMovie(commands, controller, isThere).follows(controller.edits(), &ReviewEdits::movieChanged));
     onMovie("copyPath", [&controller] { controller.copyPath(); });
     onMovie("copyFilename", [&controller] { controller.copyFilename(); });
     onMovie("copyTimecode", [&controller] { controller.copyTimecode(); });
     onMovie("writeNotes", window.writeNotes);
-    onMovie("goToFrame", window.goToFrame);
+    commands.bind(id("goToFrame"), window.goToFrame, &when.isPlayable);
     for (const char* choice : viewerCommand::thumbnailChoices)
         commands.bind(
             viewerCommand::thumbnail(choice),
             [make = window.makeThumbnail, title = QString::fromLatin1(choice)] { make(title); },
-            &when.hasMovie);
+            &when.isPlayable);
 }
 
 void bindView(CommandSet& commands, Preferences& preferences, const ViewerConditions& when,
@@ -146,12 +157,11 @@ ViewerWindowState bindViewerCommands(CommandSet& commands, MoviePlayerController
     bindMovie(commands, controller, when, window);
     bindFlags(commands, controller, when);
     bindView(commands, controller.preferences(), when, window);
-    for (const auto& [name, run] : {std::pair{"editBookmarkText", window.editBookmarkText},
-                                    std::pair{"loopBookmark", window.loopBookmark}})
-        commands.bind(id(name), run, &when.hasMovie); // without one they say so
-    for (const auto& [name, run] : {std::pair{"goToBookmark", window.goToSelectedBookmark},
-                                    std::pair{"deleteBookmark", window.deleteSelectedBookmark}})
-        commands.bind(id(name), run, &when.hasBookmarks);
+    // Without a bookmark these two say so.
+    commands.bind(id("editBookmarkText"), window.editBookmarkText, &when.hasMovie);
+    commands.bind(id("loopBookmark"), window.loopBookmark, &when.isPlayable);
+    commands.bind(id("goToBookmark"), window.goToSelectedBookmark, &when.bookmarksReached);
+    commands.bind(id("deleteBookmark"), window.deleteSelectedBookmark, &when.hasBookmarks);
     bindHistoryCommands(commands, controller.edits().history(),
                         [&controller] { return !controller.drawings().canvas().isDrawing(); });
     bindAudioCommands(commands, controller, when);

@@ -8,7 +8,9 @@ namespace daylark {
 /// What several families of the viewer's commands depend on.
 struct ViewerConditions {
     const Condition& hasMovie;
+    const Condition& isPlayable; ///< it is open, or being opened
     const Condition& hasBookmarks;
+    const Condition& bookmarksReached; ///< it has some, and can be played
     const Condition& drawingPanelShown;
     const Condition& fullScreen;
 };

@@ -19,7 +19,7 @@ struct Line {
     unsigned traits = Command::none;
 };
 
-constexpr unsigned repeats = Command::repeats, any = Command::anyModifiers, none = Command::none;
+constexpr unsigned repeats = Command::repeats, any = Command::anyModifiers, none = Command::none, told = Command::toldByTitle;
 
 struct ViewerTable {
     Q_DECLARE_TR_FUNCTIONS(ViewerTable)
@@ -88,13 +88,13 @@ void ViewerTable::addMovie(CommandTable& table) {
                          isNone ? QString() : code});
     }
     for (const char* choice : viewerCommand::thumbnailChoices) {
-        const QString title = QString::fromLatin1(choice);
+        const QString shown = QCoreApplication::translate("Words", choice);
         table.push_back(
             {viewerCommand::thumbnail(choice),
-             title,
+             shown,
              {},
              {},
-             choice == viewerCommand::thumbnailChoices[0] ? title : tr("Thumbnail: %1").arg(title),
+             choice == viewerCommand::thumbnailChoices[0] ? shown : tr("Thumbnail: %1").arg(shown),
              none,
              KeyScope::viewer});
     }
@@ -115,12 +115,11 @@ void ViewerTable::addBookmarks(CommandTable& table) {
           {},
           repeats},
          {"nextBookmark", tr("&Next Bookmark"), "chevronRight", {Qt::CTRL | Qt::Key_Right}, {}, repeats},
-         // Titles are what the actions are told apart by, so they are not translated.
-         {"invertMutedBookmarks", QStringLiteral("Invert Muted Bookmarks"), "mute"},
-         {"muteAllBookmarks", QStringLiteral("Mute All Bookmarks"), "mute"},
-         {"unmuteAllBookmarks", QStringLiteral("Unmute All Bookmarks"), "unmute"},
-         {"copyUnmutedBookmarks", QStringLiteral("Copy Unmuted Bookmarks"), "copy"},
-         {"copyAllBookmarks", QStringLiteral("Copy All Bookmarks"), "copy"},
+         {"invertMutedBookmarks", QStringLiteral("Invert Muted Bookmarks"), "mute", {}, {}, told},
+         {"muteAllBookmarks", QStringLiteral("Mute All Bookmarks"), "mute", {}, {}, told},
+         {"unmuteAllBookmarks", QStringLiteral("Unmute All Bookmarks"), "unmute", {}, {}, told},
+         {"copyUnmutedBookmarks", QStringLiteral("Copy Unmuted Bookmarks"), "copy", {}, {}, told},
+         {"copyAllBookmarks", QStringLiteral("Copy All Bookmarks"), "copy", {}, {}, told},
          {"pasteBookmarks", tr("Paste &Bookmarks"), "paste"},
          {"deleteActiveBookmarks", tr("Remove A&ctive Bookmarks"), "remove"},
          {"deleteAllBookmarks", tr("Remove A&ll Bookmarks..."), "trash"}});
@@ -146,6 +145,9 @@ void ViewerTable::addDrawingAndGrade(CommandTable& table) {
                 {"gradeAll", tr("Paste Grade onto &All Movies"), "gradeAll"},
                 {"resetGrade", tr("&Reset Grade"), "reset"},
                 {"colour", tr("Colour &Management"), "", {Qt::Key_V}},
+                {"pixelReadOut", tr("P&ixel Read-Out"), "", {Qt::Key_X}},
+                {"scopes", tr("Scop&es"), "", {Qt::Key_W}},
+                {"nextScope", tr("Ne&xt Scope"), "", {Qt::SHIFT | Qt::Key_W}},
                 {"lookBrighter", tr("Look &Brighter"), "", {Qt::Key_Equal}, {}, repeats},
                 {"lookDarker", tr("Look &Darker"), "", {Qt::Key_Minus}, {}, repeats},
                 {"lookHigherGamma", tr("Look at Higher &Gamma"), "", {Qt::SHIFT | Qt::Key_Equal}, {}, repeats},
@@ -156,28 +158,30 @@ void ViewerTable::addDrawingAndGrade(CommandTable& table) {
 
 void ViewerTable::addPicture(CommandTable& table) {
     const auto title = [](const char* text) { return QString::fromLatin1(text); };
-    add(table, {{"fit", title("Fit Image To Viewer"), "zoomFit", {Qt::CTRL | Qt::SHIFT | Qt::Key_F}},
+    add(table, {{"fit", title("Fit Image To Viewer"), "zoomFit", {Qt::CTRL | Qt::SHIFT | Qt::Key_F}, {}, told},
                 {"actualPixels",
                  title("1:1 Pixels (Actual Size)"),
                  "zoomActual",
-                 {Qt::CTRL | Qt::SHIFT | Qt::Key_1}},
-                {"zoomIn", title("Zoom In"), "zoomIn", {Qt::CTRL | Qt::Key_Plus}, {}, repeats},
-                {"zoomOut", title("Zoom Out"), "zoomOut", {Qt::CTRL | Qt::Key_Minus}, {}, repeats},
-                {"flop", title("Flop Display"), "flop"},
-                {"flip", title("Flip Display"), "flip"},
-                {"mask", title("Show Mask"), "mask"}});
+                 {Qt::CTRL | Qt::SHIFT | Qt::Key_1},
+                 {},
+                 told},
+                {"zoomIn", title("Zoom In"), "zoomIn", {Qt::CTRL | Qt::Key_Plus}, {}, repeats | told},
+                {"zoomOut", title("Zoom Out"), "zoomOut", {Qt::CTRL | Qt::Key_Minus}, {}, repeats | told},
+                {"flop", title("Flop Display"), "flop", {}, {}, told},
+                {"flip", title("Flip Display"), "flip", {}, {}, told},
+                {"mask", tr("Show Mask"), "mask"}});
     const auto choice = [&](const QString& id, const char* text, const QString& name) {
-        table.push_back({id, title(text), {}, {}, name.arg(title(text)), none, KeyScope::viewer});
+        table.push_back({id, title(text), {}, {}, name.arg(title(text)), told, KeyScope::viewer});
     };
     for (const auto& [ratio, value] : maskRatios)
         choice(viewerCommand::maskRatio(ratio), ratio, tr("Mask Ratio: %1"));
     for (const auto& [aspect, value] : viewerCommand::pixelAspects)
         choice(viewerCommand::pixelAspect(aspect), aspect, tr("Pixel Aspect: %1"));
-    add(table, {{"windowActual", title("1:1 (Actual Size)"), "", {}, tr("Window Size 1:1 (Actual Size)")},
-                {"windowHalf", title("1:2 (Half Size)"), "", {}, tr("Window Size 1:2 (Half Size)")},
-                {"windowThird", title("1:3 (Third Size)"), "", {}, tr("Window Size 1:3 (Third Size)")},
-                {"windowFavourite", title("Favourite Viewer Size")},
-                {"constrain", title("Constrain Viewer To Movie Proportions")}});
+    add(table, {{"windowActual", title("1:1 (Actual Size)"), "", {}, tr("Window Size 1:1 (Actual Size)"), told},
+                {"windowHalf", title("1:2 (Half Size)"), "", {}, tr("Window Size 1:2 (Half Size)"), told},
+                {"windowThird", title("1:3 (Third Size)"), "", {}, tr("Window Size 1:3 (Third Size)"), told},
+                {"windowFavourite", title("Favourite Viewer Size"), "", {}, {}, told},
+                {"constrain", tr("Constrain Viewer To Movie Proportions")}});
 }
 
 void ViewerTable::addView(CommandTable& table) {

@@ -9,7 +9,7 @@ namespace {
 
 /// Comma-separated text as spreadsheets of older productions read it: no field is quoted, commas go instead,
 /// lines end in a carriage return. Its files are compared with those of other makers byte for byte, so every
-/// oddity stays.
+/// oddity stays, and nothing is added: neither a run's whole name nor the production's frame numbers.
 class CsvNotes : public NotesFormat {
 public:
     [[nodiscard]] QString name() const override { return QStringLiteral("csv"); }
@@ -17,6 +17,7 @@ public:
     [[nodiscard]] QString extension() const override { return QStringLiteral("csv"); }
     [[nodiscard]] BookmarkOrder bookmarkOrder() const override { return BookmarkOrder::byFirstTimecode; }
     [[nodiscard]] bool bookmarkOrderStays() const override { return true; }
+    [[nodiscard]] bool saysProductionNumbers() const override { return false; }
     [[nodiscard]] QByteArray write(const NotesReport& report) const override;
 };
 

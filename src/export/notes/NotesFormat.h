@@ -22,6 +22,8 @@ public:
     [[nodiscard]] virtual BookmarkOrder bookmarkOrder() const { return BookmarkOrder::stored; }
     /// The order in which bookmarks were said stays on the movies; whoever exports sees to that.
     [[nodiscard]] virtual bool bookmarkOrderStays() const { return false; }
+    /// Whether the production's numbers stand beside those that are counted from 1, where an item has its own.
+    [[nodiscard]] virtual bool saysProductionNumbers() const { return true; }
     [[nodiscard]] virtual QByteArray write(const NotesReport& report) const = 0;
 };
 

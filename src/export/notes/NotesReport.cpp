@@ -1,6 +1,8 @@
 #include "export/notes/NotesReport.h"
 
+#include "base/jobs/Patience.h"
 #include "export/notes/ExportTexts.h"
+#include "media/facts/TimecodeTrack.h"
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
 
@@ -12,8 +14,13 @@ namespace {
 
 NotesReport::Item itemOf(const Movie& movie, const Preferences& preferences, BookmarkOrder order) {
     NotesReport::Item item;
-    item.name = preferences.hideFileExtensionInNotes() ? nameWithoutExtension(movie.filenameString)
-                                                       : movie.filenameString;
+    const auto named = [&preferences](const QString& name) {
+        return preferences.hideFileExtensionInNotes() ? nameWithoutExtension(name) : name;
+    };
+    item.name = named(movie.filenameString);
+    item.shownName = named(movie.shownName());
+    item.numbers = frameNumbersOf(movie, preferences.usualFirstFrameNumber());
+    item.fps = movie.mMovieFPS;
     item.notes = movie.notes.value_or(AttributedString());
     item.notes2 = movie.notes2.value_or(AttributedString());
     if (!movie.flagString.isEmpty() && movie.flagString != QString::number(status::none)) {
@@ -24,10 +31,27 @@ NotesReport::Item itemOf(const Movie& movie, const Preferences& preferences, Boo
     for (const auto& bookmark : bookmarksInOrder(movie, order))
         item.bookmarks.push_back({bookmark->firstTC, bookmark->lastTC, bookmark->firstFrame,
                                   bookmark->lastFrame, bookmark->overlayString, bookmark->overlayString2});
+    if (!item.bookmarks.empty() && isNumberedByTimecode(movie, preferences.usualFirstFrameNumber()))
+        item.numberedBy = movie.filepathString;
     return item;
 }
 
 } // namespace
+
+void readNumbersByTimecode(NotesReport& report) {
+    using Start = std::optional<SmpteTime>;
+    for (NotesReport::Item& item : report.items) {
+        if (item.numberedBy.isEmpty()) continue;
+        const auto answer = askWithPatience<Start>(
+            [path = item.numberedBy]() -> Start {
+                const std::vector<SmpteTime> samples = AVTimecodeReader(path).readTimecodeSamples();
+                return samples.empty() ? Start() : Start(samples.front());
+            },
+            fileSystemPatience);
+        item.numbers = numbersByTimecode(answer.value_or(Start()), item.fps);
+        item.numberedBy.clear();
+    }
+}
 
 ObjectList<Bookmark> bookmarksInOrder(const Movie& movie, BookmarkOrder order) {
     ObjectList<Bookmark> bookmarks = movie.bookmarkStore;

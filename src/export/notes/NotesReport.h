@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Movie.h"
+#include "model/runs/FrameNumbers.h"
 
 #include <QString>
 
@@ -21,14 +22,21 @@ struct NotesReport {
     };
     struct Item {
         QString name;                    ///< of the file, as the preference shows it
+        QString shownName;               ///< the same of what people call it: of a run, all of it
         AttributedString notes, notes2;  ///< empty when absent
         QString flag;                    ///< the label; null for no flag
         std::vector<Bookmark> bookmarks; ///< none where they are not wanted
+        FrameNumbers numbers;            ///< what the production calls its frames
+        QString numberedBy;              ///< the file whose timecode tells the numbers; empty: they are known
+        float fps = 0;
     };
     QString notes1Title, notes2Title;
     bool printsBookmarks = true;
     std::vector<Item> items;
 };
+
+/// Reads the timecodes of those items whose numbers they tell. Worker threads; what gives no answer is counted from 1.
+void readNumbersByTimecode(NotesReport& report);
 
 /// In which order a movie's bookmarks are said.
 enum class BookmarkOrder {

@@ -108,17 +108,20 @@ private:
     QStringList families_{textFamily};
 };
 
-QString lineOf(const NotesReport::Bookmark& bookmark) {
+QString lineOf(const NotesReport::Bookmark& bookmark, const FrameNumbers& numbers) {
     QString line = bookmark.firstTC + QLatin1String(" - ") + bookmark.lastTC + QLatin1String("  :  ") +
                    QLatin1String("Frames ") + QString::number(bookmark.firstFrame) + QLatin1String(" - ") +
                    QString::number(bookmark.lastFrame);
+    if (numbers.areOwn())
+        line += QLatin1String("  :  Prod ") + QString::number(numbers.numberOf(bookmark.firstFrame)) + QLatin1String(" - ") +
+                QString::number(numbers.numberOf(bookmark.lastFrame));
     if (!bookmark.description.isNull()) line += QLatin1String("  :  ") + bookmark.description;
     if (!bookmark.note.isNull()) line += QLatin1String("  :  (") + bookmark.note + QLatin1Char(')');
     return line;
 }
 
 void addItem(RtfWriter& rtf, const NotesReport::Item& item) {
-    QString heading = item.name;
+    QString heading = item.shownName;
     heading.remove(QLatin1Char(','));
     if (!item.flag.isNull()) heading += QLatin1String("  -  ") + item.flag;
     TextAttributes headingStyle;
@@ -132,7 +135,7 @@ void addItem(RtfWriter& rtf, const NotesReport::Item& item) {
     }
     rtf.separate();
     for (const NotesReport::Bookmark& bookmark : item.bookmarks) {
-        rtf.add(lineOf(bookmark), {}, Ink::darkGrey);
+        rtf.add(lineOf(bookmark, item.numbers), {}, Ink::darkGrey);
         rtf.separate();
     }
     rtf.separate();

@@ -2,12 +2,15 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace daylark {
 
 namespace {
 
 /// The notes as spreadsheets of today read them (RFC 4180): every field quoted and whole, a row a bookmark with the item's
-/// own fields in each, a byte-order mark so that accents arrive.
+/// own fields in each, a byte-order mark so that accents arrive. Where an item's frames have numbers of the production's,
+/// they stand in two columns behind the others.
 class Utf8CsvNotes : public NotesFormat {
 public:
     [[nodiscard]] QString name() const override { return QStringLiteral("csv-utf8"); }
@@ -45,6 +48,11 @@ QStringList cellsOf(const NotesReport::Bookmark& bookmark) {
             bookmark.note};
 }
 
+QStringList prodOf(const NotesReport::Bookmark& bookmark, const FrameNumbers& numbers) {
+    if (!numbers.areOwn()) return {QString(), QString()};
+    return {QString::number(numbers.numberOf(bookmark.firstFrame)), QString::number(numbers.numberOf(bookmark.lastFrame))};
+}
+
 QByteArray Utf8CsvNotes::write(const NotesReport& report) const {
     QStringList header{QStringLiteral("Filename"), report.notes1Title, report.notes2Title, QStringLiteral("Flag")};
     QStringList noBookmark;
@@ -54,11 +62,18 @@ QByteArray Utf8CsvNotes::write(const NotesReport& report) const {
                << QStringLiteral("Bookmark Description") << QStringLiteral("Bookmark Note");
         noBookmark.resize(6);
     }
+    const bool withProd = report.printsBookmarks && std::any_of(report.items.begin(), report.items.end(), [](const auto& item) {
+                              return item.numbers.areOwn();
+                          });
+    if (withProd) {
+        header << QStringLiteral("Bookmark First Prod") << QStringLiteral("Bookmark Last Prod");
+        noBookmark.resize(8);
+    }
     QString text = QChar(QChar::ByteOrderMark) + row(header);
     for (const NotesReport::Item& item : report.items) {
-        const QStringList own{item.name, item.notes.string(), item.notes2.string(), item.flag};
+        const QStringList own{item.shownName, item.notes.string(), item.notes2.string(), item.flag};
         for (const NotesReport::Bookmark& bookmark : item.bookmarks)
-            text += row(own + cellsOf(bookmark));
+            text += row(own + cellsOf(bookmark) + (withProd ? prodOf(bookmark, item.numbers) : QStringList()));
         if (item.bookmarks.empty()) text += row(own + noBookmark);
     }
     return text.toUtf8();

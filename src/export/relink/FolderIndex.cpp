@@ -1,5 +1,7 @@
 #include "export/relink/FolderIndex.h"
 
+#include "base/FolderEntries.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -16,42 +18,12 @@ namespace daylark {
 
 namespace {
 
-enum class Kind { file, folder, linkedFolder, other };
-
 struct Child {
     std::string name;
-    Kind kind = Kind::other;
+    EntryKind kind = EntryKind::other;
 };
 
 using FolderIdentity = std::pair<dev_t, ino_t>;
-
-struct CloseFolder {
-    void operator()(DIR* open) const { ::closedir(open); }
-};
-using OpenFolder = std::unique_ptr<DIR, CloseFolder>;
-
-/// Texts are what the program knows files by: a name that is none could never be opened again.
-bool isText(const std::string& name) {
-    if (std::all_of(name.begin(), name.end(), [](unsigned char byte) { return byte < 0x80; })) return true;
-    const QByteArray bytes = QByteArray::fromStdString(name);
-    return QFile::encodeName(QFile::decodeName(bytes)) == bytes;
-}
-
-Kind kindOf(mode_t mode) {
-    return S_ISREG(mode) ? Kind::file : S_ISDIR(mode) ? Kind::folder : Kind::other;
-}
-
-/// Devices, pipes and sockets are nothing to play; to open one could wait for ever.
-Kind kindOf(int folder, const dirent& entry) {
-    if (entry.d_type == DT_REG) return Kind::file;
-    if (entry.d_type == DT_DIR) return Kind::folder;
-    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return Kind::other;
-    struct stat info {};
-    if (::fstatat(folder, entry.d_name, &info, AT_SYMLINK_NOFOLLOW) != 0) return Kind::other;
-    if (!S_ISLNK(info.st_mode)) return kindOf(info.st_mode);
-    if (::fstatat(folder, entry.d_name, &info, 0) != 0) return Kind::other; // leads nowhere
-    return S_ISDIR(info.st_mode) ? Kind::linkedFolder : kindOf(info.st_mode);
-}
 
 std::string joined(const std::string& folder, const std::string& name) {
     return folder.back() == '/' ? folder + name : folder + '/' + name;
@@ -96,12 +68,12 @@ private:
                 continue;
             }
             Child& child = level.children[level.next++];
-            if (child.kind == Kind::file) {
+            if (child.kind == EntryKind::file) {
                 addFile(std::move(child.name), level.folder);
                 continue;
             }
             const std::string path = joined(index_.folders_[size_t(level.folder)], child.name);
-            if (child.kind == Kind::linkedFolder)
+            if (child.kind == EntryKind::linkedFolder)
                 links_.push_back(path);
             else if (!enter(path, levels) && isCancelled()) // `level` may have moved
                 return false;
@@ -123,7 +95,9 @@ private:
         while (const dirent* entry = ::readdir(open.get())) {
             if (entry->d_name[0] == '.') continue; // hidden; and the folder itself and the one above
             Child child{entry->d_name, kindOf(::dirfd(open.get()), *entry)};
-            if (child.kind != Kind::other && isText(child.name)) level.children.push_back(std::move(child));
+            // No item can have a name that is no text.
+            const bool isText = QByteArrayView(child.name.data(), qsizetype(child.name.size())).isValidUtf8();
+            if (child.kind != EntryKind::other && isText) level.children.push_back(std::move(child));
         }
         std::sort(level.children.begin(), level.children.end(),
                   [](const Child& a, const Child& b) { return a.name < b.name; });

@@ -15,10 +15,11 @@ int PacketSource::read(qint64 place, AVPacket* packet) {
     next_ = -1;
     if (isNext) {
         const int code = file_.readPacket(packet);
-        if (code < 0) return code;
-        // A container's index may be wrong where nobody has looked: that costs a seek, never a picture.
+        if (code == AVERROR_EXIT) return code;
+        // A container's index may be wrong where nobody has looked: that costs a seek, never a picture. And where an edit list
+        // shows a stretch twice, a seek may have gone to the later one, behind which the file ends.
         const qint64 expected = table_.packets[size_t(place)].position;
-        if (expected < 0 || packet->pos < 0 || expected == packet->pos) {
+        if (code >= 0 && (expected < 0 || packet->pos < 0 || expected == packet->pos)) {
             next_ = place + 1;
             return code;
         }

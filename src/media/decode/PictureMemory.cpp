@@ -8,11 +8,39 @@
 namespace daylark {
 namespace {
 
-constexpr size_t pageSize = 4096;
+constexpr size_t pageSize = 4096, largePage = size_t(2) << 20;
 constexpr size_t slack = 64; // decoders' vector code reads and writes a little beyond a plane
 
 size_t roundedUp(size_t value, size_t unit) {
     return (value + unit - 1) / unit * unit;
+}
+
+/// Blocks take whole pages, and whole large ones where that adds little.
+size_t blockSizeFor(size_t bytes) {
+    const size_t size = roundedUp(bytes, pageSize), large = roundedUp(bytes, largePage);
+    return large - size <= size / 16 ? large : size;
+}
+
+/// Memory that is there already, in large pages as far as they go: page by page the system takes a good part of the time in
+/// which a picture is decoded.
+void* newBlock(size_t size) {
+    constexpr int access = PROT_READ | PROT_WRITE, kind = MAP_PRIVATE | MAP_ANONYMOUS;
+#ifdef MADV_POPULATE_WRITE
+    if (size >= largePage) {
+        void* const mapped = mmap(nullptr, size + largePage, access, kind, -1, 0);
+        if (mapped == MAP_FAILED) return nullptr;
+        auto* const begin = static_cast<uint8_t*>(mapped);
+        const auto address = reinterpret_cast<uintptr_t>(begin);
+        uint8_t* const block = begin + (roundedUp(address, largePage) - address);
+        if (block > begin) munmap(begin, size_t(block - begin));
+        munmap(block + size, largePage - size_t(block - begin));
+        madvise(block, size, MADV_HUGEPAGE); // where the system has none, small ones do
+        madvise(block, size, MADV_POPULATE_WRITE);
+        return block;
+    }
+#endif
+    void* const block = mmap(nullptr, size, access, kind | MAP_POPULATE, -1, 0);
+    return block == MAP_FAILED ? nullptr : block;
 }
 
 void fillWith(uint8_t* bytes, size_t size, int value, int depth) {
@@ -86,7 +114,7 @@ bool PictureMemory::fill(AVCodecContext& codec, AVFrame& frame) {
         starts[plane] = total;
         total += roundedUp(sizes[plane] + slack, lineUnit);
     }
-    total = roundedUp(total, pageSize);
+    total = blockSizeFor(total);
     auto block = std::make_unique<Block>(Block{shared_from_this(), take(total), total});
     if (!block->bytes) return false;
     auto* bytes = static_cast<uint8_t*>(block->bytes);
@@ -106,7 +134,7 @@ bool PictureMemory::fill(AVCodecContext& codec, AVFrame& frame) {
 }
 
 AVBufferRef* PictureMemory::block(size_t bytes) {
-    const size_t size = roundedUp(std::max<size_t>(bytes + slack, 1), pageSize);
+    const size_t size = blockSizeFor(std::max<size_t>(bytes + slack, 1));
     auto block = std::make_unique<Block>(Block{shared_from_this(), take(size), size});
     if (!block->bytes) return nullptr;
     AVBufferRef* buffer =
@@ -131,11 +159,8 @@ void* PictureMemory::take(size_t size) {
         }
     }
     freeSpent();
-    // All pages at once cost half of what they cost one by one.
-    void* block =
-        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
-    if (block == MAP_FAILED) return nullptr;
-    bytes_ += size;
+    void* block = newBlock(size);
+    if (block) bytes_ += size;
     return block;
 }
 

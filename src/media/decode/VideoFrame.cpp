@@ -57,6 +57,10 @@ qsizetype VideoFrame::byteCount() const {
     return bytes;
 }
 
+Orientation VideoFrame::orientation() const {
+    return data_ ? data_->orientation : Orientation{};
+}
+
 bool VideoFrame::isSceneLinear() const {
     return data_ && data_->isSceneLinear;
 }

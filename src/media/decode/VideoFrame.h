@@ -36,6 +36,7 @@ public:
     [[nodiscard]] int bitDepth() const;        ///< of one component
     [[nodiscard]] bool isSceneLinear() const;  ///< proportional to light: a view brings it to a display
     [[nodiscard]] QString colourSpace() const; ///< by the name that the file itself gives; null: it says nothing
+    [[nodiscard]] Orientation orientation() const; ///< as it is to be shown
     [[nodiscard]] const Data* data() const { return data_.get(); }
 
 private:

@@ -15,6 +15,8 @@ public:
     bool isHalf = false;        ///< the frame's 16 bits a sample are halves, for which the library has no planar format
     bool isSceneLinear = false; ///< of halves and floats: proportional to light
     QString colourSpace;        ///< as the file names it; null: it says nothing
+    QStringList channels;       ///< what the file calls what its planes hold, red first; empty: it doesn't
+    double black = 0, white = 1; ///< what of the file's own numbers stands as 0 and 1 here
 };
 
 /// What the stream says of how its pictures are to be turned.

@@ -43,9 +43,11 @@ AVRational constantRate(const SampleIndex& index, const AVStream& stream) {
     const double mean = seconds > 0 ? double(index.samples.size() - 1) / seconds : 0;
     // In a short movie several agree with rounded times: then the claim decides, if it is of a usual rate.
     // Otherwise a usual rate goes before a claim: claims made from a rounded clock come as 19001/317.
+    // Some containers write it with few digits, so that 30000/1001 comes as 989/33.
+    const auto means = [](AVRational claim, AVRational rate) { return std::abs(av_q2d(claim) / av_q2d(rate) - 1) < 1e-4; };
     for (const AVRational claim : claimed)
         for (const AVRational rate : usualRates)
-            if (usable(claim) && av_cmp_q(rate, claim) == 0 && agrees(index, rate)) return rate;
+            if (usable(claim) && means(claim, rate) && agrees(index, rate)) return rate;
     for (const AVRational rate : usualRates)
         if (std::abs(av_q2d(rate) / mean - 1) < 0.02 && agrees(index, rate)) return rate;
     for (const AVRational rate : claimed)

@@ -117,15 +117,13 @@ public:
         if (another || beyond) ++at_;
         if (at_ >= parts_.size() || (shown && !isIn(at_, time))) return std::nullopt;
         const Part& part = parts_[at_];
-        return Place{part.timeOf(std::max(time, shown ? part.from : time)), shown && part.shows(time), at_};
+        return Place{part.timeOf(std::max(time, part.from)), shown && part.shows(time), at_};
     }
     [[nodiscard]] bool isInLast() const { return at_ + 1 == parts_.size(); }
 
 private:
     [[nodiscard]] bool isIn(size_t part, qint64 time) const {
-        if (part >= parts_.size()) return false;
-        const qint64 slack = (parts_[part].until - parts_[part].from) / 2; // one may begin before and reach into it
-        return time >= parts_[part].from - slack && time < parts_[part].until;
+        return part < parts_.size() && time >= parts_[part].from && time < parts_[part].until;
     }
 
     const std::vector<Part>& parts_;

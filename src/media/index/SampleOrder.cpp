@@ -136,7 +136,6 @@ std::optional<std::pair<qint64, qint64>> spanOf(const std::vector<RawSample>& sa
     bool allKnown = true;
     for (size_t i = begin; i < end; ++i) {
         const RawSample& sample = samples[i];
-        if (!sample.shown) continue;
         const qint64 length = std::max<qint64>(1, sample.duration);
         if (sample.dts != unknownTime) {
             firstDecoded = std::min(firstDecoded, sample.dts);
@@ -156,7 +155,7 @@ std::optional<std::pair<qint64, qint64>> spanOf(const std::vector<RawSample>& sa
 } // namespace
 
 void evenOutRunsAhead(const MediaFile& file, std::vector<RawSample>& samples) {
-    if (std::strcmp(file.format()->iformat->name, "mpeg") != 0 || samples.size() < 3) return;
+    if (std::strcmp(file.format()->iformat->name, "mpeg") != 0 || samples.empty()) return;
     const qint64 step = samples[0].duration;
     constexpr size_t longest = 64; // pictures in one packet of the stream
     const auto isEven = [step](const RawSample& sample) { return sample.duration == step && sample.dts != unknownTime; };

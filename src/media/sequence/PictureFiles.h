@@ -32,6 +32,8 @@ struct ReadPicture {
     int exifOrientation = 1;   ///< 1 to 8, as it is to be turned
     bool isSceneLinear = false;
     QString colourSpace;       ///< as the file names it; null: it says nothing
+    QStringList channels;      ///< what the file calls what its planes hold: "R" or "diffuse.R"
+    double black = 0, white = 1; ///< what of the file's own numbers became 0 and 1
 };
 
 /// Memory for a picture of so many bytes; null where there is none to be had.
@@ -43,7 +45,7 @@ using PictureRoom = std::function<uchar*(size_t bytes)>;
 class PictureFiles {
 public:
     /// Changes with everything above: a module of another build is not taken.
-    static constexpr int version = 1;
+    static constexpr int version = 2;
 
     virtual ~PictureFiles() = default;
     /// Errors: none there, damaged or cut off, deep, too large, of no known kind.

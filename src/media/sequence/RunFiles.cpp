@@ -1,5 +1,6 @@
 #include "media/sequence/RunFiles.h"
 
+#include "base/FolderEntries.h"
 #include "base/jobs/Patience.h"
 #include "media/facts/MediaTypes.h"
 
@@ -8,8 +9,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-
-#include <dirent.h>
 
 namespace daylark {
 
@@ -46,8 +45,12 @@ RunAddress addressOf(const QString& folder, const FrameRun& run) {
 }
 
 Result<RunAddress> runInFolder(const QString& folder) {
-    const FolderNames names = picturesTakenApart(fileNamesIn(folder));
+    LeftOutNames leftOut;
+    const FolderNames names = picturesTakenApart(fileNamesIn(folder, &leftOut));
     if (names.runs.size() == 1) return addressOf(QDir::cleanPath(QDir(folder).absolutePath()), names.runs.front().run);
+    if (names.runs.empty() && leftOut.count > 0)
+        return Error{QStringLiteral("holds no run of pictures; %1 left out, not named in UTF-8: %2")
+                         .arg(leftOut.count).arg(leftOut.list())};
     if (names.runs.empty()) return Error{QStringLiteral("holds no run of pictures")};
     QStringList texts;
     for (const NamedRun& each : names.runs)
@@ -125,14 +128,18 @@ Result<RunFiles> RunFiles::look(const RunAddress& address, const CancelFlag* can
     return files;
 }
 
-QStringList fileNamesIn(const QString& folder) {
+QStringList fileNamesIn(const QString& folder, LeftOutNames* leftOut) {
     QStringList names;
     // The system's own list: the toolkit's asks about every file once more.
-    DIR* const open = ::opendir(QFile::encodeName(folder).constData());
+    const OpenFolder open(::opendir(QFile::encodeName(folder).constData()));
     if (!open) return names;
-    while (const dirent* entry = ::readdir(open))
-        if (entry->d_name[0] != '.' && entry->d_type != DT_DIR) names.append(QFile::decodeName(entry->d_name));
-    ::closedir(open);
+    while (const dirent* entry = ::readdir(open.get())) {
+        if (entry->d_name[0] == '.' || entry->d_type == DT_DIR) continue;
+        if (const auto name = textOfName(entry->d_name))
+            names.append(*name);
+        else if (leftOut)
+            leftOut->add(entry->d_name);
+    }
     return names;
 }
 

@@ -12,6 +12,8 @@
 
 namespace daylark {
 
+struct LeftOutNames;
+
 /// The pictures of a run that are there, as the folder says: names only, no file is opened. Worker threads.
 struct RunFiles {
     RunAddress address;          ///< with the last number that has come by now, unless the run keeps its ends
@@ -24,8 +26,9 @@ struct RunFiles {
     [[nodiscard]] static Result<RunFiles> look(const RunAddress& address, const CancelFlag* cancel = nullptr);
 };
 
-/// The names of a folder's files, hidden ones left out, in no order. Waits for the disk.
-[[nodiscard]] QStringList fileNamesIn(const QString& folder);
+/// The names of a folder's files, hidden ones left out, in no order; those that are no text are added to `leftOut`. Waits for
+/// the disk.
+[[nodiscard]] QStringList fileNamesIn(const QString& folder, LeftOutNames* leftOut = nullptr);
 /// Those of the names that can be pictures of a run, taken apart.
 [[nodiscard]] FolderNames picturesTakenApart(const QStringList& names);
 

@@ -86,6 +86,9 @@ VideoFrame pictureOf(const ReadPicture& read, AVBufferRef* block) {
     data->isHalf = read.numbers == ReadPicture::Numbers::half;
     data->isSceneLinear = read.isSceneLinear;
     data->colourSpace = read.colourSpace;
+    data->channels = read.channels;
+    data->black = read.black;
+    data->white = read.white;
     return VideoFrame(std::move(data));
 }
 
@@ -96,7 +99,9 @@ public:
         , reader_(reader)
         , size_(facts.size)
         , index_(indexOf(files_, facts.framesPerSecond))
-        , ahead_(std::clamp(QThread::idealThreadCount(), 1, mostAhead))
+        , usualBytes_(qint64(facts.size.width()) * facts.size.height() * widestPixel)
+        , ahead_(int(std::clamp<qint64>(mostBytesAhead / std::max<qint64>(1, usualBytes_), 1,
+                                        std::clamp(QThread::idealThreadCount(), 1, mostAhead))))
         , work_(ahead_) {}
     ~PicturesReader() override {
         work_.forgetWaiting();
@@ -120,16 +125,20 @@ public:
 
 private:
     static constexpr int mostAhead = 8;
+    /// What is read at once fits into a machine, whatever strangers' headers say: fewer of large ones, and none that is much
+    /// larger than the run's first.
+    static constexpr qint64 widestPixel = 12, mostBytesAhead = qint64(4) << 30, alwaysRead = qint64(512) << 20;
     /// A picture being read, or waiting for it.
     struct Reading {
         bool isDone = false, isWanted = true;
         VideoFrame picture; ///< null: there is none
+        QString trouble;    ///< why there is none
     };
 
     [[nodiscard]] QString pathOf(qint64 frame) const {
         return files_.address.pathOf(files_.address.movie.run.numberAt(frame));
     }
-    VideoFrame readFile(qint64 frame);
+    VideoFrame readFile(qint64 frame, QString* trouble = nullptr);
     std::shared_ptr<Reading> begin(qint64 frame);
     void readAhead(qint64 frame);
     Result<VideoFrame> whole(qint64 frame, const CancelFlag* cancel);
@@ -140,9 +149,11 @@ private:
     const QSize size_;
     const SampleIndex index_;
     const std::shared_ptr<PictureMemory> memory_ = std::make_shared<PictureMemory>();
+    const qint64 usualBytes_;
     const int ahead_;
     qint64 last_ = -1; ///< the frame that was read last
     int direction_ = 0;
+    QString trouble_; ///< of the last that could not be read
 
     std::mutex mutex_; // guards down to the blank line
     std::condition_variable done_;
@@ -152,15 +163,17 @@ private:
 };
 
 /// Whoever reads a file may meet it half written: then there is none as yet.
-VideoFrame PicturesReader::readFile(qint64 frame) {
+VideoFrame PicturesReader::readFile(qint64 frame, QString* trouble) {
     AVBufferRef* block = nullptr;
     const auto room = [&](size_t bytes) -> uchar* {
+        if (qint64(bytes) > std::max(2 * usualBytes_, alwaysRead)) return nullptr;
         block = memory_->block(bytes);
         return block ? block->data : nullptr;
     };
     const Result<ReadPicture> read = reader_.read(pathOf(frame), files_.address.movie.layer, room);
     if (read && block) return pictureOf(*read, block);
     av_buffer_unref(&block);
+    if (trouble && !read) *trouble = read.error().text;
     return {};
 }
 
@@ -174,10 +187,12 @@ std::shared_ptr<PicturesReader::Reading> PicturesReader::begin(qint64 frame) {
             const std::lock_guard lock(mutex_);
             if (!reading->isWanted) return;
         }
-        VideoFrame picture = readFile(frame);
+        QString trouble;
+        VideoFrame picture = readFile(frame, &trouble);
         {
             const std::lock_guard lock(mutex_);
             reading->picture = std::move(picture);
+            reading->trouble = trouble;
             reading->isDone = true;
         }
         done_.notify_all();
@@ -209,6 +224,7 @@ Result<VideoFrame> PicturesReader::whole(qint64 frame, const CancelFlag* cancel)
         if (cancel && cancel->load()) return Error{QStringLiteral("cancelled")};
         done_.wait_for(lock, 5ms);
     }
+    trouble_ = reading->trouble;
     return reading->picture;
 }
 
@@ -230,7 +246,8 @@ Result<VideoFrame> PicturesReader::read(qint64 n, const CancelFlag* cancel) {
     if (!picture->isNull()) return picture;
     const VideoFrame other = standIn(n, cancel);
     if (cancel && cancel->load()) return Error{QStringLiteral("cancelled")};
-    return other.isNull() ? Result<VideoFrame>(Error{QStringLiteral("no picture can be read")}) : other;
+    if (!other.isNull()) return other;
+    return Error{QStringLiteral("no picture can be read") + (trouble_.isEmpty() ? QString() : QStringLiteral(": ") + trouble_)};
 }
 
 VideoFrame PicturesReader::standIn(qint64 frame, const CancelFlag* cancel) {

@@ -26,8 +26,18 @@ std::optional<qint64> FrameNumbers::frameOf(qint64 number) const {
     return (number - first) / step + 1;
 }
 
-FrameNumbers frameNumbersOf(const Movie& movie, qint64 usualFirst) {
-    FrameNumbers numbers{usualFirst, 1};
+bool isNumberedByTimecode(const Movie& movie, std::optional<qint64> usualFirst) {
+    return !usualFirst && !movie.firstFrameNumber && !movie.frameRun;
+}
+
+FrameNumbers numbersByTimecode(const std::optional<SmpteTime>& start, float fps) {
+    return {start ? framesOfTimecode(timecodeText(1, fps, start), fps).value_or(1) : 1, 1};
+}
+
+FrameNumbers frameNumbersOf(const Movie& movie, std::optional<qint64> usualFirst, const std::optional<SmpteTime>& start,
+                            float fps) {
+    FrameNumbers numbers =
+        usualFirst ? FrameNumbers{*usualFirst, 1} : numbersByTimecode(start, fps > 0 ? fps : movie.mMovieFPS);
     if (movie.frameRun) numbers = {movie.frameRun->run.first, movie.frameRun->run.step};
     if (movie.firstFrameNumber)
         numbers.first = qBound(-largestNumber, numberToInt64(*movie.firstFrameNumber), largestNumber);

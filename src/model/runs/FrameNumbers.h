@@ -21,8 +21,14 @@ struct FrameNumbers {
     bool operator==(const FrameNumbers&) const = default;
 };
 
-/// By hand, else by the item's run of pictures, else what is usual (`usualFirst`).
-[[nodiscard]] FrameNumbers frameNumbersOf(const Movie& movie, qint64 usualFirst);
+/// By hand, else by the item's run of pictures, else what is usual: this number, or where there is none that of the timecode
+/// with which the item begins. `start` is its timecode track's, `fps` its rate where the record does not know it.
+[[nodiscard]] FrameNumbers frameNumbersOf(const Movie& movie, std::optional<qint64> usualFirst,
+                                          const std::optional<SmpteTime>& start = {}, float fps = 0);
+/// By the count of the timecode that the first frame has; 1 where there is none.
+[[nodiscard]] FrameNumbers numbersByTimecode(const std::optional<SmpteTime>& start, float fps);
+/// Only the timecode of the item's file can tell.
+[[nodiscard]] bool isNumberedByTimecode(const Movie& movie, std::optional<qint64> usualFirst);
 
 /// Frames since 00:00:00:00 at the rate rounded to a whole number, as timecode texts count them; none for a text that is no
 /// "hh:mm:ss:ff". Parts may be left out from the left; ";" and "." stand for ":" too.

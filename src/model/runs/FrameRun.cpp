@@ -89,6 +89,16 @@ QString FrameRun::text() const {
     return padding == 4 ? prefix + rangeOf(*this) + QLatin1Char('#') + suffix : addressText();
 }
 
+QString FrameRun::title() const {
+    qsizetype end = prefix.size();
+    while (end > 0 && QStringLiteral("._- ").contains(prefix[end - 1]))
+        --end;
+    if (end > 0) return prefix.left(end);
+    const QString name = nameOf(first);
+    const qsizetype stop = name.lastIndexOf(QLatin1Char('.'));
+    return stop > 0 ? name.left(stop) : name;
+}
+
 QString FrameRun::addressText() const {
     return prefix + rangeOf(*this) + QString(std::max(1, padding), QLatin1Char('@')) + suffix;
 }

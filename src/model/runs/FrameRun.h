@@ -33,6 +33,8 @@ struct FrameRun {
     [[nodiscard]] QString text() const;
     /// The same for addresses, where "#" has a meaning of its own: "sh010.1001-1100@@@@.exr".
     [[nodiscard]] QString addressText() const;
+    /// What files made of it are called after: "sh010", the name without its numbers; never empty.
+    [[nodiscard]] QString title() const;
     bool operator==(const FrameRun&) const = default;
 };
 

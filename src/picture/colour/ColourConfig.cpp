@@ -1,5 +1,8 @@
 #include "picture/colour/ColourConfig.h"
 
+#include "base/jobs/Patience.h"
+#include "picture/colour/ColourConfigParts.h"
+#include "picture/colour/ColourFiles.h"
 #include "picture/colour/ColourLibrary.h"
 
 #include <QFile>
@@ -17,6 +20,8 @@ namespace daylark {
 namespace {
 
 constexpr double middleGrey = 0.18;
+/// A share that is gone, or a text that the library has no end of work with.
+constexpr std::chrono::seconds configPatience{30};
 
 /// The library's own words, as the one sentence that an `Error` is.
 Error errorOf(const std::exception& failure) {
@@ -67,7 +72,11 @@ Result<std::shared_ptr<const ColourConfig>> ColourConfig::read(const QString& pa
             std::istringstream stream(file.readAll().toStdString());
             library->config = ocio::Config::CreateFromStream(stream);
         } else {
+            if (const auto checked = checkColourConfigFile(path); !checked) return checked.error();
             library->config = ocio::Config::CreateFromFile(QFile::encodeName(path).constData());
+            const Result<QStringList> tables = tableFilesOfParts(*library->config);
+            if (!tables) return tables.error();
+            if (const auto checked = checkColourTableFiles(*tables); !checked) return checked.error();
         }
         library->config->validate();
         return std::shared_ptr<const ColourConfig>(new ColourConfig(path, std::move(library)));
@@ -76,8 +85,14 @@ Result<std::shared_ptr<const ColourConfig>> ColourConfig::read(const QString& pa
     }
 }
 
+const QString ColourConfig::ownName = QStringLiteral("Daylark");
+
 Result<std::shared_ptr<const ColourConfig>> ColourConfig::chosen(const QString& path) {
-    return read(path.isEmpty() ? qEnvironmentVariable("OCIO") : path);
+    if (path == ownName) return read({});
+    using Answer = Result<std::shared_ptr<const ColourConfig>>;
+    const auto answer = askWithPatience<Answer>(
+        [file = path.isEmpty() ? qEnvironmentVariable("OCIO") : path] { return read(file); }, configPatience);
+    return answer ? *answer : Answer(Error{QStringLiteral("the colour configuration takes too long to read")});
 }
 
 std::shared_ptr<const ColourConfig> ColourConfig::own() {

@@ -16,13 +16,15 @@ namespace daylark {
 /// thread. Reading takes a disk's time, and may fail: then there is a sentence that says why.
 class ColourConfig {
 public:
+    /// What our own one is called where others are called by their paths.
+    static const QString ownName;
     struct Space {
         QString name;
         QString family; ///< as the configuration groups them; may be empty
     };
 
     [[nodiscard]] static Result<std::shared_ptr<const ColourConfig>> read(const QString& path);
-    /// By this path; where it is empty by $OCIO; where that is empty our own.
+    /// By this path, or our own by its name; where it is empty by $OCIO; where that is empty our own.
     [[nodiscard]] static Result<std::shared_ptr<const ColourConfig>> chosen(const QString& path);
     [[nodiscard]] static std::shared_ptr<const ColourConfig> own();
     ~ColourConfig();

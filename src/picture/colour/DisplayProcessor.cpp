@@ -1,9 +1,11 @@
 #include "picture/colour/DisplayProcessor.h"
 
 #include "picture/colour/ColourLibrary.h"
+#include "picture/colour/DisplaySteps.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <vector>
 
 namespace daylark {
 
@@ -30,10 +32,6 @@ bool takesLong(const ocio::ConstProcessorRcPtr& processor) {
     return false;
 }
 
-ocio::ConstCPUProcessorRcPtr onFloats(const ocio::ConstProcessorRcPtr& processor) {
-    return processor->getOptimizedCPUProcessor(ocio::BIT_DEPTH_F32, ocio::BIT_DEPTH_F32, ocio::OPTIMIZATION_DEFAULT);
-}
-
 /// The numbers that a table of that edge stands for.
 ocio::AllocationTransformRcPtr tableScale(bool isLight) {
     const auto scale = ocio::AllocationTransform::Create();
@@ -49,11 +47,6 @@ ocio::AllocationTransformRcPtr tableScale(bool isLight) {
     return scale;
 }
 
-void applyTo(const ocio::ConstCPUProcessorRcPtr& processor, float* rgba, qsizetype pixels) {
-    ocio::PackedImageDesc image(rgba, long(pixels), 1, 4);
-    processor->apply(image);
-}
-
 } // namespace
 
 DisplayProcessor::DisplayProcessor(const DisplayTransform& transform, std::unique_ptr<Library> library)
@@ -66,19 +59,39 @@ DisplayProcessor::DisplayProcessor(const DisplayTransform& transform, std::uniqu
 DisplayProcessor::~DisplayProcessor() = default;
 
 bool DisplayProcessor::hasQuickForm() const {
-    return bool(library_->quick);
+    return library_->steps || library_->table;
 }
 
 void DisplayProcessor::apply(float* rgba, qsizetype pixels) const {
     applyTo(library_->exact, rgba, pixels);
 }
 
-void DisplayProcessor::applyQuickly(float* rgba, qsizetype pixels) const {
-    applyTo(library_->quick ? library_->quick : library_->exact, rgba, pixels);
+void DisplayProcessor::applyQuickly(float* const* rgb, qsizetype pixels) const {
+    if (library_->steps) return library_->steps->apply(rgb, pixels);
+    constexpr qsizetype block = 1024;
+    std::array<float, 4 * block> rgba;
+    for (qsizetype done = 0; done < pixels; done += block) {
+        const qsizetype count = std::min(block, pixels - done);
+        for (qsizetype x = 0; x < count; ++x) {
+            float* const pixel = rgba.data() + 4 * x;
+            for (qsizetype channel = 0; channel < 3; ++channel)
+                pixel[channel] = rgb[channel][done + x];
+            pixel[3] = 1;
+        }
+        applyTo(library_->table ? library_->table : library_->exact, rgba.data(), count);
+        for (qsizetype x = 0; x < count; ++x)
+            for (qsizetype channel = 0; channel < 3; ++channel)
+                rgb[channel][done + x] = rgba[size_t(4 * x + channel)];
+    }
 }
 
 void DisplayProcessor::makeQuickForm(bool isLight) {
     if (!takesLong(library_->processor)) return;
+    library_->steps = DisplaySteps::of(library_->processor, isLight);
+    if (!library_->steps) makeTable(isLight);
+}
+
+void DisplayProcessor::makeTable(bool isLight) {
     const auto nothing = ocio::Config::CreateRaw();
     const ocio::AllocationTransformRcPtr there = tableScale(isLight), back = tableScale(isLight);
     back->setDirection(ocio::TRANSFORM_DIR_INVERSE);
@@ -102,7 +115,7 @@ void DisplayProcessor::makeQuickForm(bool isLight) {
     const auto both = ocio::GroupTransform::Create();
     both->appendTransform(there);
     both->appendTransform(table);
-    library_->quick = onFloats(nothing->getProcessor(both));
+    library_->table = onFloats(nothing->getProcessor(both));
 }
 
 void DisplayProcessor::makeShader() {

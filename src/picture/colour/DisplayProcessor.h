@@ -28,9 +28,10 @@ struct DisplayShader {
 };
 
 /// A display transform made ready to be carried out on RGB, by the colour library. Two forms: the exact one, and a quick one
-/// for the pictures of a run where the exact one takes long (a table of 65 x 65 x 65 behind a logarithm, for light: a tenth of a
-/// step of 255 off on average, more where colours are nearly pure, and without light below zero). Made by a `ColourConfig`,
-/// by any thread; never changes; any thread.
+/// for the pictures of a run where the exact one takes long. The quick one is `DisplaySteps`, a quarter of a step of 255
+/// away at most; of a transform whose steps are unknown to us a table of 65 x 65 x 65 behind a logarithm, for light: a tenth
+/// of a step off on average, ten and more where colours are nearly pure, and without light below zero. Made by a
+/// `ColourConfig`, by any thread; never changes; any thread.
 class DisplayProcessor {
 public:
     ~DisplayProcessor();
@@ -40,8 +41,9 @@ public:
     [[nodiscard]] const DisplayTransform& transform() const { return transform_; }
     /// On so many pixels of red, green, blue, alpha, in place; alpha stays.
     void apply(float* rgba, qsizetype pixels) const;
-    /// Like `apply`, by the quick form where there is one.
-    void applyQuickly(float* rgba, qsizetype pixels) const;
+    /// The same by the quick form where there is one, on planes of red, green and blue, in place. What is no number may
+    /// become any.
+    void applyQuickly(float* const* rgb, qsizetype pixels) const;
     [[nodiscard]] bool hasQuickForm() const;
     [[nodiscard]] const DisplayShader& shader() const { return shader_; }
 
@@ -50,6 +52,7 @@ private:
     struct Library; ///< the library's processors
     DisplayProcessor(const DisplayTransform& transform, std::unique_ptr<Library> library);
     void makeQuickForm(bool isLight);
+    void makeTable(bool isLight);
     void makeShader();
 
     DisplayTransform transform_;

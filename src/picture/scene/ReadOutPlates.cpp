@@ -43,12 +43,20 @@ void ReadOutPlates::setTexts(const ReadOuts& texts, QSize size) {
     const QString name =
         QFontMetrics(words).elidedText(plain::line(texts.filename), Qt::ElideMiddle, int(room.width() * 0.6));
     add(name, room, Qt::AlignRight | Qt::AlignTop, words, colour);
-    add(texts.looking, room, Qt::AlignRight | Qt::AlignBottom, words, texts.text);
+    const qreal aside = room.width() * 0.2; // beside the timecode, never over it
+    const QRectF besideTimecode = room.adjusted(aside, 0, 0, 0);
+    add(texts.looking, besideTimecode, Qt::AlignRight | Qt::AlignBottom, words, texts.text);
+    const QSizeF said = QFontMetricsF(words)
+                            .boundingRect(besideTimecode.marginsRemoved(platePadding), Qt::TextWordWrap,
+                                          plain::paragraph(texts.looking))
+                            .size();
     add(texts.message, room, Qt::AlignCenter, words, texts.dimText, false);
 
     words.setPixelSize(std::clamp(size.height() / 28, 15, 40));
-    const qreal aside = room.width() * 0.2; // beside the timecode, never over it
-    add(texts.overlayText, room.adjusted(aside, 0, -aside, 0), Qt::AlignHCenter | Qt::AlignBottom, words,
+    // Over what is said at the right, where that is long: why a picture is shown raw.
+    const bool isLong = !texts.looking.isEmpty() && said.width() + platePadding.left() + platePadding.right() > aside;
+    const qreal foot = isLong ? said.height() + platePadding.top() + platePadding.bottom() + platePadding.top() : 0;
+    add(texts.overlayText, room.adjusted(aside, 0, -aside, -foot), Qt::AlignHCenter | Qt::AlignBottom, words,
         texts.overlayColour);
 }
 

@@ -62,6 +62,12 @@ Scene filledByPicture(const Scene& scene) {
     return filled;
 }
 
+Scene detached(const Scene& scene) {
+    Scene own = scene;
+    if (own.drawing) own.drawing = std::make_shared<const DrawingCanvas>(*own.drawing);
+    return own;
+}
+
 QImage renderScene(const Scene& scene, QSize pixels, double pixelRatio) {
     QImage image(pixels, QImage::Format_RGB32);
     if (image.isNull()) return image;

@@ -50,6 +50,9 @@ struct ScenePlacement {
 /// The same with an area that the picture fills: no bars beside it and nothing of it outside. As it is without a picture.
 [[nodiscard]] Scene filledByPicture(const Scene& scene);
 
+/// The same with a drawing of its own, for another thread: whoever draws on goes on elsewhere.
+[[nodiscard]] Scene detached(const Scene& scene);
+
 /// The whole scene in an image of this many pixels, by the software renderer; the area is stretched onto it.
 /// `pixelRatio`: the screen's, where the image is to be pixel for pixel what is on screen (the rounded sizes
 /// give another); 0: by the sizes.

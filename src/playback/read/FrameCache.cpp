@@ -32,6 +32,23 @@ void FrameCache::sweep() {
     forgotten.swap(forgotten_);
 }
 
+void FrameCache::carryOver(quint64 generation) {
+    const std::lock_guard lock(mutex_);
+    generation_ = generation;
+    beside_ = 0;
+}
+
+void FrameCache::drop(const std::vector<qint64>& frames) {
+    const std::lock_guard lock(mutex_);
+    Pictures dropped;
+    for (const qint64 frame : frames)
+        if (auto picture = pictures_.extract(frame)) {
+            bytes_ -= picture.mapped().isNull() ? 0 : picture.mapped().byteCount();
+            dropped.insert(std::move(picture));
+        }
+    if (!dropped.empty()) forgotten_.push_back(std::move(dropped));
+}
+
 void FrameCache::setTravel(const Travel& travel) {
     const std::lock_guard lock(mutex_);
     travel_ = travel;

@@ -41,6 +41,9 @@ public:
     /// freeing many pictures takes time that the interface thread does not have.
     void reset(quint64 generation);
     void sweep();
+    /// From now on takes this generation only, and keeps what it holds: the same movie, opened anew.
+    void carryOver(quint64 generation);
+    void drop(const std::vector<qint64>& frames);
     void setTravel(const Travel& travel);
     /// Takes a picture (a null one stands for a frame that cannot be read). False when it was not kept.
     bool put(quint64 generation, qint64 frame, const VideoFrame& picture);

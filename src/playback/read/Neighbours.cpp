@@ -49,7 +49,8 @@ Result<std::unique_ptr<PreparedMovie>> prepareMovie(const QString& path, const C
                                                     SampleTables* tables) {
     auto movie = std::make_unique<PreparedMovie>();
     movie->path = path;
-    std::tie(movie->fileSize, movie->fileModified) = stampOf(path, &cancel);
+    // A run's pictures are only looked at where it is to be ready for later: opening it takes their names alone.
+    if (!RunAddress::of(path)) std::tie(movie->fileSize, movie->fileModified) = stampOf(path, &cancel);
     auto reader = FrameReader::open(path, &cancel, tables);
     if (!reader) return reader.error();
     movie->reader = std::move(*reader);
@@ -140,6 +141,7 @@ std::unique_ptr<PreparedMovie> Neighbours::take(const QString& path, const Cance
 }
 
 void Neighbours::keep(std::unique_ptr<PreparedMovie> movie) {
+    if (RunAddress::of(movie->path)) return; // nobody knows whether its pictures are still those
     {
         const std::lock_guard lock(mutex_);
         if (wishes_.empty()) return;
@@ -211,7 +213,9 @@ void Neighbours::prepare(const NeighbourMovie& wish, std::unique_lock<std::mutex
     lock.unlock();
     bool more = true;
     if (!movie) {
+        const auto stamp = stampOf(wish.path, &cancel_); // what comes later is noticed
         auto fresh = prepareMovie(wish.path, cancel_, tables_);
+        if (fresh) std::tie((*fresh)->fileSize, (*fresh)->fileModified) = stamp;
         more = fresh && (*fresh)->index->count() > 0;
         if (more) movie = std::move(*fresh);
     } else {

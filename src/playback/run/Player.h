@@ -37,6 +37,10 @@ public:
     /// Opens a file on the decode thread; answers with `opened` or `openFailed`. A newer `open` or `close`
     /// cancels an older one.
     void open(const QString& path, const MovieSound& sound = {});
+    /// The run of pictures that is open, opened anew because some of its pictures have come, gone or been made again: place,
+    /// rate and all other pictures stay, and while it is opened what is shown stays. `changed`: frames, from 1. Answers with
+    /// `renewed`, or with `openFailed` where it cannot be read any more. Where nothing is open: as `open`.
+    void renew(const QString& path, const std::vector<qint64>& changed, const MovieSound& sound = {});
     /// Another sound for the movie that is open, or being opened; a run goes on, and the sound comes in where
     /// it is.
     void setSound(const MovieSound& sound);
@@ -98,6 +102,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void opened();
     void openFailed(const QString& reason);
+    void renewed(); ///< the index may be another one; its pictures follow
     /// A picture to show: exactly frame `number` (from 1). While a hand drags or a run is late it may be one
     /// on the way to the current frame; standing, the current one always follows.
     void frameShown(const daylark::VideoFrame& frame, qint64 number);

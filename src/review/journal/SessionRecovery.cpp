@@ -54,10 +54,11 @@ bool hasSteps(const JournalRecords& journal) {
                        [](const auto& record) { return record.kind == JournalRecord::Kind::changes; });
 }
 
-std::unique_ptr<ReviewRecords> recordsWith(ReviewRecords::Playlists playlists,
-                                           const std::vector<RecordId>& ids) {
+std::unique_ptr<ReviewRecords> recordsWith(ReviewRecords::Playlists playlists, const std::vector<RecordId>& ids,
+                                           const QString& colourConfiguration) {
     auto records = std::make_unique<ReviewRecords>(ReviewRecords::Keep::everything_met);
     records->adopt(std::move(playlists), ids);
+    records->adoptColourConfiguration(colourConfiguration);
     return records;
 }
 
@@ -122,12 +123,13 @@ std::optional<RecoveredSession> recoverSession(SessionContents contents, const Q
     const JournalRecord& base = journal.records[baseAt];
     RecoveredSession recovered;
     recovered.sequence = base.sequence;
-    auto records = recordsWith(std::move(contents.playlists), parseJournalBase(base.payload)->ids);
+    auto records =
+        recordsWith(std::move(contents.playlists), parseJournalBase(base.payload)->ids, contents.colourConfiguration);
     for (size_t at = 0; at < journal.records.size(); ++at) {
         const JournalRecord& record = journal.records[at];
         if (record.kind == JournalRecord::Kind::numbering && at > baseAt) {
             if (const auto ids = parseJournalNumbers(record.payload))
-                records = recordsWith(records->playlists(), *ids);
+                records = recordsWith(records->playlists(), *ids, records->colourConfiguration());
         }
         if (record.kind != JournalRecord::Kind::changes || record.sequence <= base.sequence) continue;
         if (record.sequence != recovered.sequence + 1) break;
@@ -148,6 +150,7 @@ std::optional<RecoveredSession> recoverSession(SessionContents contents, const Q
     }
     recovered.contents = std::move(contents);
     recovered.contents.playlists = records->playlists();
+    recovered.contents.colourConfiguration = records->colourConfiguration();
     recovered.contents.hasPlaylists = recovered.contents.hasPlaylists || recovered.steps > 0;
     return recovered;
 }

@@ -1,10 +1,12 @@
 #include "tool/bench/PlayBench.h"
 
 #include "annotate/GradeArithmetic.h"
+#include "model/runs/MovieRun.h"
 #include "picture/PictureRenderer.h"
 #include "playback/run/PlaybackClock.h"
 #include "playback/run/Player.h"
 #include "tool/bench/BenchSupport.h"
+#include "tool/ColourArgument.h"
 #include "tool/GradeArgument.h"
 #include "tool/ToolContext.h"
 #include "tool/MediaArgument.h"
@@ -21,7 +23,8 @@ namespace daylark::tool {
 namespace {
 
 struct PlayArguments {
-    std::string file, size, grade;
+    std::string file, size, grade, layer;
+    ColourArguments colour;
     std::vector<std::string> files;
     double seconds = 5, rate = 1;
     int count = 0;
@@ -41,6 +44,12 @@ public:
         moments_.assign(1, 0);
         numbers_.clear();
     }
+    /// As pictures of a run go through it.
+    void setDisplay(const std::shared_ptr<const DisplayProcessor>& display) {
+        request_.display = display;
+        request_.quickly = true;
+    }
+    [[nodiscard]] const PictureRequest& request() const { return request_; }
     [[nodiscard]] double elapsedMs() const { return msOf(timer_); }
     [[nodiscard]] qint64 shown() const { return qint64(numbers_.size()); }
     [[nodiscard]] double longestGapMs() const {
@@ -91,7 +100,7 @@ double yardstickSeconds(const QString& path, qint64 first, qint64 last, qint64 s
 }
 
 void benchPlay(ToolContext& context, const PlayArguments& arguments) {
-    const std::optional<QString> media = mediaArgument(context, arguments.file);
+    const std::optional<QString> media = mediaArgument(context, arguments.file, arguments.layer);
     if (!media) return;
     const QString path = *media;
     const Result<Grade> grade = gradeArgument(QString::fromStdString(arguments.grade));
@@ -103,6 +112,10 @@ void benchPlay(ToolContext& context, const PlayArguments& arguments) {
     Player player(clock);
     Screen screen(player, request);
     if (!shownFirst(context, player, path)) return;
+    const auto display = arguments.colour.processorFor(context, player.shownFrame(),
+                                                       {pathOfAddress(path), {}, false, RunAddress::of(path).has_value()});
+    if (!display) return;
+    screen.setDisplay(*display);
     const double frameMs = 1000.0 * double(player.index().endTicks) / double(player.index().timeScale) /
                            double(player.index().count()) / std::abs(arguments.rate);
     if (!(frameMs > 0) || !std::isfinite(frameMs))
@@ -138,7 +151,7 @@ void benchPlay(ToolContext& context, const PlayArguments& arguments) {
                         {QStringLiteral("peakMemoryMiB"), peakMiB}};
     if (arguments.yardstick && arguments.rate > 0 && readyAtLast > readyAtFirst) {
         player.close();
-        const double alone = yardstickSeconds(path, readyAtFirst, readyAtLast, shown, request);
+        const double alone = yardstickSeconds(path, readyAtFirst, readyAtLast, shown, screen.request());
         figures[QStringLiteral("framesDecoded")] = readyAtLast - readyAtFirst;
         figures[QStringLiteral("yardstickCpuSeconds")] = alone;
         figures[QStringLiteral("cpuToYardstick")] = alone > 0 ? processor / alone : 0;
@@ -152,7 +165,13 @@ void benchNext(ToolContext& context, const PlayArguments& arguments) {
     Player player(clock);
     const qsizetype count = qsizetype(arguments.files.size());
     std::vector<double> times;
-    const auto path = [&](qsizetype place) { return QString::fromStdString(arguments.files[size_t(place)]); };
+    QStringList media;
+    for (const std::string& file : arguments.files) {
+        const std::optional<QString> one = mediaArgument(context, file);
+        if (!one) return;
+        media.append(*one);
+    }
+    const auto path = [&](qsizetype place) { return media[place]; };
     if (!shownFirst(context, player, path(0))) return;
     qsizetype place = 0;
     for (int change = 0; change < arguments.count; ++change) {
@@ -194,6 +213,8 @@ void addPlayBenches(CLI::App& bench, ToolContext& context) {
             return sizeOf(text).isEmpty() ? std::string("a size is WIDTHxHEIGHT") : std::string();
         });
     play->add_option("--grade", arguments->grade, "exposure=1,gamma=2,...");
+    play->add_option("--layer", arguments->layer, "of a run: a layer or a channel, as probe lists them");
+    arguments->colour.addTo(*play);
     play->add_flag(
         "--yardstick", arguments->yardstick,
         "also measures decoding and converting the same frames alone (movies longer than the run)");

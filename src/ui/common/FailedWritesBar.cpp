@@ -13,15 +13,10 @@
 
 namespace daylark {
 
-namespace {
-
-constexpr size_t mostLines = 3; // further ones are counted
-
-} // namespace
-
-FailedWritesBar::FailedWritesBar(FailedWrites& writes, QWidget* parent)
+FailedWritesBar::FailedWritesBar(FailedWrites& writes, QWidget* parent, size_t mostLines)
     : QWidget(parent)
     , writes_(writes)
+    , mostLines_(mostLines)
     , lines_(new QVBoxLayout(this)) {
     setObjectName(QStringLiteral("failedWrites"));
     setAccessibleName(tr("What is not written"));
@@ -44,13 +39,8 @@ void FailedWritesBar::refresh() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     const size_t count = writes_.list().size();
-    for (size_t at = 0; at < std::min(count, mostLines); ++at)
+    for (size_t at = 0; at < std::min(count, mostLines_); ++at)
         layout->addWidget(lineOf(at));
-    if (count > mostLines) {
-        auto* more = new PlainLabel(tr("%1 more").arg(count - mostLines), inside_);
-        more->setFont(theme::smallFont());
-        layout->addWidget(more);
-    }
     lines_->addWidget(inside_);
     setVisible(count > 0);
 }
@@ -73,6 +63,16 @@ QWidget* FailedWritesBar::lineOf(size_t at) {
     text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long reason makes no window wider
     layout->addWidget(icon);
     layout->addWidget(text, 1);
+    if (at + 1 == mostLines_ && writes_.list().size() > mostLines_) {
+        auto* more = new PlainLabel(tr("%1 more").arg(writes_.list().size() - mostLines_), line);
+        more->setObjectName(QStringLiteral("failedWritesMore"));
+        more->setFont(theme::smallFont());
+        QStringList paths;
+        for (size_t other = mostLines_; other < writes_.list().size(); ++other)
+            paths << writes_.list()[other].path;
+        more->setToolTip(plain::toolTip(paths.join(QLatin1Char('\n'))));
+        layout->addWidget(more);
+    }
     const auto add = [&](const QString& title, const char* name, const std::function<void()>& action) {
         if (!action) return;
         auto* button = new QToolButton(line);

@@ -43,8 +43,8 @@ FoldingStrip::FoldingStrip(QWidget& row, const std::vector<QWidget*>& leaving, i
 }
 
 bool FoldingStrip::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &row_ && (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest))
-        fold();
+    const QEvent::Type type = event->type();
+    if (watched == &row_ && (type == QEvent::Resize || type == QEvent::LayoutRequest || type == QEvent::Show)) fold();
     return QObject::eventFilter(watched, event);
 }
 
@@ -52,7 +52,13 @@ bool FoldingStrip::leaves(const QWidget* control) const {
     return std::find(leaving_.begin(), leaving_.end(), control) != leaving_.end();
 }
 
-/// Hidden ones and the gaps between included, the way to them not.
+void FoldingStrip::setWanted(const QWidget* control, bool wanted) {
+    if (unwanted_.contains(control) != wanted) return;
+    wanted ? void(unwanted_.remove(control)) : void(unwanted_.insert(control));
+    fold();
+}
+
+/// Folded ones and the gaps between included, the way to them not, nor what is not there at all.
 int FoldingStrip::widthOfAll() const {
     const QLayout* layout = row_.layout();
     const QMargins margins = layout->contentsMargins();
@@ -60,7 +66,8 @@ int FoldingStrip::widthOfAll() const {
     for (int i = 0; i < layout->count(); ++i) {
         const QLayoutItem* item = layout->itemAt(i);
         const QWidget* control = const_cast<QLayoutItem*>(item)->widget();
-        if (control == more_) continue;
+        const bool isAway = control && control->isHidden() && (!leaves(control) || unwanted_.contains(control));
+        if (control == more_ || isAway) continue;
         width += control ? widthOf(*control) + layout->spacing() : item->minimumSize().width();
     }
     return width;
@@ -69,15 +76,18 @@ int FoldingStrip::widthOfAll() const {
 void FoldingStrip::fold() {
     if (folding_) return;
     folding_ = true;
+    for (const QPointer<QWidget>& control : leaving_)
+        if (control && unwanted_.contains(control)) control->hide();
     const int gap = row_.layout()->spacing();
     int over = widthOfAll() - row_.width();
     const bool folds = over > 0;
     if (folds) over += widthOf(*more_) + gap;
     for (const QPointer<QWidget>& control : leaving_) {
         if (!control) continue;
-        const bool goes = over > 0;
+        const bool isWanted = !unwanted_.contains(control), goes = isWanted && over > 0;
         if (goes) over -= widthOf(*control) + gap;
-        if (control->isHidden() != goes) control->setHidden(goes);
+        const bool hides = goes || !isWanted;
+        if (control->isHidden() != hides) control->setHidden(hides);
     }
     if (more_->isHidden() == folds) more_->setVisible(folds);
     folding_ = false;
@@ -89,7 +99,7 @@ void FoldingStrip::fillMenu() {
     const QLayout* layout = row_.layout();
     for (int i = 0; i < layout->count(); ++i) {
         QWidget* control = layout->itemAt(i)->widget();
-        if (!control || !control->isHidden() || !leaves(control)) continue;
+        if (!control || !control->isHidden() || !leaves(control) || unwanted_.contains(control)) continue;
         if (const auto* button = qobject_cast<QToolButton*>(control)) {
             if (QMenu* below = button->menu())
                 menu_->addMenu(below);

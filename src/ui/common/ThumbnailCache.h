@@ -21,6 +21,7 @@ public:
 
     /// The same picture, larger: shown in its place until it is dropped.
     void sharpen(const Image& image, const QImage& larger);
+    void forgetSharp() { entries_.clear(); } ///< larger ones are no more what is to be shown
     [[nodiscard]] bool isSharp(const Image& image, int width) const; ///< shown with so many pixels, or all that there are
 
 private:

@@ -35,11 +35,22 @@ ToolPanel::ToolPanel(const QString& title, QWidget* content, QWidget* viewer)
             QTimer::singleShot(lookAgainMilliseconds, this, &ToolPanel::lookAtKeyboard);
     });
     connect(title_, &PanelTitle::closeClicked, this, &ToolPanel::closeWanted);
+    connect(this, &QDockWidget::topLevelChanged, this, &ToolPanel::nameWindow);
 }
 
 void ToolPanel::setTitle(const QString& title) {
-    setWindowTitle(plain::windowTitle(title));
     title_->setTitle(title);
+    nameWindow();
+}
+
+void ToolPanel::setTabWord(const QString& word) {
+    tabWord_ = word;
+    nameWindow();
+}
+
+/// Docked, a window's title is seen on its tab alone.
+void ToolPanel::nameWindow() {
+    setWindowTitle(plain::windowTitle(isFloating() || tabWord_.isEmpty() ? title_->title() : tabWord_));
 }
 
 bool ToolPanel::takesKeys(const QWidget* widget) {

@@ -17,6 +17,8 @@ public:
     ToolPanel(const QString& title, QWidget* content, QWidget* viewer);
 
     void setTitle(const QString& title); ///< of the window and of the title line
+    /// What its tab says beside those of other docked panels, where the title would be cut.
+    void setTabWord(const QString& word);
     /// Whether the widget that has the focus in here is one that keys are meant for.
     [[nodiscard]] bool usesKeyboard() const;
 
@@ -38,8 +40,10 @@ protected:
 
 private:
     void lookAtKeyboard();
+    void nameWindow();
 
     PanelTitle* title_;
+    QString tabWord_;
     bool pressedElsewhere_ = false;
 };
 

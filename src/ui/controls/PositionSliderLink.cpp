@@ -18,7 +18,9 @@ PositionSliderLink::PositionSliderLink(MoviePlayerController& controller, Positi
     slider_.setDescription([this](double ticks) {
         const SampleIndex& index = controller_.player().index();
         const qint64 frame = index.frameAt({qint64(ticks) + index.step / 2, index.timeScale}) + 1;
-        return tr("Frame %1\n%2").arg(frame).arg(controller_.time().computeTimecodeFromFrameNumber(frame));
+        const QString own = controller_.time().productionTextOf(frame);
+        return tr("Frame %1\n%2").arg(frame).arg(controller_.time().computeTimecodeFromFrameNumber(frame)) +
+               (own.isEmpty() ? own : u'\n' + own);
     });
     connect(&slider_, &PositionSlider::sought, this,
             [this](double ticks) { controller_.transport().setSliderTime(ticks); });

@@ -8,11 +8,13 @@
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "ui/controls/LayerButton.h"
+#include "ui/controls/ViewChoiceButton.h"
 #include "ui/controls/VolumeButton.h"
 #include "ui/controls/ZoomButton.h"
 #include "viewer/MoviePlayerController.h"
 
 #include <QActionGroup>
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QToolButton>
@@ -26,6 +28,7 @@ namespace daylark {
 namespace {
 
 constexpr int stripHeight = 56;
+constexpr int betweenNumbers = 12; // so that a production's number doesn't run into the timecode
 
 struct RepeatChoice {
     RepeatMode mode;
@@ -49,6 +52,8 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     elapsed_ = readOut(QStringLiteral("elapsed"), tr("Elapsed time"), QStringLiteral("0:00:00"));
     counter_ = readOut(QStringLiteral("counter"), tr("Frame"), QStringLiteral("00000 / 00000"));
     timecode_ = readOut(QStringLiteral("timecode"), tr("Timecode"), QStringLiteral("TC 00:00:00:00"));
+    timecode_->setContentsMargins(betweenNumbers, 0, 0, 0);
+    timecode_->setMinimumWidth(timecode_->minimumWidth() + betweenNumbers);
     rate_ = readOut(QStringLiteral("rate"), tr("Speed"), QStringLiteral("×−00.0"));
     rate_->setAlignment(Qt::AlignCenter);
     repeat_ = repeatPopUp();
@@ -74,6 +79,11 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     layout->addWidget(flag_);
     layout->addSpacing(8);
     layout->addWidget(new LayerButton(controller_.run(), this));
+    using Choice = ViewChoiceButton::Choice;
+    for (const auto& [choice, button] : {std::pair(Choice::display, &display_), std::pair(Choice::view, &view_)}) {
+        *button = new ViewChoiceButton(choice, controller_.colour(), commands_.action(QStringLiteral("viewer.colour")), this);
+        layout->addWidget(*button);
+    }
     layout->addWidget(new ZoomButton(commands_, controller_.geometry(), this));
     for (const char* id : {"viewer.notes", "viewer.drawingTools", "viewer.gradeTools", "viewer.bookmarks",
                            "viewer.options", "viewer.playlistDrawer", "viewer.fullScreen"})
@@ -86,10 +96,14 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
 
 // In the smallest window the transport, the counter, the volume and full screen are left beside the way to the others.
 void TransportBar::letItFold() {
-    std::vector<QWidget*> leaving{repeat_, elapsed_};
-    for (const char* id : {"viewer.options", "viewer.gradeTools", "viewer.drawingTools", "viewer.bookmarks",
-                           "viewer.notes", "viewer.playlistDrawer"})
+    std::vector<QWidget*> leaving{repeat_,
+                                  elapsed_,
+                                  buttons_[QStringLiteral("viewer.options")],
+                                  buttons_[QStringLiteral("viewer.gradeTools")],
+                                  display_};
+    for (const char* id : {"viewer.drawingTools", "viewer.bookmarks", "viewer.notes", "viewer.playlistDrawer"})
         leaving.push_back(buttons_[QLatin1String(id)]);
+    leaving.push_back(view_);
     leaving.push_back(rate_);
     leaving.push_back(findChild<ZoomButton*>());
     leaving.push_back(flag_);
@@ -98,7 +112,12 @@ void TransportBar::letItFold() {
          {"viewer.previousMovie", "viewer.nextMovie", "viewer.firstFrame", "viewer.lastFrame"})
         leaving.push_back(buttons_[QLatin1String(id)]);
     leaving.erase(std::remove(leaving.begin(), leaving.end(), nullptr), leaving.end());
-    new FoldingStrip(*this, leaving, 420); // the row owns it
+    auto* strip = new FoldingStrip(*this, leaving, 420); // the row owns it
+    for (ViewChoiceButton* button : {display_, view_}) {
+        const auto follow = [strip, button] { strip->setWanted(button, button->isWanted()); };
+        connect(button, &ViewChoiceButton::wantedChanged, strip, follow);
+        follow();
+    }
 }
 
 PlainLabel* TransportBar::readOut(const QString& name, const QString& accessibleName, const QString& widest) {
@@ -132,7 +151,8 @@ QToolButton* TransportBar::repeatPopUp() {
     auto* group = new QActionGroup(choices);
     for (const RepeatChoice& choice : repeatChoices) {
         const QString title = wordOf(choice.mode);
-        QAction* action = choices->addAction(theme::icon(QLatin1String(choice.icon)), plain::menuTitle(title));
+        const QString shown = QCoreApplication::translate("Words", title.toUtf8().constData());
+        QAction* action = choices->addAction(theme::icon(QLatin1String(choice.icon)), plain::menuTitle(shown));
         action->setCheckable(true);
         action->setIconVisibleInMenu(false); // a mark beside the one in force says more
         action->setData(title);
@@ -185,7 +205,8 @@ void TransportBar::showRepeatType() {
         repeat_->setText(QStringLiteral(" ") + action->text()); // a little air beside the icon
         repeat_->setIcon(action->icon());
     }
-    repeat_->setToolTip(plain::toolTip(tr("Repeat: %1").arg(current)));
+    const QString shown = QCoreApplication::translate("Words", current.toUtf8().constData());
+    repeat_->setToolTip(plain::toolTip(tr("Repeat: %1").arg(shown)));
     repeat_->setAccessibleName(repeat_->toolTip());
 }
 

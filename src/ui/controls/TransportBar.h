@@ -11,6 +11,7 @@ namespace daylark {
 class PlainLabel;
 class Commands;
 class FlagPopUp;
+class ViewChoiceButton;
 class MoviePlayerController;
 class VolumeButton;
 
@@ -46,6 +47,7 @@ private:
     QToolButton* repeat_;
     VolumeButton* volume_;
     FlagPopUp* flag_;
+    ViewChoiceButton *display_ = nullptr, *view_ = nullptr;
 };
 
 } // namespace daylark

@@ -138,12 +138,6 @@ int DesktopAlerts::run(const Alert& alert) {
     DismissibleBox box(alert.tellsDismissal, QApplication::activeWindow());
     box.setWindowTitle(plain::windowTitle(alert.subject.isEmpty() ? QGuiApplication::applicationDisplayName()
                                                                   : plain::line(alert.subject)));
-    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()); grid && !alert.subject.isEmpty()) {
-        // Wide enough for its title, beside which the frame has buttons and the program's name.
-        constexpr int besideTitle = 220, most = 720;
-        const int title = box.fontMetrics().horizontalAdvance(box.windowTitle()) + besideTitle;
-        grid->addItem(new QSpacerItem(std::min(title, most), 0), grid->rowCount(), 0, 1, grid->columnCount());
-    }
     // They may hold what a stranger wrote: shown letter by letter, blanks in a row too.
     const QString asWritten = QStringLiteral("<%1 style=\"white-space: pre-wrap\">%2</%1>");
     box.setText(asWritten.arg(QStringLiteral("b"), plain::markUp(alert.message)));
@@ -167,6 +161,13 @@ int DesktopAlerts::run(const Alert& alert) {
     if (!alert.details.isEmpty()) {
         box.setDetailedText(alert.details); // with a button of its own
         if (auto* details = box.findChild<QTextEdit*>()) details->setMinimumSize(480, 120); // they hold paths
+    }
+    // Last: texts lay the box out anew.
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()); grid && !alert.subject.isEmpty()) {
+        // Wide enough for its title, beside which the frame has buttons and the program's name.
+        constexpr int besideTitle = 220, most = 720;
+        const int title = box.fontMetrics().horizontalAdvance(box.windowTitle()) + besideTitle;
+        grid->addItem(new QSpacerItem(std::min(title, most), 0), grid->rowCount(), 0, 1, grid->columnCount());
     }
     box.exec();
     for (size_t at = 0; at < buttons.size(); ++at)

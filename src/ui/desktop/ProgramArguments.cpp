@@ -1,6 +1,7 @@
 #include "ui/desktop/ProgramArguments.h"
 
 #include "app/links/ReviewLink.h"
+#include "base/FolderEntries.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -29,6 +30,11 @@ ProgramArguments ProgramArguments::read(const QStringList& given, const QDir& fo
             continue;
         }
         const QString path = localPath(argument, folder);
+        if (const auto lost = lostName(path)) {
+            arguments.failures << shownName(*lost) + QStringLiteral(": left out, not named in UTF-8");
+            arguments.toOpen << path; // the library says so, too: nobody may read what is said here
+            continue;
+        }
         if (!argument.isEmpty() && QFileInfo::exists(path))
             arguments.toOpen << path;
         else

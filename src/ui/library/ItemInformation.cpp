@@ -3,6 +3,7 @@
 #include "app/files/ItemFacts.h"
 #include "app/playlists/Library.h"
 #include "model/Timecode.h"
+#include "preferences/Preferences.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/library/MoviesModel.h"
 #include "ui/common/Theme.h"
@@ -27,11 +28,13 @@ QString wrappable(QString text) {
 
 } // namespace
 
-ItemInformation::ItemInformation(Library& library, const MoviesModel& model, ItemFacts& facts, QWidget* parent)
+ItemInformation::ItemInformation(Library& library, const MoviesModel& model, ItemFacts& facts, const Preferences& preferences,
+                                 QWidget* parent)
     : QWidget(parent)
     , library_(library)
     , model_(model)
-    , itemFacts_(facts) {
+    , itemFacts_(facts)
+    , preferences_(preferences) {
     makeRows();
     setFixedWidth(boxWidth);
     setAccessibleName(tr("Item information"));
@@ -69,6 +72,8 @@ ItemInformation::ItemInformation(Library& library, const MoviesModel& model, Ite
     connect(&library_, &Library::movieSelectionChanged, this, whenVisible);
     connect(&library_, &Library::movieUpdated, this, whenVisible);
     connect(&itemFacts_, &ItemFacts::known, this, whenVisible);
+    connect(&preferences_.firstFrameNumber, &PreferenceItem::changed, this, whenVisible);
+    connect(&preferences_.otherFirstFrameNumber, &PreferenceItem::changed, this, whenVisible);
 }
 
 void ItemInformation::makeRows() {
@@ -83,7 +88,9 @@ void ItemInformation::makeRows() {
                          return model_.cameByLink(movie) ? tr("Came by a link") : QString();
                      }});
     addColumns({Column::resolution, Column::rate, Column::frames, Column::duration});
-    rows_.push_back({tr("First frame"), [this](const Movie& movie) { return itemFacts_.firstFrameOf(movie); }});
+    rows_.push_back({tr("Prod frames"), [this](const Movie& movie) {
+                         return itemFacts_.productionNumbersOf(movie, preferences_.usualFirstFrameNumber());
+                     }});
     rows_.push_back({tr("Start timecode"), [this](const Movie& movie) { return itemFacts_.startTimecodeOf(movie); }});
     rows_.push_back({tr("Codec"), ofFile([](const MediaFacts& facts) { return facts.codec; })});
     rows_.push_back({tr("Pixels"), ofFile([](const MediaFacts& facts) { return facts.pixelFormat; })});

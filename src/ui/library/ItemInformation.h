@@ -15,6 +15,7 @@ class ItemFacts;
 class Library;
 class Movie;
 class MoviesModel;
+class Preferences;
 class PlainLabel;
 
 /// The item information box: the facts of the selected item; of several, what they come to and what they share. Interface
@@ -22,7 +23,8 @@ class PlainLabel;
 class ItemInformation : public QWidget {
     Q_OBJECT
 public:
-    ItemInformation(Library& library, const MoviesModel& model, ItemFacts& facts, QWidget* parent = nullptr);
+    ItemInformation(Library& library, const MoviesModel& model, ItemFacts& facts, const Preferences& preferences,
+                    QWidget* parent = nullptr);
     void refresh();
 
 private:
@@ -40,6 +42,7 @@ private:
     Library& library_;
     const MoviesModel& model_;
     ItemFacts& itemFacts_;
+    const Preferences& preferences_;
     std::vector<Row> rows_; ///< in their order
     QVBoxLayout* facts_;
     PlainLabel* picture_;

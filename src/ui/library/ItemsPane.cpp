@@ -60,7 +60,8 @@ ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, Q
     stack_ = new QStackedWidget(this);
     makeTable();
     makeTiles();
-    information_ = new ItemInformation(controller_.library(), *model_, controller_.itemFacts(), this);
+    information_ = new ItemInformation(controller_.library(), *model_, controller_.itemFacts(),
+                                       controller_.preferences(), this);
     information_->hide();
     makeLayout(commands);
 
@@ -92,6 +93,11 @@ ItemsPane::ItemsPane(PlaylistController& controller, const Commands& commands, Q
             qOverload<>(&QTimer::start));
     connect(&controller_.largeThumbnails(), &LargeThumbnails::made, this, [this](const Image& thumbnail, const QImage& picture) {
         thumbnails_->sharpen(thumbnail, picture);
+        activeView()->viewport()->update();
+    });
+    connect(&controller_.largeThumbnails(), &LargeThumbnails::outdated, this, [this] {
+        thumbnails_->forgetSharp();
+        visibleChanged_.start();
         activeView()->viewport()->update();
     });
     for (const QAbstractItemView* view :

@@ -76,8 +76,10 @@ void LibraryWindow::makeCentre() {
     layout->addWidget(status_);
     setCentralWidget(centre);
     ReviewEdits& edits = controller_.edits();
-    tellOf(*new ManyChanges(edits.store(), edits.history(), this), *new PassingLine(*items_),
+    auto* passing = new PassingLine(*items_);
+    tellOf(*new ManyChanges(edits.store(), edits.history(), this), *passing,
            [this] { return controller_.preferences().tellOfManyChanges(); });
+    connect(&controller_, &PlaylistController::namesLeftOut, passing, [passing](const QString& text) { passing->say(text); });
 
     connect(splitter_, &QSplitter::splitterMoved, this,
             [this] { controller_.preferences().playlistViewWidth.set(playlists_->width()); });
@@ -187,7 +189,10 @@ void LibraryWindow::bringToFront() {
 }
 
 PreferencesWindow& LibraryWindow::preferencesWindow() {
-    if (!preferencesWindow_) preferencesWindow_ = new PreferencesWindow(controller_.preferences(), this);
+    if (preferencesWindow_) return *preferencesWindow_;
+    preferencesWindow_ = new PreferencesWindow(controller_.preferences(), this);
+    connect(preferencesWindow_, &PreferencesWindow::searchFolderWanted, this,
+            [this] { commandSet_.run(QStringLiteral("relink.root")); });
     return *preferencesWindow_;
 }
 

@@ -67,13 +67,12 @@ BookmarkPanel::BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, Pre
     table_->verticalHeader()->setDefaultSectionSize(BookmarkTable::buttonSide);
     table_->horizontalHeader()->setHighlightSections(false);
     table_->setContextMenuPolicy(Qt::CustomContextMenu);
-    arrangeColumns();
-
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 0, 8, 8);
     layout->setSpacing(4);
     layout->addLayout(buttonStrip(commands));
     layout->addWidget(table_, 1);
+    arrangeColumns();
     setMinimumHeight(112);
 
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
@@ -93,6 +92,7 @@ BookmarkPanel::BookmarkPanel(ViewerBookmarks& bookmarks, Commands& commands, Pre
     });
     connect(table_, &QWidget::customContextMenuRequested, this, &BookmarkPanel::showRowMenu);
     connect(&bookmarks_, &ViewerBookmarks::bookmarksChanged, this, &BookmarkPanel::refresh);
+    connect(&bookmarks_, &ViewerBookmarks::frameNumbersChanged, this, &BookmarkPanel::showProdColumns);
     connect(&bookmarks_, &ViewerBookmarks::activeBookmarksChanged, rows_.get(), &BookmarkRows::rowsChanged);
 }
 
@@ -127,11 +127,12 @@ void BookmarkPanel::arrangeColumns() {
     QHeaderView* header = table_->horizontalHeader();
     header->setMinimumSectionSize(24);
     const QFontMetrics numbers(BookmarkRows::numberFont());
-    const int timecode = numbers.horizontalAdvance(QStringLiteral("00:00:00:00")) + 16;
+    const int timecode = timecodeWidth_ = numbers.horizontalAdvance(QStringLiteral("00:00:00:00")) + 16;
     const int frames = numbers.horizontalAdvance(QStringLiteral("000000")) + 12;
     const int side = BookmarkTable::buttonSide;
+    const int prod = std::max(frames, QFontMetrics(header->font()).horizontalAdvance(tr("Prod")) + 20);
     const int widths[] = {28,  timecode, timecode,    frames + 2 * side, frames + 2 * side, frames + side,
-                          200, 160,      3 * side + 4};
+                          200, 160,      3 * side + 4, prod, prod};
     if (!header->restoreState(QByteArray::fromBase64(preferences_.viewerBookmarkTableColumns().toLatin1())))
         for (int column = 0; column < BookmarkRows::columnsInAll; ++column)
             table_->setColumnWidth(column, widths[column]);
@@ -140,6 +141,43 @@ void BookmarkPanel::arrangeColumns() {
     for (const int column : {BookmarkRows::activeColumn, BookmarkRows::actionsColumn}) {
         header->setSectionResizeMode(column, QHeaderView::Fixed);
         table_->setColumnWidth(column, widths[column]);
+    }
+    // Each beside the one that is counted from 1.
+    for (const auto& [prodColumn, counted] : {std::pair(BookmarkRows::firstProdColumn, BookmarkRows::firstFrameColumn),
+                                              std::pair(BookmarkRows::lastProdColumn, BookmarkRows::lastFrameColumn)}) {
+        if (table_->columnWidth(prodColumn) < prod) table_->setColumnWidth(prodColumn, prod);
+        header->moveSection(header->visualIndex(prodColumn), header->visualIndex(counted) + 1);
+    }
+    showProdColumns();
+}
+
+/// Where the movie's numbers are those that are counted anyway, they would say the same twice.
+void BookmarkPanel::showProdColumns() {
+    const bool isOwn = bookmarks_.frameNumbers().areOwn();
+    for (const int column : {BookmarkRows::firstProdColumn, BookmarkRows::lastProdColumn})
+        table_->setColumnHidden(column, !isOwn);
+    giveTextsRoom();
+    rows_->rowsChanged();
+}
+
+void BookmarkPanel::resizeEvent(QResizeEvent*) {
+    giveTextsRoom();
+}
+
+/// In a narrow panel what was written goes before the timecodes, which the frames tell as well.
+void BookmarkPanel::giveTextsRoom() {
+    constexpr int leastDescription = 120, leastNote = 72;
+    int left = width() - layout()->contentsMargins().left() - layout()->contentsMargins().right() - leastDescription;
+    for (int column = 0; column < BookmarkRows::columnsInAll; ++column) {
+        const bool yields = column == BookmarkRows::noteColumn || column == BookmarkRows::firstTCColumn ||
+                            column == BookmarkRows::lastTCColumn;
+        if (column != BookmarkRows::descriptionColumn && !yields) left -= table_->columnWidth(column);
+    }
+    for (const auto& [column, needed] :
+         {std::pair(BookmarkRows::noteColumn, leastNote), std::pair(BookmarkRows::firstTCColumn, timecodeWidth_),
+          std::pair(BookmarkRows::lastTCColumn, timecodeWidth_)}) {
+        left -= needed;
+        table_->setColumnHidden(column, left < 0);
     }
 }
 
@@ -155,6 +193,10 @@ void BookmarkPanel::refresh() {
 
 std::shared_ptr<Bookmark> BookmarkPanel::selectedBookmark() const {
     return rows_->at(table_->currentIndex().row());
+}
+
+bool BookmarkPanel::hasSelection() const {
+    return selectedBookmark() != nullptr;
 }
 
 void BookmarkPanel::clearSelection() {

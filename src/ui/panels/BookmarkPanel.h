@@ -34,13 +34,19 @@ public:
     void goToSelected();
     // By key: of the row selected, when the table has the focus, else of the latest bookmark on this frame.
     [[nodiscard]] bool hasRowForKeys() const;
+    [[nodiscard]] bool hasSelection() const;
     void editText(); ///< the text takes the keys
     void toggleLoop();
     void deleteSelected();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     [[nodiscard]] QHBoxLayout* buttonStrip(Commands& commands);
     void arrangeColumns();
+    void giveTextsRoom();
+    void showProdColumns();
     void refresh();
     [[nodiscard]] int rowForKeys() const; ///< -1: none
     void showRowMenu(const QPoint& position);
@@ -51,6 +57,7 @@ private:
     std::unique_ptr<BookmarkRows> rows_;
     BookmarkTable* table_;
     RowSlide* slide_;
+    int timecodeWidth_ = 0;
 };
 
 } // namespace daylark

@@ -18,8 +18,12 @@ namespace {
 constexpr size_t mostRowsOneByOne = 16;
 const QColor activeRowColour(0x2c, 0x38, 0x2d);
 
+bool isProd(int column) {
+    return column == BookmarkRows::firstProdColumn || column == BookmarkRows::lastProdColumn;
+}
+
 bool isNumber(int column) {
-    return column >= BookmarkRows::firstFrameColumn && column <= BookmarkRows::durationColumn;
+    return (column >= BookmarkRows::firstFrameColumn && column <= BookmarkRows::durationColumn) || isProd(column);
 }
 
 Qt::Alignment alignmentOf(int column) {
@@ -80,6 +84,10 @@ Qt::ItemFlags BookmarkRows::flags(const QModelIndex& index) const {
 QVariant BookmarkRows::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation == Qt::Vertical) return {};
     if (role == Qt::TextAlignmentRole) return int(alignmentOf(section));
+    if (role == Qt::ToolTipRole && isProd(section)) return tr("By the production's numbers");
+    if (role == Qt::AccessibleTextRole && isProd(section)) return section == firstProdColumn ? tr("Prod First") : tr("Prod Last");
+    if (role == Qt::ToolTipRole && (section == firstFrameColumn || section == lastFrameColumn))
+        return tr("Frame, counted from 1");
     if (role != Qt::DisplayRole) return {};
     switch (section) {
     case firstTCColumn:
@@ -96,6 +104,9 @@ QVariant BookmarkRows::headerData(int section, Qt::Orientation orientation, int 
         return tr("Description");
     case noteColumn:
         return tr("Note");
+    case firstProdColumn:
+    case lastProdColumn:
+        return tr("Prod"); // beside the frame that it is of
     default:
         return QString();
     }
@@ -106,6 +117,7 @@ QVariant BookmarkRows::data(const QModelIndex& index, int role) const {
     if (!bookmark) return {};
     switch (role) {
     case Qt::DisplayRole:
+        if (isProd(index.column())) return prodOf(*bookmark, index.column());
         return plain::line(textOf(*bookmark, index.column()));
     case Qt::EditRole:
         return textOf(*bookmark, index.column());
@@ -120,12 +132,18 @@ QVariant BookmarkRows::data(const QModelIndex& index, int role) const {
     case Qt::ForegroundRole:
         return bookmark->mute ? QVariant(theme::dimText) : QVariant();
     case Qt::FontRole:
-        return index.column() >= firstTCColumn && index.column() <= durationColumn ? numbers_ : words_;
+        return isText(index.column()) ? words_ : numbers_;
     case Qt::TextAlignmentRole:
         return int(alignmentOf(index.column()));
     default:
         return {};
     }
+}
+
+QString BookmarkRows::prodOf(const Bookmark& bookmark, int column) const {
+    const FrameNumbers numbers = source_.frameNumbers();
+    if (!numbers.areOwn()) return {};
+    return QString::number(numbers.numberOf(column == firstProdColumn ? bookmark.firstFrame : bookmark.lastFrame));
 }
 
 bool BookmarkRows::setData(const QModelIndex& index, const QVariant& value, int role) {

@@ -28,6 +28,8 @@ public:
         descriptionColumn,
         noteColumn,
         actionsColumn, ///< "mute", "loop", "delete"
+        firstProdColumn, ///< the production's numbers of both; behind the others, since stored widths count on the order
+        lastProdColumn,
         columnsInAll
     };
 
@@ -55,6 +57,7 @@ private:
     using Bookmarks = std::vector<std::shared_ptr<Bookmark>>;
     void takeMembers(const Bookmarks& now);
     void takeOrder(const Bookmarks& now);
+    [[nodiscard]] QString prodOf(const Bookmark& bookmark, int column) const;
     [[nodiscard]] bool isActive(const std::shared_ptr<Bookmark>& bookmark) const;
     [[nodiscard]] QString imageName(const std::shared_ptr<Bookmark>& bookmark) const;
 

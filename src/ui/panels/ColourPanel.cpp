@@ -2,21 +2,24 @@
 
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
+#include "ui/common/Binding.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "viewer/MoviePlayerController.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFileInfo>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QSpinBox>
 #include <QStandardItemModel>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <optional>
 
 namespace daylark {
@@ -24,6 +27,7 @@ namespace daylark {
 namespace {
 
 constexpr int colourChoiceWidth = 216;
+const QString chooseFile = QStringLiteral("\n"); // no path, and no name of a configuration
 
 /// Titles with the values that they stand for; one that is not among them is shown all the same.
 void fillChoices(QComboBox* box, const QStringList& values, const QString& current) {
@@ -109,29 +113,25 @@ QDoubleSpinBox* ColourPanel::addNumber(const QString& name, const QString& label
 }
 
 void ColourPanel::addConfiguration() {
-    configuration_ = new PlainLabel(QString(), this);
-    auto* row = new QWidget(this);
-    auto* buttons = new QHBoxLayout(row);
-    buttons->setContentsMargins({});
-    auto* choose = new QPushButton(tr("Choose…"), this);
-    choose->setObjectName(QStringLiteral("chooseConfiguration"));
-    auto* usual = new QPushButton(tr("The Usual One"), this);
-    usual->setObjectName(QStringLiteral("usualConfiguration"));
-    usual->setToolTip(tr("By the environment ($OCIO), else Daylark's own"));
-    for (QPushButton* button : {choose, usual}) {
-        button->setFocusPolicy(Qt::NoFocus);
-        buttons->addWidget(button);
-    }
-    row->setFixedWidth(colourChoiceWidth);
-    connect(choose, &QPushButton::clicked, this, &ColourPanel::chooseConfiguration);
-    connect(usual, &QPushButton::clicked, this, [this] { colour_.chooseConfig({}); });
-    const int line = grid_->rowCount();
-    grid_->addWidget(configuration_, line, 0);
-    grid_->addWidget(row, line, 1, Qt::AlignRight);
+    configuration_ = new QComboBox(this);
+    configuration_->setObjectName(QStringLiteral("configuration"));
+    configuration_->setAccessibleName(tr("Configuration"));
+    configuration_->setFixedWidth(colourChoiceWidth);
+    configuration_->setFocusPolicy(Qt::NoFocus);
+    connect(configuration_, &QComboBox::activated, this,
+            [this](int index) { chooseConfiguration(configuration_->itemData(index).toString()); });
+    addRow(tr("Configuration"), configuration_);
+    ofSession_ = new QCheckBox(tr("This session only"), this);
+    ofSession_->setObjectName(QStringLiteral("configurationOfSession"));
+    ofSession_->setFocusPolicy(Qt::NoFocus);
+    ofSession_->setFixedWidth(colourChoiceWidth);
+    ofSession_->setToolTip(tr("Kept in the session: goes before the one chosen here, which goes before $OCIO"));
+    connect(ofSession_, &QCheckBox::clicked, &colour_, &ViewerColour::setConfigurationOfSession);
+    addRow({}, ofSession_);
     problem_ = new PlainLabel(QString(), this);
     problem_->setWordWrap(true);
     problem_->setStyleSheet(QStringLiteral("color: %1").arg(theme::warning.name()));
-    grid_->addWidget(problem_, line + 1, 0, 1, 2);
+    grid_->addWidget(problem_, grid_->rowCount(), 0, 1, 2);
 }
 
 void ColourPanel::addFirstFrame() {
@@ -159,12 +159,22 @@ void ColourPanel::addFirstFrame() {
     usualFirstFrame_->setFocusPolicy(Qt::NoFocus);
     for (const auto& [title, value] : {std::pair(QStringLiteral("1"), FirstFrameNumber::one),
                                        std::pair(QStringLiteral("1001"), FirstFrameNumber::thousandAndOne),
-                                       std::pair(tr("That of its timecode"), FirstFrameNumber::timecode)})
+                                       std::pair(tr("That of its timecode"), FirstFrameNumber::timecode),
+                                       std::pair(tr("Another number"), FirstFrameNumber::other)})
         usualFirstFrame_->addItem(title, int(value));
     connect(usualFirstFrame_, &QComboBox::activated, this, [this](int index) {
         controller_.preferences().firstFrameNumber.set(FirstFrameNumber(usualFirstFrame_->itemData(index).toInt()));
     });
     addRow(tr("Where nobody gave one"), usualFirstFrame_);
+    otherFirstFrame_ = new QSpinBox(this);
+    otherFirstFrame_->setObjectName(QStringLiteral("otherFirstFrame"));
+    otherFirstFrame_->setAccessibleName(tr("The other number"));
+    otherFirstFrame_->setRange(-1'000'000, 100'000'000);
+    otherFirstFrame_->setFixedWidth(112);
+    otherFirstFrame_->setFocusPolicy(Qt::ClickFocus);
+    otherFirstFrame_->setKeyboardTracking(false);
+    binding::toInteger(otherFirstFrame_, controller_.preferences().otherFirstFrameNumber);
+    addRow({}, otherFirstFrame_);
 }
 
 // It is read when somebody looks for what it has.
@@ -209,31 +219,53 @@ void ColourPanel::refresh() {
         control->setEnabled(bool(config));
     for (QWidget* control : std::initializer_list<QWidget*>{exposure_, gamma_, reset_})
         control->setEnabled(isManaged);
-    // One that cannot be used is named all the same.
-    QString path = config ? config->path() : controller_.preferences().colourConfiguration();
-    if (!config && path.isEmpty()) path = qEnvironmentVariable("OCIO");
-    configuration_->setText(path.isEmpty() ? tr("Configuration: Daylark's own")
-                                           : tr("Configuration: %1").arg(QFileInfo(path).fileName()));
-    configuration_->setToolTip(plain::toolTip(path));
+    showConfiguration();
+    showFirstFrame();
+}
+
+/// One that cannot be used is named all the same.
+void ColourPanel::showConfiguration() {
+    const QSignalBlocker silence(configuration_);
+    const QString chosen = colour_.configuration(), environment = qEnvironmentVariable("OCIO");
+    configuration_->clear();
+    const QString named = plain::line(QFileInfo(environment).fileName());
+    const QString usual = named.isEmpty() ? tr("The usual one: Daylark's own") : tr("The usual one: $OCIO, %1").arg(named);
+    configuration_->addItem(usual, QString());
+    configuration_->addItem(tr("Daylark's own"), ColourConfig::ownName);
+    if (!chosen.isEmpty() && chosen != ColourConfig::ownName)
+        configuration_->addItem(plain::line(QFileInfo(chosen).fileName()), chosen);
+    configuration_->insertSeparator(configuration_->count());
+    configuration_->addItem(tr("Choose…"), chooseFile);
+    configuration_->setCurrentIndex(std::max(0, configuration_->findData(chosen)));
+    configuration_->setToolTip(plain::toolTip(chosen.isEmpty() ? environment : chosen));
+    ofSession_->setChecked(colour_.configurationIsOfSession());
     problem_->setText(colour_.problem());
     problem_->setMinimumHeight(problem_->text().isEmpty() ? 0 : problem_->heightForWidth(2 * colourChoiceWidth));
     problem_->setVisible(!colour_.problem().isEmpty());
+}
+
+void ColourPanel::showFirstFrame() {
+    const auto movie = controller_.currentMovie();
+    const FirstFrameNumber usual = controller_.preferences().firstFrameNumber();
     firstFrame_->setEnabled(bool(movie));
-    usualFirstFrame_->setCurrentIndex(usualFirstFrame_->findData(int(controller_.preferences().firstFrameNumber())));
+    usualFirstFrame_->setCurrentIndex(usualFirstFrame_->findData(int(usual)));
+    otherFirstFrame_->setVisible(usual == FirstFrameNumber::other);
     if (firstFrame_->isModified()) return;
     const auto byHand = movie ? movie->firstFrameNumber : std::nullopt;
     firstFrame_->setText(byHand ? QString::number(numberToInt64(*byHand)) : QString());
     firstFrame_->setPlaceholderText(QString::number(controller_.time().frameNumbers().first));
 }
 
-void ColourPanel::chooseConfiguration() {
+void ColourPanel::chooseConfiguration(const QString& chosen) {
+    if (chosen != chooseFile) return colour_.chooseConfig(chosen);
+    showConfiguration(); // what is in force, until another one is chosen
     OpenPanel panel;
     panel.title = tr("Colour Configuration");
     panel.prompt = tr("Use");
     panel.allowedTypes = {QStringLiteral("ocio")};
     panel.typesTitle = tr("Colour configurations");
-    const QStringList chosen = controller_.panelsOfDesktop().runOpen(panel);
-    if (!chosen.isEmpty()) colour_.chooseConfig(chosen.front());
+    const QStringList files = controller_.panelsOfDesktop().runOpen(panel);
+    if (!files.isEmpty()) colour_.chooseConfig(files.front());
 }
 
 } // namespace daylark

@@ -2,12 +2,14 @@
 
 #include <QWidget>
 
+class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QSpinBox;
 
 namespace daylark {
 
@@ -34,16 +36,20 @@ private:
     void addRow(const QString& label, QWidget* control);
     void refresh();
     void fillSpaces();
-    void chooseConfiguration();
+    void showConfiguration();
+    void showFirstFrame();
+    void chooseConfiguration(const QString& chosen);
 
     MoviePlayerController& controller_;
     ViewerColour& colour_;
     QGridLayout* grid_;
-    QComboBox *space_, *display_, *view_, *look_, *usualFirstFrame_ = nullptr;
+    QComboBox *space_, *display_, *view_, *look_, *configuration_ = nullptr, *usualFirstFrame_ = nullptr;
     QDoubleSpinBox *exposure_, *gamma_;
     QPushButton* reset_ = nullptr;
-    QLabel *configuration_ = nullptr, *problem_ = nullptr;
+    QCheckBox* ofSession_ = nullptr;
+    QLabel* problem_ = nullptr;
     QLineEdit* firstFrame_ = nullptr;
+    QSpinBox* otherFirstFrame_ = nullptr;
 };
 
 } // namespace daylark

@@ -154,6 +154,12 @@ QWidget* NotesPanel::formatButtons() {
     choices->addAction(tr("Other…"), this, &NotesPanel::chooseColour);
     colour->setMenu(choices);
     layout->addStretch(1);
+    frame_ = new PlainLabel(row);
+    frame_->setObjectName(QStringLiteral("notesFrame"));
+    frame_->setAccessibleName(tr("Frame on screen"));
+    frame_->setFont(theme::smallFont());
+    frame_->setForegroundRole(QPalette::PlaceholderText);
+    layout->addWidget(frame_);
     return row;
 }
 
@@ -194,6 +200,10 @@ void NotesPanel::setMovie(const std::shared_ptr<Movie>& movie) {
     setEnabled(movie_ != nullptr);
     load(NotesField::notes);
     load(NotesField::notes2);
+}
+
+void NotesPanel::setFrame(const QString& text) {
+    frame_->setText(text);
 }
 
 void NotesPanel::load(NotesField which) {

@@ -25,6 +25,7 @@ public:
     ~NotesPanel() override;
 
     void setMovie(const std::shared_ptr<Movie>& movie); ///< null: none
+    void setFrame(const QString& text);                 ///< which one is on screen, for whoever writes of it; empty: none
     void flush();                                       ///< writes what was typed into the record
     void focusNotes();                                  ///< the first field takes the keys
     [[nodiscard]] RichTextField* field(NotesField which) const { return fields_[size_t(which)].text; }
@@ -46,6 +47,7 @@ private:
     Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
     std::array<Field, 2> fields_;
+    PlainLabel* frame_ = nullptr;
     PlainLabel* status_ = nullptr; ///< what of a text is not here; hidden while there is nothing to say
     RichTextField* last_ = nullptr; ///< the field that had the focus last
     QTimer pause_;

@@ -112,8 +112,8 @@ void OptionsPanel::addPlaybackRows() {
     heading(tr("Playback"));
     Transport& transport = controller_.transport();
     QComboBox* repeat = choice(tr("Repeat"), preferences.repeatType, binding::wordChoices<RepeatMode>());
-    connect(repeat, &QComboBox::textActivated, this,
-            [&transport](const QString& title) { transport.setRepeatMode({title}); });
+    connect(repeat, &QComboBox::activated, this,
+            [&transport, repeat](int at) { transport.setRepeatMode({repeat->itemData(at).toString()}); });
     addRow(tr("Repeat"), repeat);
 
     auto* rate = new QDoubleSpinBox(this);

@@ -3,6 +3,7 @@
 #include "app/program/NotesExport.h"
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
+#include "preferences/StartupCorrections.h"
 #include "ui/common/Binding.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
@@ -16,11 +17,16 @@
 #include <QLocale>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace daylark {
 
@@ -100,6 +106,36 @@ public:
         add(title, button);
         return button;
     }
+    /// What is to be known of the control above, in small.
+    PlainLabel* note(const QString& text) {
+        auto* label = new PlainLabel(text);
+        label->setFont(theme::smallFont());
+        label->setForegroundRole(QPalette::PlaceholderText);
+        label->setWordWrap(true);
+        grid_->addWidget(label, grid_->rowCount(), 1);
+        return label;
+    }
+    /// A path with a button that chooses it.
+    QPushButton* folder(const QString& title, Preference<QString>& preference) {
+        auto* together = new QWidget;
+        auto* row = new QHBoxLayout(together);
+        row->setContentsMargins({});
+        row->setSpacing(8);
+        auto* field = new QLineEdit;
+        field->setMinimumWidth(controlWidth);
+        field->setAccessibleName(title);
+        binding::toText(field, preference);
+        auto* choose = new QPushButton(PreferencesWindow::tr("Choose..."));
+        row->addWidget(field, 1);
+        row->addWidget(choose);
+        together->setFocusProxy(field);
+        add(title, together);
+        return choose;
+    }
+    /// So wide that nothing in it is cut.
+    [[nodiscard]] int wanted() const {
+        return widget()->sizeHint().width() + verticalScrollBar()->sizeHint().width();
+    }
     void heading(const QString& title) {
         auto* label = new PlainLabel(title);
         label->setForegroundRole(QPalette::PlaceholderText);
@@ -165,7 +201,10 @@ PreferencesWindow::PreferencesWindow(Preferences& preferences, QWidget* parent)
     layout->setSpacing(0);
     layout->addLayout(centre, 1);
     layout->addLayout(buttons);
-    resize(680, 560);
+    int widest = 520;
+    for (int page = 0; page < pages_->count(); ++page)
+        if (const auto* texts = dynamic_cast<const Page*>(pages_->widget(page))) widest = std::max(widest, texts->wanted());
+    resize(QSize(groups_->width() + widest, 560).boundedTo(screen()->availableSize()));
 }
 
 void PreferencesWindow::addPage(const QString& title, const QString& icon, QWidget* page) {
@@ -189,7 +228,8 @@ QWidget* PreferencesWindow::generalPage() {
     page->check(tr("Say when many items were changed at once"), preferences_.tellOfManyChanges);
     page->check(tr("Say in empty lists what can be dropped there"), preferences_.showDropText);
     page->check(tr("Hide the library while the viewer is open"),
-                preferences_.hideMainWindowWhenPlayerLaunches);
+                preferences_.hideMainWindowWhenPlayerLaunches)
+        ->setToolTip(tr("On again at every start"));
     page->check(tr("Open files from the desktop in the viewer"), preferences_.openWithLaunchesViewer);
     page->choice(tr("Find looks at"), preferences_.findInputScope, binding::wordChoices<FindInput>());
     return page;
@@ -198,8 +238,14 @@ QWidget* PreferencesWindow::generalPage() {
 QWidget* PreferencesWindow::viewerPage() {
     auto* page = new Page;
     page->choice(tr("Movies start at"), preferences_.loadFrame, binding::wordChoices<StartFrame>());
+    PlainLabel* lasts = page->note(tr("Until Daylark is closed; at the next start it is First Frame again"));
+    lasts->setObjectName(QStringLiteral("startFrameLasts"));
+    const auto sayHowLong = [lasts, &start = preferences_.loadFrame] { lasts->setVisible(!isKeptAtStart(start())); };
+    connect(&preferences_.loadFrame, &PreferenceItem::changed, lasts, sayHowLong);
+    sayHowLong();
     page->check(tr("Play when the viewer opens"), preferences_.playMovieWhenViewerLaunches);
-    page->choice(tr("Repeat"), preferences_.repeatType, binding::wordChoices<RepeatMode>());
+    page->choice(tr("Repeat"), preferences_.repeatType, binding::wordChoices<RepeatMode>())
+        ->setToolTip(tr("Every start begins with Loop Movie"));
     page->check(tr("Exact loops: a range turns at its very last frame"), preferences_.exactLoops);
     page->slider(tr("Volume"), preferences_.volume);
     page->check(tr("Zoom at the pointer by Shift and the wheel"), preferences_.wheelZoomsWithShift);
@@ -244,7 +290,7 @@ QWidget* PreferencesWindow::viewerPage() {
 
 QWidget* PreferencesWindow::handlesPage() {
     auto* page = new Page;
-    page->check(tr("Trim handles"), preferences_.trimHandles);
+    page->check(tr("Trim handles"), preferences_.trimHandles)->setToolTip(tr("Off again at every start"));
     page->check(tr("Say in passing that handles are longer than a movie shown"), preferences_.longHandlesInPassing)
         ->setToolTip(tr("Else always as a question; what is typed or marked is always answered"));
     page->number(tr("Head handle"), preferences_.handleHead, 0, 100000, tr(" frames"));
@@ -316,9 +362,26 @@ QWidget* PreferencesWindow::mediaPage() {
     page->choice(tr("Frames a second of runs"), preferences_.runFrameRate, rates)
         ->setToolTip(tr("Where neither their pictures nor a person say it"));
     page->choice(tr("Missing pictures of runs"), preferences_.missingPictures, binding::wordChoices<MissingPictures>());
+    QComboBox* numbers = page->choice(tr("First frame is production number"), preferences_.firstFrameNumber,
+                                      {{QStringLiteral("1"), QStringLiteral("1")},
+                                       {QStringLiteral("1001"), QStringLiteral("1001")},
+                                       {tr("That of its timecode"), QStringLiteral("Timecode")},
+                                       {tr("Another number"), QStringLiteral("Other")}});
+    numbers->setToolTip(tr("Where neither a run's pictures nor a person say it"));
+    const auto showInForce = [this, numbers] { // where nobody has chosen
+        const QSignalBlocker silence(numbers);
+        if (numbers->currentIndex() < 0) numbers->setCurrentIndex(int(preferences_.firstFrameNumber()));
+    };
+    showInForce();
+    connect(&preferences_.firstFrameNumber, &PreferenceItem::changed, numbers, showInForce);
+    QSpinBox* first = page->number(tr("The other number"), preferences_.otherFirstFrameNumber, -1'000'000, 100'000'000);
+    enableWhen(first, preferences_.firstFrameNumber, FirstFrameNumber::other);
     page->check(tr("Search for missing media automatically"), preferences_.autoSearchForMissingMedia)
         ->setToolTip(tr("After every look at the files, under this folder"));
-    page->text(tr("Search under"), preferences_.autoSearchPath);
+    QPushButton* choose = page->folder(tr("Search under"), preferences_.autoSearchPath);
+    choose->setObjectName(QStringLiteral("chooseSearchFolder"));
+    choose->setToolTip(tr("Choose the folder of automatic searches"));
+    connect(choose, &QPushButton::clicked, this, &PreferencesWindow::searchFolderWanted);
     page->choice(tr("Thumbnails show the"), preferences_.thumbnailFrame,
                  binding::wordChoices<ThumbnailFrame>());
     page->check(tr("Sharp thumbnails at every size"), preferences_.sharpThumbnails)

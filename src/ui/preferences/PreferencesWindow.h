@@ -21,6 +21,9 @@ public:
     static constexpr int keysGroup = 2;
     [[nodiscard]] QListWidget* groups() const { return groups_; }
 
+Q_SIGNALS:
+    void searchFolderWanted(); ///< to be chosen
+
 private:
     class Page;
     void addPage(const QString& title, const QString& icon, QWidget* page);

@@ -37,6 +37,8 @@ GoToFrame::GoToFrame(MoviePlayerController& controller, PictureView& picture)
     field_->setFixedWidth(goToFieldWidth);
     field_->setFont(theme::numberFont());
     field_->setAccessibleName(tr("Frame number or timecode"));
+    field_->setToolTip(tr("A number is the production's where the movie has its own, else counted from 1. "
+                          "\"#\" before it counts from 1 in any case."));
     field_->installEventFilter(this);
     picture_.installEventFilter(this);
     connect(field_, &QLineEdit::returnPressed, this, &GoToFrame::go);
@@ -56,11 +58,19 @@ void GoToFrame::ask() {
 void GoToFrame::showHint() {
     const FrameNumbers numbers = controller_.time().frameNumbers();
     const qint64 last = controller_.player().index().count();
+    // What is meant by what stands there, in both numbers, before one goes.
+    if (const std::optional<qint64> meant = controller_.time().frameOfEntry(field_->text())) {
+        const QString own = controller_.time().productionTextOf(*meant);
+        hint_->setText(tr("Frame %1").arg(*meant) + (own.isEmpty() ? own : QStringLiteral("   ") + own));
+        hint_->setStyleSheet({});
+        return place();
+    }
     const QString fromOne = tr("#1 to #%1").arg(last);
     hint_->setText(numbers.areOwn()
                        ? tr("Prod %1 to %2, %3, a timecode, +8, -8").arg(numbers.first).arg(numbers.numberOf(last)).arg(fromOne)
                        : tr("1 to %1, a timecode, +8, -8").arg(last));
     hint_->setStyleSheet({});
+    place();
 }
 
 void GoToFrame::go() {

@@ -12,6 +12,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <utility>
 
 namespace daylark {
 
@@ -36,6 +37,8 @@ Berth berthOf(ViewerPanel panel) {
         return {Qt::TopLeftCorner, {300, 360}};
     case ViewerPanel::bookmarks:
         return {Qt::BottomLeftCorner, {860, 232}};
+    case ViewerPanel::scopes:
+        return {Qt::BottomRightCorner, {416, 328}};
     case ViewerPanel::controls:
         return {Qt::BottomLeftCorner, {760, 0}};
     default:
@@ -171,6 +174,8 @@ void ViewerPanelHost::setPanelVisible(ViewerPanel panel, bool visible) {
     if (visible && window->isFloating() && window->isHidden()) offerPlace(panel);
     window->setVisible(visible);
     if (visible) window->raise(); // of docked panels in one place, the tab
+    if (!visible && !window->isFloating()) // once the others that go with it are gone, too
+        QMetaObject::invokeMethod(this, &ViewerPanelHost::giveWidthBack, Qt::QueuedConnection);
     if (!visible && hadFocus) {
         viewer_.activateWindow();
         if (viewer_.centralWidget()) viewer_.centralWidget()->setFocus();
@@ -348,13 +353,26 @@ void ViewerPanelHost::dock(ToolPanel* window) {
 }
 
 /// What is docked takes its width from the screen first, and only then from the picture.
-void ViewerPanelHost::widenFor(int width) {
+void ViewerPanelHost::widenFor(int width, const QRect& narrow) {
     if (viewer_.isMaximized() || isFullScreen() || !viewer_.screen()) return;
     const QSize room = viewer_.screen()->availableSize();
     QRect frame = viewer_.geometry();
-    frame.setSize(QSize(std::min(frame.width() + width, room.width()), frame.height())
+    frame.setSize(QSize(std::min(narrow.width() + width, room.width()), frame.height())
                       .expandedTo(viewer_.minimumSizeHint()));
     Q_EMIT viewerFrameWanted(frame);
+    const bool again = lent_ && lent_->wide.size() == narrow.size();
+    lent_ = {again ? lent_->narrow : narrow, viewer_.geometry()};
+}
+
+/// What docked panels were given goes with the last of them, unless a person has sized the window since.
+void ViewerPanelHost::giveWidthBack() {
+    if (!lent_ || isFullScreen() || viewer_.isFullScreen() || viewer_.isMaximized()) return;
+    for (const ToolPanel* window : std::as_const(windows_))
+        if (!window->isHidden() && !window->isFloating()) return;
+    const Lent lent = *std::exchange(lent_, {});
+    if (viewer_.size() != lent.wide.size()) return;
+    const bool moved = viewer_.geometry().topLeft() != lent.wide.topLeft();
+    Q_EMIT viewerFrameWanted({(moved ? viewer_.geometry() : lent.narrow).topLeft(), lent.narrow.size()});
 }
 
 void ViewerPanelHost::makeRoomFor(const std::vector<ViewerPanel>& panels) {
@@ -373,16 +391,29 @@ void ViewerPanelHost::makeRoomFor(const std::vector<ViewerPanel>& panels) {
     qint64 points = 0;
     for (const QRect& part : covered)
         points += qint64(part.width()) * part.height();
-    if (points * mostCovered <= qint64(picture.width()) * picture.height()) return;
-    int left = 0, right = 0;
-    for (ToolPanel* window : std::as_const(homeless)) {
-        dock(window);
-        int& column = viewer_.dockWidgetArea(window) == Qt::LeftDockWidgetArea ? left : right;
-        if (viewer_.dockWidgetArea(window) != Qt::BottomDockWidgetArea)
+    const QRect narrow = viewer_.geometry();
+    if (points * mostCovered > qint64(picture.width()) * picture.height())
+        for (ToolPanel* window : std::as_const(homeless))
+            dock(window);
+    const int width = columnsOf(panels);
+    if (width * mostCovered <= picture.width()) return;
+    // Once they stand there, with what they have made of the window by themselves.
+    QMetaObject::invokeMethod(this, [this, width, narrow] { widenFor(width, narrow); }, Qt::QueuedConnection);
+}
+
+/// What those of these panels that are docked and hidden take beside the picture; nothing where others stand already.
+int ViewerPanelHost::columnsOf(const std::vector<ViewerPanel>& panels) const {
+    const auto columnAt = [&](Qt::DockWidgetArea area) {
+        int column = 0;
+        for (const ViewerPanel panel : panels) {
+            ToolPanel* window = windows_.value(panel);
+            if (!window || window->isFloating() || viewer_.dockWidgetArea(window) != area) continue;
+            if (!window->isHidden()) return 0;
             column = std::max(column, window->minimumSizeHint().width());
-    }
-    // Once they stand there.
-    QMetaObject::invokeMethod(this, [this, width = left + right] { widenFor(width); }, Qt::QueuedConnection);
+        }
+        return column;
+    };
+    return columnAt(Qt::LeftDockWidgetArea) + columnAt(Qt::RightDockWidgetArea);
 }
 
 bool ViewerPanelHost::isViewerMaximised() const {

@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include <functional>
+#include <optional>
 
 class QMainWindow;
 class QWindow;
@@ -84,7 +85,9 @@ private:
     void offerPlace(ViewerPanel panel);
     bool takeArrangement(const QByteArray& arrangement);
     void dock(ToolPanel* window);
-    void widenFor(int width);
+    void widenFor(int width, const QRect& narrow);
+    void giveWidthBack();
+    [[nodiscard]] int columnsOf(const std::vector<ViewerPanel>& panels) const;
     [[nodiscard]] QRect offeredFrame(ViewerPanel panel, const QList<QRect>& taken) const;
     [[nodiscard]] QRect frameToBeOffered(ViewerPanel panel) const;
     [[nodiscard]] QList<QRect> framesBesides(const ToolPanel* panel) const;
@@ -100,6 +103,11 @@ private:
     bool fullScreen_ = false;
     QSet<ViewerPanel> placed_;         ///< by a layout, or left there before the viewer was closed
     QMap<ViewerPanel, QRect> offered_; ///< where a panel was put that nobody had placed
+    /// The viewer before and after it was widened for docked panels.
+    struct Lent {
+        QRect narrow, wide;
+    };
+    std::optional<Lent> lent_;
 };
 
 } // namespace daylark

@@ -28,8 +28,10 @@
 #include "ui/panels/GradingPanel.h"
 #include "ui/panels/NotesPanel.h"
 #include "ui/panels/OptionsPanel.h"
+#include "ui/panels/ScopesPanel.h"
 #include "ui/picture/PicturePointer.h"
 #include "ui/picture/PictureView.h"
+#include "ui/picture/PixelPlate.h"
 #include "ui/viewer/FloatingTimecode.h"
 #include "ui/viewer/FullScreen.h"
 #include "ui/viewer/GoToFrame.h"
@@ -95,11 +97,19 @@ void ViewerWindow::addCommands() {
     actions.isFullScreen = [this] { return isFullScreen(); };
     actions.leave = [this] { leaveTextOrFullScreen(); };
     actions.close = [this] { close(); };
-    actions.goToSelectedBookmark = [this] { bookmarks_->goToSelected(); };
-    actions.deleteSelectedBookmark = [this] { bookmarks_->deleteSelected(); };
+    actions.goToSelectedBookmark = [this] {
+        if (isBookmarkSelected()) bookmarks_->goToSelected();
+    };
+    actions.deleteSelectedBookmark = [this] {
+        if (isBookmarkSelected()) bookmarks_->deleteSelected();
+    };
     actions.editBookmarkText = [this] { editBookmarkText(); };
     actions.loopBookmark = [this] {
-        if (isOnBookmark()) bookmarks_->toggleLoop();
+        if (!isOnBookmark()) return;
+        const bool rangeHeld = controller_.preferences().trimHandles() && controller_.range().isLooping();
+        bookmarks_->toggleLoop();
+        if (rangeHeld && !controller_.range().isLooping()) // a second press is what loops
+            passing_->say(tr("The range is off; once more loops the bookmark"));
     };
     actions.writeNotes = [this] { writeNotes(); };
     actions.goToFrame = [this] { goToFrame_->ask(); };
@@ -137,7 +147,7 @@ void ViewerWindow::buildLayout() {
     rangeRow->addWidget(new RangeIndicator(controller_.range(), foot));
     rows->addLayout(rangeRow);
     rows->addWidget(bar_);
-    rows->addWidget(new FailedWritesBar(controller_.failedWrites(), foot));
+    rows->addWidget(new FailedWritesBar(controller_.failedWrites(), foot, 1)); // the picture is worth more than further lines
     auto* strip = new QToolBar(tr("Controls"), this);
     strip->setObjectName(QStringLiteral("viewerControls"));
     strip->setMovable(false);
@@ -181,6 +191,7 @@ void ViewerWindow::addPanels() {
                          new GradingPanel(controller_, *commands_, this), Place::floating);
     panelHost_->addPanel(ViewerPanel::colour, tr("Colour Management"), new ColourPanel(controller_, this),
                          Place::floating);
+    panelHost_->addPanel(ViewerPanel::scopes, tr("Scopes"), new ScopesPanel(controller_, this), Place::floating);
     auto* drawing = new DrawingPanel(controller_, *commands_, this);
     panelHost_->addPanel(ViewerPanel::drawing, tr("Drawing Tools"), drawing, Place::floating);
     connect(panelHost_, &ViewerPanelHost::colourPanelCloseWanted, drawing, &DrawingPanel::closeColourDialog);
@@ -193,21 +204,28 @@ void ViewerWindow::addPanels() {
     ToolPanel* drawer =
         panelHost_->addPanel(ViewerPanel::playlistDrawer, tr("Playlist"), drawer_, Place::docked);
     resizeDocks({drawer}, {280}, Qt::Horizontal);
+    for (const auto& [panel, word] :
+         {std::pair{ViewerPanel::grading, tr("Grade")}, std::pair{ViewerPanel::colour, tr("Colour")},
+          std::pair{ViewerPanel::drawing, tr("Drawing")}, std::pair{ViewerPanel::options, tr("Options")}})
+        panelHost_->window(panel)->setTabWord(word);
 }
 
 void ViewerWindow::connectController() {
-    new PicturePointer(controller_, *picture_); // the picture owns it
+    new PicturePointer(controller_, *picture_); // the picture owns it, and the next one
+    new PixelPlate(controller_.pixels(), *picture_);
     picture_->follow(controller_.scene());
     controller_.snapshots().setArea({[this] { return picture_->devicePixels(); },
-                                     [this](QSize size) {
-                                         const bool asOnScreen = size == picture_->devicePixels();
-                                         return renderScene(controller_.scene().scene(), size,
-                                                            asOnScreen ? picture_->devicePixelRatioF() : 0);
+                                     [this](QSize size) -> Snapshots::Making {
+                                         const double ratio =
+                                             size == picture_->devicePixels() ? picture_->devicePixelRatioF() : 0;
+                                         return [scene = detached(controller_.scene().scene()), size, ratio] {
+                                             return renderScene(scene, size, ratio);
+                                         };
                                      },
-                                     [this] {
-                                         const Scene scene = filledByPicture(controller_.scene().scene());
-                                         if (scene.frame.isNull()) return QImage();
-                                         return renderScene(scene, scene.frame.displaySize());
+                                     [this]() -> Snapshots::Making {
+                                         const Scene scene = detached(filledByPicture(controller_.scene().scene()));
+                                         if (scene.frame.isNull()) return {};
+                                         return [scene] { return renderScene(scene, scene.frame.displaySize()); };
                                      }});
     connect(&controller_.snapshots(), &Snapshots::flash, this,
             [flash = new SnapshotFlash(picture_)] { flash->flash(); });
@@ -232,8 +250,9 @@ void ViewerWindow::connectController() {
             &ViewerWindow::showReadOuts);
     connect(&controller_.edits(), &ReviewEdits::movieChanged, this,
             [this](const std::shared_ptr<Movie>& movie, const QString& field) {
-                if (movie != controller_.currentMovie() || !field.startsWith(QLatin1String("flag"))) return;
-                bar_->showFlag();
+                if (movie != controller_.currentMovie()) return;
+                if (field.startsWith(QLatin1String("flag"))) bar_->showFlag();
+                if (field == QLatin1String("frameRun") || field == QLatin1String("filenameString")) showName();
             });
 }
 
@@ -301,6 +320,11 @@ bool ViewerWindow::isOnBookmark() {
     passing_->say(key.isEmpty() ? tr("No bookmark at this frame, and none is selected")
                                 : tr("No bookmark at this frame, and none is selected (%1 adds one)").arg(key));
     return false;
+}
+
+bool ViewerWindow::isBookmarkSelected() {
+    if (!bookmarks_->hasSelection()) passing_->say(tr("No bookmark is selected"));
+    return bookmarks_->hasSelection();
 }
 
 void ViewerWindow::editBookmarkText() {
@@ -392,20 +416,26 @@ void ViewerWindow::showLoading(bool loading) {
 }
 
 void ViewerWindow::movieChanged() {
-    const auto movie = controller_.currentMovie();
-    notes_->setMovie(movie);
-    setWindowTitle(movie
-                       ? plain::windowTitle(movie->filenameString) : tr("Viewer"));
-    picture_->setAccessibleDescription(movie ? plain::line(movie->shownName()) : QString());
-    panelHost_->window(ViewerPanel::controls)
-        ->setTitle(movie ? plain::line(movie->filenameString) : tr("Playback Controls"));
+    notes_->setMovie(controller_.currentMovie());
+    showName();
     bar_->showFlag();
     bar_->showState();
     showPosition();
 }
 
+/// A run that grows is called by its new end.
+void ViewerWindow::showName() {
+    const auto movie = controller_.currentMovie();
+    setWindowTitle(movie ? plain::windowTitle(movie->shownName()) : tr("Viewer"));
+    picture_->setAccessibleDescription(movie ? plain::line(movie->shownName()) : QString());
+    panelHost_->window(ViewerPanel::controls)
+        ->setTitle(movie ? plain::line(movie->shownName()) : tr("Playback Controls"));
+    showReadOuts();
+}
+
 void ViewerWindow::showPosition() {
     bar_->showTimes();
+    notes_->setFrame(controller_.currentMovie() ? controller_.time().frameAndProductionText() : QString());
     showReadOuts();
 }
 
@@ -424,7 +454,7 @@ void ViewerWindow::showReadOuts() {
                                .trimmed();
     if (movie) readOuts.looking = controller_.colour().problem();
     if (movie && readOuts.looking.isEmpty()) readOuts.looking = controller_.colour().lookingText();
-    if (shown(preferences.displayFilename)) readOuts.filename = movie->filenameString;
+    if (shown(preferences.displayFilename)) readOuts.filename = movie->shownName();
     const bool fixed = preferences.timecodeDisplayType() == TimecodePlace::fixed;
     if (shown(preferences.displayTimecode) && fixed)
         readOuts.timecode = controller_.time().currentTimeCodeForDisplay();
@@ -433,7 +463,7 @@ void ViewerWindow::showReadOuts() {
     readOuts.overlayColour = controller_.onscreenTextColour();
     if (!readOuts.overlayColour.isValid()) readOuts.overlayColour = Qt::yellow;
     if (movie && !loading_ && !controller_.player().isOpen())
-        readOuts.message = tr("File not found\n%1").arg(movie->filenameString);
+        readOuts.message = tr("File not found\n%1").arg(movie->shownName());
     controller_.scene().setReadOuts(readOuts);
     timecode_->showText(controller_.time().currentTimeCodeForDisplay(), readOuts.overlayColour);
     timecode_->setShown(shown(preferences.displayTimecode) && !fixed && isVisible());

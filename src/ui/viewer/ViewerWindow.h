@@ -62,6 +62,7 @@ private:
     void connectInput();
     void addMenuBelow(const char* command, QMenu* below);
     [[nodiscard]] bool isOnBookmark();
+    [[nodiscard]] bool isBookmarkSelected(); ///< or says so
     void editBookmarkText();
     void writeNotes();
     void leaveTextOrFullScreen();
@@ -75,6 +76,7 @@ private:
 
     void movieChanged(); ///< another movie, on its way or shown
     void showLoading(bool loading);
+    void showName();     ///< in titles and for screen readers
     void showPosition(); ///< times, read-outs
     void showReadOuts();
 

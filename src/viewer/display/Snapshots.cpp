@@ -67,7 +67,7 @@ QString Snapshots::proposedName() const {
     QString base;
     if (source == SnapshotNameSource::sameAsSource) {
         if (const auto movie = list_.selectedMovie())
-            base = QFileInfo(movie->filenameString).completeBaseName();
+            base = movie->fileTitle();
     } else if (source == SnapshotNameSource::userDefined) {
         base = preferences_.snapshotName();
     }
@@ -90,16 +90,16 @@ void Snapshots::takeTimedSnapshot() {
     takeSnapshot();
 }
 
-QImage Snapshots::rendered() const {
+Snapshots::Making Snapshots::making() const {
     if (preferences_.snapshotImageScale() == SnapshotScale::pictureSize && area_.renderPicture)
-        if (const QImage picture = area_.renderPicture(); !picture.isNull()) return picture;
+        if (Making picture = area_.renderPicture()) return picture;
     return area_.render(targetSize(area_.pixels(), preferences_));
 }
 
 void Snapshots::takeSnapshot() {
     if (!area_.render || !list_.selectedMovie()) return;
-    const QImage picture = rendered();
-    if (picture.isNull()) return;
+    const auto picture = std::make_shared<QImage>();
+    writing_.run([picture, make = making()] { *picture = make(); }); // a film's view takes its time; meanwhile a name is typed
     Q_EMIT flash();
     const SnapshotFormat format = preferences_.snapshotFileFormat();
     const QString path = askForPath(proposedName(), format);
@@ -120,7 +120,7 @@ QString Snapshots::askForPath(const QString& proposedName, SnapshotFormat format
 /// A failure interrupts no review: it waits at the viewer's foot.
 void Snapshots::write(const Still& still, const QString& path) {
     writing_.run([this, still, path] {
-        const Result<void> written = writeSnapshot(still.picture, path, still.format, still.quality);
+        const Result<void> written = writeSnapshot(*still.picture, path, still.format, still.quality);
         WorkQueue::deliver(this, [this, still, path, written] {
             if (written) return failedWrites_.written(path);
             const auto elsewhere = [this, still, path] {

@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 namespace daylark {
 
@@ -21,16 +22,17 @@ class Preferences;
 class ViewerList;
 
 /// Stills of the player area as it is shown: rendered anew from its layers at the wanted size, so nothing
-/// covers it. Names, counter and format by the preferences; written on a worker. One that cannot be written is
+/// covers it. Names, counter and format by the preferences; made and written on a worker. One that cannot be written is
 /// among the failed writes. Owned by the viewer's controller; interface thread.
 class Snapshots : public QObject {
     Q_OBJECT
 public:
+    using Making = std::function<QImage()>; ///< of what was shown when it was asked for; any thread
     /// The player area, its size in pixels, painted as on screen at any size.
     struct Area {
         std::function<QSize()> pixels;
-        std::function<QImage(QSize)> render;
-        std::function<QImage()> renderPicture = {}; ///< the picture alone at the movie's own size; null without one
+        std::function<Making(QSize)> render;
+        std::function<Making()> renderPicture = {}; ///< the picture alone at the movie's own size; null without one
     };
     Snapshots(Preferences& preferences, Panels& panels, ViewerList& list, TimeDisplay& time,
               FailedWrites& failedWrites, QObject* parent = nullptr);
@@ -52,12 +54,12 @@ Q_SIGNALS:
 
 private:
     struct Still {
-        QImage picture;
+        std::shared_ptr<const QImage> picture; ///< the worker's, which makes it
         SnapshotFormat format = SnapshotFormat::none;
         float quality = 0;
     };
     [[nodiscard]] QString askForPath(const QString& proposedName, SnapshotFormat format);
-    [[nodiscard]] QImage rendered() const;
+    [[nodiscard]] Making making() const;
     void write(const Still& still, const QString& path);
 
     Preferences& preferences_;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace daylark {
 
@@ -39,7 +40,9 @@ ViewerColour::ViewerColour(CurrentMovie& current, Player& player, ReviewEdits& e
             [this](const std::shared_ptr<Movie>& movie, const QString& field) {
                 if (movie == current_.movie() && field == QLatin1String("inputColourSpace")) refresh();
             });
-    connect(&preferences_.colourConfiguration, &PreferenceItem::changed, this, &ViewerColour::forgetConfig);
+    followed_ = configuration();
+    connect(&preferences_.colourConfiguration, &PreferenceItem::changed, this, &ViewerColour::followConfiguration);
+    connect(&edits_, &ReviewEdits::colourConfigurationChanged, this, &ViewerColour::followConfiguration);
     for (PreferenceItem* item : std::initializer_list<PreferenceItem*>{&preferences_.colourDisplay,
                                                                        &preferences_.colourView,
                                                                        &preferences_.colourLook})
@@ -51,7 +54,7 @@ ViewerColour::ViewerColour(CurrentMovie& current, Player& player, ReviewEdits& e
 void ViewerColour::readConfig() {
     if (reading_ != Reading::notYet) return;
     reading_ = Reading::underWay;
-    work_.run([this, number = configNumber_, path = preferences_.colourConfiguration()] {
+    work_.run([this, number = configNumber_, path = configuration()] {
         auto read = std::make_shared<Result<std::shared_ptr<const ColourConfig>>>(ColourConfig::chosen(path));
         WorkQueue::deliver(this, [this, number, read] {
             if (number == configNumber_) takeConfig(*read);
@@ -64,6 +67,20 @@ void ViewerColour::takeConfig(const Result<std::shared_ptr<const ColourConfig>>&
     config_ = config ? *config : nullptr;
     configProblem_ = config ? QString() : config.error().text;
     refresh();
+}
+
+QString ViewerColour::configuration() const {
+    return configurationIsOfSession() ? edits_.colourConfiguration() : preferences_.colourConfiguration();
+}
+
+bool ViewerColour::configurationIsOfSession() const {
+    return !edits_.colourConfiguration().isEmpty();
+}
+
+void ViewerColour::followConfiguration() {
+    const QString before = std::exchange(followed_, configuration());
+    if (before != followed_) return forgetConfig();
+    Q_EMIT changed(); // whose it is
 }
 
 void ViewerColour::forgetConfig() {
@@ -80,7 +97,19 @@ void ViewerColour::forgetConfig() {
 
 void ViewerColour::chooseConfig(const QString& path) {
     readConfig(); // so that it is read anew, whatever is on screen
-    preferences_.colourConfiguration.set(path);
+    if (configurationIsOfSession())
+        edits_.setColourConfiguration(path);
+    else
+        preferences_.colourConfiguration.set(path);
+}
+
+void ViewerColour::setConfigurationOfSession(bool ofSession) {
+    if (ofSession == configurationIsOfSession()) return;
+    readConfig();
+    QString inForce = configuration();
+    if (inForce.isEmpty()) inForce = qEnvironmentVariable("OCIO");
+    if (inForce.isEmpty()) inForce = ColourConfig::ownName; // by its name, so that it stays so on other machines
+    edits_.setColourConfiguration(ofSession ? inForce : QString());
 }
 
 // What is in force.
@@ -112,7 +141,10 @@ DisplayTransform ViewerColour::transform() const {
 
 QString ViewerColour::problem() const {
     if (!configProblem_.isEmpty())
-        return tr("The colour configuration cannot be used, the picture is shown raw: %1").arg(configProblem_);
+        return (configurationIsOfSession()
+                    ? tr("The session's colour configuration cannot be used, the picture is shown raw: %1")
+                    : tr("The colour configuration cannot be used, the picture is shown raw: %1"))
+            .arg(configProblem_);
     if (!processorProblem_.isEmpty()) return tr("The picture is shown raw: %1").arg(processorProblem_);
     return {};
 }

@@ -18,7 +18,8 @@ class ReviewEdits;
 
 /// How the picture on screen is brought to the display: by which colour configuration, from which space, by which view; and
 /// exposure and gamma for looking, which are nobody's review and are gone with the next start. What is display-referred
-/// already, as movies are unless a person gives them a space, is shown untouched, and no configuration is read for it.
+/// already, as movies are unless a person gives them a space, is shown untouched, and no configuration is read for it. A
+/// session may have a configuration of its own, which goes before the one remembered, which goes before $OCIO and our own.
 /// Configuration and processors are made on a worker; until then, and where they can't be had, the picture is shown raw and
 /// `problem` says why. Owned by the viewer's controller; interface thread.
 class ViewerColour : public QObject {
@@ -40,7 +41,12 @@ public:
     [[nodiscard]] DisplayTransform transform() const;
 
     void readConfig(); ///< where it has not been yet: for whoever shows what there is to choose from
-    void chooseConfig(const QString& path); ///< remembered; empty: $OCIO, else our own
+    [[nodiscard]] QString configuration() const; ///< what was chosen: a path or our own's name; empty: $OCIO, else our own
+    [[nodiscard]] bool configurationIsOfSession() const;
+    /// For this session where it has one of its own (can be undone), else remembered; empty: $OCIO, else our own.
+    void chooseConfig(const QString& path);
+    /// The one in force becomes this session's, or this session's goes; can be undone.
+    void setConfigurationOfSession(bool ofSession);
     void setInputSpace(const QString& space); ///< of the movie on screen; empty: as the file says. Can be undone
     void setDisplay(const QString& display);  ///< remembered, as the next two
     void setView(const QString& view);
@@ -58,6 +64,7 @@ private:
         DisplayTransform transform;
         std::shared_ptr<const DisplayProcessor> processor;
     };
+    void followConfiguration();
     void forgetConfig();
     void takeConfig(const Result<std::shared_ptr<const ColourConfig>>& config);
     void refresh();
@@ -71,7 +78,7 @@ private:
     Preferences& preferences_;
     enum class Reading { notYet, underWay, done } reading_ = Reading::notYet;
     std::shared_ptr<const ColourConfig> config_;
-    QString configProblem_, processorProblem_;
+    QString configProblem_, processorProblem_, followed_; ///< `followed_`: the configuration that this is all from
     double exposure_ = 0, gamma_ = 1;
     bool frameIsLight_ = false;
     QString frameSpace_;

@@ -17,14 +17,15 @@ struct PanelNames {
     Preference<int> Preferences::*restore;
 };
 
-constexpr std::array<PanelNames, 7> panelNames{
+constexpr std::array<PanelNames, 8> panelNames{
     {{ViewerPanel::grading, "gradingWindow", &Preferences::restoreGradingWindow},
      {ViewerPanel::drawing, "drawingWindow", &Preferences::restoreDrawingWindow},
      {ViewerPanel::bookmarks, "bookmarkWindow", &Preferences::restoreBookmarkWindow},
      {ViewerPanel::options, "optionsWindow", &Preferences::restoreOptionsWindow},
      {ViewerPanel::notes, "notesWindow", &Preferences::restoreNotesWindow},
      {ViewerPanel::playlistDrawer, "playlistDrawer", &Preferences::restorePlaylistDrawer},
-     {ViewerPanel::colour, "colourWindow", &Preferences::restoreColourWindow}}};
+     {ViewerPanel::colour, "colourWindow", &Preferences::restoreColourWindow},
+     {ViewerPanel::scopes, "scopesWindow", &Preferences::restoreScopesWindow}}};
 
 const PanelNames* namesOf(ViewerPanel panel) {
     for (const PanelNames& names : panelNames)
@@ -94,7 +95,8 @@ void ViewerPanels::hideAllPanels() {
     putAway_.clear();
     for (const ViewerPanel panel :
          {ViewerPanel::playlistDrawer, ViewerPanel::notes, ViewerPanel::grading, ViewerPanel::options,
-          ViewerPanel::drawing, ViewerPanel::bookmarks, ViewerPanel::colour, ViewerPanel::controls})
+          ViewerPanel::drawing, ViewerPanel::bookmarks, ViewerPanel::colour, ViewerPanel::scopes,
+          ViewerPanel::controls})
         place(panel, false, Among::all);
     hideCursorUntilMouseMoves();
     Q_EMIT toggled();
@@ -205,6 +207,7 @@ void ViewerPanels::saveLayout(PanelLayoutPreferences& layout) {
     saveFrame(ViewerPanel::drawing, layout.drawing, false);
     saveFrame(ViewerPanel::options, layout.options, false);
     saveFrame(ViewerPanel::colour, layout.colour, false);
+    saveFrame(ViewerPanel::scopes, layout.scopes, true);
     saveFrame(ViewerPanel::notes, layout.notes, true);
     saveFrame(ViewerPanel::bookmarks, layout.bookmarks, true);
 }
@@ -240,7 +243,9 @@ void ViewerPanels::restoreSavedPanelLayout(const Sender& sender) {
     restoreFrame(ViewerPanel::grading, layout.grading, false);
     restoreFrame(ViewerPanel::drawing, layout.drawing, false);
     restoreFrame(ViewerPanel::options, layout.options, false);
-    if (layout.colour.x.isStored()) restoreFrame(ViewerPanel::colour, layout.colour, false); // layouts of before know none
+    // Layouts of before know neither of these.
+    if (layout.colour.x.isStored()) restoreFrame(ViewerPanel::colour, layout.colour, false);
+    if (layout.scopes.x.isStored()) restoreFrame(ViewerPanel::scopes, layout.scopes, true);
     restoreFrame(ViewerPanel::notes, layout.notes, true);
     restoreFrame(ViewerPanel::bookmarks, layout.bookmarks, true);
     // Opens what the list names and closes nothing.

@@ -20,7 +20,7 @@ class Preference;
 
 /// The panels about the viewer, in the order in which layouts list them; the floating controls are part of no
 /// layout.
-enum class ViewerPanel { grading, drawing, bookmarks, options, notes, playlistDrawer, colour, controls };
+enum class ViewerPanel { grading, drawing, bookmarks, options, notes, playlistDrawer, colour, scopes, controls };
 
 /// The windows that `ViewerPanels` moves; the viewer's window implements it. Frames in points on the screen.
 /// Interface thread.

@@ -72,6 +72,10 @@ ViewerBookmarks::ViewerBookmarks(CurrentMovie& current, Player& player, Transpor
     , alerts_(alerts)
     , preferences_(preferences) {
     current.handTo(this, &ViewerBookmarks::setMovie);
+    connect(&time_, &TimeDisplay::changed, this, [this] {
+        const FrameNumbers before = std::exchange(numbers_, time_.frameNumbers());
+        if (before != numbers_) Q_EMIT frameNumbersChanged();
+    });
     connect(&player_, &Player::positionChanged, this, &ViewerBookmarks::loadActiveBookmarks);
     connect(&transport_, &Transport::actionDone, this, &ViewerBookmarks::loadActiveBookmarks);
     // Edits by others (the library, a drawing) show here as well.
@@ -408,7 +412,8 @@ void ViewerBookmarks::setMuteValues(const Sender& menuItem) {
         for (const auto& bookmark : bookmarks()) {
             const bool mute = invert ? !bookmark->mute : muteAll;
             if (mute == bookmark->mute && (!mute || bookmark->activeImage == unavailable)) continue;
-            edits_.editBookmark(movie_, bookmark, {}, [&](Bookmark& b) {
+            // The item's icons say nothing of muting: looking them up for each would take the square of the time.
+            edits_.store().modify(movie_, bookmark, {}, [&](Bookmark& b) {
                 b.mute = mute;
                 if (mute) b.activeImage = unavailable; // strips, and images of the unmuted, stay: wanted
             });

@@ -3,6 +3,7 @@
 #include "model/Bookmark.h"
 #include "model/Drawing.h"
 #include "model/Movie.h"
+#include "model/runs/FrameNumbers.h"
 #include "platform/Sender.h"
 #include "review/Edit.h"
 
@@ -65,6 +66,7 @@ public:
     void setOverlayString2(const std::shared_ptr<Bookmark>& bookmark, const QString& text);
     /// Frames, at least 1, else ignored; the last frame follows as by the button "from duration".
     void setDuration(const std::shared_ptr<Bookmark>& bookmark, qint64 frames);
+    [[nodiscard]] FrameNumbers frameNumbers() const { return numbers_; } ///< what the production calls the movie's frames
     [[nodiscard]] qint64 currentFrame() const; ///< on screen, counted from 1; -1 without a movie
     /// Of the movie on screen something was marked whose timecode is not known yet.
     [[nodiscard]] bool waitsForTimecode() const;
@@ -84,6 +86,7 @@ Q_SIGNALS:
     void activeBookmarksChanged(); ///< which are active, or their texts
     void activeDrawingsChanged();
     void bookmarksCopied(); ///< others can be pasted
+    void frameNumbersChanged();
 
 private:
     void setMovie(const std::shared_ptr<Movie>& movie);
@@ -114,6 +117,7 @@ private:
     Alerts& alerts_;
     Preferences& preferences_;
     std::shared_ptr<Movie> movie_;
+    FrameNumbers numbers_;
     Bookmarks active_, copiedBookmarks_;
     QString overlayText_;
     Drawing drawings_;

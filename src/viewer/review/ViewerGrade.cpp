@@ -111,6 +111,8 @@ void ViewerGrade::copyAndPasteGradeValues(const Sender& sender,
         copied_ = {float(from.exposure),     float(from.contrast),   float(from.saturation),
                    float(from.gamma),        float(from.brightness), float(from.redChannel),
                    float(from.greenChannel), float(from.blueChannel)};
+        hasCopy_ = true;
+        Q_EMIT gradeChanged();
     } else if (sender.title == QLatin1String("Paste")) {
         edits_.pasteGrade(selected, copied_.grade(), true);
         setGrade({});

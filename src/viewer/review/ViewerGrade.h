@@ -28,6 +28,7 @@ public:
 
     [[nodiscard]] Grade grade() const;                  ///< of the movie on screen; neutral without one
     [[nodiscard]] bool isApplied() const;               ///< its grade is switched on
+    [[nodiscard]] bool hasCopy() const { return hasCopy_; } ///< a grade was copied, to be pasted
     /// What the picture gets: the grade, or nothing when it is switched off.
     [[nodiscard]] const ColourTransform& transform() const { return transform_; }
 
@@ -58,6 +59,7 @@ private:
     std::shared_ptr<Movie> movie_;
     ColourTransform transform_;
     Copied copied_;
+    bool hasCopy_ = false;
 };
 
 } // namespace daylark

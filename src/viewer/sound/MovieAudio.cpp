@@ -2,6 +2,8 @@
 
 #include "media/encode/MovieExport.h"
 #include "media/encode/SoundExport.h"
+#include "media/facts/MediaFacts.h"
+#include "media/facts/MediaTypes.h"
 #include "model/Movie.h"
 #include "platform/Alerts.h"
 #include "platform/FailedWrites.h"
@@ -28,9 +30,13 @@ MovieSound soundOf(const Movie& movie) {
 
 MovieAudio::MovieAudio(const Surroundings& surroundings, QObject* parent)
     : QObject(parent)
-    , surroundings_(surroundings) {}
+    , surroundings_(surroundings) {
+    connect(&surroundings_.current, &CurrentMovie::changed, this, [this] { lookForSound({}); });
+    connect(&surroundings_.player, &Player::opened, this, [this] { lookForSound(surroundings_.current.movie()); });
+}
 
 MovieAudio::~MovieAudio() {
+    *listening_ = true;
     for (const auto& cancelled : running_)
         *cancelled = true;
 }
@@ -43,6 +49,30 @@ bool MovieAudio::isChanged() const {
 bool MovieAudio::isSilenced() const {
     const auto& movie = surroundings_.current.movie();
     return movie && soundOf(*movie).kind == MovieSound::Kind::none;
+}
+
+bool MovieAudio::isHeard() const {
+    const auto& movie = surroundings_.current.movie();
+    return movie && !isSilenced() && (movie->movieHasUserAudio() || hasOwnSound_);
+}
+
+/// Until somebody has looked into the file of a movie, it is taken to have a sound; no movie: not opened yet.
+void MovieAudio::lookForSound(const std::shared_ptr<Movie>& movie) {
+    *listening_ = true; // for the movie before
+    listening_ = std::make_shared<CancelFlag>(false);
+    const auto& current = surroundings_.current.movie();
+    hasOwnSound_ = current && !current->frameRun && mediaTypeOfPath(current->filepathString) != MediaType::image;
+    Q_EMIT soundKnown();
+    if (!movie || !hasOwnSound_) return;
+    hearing_.run([this, path = movie->filepathString, cancelled = listening_] {
+        const Result<MediaFacts> facts = readMediaFacts(path, cancelled.get());
+        if (!facts) return;
+        WorkQueue::deliver(this, [this, cancelled, has = !facts->sounds.empty()] {
+            if (*cancelled) return;
+            hasOwnSound_ = has;
+            Q_EMIT soundKnown();
+        });
+    });
 }
 
 // Which sound. The viewer follows the record, in the middle of a run, too.
@@ -95,7 +125,7 @@ void MovieAudio::saveMovieAudioTracks() {
     SavePanel panel;
     panel.title = tr("Save Audio As...");
     panel.prompt = tr("Save Audio");
-    panel.proposedName = QFileInfo(movie->filenameString).completeBaseName() + QStringLiteral(".wav");
+    panel.proposedName = movie->fileTitle() + QStringLiteral(".wav");
     panel.allowedTypes = {QStringLiteral("wav")};
     const QString path = surroundings_.panels.runSave(panel);
     if (path.isEmpty() || movie != surroundings_.current.movie()) return;

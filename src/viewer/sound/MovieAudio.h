@@ -54,9 +54,14 @@ public:
 
     [[nodiscard]] bool isChanged() const;  ///< it isn't heard with its own sound
     [[nodiscard]] bool isSilenced() const; ///< by a person
+    [[nodiscard]] bool isHeard() const;    ///< there is a sound to be heard, as far as is known
     [[nodiscard]] bool isBusy() const { return lookedAt_ > 0 || !running_.empty(); }
 
+Q_SIGNALS:
+    void soundKnown(); ///< whether the movie's file has a sound of its own
+
 private:
+    void lookForSound(const std::shared_ptr<Movie>& movie);
     /// A file to be written of a movie as it is now.
     struct Export {
         QString movie;
@@ -74,8 +79,11 @@ private:
     LibraryLink* library_ = nullptr;
     std::vector<std::shared_ptr<CancelFlag>> running_; ///< of the files to be written
     int lookedAt_ = 0;
+    bool hasOwnSound_ = false; ///< the file of the movie on screen, or nobody knows yet
+    std::shared_ptr<CancelFlag> listening_ = std::make_shared<CancelFlag>(false); ///< of the look into it
     // Last: each waits for its work before what that uses goes.
     WorkQueue looking_; ///< at a file that is linked
+    WorkQueue hearing_; ///< whether the movie's own file has a sound
     WorkQueue writing_;
 };
 

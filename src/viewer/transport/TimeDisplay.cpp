@@ -19,6 +19,7 @@ TimeDisplay::TimeDisplay(CurrentMovie& current, Player& player, ReviewEdits& edi
     , preferences_(preferences) {
     current.handTo(this, &TimeDisplay::setMovie);
     connect(&preferences_.firstFrameNumber, &PreferenceItem::changed, this, &TimeDisplay::setOverlayInfoDynamic);
+    connect(&preferences_.otherFirstFrameNumber, &PreferenceItem::changed, this, &TimeDisplay::setOverlayInfoDynamic);
     connect(&edits_, &ReviewEdits::movieChanged, this,
             [this](const std::shared_ptr<Movie>& movie, const QString& field) {
                 if (movie == movie_ && field == QLatin1String("firstFrameNumber")) setOverlayInfoDynamic();
@@ -86,18 +87,22 @@ QString TimeDisplay::stripFrameOfFrames() const {
 }
 
 FrameNumbers TimeDisplay::frameNumbers() const {
-    if (!movie_) return {};
-    qint64 usual = 1;
-    if (preferences_.firstFrameNumber() == FirstFrameNumber::thousandAndOne) usual = 1001;
-    if (preferences_.firstFrameNumber() == FirstFrameNumber::timecode && start_)
-        usual = framesOfTimecode(computeTimecodeFromFrameNumber(1), framesPerSecond()).value_or(1);
-    return frameNumbersOf(*movie_, usual);
+    return movie_ ? frameNumbersOf(*movie_, preferences_.usualFirstFrameNumber(), start_, framesPerSecond()) : FrameNumbers();
 }
 
 QString TimeDisplay::productionText() const {
+    return player_.isOpen() ? productionTextOf(currentFrameNumber()) : QString();
+}
+
+QString TimeDisplay::productionTextOf(qint64 frame) const {
     const FrameNumbers numbers = frameNumbers();
-    if (!numbers.areOwn() || !player_.isOpen()) return {};
-    return tr("Prod %1").arg(numbers.numberOf(currentFrameNumber()));
+    return numbers.areOwn() ? tr("Prod %1").arg(numbers.numberOf(frame)) : QString();
+}
+
+QString TimeDisplay::frameAndProductionText() const {
+    if (!movie_ || !player_.isOpen()) return {};
+    const QString own = productionText();
+    return tr("Frame %1").arg(currentFrameNumber()) + (own.isEmpty() ? own : QStringLiteral("   ") + own);
 }
 
 std::optional<qint64> TimeDisplay::frameOfEntry(const QString& text) const {

@@ -38,6 +38,8 @@ public:
     /// What the production calls the frames of the movie on screen: by hand, by its pictures, else by preference.
     [[nodiscard]] FrameNumbers frameNumbers() const;
     [[nodiscard]] QString productionText() const; ///< "Prod 1039" of the frame on screen; empty where it has no number of its own
+    [[nodiscard]] QString productionTextOf(qint64 frame) const; ///< the same of any frame, from 1
+    [[nodiscard]] QString frameAndProductionText() const; ///< "Frame 39   Prod 1039", whatever the counter begins with
     [[nodiscard]] std::optional<qint64> frameOfEntry(const QString& text) const; ///< where a person means by this; from 1
     [[nodiscard]] QString approxFrameRate() const { return frameRate_; }
     [[nodiscard]] QString durationText() const;

@@ -99,7 +99,7 @@ void ViewerRun::recordChanged(const std::shared_ptr<Movie>& movie, const QString
     shown_ = now;
     if (!isOther) return;
     Q_EMIT changed();
-    Q_EMIT picturesCame();
+    Q_EMIT shownOtherwise();
 }
 
 void ViewerRun::readLayers() {
@@ -158,9 +158,17 @@ void ViewerRun::looked(const Stamps& now, qint64 taken) {
     for (auto at = whole.begin(); at != whole.end();)
         at = now.contains(at->first) ? std::next(at) : whole.erase(at);
     seen_ = now;
-    if (whole == shownStamps_) return;
+    std::vector<qint64> frames;
+    const auto take = [&](const Stamps& some, const Stamps& others) {
+        for (const auto& [number, stamp] : some)
+            if (const auto other = others.find(number); other == others.end() || other->second != stamp)
+                frames.push_back((number - shown_->run.first) / shown_->run.step + 1);
+    };
+    take(whole, shownStamps_);
+    take(shownStamps_, whole);
+    if (frames.empty()) return;
     shownStamps_ = whole;
-    Q_EMIT picturesCame();
+    Q_EMIT picturesCame(frames);
 }
 
 } // namespace daylark

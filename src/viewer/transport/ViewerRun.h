@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace daylark {
 
@@ -42,7 +43,8 @@ public:
 
 Q_SIGNALS:
     void changed();      ///< another run or movie, its layers are known, or another one is shown
-    void picturesCame(); ///< and its pictures are to be read anew
+    void picturesCame(const std::vector<qint64>& frames); ///< came, went or were made again: these (from 1) are to be read anew
+    void shownOtherwise();                                 ///< all of them are to be read anew
 
 private:
     /// Size and time of its last change, by number.

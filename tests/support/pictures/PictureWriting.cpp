@@ -4,6 +4,8 @@
 #include <OpenImageIO/deepdata.h>
 #include <OpenImageIO/imageio.h>
 
+#include <algorithm>
+
 namespace {
 
 using daylark::test::WrittenPicture;
@@ -16,6 +18,8 @@ ImageSpec specOf(const WrittenPicture& picture) {
                    TypeDesc(isTen ? "uint16" : picture.numbers.c_str()));
     spec.x = picture.x;
     spec.y = picture.y;
+    spec.full_x = picture.fullX;
+    spec.full_y = picture.fullY;
     spec.full_width = picture.fullWidth > 0 ? picture.fullWidth : picture.width;
     spec.full_height = picture.fullHeight > 0 ? picture.fullHeight : picture.height;
     spec.channelnames = picture.channels;
@@ -36,6 +40,7 @@ ImageSpec specOf(const WrittenPicture& picture) {
         spec.attribute("smpte:TimeCode", OIIO::TypeTimeCode, words);
     }
     if (picture.tiles) spec.tile_width = spec.tile_height = 32;
+    if (picture.mipped) spec.attribute("textureformat", "Plain Texture"); // what has levels, to this library
     if (!picture.partName.empty()) spec.attribute("oiio:subimagename", picture.partName);
     spec.deep = picture.deep;
     return spec;
@@ -49,6 +54,22 @@ bool writeDeep(OIIO::ImageOutput& out, const ImageSpec& spec, const std::vector<
             deep.set_deep_value(pixel, channel, 0, pixels[size_t(pixel) * size_t(spec.nchannels) + size_t(channel)]);
     }
     return out.write_deep_image(deep);
+}
+
+/// Where the format has none, as further pages.
+bool writeLevels(OIIO::ImageOutput& out, const std::string& path, ImageSpec spec) {
+    const auto how = out.supports("mipmap") ? OIIO::ImageOutput::AppendMIPLevel : OIIO::ImageOutput::AppendSubimage;
+    while (spec.width > 1 || spec.height > 1) {
+        spec.width = std::max(1, spec.width / 2);
+        spec.height = std::max(1, spec.height / 2);
+        spec.full_width = spec.width;
+        spec.full_height = spec.height;
+        const std::vector<float> white(size_t(spec.width) * size_t(spec.height) * size_t(spec.nchannels), 1.0F);
+        if (!out.open(path, spec, how) ||
+            !out.write_image(TypeDesc::FLOAT, white.data()))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -72,6 +93,7 @@ extern "C" __attribute__((visibility("default"))) bool daylarkWritePicture(const
         if (part > 0) good = out->open(picture.path, specs[part], OIIO::ImageOutput::AppendSubimage);
         good = good && (specs[part].deep ? writeDeep(*out, specs[part], parts[part]->pixels)
                                          : out->write_image(TypeDesc::FLOAT, parts[part]->pixels.data()));
+        if (good && parts[part]->mipped) good = writeLevels(*out, picture.path, specs[part]);
     }
     if (!good) trouble = out->geterror();
     return out->close() && good;

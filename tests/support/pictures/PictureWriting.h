@@ -10,7 +10,8 @@ namespace daylark::test {
 struct WrittenPicture {
     std::string path, numbers = "half"; ///< "uint8", "uint16", "half", "float", "uint10" for DPX
     int x = 0, y = 0, width = 0, height = 0;       ///< the data window
-    int fullWidth = 0, fullHeight = 0;             ///< the display window; 0: as the data window
+    int fullX = 0, fullY = 0, fullWidth = 0, fullHeight = 0; ///< the display window; 0: as the data window
+    int number = 0;                                          ///< for whoever makes it
     std::vector<std::string> channels;
     std::vector<float> pixels;
     std::vector<std::pair<std::string, std::string>> texts;
@@ -19,6 +20,7 @@ struct WrittenPicture {
     int rate = 0, rateScale = 1;
     unsigned timecode = 0; ///< as its standard packs it
     bool tiles = false, deep = false;
+    bool mipped = false; ///< with smaller levels, which are white all over; in tiles
     std::string partName;
     std::vector<WrittenPicture> further; ///< parts
 };
