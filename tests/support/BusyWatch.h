@@ -50,4 +50,10 @@ inline constexpr double mostBusyMs = 1000; // checks of the build, not of a pers
 inline constexpr double mostBusyMs = 100;
 #endif
 
+/// What a turn may take. A slow or crowded machine adds to processor time as well: where the same thing with nothing special in
+/// it takes more than half of `mostBusyMs` just now, so much more is allowed.
+inline double allowedMs(double most, double plainMs) {
+    return most * std::max(1.0, 2 * plainMs / mostBusyMs);
+}
+
 } // namespace daylark::test
