@@ -1,15 +1,14 @@
 // The software renderer on pictures as decoders give them, each beside libswscale's bilinear conversion of
 // the same picture to the same size (no grade): milliseconds, and the ratio of the two in the same run. One
 // thread.
+#include "BenchTimes.h"
+
 #include "picture/PictureRenderer.h"
 
 #include "annotate/GradeArithmetic.h"
 #include "media/decode/VideoFrameData.h"
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <functional>
 #include <random>
 
 namespace daylark {
@@ -38,27 +37,12 @@ VideoFrame noisyFrame(AVPixelFormat format, QSize size) {
     return VideoFrame(data);
 }
 
-/// Milliseconds a call: the median of a second's worth of calls.
-double millisecondsOf(const std::function<void()>& work) {
-    using Clock = std::chrono::steady_clock;
-    std::vector<double> times;
-    work();
-    const auto end = Clock::now() + std::chrono::milliseconds(700);
-    while (Clock::now() < end || times.size() < 5) {
-        const auto start = Clock::now();
-        work();
-        times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-    }
-    std::nth_element(times.begin(), times.begin() + std::ptrdiff_t(times.size() / 2), times.end());
-    return times[times.size() / 2];
-}
-
 double yardstick(const VideoFrame& frame, QSize size, bool deep) {
     const AVFrame& source = *frame.data()->frame;
     const av::ScalerPtr scaler(
         sws_getContext(source.width, source.height, AVPixelFormat(source.format), size.width(), size.height(),
                        deep ? AV_PIX_FMT_RGBA64 : AV_PIX_FMT_BGRA, SWS_BILINEAR, nullptr, nullptr, nullptr));
-    return millisecondsOf([&] {
+    return bench::medianMilliseconds([&] {
         QImage image(size, deep ? QImage::Format_RGBX64 : QImage::Format_RGB32);
         uint8_t* target[] = {image.bits(), nullptr, nullptr, nullptr};
         const int stride[] = {int(image.bytesPerLine()), 0, 0, 0};
@@ -74,7 +58,7 @@ void compare(const char* name, const VideoFrame& frame, QSize size) {
     curved.gamma = 1.2;
     const double scaler = yardstick(frame, size, false);
     const auto measure = [&](const char* what, const PictureRequest& request, double beside) {
-        const double time = millisecondsOf([&] { (void)renderPicture(frame, request); });
+        const double time = bench::medianMilliseconds([&] { (void)renderPicture(frame, request); });
         std::printf("%-26s to %4d x %4d  %-16s %7.2f ms   scaler %7.2f ms   ratio %5.2f\n", name,
                     size.width(), size.height(), what, time, beside, time / beside);
     };

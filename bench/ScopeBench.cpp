@@ -1,19 +1,17 @@
 // What a scope of a picture at 1080 lines costs, each beside the renderer's making of the small picture that it is counted
 // from: milliseconds, and their part of the time that a frame has at 24 a second. And what a look at the pixel under the
 // pointer costs, in microseconds.
+#include "BenchTimes.h"
+
 #include "media/decode/VideoFrameData.h"
 #include "picture/PictureRenderer.h"
 #include "picture/PixelProbe.h"
 #include "picture/colour/ColourConfig.h"
 #include "picture/scopes/ScopeTrace.h"
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstring>
-#include <functional>
 #include <random>
-#include <vector>
 
 namespace daylark {
 namespace {
@@ -41,21 +39,6 @@ VideoFrame noise(AVPixelFormat format) {
     return VideoFrame(data);
 }
 
-/// Milliseconds a call: the median of a second's worth of calls.
-double medianOf(const std::function<void()>& work) {
-    using Clock = std::chrono::steady_clock;
-    std::vector<double> times;
-    work();
-    const auto end = Clock::now() + std::chrono::milliseconds(700);
-    while (Clock::now() < end || times.size() < 5) {
-        const auto start = Clock::now();
-        work();
-        times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-    }
-    std::nth_element(times.begin(), times.begin() + std::ptrdiff_t(times.size() / 2), times.end());
-    return times[times.size() / 2];
-}
-
 void measure(const char* name, const VideoFrame& frame, const std::shared_ptr<const DisplayProcessor>& display) {
     constexpr double frameTime = 1000.0 / 24;
     PictureRequest request;
@@ -63,21 +46,21 @@ void measure(const char* name, const VideoFrame& frame, const std::shared_ptr<co
     request.display = display;
     request.quickly = true;
     const QImage small = renderPicture(frame, request);
-    const double made = medianOf([&] { static_cast<void>(renderPicture(frame, request)); });
+    const double made = bench::medianMilliseconds([&] { static_cast<void>(renderPicture(frame, request)); });
     std::printf("%-28s small picture %6.2f ms", name, made);
     const std::pair<const char*, QImage (*)(const QImage&)> scopes[] = {{"waveform", waveformTrace},
                                                                         {"parade", paradeTrace},
                                                                         {"vectorscope", vectorscopeTrace},
                                                                         {"histogram", histogramTrace}};
     for (const auto& [scope, trace] : scopes) {
-        const double counted = medianOf([&small, trace = trace] { static_cast<void>(trace(small)); });
+        const double counted = bench::medianMilliseconds([&small, trace = trace] { static_cast<void>(trace(small)); });
         std::printf("  %s %5.2f ms (%2.0f %%)", scope, counted, (made + counted) / frameTime * 100);
     }
-    const double looked = medianOf([&] { static_cast<void>(pixelAt(frame, {700, 400}, {display, {}})); });
+    const double looked = bench::medianMilliseconds([&] { static_cast<void>(pixelAt(frame, {700, 400}, {display, {}})); });
     std::printf("  a pixel %4.0f us\n", looked * 1000);
 }
 
-int bench() {
+int measureAll() {
     measure("yuv422p10", noise(AV_PIX_FMT_YUV422P10), nullptr);
     measure("bgra", noise(AV_PIX_FMT_BGRA), nullptr);
     const auto config = ColourConfig::own();
@@ -91,5 +74,5 @@ int bench() {
 } // namespace daylark
 
 int main() {
-    return daylark::bench();
+    return daylark::measureAll();
 }
