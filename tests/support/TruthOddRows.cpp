@@ -66,6 +66,8 @@ std::vector<Row> midGroup() {
         // A seek goes to either of two copies of a stretch, and the file ends behind the later one.
         {"EditsShareGroupAv1", "mp4", "libsvtav1", slow, 29, 0, fastSvt, 15, "yuv420p", {158, 172},
          cut({{4, -1}, {9, 1}, {4, 10}})},
+        // Both parts with the times of the file itself: nothing tells the copies apart but what each hides.
+        {"EditsGoOnHevc", "mp4", "libx265", r48, 28, 0, x265("open-gop=0"), 10, "yuv420p", {154, 104}, cut({{2, 2}, {2, 4}})},
         {"EditsDwellH264", "mov", x, r24, 12, 2, {}, 72, "yuv420p", usual, cut({{10, 0}, {12, 20, 0}, {10, 40}})},
         {"EditsDwellAtEndProRes", "mov", "prores_ks", r25, 1, 0, {}, 48, "yuv422p10le", usual, cut({{20, 3}, {15, 22, 0}})},
         {"EditsHalfSpeedHevc", "mp4", "libx265", r24, 24, 3, open, 100, "yuv420p", usual, cut({{10, 3}, {20, 40, 0.5}})},

@@ -221,6 +221,9 @@ bool PictureDecoder::feed(qint64 target, OnTheWay onTheWay, Arrival arrival) {
     }
     const qint32 number = table_.packets[size_t(place_)].frame;
     packet_->pts = packet_->dts = number >= 0 ? number : AV_NOPTS_VALUE;
+    // The table says what is shown: of a stretch that edits show in parts each copy hides the others' pictures, and a seek goes
+    // to any copy.
+    packet_->flags &= ~AV_PKT_FLAG_DISCARD;
     describe(*packet_);
     alpha_.feed(*packet_, packet_->pts);
     avcodec_send_packet(codec_.get(), packet_.get()); // damage shows as a missing picture
