@@ -1,5 +1,6 @@
 #include "app/AppFixture.h"
 #include "app/Watchdog.h"
+#include "support/SmallDisk.h"
 
 #include <csignal>
 #include <sys/resource.h>
@@ -30,7 +31,7 @@ TEST_F(StartupTest, ARestartFindsPlaylistsSelectionNotesAndSharedItemsAgain) {
     EXPECT_EQ(library().selectedMovieRows(), Library::Rows{0});
     EXPECT_EQ(sessionFiles().windowTitle(), u"Show"_s);
     EXPECT_EQ(sessionFiles().currentSessionPath(), path(u"show.dls"_s));
-    EXPECT_FALSE(sessionFiles().sessionIsModified());
+    EXPECT_TRUE(sessionFiles().sessionIsModified()) << "show.dls was never written";
     const auto& lists = library().playlists();
     EXPECT_EQ(lists[0]->itemCount, u"2"_s);
     EXPECT_EQ(lists[0]->movieList[1], lists[1]->movieList[0]); // still one record
@@ -147,6 +148,73 @@ TEST_F(StartupTest, EveryEditOutlivesACrashThatComesRightAfterIt) {
     EXPECT_TRUE(QFileInfo::exists(temporarySession()));
     start();
     EXPECT_EQ(first()->notes2->string(), u"kept"_s);
+}
+
+TEST_F(StartupTest, WhatComesBackIsMarkedAsLongAsNoSessionFileHoldsIt) {
+    // Each way of ending twice: the second time nothing was edited since.
+    enum class Ending { quit, crash };
+    const auto isMarkedAfterBoth = [this](Ending ending) {
+        const auto again = [this, ending] {
+            ending == Ending::quit ? quit() : crash();
+            start();
+        };
+        again();
+        const bool once = sessionFiles().sessionIsModified();
+        again();
+        EXPECT_EQ(sessionFiles().sessionIsModified(), once);
+        return once;
+    };
+    start();
+    EXPECT_FALSE(isMarkedAfterBoth(Ending::quit)) << "nothing was ever done";
+    addPlaylist(u"Day 1"_s, {u"a.mov"_s, u"b.mov"_s});
+    EXPECT_TRUE(isMarkedAfterBoth(Ending::crash));
+    EXPECT_TRUE(isMarkedAfterBoth(Ending::quit));
+    EXPECT_TRUE(isMarkedAfterBoth(Ending::crash)) << "out of the file, with a journal that has no edit";
+
+    const auto save = [this] {
+        panels.saveAnswers = {path(u"show.dls"_s)};
+        sessionFiles().saveSession();
+        settleFiles();
+        ASSERT_FALSE(sessionFiles().sessionIsModified());
+    };
+    save();
+    EXPECT_FALSE(isMarkedAfterBoth(Ending::crash)) << "every edit is in the journal, and in show.dls";
+    EXPECT_FALSE(isMarkedAfterBoth(Ending::quit));
+    controller->edits().setNotes(library().playlists()[0]->movieList[0], NotesField::notes, AttributedString(u"dark"_s));
+    EXPECT_TRUE(isMarkedAfterBoth(Ending::crash));
+    save();
+    EXPECT_FALSE(isMarkedAfterBoth(Ending::crash));
+
+    // What the program itself finds out asks nobody to save it; an empty library has nothing to lose.
+    controller->edits().store().insertPlaylists(1, {std::make_shared<Playlist>()}, {{}, EditKind::background});
+    EXPECT_FALSE(isMarkedAfterBoth(Ending::crash));
+    sessionFiles().clearSession();
+    EXPECT_FALSE(isMarkedAfterBoth(Ending::quit));
+    addPlaylist(u"Day 2"_s, {});
+    EXPECT_TRUE(isMarkedAfterBoth(Ending::crash));
+
+    // Left out at a start, none of it comes back.
+    preferences->loadPreviousSessionOnStartup.set(false);
+    EXPECT_FALSE(isMarkedAfterBoth(Ending::quit));
+}
+
+/// The journal has room ahead, the session file hasn't: what comes back comes out of the journal alone.
+TEST_F(StartupTest, AfterAQuitOnAFullDiskTheMarkComesBackWithTheEdits) {
+    const auto wrong = test::runOnSmallDisk(folder.path(), 8 << 20, [this] {
+        start();
+        addPlaylist(u"Day 1"_s, {u"a.mov"_s});
+        settleFiles();
+        QFile filling(path(u"filling"_s));
+        if (!filling.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) return 1;
+        while (filling.write(QByteArray(4096, 'x')) == 4096) {}
+        quit();
+        if (QFileInfo::exists(temporarySession())) return 2;
+        start();
+        if (playlistNames() != QStringList{u"Day 1"_s}) return 3;
+        return sessionFiles().sessionIsModified() ? 0 : 4;
+    });
+    if (!wrong) GTEST_SKIP() << "nobody may make a disk here";
+    EXPECT_EQ(*wrong, 0);
 }
 
 TEST_F(StartupTest, EditsThatCannotBeStoredAreSaidAndStoredWhenTheyCan) {

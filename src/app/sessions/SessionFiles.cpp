@@ -53,6 +53,7 @@ SessionFiles::SessionFiles(const Surroundings& surroundings, QObject* parent)
     , temporary_(surroundings.library, surroundings.temporarySessionPath, surroundings.failedWrites) {
     connect(&temporary_, &TemporarySession::loaded, this, [this](bool restored) {
         if (restored) updatePlaylistsWithNewVariables(surroundings_.library);
+        setSessionIsModified(modified_ || temporary_.isModified());
         Q_EMIT temporarySessionLoaded(restored);
     });
     connect(&surroundings_.library.store(), &ReviewStore::applied, this, [this](const Edit& edit) {
@@ -380,6 +381,7 @@ void SessionFiles::setSessionTitle(const QString& title) {
 
 void SessionFiles::setSessionIsModified(bool modified) {
     if (modified) ++edits_;
+    temporary_.setIsModified(modified);
     if (modified_ == modified) return;
     modified_ = modified;
     Q_EMIT modifiedChanged(modified_);

@@ -10,6 +10,18 @@
 
 namespace daylark {
 
+namespace {
+
+Change sessionChange(const QString& field, qint64 after) {
+    Change change;
+    change.record = sessionRecord;
+    change.field = field;
+    change.after = Value(after);
+    return change;
+}
+
+} // namespace
+
 TemporarySession::TemporarySession(Library& library, const QString& path, FailedWrites& failedWrites,
                                    QObject* parent)
     : QObject(parent)
@@ -17,8 +29,7 @@ TemporarySession::TemporarySession(Library& library, const QString& path, Failed
     , path_(path)
     , failedWrites_(failedWrites)
     , journal_(path) {
-    connect(&library_.store(), &ReviewStore::applied, this,
-            [this](const Edit& edit) { journal_.append(edit.changes); });
+    connect(&library_.store(), &ReviewStore::applied, this, &TemporarySession::noteEdit);
     connect(&library_, &Library::playlistSelectionChanged, this, &TemporarySession::noteSelection);
     connect(&journal_, &Journal::grown, this, &TemporarySession::save);
     connect(&journal_, &Journal::troubleChanged, this, [this](const QString& reason) {
@@ -80,6 +91,7 @@ void TemporarySession::takeOver(Place& place, JournalStart& start, bool restore)
     const ReviewRecords::Playlists madeMeanwhile = store.playlists();
     library_.setPlaylists(start.contents.playlists, start.contents.colourConfiguration);
     journal_.begin(start, store.records().idsByPosition());
+    isModified_ = start.isModified && !start.contents.playlists.empty(); // of an empty one nothing comes back
     // What was made while the file was being read comes after it, and into the journal.
     store.insertPlaylists(qsizetype(store.playlists().size()), madeMeanwhile, {{}, EditKind::background});
     isLoaded_ = true;
@@ -95,11 +107,19 @@ void TemporarySession::noteSelection() {
     const auto& rows = library_.selectedPlaylistRows();
     if (!isLoaded_ || rows.empty() || rows.front() == selectedRow_) return;
     selectedRow_ = rows.front();
-    Change change;
-    change.record = sessionRecord;
-    change.field = selectedPlaylistField;
-    change.after = Value(selectedRow_);
-    journal_.append({change});
+    journal_.append({sessionChange(selectedPlaylistField, selectedRow_)});
+}
+
+/// The mark goes into the edit's own step: a crash leaves both or neither.
+void TemporarySession::noteEdit(const Edit& edit) {
+    Changes step = edit.changes;
+    if (edit.info.kind != EditKind::background && !std::exchange(isModified_, true))
+        step.push_back(sessionChange(modifiedField, 1));
+    journal_.append(std::move(step));
+}
+
+void TemporarySession::setIsModified(bool modified) {
+    if (std::exchange(isModified_, modified) != modified) journal_.append({sessionChange(modifiedField, modified)});
 }
 
 void TemporarySession::save() {
@@ -123,8 +143,11 @@ SessionContents TemporarySession::contents() const {
 
 void TemporarySession::startWrite() {
     writing_ = true;
+    const quint64 sequence = journal_.sequence();
+    // The file has no place for the mark, and takes the steps that set it out of the journal.
+    if (isModified_) journal_.append({sessionChange(modifiedField, 1)});
     work_.run([this, path = path_, snapshot = std::make_shared<SessionContents>(snapshotOf(contents())),
-               ids = library_.store().records().idsByPosition(), sequence = journal_.sequence()]() mutable {
+               ids = library_.store().records().idsByPosition(), sequence]() mutable {
         const QByteArray bytes = encodeSession(*snapshot), fingerprint = sessionFingerprint(bytes);
         snapshot.reset();
         // Whatever stands there and cannot be read may still be somebody's review: it is kept beside.

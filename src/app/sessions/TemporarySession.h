@@ -3,6 +3,7 @@
 #include "base/jobs/WorkQueue.h"
 #include "model/Session.h"
 #include "platform/lock/OwnerLock.h"
+#include "review/Edit.h"
 #include "review/journal/Journal.h"
 
 #include <QObject>
@@ -37,6 +38,10 @@ public:
     /// in memory alone.
     bool finishWriting();
     [[nodiscard]] SessionContents contents() const; ///< what the file would hold now
+    /// Whether there are edits that no session file of a person's own holds: kept in the journal, so that it comes back with
+    /// them. Every edit but the program's own sets it.
+    [[nodiscard]] bool isModified() const { return isModified_; }
+    void setIsModified(bool modified);
     /// What a second copy tells of itself, in words; empty in the first. From `loaded` on.
     [[nodiscard]] QString notice() const { return notice_; }
     [[nodiscard]] QString trouble() const { return trouble_; } ///< what keeps edits from being stored; empty: nothing
@@ -57,6 +62,7 @@ private:
     void startWrite();
     void tellOfFile(const Result<void>& written);
     void noteSelection();
+    void noteEdit(const Edit& edit);
 
     Library& library_;
     QString path_; ///< from `loaded` on this copy's own
@@ -64,6 +70,7 @@ private:
     FailedWrites& failedWrites_;
     bool isLoaded_ = false;
     qint64 selectedRow_ = -1; ///< as the journal has it
+    bool isModified_ = false; ///< likewise
     bool writing_ = false, again_ = false;
     bool fileIsWritten_ = true; ///< by the last try; the worker's while it writes
     bool fileIsKnown_ = false; ///< read or written whole, so that it may be written over; the worker's

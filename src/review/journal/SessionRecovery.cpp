@@ -142,6 +142,11 @@ std::optional<RecoveredSession> recoverSession(SessionContents contents, const Q
                 contents.lastSelectedPlaylistIndex = row ? std::optional(numberToInt64(*row)) : std::nullopt;
                 continue;
             }
+            if (change.record == sessionRecord && change.field == modifiedField) {
+                const Number* modified = change.after.number();
+                recovered.isModified = modified && numberToInt64(*modified) != 0;
+                continue;
+            }
             records->apply(change);
             reviewed = true;
         }
@@ -183,6 +188,7 @@ JournalStart startFromJournals(const QString& sessionPath, bool restore) {
         start.contents = std::move(recovered->contents);
         start.sequence = recovered->sequence;
         start.steps = recovered->steps;
+        start.isModified = recovered->isModified;
         start.goesOn = true;
         start.soundBytes = own->journal.soundBytes;
         start.place = std::move(own->place);

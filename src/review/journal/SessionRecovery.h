@@ -14,6 +14,8 @@ namespace daylark {
 /// The session's field that a step may name beside review data: which playlist was selected last, by its row. Carrying it
 /// out changes no record.
 inline const QString selectedPlaylistField = QStringLiteral("selectedPlaylist");
+/// Likewise: whether there are edits, up to this step, that no session file of a person's own holds.
+inline const QString modifiedField = QStringLiteral("isModified");
 
 /// What a session was when its journal ended: the session file of one of the journal's bases, and every step
 /// after it carried out in order. Bytes may be a stranger's: what makes no sense is passed over, and a step that
@@ -22,6 +24,7 @@ struct RecoveredSession {
     SessionContents contents;
     quint64 sequence = 0; ///< of the last step
     qint64 steps = 0;     ///< of review data that came from the journal
+    bool isModified = false; ///< by the last step that says so
 };
 /// Empty when no base of the journal is of that session file. `contents` is what those bytes hold.
 [[nodiscard]] std::optional<RecoveredSession>
@@ -37,6 +40,7 @@ struct JournalStart {
     qsizetype soundBytes = 0;              ///< of that journal
     quint64 sequence = 0;                  ///< of its last step
     qint64 steps = 0;                      ///< brought back
+    bool isModified = false;               ///< what comes back is in no session file of a person's own
     QStringList keptAside;                 ///< files made of what could not be brought back
 };
 
