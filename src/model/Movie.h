@@ -89,6 +89,8 @@ public:
     [[nodiscard]] QString mediaAddress(const RunView& view = {}) const {
         return daylark::mediaAddress(filepathString, frameRun, view);
     }
+    /// By how many its frames' numbers follow each other, which its timecode goes by as well.
+    [[nodiscard]] qint64 frameStep() const { return frameRun ? frameRun->run.step : 1; }
     /// What it is called where people look: its file's name, or its run's ("sh010.1001-1100#.exr").
     [[nodiscard]] QString shownName() const { return frameRun ? frameRun->run.text() : filenameString; }
     [[nodiscard]] QString fileTitle() const; ///< what files made of it are called after: its name without extension or numbers

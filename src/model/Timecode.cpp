@@ -18,6 +18,10 @@ qint64 wrappingSum(qint64 a, qint64 b) {
     return qint64(quint64(a) + quint64(b));
 }
 
+qint64 wrappingProduct(qint64 a, qint64 b) {
+    return qint64(quint64(a) * quint64(b));
+}
+
 /// The printing is unsigned, so a negative remainder shows as a huge number: wanted, older texts have it.
 QString timecodeOfCount(qint64 count, float rate) {
     const qint64 whole = truncatedTo64(float(count) / rate);
@@ -33,7 +37,7 @@ QString timecodeOfCount(qint64 count, float rate) {
 
 } // namespace
 
-QString timecodeText(qint64 frame, float fps, const std::optional<SmpteTime>& start) {
+QString timecodeText(qint64 frame, float fps, const std::optional<SmpteTime>& start, qint64 step) {
     const float rate = std::round(fps); // no drop frame: 29.97 counts as 30
     if (!(std::fabs(rate) >= 1.0F) || std::fabs(rate) > float(std::numeric_limits<qint32>::max()))
         return QStringLiteral("00:00:00:00");
@@ -41,7 +45,7 @@ QString timecodeText(qint64 frame, float fps, const std::optional<SmpteTime>& st
     if (start) {
         const int seconds = start->hours * 3600 + start->minutes * 60 + start->seconds;
         const float offset = float(start->frames) / rate + float(seconds); // single precision: wanted
-        count = wrappingSum(truncatedTo64(offset * rate), count);
+        count = wrappingSum(truncatedTo64(offset * rate), wrappingProduct(count, step));
     }
     return timecodeOfCount(count, rate);
 }

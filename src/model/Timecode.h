@@ -15,9 +15,11 @@ struct SmpteTime {
 };
 
 /// Timecode text of a frame (counted from 1), "%02lu:%02lu:%02lu:%02lu", counted at the rate rounded to a whole number,
-/// without drop frame; `start` is the track's, when there is one. Single precision where it is stated, so that texts agree
-/// with those in older sessions. A rate that rounds to 0 gives "00:00:00:00". Any thread.
-[[nodiscard]] QString timecodeText(qint64 frame, float fps, const std::optional<SmpteTime>& start = std::nullopt);
+/// without drop frame; `start` is the track's, when there is one: frames then follow each other by `step`, as those of a run of
+/// every second picture do, which counts those left out. Single precision where it is stated, so that texts agree with those in
+/// older sessions. A rate that rounds to 0 gives "00:00:00:00". Any thread.
+[[nodiscard]] QString timecodeText(qint64 frame, float fps, const std::optional<SmpteTime>& start = std::nullopt,
+                                   qint64 step = 1);
 
 /// "%02i:%02i", or "%i:%02i:%02i" beyond 3599 s either way, of the seconds truncated.
 [[nodiscard]] QString durationTextOf(float seconds);

@@ -153,8 +153,9 @@ void addBookmark(ToolContext& context, const SessionItemArguments& item, const Q
     const std::vector<SmpteTime> samples =
         AVTimecodeReader(found->movie->mediaAddress()).readTimecodeSamples();
     const auto start = samples.empty() ? std::nullopt : std::optional(samples.front());
-    bookmark->firstTC = timecodeText(wanted.first, fps, start);
-    bookmark->lastTC = timecodeText(wanted.first + duration - 1, fps, start);
+    const qint64 step = found->movie->frameStep();
+    bookmark->firstTC = timecodeText(wanted.first, fps, start, step);
+    bookmark->lastTC = timecodeText(wanted.first + duration - 1, fps, start, step);
     if (!wanted.overlay.empty()) bookmark->overlayString = QString::fromStdString(wanted.overlay);
     if (!wanted.note.empty()) bookmark->overlayString2 = QString::fromStdString(wanted.note);
     ReviewEdits edits;

@@ -93,12 +93,18 @@ TEST(FrameNumbersTest, APlaceIsANumberATimecodeOrSoManyFramesOn) {
     entry.fps = 0; // not known
     EXPECT_EQ(frame("23:59:59:03"), -1);
     EXPECT_EQ(frame("7"), 7);
-    // What is shown is what can be typed.
-    for (const float fps : {24.0F, 25.0F, 29.97F, 59.94F}) {
-        entry.fps = fps;
-        for (qint64 n = 1; n <= 100; ++n)
-            EXPECT_EQ(entry.frameOf(timecodeText(n, fps, entry.start)), n) << fps << ' ' << n;
-    }
+    // What is shown is what can be typed, in runs of every second or third number as well.
+    for (const float fps : {24.0F, 25.0F, 29.97F, 59.94F})
+        for (entry.timecodeStep = 1; entry.timecodeStep <= 3; ++entry.timecodeStep) {
+            entry.fps = fps;
+            for (qint64 n = 1; n <= 100; ++n)
+                EXPECT_EQ(entry.frameOf(timecodeText(n, fps, entry.start, entry.timecodeStep)), n) << fps << ' ' << n;
+        }
+    entry.fps = 24, entry.timecodeStep = 2;
+    EXPECT_EQ(frame("23:59:59:03"), -1) << "between two pictures";
+    EXPECT_EQ(frame("+1:00"), 52);
+    entry.start.reset(); // counted from zero, picture by picture
+    EXPECT_EQ(frame("00:00:00:03"), 4);
 }
 
 } // namespace

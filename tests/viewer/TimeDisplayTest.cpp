@@ -1,4 +1,7 @@
+#include "support/PictureMaker.h"
 #include "viewer/ViewerFixture.h"
+
+#include <QTemporaryDir>
 
 #include <limits>
 
@@ -22,6 +25,33 @@ TEST_F(TimeDisplayTest, TimecodeCountsWholeFramesAndNamesItsSource) {
     start.minutes = start.seconds = 59;
     time.setTimeCodeData(start);
     EXPECT_EQ(time.stripTimecode(), QStringLiteral("TC 00:00:00:00"));
+}
+
+/// Wherever the timecode is shown, stored or typed in.
+TEST_F(TimeDisplayTest, ARunOfEverySecondPictureGoesByTheNumbersOfItsPictures) {
+    const QTemporaryDir folder;
+    const auto pathOf = [&](int number) { return folder.filePath(QStringLiteral("st.%1.exr").arg(number)); };
+    for (const int number : {1001, 1003, 1005}) {
+        test::WrittenPicture picture = test::barCodePicture(pathOf(number), number);
+        const int frames = number - 1001 + 21;
+        picture.rate = 24;
+        picture.timecode = test::packedTimecode(10, 0, frames / 24, frames % 24);
+        writePicture(picture);
+    }
+    const auto shot = record(pathOf(1001));
+    shot->frameRun = MovieRun();
+    shot->frameRun->run = {QStringLiteral("st."), QStringLiteral(".exr"), 4, false, 1001, 1005, 2};
+    show({shot});
+    goTo(3);
+    bookmarks.addBookmark(); // its header may not have been read yet
+    ASSERT_TRUE(bench::waitUntil([this] { return time.timecodeIsKnown(); }));
+    const QString header = QStringLiteral("10:00:01:01");
+    EXPECT_EQ(time.stripTimecode(), QStringLiteral("TC ") + header);
+    EXPECT_EQ(time.frameOfEntry(header), 3);
+    bookmarks.addBookmark();
+    ASSERT_EQ(shot->bookmarkStore.size(), 2U);
+    for (const auto& bookmark : shot->bookmarkStore)
+        EXPECT_EQ(bookmark->firstTC, header);
 }
 
 TEST_F(TimeDisplayTest, CounterAndTimecodeKeepTheirTextsWhileBothAreSwitchedOff) {

@@ -36,9 +36,9 @@ std::optional<SmpteTime> timecodeOfRun(const RunAddress& address, const CancelFl
     const SampleIndex index = indexOf(read->files, read->facts.framesPerSecond);
     const auto quanta = std::max<qint64>(1, std::llround(double(index.timeScale) / index.step));
     const FrameRun& run = read->files.address.movie.run;
-    // The picture may not be the first frame: that one's is as many frames earlier, round the clock.
+    // The picture may not be the first frame: that one's is as many numbers earlier, round the clock.
     const qint64 day = 24 * 3600 * quanta;
-    qint64 frame = ((qint64(hours) * 60 + minutes) * 60 + seconds) * quanta + frames - run.frameOf(read->number).value_or(0);
+    qint64 frame = ((qint64(hours) * 60 + minutes) * 60 + seconds) * quanta + frames - (read->number - run.first);
     frame = (frame % day + day) % day;
     SmpteTime time;
     time.flags = 1; // valid

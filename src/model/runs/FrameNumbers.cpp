@@ -38,7 +38,7 @@ FrameNumbers frameNumbersOf(const Movie& movie, std::optional<qint64> usualFirst
                             float fps) {
     FrameNumbers numbers =
         usualFirst ? FrameNumbers{*usualFirst, 1} : numbersByTimecode(start, fps > 0 ? fps : movie.mMovieFPS);
-    if (movie.frameRun) numbers = {movie.frameRun->run.first, movie.frameRun->run.step};
+    if (movie.frameRun) numbers = {movie.frameRun->run.first, movie.frameStep()};
     if (movie.firstFrameNumber)
         numbers.first = qBound(-largestNumber, numberToInt64(*movie.firstFrameNumber), largestNumber);
     return numbers;
@@ -71,12 +71,14 @@ std::optional<qint64> FrameEntry::frameOf(const QString& text) const {
         return frame && *frame >= 1 && *frame <= count ? frame : std::nullopt;
     };
     const bool isTimecode = entry.contains(QLatin1Char(':')) || entry.contains(QLatin1Char(';'));
+    const qint64 step = start ? qMax<qint64>(1, timecodeStep) : 1;
     const QChar sign = entry.front();
     // A minus is a step back, but where the numbers themselves are below zero.
     const bool isNumberBelowZero = sign == QLatin1Char('-') && !isTimecode && numbers.first < 0 && numbers.areOwn();
     if ((sign == QLatin1Char('+') || sign == QLatin1Char('-')) && !isNumberBelowZero) {
         entry.remove(0, 1);
-        const std::optional<qint64> distance = isTimecode ? framesOfTimecode(entry, fps) : wholeNumber(entry);
+        std::optional<qint64> distance = isTimecode ? framesOfTimecode(entry, fps) : wholeNumber(entry);
+        if (distance && isTimecode) *distance /= step;
         if (!distance || *distance < 0) return {};
         return inside(sign == QLatin1Char('+') ? current + *distance : current - *distance);
     }
@@ -85,7 +87,8 @@ std::optional<qint64> FrameEntry::frameOf(const QString& text) const {
         const std::optional<qint64> first = framesOfTimecode(timecodeText(1, fps, start), fps);
         if (!wanted || !first) return {};
         const qint64 day = 24 * 3600 * qint64(std::round(fps));
-        return inside((*wanted - *first + day) % day + 1); // over midnight too
+        const qint64 distance = (*wanted - *first + day) % day; // over midnight too
+        return distance % step == 0 ? inside(distance / step + 1) : std::nullopt;
     }
     const bool fromOne = sign == QLatin1Char('#');
     if (fromOne) entry.remove(0, 1);

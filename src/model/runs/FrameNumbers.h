@@ -42,6 +42,7 @@ struct FrameEntry {
     FrameNumbers numbers;
     float fps = 0;
     std::optional<SmpteTime> start; ///< of the timecode track
+    qint64 timecodeStep = 1;        ///< by which it goes from one frame to the next
     [[nodiscard]] std::optional<qint64> frameOf(const QString& text) const;
 };
 

@@ -175,8 +175,8 @@ void ViewerBookmarks::timecodeRead(const std::shared_ptr<Movie>& movie,
         const auto& store = movie->bookmarkStore;
         if (std::find(store.begin(), store.end(), bookmark) == store.end()) continue;
         edits_.store().modify(movie, bookmark, {{}, EditKind::background}, [&](Bookmark& marked) {
-            if (one.first) marked.firstTC = timecodeText(*one.first, marked.fps, start);
-            if (one.last) marked.lastTC = timecodeText(*one.last, marked.fps, start);
+            if (one.first) marked.firstTC = timecodeText(*one.first, marked.fps, start, movie->frameStep());
+            if (one.last) marked.lastTC = timecodeText(*one.last, marked.fps, start, movie->frameStep());
         });
     }
 }

@@ -65,7 +65,7 @@ qint64 TimeDisplay::tickCount() const {
 }
 
 QString TimeDisplay::computeTimecodeFromFrameNumber(qint64 frame) const {
-    return timecodeText(frame, framesPerSecond(), start_);
+    return timecodeText(frame, framesPerSecond(), start_, movie_ ? movie_->frameStep() : 1);
 }
 
 QString TimeDisplay::timecodeWithPrefix() const {
@@ -107,7 +107,8 @@ QString TimeDisplay::frameAndProductionText() const {
 
 std::optional<qint64> TimeDisplay::frameOfEntry(const QString& text) const {
     if (!movie_ || !player_.isOpen()) return {};
-    const FrameEntry entry{currentFrameNumber(), player_.index().count(), frameNumbers(), framesPerSecond(), start_};
+    const FrameEntry entry{currentFrameNumber(), player_.index().count(), frameNumbers(),
+                           framesPerSecond(),    start_,                  movie_->frameStep()};
     return entry.frameOf(text);
 }
 
