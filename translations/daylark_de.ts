@@ -3514,6 +3514,10 @@ Esc im Suchfeld oder „Alle zeigen“ holt sie zurück.</translation>
         <translation>die Datei gibt es nicht</translation>
     </message>
     <message>
+        <source>These are no two different numbers. Black and white, such as 0, 100; nothing for what the picture reaches over:</source>
+        <translation>Das sind keine zwei verschiedenen Zahlen. Schwarz und Weiß, etwa 0, 100; nichts für den Umfang des Bilds:</translation>
+    </message>
+    <message>
         <source>This can't be undone</source>
         <translation>Das lässt sich nicht rückgängig machen</translation>
     </message>

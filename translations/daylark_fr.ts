@@ -3514,6 +3514,10 @@ Escape in the search field or Show All brings them back.</source>
         <translation>ce fichier n'existe pas</translation>
     </message>
     <message>
+        <source>These are no two different numbers. Black and white, such as 0, 100; nothing for what the picture reaches over:</source>
+        <translation>Ce ne sont pas deux nombres différents. Noir et blanc, comme 0, 100 ; rien pour l'étendue de l'image :</translation>
+    </message>
+    <message>
         <source>This can't be undone</source>
         <translation>Cette action est définitive</translation>
     </message>

@@ -1,5 +1,7 @@
 #include "formats/PictureChannels.h"
 
+#include "media/sequence/PictureFiles.h"
+
 #include <algorithm>
 #include <array>
 #include <map>
@@ -93,12 +95,9 @@ QString fullName(const Channel& channel) {
 std::optional<std::pair<double, double>> takenRange(QString& layer) {
     const qsizetype open = layer.lastIndexOf(QLatin1Char('['));
     if (open < 0 || !layer.endsWith(QLatin1Char(']'))) return std::nullopt;
-    const QStringList ends = layer.mid(open + 1, layer.size() - open - 2).split(QLatin1Char(','));
-    bool isLow = false, isHigh = false;
-    const double low = ends.size() == 2 ? ends[0].toDouble(&isLow) : 0, high = ends.size() == 2 ? ends[1].toDouble(&isHigh) : 0;
-    if (!isLow || !isHigh || !(high != low)) return std::nullopt;
-    layer.truncate(open);
-    return std::pair(low, high);
+    const auto range = blackAndWhiteOf(layer.mid(open + 1, layer.size() - open - 2));
+    if (range) layer.truncate(open);
+    return range;
 }
 
 } // namespace

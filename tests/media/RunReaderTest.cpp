@@ -104,6 +104,43 @@ TEST_F(RunReaderTest, AMissingPictureMovesNoOtherAndIsHeldBlackOrASlate) {
     EXPECT_EQ(number(*slate, 5), 1005);
 }
 
+/// The number is orange, and the only thing on the slate that is.
+TEST_F(RunReaderTest, ASlatesNumberIsWholeAndItSaysWhyThereIsNoPicture) {
+    const auto slateOf = [&](int missing, QSize size) {
+        writePicture(barCodePicture(pathOf(1), 1, size));
+        const auto reader = opened(address(1, missing, MissingPicture::slate));
+        const Result<VideoFrame> frame = reader->read(missing - 1);
+        const QImage slate = frame ? renderFrame(*frame) : QImage();
+        if (const QString shots = qEnvironmentVariable("DAYLARK_PANEL_SHOTS"); !shots.isEmpty())
+            slate.save(shots + u"/slate-%1-%2.png"_s.arg(missing).arg(size.width()));
+        return slate;
+    };
+    const auto numberOn = [](const QImage& slate) {
+        QRect orange;
+        for (int y = 0; y < slate.height(); ++y)
+            for (int x = 0; x < slate.width(); ++x)
+                if (const QColor at = slate.pixelColor(x, y); at.red() > at.blue() + 40) orange |= QRect(x, y, 1, 1);
+        return orange;
+    };
+    for (const QSize size : {QSize(192, 108), QSize(1920, 1080), QSize(108, 192), QSize(2048, 300)})
+        for (const int missing : {2, 1008, 999'999}) {
+            const QRect number = numberOn(slateOf(missing, size));
+            ASSERT_FALSE(number.isNull());
+            EXPECT_TRUE(QRect(QPoint(), size).adjusted(1, 1, -1, -1).contains(number)) << size.width() << ' ' << missing;
+            EXPECT_NEAR(number.center().x(), size.width() / 2, size.width() / 20.0) << "as much on either side";
+        }
+    // One that is not there and one that is cut off have different reasons; the numbers are the same.
+    const QSize usual(640, 360);
+    const QImage absent = slateOf(2, usual);
+    QFile broken(pathOf(2));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("v/1\x01 cut off");
+    broken.close();
+    const QImage damaged = slateOf(2, usual);
+    EXPECT_EQ(numberOn(absent), numberOn(damaged));
+    EXPECT_NE(absent, damaged);
+}
+
 TEST_F(RunReaderTest, AHalfWrittenPictureIsMissingUntilItIsWhole) {
     make({1001, 1002, 1003});
     QFile file(pathOf(1002));
@@ -226,6 +263,61 @@ TEST_F(RunReaderTest, LayersPartsAndSingleChannels) {
     EXPECT_TRUE(nothing.error().text.contains(u"has no layer \"specular\""_s)) << nothing.error().text.toStdString();
 }
 
+TEST_F(RunReaderTest, APictureThatLacksTheLayerIsMissingAndNeverShownAsItsColours) {
+    for (const int number : {1001, 1002, 1003}) {
+        WrittenPicture picture = barCodePicture(pathOf(number), 1);
+        if (number != 1002) test::addLayer(picture, u"diffuse"_s, number);
+        writePicture(picture);
+    }
+    const auto opening = [&](MissingPicture missing) {
+        RunAddress run = address(1001, 1003, missing);
+        run.movie.layer = u"diffuse"_s;
+        return opened(run);
+    };
+    const auto held = opening(MissingPicture::held);
+    const int shown[] = {1001, 1001, 1003};
+    for (const int n : {1, 0, 2, 1}) // in jumps and by reading ahead
+        EXPECT_EQ(number(*held, n), shown[n]) << n;
+    EXPECT_EQ(renderFrame(*opening(MissingPicture::black)->read(1)).pixelColor(96, 54), QColor(Qt::black));
+    const auto slate = opening(MissingPicture::slate);
+    EXPECT_EQ(number(*slate, 1), std::nullopt);
+    EXPECT_EQ(number(*slate, 2), 1003);
+    // A layer that none has leaves nothing to be held.
+    RunAddress none = address(1001, 1003);
+    none.movie.layer = u"specular"_s;
+    EXPECT_FALSE(opened(none)->read(1));
+}
+
+/// What comes down a level further is white: none of it may show, whatever is asked for.
+TEST_F(RunReaderTest, OfSmallerLevelsNoneIsShown) {
+    for (const QString& suffix : {u"exr"_s, u"tif"_s})
+        for (const QSize size : {QSize(192, 108), QSize(193, 109), QSize(181, 97)})
+            for (const auto levels : {WrittenPicture::Levels::halved, WrittenPicture::Levels::halvedUp,
+                                      WrittenPicture::Levels::eachWay}) {
+                if (suffix == u"tif"_s && levels != WrittenPicture::Levels::halved) continue;
+                const QString path = folder.filePath(u"levels.0001."_s + suffix);
+                WrittenPicture picture = barCodePicture(path, 1234, size);
+                picture.tiles = true;
+                picture.levels = levels;
+                if (suffix == u"exr"_s) test::addLayer(picture, u"diffuse"_s, 2345);
+                writePicture(picture);
+                RunAddress run;
+                run.folder = folder.path();
+                run.movie.run = {u"levels."_s, u'.' + suffix, 4, false, 1, 1, 1};
+                for (const bool ofLayer : {false, true}) {
+                    if (ofLayer && suffix != u"exr"_s) continue;
+                    run.movie.layer = ofLayer ? u"diffuse"_s : QString();
+                    const auto reader = opened(run);
+                    ASSERT_TRUE(reader);
+                    const Result<VideoFrame> frame = reader->read(0);
+                    ASSERT_TRUE(frame) << frame.error().text.toStdString();
+                    const QImage shown = renderFrame(*frame);
+                    EXPECT_EQ(shown.size(), size);
+                    EXPECT_EQ(readBarCode(shown), ofLayer ? 2345 : 1234) << path.toStdString() << ' ' << int(levels);
+                }
+            }
+}
+
 TEST_F(RunReaderTest, DataWindowsPixelShapesAndTiles) {
     WrittenPicture inner = barCodePicture(pathOf(1), 1, {96, 54});
     inner.x = 48, inner.y = 27, inner.fullWidth = 192, inner.fullHeight = 108;
@@ -295,6 +387,22 @@ TEST_F(RunReaderTest, RateAndTimecodeAreTheHeadersUnlessAHandSaysOtherwise) {
     run.movie.rate = {};
     run.view.usualRate = {30, 1};
     EXPECT_EQ(probeMovie(run.text())->asset.mMovieFPS, 30.0F);
+}
+
+TEST_F(RunReaderTest, EverySecondPictureHasTheTimecodeOfItsNumber) {
+    for (const int number : {1003, 1005}) { // the first one is missing: what it would say is counted back
+        WrittenPicture picture = barCodePicture(pathOf(number), number);
+        picture.rate = 24;
+        const int frames = number - 1001 + 21;
+        picture.timecode = test::packedTimecode(10, 0, frames / 24, frames % 24);
+        writePicture(picture);
+    }
+    RunAddress run = address(1001, 1005);
+    run.movie.run.step = 2;
+    const auto samples = AVTimecodeReader(run.text()).readTimecodeSamples();
+    ASSERT_EQ(samples.size(), 1U);
+    EXPECT_EQ(timecodeText(1, 24, samples[0], 2), u"10:00:00:21"_s);
+    EXPECT_EQ(timecodeText(3, 24, samples[0], 2), u"10:00:01:01"_s) << "as the header of 1005 says";
 }
 
 TEST_F(RunReaderTest, ARunGrowsAtItsEndUnlessItKeepsItsEnds) {

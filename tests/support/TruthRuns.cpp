@@ -40,7 +40,7 @@ Change packed(const char* compression, bool tiles = false, bool mipped = false) 
     return [=](WrittenPicture& picture) {
         picture.texts.emplace_back("compression", compression);
         picture.tiles = tiles || mipped;
-        picture.mipped = mipped;
+        if (mipped) picture.levels = WrittenPicture::Levels::halved;
     };
 }
 

@@ -7,8 +7,10 @@
 #include <QStringList>
 
 #include <array>
+#include <cmath>
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace daylark {
 
@@ -39,6 +41,16 @@ struct ReadPicture {
 /// Memory for a picture of so many bytes; null where there is none to be had.
 using PictureRoom = std::function<uchar*(size_t bytes)>;
 
+/// "0,100": the numbers that are black and white. None for what is no two numbers, or the same one twice.
+[[nodiscard]] inline std::optional<std::pair<double, double>> blackAndWhiteOf(const QString& text) {
+    const QStringList ends = text.split(QLatin1Char(','));
+    if (ends.size() != 2) return std::nullopt;
+    bool isLow = false, isHigh = false;
+    const double low = ends[0].toDouble(&isLow), high = ends[1].toDouble(&isHigh);
+    const bool isRange = isLow && isHigh && std::isfinite(low) && std::isfinite(high) && std::isnormal(high - low);
+    return isRange ? std::optional(std::pair(low, high)) : std::nullopt;
+}
+
 /// Reads picture files (EXR, DPX, Cineon, TIFF, PNG, JPEG, TGA, WebP, HDR, PSD and their like). The seam to a module of its
 /// own, since the library behind it brings hundreds of others along: they are loaded when the first run is opened. Only plain
 /// values go through. Any number of threads.
@@ -50,7 +62,7 @@ public:
     virtual ~PictureFiles() = default;
     /// Errors: none there, damaged or cut off, deep, too large, of no known kind.
     [[nodiscard]] virtual Result<PictureFacts> facts(const QString& path) const = 0;
-    /// `layer`: one of the facts' layers, with "[low,high]" behind it for what is black and what is white; null: the colours.
+    /// `layer`: one of the facts' layers, with "[low,high]" behind it (`blackAndWhiteOf`); null: the colours.
     [[nodiscard]] virtual Result<ReadPicture> read(const QString& path, const QString& layer,
                                                    const PictureRoom& room) const = 0;
 };

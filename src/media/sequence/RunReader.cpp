@@ -1,10 +1,12 @@
 #include "media/sequence/RunReader.h"
 
+#include "base/PlainText.h"
 #include "base/jobs/WorkQueue.h"
 #include "media/decode/PictureMemory.h"
 #include "media/decode/VideoFrameData.h"
 #include "media/sequence/StandInPicture.h"
 
+#include <QFileInfo>
 #include <QThread>
 
 #include <algorithm>
@@ -173,7 +175,8 @@ VideoFrame PicturesReader::readFile(qint64 frame, QString* trouble) {
     const Result<ReadPicture> read = reader_.read(pathOf(frame), files_.address.movie.layer, room);
     if (read && block) return pictureOf(*read, block);
     av_buffer_unref(&block);
-    if (trouble && !read) *trouble = read.error().text;
+    if (trouble && !read)
+        *trouble = QFileInfo::exists(pathOf(frame)) ? plain::line(read.error().text) : QStringLiteral("no such file");
     return {};
 }
 
@@ -254,7 +257,8 @@ VideoFrame PicturesReader::standIn(qint64 frame, const CancelFlag* cancel) {
     const FrameRun& run = files_.address.movie.run;
     const qint64 number = run.numberAt(frame);
     if (files_.address.view.missing == MissingPicture::black) return blackPicture(size_);
-    if (files_.address.view.missing == MissingPicture::slate) return slatePicture(size_, number, run.nameOf(number));
+    if (files_.address.view.missing == MissingPicture::slate)
+        return slatePicture(size_, number, run.nameOf(number), trouble_);
     const auto isStopped = [cancel] { return cancel && cancel->load(); };
     const auto after = std::lower_bound(files_.numbers.begin(), files_.numbers.end(), number);
     constexpr int mostTries = 20; // of files that are there and cannot be read

@@ -27,8 +27,25 @@ std::shared_ptr<VideoFrame::Data> emptyPicture(QSize size) {
     return data;
 }
 
-/// Signs are told apart without words: a crossed frame, the number that is missing, its file.
-QImage painted(QSize size, qint64 number, const QString& name) {
+/// One line across, `below` the middle: smaller where it would not fit, down to `least`, and shortened beyond that.
+void drawFitting(QPainter& painter, const QRectF& whole, double below, const QString& text, double pixels, double least) {
+    const double room = whole.width() * 0.92;
+    QFont font = painter.font();
+    int size = std::max(1, int(pixels));
+    const auto widthAt = [&](int at) {
+        font.setPixelSize(at);
+        return QFontMetricsF(font).horizontalAdvance(text);
+    };
+    while (size > std::max(1.0, least) && widthAt(size) > room)
+        --size;
+    font.setPixelSize(size);
+    painter.setFont(font);
+    painter.drawText(whole.translated(0, below), Qt::AlignCenter | Qt::TextSingleLine,
+                     QFontMetricsF(font).elidedText(text, Qt::ElideMiddle, room));
+}
+
+/// A crossed frame, the number that is missing, its file and why there is no picture of it.
+QImage painted(QSize size, qint64 number, const QString& name, const QString& reason) {
     QImage image(size, QImage::Format_RGB32);
     image.fill(QColor(32, 32, 32));
     QPainter painter(&image);
@@ -37,21 +54,17 @@ QImage painted(QSize size, qint64 number, const QString& name) {
     painter.setPen(QPen(QColor(64, 64, 64), std::max(1.0, unit)));
     painter.drawLine(0, 0, size.width(), size.height());
     painter.drawLine(0, size.height(), size.width(), 0);
+    const QRectF whole(0, 0, size.width(), size.height());
     QFont font;
-    font.setPixelSize(std::max(4, int(unit * 22)));
     font.setBold(true);
     painter.setFont(font);
     painter.setPen(QColor(220, 150, 60));
-    const QRectF whole(0, 0, size.width(), size.height());
-    painter.drawText(whole.adjusted(0, 0, 0, -unit * 12), Qt::AlignCenter, QString::number(number));
-    int pixels = std::max(4, int(unit * 6));
+    drawFitting(painter, whole, -unit * 8, QString::number(number), unit * 22, 1);
     font.setBold(false);
-    do {
-        font.setPixelSize(pixels);
-    } while (QFontMetrics(font).horizontalAdvance(name) > size.width() * 0.9 && --pixels > 4);
     painter.setFont(font);
     painter.setPen(QColor(190, 190, 190));
-    painter.drawText(whole.adjusted(0, unit * 28, 0, 0), Qt::AlignCenter, name);
+    drawFitting(painter, whole, unit * 13, name, unit * 6, unit * 3);
+    drawFitting(painter, whole, unit * 22, reason, unit * 5, unit * 3);
     return image;
 }
 
@@ -61,11 +74,11 @@ VideoFrame blackPicture(QSize size) {
     return VideoFrame(emptyPicture(size));
 }
 
-VideoFrame slatePicture(QSize size, qint64 number, const QString& name) {
+VideoFrame slatePicture(QSize size, qint64 number, const QString& name, const QString& reason) {
     const auto data = emptyPicture(size);
     if (!data) return {};
     const AVFrame& frame = *data->frame;
-    const QImage image = painted(QSize(frame.width, frame.height), number, name);
+    const QImage image = painted(QSize(frame.width, frame.height), number, name, reason);
     if (image.isNull()) return VideoFrame(data);
     for (int y = 0; y < frame.height; ++y) {
         const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));

@@ -10,20 +10,6 @@
 
 namespace daylark {
 
-namespace {
-
-/// A layer without the range behind it.
-QString bareLayer(const QString& layer) {
-    const qsizetype range = layer.lastIndexOf(QLatin1Char('['));
-    return range > 0 && layer.endsWith(QLatin1Char(']')) ? layer.left(range) : layer;
-}
-
-QString rangeOf(const QString& layer) {
-    return layer.mid(bareLayer(layer).size()).remove(QLatin1Char('[')).remove(QLatin1Char(']'));
-}
-
-} // namespace
-
 LayerButton::LayerButton(ViewerRun& run, QWidget* parent)
     : QToolButton(parent)
     , run_(run) {
@@ -53,7 +39,7 @@ void LayerButton::showLayers() {
 void LayerButton::fillList() {
     menu()->clear();
     auto* group = new QActionGroup(menu());
-    const QString shown = bareLayer(run_.layer());
+    const QString shown = run_.layerAlone();
     const auto add = [&](const QString& title, const QString& layer) {
         QAction* action = menu()->addAction(plain::menuTitle(title));
         action->setCheckable(true);
@@ -86,14 +72,15 @@ void LayerButton::askForRate() {
 
 /// For depth and other data: which numbers are black and which are white.
 void LayerButton::askForRange() {
-    bool isChosen = false;
-    const QString layer = run_.layer();
-    const QString text = QInputDialog::getText(this, tr("Black and White Point"),
-                                               tr("Two numbers, such as 0, 100; nothing for what the picture reaches over:"),
-                                               QLineEdit::Normal, rangeOf(layer), &isChosen);
-    if (!isChosen) return;
-    const QString ends = text.simplified().remove(QLatin1Char(' '));
-    run_.setLayer(ends.isEmpty() ? bareLayer(layer) : QStringLiteral("%1[%2]").arg(bareLayer(layer), ends));
+    QString numbers = run_.blackAndWhite();
+    QString question = tr("Two numbers, such as 0, 100; nothing for what the picture reaches over:");
+    bool isChosen = true, isTaken = false;
+    while (isChosen && !isTaken) {
+        numbers = QInputDialog::getText(this, tr("Black and White Point"), question, QLineEdit::Normal, numbers, &isChosen);
+        isTaken = isChosen && run_.setBlackAndWhite(numbers);
+        question = tr("These are no two different numbers. Black and white, such as 0, 100; nothing for what the picture "
+                      "reaches over:");
+    }
 }
 
 } // namespace daylark

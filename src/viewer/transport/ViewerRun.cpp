@@ -1,5 +1,6 @@
 #include "viewer/transport/ViewerRun.h"
 
+#include "media/sequence/PictureFiles.h"
 #include "media/sequence/RunFacts.h"
 #include "media/sequence/RunFiles.h"
 #include "preferences/Preferences.h"
@@ -62,6 +63,24 @@ void ViewerRun::modify(const QString& what, const std::function<void(MovieRun&)>
 
 void ViewerRun::setLayer(const QString& layer) {
     modify(tr("Layer"), [&layer](MovieRun& run) { run.layer = layer; });
+}
+
+QString ViewerRun::layerAlone() const {
+    const QString whole = layer();
+    const qsizetype range = whole.lastIndexOf(QLatin1Char('['));
+    return range > 0 && whole.endsWith(QLatin1Char(']')) ? whole.left(range) : whole;
+}
+
+QString ViewerRun::blackAndWhite() const {
+    const qsizetype from = layerAlone().size() + 1;
+    return layer().mid(from, layer().size() - from - 1);
+}
+
+bool ViewerRun::setBlackAndWhite(const QString& numbers) {
+    const QString ends = numbers.simplified().remove(QLatin1Char(' '));
+    if (!ends.isEmpty() && !blackAndWhiteOf(ends)) return false;
+    setLayer(ends.isEmpty() ? layerAlone() : QStringLiteral("%1[%2]").arg(layerAlone(), ends));
+    return true;
 }
 
 void ViewerRun::setRate(const RunRate& rate) {

@@ -37,6 +37,9 @@ public:
     [[nodiscard]] RunRate rate() const;                                 ///< by hand; unknown: none
     [[nodiscard]] bool isFixed() const;
     void setLayer(const QString& layer);                                ///< one step of the review, as the next two
+    [[nodiscard]] QString layerAlone() const;      ///< without the numbers behind it
+    [[nodiscard]] QString blackAndWhite() const;   ///< these: "0,100"; empty: as far as each picture's numbers reach
+    bool setBlackAndWhite(const QString& numbers); ///< false, and nothing happens, where they make no sense
     void setRate(const RunRate& rate);                                  ///< unknown: as its pictures say
     void setFixed(bool fixed);                                          ///< it keeps its ends whatever comes
     void look(); ///< at once, besides the looks that come by themselves

@@ -40,7 +40,11 @@ ImageSpec specOf(const WrittenPicture& picture) {
         spec.attribute("smpte:TimeCode", OIIO::TypeTimeCode, words);
     }
     if (picture.tiles) spec.tile_width = spec.tile_height = 32;
-    if (picture.mipped) spec.attribute("textureformat", "Plain Texture"); // what has levels, to this library
+    if (picture.levels != WrittenPicture::Levels::one) {
+        spec.attribute("textureformat", "Plain Texture"); // what has levels, to this library
+        if (picture.levels == WrittenPicture::Levels::eachWay) spec.attribute("openexr:levelmode", 2);
+        if (picture.levels == WrittenPicture::Levels::halvedUp) spec.attribute("openexr:roundingmode", 1);
+    }
     if (!picture.partName.empty()) spec.attribute("oiio:subimagename", picture.partName);
     spec.deep = picture.deep;
     return spec;
@@ -57,11 +61,13 @@ bool writeDeep(OIIO::ImageOutput& out, const ImageSpec& spec, const std::vector<
 }
 
 /// Where the format has none, as further pages.
-bool writeLevels(OIIO::ImageOutput& out, const std::string& path, ImageSpec spec) {
+bool writeLevels(OIIO::ImageOutput& out, const std::string& path, ImageSpec spec, WrittenPicture::Levels levels) {
+    const bool up = levels == WrittenPicture::Levels::halvedUp, isEachWay = levels == WrittenPicture::Levels::eachWay;
     const auto how = out.supports("mipmap") ? OIIO::ImageOutput::AppendMIPLevel : OIIO::ImageOutput::AppendSubimage;
-    while (spec.width > 1 || spec.height > 1) {
-        spec.width = std::max(1, spec.width / 2);
-        spec.height = std::max(1, spec.height / 2);
+    // Of those halved each way, the ones that are halved as often across as down.
+    while (isEachWay ? spec.width > 1 && spec.height > 1 : spec.width > 1 || spec.height > 1) {
+        spec.width = std::max(1, (spec.width + up) / 2);
+        spec.height = std::max(1, (spec.height + up) / 2);
         spec.full_width = spec.width;
         spec.full_height = spec.height;
         const std::vector<float> white(size_t(spec.width) * size_t(spec.height) * size_t(spec.nchannels), 1.0F);
@@ -93,7 +99,8 @@ extern "C" __attribute__((visibility("default"))) bool daylarkWritePicture(const
         if (part > 0) good = out->open(picture.path, specs[part], OIIO::ImageOutput::AppendSubimage);
         good = good && (specs[part].deep ? writeDeep(*out, specs[part], parts[part]->pixels)
                                          : out->write_image(TypeDesc::FLOAT, parts[part]->pixels.data()));
-        if (good && parts[part]->mipped) good = writeLevels(*out, picture.path, specs[part]);
+        if (good && parts[part]->levels != WrittenPicture::Levels::one)
+            good = writeLevels(*out, picture.path, specs[part], parts[part]->levels);
     }
     if (!good) trouble = out->geterror();
     return out->close() && good;

@@ -20,7 +20,10 @@ struct WrittenPicture {
     int rate = 0, rateScale = 1;
     unsigned timecode = 0; ///< as its standard packs it
     bool tiles = false, deep = false;
-    bool mipped = false; ///< with smaller levels, which are white all over; in tiles
+    /// Smaller ones of the same picture, which are white all over; in tiles. `eachWay`: where the format has them, widths and
+    /// heights are halved independently. Where a side is uneven, what is over is left out, or counts (`halvedUp`).
+    enum class Levels { one, halved, halvedUp, eachWay };
+    Levels levels = Levels::one;
     std::string partName;
     std::vector<WrittenPicture> further; ///< parts
 };
