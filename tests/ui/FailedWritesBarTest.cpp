@@ -68,6 +68,30 @@ TEST_F(FailedWritesBarTest, ManyAreCountedAndNoneIsTakenForMarkUp) {
     EXPECT_TRUE(waitUntil([this] { return !bar()->isVisible(); }));
 }
 
+TEST_F(FailedWritesBarTest, WhatAPersonCanDoSomethingAboutComesFirst) {
+    openWindow();
+    FailedWritesBar oneLine(failedWrites, nullptr, 1); // as the viewer has it
+    const auto ofOneLine = [&oneLine] {
+        const auto labels = oneLine.findChildren<PlainLabel*>(u"failedWrite"_s);
+        return labels.isEmpty() ? QString() : labels.back()->text();
+    };
+    bool again = false;
+    failedWrites.failed(u"Changes"_s, u"/x/one.journal"_s, u"full"_s); // goes on by itself
+    failedWrites.failed(u"Thumbnail"_s, u"/x/picture"_s, u"full"_s);
+    failedWrites.failed(u"Session"_s, u"/x/show.dls"_s, u"full"_s, [&again] { again = true; });
+    failedWrites.failed(u"Notes"_s, u"/x/notes.csv"_s, u"full"_s, {}, [] {});
+    ASSERT_TRUE(waitUntil([this] { return lines().size() == 3; }));
+    EXPECT_TRUE(lines()[0].contains(u"show.dls"_s) && lines()[1].contains(u"notes.csv"_s) &&
+                lines()[2].contains(u"one.journal"_s))
+        << qPrintable(lines().join(u'\n'));
+    EXPECT_TRUE(ofOneLine().contains(u"show.dls"_s)) << qPrintable(ofOneLine());
+    ASSERT_TRUE(button("failedWriteTryAgain"));
+    QTest::mouseClick(button("failedWriteTryAgain"), Qt::LeftButton);
+    EXPECT_TRUE(again) << "a line's buttons are its own";
+    failedWrites.written(u"/x/show.dls"_s);
+    EXPECT_TRUE(ofOneLine().contains(u"notes.csv"_s)) << qPrintable(ofOneLine());
+}
+
 // What is pasted.
 
 QString pastedHtml(const QString& html, PastedText* whole = nullptr) {

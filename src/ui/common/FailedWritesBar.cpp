@@ -1,6 +1,5 @@
 #include "ui/common/FailedWritesBar.h"
 
-#include "platform/FailedWrites.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 
@@ -38,15 +37,37 @@ void FailedWritesBar::refresh() {
     auto* layout = new QVBoxLayout(inside_);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    const size_t count = writes_.list().size();
-    for (size_t at = 0; at < std::min(count, mostLines_); ++at)
-        layout->addWidget(lineOf(at));
+    const std::vector<FailedWrites::Entry> entries = inOrder();
+    QWidget* line = nullptr;
+    QStringList rest;
+    for (size_t at = 0; at < entries.size(); ++at)
+        if (at < mostLines_)
+            layout->addWidget(line = lineOf(entries[at]));
+        else
+            rest << entries[at].path;
+    if (line && !rest.isEmpty()) addRest(line, rest);
     lines_->addWidget(inside_);
-    setVisible(count > 0);
+    setVisible(!entries.empty());
 }
 
-QWidget* FailedWritesBar::lineOf(size_t at) {
-    const FailedWrites::Entry& entry = writes_.list()[at];
+/// Where a person can do something comes first: there may be room for one line only.
+std::vector<FailedWrites::Entry> FailedWritesBar::inOrder() const {
+    std::vector<FailedWrites::Entry> entries = writes_.list();
+    std::stable_partition(entries.begin(), entries.end(),
+                          [](const FailedWrites::Entry& entry) { return entry.tryAgain || entry.saveAs; });
+    return entries;
+}
+
+/// Behind the words, before the buttons.
+void FailedWritesBar::addRest(QWidget* line, const QStringList& paths) {
+    auto* more = new PlainLabel(tr("%1 more").arg(paths.size()), line);
+    more->setObjectName(QStringLiteral("failedWritesMore"));
+    more->setFont(theme::smallFont());
+    more->setToolTip(plain::toolTip(paths.join(QLatin1Char('\n'))));
+    static_cast<QBoxLayout*>(line->layout())->insertWidget(2, more);
+}
+
+QWidget* FailedWritesBar::lineOf(const FailedWrites::Entry& entry) {
     auto* line = new QWidget(inside_);
     auto* layout = new QHBoxLayout(line);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -63,16 +84,6 @@ QWidget* FailedWritesBar::lineOf(size_t at) {
     text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long reason makes no window wider
     layout->addWidget(icon);
     layout->addWidget(text, 1);
-    if (at + 1 == mostLines_ && writes_.list().size() > mostLines_) {
-        auto* more = new PlainLabel(tr("%1 more").arg(writes_.list().size() - mostLines_), line);
-        more->setObjectName(QStringLiteral("failedWritesMore"));
-        more->setFont(theme::smallFont());
-        QStringList paths;
-        for (size_t other = mostLines_; other < writes_.list().size(); ++other)
-            paths << writes_.list()[other].path;
-        more->setToolTip(plain::toolTip(paths.join(QLatin1Char('\n'))));
-        layout->addWidget(more);
-    }
     const auto add = [&](const QString& title, const char* name, const std::function<void()>& action) {
         if (!action) return;
         auto* button = new QToolButton(line);

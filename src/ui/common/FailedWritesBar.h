@@ -1,16 +1,18 @@
 #pragma once
 
+#include "platform/FailedWrites.h"
+
 #include <QWidget>
+
+#include <vector>
 
 class QVBoxLayout;
 
 namespace daylark {
 
-class FailedWrites;
-
 /// The quiet bar at a window's foot: what could not be written and why, a line each, until it is written. Each line
-/// offers what its part does: "Save As…", "Try Again". Those beyond `mostLines` are counted beside the last. Not there while
-/// there is nothing to say. Takes no keyboard by itself. Interface thread.
+/// offers what its part does: "Save As…", "Try Again"; those that offer nothing come last. Those beyond `mostLines` are
+/// counted beside the last. Not there while there is nothing to say. Takes no keyboard by itself. Interface thread.
 class FailedWritesBar : public QWidget {
     Q_OBJECT
 public:
@@ -19,7 +21,9 @@ public:
 
 private:
     void refresh();
-    [[nodiscard]] QWidget* lineOf(size_t at);
+    [[nodiscard]] std::vector<FailedWrites::Entry> inOrder() const;
+    [[nodiscard]] QWidget* lineOf(const FailedWrites::Entry& entry);
+    void addRest(QWidget* line, const QStringList& paths);
 
     FailedWrites& writes_;
     const size_t mostLines_;
