@@ -24,11 +24,11 @@ namespace {
 
 /// Small, so that nearly all of the movie is read as the later part of a long one is: into memory that the
 /// cache gives up.
-constexpr qint64 decodeCache = qint64(256) << 20;
+constexpr int usualDecodeMiB = 256;
 
 struct BenchArguments {
     std::string file, from = "last";
-    int count = 0;
+    int count = 0, cache = 0;
     unsigned seed = 1;
     bool fresh = false, backward = false;
 };
@@ -101,8 +101,8 @@ QJsonObject figuresOf(std::vector<double> times, qint64 frames) {
             {QStringLiteral("maxMs"), times.back()}};
 }
 
-void benchDecode(ToolContext& context, const std::string& file) {
-    const std::optional<QString> media = mediaArgument(context, file);
+void benchDecode(ToolContext& context, const BenchArguments& arguments) {
+    const std::optional<QString> media = mediaArgument(context, arguments.file);
     if (!media) return;
     const QString path = *media;
     QElapsedTimer timer;
@@ -110,7 +110,7 @@ void benchDecode(ToolContext& context, const std::string& file) {
     const auto reader = FrameReader::open(path);
     if (!reader) return context.fail(path, reader.error().text);
     const double openMs = millisecondsOf(timer);
-    FrameCache cache(decodeCache);
+    FrameCache cache(qint64(arguments.cache) << 20);
     cache.reset(1);
     const qint64 frames = (*reader)->index().count();
     for (qint64 n = 0; n < frames; ++n) {
@@ -185,9 +185,14 @@ void addPlaybackBenches(CLI::App& bench, ToolContext& context) {
     const auto arguments = std::make_shared<BenchArguments>();
     CLI::App* decode =
         bench.add_subcommand("decode", "The whole movie through the player's reader and cache");
-    decode->footer("Example: daylark-tool bench decode A001.mov");
+    decode->footer("Example: daylark-tool bench decode A001.mov --cache 4096");
     decode->add_option("FILE", arguments->file)->required();
-    decode->callback([=, &context] { benchDecode(context, arguments->file); });
+    decode
+        ->add_option("--cache", arguments->cache,
+                     "what decoded pictures may take, in MiB; where the whole movie fits, each picture is read into new memory")
+        ->default_val(usualDecodeMiB)
+        ->check(CLI::Range(1, 1 << 20));
+    decode->callback([=, &context] { benchDecode(context, *arguments); });
 
     const auto jumps = std::make_shared<BenchArguments>();
     CLI::App* seek = bench.add_subcommand("seek", "Jumps to random frames, the cache emptied before each");
