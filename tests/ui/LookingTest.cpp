@@ -1,15 +1,21 @@
 #include "ui/ViewerWindowFixture.h"
 
+#include "support/PictureMaker.h"
+#include "ui/common/PlainLabel.h"
 #include "ui/common/ToolPanel.h"
+#include "ui/desktop/Translations.h"
+#include "ui/panels/ControlsPanel.h"
 #include "ui/panels/ScopeView.h"
 #include "ui/picture/PixelPlate.h"
 #include "ui/viewer/ViewerPanelHost.h"
+#include "ui/viewer/ViewerSizing.h"
 
 #include <QComboBox>
 #include <QFile>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QToolButton>
 
 namespace daylark {
@@ -18,9 +24,17 @@ namespace {
 /// What tells a picture's numbers and how it is shown: the read-out, the scopes, displays and views in the strip.
 class LookingTest : public ViewerWindowFixture {
 protected:
+    /// In a window that may be wider than the screen: kept in the movie's proportions, or just shown, it is brought onto the
+    /// screen a moment later, which takes the room for what stands in the strip.
     void open() {
+        preferences.constrainViewerToMovieProportions.set(false);
         openFrames(24);
         ASSERT_EQ(pictureOnScreen(), 1);
+        ASSERT_TRUE(settledWindow());
+    }
+    [[nodiscard]] bool settledWindow() const {
+        const auto* settling = window->findChild<ViewerSizing*>()->findChild<QTimer*>();
+        return settling && bench::waitUntil([settling] { return !settling->isActive(); });
     }
     void pointAt(const QPointF& at) {
         PictureView* picture = window->picture();
@@ -116,7 +130,7 @@ TEST_F(LookingTest, DisplayAndViewStandInTheStripWhereThePictureIsManaged) {
     controller.colour().setInputSpace(QStringLiteral("ACEScg"));
     ASSERT_TRUE(QTest::qWaitFor([this] { return controller.colour().processor() != nullptr; }, 30000));
     QCoreApplication::processEvents();
-    ASSERT_TRUE(popUp("displayPopUp")->isVisible());
+    ASSERT_TRUE(popUp("displayPopUp")->isVisible()) << "in a window of " << window->width();
     ASSERT_TRUE(popUp("viewPopUp")->isVisible());
     EXPECT_EQ(popUp("displayPopUp")->text(), QStringLiteral("sRGB"));
     EXPECT_TRUE(titles(popUp("displayPopUp")->menu()).contains(QStringLiteral("Rec.709")));
@@ -140,6 +154,60 @@ TEST_F(LookingTest, DisplayAndViewStandInTheStripWhereThePictureIsManaged) {
     window->resize(1900, 860);
     QCoreApplication::processEvents();
     EXPECT_FALSE(popUp("viewPopUp")->isVisible());
+}
+
+/// 1280 points across, in every language; and the production's number is whole.
+TEST_F(LookingTest, ARunsLayerDisplayAndViewStayInTheStripOfASmallScreen) {
+    const QTemporaryDir folder;
+    const auto shot = record(folder.filePath(QStringLiteral("sh010.1001.exr")));
+    for (const int number : {1001, 1008}) {
+        test::WrittenPicture picture =
+            test::barCodePicture(folder.filePath(QStringLiteral("sh010.%1.exr").arg(number)), number);
+        test::addLayer(picture, QStringLiteral("diffuse"), number);
+        writePicture(picture);
+    }
+    shot->frameRun = MovieRun();
+    shot->frameRun->run = {QStringLiteral("sh010."), QStringLiteral(".exr"), 4, false, 1001, 1008, 1};
+    const auto isWhole = [](const QWidget* label) {
+        return label && label->isVisible() && label->width() >= label->sizeHint().width();
+    };
+    for (const char* language : {"", "de", "fr"}) {
+        SCOPED_TRACE(language);
+        Translations table;
+        if (*language) {
+            ASSERT_TRUE(table.read(QStringLiteral(":/translations/daylark_%1.ts").arg(QLatin1String(language))));
+            QCoreApplication::installTranslator(&table); // until it goes
+        }
+        window.reset(); // before another one takes the panels
+        window = std::make_unique<ViewerWindow>(controller);
+        window->resize(1280, 660);
+        show({shot});
+        ASSERT_TRUE(settledWindow());
+        window->resize(1280, 660);
+        goTo(8);
+        ASSERT_TRUE(settled());
+        ASSERT_TRUE(bench::waitUntil([this] { return controller.colour().processor() != nullptr; }));
+        QCoreApplication::processEvents();
+        for (const char* name : {"layerPopUp", "displayPopUp", "viewPopUp", "flagPopUp"})
+            EXPECT_TRUE(isWhole(popUp(name))) << name;
+        EXPECT_TRUE(isWhole(child<QLabel>("counter")));
+        EXPECT_TRUE(child<QLabel>("counter")->text().endsWith(QStringLiteral("1008")));
+        controller.panels().toggle(ViewerPanel::controls);
+        auto* controls = window->findChild<ControlsPanel*>();
+        ASSERT_TRUE(controls && controls->isVisible());
+        QCoreApplication::processEvents();
+        const auto labels = controls->findChildren<PlainLabel*>();
+        const auto counter = std::find_if(labels.begin(), labels.end(),
+                                          [](const PlainLabel* label) { return label->text().endsWith(QStringLiteral("1008")); });
+        ASSERT_NE(counter, labels.end());
+        EXPECT_TRUE(isWhole(*counter)) << (*counter)->width() << " of " << (*counter)->sizeHint().width();
+        if (const QString shots = qEnvironmentVariable("DAYLARK_PANEL_SHOTS"); !shots.isEmpty()) {
+            window->grab().save(shots + QStringLiteral("/strip-%1.png").arg(QLatin1String(language)));
+            controls->window()->grab().save(shots + QStringLiteral("/controls-%1.png").arg(QLatin1String(language)));
+        }
+        controller.panels().toggle(ViewerPanel::controls);
+        controller.close();
+    }
 }
 
 TEST_F(LookingTest, ABrokenConfigurationIsSaidInTheStripInOneLine) {

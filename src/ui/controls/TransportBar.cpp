@@ -94,20 +94,14 @@ TransportBar::TransportBar(MoviePlayerController& controller, Commands& commands
     letItFold();
 }
 
-// In the smallest window the transport, the counter, the volume and full screen are left beside the way to the others.
+// In the smallest window the transport, the counter, the volume and full screen are left beside the way to the others. What a
+// key or a menu does as well goes first; through what the picture is looked at is seen as long as there is room.
 void TransportBar::letItFold() {
-    std::vector<QWidget*> leaving{repeat_,
-                                  elapsed_,
-                                  buttons_[QStringLiteral("viewer.options")],
-                                  buttons_[QStringLiteral("viewer.gradeTools")],
-                                  display_};
-    for (const char* id : {"viewer.drawingTools", "viewer.bookmarks", "viewer.notes", "viewer.playlistDrawer"})
+    std::vector<QWidget*> leaving{repeat_, elapsed_};
+    for (const char* id : {"viewer.options", "viewer.gradeTools", "viewer.drawingTools", "viewer.bookmarks", "viewer.notes",
+                           "viewer.playlistDrawer"})
         leaving.push_back(buttons_[QLatin1String(id)]);
-    leaving.push_back(view_);
-    leaving.push_back(rate_);
-    leaving.push_back(findChild<ZoomButton*>());
-    leaving.push_back(flag_);
-    leaving.push_back(timecode_);
+    leaving.insert(leaving.end(), {rate_, findChild<ZoomButton*>(), display_, view_, flag_, timecode_});
     for (const char* id :
          {"viewer.previousMovie", "viewer.nextMovie", "viewer.firstFrame", "viewer.lastFrame"})
         leaving.push_back(buttons_[QLatin1String(id)]);

@@ -1,6 +1,7 @@
 #include "ui/panels/ControlsPanel.h"
 
 #include "ui/commands/Commands.h"
+#include "ui/common/FoldingStrip.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/controls/PositionSlider.h"
 #include "ui/controls/PositionSliderLink.h"
@@ -20,6 +21,7 @@ namespace daylark {
 namespace {
 
 constexpr int fadeMilliseconds = 120;
+constexpr int beforeTimecode = 12, leastControls = 560; // points
 
 } // namespace
 
@@ -39,7 +41,10 @@ ControlsPanel::ControlsPanel(MoviePlayerController& controller, Commands& comman
     elapsed_ = readOut(tr("Elapsed time"), QStringLiteral("0:00:00"));
     counter_ = readOut(tr("Frame"), QStringLiteral("00000 / 00000"));
     timecode_ = readOut(tr("Timecode"), QStringLiteral("TC 00:00:00:00"));
-    auto* buttons = new QHBoxLayout;
+    timecode_->setContentsMargins(beforeTimecode, 0, 0, 0); // a production's number doesn't run into it
+    timecode_->setMinimumWidth(timecode_->minimumWidth() + beforeTimecode);
+    auto* row = new QWidget(this);
+    auto* buttons = new QHBoxLayout(row);
     buttons->setContentsMargins(12, 0, 12, 8);
     buttons->setSpacing(4);
     buttons->addWidget(elapsed_);
@@ -64,6 +69,8 @@ ControlsPanel::ControlsPanel(MoviePlayerController& controller, Commands& comman
     buttons->addSpacing(4);
     add("viewer.addBookmark");
     add("viewer.fullScreen");
+    // A production's number beside the counter may need the room that the times have.
+    new FoldingStrip(*row, {elapsed_, timecode_}, leastControls); // the row owns it
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 4, 0, 0);
@@ -71,7 +78,7 @@ ControlsPanel::ControlsPanel(MoviePlayerController& controller, Commands& comman
     layout->addWidget(slider_);
     layout->addLayout(rangeRow);
     layout->addSpacing(4);
-    layout->addLayout(buttons);
+    layout->addWidget(row);
 
     connect(&controller_.time(), &TimeDisplay::changed, this, &ControlsPanel::showTimes);
     connect(&controller_, &MoviePlayerController::movieShown, this, &ControlsPanel::showTimes);

@@ -40,7 +40,7 @@ Berth berthOf(ViewerPanel panel) {
     case ViewerPanel::scopes:
         return {Qt::BottomRightCorner, {416, 328}};
     case ViewerPanel::controls:
-        return {Qt::BottomLeftCorner, {760, 0}};
+        return {Qt::BottomLeftCorner, {880, 0}};
     default:
         return {};
     }

@@ -36,7 +36,7 @@ private:
     QMainWindow& window_;
     QWidget& area_;
     ViewerGeometry& geometry_;
-    QTimer settled_; ///< the hand on the window's edge rests
+    QTimer settled_{this}; ///< the hand on the window's edge rests
     QSize whole_;    ///< the window's, as a whole frame gave it
     QSize refused_;  ///< the size from which the proportions were asked for last
     QElapsedTimer sinceAsked_;
