@@ -2,6 +2,8 @@
 
 #include "app/arrangement/Columns.h"
 #include "archive/Encoder.h"
+#include "base/jobs/Patience.h"
+#include "media/facts/TimecodeTrack.h"
 #include "model/runs/FrameNumbers.h"
 #include "preferences/Preferences.h"
 
@@ -90,6 +92,20 @@ QJsonValue objectJson(const Archivable& object) {
     return encoder.json();
 }
 
+/// Reads the item's file where only its timecode can tell.
+FrameNumbers productionNumbersOf(const Movie& movie, const Preferences& preferences) {
+    using Start = std::optional<SmpteTime>;
+    const std::optional<qint64> usual = preferences.usualFirstFrameNumber();
+    if (!isNumberedByTimecode(movie, usual)) return frameNumbersOf(movie, usual);
+    const auto answer = askWithPatience<Start>(
+        [path = movie.filepathString]() -> Start {
+            const std::vector<SmpteTime> samples = AVTimecodeReader(path).readTimecodeSamples();
+            return samples.empty() ? Start() : Start(samples.front());
+        },
+        fileSystemPatience);
+    return frameNumbersOf(movie, usual, answer.value_or(Start()));
+}
+
 QJsonObject listedItemJson(const Movie& movie, const Preferences& preferences) {
     QJsonObject json;
     for (const Column& each : columns()) {
@@ -100,14 +116,14 @@ QJsonObject listedItemJson(const Movie& movie, const Preferences& preferences) {
             json[QLatin1String(each.field)] = true;
     }
     if (movie.frameRun) json[QStringLiteral("run")] = movie.shownName();
-    if (const FrameNumbers numbers = frameNumbersOf(movie, preferences.usualFirstFrameNumber()); numbers.areOwn())
+    if (const FrameNumbers numbers = productionNumbersOf(movie, preferences); numbers.areOwn())
         json[QStringLiteral("firstProductionFrame")] = numbers.first;
     return json;
 }
 
 /// The production's numbers beside those that are counted from 1, which the archive keeps.
-void addProductionFrames(QJsonObject& item, const Movie& movie, std::optional<qint64> usualFirst) {
-    const FrameNumbers numbers = frameNumbersOf(movie, usualFirst);
+void addProductionFrames(QJsonObject& item, const Movie& movie, const Preferences& preferences) {
+    const FrameNumbers numbers = productionNumbersOf(movie, preferences);
     if (!numbers.areOwn()) return;
     item[QStringLiteral("firstProductionFrame")] = numbers.first;
     QJsonArray bookmarks = item[QStringLiteral("bookmarkStore")].toArray();
@@ -133,7 +149,7 @@ QJsonObject sessionJson(const SessionContents& session, const Preferences& prefe
             const int id = ids.try_emplace(movie.get(), int(ids.size()) + 1).first->second;
             QJsonObject json = objectJson(*movie).toObject();
             json[QStringLiteral("id")] = id;
-            addProductionFrames(json, *movie, preferences.usualFirstFrameNumber());
+            addProductionFrames(json, *movie, preferences);
             movies.append(json);
         }
         playlists.append(QJsonObject{

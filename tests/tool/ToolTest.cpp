@@ -120,6 +120,32 @@ TEST_F(Tool, TimecodePrintsASampleWithItsFieldsAndNothingForAMovieWithout) {
     EXPECT_EQ(tool({QStringLiteral("timecode"), file("nothing.mov")}).status, 1);
 }
 
+TEST_F(Tool, ItemsNumberedByTimecodeSayTheirNumber) {
+    MovieSpec spec;
+    spec.path = file("numbered.mov");
+    spec.rateNum = 24;
+    spec.frames = 5;
+    spec.timecode = QStringLiteral("00:00:41:17");
+    ASSERT_TRUE(makeMovie(spec));
+    const QString session = file("numbered.dls"), byTimecode = QStringLiteral("firstFrameNumber=Timecode");
+    ASSERT_EQ(tool({QStringLiteral("session"), QStringLiteral("new"), session, QStringLiteral("--playlist"),
+                    QStringLiteral("One"), spec.path, file("Day 1/a_shot.mov")})
+                  .status,
+              0);
+    const QString field = QStringLiteral("firstProductionFrame");
+    const auto numbersOf = [&](const QStringList& arguments, const QString& movies, bool isSession) {
+        const ToolRun run = tool(arguments);
+        const QJsonArray playlists = isSession ? run.object()[QStringLiteral("playlists")].toArray() : run.array();
+        const QJsonArray items = playlists.last().toObject()[movies].toArray();
+        return QList<int>{items.at(0).toObject()[field].toInt(-1), items.at(1).toObject()[field].toInt(-1)};
+    };
+    const QStringList shown{QStringLiteral("session"), QStringLiteral("show"), session},
+        listed{QStringLiteral("session"), QStringLiteral("list"), session}, wish{QStringLiteral("--defaults"), byTimecode};
+    EXPECT_EQ(numbersOf(wish + shown, QStringLiteral("movieList"), true), (QList<int>{1001, -1}));
+    EXPECT_EQ(numbersOf(wish + listed, QStringLiteral("items"), false), (QList<int>{1001, -1}));
+    EXPECT_EQ(numbersOf(shown, QStringLiteral("movieList"), true), (QList<int>{-1, -1})); // counted from 1
+}
+
 TEST_F(Tool, ThumbnailFollowsItsChoice) {
     ASSERT_EQ(tool({QStringLiteral("thumbnail"), file("Day 1/a_shot.mov"), file("last.png"),
                     QStringLiteral("--choice"), QStringLiteral("Last Frame")})
