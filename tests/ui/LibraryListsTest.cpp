@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QToolButton>
 
+#include <optional>
 #include <set>
 
 namespace daylark {
@@ -50,11 +51,12 @@ protected:
         EXPECT_EQ(box->currentText(), text);
     }
     /// Items dragged onto a playlist's row.
-    bool dropOnPlaylist(int row, Qt::KeyboardModifiers held = Qt::NoModifier) {
+    bool dropOnPlaylist(int row, Qt::KeyboardModifiers held = Qt::NoModifier, std::optional<QPoint> inAt = {}) {
         const auto data = dragOf(window->itemsPane().activeView(), "application/x-daylark-item-rows");
         const QPoint place = middleOf(playlists(), row, 0);
-        QDragEnterEvent enter(place, Qt::CopyAction, data.get(), Qt::LeftButton, held);
+        QDragEnterEvent enter(inAt.value_or(place), Qt::CopyAction, data.get(), Qt::LeftButton, held);
         QApplication::sendEvent(playlists()->viewport(), &enter);
+        if (inAt && !enter.isAccepted()) return false; // and hears nothing more
         QDragMoveEvent move(place, Qt::CopyAction, data.get(), Qt::LeftButton, held);
         QApplication::sendEvent(playlists()->viewport(), &move);
         if (!move.isAccepted()) return false;
@@ -156,7 +158,8 @@ TEST_F(LibraryListsTest, ItemsDroppedOnAPlaylistAskAndTheRowUnderThePointerIsMar
     click(tiles(), 0, Column::name);
     click(tiles(), 2, Column::name, Qt::ControlModifier);
     alerts.answers = {Alerts::firstButton, Alerts::secondButton, Alerts::firstButton};
-    EXPECT_TRUE(dropOnPlaylist(0));
+    EXPECT_TRUE(dropOnPlaylist(0, Qt::NoModifier, playlists()->viewport()->rect().bottomLeft() + QPoint(20, -3)))
+        << "in below the last row, then up to one";
     EXPECT_EQ(library().playlists()[0]->count(), 2);
     click(tiles(), 1, Column::name);
     EXPECT_TRUE(dropOnPlaylist(0));

@@ -134,7 +134,13 @@ protected:
         View::mouseReleaseEvent(event);
         if (std::exchange(doubleClicked_, false) && doubleClickEnded) doubleClickEnded();
     }
-    void dragEnterEvent(QDragEnterEvent* event) override { consider(event); }
+    /// One that is refused here hears of no row that it comes to later: below the rows what they would take comes in.
+    void dragEnterEvent(QDragEnterEvent* event) override {
+        consider(event);
+        if (event->isAccepted() || !holdsForRows(*event->mimeData())) return;
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    }
     void dragMoveEvent(QDragMoveEvent* event) override {
         consider(event);
         autoScroll(event->position().toPoint());
@@ -190,9 +196,12 @@ protected:
 
 private:
     [[nodiscard]] bool takesOwnRows() const { return !mayReorder || mayReorder(); }
+    [[nodiscard]] bool holdsForRows(const QMimeData& mime) const {
+        return !ontoType.isEmpty() && mime.hasFormat(ontoType) && rowsDroppedOnto;
+    }
     /// The row under the pointer that would take what is dragged.
     [[nodiscard]] std::optional<qsizetype> rowTaking(const QDropEvent& event) const {
-        if (ontoType.isEmpty() || !event.mimeData()->hasFormat(ontoType) || !rowsDroppedOnto) return std::nullopt;
+        if (!holdsForRows(*event.mimeData())) return std::nullopt;
         const QModelIndex hit = this->indexAt(event.position().toPoint());
         if (!hit.isValid() || (takesOnto && !takesOnto(hit.row()))) return std::nullopt;
         return hit.row();
