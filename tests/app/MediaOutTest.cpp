@@ -115,6 +115,30 @@ TEST_F(MediaOutTest, WhatCouldNotBeCopiedIsToldAndCopiedOnceMore) {
     EXPECT_TRUE(QFile::exists(path(u"not yet/b.mov"_s)));
 }
 
+TEST_F(MediaOutTest, PicturesOfARunThatCouldNotBeCopiedAreNamedAndTheirItemIsTriedOnce) {
+    for (const int number : {1002, 1003, 1004})
+        makeFile(u"sh010.%1.exr"_s.arg(number), "picture"_ba);
+    addFiles(u"Day"_s, {u"sh010.1001.exr"_s});
+    library().store().modify(library().playlists()[0]->movieList.front(), {{}, EditKind::background}, [](Movie& item) {
+        item.frameRun = MovieRun{{u"sh010."_s, u".exr"_s, 4, false, 1001, 1004, 1}, {}, false, {}};
+    });
+    QFile::remove(path(u"sh010.1001.exr"_s));
+    library().selectMovies({0});
+    controller->mediaGathering().copySelectedFilesToURL(path(u"not yet"_s));
+    settleGathering();
+    ASSERT_EQ(failedWrites.list().size(), 1U);
+    EXPECT_TRUE(failedWrites.list()[0].reason.startsWith(u"sh010.1002.exr and 2 more: "_s))
+        << qPrintable(failedWrites.list()[0].reason);
+    QDir().mkpath(path(u"not yet"_s));
+    said.clear();
+    const auto again = failedWrites.list()[0].tryAgain;
+    again();
+    settleGathering();
+    EXPECT_TRUE(failedWrites.list().empty());
+    EXPECT_EQ(said.value(0), u"Gathering Media: File 1 of 1"_s);
+    EXPECT_EQ(out(u"../not yet"_s), (QStringList{u"sh010.1002.exr"_s, u"sh010.1003.exr"_s, u"sh010.1004.exr"_s}));
+}
+
 TEST_F(MediaOutTest, CancelledGatheringEndsWithoutAWord) {
     QStringList names;
     for (int number = 0; number < 300; ++number)

@@ -172,6 +172,31 @@ TEST_F(GatheredMediaTest, AFullDiskHoldsWholeFilesAndWholeBundlesOnly) {
     expectWhole(from(u""_s), large);
 }
 
+TEST_F(GatheredMediaTest, ARunThatDoesNotFitLeavesWholePicturesAndNoHalfBundle) {
+    for (int number = 1001; number <= 1006; ++number)
+        write(from(u"sh010.%1.exr"_s.arg(number)), QByteArray(1 << 20, 'x'));
+    const auto run = std::make_shared<Movie>(from(u"sh010.1001.exr"_s));
+    run->frameRun = MovieRun{{u"sh010."_s, u".exr"_s, 4, false, 1001, 1006, 1}, {}, false, {}};
+    constexpr int roomForFour = (4 << 20) + (512 << 10);
+    const auto gathered = test::runOnSmallDisk(to(u""_s), roomForFour, [&] {
+        const GatherReport report = gather({run});
+        EXPECT_EQ(report.copied.size(), 4U);
+        EXPECT_EQ(report.failed.size(), 2U);
+        EXPECT_EQ(filesOf(to(u""_s)).size(), 4);
+        expectWhole(to(u""_s), QByteArray(1 << 20, 'x'));
+        return HasFailure() ? 1 : 0;
+    });
+    if (!gathered) GTEST_SKIP() << "no disk can be made here";
+    EXPECT_EQ(gathered, 0);
+    const auto bundled = test::runOnSmallDisk(to(u""_s), roomForFour, [&] {
+        const BundleReport report = writeBundleFolder(BundleSource::of(run), to(u"run.dlm"_s));
+        EXPECT_EQ(report.end, BundleReport::End::failed);
+        EXPECT_FALSE(QFile::exists(to(u"run.dlm"_s)));
+        return HasFailure() ? 1 : 0;
+    });
+    EXPECT_EQ(bundled, 0);
+}
+
 TEST_F(GatheredMediaTest, KilledOrCancelledOnTheWayNothingHalfHasItsFinalName) {
     const QByteArray bytes(24 << 20, 'm');
     std::vector<std::shared_ptr<Movie>> movies;

@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <set>
+
 namespace daylark {
 
 namespace {
@@ -104,13 +106,18 @@ void MediaGathering::ended(int job, Scope scope, const Sources& sources, const Q
     if (report.failed.empty()) {
         if (!cancelled) surroundings_.failedWrites.written(folder);
     } else {
-        Sources left;
+        std::set<size_t> items; // one of which several pictures failed is one to try again
         for (const auto& one : report.failed)
-            left.push_back(sources[one.source]);
+            items.insert(one.source);
+        Sources left;
+        for (const size_t item : items)
+            left.push_back(sources[item]);
         const auto& first = report.failed.front();
+        const Sources::value_type& item = sources[first.source];
+        const QString name = item.file.run ? QFileInfo(first.path).fileName() : item.name; // of a run: the very picture
         const QString reason = report.failed.size() == 1
-                                   ? tr("%1: %2").arg(left.front().name, first.reason)
-                                   : tr("%1 and %2 more: %3").arg(left.front().name).arg(left.size() - 1).arg(first.reason);
+                                   ? tr("%1: %2").arg(name, first.reason)
+                                   : tr("%1 and %2 more: %3").arg(name).arg(report.failed.size() - 1).arg(first.reason);
         surroundings_.failedWrites.failed(tr("Media for"), folder, reason,
                                           [this, scope, left, folder] { copy(scope, left, folder, true); });
     }

@@ -63,19 +63,19 @@ QStringList mediaFilesOf(const BundleSource& source, const FileCheck& file) {
     return paths;
 }
 
-/// One after the other; given up, none of them is left.
-CopyOutcome copyPictures(const QStringList& paths, const QDir& inside, const CopyWatch& watch) {
+/// One after the other; given up or out of room, none of them is left. `last` is the copy that was tried last.
+CopyOutcome copyPictures(const QStringList& paths, const QDir& inside, const CopyWatch& watch, QString& last) {
     CopyOutcome all{CopyOutcome::End::source_missing, 0, qt_error_string(ENOENT)};
     QStringList made;
     qint64 done = 0;
     for (const QString& path : paths) {
-        const QString to = inside.filePath(QFileInfo(path).fileName());
+        const QString to = last = inside.filePath(QFileInfo(path).fileName());
         const CopyWatch one{watch.cancelled, [&](qint64 bytes) {
                                 if (watch.progress) watch.progress(done + bytes);
                             }};
         const bool isNew = !QFileInfo::exists(to);
         all = copyMedia(path, to, one);
-        if (all.end == CopyOutcome::End::cancelled)
+        if (!all)
             for (const QString& copy : made)
                 QFile::remove(copy);
         if (!all) return all;
@@ -108,17 +108,19 @@ BundleReport writeBundleFolder(const BundleSource& source, const QString& folder
         return failed(archive, written.error().text);
     const FileCheck file = checkFile(source.file);
     const QString name = QFileInfo(source.movie->filenameString).fileName(); // a name, never a way elsewhere
-    const QString copy = inside.filePath(name.isEmpty() ? QFileInfo(file.path).fileName() : name);
+    QString copy = inside.filePath(name.isEmpty() ? QFileInfo(file.path).fileName() : name);
     CopyOutcome copied{CopyOutcome::End::source_missing, 0, qt_error_string(ENOENT)};
     if (file.found)
-        copied = source.file.run ? copyPictures(mediaFilesOf(source, file), inside, watch) : copyMedia(file.path, copy, watch);
-    if (copied.end == CopyOutcome::End::cancelled) {
-        if (isNew) {
-            QFile::remove(archive);
-            QDir().rmdir(folder); // only as long as nobody put anything into it
-        }
-        return {End::cancelled, 0, {}, {}};
+        copied = source.file.run ? copyPictures(mediaFilesOf(source, file), inside, watch, copy)
+                                 : copyMedia(file.path, copy, watch);
+    const bool isHalf = copied.end == CopyOutcome::End::cancelled ||
+                        (source.file.run && copied.end == CopyOutcome::End::failed);
+    if (isHalf && isNew) {
+        QFile::remove(archive);
+        QDir().rmdir(folder); // only as long as nobody put anything into it
     }
+    if (copied.end == CopyOutcome::End::cancelled) return {End::cancelled, 0, {}, {}};
+    if (isHalf) return failed(copy, copied.reason);
     setFolderIcon(folder, iconOf(*source.movie));
     if (!copied) return failed(file.found ? copy : file.path, copied.reason);
     return {End::written, copied.bytes, {}, {}};
