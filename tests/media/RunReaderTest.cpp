@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QDir>
 #include <QFile>
 #include <QSet>
 #include <QTemporaryDir>

@@ -75,7 +75,7 @@ CopyOutcome copyPictures(const QStringList& paths, const QDir& inside, const Cop
                             }};
         const bool isNew = !QFileInfo::exists(to);
         all = copyMedia(path, to, one);
-        if (!all)
+        if (!all && all.end != CopyOutcome::End::source_missing) // one that went meanwhile is no reason to lose the others
             for (const QString& copy : made)
                 QFile::remove(copy);
         if (!all) return all;
