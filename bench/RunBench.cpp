@@ -168,8 +168,19 @@ void step(const RunAddress& address) {
     bool isOpened = false;
     QObject::connect(&player, &Player::opened, [&isOpened] { isOpened = true; });
     player.open(address.text());
-    while (!isOpened || player.readyRanges() != std::vector<std::pair<qint64, qint64>>{{1, frames}})
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+    const auto stand = [&player] {
+        while (!player.pictureIsCurrent())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    };
+    while (!isOpened)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    stand();
+    for (int i = 1; i < frames; ++i) { // standing, it reads a few pictures ahead only: each is gone to once
+        player.stepForward();
+        stand();
+    }
+    player.gotoBeginning();
+    stand();
     std::vector<double> milliseconds;
     for (int i = 0; i < 200; ++i) {
         const bool forwards = i / (frames - 1) % 2 == 0;
