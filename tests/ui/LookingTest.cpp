@@ -210,6 +210,31 @@ TEST_F(LookingTest, ARunsLayerDisplayAndViewStayInTheStripOfASmallScreen) {
     }
 }
 
+TEST_F(LookingTest, AButtonIsDarkAgainWhoseListThePointerHasLeftItFor) {
+    open();
+    window->resize(1900, 860);
+    QCoreApplication::processEvents();
+    int lists = 0;
+    for (auto* button : window->findChildren<QToolButton*>()) {
+        if (!button->menu() || !button->isVisible() || !button->isEnabled()) continue;
+        ++lists;
+        QCursor::setPos(button->mapToGlobal(button->rect().center()));
+        ASSERT_TRUE(bench::waitUntil([button] { return button->underMouse(); })) << qPrintable(button->objectName());
+        QTimer hand; // goes into the list and chooses
+        QObject::connect(&hand, &QTimer::timeout, [] {
+            auto* list = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (!list) return;
+            const QPoint at = list->actionGeometry(list->actions().front()).center();
+            QCursor::setPos(list->mapToGlobal(at));
+            QTest::mouseClick(list->windowHandle(), Qt::LeftButton, {}, at);
+        });
+        hand.start(20);
+        QTest::mouseClick(button, Qt::LeftButton);
+        EXPECT_TRUE(bench::waitUntil([button] { return !button->underMouse(); })) << qPrintable(button->objectName());
+    }
+    EXPECT_GE(lists, 3);
+}
+
 TEST_F(LookingTest, ABrokenConfigurationIsSaidInTheStripInOneLine) {
     const QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("broken.ocio")));

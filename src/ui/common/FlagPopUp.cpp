@@ -6,6 +6,7 @@
 #include "model/StatusCodes.h"
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
+#include "ui/common/ListOpener.h"
 #include "ui/common/Theme.h"
 
 #include <QMenu>
@@ -21,7 +22,6 @@ FlagPopUp::FlagPopUp(Commands& commands, Preferences& preferences, QWidget* pare
     , preferences_(preferences) {
     setObjectName(QStringLiteral("flagPopUp"));
     setAutoRaise(true);
-    setPopupMode(QToolButton::InstantPopup);
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setIconSize({16, 16});
     setMinimumHeight(28);
@@ -32,7 +32,7 @@ FlagPopUp::FlagPopUp(Commands& commands, Preferences& preferences, QWidget* pare
         choices->addAction(commands.action(viewerCommand::flag(tag)));
         if (tag == status::none) choices->addSeparator();
     }
-    setMenu(choices);
+    letOpen(*this, choices);
     showFlagOf(nullptr);
 }
 

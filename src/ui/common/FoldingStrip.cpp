@@ -1,5 +1,6 @@
 #include "ui/common/FoldingStrip.h"
 
+#include "ui/common/ListOpener.h"
 #include "ui/common/PlainLabel.h"
 
 #include <QAction>
@@ -33,8 +34,7 @@ FoldingStrip::FoldingStrip(QWidget& row, const std::vector<QWidget*>& leaving, i
     more_->setAccessibleName(tr("More Controls"));
     more_->setMinimumSize(24, 32);
     more_->setFocusPolicy(Qt::TabFocus);
-    more_->setPopupMode(QToolButton::InstantPopup);
-    more_->setMenu(menu_);
+    letOpen(*more_, menu_);
     more_->hide();
     row_.layout()->addWidget(more_);
     connect(menu_, &QMenu::aboutToShow, this, &FoldingStrip::fillMenu);

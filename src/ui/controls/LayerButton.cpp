@@ -1,6 +1,7 @@
 #include "ui/controls/LayerButton.h"
 
 #include "base/PlainText.h"
+#include "ui/common/ListOpener.h"
 #include "viewer/transport/ViewerRun.h"
 
 #include <QActionGroup>
@@ -15,13 +16,12 @@ LayerButton::LayerButton(ViewerRun& run, QWidget* parent)
     , run_(run) {
     setObjectName(QStringLiteral("layerPopUp"));
     setAutoRaise(true);
-    setPopupMode(QToolButton::InstantPopup);
     setToolButtonStyle(Qt::ToolButtonTextOnly);
     setMinimumHeight(28);
     setFocusPolicy(Qt::TabFocus);
     setAccessibleName(tr("Layer"));
     auto* list = new QMenu(tr("&Layer"), this);
-    setMenu(list);
+    letOpen(*this, list);
     connect(list, &QMenu::aboutToShow, this, &LayerButton::fillList);
     connect(&run_, &ViewerRun::changed, this, &LayerButton::showLayers);
     showLayers();

@@ -5,6 +5,7 @@
 #include "ui/commands/Commands.h"
 #include "ui/common/FlagPopUp.h"
 #include "ui/common/FoldingStrip.h"
+#include "ui/common/ListOpener.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "ui/controls/LayerButton.h"
@@ -136,7 +137,6 @@ QToolButton* TransportBar::repeatPopUp() {
     auto* button = new QToolButton(this);
     button->setObjectName(QStringLiteral("repeatPopUp"));
     button->setAutoRaise(true);
-    button->setPopupMode(QToolButton::InstantPopup);
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setIconSize({16, 16});
     button->setMinimumHeight(28);
@@ -153,7 +153,7 @@ QToolButton* TransportBar::repeatPopUp() {
         group->addAction(action);
         connect(action, &QAction::triggered, this, [this, title] { setRepeatType(title); });
     }
-    button->setMenu(choices);
+    letOpen(*button, choices);
     return button;
 }
 

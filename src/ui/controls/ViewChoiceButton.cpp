@@ -1,6 +1,7 @@
 #include "ui/controls/ViewChoiceButton.h"
 
 #include "base/PlainText.h"
+#include "ui/common/ListOpener.h"
 #include "ui/common/Theme.h"
 #include "viewer/display/ViewerColour.h"
 
@@ -24,13 +25,12 @@ ViewChoiceButton::ViewChoiceButton(Choice choice, ViewerColour& colour, QAction*
     const bool isDisplay = choice_ == Choice::display;
     setObjectName(isDisplay ? QStringLiteral("displayPopUp") : QStringLiteral("viewPopUp"));
     setAutoRaise(true);
-    setPopupMode(QToolButton::InstantPopup);
     setToolButtonStyle(Qt::ToolButtonTextOnly);
     setMinimumHeight(28);
     setFocusPolicy(Qt::TabFocus);
     setAccessibleName(isDisplay ? tr("Display") : tr("View"));
     auto* list = new QMenu(isDisplay ? tr("&Display") : tr("&View"), this);
-    setMenu(list);
+    letOpen(*this, list);
     connect(list, &QMenu::aboutToShow, this, &ViewChoiceButton::fillList);
     connect(&colour_, &ViewerColour::changed, this, &ViewChoiceButton::refresh);
     refresh();

@@ -2,6 +2,7 @@
 
 #include "base/PlainText.h"
 #include "ui/commands/Commands.h"
+#include "ui/common/ListOpener.h"
 #include "ui/common/Theme.h"
 #include "viewer/display/ViewerGeometry.h"
 
@@ -16,7 +17,6 @@ ZoomButton::ZoomButton(const Commands& commands, const ViewerGeometry& geometry,
     , geometry_(geometry) {
     setObjectName(QStringLiteral("zoom"));
     setAutoRaise(true);
-    setPopupMode(QToolButton::InstantPopup);
     setIconSize({20, 20});
     setMinimumSize(32, 32);
     setFocusPolicy(Qt::TabFocus);
@@ -28,7 +28,7 @@ ZoomButton::ZoomButton(const Commands& commands, const ViewerGeometry& geometry,
         else
             list->addSeparator();
     }
-    setMenu(list);
+    letOpen(*this, list);
     connect(&geometry_, &ViewerGeometry::changed, this, &ZoomButton::showZoom);
     showZoom();
 }

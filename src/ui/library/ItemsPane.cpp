@@ -5,6 +5,7 @@
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/DropHint.h"
+#include "ui/common/ListOpener.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/ReorderView.h"
 #include "ui/common/ThumbnailCache.h"
@@ -266,8 +267,7 @@ void ItemsPane::makeLayout(const Commands& commands) {
     for (const char* id : {"session.addMedia", "session.addFolder", "session.addBundle"})
         adding->addAction(commands.action(QLatin1String(id)));
     QToolButton* add = commands.button(QStringLiteral("session.addMedia"), this);
-    add->setMenu(adding);
-    add->setPopupMode(QToolButton::MenuButtonPopup);
+    letOpen(*add, adding, QToolButton::MenuButtonPopup);
     add->setMinimumWidth(36);
     bar->addWidget(add);
     bar->addWidget(commands.button(QStringLiteral("item.open"), this));

@@ -4,6 +4,7 @@
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/DropHint.h"
+#include "ui/common/ListOpener.h"
 #include "ui/common/ReorderView.h"
 #include "ui/library/DragPicture.h"
 #include "ui/library/ItemDelegates.h"
@@ -33,8 +34,7 @@ PlaylistsPane::PlaylistsPane(PlaylistController& controller, const Commands& com
                            "session.newDatedDivider"})
         addMenu->addAction(commands.action(QString::fromLatin1(id)));
     add->setDefaultAction(commands.action(QStringLiteral("session.newPlaylist")));
-    add->setMenu(addMenu);
-    add->setPopupMode(QToolButton::MenuButtonPopup);
+    letOpen(*add, addMenu, QToolButton::MenuButtonPopup);
     add->setToolButtonStyle(Qt::ToolButtonIconOnly);
     add->setAutoRaise(true);
     add->setMinimumSize(36, 24);

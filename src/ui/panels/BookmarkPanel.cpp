@@ -4,6 +4,7 @@
 #include "preferences/Preferences.h"
 #include "commands/viewer/ViewerCommands.h"
 #include "ui/commands/Commands.h"
+#include "ui/common/ListOpener.h"
 #include "ui/common/RowSlide.h"
 #include "ui/common/Theme.h"
 #include "ui/panels/BookmarkTable.h"
@@ -31,14 +32,13 @@ QToolButton* menuButton(const Commands& commands, const QString& iconName, const
     button->setIcon(theme::icon(iconName));
     button->setIconSize({16, 16});
     button->setMinimumSize(24, 24);
-    button->setPopupMode(QToolButton::InstantPopup);
     button->setFocusPolicy(Qt::TabFocus);
     button->setToolTip(plain::toolTip(title));
     button->setAccessibleName(title);
     auto* menu = new QMenu(button);
     for (const char* const* id = first; id != last; ++id)
         menu->addAction(commands.action(QLatin1String(*id)));
-    button->setMenu(menu);
+    letOpen(*button, menu);
     return button;
 }
 

@@ -1,6 +1,7 @@
 #include "ui/panels/NotesPanel.h"
 
 #include "preferences/Preferences.h"
+#include "ui/common/ListOpener.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/RichTextField.h"
 #include "ui/common/Theme.h"
@@ -143,7 +144,6 @@ QWidget* NotesPanel::formatButtons() {
     connect(add(QStringLiteral("underline"), tr("Underline (Ctrl+U)")), &QToolButton::clicked, this,
             [this] { focusedField()->toggleUnderline(); });
     QToolButton* colour = add(QStringLiteral("textColour"), tr("Text Colour"));
-    colour->setPopupMode(QToolButton::InstantPopup);
     auto* choices = new QMenu(colour);
     choices->addAction(colourSwatch(theme::text), tr("Default"), this,
                        [this] { focusedField()->setColour({}); });
@@ -152,7 +152,7 @@ QWidget* NotesPanel::formatButtons() {
                            [this, picked = choice.colour] { focusedField()->setColour(picked); });
     choices->addSeparator();
     choices->addAction(tr("Other…"), this, &NotesPanel::chooseColour);
-    colour->setMenu(choices);
+    letOpen(*colour, choices);
     layout->addStretch(1);
     frame_ = new PlainLabel(row);
     frame_->setObjectName(QStringLiteral("notesFrame"));

@@ -3,6 +3,7 @@
 #include "app/playlists/Library.h"
 #include "commands/library/LibraryCommands.h"
 #include "ui/commands/Commands.h"
+#include "ui/common/ListOpener.h"
 #include "ui/common/Theme.h"
 
 #include <QCoreApplication>
@@ -23,8 +24,7 @@ FilterControls::FilterControls(Library& library, const Commands& commands, QWidg
     auto* menu = new QMenu(button_);
     commands.fill(*menu, filterMenu());
     button_->setObjectName(QStringLiteral("moreFiltersButton"));
-    button_->setMenu(menu);
-    button_->setPopupMode(QToolButton::InstantPopup);
+    letOpen(*button_, menu);
     button_->setIcon(theme::icon(QStringLiteral("filter")));
     button_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button_->setAutoRaise(true);
