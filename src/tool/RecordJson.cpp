@@ -92,21 +92,25 @@ QJsonValue objectJson(const Archivable& object) {
     return encoder.json();
 }
 
-/// Reads the item's file where only its timecode can tell.
-FrameNumbers productionNumbersOf(const Movie& movie, const Preferences& preferences) {
-    using Start = std::optional<SmpteTime>;
-    const std::optional<qint64> usual = preferences.usualFirstFrameNumber();
-    if (!isNumberedByTimecode(movie, usual)) return frameNumbersOf(movie, usual);
-    const auto answer = askWithPatience<Start>(
-        [path = movie.filepathString]() -> Start {
-            const std::vector<SmpteTime> samples = AVTimecodeReader(path).readTimecodeSamples();
-            return samples.empty() ? Start() : Start(samples.front());
-        },
-        fileSystemPatience);
-    return frameNumbersOf(movie, usual, answer.value_or(Start()));
-}
+/// What productions call the frames of a session's items, whose files are read where only their timecode can tell.
+class ProductionNumbers {
+public:
+    explicit ProductionNumbers(const Preferences& preferences)
+        : usual_(preferences.usualFirstFrameNumber()) {}
+    [[nodiscard]] FrameNumbers of(const Movie& movie) {
+        using Start = std::optional<SmpteTime>;
+        if (!isNumberedByTimecode(movie, usual_)) return frameNumbersOf(movie, usual_);
+        const QString path = movie.filepathString;
+        const auto answer = questions_.ask<Start>(path, [path] { return firstTimecodeOf(path); });
+        return frameNumbersOf(movie, usual_, answer.value_or(Start()));
+    }
 
-QJsonObject listedItemJson(const Movie& movie, const Preferences& preferences) {
+private:
+    std::optional<qint64> usual_;
+    PatientQuestions questions_;
+};
+
+QJsonObject listedItemJson(const Movie& movie, const Preferences& preferences, ProductionNumbers& production) {
     QJsonObject json;
     for (const Column& each : columns()) {
         const QString text = each.id == Column::flag ? flagNameOf(movie, preferences) : each.textOf(movie);
@@ -116,14 +120,13 @@ QJsonObject listedItemJson(const Movie& movie, const Preferences& preferences) {
             json[QLatin1String(each.field)] = true;
     }
     if (movie.frameRun) json[QStringLiteral("run")] = movie.shownName();
-    if (const FrameNumbers numbers = productionNumbersOf(movie, preferences); numbers.areOwn())
+    if (const FrameNumbers numbers = production.of(movie); numbers.areOwn())
         json[QStringLiteral("firstProductionFrame")] = numbers.first;
     return json;
 }
 
 /// The production's numbers beside those that are counted from 1, which the archive keeps.
-void addProductionFrames(QJsonObject& item, const Movie& movie, const Preferences& preferences) {
-    const FrameNumbers numbers = productionNumbersOf(movie, preferences);
+void addProductionFrames(QJsonObject& item, const Movie& movie, const FrameNumbers& numbers) {
     if (!numbers.areOwn()) return;
     item[QStringLiteral("firstProductionFrame")] = numbers.first;
     QJsonArray bookmarks = item[QStringLiteral("bookmarkStore")].toArray();
@@ -142,6 +145,7 @@ void addProductionFrames(QJsonObject& item, const Movie& movie, const Preference
 
 QJsonObject sessionJson(const SessionContents& session, const Preferences& preferences) {
     std::map<const Movie*, int> ids;
+    ProductionNumbers production(preferences);
     QJsonArray playlists;
     for (const auto& playlist : session.playlists) {
         QJsonArray movies;
@@ -149,7 +153,7 @@ QJsonObject sessionJson(const SessionContents& session, const Preferences& prefe
             const int id = ids.try_emplace(movie.get(), int(ids.size()) + 1).first->second;
             QJsonObject json = objectJson(*movie).toObject();
             json[QStringLiteral("id")] = id;
-            addProductionFrames(json, *movie, preferences);
+            addProductionFrames(json, *movie, production.of(*movie));
             movies.append(json);
         }
         playlists.append(QJsonObject{
@@ -176,10 +180,11 @@ QJsonObject sessionJson(const SessionContents& session, const Preferences& prefe
 
 QJsonArray listedItemsJson(const SessionContents& session, const Preferences& preferences) {
     QJsonArray playlists;
+    ProductionNumbers production(preferences);
     for (const auto& playlist : session.playlists) {
         QJsonArray items;
         for (const auto& movie : playlist->movieList)
-            items.append(listedItemJson(*movie, preferences));
+            items.append(listedItemJson(*movie, preferences, production));
         playlists.append(
             QJsonObject{{QStringLiteral("name"), playlist->name}, {QStringLiteral("items"), items}});
     }

@@ -150,9 +150,7 @@ void addBookmark(ToolContext& context, const SessionItemArguments& item, const Q
     const qint64 duration = wanted.duration > 0 ? wanted.duration : context.preferences().bookmarkDuration();
     const float fps = found->movie->mMovieFPS;
     const auto bookmark = std::make_shared<Bookmark>(wanted.first, duration, fps);
-    const std::vector<SmpteTime> samples =
-        AVTimecodeReader(found->movie->mediaAddress()).readTimecodeSamples();
-    const auto start = samples.empty() ? std::nullopt : std::optional(samples.front());
+    const std::optional<SmpteTime> start = firstTimecodeOf(found->movie->mediaAddress());
     const qint64 step = found->movie->frameStep();
     bookmark->firstTC = timecodeText(wanted.first, fps, start, step);
     bookmark->lastTC = timecodeText(wanted.first + duration - 1, fps, start, step);

@@ -77,10 +77,7 @@ std::optional<qint64> countedFrame(ToolContext& context, const SnapshotArguments
     if (!arguments.isProductionNumber) return arguments.frame;
     const std::optional<qint64> usual = context.preferences().usualFirstFrameNumber();
     std::optional<SmpteTime> start;
-    if (isNumberedByTimecode(movie, usual)) {
-        const std::vector<SmpteTime> samples = AVTimecodeReader(movie.filepathString).readTimecodeSamples();
-        if (!samples.empty()) start = samples.front();
-    }
+    if (isNumberedByTimecode(movie, usual)) start = firstTimecodeOf(movie.filepathString);
     const std::optional<qint64> frame = frameNumbersOf(movie, usual, start).frameOf(arguments.frame);
     if (frame && *frame >= 1) return frame;
     context.fail(movie.filepathString, QStringLiteral("has no frame of the number %1").arg(arguments.frame));

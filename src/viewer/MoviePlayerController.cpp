@@ -249,8 +249,7 @@ void MoviePlayerController::loadTimeCodeData() {
     timecodeWork_.run([this, path = mediaOf(*currentMovie()), cancel = timecodeCancel_,
                        movie = std::weak_ptr<Movie>(currentMovie())] {
         if (*cancel) return;
-        const std::vector<SmpteTime> samples = AVTimecodeReader(path, cancel.get()).readTimecodeSamples();
-        const auto start = samples.empty() ? std::nullopt : std::optional(samples.front());
+        const std::optional<SmpteTime> start = firstTimecodeOf(path, cancel.get());
         WorkQueue::deliver(this, [this, start, cancel, movie] {
             const std::shared_ptr<Movie> read = *cancel ? nullptr : movie.lock();
             if (!read) return;

@@ -180,9 +180,9 @@ void SessionMigration::takeRateFromProbe(const std::shared_ptr<Movie>& movie) {
 void SessionMigration::readTimecodeTrack(const std::shared_ptr<Movie>& movie) {
     timecodeTracks_.run([this, path = movie->mediaAddress(), weak = std::weak_ptr<Movie>(movie)] {
         if (cancel_) return;
-        const std::vector<SmpteTime> samples = AVTimecodeReader(path, &cancel_).readTimecodeSamples();
-        if (samples.empty()) return;
-        WorkQueue::deliver(this, [this, weak, start = samples.front()] {
+        const std::optional<SmpteTime> first = firstTimecodeOf(path, &cancel_);
+        if (!first) return;
+        WorkQueue::deliver(this, [this, weak, start = *first] {
             if (const std::shared_ptr<Movie> still = weak.lock()) takeTimecodeStart(still, start);
         });
     });

@@ -2,12 +2,15 @@
 
 #include "base/jobs/CancelFlag.h"
 
+#include <QString>
+
 #include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <thread>
 
 namespace daylark {
@@ -43,5 +46,25 @@ template<class Answer>
         shared->answered.wait_for(lock, lookForCancel);
     return std::move(shared->answer);
 }
+
+/// Questions about one file after the other, on shares that may be gone: one that doesn't answer is waited for once, and about
+/// what lies there nothing is asked any more; the next run of questions may get its answers. Owned by the run; its thread.
+class PatientQuestions {
+public:
+    template<class Answer>
+    [[nodiscard]] std::optional<Answer> ask(const QString& path, std::function<Answer()> question,
+                                            const CancelFlag* cancel = nullptr) {
+        if (silent_.contains(shareOf(path))) return std::nullopt;
+        std::optional<Answer> answer = askWithPatience<Answer>(std::move(question), fileSystemPatience, cancel);
+        if (!answer && !(cancel && cancel->load())) silent_.insert(shareOf(path));
+        return answer;
+    }
+
+private:
+    /// Where a share could be mounted: the path's first two names.
+    [[nodiscard]] static QString shareOf(const QString& path) { return path.section(QLatin1Char('/'), 0, 2); }
+
+    std::set<QString> silent_; ///< shares that did not answer
+};
 
 } // namespace daylark

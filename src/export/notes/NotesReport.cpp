@@ -40,14 +40,11 @@ NotesReport::Item itemOf(const Movie& movie, const Preferences& preferences, Boo
 
 void readNumbersByTimecode(NotesReport& report) {
     using Start = std::optional<SmpteTime>;
+    PatientQuestions questions;
     for (NotesReport::Item& item : report.items) {
         if (item.numberedBy.isEmpty()) continue;
-        const auto answer = askWithPatience<Start>(
-            [path = item.numberedBy]() -> Start {
-                const std::vector<SmpteTime> samples = AVTimecodeReader(path).readTimecodeSamples();
-                return samples.empty() ? Start() : Start(samples.front());
-            },
-            fileSystemPatience);
+        const auto answer =
+            questions.ask<Start>(item.numberedBy, [path = item.numberedBy] { return firstTimecodeOf(path); });
         item.numbers = numbersByTimecode(answer.value_or(Start()), item.fps);
         item.numberedBy.clear();
     }

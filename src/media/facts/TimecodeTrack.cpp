@@ -139,6 +139,11 @@ std::vector<SmpteTime> AVTimecodeReader::readTimecodeSamples() {
     return std::move(timecodeSamples_);
 }
 
+std::optional<SmpteTime> firstTimecodeOf(const QString& sourceAsset, const CancelFlag* cancel) {
+    const std::vector<SmpteTime> samples = AVTimecodeReader(sourceAsset, cancel).readTimecodeSamples();
+    return samples.empty() ? std::nullopt : std::optional(samples.front());
+}
+
 void AVTimecodeReader::outputTimecodeDescriptionForSampleBuffer(const TimecodeSampleBuffer& sample) {
     if (const std::optional<SmpteTime> time = smpteTimeOf(sample)) timecodeSamples_.push_back(*time);
 }

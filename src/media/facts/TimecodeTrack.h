@@ -51,4 +51,7 @@ private:
     std::vector<SmpteTime> timecodeSamples_;
 };
 
+/// The first of them, from which every frame's is counted; none where there is none. As the reader.
+[[nodiscard]] std::optional<SmpteTime> firstTimecodeOf(const QString& sourceAsset, const CancelFlag* cancel = nullptr);
+
 } // namespace daylark
