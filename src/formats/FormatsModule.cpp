@@ -113,6 +113,10 @@ double pixelAspectOf(const ImageSpec& spec) {
     return aspect > 0.05 && aspect < 20 ? aspect : 1;
 }
 
+int orientationOf(const ImageSpec& spec) {
+    return spec.get_int_attribute("Orientation", 1);
+}
+
 /// The first that says a likely one.
 double rateOf(const ImageSpec& spec) {
     constexpr double fastest = 1000;
@@ -132,11 +136,13 @@ std::optional<std::array<int, 4>> timecodeOf(const ImageSpec& spec) {
     if (!code || code->type() != OIIO::TypeTimeCode) return std::nullopt;
     const quint32 word = static_cast<const quint32*>(code->data())[0];
     if (word == 0 || word == 0xffffffffU) return std::nullopt; // what nobody filled in
-    const auto digits = [word](int shift, quint32 tens) {
+    bool areDigits = true;
+    const auto digits = [word, &areDigits](int shift, quint32 tens) { // beside the tens are flags: drop frame and the like
+        areDigits = areDigits && (word >> shift & 15) < 10;
         return int((word >> (shift + 4) & tens) * 10 + (word >> shift & 15));
     };
     const std::array<int, 4> time{digits(24, 3), digits(16, 7), digits(8, 7), digits(0, 3)};
-    const bool isTime = time[0] < 24 && time[1] < 60 && time[2] < 60 && time[3] < 60;
+    const bool isTime = areDigits && time[0] < 24 && time[1] < 60 && time[2] < 60 && time[3] < 60;
     return isTime ? std::optional(time) : std::nullopt;
 }
 
@@ -326,6 +332,7 @@ public:
             PictureFacts facts;
             facts.size = displaySizeOf(spec);
             facts.pixelAspect = pixelAspectOf(spec);
+            facts.exifOrientation = orientationOf(spec);
             facts.framesPerSecond = rateOf(spec);
             facts.timecode = timecodeOf(spec);
             facts.layers = layersOf(file->parts);
@@ -367,7 +374,7 @@ private:
         picture.planes = int(choice.channels.size());
         picture.stride = (qsizetype(picture.size.width()) * form.bytes + lineUnit - 1) / lineUnit * lineUnit;
         picture.pixelAspect = pixelAspectOf(spec);
-        picture.exifOrientation = spec.get_int_attribute("Orientation", 1);
+        picture.exifOrientation = orientationOf(spec);
         uchar* bytes = room(size_t(picture.stride) * size_t(picture.size.height()) * size_t(picture.planes));
         if (!bytes) return Error{QStringLiteral("there is no memory for it")};
         const Placing placing(spec, choice, form, picture, bytes);

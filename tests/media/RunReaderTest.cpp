@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QSet>
 #include <QTemporaryDir>
+#include <QtEndian>
 
 #include <sys/stat.h>
 
@@ -138,6 +139,57 @@ TEST_F(RunReaderTest, ASlatesNumberIsWholeAndItSaysWhyThereIsNoPicture) {
     const QImage damaged = slateOf(2, usual);
     EXPECT_EQ(numberOn(absent), numberOn(damaged));
     EXPECT_NE(absent, damaged);
+}
+
+/// A slate's background is as dark as no picture's here, and its crossed lines meet in its middle.
+TEST_F(RunReaderTest, WhatStandsInIsShownInTheShapeOfTheRunsPictures) {
+    struct Shape {
+        const char *name, *text;
+        float aspect;
+        QSize shown;
+    };
+    for (const Shape& shape : {Shape{"exr", nullptr, 2, {384, 108}}, Shape{"exr", nullptr, 0.5F, {96, 108}},
+                               Shape{"tif", "6", 1, {108, 192}}, Shape{"tif", "8", 1, {108, 192}},
+                               Shape{"tif", "3", 1, {192, 108}}, Shape{"tif", "5", 1, {108, 192}}}) {
+        SCOPED_TRACE(std::string(shape.name) + ' ' + (shape.text ? shape.text : "") + ' ' + std::to_string(shape.aspect));
+        RunAddress run = address(1001, 1003);
+        run.movie.run.suffix = u'.' + QLatin1String(shape.name);
+        for (const int number : {1001, 1003}) {
+            WrittenPicture picture = barCodePicture(run.pathOf(number), number);
+            picture.reals = {{"PixelAspectRatio", shape.aspect}};
+            picture.orientation = shape.text ? std::atoi(shape.text) : 1;
+            if (shape.text) picture.numbers = "uint8";
+            writePicture(picture);
+        }
+        for (const MissingPicture missing : {MissingPicture::held, MissingPicture::black, MissingPicture::slate}) {
+            run.view.missing = missing;
+            const auto reader = opened(run);
+            ASSERT_TRUE(reader);
+            const Result<VideoFrame> whole = reader->read(0), other = reader->read(1);
+            ASSERT_TRUE(whole && other);
+            EXPECT_EQ(whole->displaySize(), shape.shown);
+            EXPECT_EQ(other->displaySize(), shape.shown) << int(missing);
+        }
+        // The number stands upright, in letters of the usual shape: much the same as on a plain slate of that size.
+        const auto orange = [](const QImage& slate) {
+            QRect found;
+            for (int y = 0; y < slate.height(); ++y)
+                for (int x = 0; x < slate.width(); ++x)
+                    if (const QColor at = slate.pixelColor(x, y); at.red() > at.blue() + 40) found |= QRect(x, y, 1, 1);
+            return found;
+        };
+        RunAddress plain = address(1, 2, MissingPicture::slate);
+        plain.movie.run.prefix = u"plain."_s;
+        writePicture(barCodePicture(plain.pathOf(1), 1, shape.shown));
+        plain.movie.run.last = 1002;
+        const QRect usual = orange(renderFrame(*opened(plain)->read(1001)));
+        const QRect seen = orange(renderFrame(*opened(run)->read(1)).scaled(shape.shown));
+        ASSERT_FALSE(usual.isNull() || seen.isNull());
+        EXPECT_NEAR(seen.center().x(), usual.center().x(), 3);
+        EXPECT_NEAR(seen.center().y(), usual.center().y(), 3);
+        EXPECT_NEAR(seen.width(), usual.width(), 5);
+        EXPECT_NEAR(seen.height(), usual.height(), 5);
+    }
 }
 
 TEST_F(RunReaderTest, AHalfWrittenPictureIsMissingUntilItIsWhole) {
@@ -402,6 +454,83 @@ TEST_F(RunReaderTest, EverySecondPictureHasTheTimecodeOfItsNumber) {
     ASSERT_EQ(samples.size(), 1U);
     EXPECT_EQ(timecodeText(1, 24, samples[0], 2), u"10:00:00:21"_s);
     EXPECT_EQ(timecodeText(3, 24, samples[0], 2), u"10:00:01:01"_s) << "as the header of 1005 says";
+}
+
+/// Headers of one moment of a second that rates have more or fewer frames in.
+TEST_F(RunReaderTest, NoTimecodeHasAFrameThatItsRateHasNot) {
+    struct Row {
+        int stated, written; ///< what the header says: frames a second (0: nothing), and the time's frame
+        RunRate rate;        ///< by hand
+        float shownAt;
+        const char* text;
+    };
+    for (const Row& row : {Row{25, 24, {12, 1}, 12, "01:02:03:11"}, Row{25, 24, {24, 1}, 24, "01:02:03:23"},
+                           Row{24, 23, {24000, 1001}, 24, "01:02:03:23"}, Row{25, 10, {12, 1}, 12, "01:02:03:10"},
+                           Row{30, 29, {1, 1}, 1, "01:02:03:00"}, Row{0, 24, {}, 24, "01:02:03:23"},
+                           Row{24, 24, {}, 24, "01:02:03:23"}, Row{12, 11, {25, 1}, 25, "01:02:03:11"}}) {
+        WrittenPicture picture = barCodePicture(pathOf(1), 1);
+        picture.rate = row.stated;
+        picture.timecode = test::packedTimecode(1, 2, 3, row.written);
+        writePicture(picture);
+        RunAddress run = address(1, 1);
+        run.movie.rate = row.rate;
+        const auto start = firstTimecodeOf(run.text());
+        ASSERT_TRUE(start);
+        EXPECT_LT(start->frames, row.shownAt) << row.text;
+        EXPECT_EQ(timecodeText(1, row.shownAt, start), QLatin1String(row.text)) << row.stated << ' ' << row.written;
+    }
+}
+
+TEST_F(RunReaderTest, TheHeaderOfADpxSaysRateAndTimecodeUnlessNobodyFilledItIn) {
+    constexpr qint64 timecodeAt = 1920, filmRateAt = 1724, televisionRateAt = 1940; // by its standard
+    const QString path = folder.filePath(u"sc_0086400.dpx"_s);
+    const auto write = [&](quint32 timecode, std::optional<float> film, std::optional<float> television) {
+        WrittenPicture picture = barCodePicture(path, 1);
+        picture.numbers = "uint10";
+        writePicture(picture);
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const bool isBig = file.peek(4) == "SDPX";
+        const auto put = [&](qint64 at, quint32 word) {
+            const quint32 stored = isBig ? qToBigEndian(word) : qToLittleEndian(word);
+            ASSERT_TRUE(file.seek(at) && file.write(reinterpret_cast<const char*>(&stored), sizeof stored) == sizeof stored);
+        };
+        const auto bits = [](float value) {
+            quint32 word = 0;
+            std::memcpy(&word, &value, sizeof word);
+            return word;
+        };
+        put(timecodeAt, timecode);
+        put(filmRateAt, film ? bits(*film) : 0xffffffffU);
+        put(televisionRateAt, television ? bits(*television) : 0xffffffffU);
+    };
+    RunAddress run;
+    run.folder = folder.path();
+    run.movie.run = {u"sc_"_s, u".dpx"_s, 7, false, 86400, 86402, 1};
+    run.view.usualRate = {30, 1};
+    const auto code = [&](qint64 frame, float fps) {
+        const auto start = firstTimecodeOf(run.text());
+        return start ? timecodeText(frame, fps, start) : QString();
+    };
+    const auto rate = [&] {
+        const Result<ProbeResult> probed = probeMovie(run.text());
+        return probed ? probed->asset.mMovieFPS.value_or(0) : 0;
+    };
+    write(0x01000023, 24, {});
+    EXPECT_EQ(rate(), 24);
+    EXPECT_EQ(code(1, 24), u"01:00:00:23"_s);
+    EXPECT_EQ(code(2, 24), u"01:00:01:00"_s);
+    write(0x10595924, {}, 25);
+    EXPECT_EQ(rate(), 25);
+    EXPECT_EQ(code(2, 25), u"11:00:00:00"_s);
+    write(0x10595969, {}, 30000.0F / 1001); // drop frame is a bit beside the tens of frames; frames are counted without
+    EXPECT_FLOAT_EQ(rate(), 30000.0F / 1001);
+    EXPECT_EQ(code(1, 30), u"10:59:59:29"_s);
+    for (const quint32 nothing : {0xffffffffU, 0U, 0x01600000U, 0x01007500U, 0x0100000bU}) {
+        write(nothing, {}, {});
+        EXPECT_EQ(rate(), 30) << "the preference's";
+        EXPECT_EQ(code(1, 30), QString()) << nothing;
+    }
 }
 
 TEST_F(RunReaderTest, ARunGrowsAtItsEndUnlessItKeepsItsEnds) {

@@ -18,6 +18,7 @@ namespace daylark {
 struct PictureFacts {
     QSize size;              ///< the display window, in pixels as stored
     double pixelAspect = 1;
+    int exifOrientation = 1;    ///< 1 to 8, as it is to be turned
     double framesPerSecond = 0; ///< 0: not said
     std::optional<std::array<int, 4>> timecode; ///< hours, minutes, seconds, frames
     QStringList layers;      ///< what of it can be shown beside its colours: layers and single channels
@@ -57,7 +58,7 @@ using PictureRoom = std::function<uchar*(size_t bytes)>;
 class PictureFiles {
 public:
     /// Changes with everything above: a module of another build is not taken.
-    static constexpr int version = 2;
+    static constexpr int version = 3;
 
     virtual ~PictureFiles() = default;
     /// Errors: none there, damaged or cut off, deep, too large, of no known kind.

@@ -32,9 +32,14 @@ std::optional<ReadFacts> factsAt(const RunAddress& address, const CancelFlag* ca
 std::optional<SmpteTime> timecodeOfRun(const RunAddress& address, const CancelFlag* cancel) {
     const std::optional<ReadFacts> read = factsAt(address, cancel);
     if (!read || !read->facts.timecode) return std::nullopt;
-    const auto [hours, minutes, seconds, frames] = *read->facts.timecode;
-    const SampleIndex index = indexOf(read->files, read->facts.framesPerSecond);
+    const auto [hours, minutes, seconds, written] = *read->facts.timecode;
+    const double stated = read->facts.framesPerSecond;
+    const SampleIndex index = indexOf(read->files, stated);
     const auto quanta = std::max<qint64>(1, std::llround(double(index.timeScale) / index.step));
+    // Whoever wrote a number that no second has at this rate counted by a higher one: the second stays theirs, and the frame
+    // is the one that is as far into it.
+    const qint64 counted = std::max<qint64>(std::llround(stated), written + 1);
+    const qint64 frames = written < quanta ? written : written * quanta / counted;
     const FrameRun& run = read->files.address.movie.run;
     // The picture may not be the first frame: that one's is as many numbers earlier, round the clock.
     const qint64 day = 24 * 3600 * quanta;

@@ -57,6 +57,11 @@ Orientation orientationOfExif(int value) {
     }
 }
 
+AVRational pixelAspectOf(double said) {
+    const AVRational aspect = av_d2q(said, 1 << 16);
+    return aspect.num > 0 && aspect.den > 0 ? aspect : AVRational{1, 1};
+}
+
 /// The planes as they lie in the block, which the picture now owns.
 VideoFrame pictureOf(const ReadPicture& read, AVBufferRef* block) {
     auto data = std::make_shared<VideoFrame::Data>();
@@ -82,8 +87,7 @@ VideoFrame pictureOf(const ReadPicture& read, AVBufferRef* block) {
     for (int i = 0; i < read.planes; ++i)
         frame.linesize[i] = int(read.stride);
     frame.extended_data = frame.data;
-    data->pixelAspect = av_d2q(read.pixelAspect, 1 << 16);
-    if (data->pixelAspect.num <= 0 || data->pixelAspect.den <= 0) data->pixelAspect = {1, 1};
+    data->pixelAspect = pixelAspectOf(read.pixelAspect);
     data->orientation = orientationOfExif(read.exifOrientation);
     data->isHalf = read.numbers == ReadPicture::Numbers::half;
     data->isSceneLinear = read.isSceneLinear;
@@ -99,7 +103,7 @@ public:
     PicturesReader(RunFiles files, const PictureFiles& reader, const PictureFacts& facts)
         : files_(std::move(files))
         , reader_(reader)
-        , size_(facts.size)
+        , shape_{facts.size, pixelAspectOf(facts.pixelAspect), orientationOfExif(facts.exifOrientation)}
         , index_(indexOf(files_, facts.framesPerSecond))
         , usualBytes_(qint64(facts.size.width()) * facts.size.height() * widestPixel)
         , ahead_(int(std::clamp<qint64>(mostBytesAhead / std::max<qint64>(1, usualBytes_), 1,
@@ -148,7 +152,7 @@ private:
 
     const RunFiles files_;
     const PictureFiles& reader_;
-    const QSize size_;
+    const PictureShape shape_; ///< of what stands in for pictures
     const SampleIndex index_;
     const std::shared_ptr<PictureMemory> memory_ = std::make_shared<PictureMemory>();
     const qint64 usualBytes_;
@@ -256,9 +260,9 @@ Result<VideoFrame> PicturesReader::read(qint64 n, const CancelFlag* cancel) {
 VideoFrame PicturesReader::standIn(qint64 frame, const CancelFlag* cancel) {
     const FrameRun& run = files_.address.movie.run;
     const qint64 number = run.numberAt(frame);
-    if (files_.address.view.missing == MissingPicture::black) return blackPicture(size_);
+    if (files_.address.view.missing == MissingPicture::black) return blackPicture(shape_);
     if (files_.address.view.missing == MissingPicture::slate)
-        return slatePicture(size_, number, run.nameOf(number), trouble_);
+        return slatePicture(shape_, number, run.nameOf(number), trouble_);
     const auto isStopped = [cancel] { return cancel && cancel->load(); };
     const auto after = std::lower_bound(files_.numbers.begin(), files_.numbers.end(), number);
     constexpr int mostTries = 20; // of files that are there and cannot be read

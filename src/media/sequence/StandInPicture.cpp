@@ -1,9 +1,8 @@
 #include "media/sequence/StandInPicture.h"
 
-#include "media/decode/VideoFrameData.h"
-
 #include <QImage>
 #include <QPainter>
+#include <QTransform>
 
 #include <algorithm>
 #include <array>
@@ -13,14 +12,16 @@ namespace daylark {
 
 namespace {
 
-std::shared_ptr<VideoFrame::Data> emptyPicture(QSize size) {
+std::shared_ptr<VideoFrame::Data> emptyPicture(const PictureShape& shape) {
     auto data = std::make_shared<VideoFrame::Data>();
     data->frame.reset(av_frame_alloc());
     if (!data->frame) return nullptr;
     data->frame->format = AV_PIX_FMT_GBRP;
     data->colourSpace = QStringLiteral("data"); // as it is, whatever its neighbours are looked at through
-    data->frame->width = std::max(1, size.width());
-    data->frame->height = std::max(1, size.height());
+    data->frame->width = std::max(1, shape.size.width());
+    data->frame->height = std::max(1, shape.size.height());
+    data->pixelAspect = shape.pixelAspect;
+    data->orientation = shape.orientation;
     if (av_frame_get_buffer(data->frame.get(), 0) < 0) return nullptr;
     for (int plane = 0; plane < 3; ++plane)
         std::memset(data->frame->data[plane], 0, size_t(data->frame->linesize[plane]) * size_t(data->frame->height));
@@ -68,17 +69,25 @@ QImage painted(QSize size, qint64 number, const QString& name, const QString& re
     return image;
 }
 
-} // namespace
-
-VideoFrame blackPicture(QSize size) {
-    return VideoFrame(emptyPicture(size));
+/// From how it is looked at to how such pictures are stored: orientations turn, then mirror.
+QImage asStored(const QImage& shown, QSize size, const Orientation& orientation) {
+    const QImage turned =
+        shown.mirrored(orientation.mirrored, false).transformed(QTransform().rotate(-orientation.rotation));
+    return turned.size() == size ? turned : turned.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-VideoFrame slatePicture(QSize size, qint64 number, const QString& name, const QString& reason) {
-    const auto data = emptyPicture(size);
+} // namespace
+
+VideoFrame blackPicture(const PictureShape& shape) {
+    return VideoFrame(emptyPicture(shape));
+}
+
+VideoFrame slatePicture(const PictureShape& shape, qint64 number, const QString& name, const QString& reason) {
+    const auto data = emptyPicture(shape);
     if (!data) return {};
     const AVFrame& frame = *data->frame;
-    const QImage image = painted(QSize(frame.width, frame.height), number, name, reason);
+    const QImage image = asStored(painted(VideoFrame(data).displaySize(), number, name, reason),
+                                  QSize(frame.width, frame.height), data->orientation);
     if (image.isNull()) return VideoFrame(data);
     for (int y = 0; y < frame.height; ++y) {
         const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));

@@ -35,6 +35,7 @@ ImageSpec specOf(const WrittenPicture& picture) {
         const int rational[2] = {picture.rate, picture.rateScale};
         spec.attribute("FramesPerSecond", OIIO::TypeRational, rational);
     }
+    if (picture.orientation != 1) spec.attribute("Orientation", picture.orientation);
     if (picture.timecode) {
         const unsigned words[2] = {picture.timecode, 0};
         spec.attribute("smpte:TimeCode", OIIO::TypeTimeCode, words);

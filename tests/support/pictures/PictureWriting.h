@@ -19,6 +19,7 @@ struct WrittenPicture {
     std::vector<float> chromaticities; ///< eight
     int rate = 0, rateScale = 1;
     unsigned timecode = 0; ///< as its standard packs it
+    int orientation = 1;   ///< as cameras count them
     bool tiles = false, deep = false;
     /// Smaller ones of the same picture, which are white all over; in tiles. `eachWay`: where the format has them, widths and
     /// heights are halved independently. Where a side is uneven, what is over is left out, or counts (`halvedUp`).
