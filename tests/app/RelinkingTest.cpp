@@ -1,4 +1,5 @@
 #include "app/AppFixture.h"
+#include "support/PictureMaker.h"
 
 #include <QSignalSpy>
 
@@ -197,6 +198,73 @@ TEST_F(RelinkingTest, ByHandOneItemAndAnotherNameOnlyWhenAPersonSaysSo) {
     EXPECT_EQ(item(0)->filenameString, u"other.mov"_s);
     EXPECT_EQ(item(0)->mMovieDurationFrames, 48);
     EXPECT_EQ(library().playlists()[0]->status, 1);
+}
+
+TEST_F(RelinkingTest, AMovedRunIsFoundByAnyOfItsPicturesAndShownAgain) {
+    QDir(folder.path()).mkpath(u"shots"_s);
+    for (int number = 1001; number <= 1008; ++number)
+        writePicture(barCodePicture(path(u"shots/sh.%1.exr"_s.arg(number)), number, {192, 108}, 0.8F));
+    const auto day = addPlaylist(u"Day"_s, {});
+    controller->mediaAdding().addMediaFilesToSelectedPlaylist({path(u"shots/sh.1004.exr"_s)});
+    settleAdding();
+    settle();
+    const MovieRun run = item(0)->frameRun.value();
+    EXPECT_EQ(run.run.text(), u"sh.1001-1008#.exr"_s);
+    const auto moveAway = [this](const QString& from, const QString& to) {
+        QDir(folder.path()).mkpath(QFileInfo(to).path());
+        ASSERT_TRUE(QDir(folder.path()).rename(from, to));
+        controller->fileStates().updateAllFilePaths();
+        settle();
+        ASSERT_EQ(library().playlists()[0]->status, 2);
+    };
+    ASSERT_NO_FATAL_FAILURE(moveAway(u"shots"_s, u"attic/a/day 1"_s));
+    QFile::remove(path(u"attic/a/day 1/sh.1001.exr"_s));
+    put(u"attic/z/sh.1001.exr"_s, path(u"attic/a/day 1/sh.1002.exr"_s)); // a straggler by the first one's name
+    history().clear();
+    answerFolder(u"attic"_s);
+    alerts.answers = {Alerts::firstButton};
+    relinking().autolinkSelectedPlaylists();
+    settle();
+    EXPECT_EQ(lastMessage(), u"All Files Found"_s);
+    EXPECT_TRUE(alerts.shown.back().details.contains(u"sh.1001-1008#.exr is there 2 times. Linked to "_s +
+                                                     path(u"attic/a/day 1/sh.1001-1008#.exr"_s)));
+    EXPECT_EQ(item(0)->filepathString, path(u"attic/a/day 1/sh.1001.exr"_s));
+    EXPECT_EQ(item(0)->frameRun, run) << "what is missing keeps its number";
+    EXPECT_EQ(item(0)->statusColour, QColor(Qt::white));
+    EXPECT_FALSE(item(0)->thumbnail.isNil());
+    EXPECT_EQ(day->status, 0);
+    library().selectMovies({0});
+    controller->loadMovieWindow();
+    ASSERT_TRUE(waitUntil([this] { return player->isOpen() && player->pictureIsCurrent(); }));
+    EXPECT_EQ(player->index().count(), 8);
+    EXPECT_EQ(player->index().missing, std::vector<qint64>{0});
+    history().undo();
+    settle();
+    EXPECT_EQ(day->status, 2);
+
+    const size_t asked = alerts.shown.size();
+    // By hand any picture of it stands for all; one that isn't is asked about, and is a run of its own.
+    answerFolder(u"attic/a/day 1/sh.1005.exr"_s);
+    relinking().linkMovieToFile();
+    settle();
+    EXPECT_EQ(alerts.shown.size(), asked) << "no question: " << lastMessage().toStdString();
+    EXPECT_EQ(item(0)->filepathString, path(u"attic/a/day 1/sh.1001.exr"_s));
+    EXPECT_EQ(item(0)->frameRun, run);
+    EXPECT_EQ(day->status, 0);
+    for (int number = 1; number <= 3; ++number)
+        put(u"attic/b/take.%1.exr"_s.arg(number, 3, 10, QLatin1Char('0')), path(u"attic/a/day 1/sh.1002.exr"_s));
+    answerFolder(u"attic/b/take.002.exr"_s);
+    alerts.answers = {Alerts::firstButton};
+    relinking().linkMovieToFile();
+    settle();
+    EXPECT_EQ(lastMessage(), u"The filenames don't match.  Link anyway?"_s);
+    EXPECT_EQ(item(0)->filepathString, path(u"attic/b/take.001.exr"_s));
+    EXPECT_EQ(item(0)->frameRun.value().run.text(), u"take.001-003@@@.exr"_s);
+    ASSERT_TRUE(waitUntil([this] { return player->isOpen() && player->index().count() == 3 && player->pictureIsCurrent(); }));
+    history().undo();
+    settle();
+    EXPECT_EQ(item(0)->frameRun, run);
+    ASSERT_TRUE(waitUntil([this] { return player->isOpen() && player->index().count() == 8 && player->pictureIsCurrent(); }));
 }
 
 TEST_F(RelinkingTest, TheAutomaticSearchFollowsEveryLookAtTheFilesAndSaysNothing) {

@@ -152,6 +152,40 @@ TEST_F(FolderIndexTest, AnswersComeByItemOrByTurn) {
     EXPECT_EQ(searchMedia(items, how, {})->sought, 4);
 }
 
+TEST_F(FolderIndexTest, ARunIsFoundWhereMostOfItsPicturesAre) {
+    const auto put = [this](const QString& place, const QList<int>& numbers) {
+        for (const int number : numbers)
+            file(u"%1/sh.%2.exr"_s.arg(place).arg(number));
+    };
+    put(u"a"_s, {1001, 1002, 1003});
+    put(u"b/deep"_s, {1003, 1005, 1007}); // without the first; 1003 is the one that the run counts as well
+    put(u"c"_s, {1002, 1004, 1006});      // between its steps
+    put(u"z"_s, {1007});
+    file(u"z/sh.01001.exr"_s);
+    file(u"z/other.1001.exr"_s);
+    const MovieRun run{{u"sh."_s, u".exr"_s, 4, false, 1001, 1007, 2}, {}, false, {}};
+    const QString gone = u"/gone/sh.1001.exr"_s;
+    const auto search = [&] {
+        return *searchMedia({{u"sh.1001.exr"_s, {gone, {}, true, run}, 0}, {u"sh.1001.exr"_s, {gone, {}, true}, 1}},
+                            {root.path()}, {});
+    };
+    MediaSearchResult result = search();
+    ASSERT_EQ(result.links.size(), 2u);
+    EXPECT_EQ(result.links[0].path, path(u"b/deep/sh.1001.exr"_s)) << "the first one's place, though it isn't there";
+    EXPECT_EQ(result.links[1].path, path(u"a/sh.1001.exr"_s)) << "a picture by itself";
+    ASSERT_EQ(result.choices.size(), 1u);
+    EXPECT_EQ(result.choices[0], (QStringList{path(u"z/sh.1001-1007x2#.exr"_s), path(u"a/sh.1001-1007x2#.exr"_s),
+                                              path(u"b/deep/sh.1001-1007x2#.exr"_s)}));
+    put(u"d"_s, {1001, 1003, 1005}); // as many, met later
+    EXPECT_EQ(search().links[0].path, path(u"d/sh.1001.exr"_s));
+    QDir(path(u"d"_s)).removeRecursively();
+    QDir(path(u"b"_s)).removeRecursively();
+    QDir(path(u"a"_s)).removeRecursively();
+    result = search();
+    ASSERT_EQ(result.links.size(), 1u);
+    EXPECT_EQ(result.links[0].path, path(u"z/sh.1001.exr"_s)) << "one picture is a run that lost the others";
+}
+
 TEST(RelinkReport, SaysWhatWasFoundAsItAlwaysWas) {
     struct Case {
         qint64 found, missing;

@@ -1,5 +1,6 @@
 #include "app/relinking/Relinking.h"
 
+#include "app/adding/MediaWalk.h"
 #include "app/files/FileStates.h"
 #include "app/files/Thumbnails.h"
 #include "app/playlists/Library.h"
@@ -10,6 +11,9 @@
 #include "platform/FileBookmark.h"
 #include "platform/Panels.h"
 #include "preferences/Preferences.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <unordered_map>
@@ -23,6 +27,33 @@ constexpr qsizetype mostChoicesTold = 20;
 
 QString nameAtEndOf(const QString& path) {
     return path.section(QLatin1Char('/'), -1, -1, QString::SectionSkipEmpty);
+}
+
+bool isPictureOf(const std::optional<MovieRun>& run, const QString& name) {
+    const auto number = run ? run->run.numberIn(name) : std::nullopt;
+    return number && run->run.frameOf(*number);
+}
+
+/// What comes of an item when it is linked to a file that somebody chose. Waits for the disk.
+MediaLink linkByChoice(const std::optional<MovieRun>& run, const QString& path, bool wantsRuns) {
+    if (run && run->run.numberIn(nameAtEndOf(path))) {
+        const QString first = QFileInfo(path).dir().filePath(run->run.nameOf(run->run.first));
+        return {0, first, createFileBookmark(first), {}};
+    }
+    const std::vector<FoundMedia> media = mediaAmong({path}, {true, wantsRuns}, {});
+    if (media.empty() || !media.front().run) return {0, path, createFileBookmark(path), {}};
+    MediaLink link{0, media.front().path, media.front().bookmarkData, media.front().run};
+    if (run) { // what a person chose for the one before it
+        link.run->rate = run->rate;
+        link.run->layer = run->layer;
+    }
+    return link;
+}
+
+/// Another path; or it became a run of pictures, or is none any more.
+bool makesAnotherFile(const Change& change) {
+    return change.field == QLatin1String("filepathString") ||
+           (change.field == QLatin1String("frameRun") && change.before.isNil() != change.after.isNil());
 }
 
 ProgressBoard::Texts searchTextsFor(qint64 files) {
@@ -93,7 +124,8 @@ void Relinking::linkMovieToFile() {
     const Movies selected = library.selectedMovies();
     if (chosen.isEmpty() || selected.empty()) return;
     const auto& movie = selected.front();
-    if (nameAtEndOf(movie->filenameString) != nameAtEndOf(chosen.front())) {
+    const QString name = nameAtEndOf(chosen.front());
+    if (nameAtEndOf(movie->filenameString) != name && !isPictureOf(movie->frameRun, name)) {
         const Alert question{tr("The filenames don't match.  Link anyway?"), {}, {tr("Link Anyway"), tr("Cancel")},
                              AlertStyle::warning};
         if (surroundings_.alerts.run(question) != Alerts::firstButton) return;
@@ -103,16 +135,18 @@ void Relinking::linkMovieToFile() {
 
 void Relinking::linkTo(const std::shared_ptr<Movie>& movie, const QString& path) {
     setBusy(true);
-    work_.run([this, movie = std::weak_ptr<Movie>(movie), path] {
-        const QByteArray bookmark = createFileBookmark(path);
-        WorkQueue::deliver(this, [this, movie, path, bookmark] {
-            if (const auto there = movie.lock()) {
-                link({there}, {{0, path, bookmark}}, EditKind::step);
-                surroundings_.fileStates.updateAllFilePaths();
-            }
-            setBusy(false);
-        });
+    work_.run([this, movie = std::weak_ptr<Movie>(movie), run = movie->frameRun, path,
+               wantsRuns = surroundings_.preferences.runsBecomeMovies()] {
+        WorkQueue::deliver(this, [this, movie, made = linkByChoice(run, path, wantsRuns)] { linkByHand(movie, made); });
     });
+}
+
+void Relinking::linkByHand(const std::weak_ptr<Movie>& movie, const MediaLink& made) {
+    if (const auto there = movie.lock()) {
+        link({there}, {made}, EditKind::step);
+        surroundings_.fileStates.updateAllFilePaths();
+    }
+    setBusy(false);
 }
 
 // Under a folder.
@@ -291,8 +325,11 @@ void Relinking::link(const Movies& movies, const std::vector<MediaLink>& links, 
         for (const MediaLink& each : links) {
             const auto& movie = movies[size_t(each.item)];
             if (!movie) continue;
-            if (movie->filepathString != each.path) others.push_back(movie);
-            store.modify(movie, step, [&each](Movie& item) { item.addVideoFile(each.path, each.bookmarkData); });
+            if (movie->filepathString != each.path || (each.run && movie->frameRun != each.run)) others.push_back(movie);
+            store.modify(movie, step, [&each](Movie& item) {
+                item.addVideoFile(each.path, each.bookmarkData);
+                if (each.run) item.frameRun = each.run;
+            });
         }
     }
     filesAreOthers(others);
@@ -309,8 +346,9 @@ void Relinking::followSteps(const Edit& edit) {
     if (edit.info.kind != EditKind::again) return;
     Movies others;
     for (const Change& change : edit.changes)
-        if (change.field == QLatin1String("filepathString"))
-            if (auto movie = surroundings_.library.store().records().find<Movie>(change.record))
+        if (makesAnotherFile(change))
+            if (auto movie = surroundings_.library.store().records().find<Movie>(change.record);
+                movie && std::find(others.begin(), others.end(), movie) == others.end())
                 others.push_back(std::move(movie));
     if (others.empty()) return;
     filesAreOthers(others);

@@ -43,7 +43,8 @@ public:
     explicit Relinking(const Surroundings& surroundings, QObject* parent = nullptr);
     ~Relinking() override; ///< ends what is under way
 
-    void linkMovieToFile();            ///< the selected item, to a file that a person chooses
+    /// The selected item, to a file that a person chooses. Any picture of a run stands for the run.
+    void linkMovieToFile();
     void autolinkSelectedPlaylists();  ///< what is missing in the selected lists
     void autolinkCurrentSession();     ///< and in all of them
     void forcelinkSelectedPlaylists(); ///< every item of the selected lists, missing or not
@@ -70,6 +71,7 @@ private:
     void again(Scope scope);
     void link(const Movies& movies, const std::vector<MediaLink>& links, EditKind kind);
     void linkTo(const std::shared_ptr<Movie>& movie, const QString& path);
+    void linkByHand(const std::weak_ptr<Movie>& movie, const MediaLink& made);
     void filesAreOthers(const Movies& movies);
     void followSteps(const Edit& edit);
     void statesAreFresh();

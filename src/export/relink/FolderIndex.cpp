@@ -147,13 +147,39 @@ QString FolderIndex::path(const QString& name) const {
     return all.isEmpty() ? QString() : all.last();
 }
 
+qint32 FolderIndex::lastOf(const QString& name) const {
+    const auto found = last_.find(QFile::encodeName(name).toStdString());
+    return found == last_.end() ? -1 : found->second;
+}
+
 QStringList FolderIndex::allPaths(const QString& name) const {
     const std::string bytes = QFile::encodeName(name).toStdString();
     QStringList paths;
-    const auto found = last_.find(bytes);
-    for (qint32 at = found == last_.end() ? -1 : found->second; at >= 0; at = files_[size_t(at)].earlier)
+    for (qint32 at = lastOf(name); at >= 0; at = files_[size_t(at)].earlier)
         paths.prepend(QFile::decodeName(joined(folders_[size_t(files_[size_t(at)].folder)], bytes).c_str()));
     return paths;
+}
+
+QStringList FolderIndex::foldersOf(const FrameRun& run) const {
+    struct Holding {
+        qint64 pictures = 0;
+        qint32 metLast = 0, folder = 0;
+        auto operator<=>(const Holding&) const = default;
+    };
+    std::unordered_map<qint32, Holding> byFolder;
+    for (qint64 frame = 0; frame < run.count(); ++frame)
+        for (qint32 at = lastOf(run.nameOf(run.numberAt(frame))); at >= 0; at = files_[size_t(at)].earlier) {
+            Holding& holding = byFolder[files_[size_t(at)].folder];
+            holding = {holding.pictures + 1, std::max(holding.metLast, at), files_[size_t(at)].folder};
+        }
+    std::vector<Holding> inOrder;
+    for (const auto& [folder, holding] : byFolder)
+        inOrder.push_back(holding);
+    std::sort(inOrder.begin(), inOrder.end());
+    QStringList folders;
+    for (const Holding& holding : inOrder)
+        folders << QFile::decodeName(folders_[size_t(holding.folder)].c_str());
+    return folders;
 }
 
 } // namespace daylark

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/jobs/CancelFlag.h"
+#include "model/runs/FrameRun.h"
 
 #include <QString>
 #include <QStringList>
@@ -31,6 +32,9 @@ public:
     [[nodiscard]] QString path(const QString& name) const; ///< null: none
     /// Every file of that name in the order met; the last is the one that counts.
     [[nodiscard]] QStringList allPaths(const QString& name) const;
+    /// Every folder that has pictures of the run, whatever is missing there; the last is the one that counts: it has most of
+    /// them, and of those with as many it was met last.
+    [[nodiscard]] QStringList foldersOf(const FrameRun& run) const;
     [[nodiscard]] qint64 count() const { return qint64(files_.size()); } ///< files, those with equal names too
 
 private:
@@ -39,6 +43,7 @@ private:
         qint32 folder = 0;
         qint32 earlier = -1; ///< of the same name; -1: none
     };
+    [[nodiscard]] qint32 lastOf(const QString& name) const; ///< -1: none
     std::vector<std::string> folders_; ///< as the file system spells them
     std::vector<File> files_;
     std::unordered_map<std::string, qint32> last_; ///< by name: the file met last

@@ -3,6 +3,7 @@
 #include "export/relink/PatientFileCheck.h"
 #include "platform/FileBookmark.h"
 
+#include <QDir>
 #include <QSet>
 
 namespace daylark {
@@ -22,6 +23,26 @@ std::vector<size_t> soughtAmong(const std::vector<SoughtMedia>& items, const Med
         if (search.sought == MediaSearch::Sought::all || !result.checks[media.item].found) sought.push_back(at);
     }
     return sought;
+}
+
+/// Where the file of an item lies.
+struct Places {
+    QString path;    ///< what it is linked to; null: nowhere
+    QStringList all; ///< and where that might have been as well, itself last
+};
+
+Places placesOf(const SoughtMedia& media, const FolderIndex& index) {
+    if (!media.file.run) {
+        QStringList all = index.allPaths(media.filename);
+        return {all.isEmpty() ? QString() : all.last(), all};
+    }
+    const FrameRun& run = media.file.run->run;
+    Places places;
+    for (const QString& folder : index.foldersOf(run)) {
+        places.path = QDir(folder).filePath(run.nameOf(run.first));
+        places.all << QDir(folder).filePath(run.text());
+    }
+    return places;
 }
 
 /// What an item is linked to when the answers go by turn: see `MediaSearch::Answers`.
@@ -50,8 +71,13 @@ std::optional<MediaSearchResult> searchMedia(const std::vector<SoughtMedia>& ite
     const std::vector<size_t> sought = soughtAmong(items, search, watch, result);
     result.sought = qint64(sought.size());
     QStringList answers;
-    for (const size_t at : sought)
-        answers << index.path(items[at].filename);
+    QHash<QString, QStringList> alternatives;
+    for (const size_t at : sought) {
+        if (watch.cancelled && *watch.cancelled) return std::nullopt;
+        const Places places = placesOf(items[at], index);
+        answers << places.path;
+        alternatives.insert(places.path, places.all);
+    }
     std::vector<std::pair<qsizetype, QString>> links;
     if (search.answers == MediaSearch::Answers::byTurn) {
         links = linksByTurn(items, sought, answers);
@@ -64,11 +90,10 @@ std::optional<MediaSearchResult> searchMedia(const std::vector<SoughtMedia>& ite
         if (watch.cancelled && *watch.cancelled) return std::nullopt;
         if (!bookmarks.contains(path)) {
             bookmarks.insert(path, createFileBookmark(path));
-            const QStringList all = index.allPaths(path.mid(path.lastIndexOf(QLatin1Char('/')) + 1));
-            if (all.size() > 1) result.choices.push_back(all);
+            if (const QStringList& all = alternatives[path]; all.size() > 1) result.choices.push_back(all);
         }
         const QByteArray& bookmark = bookmarks[path]; // bytes of its own for each: an archive tells shared ones from equal
-        result.links.push_back({item, path, QByteArray(bookmark.constData(), bookmark.size())});
+        result.links.push_back({item, path, QByteArray(bookmark.constData(), bookmark.size()), {}});
     }
     if (watch.cancelled && *watch.cancelled) return std::nullopt;
     return result;

@@ -24,6 +24,7 @@ struct MediaLink {
     qsizetype item = 0;
     QString path;
     QByteArray bookmarkData;
+    std::optional<MovieRun> run = {}; ///< what it is a run of from now on; none: it stays what it is, under another path
 };
 
 /// How a search goes about it.
@@ -48,11 +49,13 @@ struct MediaSearchResult {
     qint64 sought = 0;              ///< with those that stand in several lists counted in each
     std::vector<MediaLink> links;   ///< in the order in which they are to be made; an item may come twice
     QHash<qsizetype, FileCheck> checks; ///< of items whose file was looked at
-    /// Names that several files bear, of those that were linked: all their paths, the one taken last.
+    /// Names that several files bear, of those that were linked: all their paths, the one taken last. Of a run its folders, each
+    /// with the run's text behind it.
     std::vector<QStringList> choices;
 };
 
-/// Looks for the files of items under a folder by their names alone. Nothing when cancelled. Worker threads.
+/// Looks for the files of items under a folder by their names alone: a run's by the names of all its pictures, so that one which
+/// lost its first is found as well; its path is the first one's all the same. Nothing when cancelled. Worker threads.
 [[nodiscard]] std::optional<MediaSearchResult> searchMedia(const std::vector<SoughtMedia>& items, const MediaSearch& search,
                                                            const IndexWatch& watch);
 
