@@ -1496,6 +1496,10 @@ jeder wird eine Playlist</translation>
         <translation>Vorlauf, Bilder</translation>
     </message>
     <message>
+        <source>Held</source>
+        <translation>Gehalten</translation>
+    </message>
+    <message>
         <source>&amp;Help</source>
         <translation>&amp;Hilfe</translation>
     </message>
@@ -2198,6 +2202,10 @@ jeder wird eine Playlist</translation>
     <message>
         <source>No Notes</source>
         <translation>Ohne Notizen</translation>
+    </message>
+    <message>
+        <source>No picture in this folder has such a name.</source>
+        <translation>Kein Bild in diesem Ordner heißt so.</translation>
     </message>
     <message>
         <source>No saved layout</source>
@@ -3284,6 +3292,10 @@ jeder wird eine Playlist</translation>
         <translation>Größe insgesamt</translation>
     </message>
     <message>
+        <source>Slate</source>
+        <translation>Tafel</translation>
+    </message>
+    <message>
         <source>&amp;Smaller Tiles</source>
         <translation>K&amp;leinere Kacheln</translation>
     </message>
@@ -3504,6 +3516,10 @@ Esc im Suchfeld oder „Alle zeigen“ holt sie zurück.</translation>
     <message>
         <source>There Are No Missing Files</source>
         <translation>Es fehlen keine Dateien</translation>
+    </message>
+    <message>
+        <source>There is no “%1”.</source>
+        <translation>„%1“ gibt es nicht.</translation>
     </message>
     <message>
         <source>there is no other place</source>

@@ -1496,6 +1496,10 @@ chacun devient une playlist</translation>
         <translation>Tête, images</translation>
     </message>
     <message>
+        <source>Held</source>
+        <translation>Maintenue</translation>
+    </message>
+    <message>
         <source>&amp;Help</source>
         <translation>A&amp;ide</translation>
     </message>
@@ -2198,6 +2202,10 @@ chacun devient une playlist</translation>
     <message>
         <source>No Notes</source>
         <translation>Sans notes</translation>
+    </message>
+    <message>
+        <source>No picture in this folder has such a name.</source>
+        <translation>Aucune image de ce dossier ne porte un tel nom.</translation>
     </message>
     <message>
         <source>No saved layout</source>
@@ -3284,6 +3292,10 @@ chacun devient une playlist</translation>
         <translation>Taille totale</translation>
     </message>
     <message>
+        <source>Slate</source>
+        <translation>Ardoise</translation>
+    </message>
+    <message>
         <source>&amp;Smaller Tiles</source>
         <translation>Vignettes plus &amp;petites</translation>
     </message>
@@ -3504,6 +3516,10 @@ Escape in the search field or Show All brings them back.</source>
     <message>
         <source>There Are No Missing Files</source>
         <translation>Il ne manque aucun fichier</translation>
+    </message>
+    <message>
+        <source>There is no “%1”.</source>
+        <translation>« %1 » n’existe pas.</translation>
     </message>
     <message>
         <source>there is no other place</source>

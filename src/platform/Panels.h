@@ -32,6 +32,9 @@ struct OpenPanel {
     bool chooseFiles = true;
     bool chooseFolders = false;
     bool allowMultiple = false;
+    /// A run of numbered pictures is one line, answered by its first picture; a name with marks in it ("sh010.####.exr") may
+    /// be typed, and is answered as it is.
+    bool runsAreOne = false;
 
     /// One folder.
     [[nodiscard]] static OpenPanel forFolders(const QString& title, const QString& prompt = {});

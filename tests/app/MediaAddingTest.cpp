@@ -316,7 +316,11 @@ TEST_F(MediaAddingTest, TheOpenPanelAddsInItsOrderAndStaysShutWithSeveralPlaylis
     EXPECT_EQ(panels.opensShown.back().prompt, u"Add Media"_s);
     EXPECT_TRUE(panels.opensShown.back().allowMultiple);
     EXPECT_FALSE(panels.opensShown.back().chooseFolders);
+    EXPECT_TRUE(panels.opensShown.back().runsAreOne);
     EXPECT_EQ(shownNames(), (QStringList{u"z.mov"_s, u"a.mov"_s}));
+    preferences->runsBecomeMovies.set(false);
+    adding().addMediaFromOpenDialog();
+    EXPECT_FALSE(panels.opensShown.back().runsAreOne) << "pictures are chosen one by one";
 }
 
 TEST_F(MediaAddingTest, ACancelledWalkAddsNothing) {

@@ -240,6 +240,7 @@ void MediaAdding::addMediaFromOpenDialog() {
     panel.allowedTypes = extensionsOf(MediaType::movie);
     if (surroundings_.preferences.allowImageFiles() || surroundings_.preferences.runsBecomeMovies())
         panel.allowedTypes += extensionsOf(MediaType::image);
+    panel.runsAreOne = surroundings_.preferences.runsBecomeMovies();
     const QStringList paths = surroundings_.panels.runOpen(panel);
     if (!paths.isEmpty()) addMediaFilesToSelectedPlaylist(paths);
 }

@@ -1,9 +1,11 @@
 #include "ui/desktop/DesktopPanels.h"
 
+#include "model/runs/FrameRun.h"
 #include "ui/common/PlainLabel.h"
 #include "ui/common/Theme.h"
 #include "ui/desktop/DesktopBus.h"
 #include "ui/desktop/PortalFileChooser.h"
+#include "ui/desktop/RunLines.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -69,8 +71,9 @@ QString startFolder(const QString& last) {
 }
 
 /// The panels' own widget, because the desktop's has no room for the accessory view.
-void prepareDialog(QFileDialog& dialog, const QString& title, const QString& prompt) {
+void prepareDialog(QFileDialog& dialog, const QString& title, const QString& prompt, RunLines* runs = nullptr) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
+    if (runs) dialog.setProxyModel(runs); // before the columns, which belong to the model
     dialog.setWindowTitle(plain::windowTitle(title));
     if (!prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, prompt);
     const QSize room = dialog.screen()->availableSize() - QSize(40, 80);
@@ -206,6 +209,59 @@ private:
     QStringList packageTypes_;
 };
 
+/// Takes a name with marks in it ("sh010.####.exr") for the run that it means.
+class RunDialog : public QFileDialog {
+public:
+    RunDialog(RunLines* runs, QWidget* parent)
+        : QFileDialog(parent)
+        , runs_(runs) {
+        if (runs) runs->setParent(this);
+    }
+
+    /// What was chosen or typed.
+    [[nodiscard]] QStringList answer() const { return typed_.isEmpty() ? selectedFiles() : typed_; }
+
+protected:
+    void accept() override {
+        const QStringList paths = runs_ ? namesWithMarks() : QStringList();
+        if (paths.isEmpty()) return QFileDialog::accept();
+        runs_->askForMedia(paths, [this, paths](const QString& wrong) {
+            if (namesWithMarks() != paths) return; // something else by now
+            if (wrong.isNull()) {
+                typed_ = paths;
+                return QDialog::accept();
+            }
+            DesktopAlerts().show({QCoreApplication::translate("DesktopPanels", "There is no “%1”.")
+                                      .arg(QFileInfo(wrong).fileName()),
+                                  QCoreApplication::translate("DesktopPanels", "No picture in this folder has such a name."),
+                                  {}});
+        });
+    }
+
+private:
+    /// What stands in the field, as paths, where one has marks in it and no line that is chosen is called so. The toolkit takes
+    /// the lines' files before the text, and chooses whatever line the text makes it think of.
+    [[nodiscard]] QStringList namesWithMarks() const {
+        const QString text = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text();
+        const bool isSeveral = text.contains(QLatin1Char('"'));
+        QStringList names = isSeveral ? text.split(QLatin1Char('"')) : QStringList{text};
+        names.removeIf([](const QString& name) { return name.trimmed().isEmpty(); });
+        QStringList lines;
+        for (const QModelIndex& line : findChild<QTreeView*>(QStringLiteral("treeView"))->selectionModel()->selectedRows())
+            lines << line.data().toString();
+        if (std::is_permutation(lines.begin(), lines.end(), names.begin(), names.end())) return {};
+        bool hasMarks = false;
+        for (QString& name : names) {
+            name = directory().absoluteFilePath(name);
+            hasMarks = hasMarks || (runPatternOf(QFileInfo(name).fileName()) && !QFileInfo::exists(name));
+        }
+        return hasMarks ? names : QStringList();
+    }
+
+    QStringList typed_;
+    RunLines* runs_; ///< may be null
+};
+
 } // namespace
 
 QString DesktopPanels::withExtension(const SavePanel& panel, const QString& path, const QString& answered) {
@@ -287,9 +343,11 @@ QString DesktopPanels::runSave(const SavePanel& panel) {
 }
 
 QStringList DesktopPanels::runOpen(const OpenPanel& panel) {
-    if (const auto paths = openByPortal(panel)) return *paths;
-    QFileDialog dialog(QApplication::activeWindow());
-    prepareDialog(dialog, panel.title, panel.prompt);
+    if (!panel.runsAreOne) // the desktop's dialog knows files only
+        if (const auto paths = openByPortal(panel)) return *paths;
+    auto* runs = panel.runsAreOne ? new RunLines : nullptr;
+    RunDialog dialog(runs, QApplication::activeWindow());
+    prepareDialog(dialog, panel.title, panel.prompt, runs);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     const bool foldersOnly = panel.chooseFolders && !panel.chooseFiles;
     dialog.setFileMode(foldersOnly           ? QFileDialog::Directory
@@ -305,9 +363,9 @@ QStringList DesktopPanels::runOpen(const OpenPanel& panel) {
         dialog.setNameFilter(patternsOf(panel.allowedTypes));
     dialog.setDirectory(startFolder(folder_));
     if (!panel.prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, panel.prompt);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-    folder_ = QFileInfo(dialog.selectedFiles().first()).absolutePath();
-    return dialog.selectedFiles();
+    if (dialog.exec() != QDialog::Accepted || dialog.answer().isEmpty()) return {};
+    folder_ = QFileInfo(dialog.answer().first()).absolutePath();
+    return dialog.answer();
 }
 
 void DesktopPasteboard::setText(const QString& text) {
