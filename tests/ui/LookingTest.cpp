@@ -235,6 +235,19 @@ TEST_F(LookingTest, AButtonIsDarkAgainWhoseListThePointerHasLeftItFor) {
     EXPECT_GE(lists, 3);
 }
 
+TEST_F(LookingTest, TheWayToTheMenusThatHaveNoRoomIsSeen) {
+    open();
+    window->resize(window->minimumSizeHint().expandedTo({430, 400}));
+    auto* way = child<QToolButton>("qt_menubar_ext_button");
+    ASSERT_TRUE(way && bench::waitUntil([way] { return way->isVisible(); }));
+    const QImage seen = way->grab().toImage();
+    int brightest = 0;
+    for (int y = 0; y < seen.height(); ++y)
+        for (int x = 0; x < seen.width(); ++x)
+            brightest = std::max(brightest, qGray(seen.pixel(x, y)));
+    EXPECT_GT(brightest, 120);
+}
+
 TEST_F(LookingTest, ABrokenConfigurationIsSaidInTheStripInOneLine) {
     const QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("broken.ocio")));

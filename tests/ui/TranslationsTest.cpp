@@ -26,7 +26,8 @@ TEST(Translations, TheTablesThatAreShippedHoldWhatIsShownOfListsAndWords) {
     for (const char* frame : libraryCommand::thumbnailFrames)
         words << QLatin1String(frame);
     words += allWords<RepeatMode>() + allWords<StartFrame>() + allWords<SnapshotScale>() + allWords<SnapshotNameSource>() +
-             allWords<DrawingsShown>() + allWords<DrawingBackground>() + allWords<TimecodePlace>() + allWords<FindInput>();
+             allWords<DrawingsShown>() + allWords<DrawingBackground>() + allWords<TimecodePlace>() + allWords<FindInput>() +
+             allWords<MissingPictures>() + allWords<ScopeKind>() + allWords<ThumbnailFrame>();
     for (const auto& subject : smartQuestion::subjects()) {
         words << QLatin1String(subject.title);
         for (const auto& relation : subject.relations)
