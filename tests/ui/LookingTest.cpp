@@ -240,6 +240,7 @@ TEST_F(LookingTest, TheWayToTheMenusThatHaveNoRoomIsSeen) {
     window->resize(window->minimumSizeHint().expandedTo({430, 400}));
     auto* way = child<QToolButton>("qt_menubar_ext_button");
     ASSERT_TRUE(way && bench::waitUntil([way] { return way->isVisible(); }));
+    EXPECT_EQ(way->text(), QStringLiteral("»"));
     const QImage seen = way->grab().toImage();
     int brightest = 0;
     for (int y = 0; y < seen.height(); ++y)

@@ -101,7 +101,7 @@ QSplitter::handle:vertical { height: 1px; }
 QMenuBar { background: #1b1b1b; padding: 1px 4px; }
 QMenuBar::item { padding: 4px 8px; background: transparent; border-radius: 3px; }
 QMenuBar::item:selected { background: #2d2d2d; }
-QMenuBar > QToolButton { qproperty-toolButtonStyle: ToolButtonTextOnly; qproperty-text: "»"; padding: 0px; }
+QMenuBar > QToolButton { qproperty-toolButtonStyle: ToolButtonTextOnly; qproperty-text: "\00bb"; padding: 0px; }
 QMenu { background: #232323; border: 1px solid #3a3a3a; padding: 4px; }
 QMenu::item { padding: 4px 24px 4px 24px; border-radius: 3px; min-height: 16px; }
 QMenu::item:selected { background: #3f5a78; color: #ffffff; }
