@@ -1,3 +1,4 @@
+#include "support/PictureMaker.h"
 #include "viewer/ViewerFixture.h"
 
 #include <QFile>
@@ -52,6 +53,39 @@ TEST_F(ViewerColourTest, DisplayAndViewAreRememberedAndExposureForLookingIsNobod
     EXPECT_EQ(colour.transform().gamma, 10);
     colour.setView(QStringLiteral("Sepia")); // remembered with another configuration
     EXPECT_EQ(colour.transform().view, QStringLiteral("ACES SDR Video"));
+}
+
+TEST_F(ViewerColourTest, ASlateAmongPicturesOfLightIsNeverLookedAtThroughTheirView) {
+    const QTemporaryDir folder;
+    for (const int number : {1001, 1003})
+        writePicture(test::barCodePicture(folder.filePath(QStringLiteral("sh.%1.exr").arg(number)), number));
+    preferences.missingPictures.set(MissingPictures::slate);
+    const auto shot = std::make_shared<Movie>(folder.filePath(QStringLiteral("sh.1001.exr")));
+    shot->frameRun = MovieRun();
+    shot->frameRun->run = {QStringLiteral("sh."), QStringLiteral(".exr"), 4, false, 1001, 1003, 1};
+    show({shot});
+    const auto isSlate = [this] { return controller.scene().scene().frame.colourSpace() == QStringLiteral("data"); };
+    std::shared_ptr<const DisplayProcessor> ofPictures, ofSlates;
+    const auto isThroughItsOwn = [&] { return controller.scene().scene().display == (isSlate() ? ofSlates : ofPictures); };
+    const auto goAndWait = [&](int frame) {
+        goTo(frame);
+        return QTest::qWaitFor([&] { return isSlate() == (frame == 2) && isThroughItsOwn(); }, 30000);
+    };
+    ASSERT_TRUE(becomesManaged());
+    ofPictures = controller.scene().scene().display;
+    goTo(2); // both ways of looking are known then
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isSlate() && controller.scene().scene().display != ofPictures; }, 30000));
+    ofSlates = controller.scene().scene().display;
+    ASSERT_TRUE(goAndWait(1));
+    int told = 0, wrong = 0;
+    QObject::connect(&controller.scene(), &ViewerScene::changed, &controller, [&] {
+        ++told;
+        if (!isThroughItsOwn()) ++wrong;
+    });
+    for (const int frame : {2, 3, 2, 1})
+        ASSERT_TRUE(goAndWait(frame)) << frame;
+    EXPECT_GE(told, 4);
+    EXPECT_EQ(wrong, 0);
 }
 
 TEST_F(ViewerColourTest, ABrokenConfigurationShowsThePictureRawAndSaysSo) {

@@ -34,6 +34,9 @@ ViewerScene::ViewerScene(const Parts& parts, QObject* parent)
         Q_EMIT changed();
     });
     connect(&parts_.colour, &ViewerColour::processorChanged, this, [this] {
+        // The next picture's own, perhaps, told before the picture: never together with the one before it.
+        const VideoFrame shown = parts_.player.shownFrame();
+        if (!scene_.frame.isNull() && !shown.isNull()) scene_.frame = shown;
         scene_.display = parts_.colour.processor();
         Q_EMIT changed();
     });
