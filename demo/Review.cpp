@@ -11,6 +11,7 @@
 #include "preferences/Preferences.h"
 #include "ui/commands/Commands.h"
 #include "ui/common/Theme.h"
+#include "ui/controls/ViewChoiceButton.h"
 #include "ui/desktop/DesktopProgram.h"
 #include "ui/library/ItemsPane.h"
 #include "ui/library/LibraryWindow.h"
@@ -20,6 +21,7 @@
 #include "ui/panels/NotesPanel.h"
 #include "ui/picture/PictureView.h"
 #include "ui/viewer/ViewerWindow.h"
+#include "viewer/display/ViewerColour.h"
 
 #include <QAction>
 #include <QApplication>
@@ -28,7 +30,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QProcess>
@@ -118,12 +122,17 @@ private:
     void handOn();
     void startAgain();
     void checkFiles();
+    void reviewEffects();
+    void switchViews();
+    void lookIntoGap();
+    void goToNumber(const QString& number);
     void saveInPanel(const QString& keys, const QString& path);
     void chooseInPanel(const QString& keys, const QString& path);
     void answering(const QString& button, const std::function<void()>& act, const QString& picture = {});
     void hold(QWidget& window, QRect geometry);
     void clickButton(QMainWindow& window, const QString& command);
     [[nodiscard]] QPoint itemMiddle(const QAbstractItemView* view, int row, int column = 0);
+    [[nodiscard]] QImage pictureOnScreen();
     [[nodiscard]] std::optional<int> numberOnScreen();
     [[nodiscard]] Movie& firstMovie() {
         return *controller().library().playlists().front()->movieList.front();
@@ -163,14 +172,16 @@ QPoint Review::itemMiddle(const QAbstractItemView* view, int row, int column) {
     return view->viewport()->mapToGlobal(view->visualRect(view->model()->index(row, column)).center());
 }
 
-/// What stands on the screen, read back from the screen.
-std::optional<int> Review::numberOnScreen() {
+QImage Review::pictureOnScreen() {
     const PictureView* picture = viewer().picture();
     const QRect place = picture->pictureRect().toAlignedRect();
     const QPoint corner = picture->mapToGlobal(place.topLeft());
-    const QPixmap grabbed = QGuiApplication::primaryScreen()->grabWindow(0, corner.x(), corner.y(),
-                                                                         place.width(), place.height());
-    return readBarCode(grabbed.toImage());
+    return QGuiApplication::primaryScreen()->grabWindow(0, corner.x(), corner.y(), place.width(), place.height()).toImage();
+}
+
+/// What stands on the screen, read back from the screen.
+std::optional<int> Review::numberOnScreen() {
+    return readBarCode(pictureOnScreen());
 }
 
 /// A window's button that is bound to a command.
@@ -413,7 +424,7 @@ void Review::chooseInPanel(const QString& keys, const QString& path) {
     });
     answer.start(100);
     robot_.key(keys);
-    check(robot_.waitFor([&] { return answered; }), QStringLiteral("%1 asks for a folder").arg(keys));
+    check(robot_.waitFor([&] { return answered; }), QStringLiteral("%1 asks where").arg(keys));
 }
 
 /// What `act` asks is answered by a click on this button, as soon as it stands there. The question runs a loop of its own,
@@ -639,6 +650,109 @@ void Review::checkFiles() {
     }
 }
 
+/// The effects shot, chosen by its name with marks: numbers of its own, a gap, and light that views make pictures of.
+void Review::reviewEffects() {
+    startProgram();
+    Library& lists = controller().library();
+    robot_.click(itemMiddle(library().playlistsPane().table(), 0, 1));
+    chooseInPanel(QStringLiteral("ctrl+o"), dailies_.filePath(QStringLiteral("Effects/DLK_030_0010_comp_v003.####.exr")));
+    check(robot_.waitFor([&] { return lists.arrangedMovies().size() == 5 && controller().thumbnails().isIdle(); }),
+          QStringLiteral("a name with marks adds the effects shot as one item"));
+    if (lists.arrangedMovies().size() != 5) return;
+    Movie& movie = *lists.arrangedMovies().back();
+    QAbstractItemView* items = library().itemsPane().activeView();
+    check(robot_.waitFor([&] { return items->model()->rowCount() == 5; }), QStringLiteral("and stands behind the others"));
+    robot_.click(itemMiddle(items, 0));
+    robot_.key(QStringLiteral("End"));
+    check(robot_.waitFor([&] { return lists.selectedMovies() == Library::Movies{lists.arrangedMovies().back()}; }),
+          QStringLiteral("End selects it"));
+    robot_.key(QStringLiteral("Return"));
+    MoviePlayerController& player = controller().playerWindow();
+    check(robot_.waitFor([&] { return viewer().isVisible() && player.player().pictureIsCurrent(); }),
+          QStringLiteral("Return opens it"));
+    hold(viewer(), QRect(20, 40, 1440, 900));
+
+    goToNumber(QStringLiteral("1012"));
+    check(robot_.waitFor([&] { return numberOnScreen() == 1012; }), QStringLiteral("G goes to number 1012"));
+    robot_.key(QStringLiteral("semicolon"));
+    check(robot_.waitFor([&] { return movie.bookmarkStore.size() == 1; }) && movie.bookmarkStore.front()->firstFrame == 12,
+          QStringLiteral("its bookmark stands on the twelfth frame"));
+    switchViews();
+    lookIntoGap();
+
+    goToNumber(QStringLiteral("1012"));
+    check(robot_.waitFor([&] { return numberOnScreen() == 1012; }), QStringLiteral("and back to the bookmark"));
+    const QString name = QStringLiteral("DLK_030_0010_comp_v003.0012_prod1012.jpg");
+    QString proposed;
+    QTimer reading;
+    QObject::connect(&reading, &QTimer::timeout, &reading, [&] {
+        const QWidget* panel = QApplication::activeModalWidget();
+        const auto* field = panel ? panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")) : nullptr;
+        if (field && proposed.isEmpty()) proposed = field->text();
+    });
+    reading.start(20);
+    saveInPanel(QStringLiteral("ctrl+t"), out_.filePath(name));
+    check(proposed == name, QStringLiteral("a snapshot is named after the number: %1").arg(proposed));
+    check(robot_.waitFor([&] { return readBarCode(QImage(out_.filePath(name))) == 1012; }),
+          QStringLiteral("and shows it"));
+    program_.reset();
+}
+
+void Review::goToNumber(const QString& number) {
+    robot_.key(QStringLiteral("g"));
+    check(robot_.waitFor([] { return qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr; }),
+          QStringLiteral("G asks where to go"));
+    robot_.type(number);
+    robot_.key(QStringLiteral("Return"));
+}
+
+/// Another view of the colour configuration, from the button's list, which runs a loop of its own.
+void Review::switchViews() {
+    const ViewerColour& colour = controller().playerWindow().colour();
+    check(robot_.waitFor([&] { return colour.isManaged() && colour.processor(); }), QStringLiteral("its light goes through a view"));
+    robot_.rest(600);
+    shot(QStringLiteral("effects-view.png"));
+    const QImage before = pictureOnScreen();
+    const QString view = colour.transform().view;
+    QTimer choosing;
+    QObject::connect(&choosing, &QTimer::timeout, &choosing, [&] {
+        const auto* list = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!list) return;
+        choosing.stop();
+        robot_.rest(300);
+        for (QAction* each : list->actions())
+            if (each->text() == QLatin1String("Raw"))
+                return robot_.click(list->mapToGlobal(list->actionGeometry(each).center()));
+    });
+    choosing.start(100);
+    for (const ViewChoiceButton* button : viewer().findChildren<ViewChoiceButton*>())
+        if (button->isVisible() && button->text() == view) robot_.click(button);
+    check(robot_.waitFor([&] { return colour.transform().view == QLatin1String("Raw"); }),
+          QStringLiteral("the button's list has other views than %1").arg(view));
+    const auto otherPixels = [&] {
+        const QImage now = pictureOnScreen();
+        qint64 count = 0;
+        for (int y = now.height() / 4; y < now.height(); y += 4)
+            for (int x = 0; x < now.width(); x += 4)
+                count += std::abs(qGray(now.pixel(x, y)) - qGray(before.pixel(x, y))) > 4;
+        return count * 100 / std::max<qint64>(1, qint64(now.width() / 4) * (now.height() * 3 / 16));
+    };
+    check(robot_.waitFor([&] { return otherPixels() > 20; }), QStringLiteral("and the picture looks different by it"));
+    shot(QStringLiteral("effects-other-view.png"));
+}
+
+/// Held, then told of by a slate.
+void Review::lookIntoGap() {
+    goToNumber(QStringLiteral("1009"));
+    check(robot_.waitFor([&] { return numberOnScreen() == 1008; }), QStringLiteral("in the gap the picture before it is held"));
+    shot(QStringLiteral("effects-gap.png"));
+    controller().preferences().missingPictures.set(MissingPictures::slate);
+    check(robot_.waitFor([&] { return !numberOnScreen(); }), QStringLiteral("or a slate stands there"));
+    shot(QStringLiteral("effects-slate.png"));
+    goToNumber(QStringLiteral("1011"));
+    check(robot_.waitFor([&] { return numberOnScreen() == 1011; }), QStringLiteral("and behind it the pictures go on"));
+}
+
 int Review::run() {
     startProgram();
     dropFolders();
@@ -649,6 +763,7 @@ int Review::run() {
         exportAndSave();
         startAgain();
         checkFiles();
+        reviewEffects();
     }
     std::printf("%s: %d checks as they should be, %d not\n", qUtf8Printable(out_.path()), passed_, failed_);
     return failed_ == 0 ? 0 : 1;
