@@ -270,12 +270,16 @@ Result<void> readLines(ImageInput& input, const ImageSpec& spec, int part, const
     const int lines = spec.tile_width > 0 ? spec.height : std::min(spec.height, blockLines);
     thread_local std::vector<uchar> buffer; // as large as the largest block that this thread has read
     buffer.resize(placing.lineBytes() * size_t(lines));
+    // As they stand in the file, where that is what is wanted: whoever names the type, even the same, has the library make a
+    // buffer of 64 MiB for every block, and copy from it.
+    const bool isAsWanted = spec.channelformats.empty() && spec.format == form.type;
+    const TypeDesc type = isAsWanted ? TypeDesc(TypeDesc::UNKNOWN) : form.type;
     for (int line = 0; line < spec.height; line += lines) {
         const int count = std::min(lines, spec.height - line);
         const bool isRead = spec.tile_width > 0
-                                ? input.read_image(part, 0, placing.first(), placing.end(), form.type, buffer.data())
+                                ? input.read_image(part, 0, placing.first(), placing.end(), type, buffer.data())
                                 : input.read_scanlines(part, 0, spec.y + line, spec.y + line + count, 0, placing.first(),
-                                                       placing.end(), form.type, buffer.data());
+                                                       placing.end(), type, buffer.data());
         if (!isRead) return errorOf(input);
         for (int each = 0; each < count; ++each)
             placing.place(buffer.data() + placing.lineBytes() * size_t(each), line + each);
