@@ -253,6 +253,16 @@ TEST_F(RelinkingTest, AMovedRunIsFoundByAnyOfItsPicturesAndShownAgain) {
     EXPECT_EQ(day->status, 0);
     for (int number = 1; number <= 3; ++number)
         put(u"attic/b/take.%1.exr"_s.arg(number, 3, 10, QLatin1Char('0')), path(u"attic/a/day 1/sh.1002.exr"_s));
+    for (int number = 2000; number <= 2001; ++number) // of its name, but no picture of it
+        put(u"attic/b/sh.%1.exr"_s.arg(number), path(u"attic/a/day 1/sh.1002.exr"_s));
+    answerFolder(u"attic/b/sh.2001.exr"_s);
+    alerts.answers = {Alerts::firstButton};
+    relinking().linkMovieToFile();
+    settle();
+    EXPECT_EQ(lastMessage(), u"The filenames don't match.  Link anyway?"_s);
+    EXPECT_EQ(item(0)->filepathString, path(u"attic/b/sh.2000.exr"_s));
+    EXPECT_EQ(item(0)->frameRun.value().run.text(), u"sh.2000-2001#.exr"_s);
+    ASSERT_TRUE(waitUntil([this] { return player->isOpen() && player->index().count() == 2 && player->pictureIsCurrent(); }));
     answerFolder(u"attic/b/take.002.exr"_s);
     alerts.answers = {Alerts::firstButton};
     relinking().linkMovieToFile();
@@ -261,6 +271,7 @@ TEST_F(RelinkingTest, AMovedRunIsFoundByAnyOfItsPicturesAndShownAgain) {
     EXPECT_EQ(item(0)->filepathString, path(u"attic/b/take.001.exr"_s));
     EXPECT_EQ(item(0)->frameRun.value().run.text(), u"take.001-003@@@.exr"_s);
     ASSERT_TRUE(waitUntil([this] { return player->isOpen() && player->index().count() == 3 && player->pictureIsCurrent(); }));
+    history().undo();
     history().undo();
     settle();
     EXPECT_EQ(item(0)->frameRun, run);

@@ -36,7 +36,7 @@ bool isPictureOf(const std::optional<MovieRun>& run, const QString& name) {
 
 /// What comes of an item when it is linked to a file that somebody chose. Waits for the disk.
 MediaLink linkByChoice(const std::optional<MovieRun>& run, const QString& path, bool wantsRuns) {
-    if (run && run->run.numberIn(nameAtEndOf(path))) {
+    if (isPictureOf(run, nameAtEndOf(path))) {
         const QString first = QFileInfo(path).dir().filePath(run->run.nameOf(run->run.first));
         return {0, first, createFileBookmark(first), {}};
     }
@@ -345,10 +345,10 @@ void Relinking::filesAreOthers(const Movies& movies) {
 void Relinking::followSteps(const Edit& edit) {
     if (edit.info.kind != EditKind::again) return;
     Movies others;
+    std::unordered_set<RecordId> seen;
     for (const Change& change : edit.changes)
-        if (makesAnotherFile(change))
-            if (auto movie = surroundings_.library.store().records().find<Movie>(change.record);
-                movie && std::find(others.begin(), others.end(), movie) == others.end())
+        if (makesAnotherFile(change) && seen.insert(change.record).second)
+            if (auto movie = surroundings_.library.store().records().find<Movie>(change.record))
                 others.push_back(std::move(movie));
     if (others.empty()) return;
     filesAreOthers(others);
