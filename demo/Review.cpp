@@ -709,7 +709,8 @@ void Review::goToNumber(const QString& number) {
 /// Another view of the colour configuration, from the button's list, which runs a loop of its own.
 void Review::switchViews() {
     const ViewerColour& colour = controller().playerWindow().colour();
-    check(robot_.waitFor([&] { return colour.isManaged() && colour.processor(); }), QStringLiteral("its light goes through a view"));
+    check(robot_.waitFor([&] { return colour.isManaged() && colour.processor(); }),
+          QStringLiteral("its light goes through a view"));
     robot_.rest(600);
     shot(QStringLiteral("effects-view.png"));
     const QImage before = pictureOnScreen();
